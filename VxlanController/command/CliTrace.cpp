@@ -1,0 +1,10 @@
+#include "VxlanController/command/CliTrace.h"
+
+namespace VxlanController::Cli {
+
+Trace::Handle & cliTrace() {
+    static Trace::Handle handle("VxlanControllerCli");
+    return handle;
+}
+
+} // namespace VxlanController::Cli

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Vex/Dir.h"
+#include "Vex/Ptr.h"
+
+namespace VxlanController::Cli {
+
+/// The entity under `name` as a T; null when nothing stands there or it is no T.
+template <class T>
+Vex::Ptr<T const> entityPtr(Vex::Dir const & directory, Vex::Name const & name) {
+    return Vex::dynamicPtr<T const>(directory.entityPtr(name));
+}
+
+} // namespace VxlanController::Cli

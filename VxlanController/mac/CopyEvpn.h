@@ -1,0 +1,74 @@
+#pragma once
+
+#include "Pelo/Errors.h"
+#include "Vxlan/VniOrNone.h"
+#include "VxlanController/command/InterruptPoll.h"
+#include "VxlanController/mac/VtepFilter.h"
+#include "state/FloodTable.h"
+#include "state/HostTable.h"
+
+namespace VxlanController::Cli {
+
+/// What a listing of EVPN tables is limited to.
+struct EvpnTableFilter {
+    Vxlan::VniOrNone vni;
+    Nolt::EthAddr mac; ///< the zero address: every MAC
+    VtepList const & vteps;
+
+    bool takesVni(Vxlan::Vni candidate) const { return vni.isNone() || vni == candidate; }
+};
+
+/// Runs `copy`, which steps through a shared table. Corruption found on the way goes to
+/// the table's own handler and ends this table's copy; what was copied before it stays.
+template <class Table, class Copy>
+void copySharedTable(Table const & table, Copy && copy) {
+    try {
+        copy();
+    } catch (Pelo::CorruptionDetectedException const & corruption) {
+        table.handleCorruption(corruption.what());
+    }
+}
+
+/// Copies the hosts that `filter` selects as unicast entries under their VNI.
+template <class Target>
+void copyHostTable(VcsEvpn::HostTable const & table, Target & target,
+                   EvpnTableFilter const & filter) {
+    InterruptPoll poll;
+    copySharedTable(table, [&] {
+        for (auto it = table.begin(); it; ++it) {
+            poll.step();
+            VcsEvpn::HostKey const key = it.key();
+            VcsEvpn::Host const host = it.value();
+            bool const deadSlot = host == VcsEvpn::Host();
+            if (!deadSlot && filter.takesVni(key.vni) &&
+                (filter.mac.isZero() || filter.mac == key.mac) &&
+                vtepIpFiltered(filter.vteps, host.vtepIp())) {
+                target.vniStatus(key.vni).macVtepTableIs(
+                    MacVtep(key.mac, host.vtepIp(), Quay::Seqno32(host.moveCount())));
+            }
+        }
+    });
+}
+
+/// Copies the flood VTEPs that `filter` selects: all those of one VNI form one flood list
+/// under the zero MAC. Flood entries have no MAC, so a MAC filter excludes all of them.
+template <class Target>
+void copyFloodTable(VcsEvpn::FloodTable const & table, Target & target,
+                    EvpnTableFilter const & filter) {
+    InterruptPoll poll;
+    copySharedTable(table, [&] {
+        for (auto it = table.begin(); it; ++it) {
+            poll.step();
+            VcsEvpn::FloodKey const key = it.key();
+            bool const deadSlot = it.value() == VcsEvpn::FloodEntry();
+            if (!deadSlot && filter.takesVni(key.vni) && filter.mac.isZero() &&
+                vtepIpFiltered(filter.vteps, key.vtepIp)) {
+                target.vniStatus(key.vni)
+                    .macVtepFloodListTableIs(Nolt::EthAddr())
+                    ->vtepIpFloodListIs(key.vtepIp, true);
+            }
+        }
+    });
+}
+
+} // namespace VxlanController::Cli

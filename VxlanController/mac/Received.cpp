@@ -1,0 +1,138 @@
+#include "VxlanController/VxlanControllerCliModel.h"
+#include "VxlanController/command/CliTrace.h"
+#include "VxlanController/command/EntityPtr.h"
+#include "VxlanController/command/RenderFrame.h"
+#include "VxlanController/mac/CopyEvpn.h"
+#include "VxlanController/mac/CopyTables.h"
+#include "VxlanController/mac/ReceivedJson.h"
+#include "VxlanController/mac/ReceivedText.h"
+#include "VxlanController/mac/Target.h"
+#include "state/VniStatusDirV2.h"
+
+/// The command that shows the MAC tables received from switches and other sources.
+namespace VxlanController::Cli {
+
+namespace {
+
+bool isNonSwitchSource(Vex::Name const & name) {
+    return name == "HSC" || name == "QVX";
+}
+
+} // namespace
+
+void VcsVniReceived::initialize() {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::VcsVniReceived::initialize()";
+    }
+    switchDirDel();
+    nonSwitchSourceDirDel();
+    switchDirIs();
+    nonSwitchSourceDirIs();
+
+    // "all" stands for every switch and for no other source; only the empty filter takes
+    // everything. The words are lower case: "HSC" is the name of a switch, if one has it.
+    Vex::String const & filter = switchFilter();
+    if (switchAggregate()) {
+        if (filter.empty() || filter == "all") {
+            for (auto it = switchAggregate()->entityPtrIteratorConst(); it; ++it) {
+                copySwitch(it.name());
+            }
+        } else if (filter != "hsc" && filter != "qvx" && filter != "evpn" &&
+                   switchAggregate()->entryState(filter)) {
+            copySwitch(filter);
+        }
+    }
+    if (nonSwitchAggregate()) {
+        if (filter.empty()) {
+            for (auto it = nonSwitchAggregate()->vniStatusDir().begin(); it; ++it) {
+                copySwitch(it.key());
+            }
+        } else if (filter == "hsc") {
+            copySwitch("HSC");
+        } else if (filter == "qvx") {
+            copySwitch("QVX");
+        }
+    }
+    if (nonSwitchHostFloodTables()) {
+        if (filter.empty()) {
+            for (auto it = nonSwitchHostFloodTables()->hostFloodTable().begin(); it; ++it) {
+                copyTable(it.key());
+            }
+        } else if (filter == "evpn") {
+            copyTable("EVPN");
+        }
+    }
+}
+
+void VcsVniReceived::copySwitch(Vex::Name switchId) {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::VcsVniReceived::copySwitch(Vex::Name) switchId "
+               << switchId.stringValue();
+    }
+    bool const nonSwitch = isNonSwitchSource(switchId);
+    Vex::Ptr<VniStatusDirV2 const> vnis;
+    if (nonSwitch && nonSwitchAggregate()) {
+        vnis = nonSwitchAggregate()->vniStatusDir(switchId);
+    } else if (!nonSwitch && switchAggregate()) {
+        vnis = entityPtr<VniStatusDirV2>(*switchAggregate(), switchId);
+    }
+    if (!vnis) {
+        if (auto record = cliTrace().at(traceMissingState)) {
+            record << "vniStatusDirV2 not created for " << switchId.stringValue();
+        }
+        return;
+    }
+
+    SourceTarget target(nonSwitch ? nonSwitchSourceDirIs() : switchDirIs(), switchId);
+    MacTableFilter const filter{macFilter(), *vtepFilter()};
+    if (vniFilter().isNone()) {
+        for (VniStatusV2 const & status : vnis->vniStatusV2()) {
+            copyTables(status, target, filter);
+        }
+    } else if (auto const status = vnis->vniStatusV2(vniFilter().vni())) {
+        copyTables(*status, target, filter);
+    }
+}
+
+void VcsVniReceived::copyTable(Vex::Name tableName) {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::VcsVniReceived::copyTable(Vex::Name) tableName "
+               << tableName.stringValue();
+    }
+    Vex::Ptr<HostFloodTable const> tables;
+    if (nonSwitchHostFloodTables()) {
+        tables = nonSwitchHostFloodTables()->hostFloodTable(tableName);
+    }
+    if (!tables) {
+        if (auto record = cliTrace().at(traceMissingState)) {
+            record << "hostFloodTable not created for " << tableName.stringValue();
+        }
+        return;
+    }
+
+    SourceTarget target(nonSwitchSourceDirIs(), tableName);
+    EvpnTableFilter const filter{vniFilter(), macFilter(), *vtepFilter()};
+    if (auto const hosts = tables->hostTable()) {
+        copyHostTable(*hosts, target, filter);
+    } else if (auto record = cliTrace().at(traceMissingState)) {
+        record << "No hostTable created for " << tableName.stringValue();
+    }
+    if (auto const flood = tables->floodTable()) {
+        copyFloodTable(*flood, target, filter);
+    } else if (auto record = cliTrace().at(traceMissingState)) {
+        record << "No floodTable created for " << tableName.stringValue();
+    }
+}
+
+void VcsVniReceived::render(U32 fd, U32 format, U32 revision) {
+    renderFrame(
+        fd, format, [&] { initialize(); },
+        [&](outfmt::Printer & printer) {
+            printText(printer, vniDotted(), switchDir(), nonSwitchSourceDir());
+        },
+        [&](outfmt::Printer & printer) {
+            renderJson(printer, vniDotted(), switchDir(), nonSwitchSourceDir(), revision);
+        });
+}
+
+} // namespace VxlanController::Cli

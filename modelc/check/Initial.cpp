@@ -1,0 +1,108 @@
+#include "modelc/check/Initial.h"
+
+#include "modelc/source/Quoted.h"
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+namespace modelc {
+
+namespace {
+
+std::uint64_t greatest(std::string_view number) {
+    if (number == "U8") {
+        return std::numeric_limits<std::uint8_t>::max();
+    }
+    if (number == "U16") {
+        return std::numeric_limits<std::uint16_t>::max();
+    }
+    return number == "U32" ? std::numeric_limits<std::uint32_t>::max()
+                           : std::numeric_limits<std::uint64_t>::max();
+}
+
+bool fits(std::string const & digits, std::uint64_t limit) {
+    std::uint64_t value = 0;
+    for (char const c : digits) {
+        auto const digit = static_cast<std::uint64_t>(c - '0');
+        if (value > (limit - digit) / 10) {
+            return false;
+        }
+        value = value * 10 + digit;
+    }
+    return true;
+}
+
+std::string withoutLeadingZeros(std::string const & digits) {
+    auto const first = digits.find_first_not_of('0');
+    return first == std::string::npos ? "0" : digits.substr(first);
+}
+
+void resolveNumber(tree::Literal const & literal, Attribute & attribute, Problems & problems) {
+    std::uint64_t const limit = greatest(attribute.type.name);
+    if (literal.kind != tree::Literal::Kind::number) {
+        problems.add(literal.at, "'" + attribute.name + "' starts as a number from 0 to " +
+                                     std::to_string(limit));
+    } else if (!fits(literal.text, limit)) {
+        problems.add(literal.at, literal.text + " is too great for '" + attribute.name + "'; a " +
+                                     attribute.type.name + " ends at " + std::to_string(limit));
+    } else {
+        // Without the leading zeros that would make it octal.
+        attribute.initial = withoutLeadingZeros(literal.text);
+    }
+}
+
+void resolveByType(tree::Literal const & literal, Attribute & attribute, Problems & problems) {
+    switch (attribute.type.kind) {
+    case TypeClass::boolean:
+        if (literal.kind == tree::Literal::Kind::boolean) {
+            attribute.initial = literal.text;
+        } else {
+            problems.add(literal.at, "'" + attribute.name + "' starts as 'true' or 'false'");
+        }
+        break;
+    case TypeClass::number:
+        resolveNumber(literal, attribute, problems);
+        break;
+    case TypeClass::text:
+        if (literal.kind == tree::Literal::Kind::text) {
+            attribute.initial = quotedForCpp(literal.text);
+        } else {
+            problems.add(literal.at, "'" + attribute.name + "' is a text; write it in quotes");
+        }
+        break;
+    default:
+        problems.add(literal.at, "'" + attribute.name + "' starts as what '" + attribute.type.name +
+                                     "' starts as; only numbers, bool and texts have a "
+                                     "written default");
+    }
+}
+
+} // namespace
+
+void resolveInitial(tree::Attribute const & read, bool ofEntity, Attribute & attribute,
+                    Problems & problems) {
+    bool const isConstant = attribute.kind == AttributeKind::constant;
+    if (!read.initial) {
+        if (isConstant) {
+            problems.add(read.name.at,
+                         "the constant '" + attribute.name + "' has no text; write '= \"...\"'");
+        }
+        return;
+    }
+    bool const single = isConstant || attribute.kind == AttributeKind::plain ||
+                        attribute.kind == AttributeKind::constructorArgument;
+    if (!single) {
+        problems.add(read.initial->at, "'" + attribute.name +
+                                           "' is no single value, so it has no "
+                                           "written default");
+    } else if (ofEntity && attribute.fromConstructor) {
+        problems.add(read.initial->at, "'" + attribute.name +
+                                           "' is always given to the "
+                                           "constructor, so it has no default");
+    } else if (!attribute.type.name.empty()) {
+        resolveByType(*read.initial, attribute, problems);
+    }
+}
+
+} // namespace modelc

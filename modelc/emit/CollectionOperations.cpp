@@ -1,0 +1,238 @@
+#include "modelc/emit/Layout.h"
+#include "modelc/emit/Operation.h"
+#include "modelc/emit/Spelling.h"
+#include "modelc/source/Quoted.h"
+
+#include <algorithm>
+
+namespace modelc {
+
+namespace {
+
+/// A name for a local variable that no parameter bears.
+std::string freeName(std::string name, Type const & element) {
+    while (std::any_of(element.constructor.begin(), element.constructor.end(),
+                       [&](Attribute const * argument) { return argument->name == name; })) {
+        name += "Here";
+    }
+    return name;
+}
+
+/// Everything that is named after one collection.
+class Collection {
+public:
+    Collection(Type const & owner, Attribute const & attribute)
+        : owner_(owner), attribute_(attribute), type_(attribute.type.name),
+          member_(attribute.name + "_"), slot_("Vex" + spelled::capital(attribute.name)),
+          iterator_(spelled::capital(attribute.name) + "Iterator"),
+          key_(spelled::looked(attribute.key) + " key") {}
+
+    std::vector<Operation> operations() const {
+        std::vector<Operation> all{walk()};
+        add(all, lookups());
+        all.push_back(operation("Whether there is an entry under the key.", "bool", "Has", {key_},
+                                "const", {"return " + member_ + ".has(key);"}));
+        all.push_back(insertion());
+        add(all, removals());
+        all.push_back(operation("Removes every entry.", "void", "DelAll", {}, mutating(),
+                                {member_ + ".clear();"}));
+        return all;
+    }
+
+private:
+    static void add(std::vector<Operation> & all, std::vector<Operation> more) {
+        std::move(more.begin(), more.end(), std::back_inserter(all));
+    }
+
+    std::string mutating() const { return owner_.entity ? "" : "&"; }
+
+    Operation operation(std::string promise, std::string result, std::string const & suffix,
+                        std::vector<std::string> parameters, std::string qualifiers,
+                        std::vector<std::string> body) const {
+        return {.promise = std::move(promise),
+                .result = std::move(result),
+                .name = attribute_.name + suffix,
+                .parameters = std::move(parameters),
+                .qualifiers = std::move(qualifiers),
+                .body = std::move(body)};
+    }
+
+    Operation walk() const {
+        std::string const order = attribute_.kind == AttributeKind::hashedSetCollection
+                                      ? "The collection, to be walked in the order of its hashes."
+                                      : "The collection, to be walked in the order of its keys.";
+        auto made = operation(order, spelled::capital(attribute_.name) + "Collection const &", "",
+                              {}, "const noexcept", {"return " + member_ + ";"});
+        made.inHeader = true;
+        return made;
+    }
+
+    std::vector<Operation> lookups() const {
+        std::string const find = "auto const * found = " + member_ + ".find(key);";
+        switch (attribute_.kind) {
+        case AttributeKind::valueCollection:
+            return {operation("The value under the key; the default value when there is none.",
+                              type_, "", {key_}, "const",
+                              {find, "return found ? found->element() : " + type_ + "();"})};
+        case AttributeKind::ownedEntityCollection:
+            return {operation("The entity under the key, or null.", "Vex::Ptr<" + type_ + " const>",
+                              "", {key_}, "const",
+                              {find, "return found ? found->element() : nullptr;"}),
+                    operation("The same, to be changed.", "Vex::Ptr<" + type_ + ">", "", {key_}, "",
+                              {find, "return found ? found->element() : nullptr;"})};
+        case AttributeKind::sharedEntityCollection:
+            return {operation("The pointer under the key, or null.",
+                              "Vex::Ptr<" + type_ + " const>", "", {key_}, "const",
+                              {find, "return found ? found->element() : nullptr;"})};
+        default:
+            return {operation("What is stored under the key; false when there is no entry.", "bool",
+                              "", {key_}, "const", {find, "return found && found->element();"})};
+        }
+    }
+
+    Operation insertion() const {
+        switch (attribute_.kind) {
+        case AttributeKind::valueCollection:
+            return operation("Inserts the value, or overwrites the one with its key.", "void", "Is",
+                             {type_ + " value"}, mutating(),
+                             {member_ + ".upsert(" + slot_ + "(std::move(value)));"});
+        case AttributeKind::ownedEntityCollection:
+            return findOrCreate();
+        case AttributeKind::sharedEntityCollection:
+            return share();
+        default:
+            return operation("Inserts the key, or overwrites what is stored under it.", "void",
+                             "Is", {spelled::kept(attribute_.key) + " key", "bool member"},
+                             mutating(),
+                             {member_ + ".upsert(" + slot_ + "(" +
+                              spelled::movedIn(attribute_.key, "key") + ", member));"});
+        }
+    }
+
+    /// An existing element must have been made from the same arguments.
+    Operation findOrCreate() const {
+        Type const & element = *attribute_.type.declared;
+        std::vector<std::string> names;
+        std::vector<std::string> parameters;
+        for (auto const * argument : element.constructor) {
+            names.push_back(argument->name);
+            parameters.push_back(spelled::looked(argument->type) + " " + argument->name);
+        }
+        std::string const create = slot_ + "(" + spelled::creation(element, names) + ")";
+        std::string const make = freeName("make", element);
+        std::string const find =
+            member_ + ".findOrInsert(" + names.front() + ", " + make + ").element()";
+        if (names.size() == 1) {
+            auto body = lambda(make, create);
+            body.push_back("return " + find + ";");
+            return operation("The entity under the key; a new one when there is none.",
+                             "Vex::Ptr<" + type_ + ">", "Is", parameters, "", std::move(body));
+        }
+        std::string const created = freeName("created", element);
+        std::string const found = freeName("found", element);
+        std::vector<std::string> body{"bool " + created + " = false;",
+                                      "auto const " + make + " = [&] {",
+                                      "    " + created + " = true;",
+                                      "    return " + create + ";",
+                                      "};",
+                                      "auto const & " + found + " = " + find + ";",
+                                      "if (" + created + ") {",
+                                      "    return " + found + ";",
+                                      "}"};
+        for (std::size_t i = 1; i < names.size(); ++i) {
+            std::string const stored = found + "->" + names[i] + "()";
+            body.push_back("if (!(" + stored + " == " + names[i] + ")) {");
+            body.push_back("    throwReinstantiating<" + type_ + ">(" + names.front() + ", " +
+                           quotedForCpp(names[i]) + ", " + names[i] + ", " + stored + ");");
+            body.push_back("}");
+        }
+        body.push_back("return " + found + ";");
+        return operation("The entity under the key, or a new one. Other arguments than its own "
+                         "are an error.",
+                         "Vex::Ptr<" + type_ + ">", "Is", parameters, "", std::move(body));
+    }
+
+    /// A local function that returns the expression, on one line when it fits there.
+    static std::vector<std::string> lambda(std::string const & name, std::string const & result) {
+        std::string const line = "auto const " + name + " = [&] { return " + result + "; };";
+        if (4 + line.size() <= lineWidth) {
+            return {line};
+        }
+        return {"auto const " + name + " = [&] {", "    return " + result + ";", "};"};
+    }
+
+    Operation share() const {
+        std::string const pointer = "Vex::Ptr<" + type_ + " const>";
+        bool const byAttribute = !attribute_.keyAttribute.empty();
+        std::vector<std::string> parameters{pointer + " const & entity"};
+        std::vector<std::string> body;
+        if (byAttribute) {
+            body = {"if (!entity) {", "    return nullptr;", "}",
+                    spelled::looked(attribute_.key) + " key = entity->" + attribute_.keyAttribute +
+                        "();"};
+        } else {
+            parameters.insert(parameters.begin(), key_);
+            body = {"if (!entity) {", "    " + member_ + ".remove(key);", "    return nullptr;",
+                    "}"};
+        }
+        for (auto & line : lambda("make", slot_ + "(key, entity)")) {
+            body.push_back(std::move(line));
+        }
+        body.push_back("auto & stored = " + member_ + ".findOrInsert(key, make).element();");
+        body.push_back("stored = entity;");
+        body.push_back("return stored;");
+        return operation(byAttribute ? "Shares the entity under its " + attribute_.keyAttribute +
+                                           ", for the one that is there; null does nothing."
+                                     : "Shares the entity under the key, for the one that is "
+                                       "there; null removes the entry.",
+                         pointer, "Is", std::move(parameters), "", std::move(body));
+    }
+
+    std::vector<Operation> removals() const {
+        std::string result = "bool";
+        std::string taken = "removed && removed->element()";
+        std::string what = "what was stored, false when there was no entry.";
+        if (attribute_.kind == AttributeKind::valueCollection) {
+            result = type_;
+            taken = "removed ? std::move(removed->element()) : " + type_ + "()";
+            what = "its value, the default value when there was none.";
+        } else if (attribute_.kind == AttributeKind::ownedEntityCollection) {
+            result = "Vex::Ptr<" + type_ + ">";
+            taken = "removed ? std::move(removed->element()) : nullptr";
+            what = "its entity, or null.";
+        } else if (attribute_.kind == AttributeKind::sharedEntityCollection) {
+            result = "Vex::Ptr<" + type_ + " const>";
+            taken = "removed ? std::move(removed->element()) : nullptr";
+            what = "its pointer, or null.";
+        }
+        auto const body = [&](std::string const & argument) -> std::vector<std::string> {
+            return {"auto removed = " + member_ + ".remove(" + argument + ");",
+                    "return " + taken + ";"};
+        };
+        std::vector<Operation> all{operation("Removes the entry under the key; returns " + what,
+                                             result, "Del", {key_}, mutating(), body("key"))};
+        if (attribute_.kind != AttributeKind::hashedSetCollection) {
+            all.push_back(operation("Removes the entry on which the iterator stands; the rest as "
+                                    "above.",
+                                    result, "Del", {iterator_ + " & position"}, mutating(),
+                                    body("position")));
+        }
+        return all;
+    }
+
+    Type const & owner_;
+    Attribute const & attribute_;
+    std::string type_;
+    std::string member_;
+    std::string slot_;
+    std::string iterator_;
+    std::string key_;
+};
+
+} // namespace
+
+std::vector<Operation> collectionOperations(Type const & owner, Attribute const & attribute) {
+    return Collection(owner, attribute).operations();
+}
+
+} // namespace modelc

@@ -1,0 +1,106 @@
+#include "Nolt/EthAddr.h"
+
+#include "Vex/Digits.h"
+#include "Vex/Errors.h"
+
+#include <cstring>
+
+namespace Nolt {
+
+using Vex::U8;
+
+namespace {
+
+/// Where the bytes and the separators of a text form stand.
+template <std::size_t separatorCount>
+struct Layout {
+    std::array<U8, 6> bytes;
+    std::array<U8, separatorCount> separators;
+};
+
+constexpr Layout<5> pairs{{0, 3, 6, 9, 12, 15}, {2, 5, 8, 11, 14}};
+constexpr Layout<2> quads{{0, 2, 5, 7, 10, 12}, {4, 9}};
+
+constexpr std::array<char, 512> hexPairs = [] {
+    std::array<char, 512> text{};
+    for (std::size_t byte = 0; byte < 256; ++byte) {
+        text[2 * byte] = Vex::hexDigits[byte >> 4];
+        text[2 * byte + 1] = Vex::hexDigits[byte & 0xF];
+    }
+    return text;
+}();
+
+template <std::size_t separatorCount>
+std::optional<EthAddr> read(std::string_view text, Layout<separatorCount> const & layout,
+                            char separator) noexcept {
+    for (auto const at : layout.separators) {
+        if (text[at] != separator) {
+            return std::nullopt;
+        }
+    }
+    EthAddr::Bytes bytes;
+    unsigned seen = 0;
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        U8 const high = Vex::hexValue(text[layout.bytes[index]]);
+        U8 const low = Vex::hexValue(text[layout.bytes[index] + std::size_t{1}]);
+        seen |= high | low;
+        bytes[index] = static_cast<U8>(high << 4 | low);
+    }
+    if ((seen & Vex::noHexDigit) != 0) {
+        return std::nullopt;
+    }
+    return EthAddr(bytes);
+}
+
+template <std::size_t separatorCount>
+void write(char * out, EthAddr::Bytes const & bytes, Layout<separatorCount> const & layout,
+           char separator) noexcept {
+    for (auto const at : layout.separators) {
+        out[at] = separator;
+    }
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        std::memcpy(out + layout.bytes[index], &hexPairs[std::size_t{2} * bytes[index]], 2);
+    }
+}
+
+} // namespace
+
+EthAddr EthAddr::fromString(std::string_view text) {
+    if (auto const address = tryFromString(text)) {
+        return *address;
+    }
+    throw Vex::ParseError(text, "an Ethernet address such as 00:1c:73:0a:0b:0c, "
+                                "00-1c-73-0a-0b-0c or 001c.730a.0b0c");
+}
+
+std::optional<EthAddr> EthAddr::tryFromString(std::string_view text) noexcept {
+    if (text.size() == maxTextLength) {
+        return read(text, pairs, text[pairs.separators[0]] == '-' ? '-' : ':');
+    }
+    if (text.size() == maxDisplayLength) {
+        return read(text, quads, '.');
+    }
+    return std::nullopt;
+}
+
+Vex::String EthAddr::stringValue() const {
+    std::array<char, maxTextLength> text;
+    return Vex::String(text.data(), writeTo(text.data()));
+}
+
+Vex::String EthAddr::displayString() const {
+    std::array<char, maxDisplayLength> text;
+    return Vex::String(text.data(), writeDisplayTo(text.data()));
+}
+
+char * EthAddr::writeTo(char * out) const noexcept {
+    write(out, bytes_, pairs, ':');
+    return out + maxTextLength;
+}
+
+char * EthAddr::writeDisplayTo(char * out) const noexcept {
+    write(out, bytes_, quads, '.');
+    return out + maxDisplayLength;
+}
+
+} // namespace Nolt

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "Nolt/IpGenAddr.h"
+
+namespace [[gnu::visibility("default")]] Nolt {
+
+/// The address of an interface together with the length of the prefix it lies in:
+/// 10.1.2.3/24. The host bits are kept, for they are the interface's own; where a network
+/// is meant, `IpGenPrefix` is the type.
+class IpGenAddrWithMask {
+public:
+    /// Length of the longest text, an IPv6 address with "/128".
+    static constexpr std::size_t maxTextLength = IpGenAddr::maxTextLength + 4;
+
+    /// The empty address with length 0; its text is "".
+    constexpr IpGenAddrWithMask() noexcept = default;
+
+    /// Raises `Vex::RangeError` when the family has less than `length` bits (IPv4 has 32,
+    /// IPv6 128, no family 0).
+    constexpr IpGenAddrWithMask(IpGenAddr address, unsigned length)
+        : address_(address), length_(static_cast<Vex::U8>(length)) {
+        if (length > address.bitLength()) {
+            throwTooLong(address, length);
+        }
+    }
+
+    /// Reads ADDRESS/LENGTH, the length a decimal number without leading zeros, or "" as
+    /// the empty one. Raises `Vex::ParseError` for anything else.
+    static IpGenAddrWithMask fromString(std::string_view text);
+
+    /// As `fromString`, but nothing in place of the error.
+    static std::optional<IpGenAddrWithMask> tryFromString(std::string_view text) noexcept;
+
+    /// The address with its host bits.
+    constexpr IpGenAddr const & address() const noexcept { return address_; }
+
+    /// The prefix length in bits.
+    constexpr unsigned length() const noexcept { return length_; }
+
+    constexpr Family family() const noexcept { return address_.family(); }
+
+    /// True for the empty one.
+    constexpr bool isNone() const noexcept { return address_.isNone(); }
+
+    /// ADDRESS/LENGTH, or "" for the empty one.
+    Vex::String stringValue() const;
+
+    /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
+    /// a closing zero. Returns the end of the text; what stands behind it, up to the end
+    /// of that room, may have changed.
+    char * writeTo(char * out) const noexcept;
+
+    constexpr bool operator==(IpGenAddrWithMask const & other) const noexcept = default;
+
+    /// Ordered by address, then by length, the short one first.
+    constexpr std::strong_ordering
+    operator<=>(IpGenAddrWithMask const & other) const noexcept = default;
+
+private:
+    [[noreturn]] static void throwTooLong(IpGenAddr const & address, unsigned length);
+
+    IpGenAddr address_;
+    Vex::U8 length_ = 0;
+};
+
+} // namespace Nolt
+
+template <>
+struct std::hash<Nolt::IpGenAddrWithMask> {
+    std::size_t operator()(Nolt::IpGenAddrWithMask const & value) const noexcept {
+        return Vex::hashMix(std::hash<Nolt::IpGenAddr>()(value.address()) + value.length());
+    }
+};

@@ -1,0 +1,139 @@
+#include "Pelo/Mapping.h"
+
+#include "Pelo/Errors.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace Pelo {
+
+namespace {
+
+constexpr mode_t readableByAll = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
+
+[[noreturn]] void throwSystemError(std::string_view table, std::string_view action, int error) {
+    throw TableError(table, std::string("cannot be ")
+                                .append(action)
+                                .append(": ")
+                                .append(std::generic_category().message(error)));
+}
+
+// Takes the pages at once: a hole that the file system cannot fill later would end the
+// writer with SIGBUS.
+void reserve(int descriptor, U64 size, std::string_view table) {
+    int error = 0;
+    do {
+        error = posix_fallocate(descriptor, 0, static_cast<off_t>(size));
+    } while (error == EINTR);
+    if (error != 0) {
+        throwSystemError(table, "given " + std::to_string(size) + " bytes", error);
+    }
+}
+
+} // namespace
+
+Descriptor::~Descriptor() {
+    if (number_ >= 0) {
+        ::close(number_);
+    }
+}
+
+Mapping::Mapping(int descriptor, std::size_t size, Access access, std::string_view table)
+    : size_(size) {
+    int const protection = access == Access::write ? PROT_READ | PROT_WRITE : PROT_READ;
+    void * memory = ::mmap(nullptr, size, protection, MAP_SHARED, descriptor, 0);
+    if (memory == MAP_FAILED) {
+        throwSystemError(table, "mapped", errno);
+    }
+    words_ = static_cast<Word *>(memory);
+}
+
+Mapping::~Mapping() {
+    if (words_) {
+        ::munmap(words_, size_);
+    }
+}
+
+Descriptor openFile(std::string const & path) {
+    // Without O_NONBLOCK a pipe with no writer would be waited for.
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (file.number() < 0) {
+        throwSystemError(path, "opened", errno);
+    }
+    return file;
+}
+
+Descriptor duplicate(int descriptor, std::string_view table) {
+    Descriptor copy(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0));
+    if (copy.number() < 0) {
+        throwSystemError(table, "opened", errno);
+    }
+    return copy;
+}
+
+U64 fileSize(int descriptor, std::string_view table) {
+    struct stat status {};
+
+    if (::fstat(descriptor, &status) != 0) {
+        throwSystemError(table, "examined", errno);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw TableError(table, "is no regular file");
+    }
+    return static_cast<U64>(status.st_size);
+}
+
+Descriptor makeMemory(std::string const & name, U64 size) {
+    // The kernel takes no longer names; this one is only for people to see.
+    constexpr std::size_t longestName = 200;
+    Descriptor memory(
+        ::memfd_create(name.substr(0, longestName).c_str(), MFD_CLOEXEC | MFD_ALLOW_SEALING));
+    if (memory.number() < 0) {
+        throwSystemError(name, "made", errno);
+    }
+    reserve(memory.number(), size, name);
+    if (::fcntl(memory.number(), F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL) != 0) {
+        throwSystemError(name, "sealed", errno);
+    }
+    return memory;
+}
+
+NewFile::NewFile(std::string path, U64 size)
+    : path_(std::move(path)), temporary_(path_ + ".XXXXXX"),
+      descriptor_(::mkostemp(temporary_.data(), O_CLOEXEC)) {
+    if (descriptor_.number() < 0) {
+        int const error = errno;
+        temporary_.clear();
+        throwSystemError(path_, "made", error);
+    }
+    try {
+        if (::fchmod(descriptor_.number(), readableByAll) != 0) {
+            throwSystemError(path_, "made readable", errno);
+        }
+        reserve(descriptor_.number(), size, path_);
+    } catch (...) {
+        ::unlink(temporary_.c_str());
+        throw;
+    }
+}
+
+NewFile::~NewFile() {
+    if (!temporary_.empty()) {
+        ::unlink(temporary_.c_str());
+    }
+}
+
+Descriptor NewFile::publish() {
+    if (::rename(temporary_.c_str(), path_.c_str()) != 0) {
+        throwSystemError(path_, "put in its place", errno);
+    }
+    temporary_.clear();
+    return std::move(descriptor_);
+}
+
+} // namespace Pelo

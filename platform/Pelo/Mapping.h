@@ -1,0 +1,109 @@
+#pragma once
+
+#include "Pelo/Layout.h"
+
+#include <atomic>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// The files and mappings that tables live in; released by their destructors.
+namespace [[gnu::visibility("default")]] Pelo {
+
+/// A word of shared memory. Plain loads and stores on every 64-bit processor, but ones that
+/// the compiler neither splits nor repeats.
+using Word = std::atomic<U64>;
+static_assert(Word::is_always_lock_free && sizeof(Word) == 8);
+
+/// An open file descriptor.
+class Descriptor {
+public:
+    Descriptor() noexcept = default;
+
+    explicit Descriptor(int number) noexcept : number_(number) {}
+
+    Descriptor(Descriptor && other) noexcept : number_(std::exchange(other.number_, -1)) {}
+
+    Descriptor & operator=(Descriptor && other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+
+    ~Descriptor();
+
+    int number() const noexcept { return number_; }
+
+private:
+    int number_ = -1;
+};
+
+/// Memory shared with everybody who maps the same file.
+class Mapping {
+public:
+    enum class Access { read, write };
+
+    Mapping() noexcept = default;
+
+    /// Maps the first `size` bytes. Raises `TableError`.
+    Mapping(int descriptor, std::size_t size, Access access, std::string_view table);
+
+    Mapping(Mapping && other) noexcept
+        : words_(std::exchange(other.words_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+
+    Mapping & operator=(Mapping && other) noexcept {
+        std::swap(words_, other.words_);
+        std::swap(size_, other.size_);
+        return *this;
+    }
+
+    ~Mapping();
+
+    /// The first word; those of a mapping made for reading must not be stored to.
+    Word * words() const noexcept { return words_; }
+
+private:
+    Word * words_ = nullptr;
+    std::size_t size_ = 0;
+};
+
+/// Opens the file of a table for reading; a POSIX shared-memory object is a file under
+/// /dev/shm. Raises `TableError`.
+Descriptor openFile(std::string const & path);
+
+/// A descriptor of the same open file, which closes apart from it. Raises `TableError`.
+Descriptor duplicate(int descriptor, std::string_view table);
+
+/// The length of a regular file in bytes. Raises `TableError`, also for anything that has
+/// no length of its own, a directory for one.
+U64 fileSize(int descriptor, std::string_view table);
+
+/// Makes `size` bytes of zeros that have no name in any directory. They can neither shrink
+/// nor grow, so nobody's read of them ends in SIGBUS. Raises `TableError`.
+Descriptor makeMemory(std::string const & name, U64 size);
+
+/// A file under a name that nobody looks for, to be filled and then put in its place.
+/// Removed when it was not.
+class NewFile {
+public:
+    /// Makes `size` bytes of zeros beside `path`. All may read them, the owner may write.
+    /// Raises `TableError`.
+    NewFile(std::string path, U64 size);
+
+    NewFile(NewFile const &) = delete;
+    NewFile & operator=(NewFile const &) = delete;
+    ~NewFile();
+
+    int descriptor() const noexcept { return descriptor_.number(); }
+
+    /// Puts the file in its place, and what stood there out of it, in one step. Raises
+    /// `TableError`.
+    Descriptor publish();
+
+private:
+    std::string path_;
+    std::string temporary_;
+    Descriptor descriptor_;
+};
+
+} // namespace Pelo

@@ -1,0 +1,128 @@
+#include "Pelo/Region.h"
+
+#include "Pelo/Errors.h"
+
+#include <chrono>
+#include <sched.h>
+
+namespace Pelo {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// A change takes well under a microsecond, but a writer may lose the processor in the
+// middle of one, for as long as a busy host takes to give it back.
+constexpr std::chrono::milliseconds longestChange{250};
+
+// A writer that changes something all the time, without a pause, still leaves gaps in which
+// a slot can be read; a reader that has found none by then never will.
+constexpr std::chrono::seconds longestWait{5};
+
+// How often a read is made again before the writer is given the processor.
+constexpr U32 eagerAttempts = 64;
+
+// Waits for the end of a change, and gives up when there is none.
+class Patience {
+public:
+    explicit Patience(Region const & region) : region_(region) {}
+
+    void wait() {
+        if (++attempts_ < eagerAttempts) {
+            return;
+        }
+        ::sched_yield();
+        auto const now = Clock::now();
+        U64 const generation = region_.generation();
+        if (attempts_ == eagerAttempts) {
+            begin_ = now;
+        }
+        if (attempts_ == eagerAttempts || generation != generation_) {
+            generation_ = generation;
+            since_ = now;
+        }
+        if (now - since_ > longestChange || now - begin_ > longestWait) {
+            throw CorruptionDetectedException(region_.name(), "header",
+                                              "a change under way, generation " +
+                                                  std::to_string(generation),
+                                              "an even generation, the end of the change");
+        }
+    }
+
+private:
+    Region const & region_;
+    U32 attempts_ = 0;
+    U64 generation_ = 0;
+    Clock::time_point begin_;
+    Clock::time_point since_;
+};
+
+} // namespace
+
+std::shared_ptr<Region const> Region::open(std::string const & path, Format const & format) {
+    return std::make_shared<Region const>(path, openFile(path), format);
+}
+
+std::shared_ptr<Region const> Region::attach(int descriptor, std::string name,
+                                             Format const & format) {
+    auto copy = duplicate(descriptor, name);
+    return std::make_shared<Region const>(std::move(name), std::move(copy), format);
+}
+
+Region::Region(std::string name, Descriptor descriptor, Format const & format)
+    : name_(std::move(name)), descriptor_(std::move(descriptor)), format_(format) {
+    U64 const size = fileSize(descriptor_.number(), name_);
+    if (size < headerSize) {
+        throw TableError(name_, "is no table: " + std::to_string(size) +
+                                    " bytes long, a header alone has " +
+                                    std::to_string(headerSize));
+    }
+    mapping_ = Mapping(descriptor_.number(), size, Mapping::Access::read, name_);
+    capacity_ = checkHeader(header(), format_, size, name_);
+    state();
+}
+
+Region::State Region::state() const {
+    CountsWords counts;
+    U64 const generation = read(countsFirstWord, counts);
+    return {checkCounts(counts, capacity_, name_), generation};
+}
+
+void Region::check() const {
+    // The length comes first: what is no longer behind the mapping cannot even be looked at.
+    U64 const size = fileSize(descriptor_.number(), name_);
+    if (size != regionSize(format_, capacity_)) {
+        throw CorruptionDetectedException(name_, "file", std::to_string(size) + " bytes",
+                                          std::to_string(regionSize(format_, capacity_)));
+    }
+    recheckHeader();
+}
+
+void Region::recheckHeader() const {
+    if (header() != makeHeader(format_, capacity_)) {
+        throw CorruptionDetectedException(name_, "header", "another header",
+                                          "the one that it was opened with");
+    }
+}
+
+FixedHeader Region::header() const noexcept {
+    FixedHeader header;
+    for (std::size_t i = 0; i < header.size(); ++i) {
+        header[i] = words()[i].load(std::memory_order_relaxed);
+    }
+    return header;
+}
+
+U64 Region::readPatiently(std::optional<U64> generation, TryRead tryAgain, std::size_t first,
+                          void * out) const {
+    for (Patience patience(*this); !generation; generation = tryAgain(*this, first, out)) {
+        patience.wait();
+    }
+    if (*generation != checkedGeneration_.load(std::memory_order_relaxed)) {
+        recheckHeader();
+        checkedGeneration_.store(*generation, std::memory_order_relaxed);
+    }
+    return *generation;
+}
+
+} // namespace Pelo

@@ -1,0 +1,115 @@
+#pragma once
+
+#include "Pelo/Mapping.h"
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace [[gnu::visibility("default")]] Pelo {
+
+/// A table's memory as a reader sees it: read-only, checked when it is opened, and changed
+/// by somebody else at any moment.
+///
+/// A change is bracketed by two steps of the generation. A read that met an odd generation,
+/// or another one after than before, is made again; so a reader never blocks the writer,
+/// who may be another process, and never sees half a change. The kernel's seqlock is the
+/// model. A generation that stays odd means that the writer died in between.
+///
+/// In a region no key ever changes its slot: an erased one keeps it, and a table that needs
+/// more slots moves to a new region. So a walk that goes on while entries come and go meets
+/// every entry that stays exactly once.
+class Region {
+public:
+    /// Opens the table in a file. Raises what `checkHeader` and `checkCounts` raise, and
+    /// `TableError` for a file that cannot be mapped.
+    static std::shared_ptr<Region const> open(std::string const & path, Format const & format);
+
+    /// Opens the table behind `descriptor`, which stays the caller's and need not outlive
+    /// the call. `name` is for messages.
+    static std::shared_ptr<Region const> attach(int descriptor, std::string name,
+                                                Format const & format);
+
+    Region(std::string name, Descriptor descriptor, Format const & format);
+    Region(Region const &) = delete;
+    Region & operator=(Region const &) = delete;
+
+    /// What messages call the table.
+    std::string const & name() const noexcept { return name_; }
+
+    /// The number of slots.
+    U64 capacity() const noexcept { return capacity_; }
+
+    /// The counts, and the generation that they belong to.
+    struct State {
+        Counts counts;
+        U64 generation;
+    };
+
+    /// Raises `CorruptionDetectedException`.
+    State state() const;
+
+    /// Tests the header and the length of the file again: what was sound when it was opened
+    /// may have been damaged since. Raises `CorruptionDetectedException`.
+    void check() const;
+
+    /// Copies consecutive words as they stand between two changes, and tests the header
+    /// when there was a change. Returns the generation that the words belong to. Raises
+    /// `CorruptionDetectedException` when the writer does not come to the end of a change.
+    template <std::size_t count>
+    U64 read(std::size_t first, std::array<U64, count> & words) const {
+        auto const generation = tryRead(first, words);
+        if (generation && *generation == checkedGeneration_.load(std::memory_order_relaxed))
+            [[likely]] {
+            return *generation;
+        }
+        return readPatiently(
+            generation,
+            [](Region const & region, std::size_t place, void * out) {
+                return region.tryRead(place, *static_cast<std::array<U64, count> *>(out));
+            },
+            first, &words);
+    }
+
+    /// The present generation. Equal ones mean that nothing changed in between.
+    U64 generation() const noexcept {
+        return words()[generationWord].load(std::memory_order_acquire);
+    }
+
+private:
+    using TryRead = std::optional<U64> (*)(Region const &, std::size_t first, void * words);
+
+    template <std::size_t count>
+    std::optional<U64> tryRead(std::size_t first, std::array<U64, count> & out) const noexcept {
+        U64 const before = generation();
+        for (std::size_t i = 0; i < count; ++i) {
+            out[i] = words()[first + i].load(std::memory_order_relaxed);
+        }
+        std::atomic_thread_fence(std::memory_order_acquire);
+        U64 const after = words()[generationWord].load(std::memory_order_relaxed);
+        if (before % 2 != 0 || before != after) {
+            return std::nullopt;
+        }
+        return before;
+    }
+
+    U64 readPatiently(std::optional<U64> generation, TryRead tryAgain, std::size_t first,
+                      void * out) const;
+    void recheckHeader() const;
+    FixedHeader header() const noexcept;
+
+    Word const * words() const noexcept { return mapping_.words(); }
+
+    std::string name_;
+    Descriptor descriptor_;
+    Format format_;
+    Mapping mapping_;
+    U64 capacity_ = 0;
+    /// The last generation in which the header was found good.
+    mutable std::atomic<U64> checkedGeneration_{1};
+};
+
+} // namespace Pelo

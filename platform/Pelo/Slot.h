@@ -1,0 +1,110 @@
+#pragma once
+
+#include "Pelo/Errors.h"
+#include "Pelo/Schema.h"
+
+#include <array>
+#include <cstring>
+#include <string_view>
+
+namespace [[gnu::visibility("default")]] Pelo {
+
+enum class SlotState : U8 {
+    empty, ///< holds no key, and none ever passed it by in search of a place
+    live,
+    dead, ///< its key was erased, and has its place here should it come back
+};
+
+/// A key in the form in which it is looked for: its bytes, and where the search begins.
+template <Schema S>
+class EncodedKey {
+public:
+    explicit EncodedKey(typename S::Key const & key) noexcept { S::encodeKey(key, bytes()); }
+
+    U8 const * bytes() const noexcept { return reinterpret_cast<U8 const *>(words_.data()); }
+
+    /// The first slot that the key may stand in; the others follow, around the end.
+    ///
+    /// Tables of different sizes have their keys in different orders: were it one order, a
+    /// table filled from a walk over a bigger one would take all keys into its first slots,
+    /// one long run that every search had to pass.
+    U64 firstSlot(U64 capacity) const noexcept {
+        return (checksum(capacity, words_) >> 32) * capacity >> 32;
+    }
+
+private:
+    U8 * bytes() noexcept { return reinterpret_cast<U8 *>(words_.data()); }
+
+    std::array<U64, (S::keySize + 7) / 8> words_{};
+};
+
+/// A slot, copied out of the shared memory or made to be copied there.
+///
+/// The number of the slot is part of its checksum, so that a good slot in a wrong place is
+/// found out as a bad one is. Empty slots have checksums too: a page that was lost, and
+/// reads as zeros, is no run of empty slots.
+template <Schema S>
+class Slot {
+public:
+    using Words = std::array<U64, formatOf<S>.slotWords()>;
+
+    /// Where the slot begins, in words from the start of the table.
+    static constexpr std::size_t place(U64 number) noexcept {
+        return headerWords + number * std::tuple_size_v<Words>;
+    }
+
+    SlotState state() const noexcept { return static_cast<SlotState>(bytes()[statePlace]); }
+
+    typename S::Key key() const { return S::decodeKey(bytes() + keyPlace); }
+
+    typename S::Value value() const { return S::decodeValue(bytes() + valuePlace); }
+
+    bool holds(EncodedKey<S> const & key) const noexcept {
+        return std::memcmp(bytes() + keyPlace, key.bytes(), S::keySize) == 0;
+    }
+
+    void stateIs(SlotState state) noexcept { bytes()[statePlace] = static_cast<U8>(state); }
+
+    void keyIs(EncodedKey<S> const & key) noexcept {
+        std::memcpy(bytes() + keyPlace, key.bytes(), S::keySize);
+    }
+
+    void valueIs(typename S::Value const & value) { S::encodeValue(value, bytes() + valuePlace); }
+
+    /// The words as they may stand in slot `number`.
+    Words const & sealed(U64 number) noexcept {
+        words_[0] = sum(number);
+        return words_;
+    }
+
+    /// The words, to be read into.
+    Words & words() noexcept { return words_; }
+
+    /// Raises `CorruptionDetectedException` unless the words are a sealed slot `number`.
+    void check(std::string_view table, U64 number) const {
+        if (words_[0] != sum(number)) [[unlikely]] {
+            throwSlotChecksum(table, number, words_[0], sum(number));
+        }
+        if (bytes()[statePlace] > static_cast<U8>(SlotState::dead)) [[unlikely]] {
+            throwSlotState(table, number, bytes()[statePlace]);
+        }
+    }
+
+private:
+    // The key comes first, where it lies on a word: it is compared at every step of a search.
+    static constexpr std::size_t keyPlace = 0;
+    static constexpr std::size_t valuePlace = keyPlace + S::keySize;
+    static constexpr std::size_t statePlace = valuePlace + S::valueSize;
+
+    U64 sum(U64 number) const noexcept {
+        return checksum(number, std::span(words_).template subspan<1>());
+    }
+
+    U8 * bytes() noexcept { return reinterpret_cast<U8 *>(words_.data() + 1); }
+
+    U8 const * bytes() const noexcept { return reinterpret_cast<U8 const *>(words_.data() + 1); }
+
+    Words words_{};
+};
+
+} // namespace Pelo

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Pelo/Mapping.h"
+
+#include <array>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace [[gnu::visibility("default")]] Pelo {
+
+/// Where a writer makes its table.
+struct Destination {
+    enum class Kind {
+        memory, ///< no file: readers get the descriptor
+        file,   ///< readers open `name`
+    };
+
+    Kind kind;
+    /// What messages call the table; of a file, its path.
+    std::string name;
+};
+
+/// A table's memory as its one writer sees it. Nobody else sees it before `publish`.
+class WritableRegion {
+public:
+    /// Takes memory for `capacity` slots. Raises `TableError`.
+    WritableRegion(Destination const & destination, Format const & format, U64 capacity);
+
+    U64 capacity() const noexcept { return capacity_; }
+
+    Counts const & counts() const noexcept { return counts_; }
+
+    /// The memory to hand to readers.
+    int descriptor() const noexcept { return descriptor_.number(); }
+
+    /// Stores words of a slot, and the counts that go with them, as one change.
+    void change(std::size_t first, std::span<U64 const> words, Counts const & counts) noexcept;
+
+    /// Stores words that no reader can see yet.
+    void fill(std::size_t first, std::span<U64 const> words) noexcept;
+
+    /// Writes the header of a region that has been filled, and puts the region where
+    /// readers find it. Raises `TableError`.
+    void publish(Counts const & counts);
+
+    /// Tells readers that nothing will change here any more.
+    void replaced() noexcept;
+
+    template <std::size_t count>
+    void read(std::size_t first, std::array<U64, count> & words) const noexcept {
+        for (std::size_t i = 0; i < count; ++i) {
+            words[i] = mapping_.words()[first + i].load(std::memory_order_relaxed);
+        }
+    }
+
+private:
+    Format format_;
+    U64 capacity_;
+    Counts counts_;
+    std::unique_ptr<NewFile> newFile_;
+    Descriptor descriptor_;
+    Mapping mapping_;
+};
+
+} // namespace Pelo

@@ -1,0 +1,177 @@
+#pragma once
+
+#include "Pelo/Errors.h"
+#include "Pelo/Slot.h"
+#include "Pelo/WritableRegion.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace [[gnu::visibility("default")]] Pelo {
+
+/// The one writer of a table, which it makes.
+///
+/// Readers follow every change at once, until the table has no slot left for a new key.
+/// Then the writer makes a bigger one and moves there: whoever reads the old one keeps what
+/// it held at that moment and can tell that it was replaced, and the path of a file leads
+/// to the new one. A change is stored in place under the generation rather than beside it,
+/// so a writer that dies in the middle leaves a table that readers refuse, never one that
+/// they misread.
+template <Schema S>
+class Writer {
+public:
+    using Key = typename S::Key;
+    using Value = typename S::Value;
+
+    /// Makes an empty table that has room for `entries` before it moves. One in memory has
+    /// no name in any directory: readers attach to `descriptor()`, in this process or in
+    /// one that inherits or is sent it. Raises `TableError`.
+    static Writer inMemory(std::string name, U64 entries = 0) {
+        return Writer({Destination::Kind::memory, std::move(name)}, entries);
+    }
+
+    /// As `inMemory`, in a file that takes the place of whatever is there under `path`.
+    static Writer inFile(std::string path, U64 entries = 0) {
+        return Writer({Destination::Kind::file, std::move(path)}, entries);
+    }
+
+    /// What messages call the table.
+    std::string const & name() const noexcept { return destination_.name; }
+
+    /// The number of live entries.
+    U64 size() const noexcept { return region_.counts().live; }
+
+    /// The table's memory, the writer's own descriptor. Another one after a move.
+    int descriptor() const noexcept { return region_.descriptor(); }
+
+    /// How often the table has moved.
+    U64 moves() const noexcept { return moves_; }
+
+    /// Stores `value` under `key`; returns whether the table did not hold the key before. A
+    /// default-made value is stored as any other: readers meet its key, and find nothing
+    /// under it. Raises `TableError` when the table has to move and cannot, and
+    /// `CorruptionDetectedException` when it met a slot that it did not write so.
+    bool insert(Key const & key, Value const & value) {
+        EncodedKey<S> const wanted(key);
+        auto place = locate(region_, wanted);
+        if (place.slot.state() == SlotState::empty && !roomForOneMore()) {
+            move(size() + 1);
+            place = locate(region_, wanted);
+        }
+        auto counts = region_.counts();
+        auto const before = place.slot.state();
+        counts.live += before != SlotState::live ? 1U : 0U;
+        counts.dead -= before == SlotState::dead ? 1U : 0U;
+        place.slot.stateIs(SlotState::live);
+        place.slot.keyIs(wanted);
+        place.slot.valueIs(value);
+        region_.change(Slot<S>::place(place.number), place.slot.sealed(place.number), counts);
+        return before != SlotState::live;
+    }
+
+    /// Takes `key` out; returns whether the table held it. Raises
+    /// `CorruptionDetectedException`.
+    bool erase(Key const & key) {
+        auto place = locate(region_, EncodedKey<S>(key));
+        if (place.slot.state() != SlotState::live) {
+            return false;
+        }
+        auto counts = region_.counts();
+        --counts.live;
+        ++counts.dead;
+        place.slot.stateIs(SlotState::dead);
+        place.slot.valueIs(Value());
+        region_.change(Slot<S>::place(place.number), place.slot.sealed(place.number), counts);
+        return true;
+    }
+
+    /// The value of `key`, or nothing. Raises `CorruptionDetectedException`.
+    std::optional<Value> find(Key const & key) const {
+        auto const place = locate(region_, EncodedKey<S>(key));
+        return place.slot.state() == SlotState::live ? std::optional(place.slot.value())
+                                                     : std::nullopt;
+    }
+
+private:
+    static constexpr U64 leastCapacity = 16;
+
+    struct Place {
+        U64 number;
+        Slot<S> slot;
+    };
+
+    Writer(Destination destination, U64 entries)
+        : destination_(std::move(destination)), region_(emptyRegion(entries)) {
+        region_.publish({});
+    }
+
+    WritableRegion emptyRegion(U64 entries) const {
+        WritableRegion region(destination_, formatOf<S>, capacityFor(entries));
+        Slot<S> slot;
+        for (U64 number = 0; number < region.capacity(); ++number) {
+            region.fill(Slot<S>::place(number), slot.sealed(number));
+        }
+        return region;
+    }
+
+    // At two thirds in use, a key that is there is found in the second slot on average, and
+    // one that is not in the fifth (Knuth, volume 3, section 6.4, linear probing).
+    U64 capacityFor(U64 entries) const {
+        if (entries >= maxCapacity / 2) {
+            throw TableError(name(), "cannot hold " + std::to_string(entries) +
+                                         " entries, at most " +
+                                         std::to_string(maxCapacity / 2 - 1));
+        }
+        return std::max(entries + entries / 2 + 1, leastCapacity);
+    }
+
+    bool roomForOneMore() const noexcept {
+        auto const & counts = region_.counts();
+        return (counts.live + counts.dead + 1) * 3 <= region_.capacity() * 2;
+    }
+
+    // The slot of the key, live or dead, or the empty one that it would take.
+    Place locate(WritableRegion const & region, EncodedKey<S> const & wanted) const {
+        U64 const capacity = region.capacity();
+        Place place{wanted.firstSlot(capacity), {}};
+        for (U64 visited = 0; visited < capacity; ++visited) {
+            read(region, place);
+            if (place.slot.state() == SlotState::empty || place.slot.holds(wanted)) {
+                return place;
+            }
+            place.number = place.number + 1 == capacity ? 0 : place.number + 1;
+        }
+        throwNoEmptySlot(name(), capacity);
+    }
+
+    void read(WritableRegion const & region, Place & place) const {
+        region.read(Slot<S>::place(place.number), place.slot.words());
+        place.slot.check(name(), place.number);
+    }
+
+    // Leaves the dead behind, and makes room for as many entries again.
+    void move(U64 entries) {
+        auto larger = emptyRegion(entries * 2);
+        Place old{0, {}};
+        for (; old.number < region_.capacity(); ++old.number) {
+            read(region_, old);
+            if (old.slot.state() == SlotState::live) {
+                auto const place = locate(larger, EncodedKey<S>(old.slot.key()));
+                larger.fill(Slot<S>::place(place.number), old.slot.sealed(place.number));
+            }
+        }
+        larger.publish({.live = size()});
+        region_.replaced();
+        region_ = std::move(larger);
+        ++moves_;
+    }
+
+    Destination destination_;
+    WritableRegion region_;
+    U64 moves_ = 0;
+};
+
+} // namespace Pelo

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Vex/String.h"
+
+#include <stdexcept>
+#include <string_view>
+
+/// What goes wrong in the framework and its value types. A caller that only reports
+/// catches `Error`; the kinds below it exist for those who answer them differently.
+/// Every `what()` is one line of printable ASCII when it quotes through `quoted()`.
+namespace [[gnu::visibility("default")]] Vex {
+
+/// The base of every error that the framework raises.
+class Error : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A number outside the range of the type that was to hold it.
+class RangeError : public Error {
+public:
+    using Error::Error;
+};
+
+/// A text that is not the text form of the type that was to be read from it.
+class ParseError : public Error {
+public:
+    using Error::Error;
+
+    /// Reads "'TEXT': expected EXPECTED". `text` is the offending text as it came, and is
+    /// quoted; `expected` is the author's own words and is not.
+    ParseError(std::string_view text, std::string_view expected);
+};
+
+/// `text` as it may stand in a message on a terminal or in a log: in single quotes, with
+/// every byte outside printable ASCII written \xNN, and the quote and the backslash
+/// escaped by a backslash. Beyond 60 bytes the text is cut, and three dots follow the
+/// closing quote.
+///
+/// Offending texts come from files and networks, so they may hold terminal control
+/// sequences, and bytes from 0x80 up can start one too.
+String quoted(std::string_view text);
+
+} // namespace Vex

@@ -1,0 +1,247 @@
+#pragma once
+
+#include "Vex/Iterator.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace [[gnu::visibility("default")]] Vex {
+
+/// The framework's hashed collection, with the nodes and iterators of the ordered one.
+///
+/// Entries stand in the order of their hash, entries of one hash in the order of their
+/// keys: the bucket of an entry is the top bits of its hash, and every chain is kept sorted.
+/// So the iteration order depends on the content alone, never on the order of filling nor
+/// on the number of buckets, and an iterator finds its place again by hash and key.
+/// The key's `std::hash` must be well mixed in its top bits.
+template <class SlotType>
+class HashMap2018 {
+public:
+    using Slot = SlotType;
+    using Key = typename Slot::Key;
+    using Iterator = CollectionIterator<HashMap2018>;
+    using const_iterator = Iterator;
+
+    struct Node {
+        Node(Slot && s, U64 h) : hash(h), slot(std::move(s)) {}
+
+        static void destroy(Node * node) noexcept { delete node; }
+
+        Node * next = nullptr;
+        U64 hash;
+        RefCount count;
+        Slot slot;
+    };
+
+    HashMap2018() = default;
+
+    HashMap2018(HashMap2018 const & other) {
+        for (Iterator it = other.begin(); it; ++it) {
+            upsert(Slot(it.slot()));
+        }
+    }
+
+    HashMap2018(HashMap2018 && other) noexcept { swap(other); }
+
+    ~HashMap2018() { clear(); }
+
+    HashMap2018 & operator=(HashMap2018 other) noexcept {
+        swap(other);
+        return *this;
+    }
+
+    Iterator begin() const noexcept { return Iterator(*this, firstFrom(0)); }
+
+    Iterator end() const noexcept { return Iterator(*this, nullptr); }
+
+    std::size_t size() const noexcept { return size_; }
+
+    bool empty() const noexcept { return size_ == 0; }
+
+    /// Changes whenever an entry is inserted or removed.
+    U64 version() const noexcept { return version_; }
+
+    /// The entry under `key`, or null; never inserts.
+    Slot const * find(Key const & key) const {
+        Node const * node = size_ ? *linkOf(hashOf(key), key) : nullptr;
+        return matches(node, key) ? &node->slot : nullptr;
+    }
+
+    Slot * find(Key const & key) { return const_cast<Slot *>(std::as_const(*this).find(key)); }
+
+    bool has(Key const & key) const { return find(key) != nullptr; }
+
+    /// Inserts `slot`, or overwrites the element of the entry with its key.
+    void upsert(Slot slot) {
+        if (Slot * known = find(slot.key())) {
+            known->element() = std::move(slot.element());
+        } else {
+            insert(std::move(slot));
+        }
+    }
+
+    /// The entry under `key`; when there is none, the one that `make()` returns, inserted.
+    template <class Make>
+    Slot & findOrInsert(Key const & key, Make && make) {
+        Slot * known = find(key);
+        return known ? *known : insert(std::forward<Make>(make)());
+    }
+
+    /// Takes the entry under `key` out and returns it; nothing when there is none.
+    std::optional<Slot> remove(Key const & key) {
+        if (size_ == 0) {
+            return std::nullopt;
+        }
+        Node ** link = linkOf(hashOf(key), key);
+        return matches(*link, key) ? std::optional<Slot>(takeOut(link)) : std::nullopt;
+    }
+
+    /// Takes out the entry on which `position` stands and returns it; nothing when it is at
+    /// the end or its entry is gone already. The iterator keeps standing where the entry was.
+    std::optional<Slot> remove(Iterator & position) {
+        Node const * node = position.node_.get();
+        if (!node || size_ == 0) {
+            return std::nullopt;
+        }
+        Node ** link = linkOf(node->hash, node->slot.key());
+        return *link == node ? std::optional<Slot>(takeOut(link)) : std::nullopt;
+    }
+
+    void clear() noexcept {
+        for (std::size_t bucket = 0; bucket < bucketCount(); ++bucket) {
+            for (Node * node = buckets_[bucket]; node;) {
+                NodeRef<Node>::release(std::exchange(node, std::exchange(node->next, nullptr)));
+            }
+        }
+        buckets_.reset();
+        bits_ = 0;
+        size_ = 0;
+        ++version_;
+    }
+
+    void swap(HashMap2018 & other) noexcept {
+        std::swap(buckets_, other.buckets_);
+        std::swap(bits_, other.bits_);
+        std::swap(size_, other.size_);
+        ++version_;
+        ++other.version_;
+    }
+
+    /// Entry by entry, key and element.
+    friend bool operator==(HashMap2018 const & a, HashMap2018 const & b) {
+        if (&a == &b) {
+            return true;
+        }
+        if (a.size_ != b.size_) {
+            return false;
+        }
+        for (Iterator x = a.begin(), y = b.begin(); x; ++x, ++y) {
+            if (!(x.slot() == y.slot())) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    friend Iterator;
+
+    static U64 hashOf(Key const & key) noexcept { return std::hash<Key>()(key); }
+
+    static bool matches(Node const * node, Key const & key) {
+        return node && node->slot.key() == key;
+    }
+
+    std::size_t bucketCount() const noexcept { return buckets_ ? std::size_t{1} << bits_ : 0; }
+
+    std::size_t bucketOf(U64 hash) const noexcept {
+        return bits_ == 0 ? 0 : static_cast<std::size_t>(hash >> (64U - bits_));
+    }
+
+    /// The link at which an entry of this hash and key hangs, or before which it belongs.
+    Node ** linkOf(U64 hash, Key const & key) const {
+        Node ** link = &buckets_[bucketOf(hash)];
+        while (*link &&
+               ((*link)->hash < hash || ((*link)->hash == hash && (*link)->slot.key() < key))) {
+            link = &(*link)->next;
+        }
+        return link;
+    }
+
+    Node * firstFrom(std::size_t bucket) const noexcept {
+        for (; bucket < bucketCount(); ++bucket) {
+            if (buckets_[bucket]) {
+                return buckets_[bucket];
+            }
+        }
+        return nullptr;
+    }
+
+    Node * following(Node const * node) const noexcept {
+        return node->next ? node->next : firstFrom(bucketOf(node->hash) + 1);
+    }
+
+    /// The first entry behind the place of `node`, which may be out of the collection.
+    Node * firstBehind(Node const & node) const {
+        if (size_ == 0) {
+            return nullptr;
+        }
+        Node * at = *linkOf(node.hash, node.slot.key());
+        if (matches(at, node.slot.key())) {
+            at = at->next;
+        }
+        return at ? at : firstFrom(bucketOf(node.hash) + 1);
+    }
+
+    Slot & insert(Slot && slot) {
+        if (size_ == bucketCount()) {
+            grow();
+        }
+        U64 const hash = hashOf(slot.key());
+        Node ** link = linkOf(hash, slot.key());
+        auto * node = new Node(std::move(slot), hash);
+        node->count.up();
+        node->next = *link;
+        *link = node;
+        ++size_;
+        ++version_;
+        return node->slot;
+    }
+
+    void grow() {
+        unsigned const oldBits = bits_;
+        std::size_t const oldCount = bucketCount();
+        auto const old = std::move(buckets_);
+        bits_ = old ? oldBits + 1 : 0;
+        buckets_ = std::make_unique<Node *[]>(std::size_t{1} << bits_);
+        for (std::size_t bucket = 0; bucket < oldCount; ++bucket) {
+            for (Node * node = old[bucket]; node;) {
+                Node * const rest = std::exchange(node->next, nullptr);
+                Node ** link = linkOf(node->hash, node->slot.key());
+                node->next = *link;
+                *link = node;
+                node = rest;
+            }
+        }
+    }
+
+    /// The removed slot is copied, not moved, out of a node that an iterator still shows.
+    Slot takeOut(Node ** link) {
+        Node * const node = *link;
+        *link = std::exchange(node->next, nullptr);
+        --size_;
+        ++version_;
+        Slot taken = node->count.value() > 1 ? Slot(node->slot) : Slot(std::move(node->slot));
+        NodeRef<Node>::release(node);
+        return taken;
+    }
+
+    std::unique_ptr<Node *[]> buckets_;
+    unsigned bits_ = 0;
+    std::size_t size_ = 0;
+    U64 version_ = 0;
+};
+
+} // namespace Vex

@@ -1,0 +1,15 @@
+#include "Vex/RefCount.h"
+
+namespace Vex {
+
+std::atomic<bool> threadSafePtrSwitch{false};
+
+void threadSafePtrIs(bool on) noexcept {
+    threadSafePtrSwitch.store(on);
+}
+
+bool threadSafePtr() noexcept {
+    return threadSafePtrSwitch.load();
+}
+
+} // namespace Vex

@@ -1,0 +1,14 @@
+#include "Vex/Reinstantiation.h"
+
+namespace Vex {
+
+void throwMutatorReinstantiating(std::string_view type, String const & key,
+                                 std::string_view attribute, String const & newValue,
+                                 String const & storedValue) {
+    String text{type};
+    text.append(" ").append(key).append(": ").append(attribute);
+    text.append(" cannot change from ").append(storedValue).append(" to ").append(newValue);
+    throw ReinstantiationError(text);
+}
+
+} // namespace Vex

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Vxlan/Vni.h"
+
+namespace [[gnu::visibility("default")]] Vxlan {
+
+/// A VNI or none, which as a filter stands for every VNI. The default is none.
+///
+/// A caller builds it from any number: the commands that apply the filter are the ones
+/// that test its range, through `vni()`, when they come to use it. So a value above
+/// `none` is neither none nor a VNI, and is kept as it is.
+class VniOrNone {
+public:
+    /// The number that stands for none, the first one past the VNIs.
+    static constexpr Vex::U32 none = 0x1000000;
+
+    /// Length of the longest text.
+    static constexpr std::size_t maxTextLength = Vni::maxTextLength;
+
+    constexpr VniOrNone() noexcept = default;
+
+    /// Takes any number, unchecked.
+    constexpr explicit VniOrNone(Vex::U32 value) noexcept : value_(value) {}
+
+    /// Implicit, since every VNI is one of these.
+    constexpr VniOrNone(Vni vni) noexcept : value_(vni.value()) {}
+
+    /// Reads what `Vni` reads, or "" as none. Raises `Vex::ParseError` for anything else.
+    static VniOrNone fromString(std::string_view text);
+
+    /// As `fromString`, but nothing in place of the error.
+    static std::optional<VniOrNone> tryFromString(std::string_view text) noexcept;
+
+    constexpr bool isNone() const noexcept { return value_ == none; }
+
+    /// The number as it was given; `none` for none.
+    constexpr Vex::U32 value() const noexcept { return value_; }
+
+    /// The VNI. Raises `Vex::RangeError` for none and for every number above it.
+    constexpr Vni vni() const { return Vni(value_); }
+
+    /// As `Vni::stringValue(dotted)`; "" for none; a number above it in decimal.
+    Vex::String stringValue(bool dotted = false) const;
+
+    /// Writes `stringValue(dotted)` to `out`, which has room for `maxTextLength` bytes,
+    /// without a closing zero. Returns the end of the text.
+    char * writeTo(char * out, bool dotted = false) const noexcept;
+
+    constexpr bool operator==(VniOrNone const & other) const noexcept = default;
+
+    /// Ordered as numbers, so every VNI comes before none.
+    constexpr std::strong_ordering operator<=>(VniOrNone const & other) const noexcept = default;
+
+private:
+    Vex::U32 value_ = none;
+};
+
+} // namespace Vxlan
+
+template <>
+struct std::hash<Vxlan::VniOrNone> {
+    std::size_t operator()(Vxlan::VniOrNone vni) const noexcept {
+        return Vex::hashMix(vni.value());
+    }
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+/// An assertion that holds in every build.
+///
+/// For errors of the program that must not reach the output, such as an attribute
+/// printed before it has a value: nothing sensible can be caught there, and a release
+/// build that went on would print rubbish that looks like state.
+namespace [[gnu::visibility("default")]] outfmt {
+
+/// Writes "FILE:LINE: FUNCTION: assertion 'EXPRESSION' failed" to standard error and
+/// aborts. FILE is shown by its base name.
+[[noreturn]] void assertionFailed(char const * expression, char const * file, int line,
+                                  char const * function) noexcept;
+
+/// Does nothing when `holds`, otherwise ends the process as assertionFailed() does. The
+/// place that is named is the caller's.
+inline void assertThat(bool holds, char const * expression, char const * file = __builtin_FILE(),
+                       int line = __builtin_LINE(),
+                       char const * function = __builtin_FUNCTION()) noexcept {
+    if (!holds) [[unlikely]] {
+        assertionFailed(expression, file, line, function);
+    }
+}
+
+} // namespace outfmt

@@ -1,0 +1,172 @@
+#include "outfmt/JsonWriter.h"
+
+#include "outfmt/JsonText.h"
+
+#include <charconv>
+#include <stdexcept>
+#include <string>
+
+namespace outfmt {
+namespace {
+
+[[noreturn]] void misuse(char const * call, char const * reason) {
+    throw std::logic_error(std::string("outfmt: ") + call + ": " + reason);
+}
+
+} // namespace
+
+void JsonWriter::start() {
+    if (!levels_.empty()) {
+        misuse("start()", "the document before has not ended");
+    }
+    open(Container::document);
+}
+
+void JsonWriter::end() {
+    if (levels_.empty()) {
+        misuse("end()", "no document was started");
+    }
+    closeDownTo(0);
+    buffer_.append('\n');
+}
+
+void JsonWriter::startDict(std::string_view key) {
+    closeDownTo(levelsWithoutOpenLists("startDict()"));
+    beginElement();
+    appendKey(key);
+    open(Container::dictionary);
+}
+
+void JsonWriter::endDict() {
+    std::size_t levels = levelsWithoutOpenLists("endDict()");
+    if (levels_[levels - 1].container != Container::dictionary) {
+        misuse("endDict()", "no keyed dictionary is open");
+    }
+    closeDownTo(levels - 1);
+}
+
+void JsonWriter::startList(std::string_view key) {
+    if (levels_.empty() || innermostIs(Container::list)) {
+        misuse("startList()", "a keyed list stands in a dictionary");
+    }
+    beginElement();
+    appendKey(key);
+    open(Container::list);
+}
+
+void JsonWriter::endList() {
+    if (!innermostIs(Container::list)) {
+        misuse("endList()", "no list is open");
+    }
+    closeDownTo(levels_.size() - 1);
+}
+
+void JsonWriter::startListEntry() {
+    if (!innermostIs(Container::list)) {
+        misuse("startListEntry()", "no list is open");
+    }
+    beginElement();
+    open(Container::entry);
+}
+
+void JsonWriter::endListEntry() {
+    if (!innermostIs(Container::entry)) {
+        misuse("endListEntry()", "no list entry is open");
+    }
+    closeDownTo(levels_.size() - 1);
+}
+
+void JsonWriter::addAttributes(std::span<AttrArg const * const> attributes) {
+    if (levels_.empty()) {
+        misuse("addAttributesJson()", "no document was started");
+    }
+    bool bare = innermostIs(Container::list);
+    for (AttrArg const * attribute : attributes) {
+        if (attribute->key.empty() != bare) {
+            misuse("addAttributesJson()",
+                   bare ? "a list element has no key" : "an attribute needs a key");
+        }
+    }
+    for (AttrArg const * attribute : attributes) {
+        beginElement();
+        if (!bare) {
+            appendKey(attribute->key);
+        }
+        appendValue(*attribute);
+    }
+}
+
+bool JsonWriter::innermostIs(Container container) const {
+    return !levels_.empty() && levels_.back().container == container;
+}
+
+/// How many levels stay open when every list that is innermost, and the dictionary whose
+/// member it is, are taken as finished. The document itself is never finished this way.
+std::size_t JsonWriter::levelsWithoutOpenLists(char const * call) const {
+    std::size_t levels = levels_.size();
+    while (levels > 0 && levels_[levels - 1].container == Container::list) {
+        levels -= 2; // below a list is always its dictionary
+    }
+    if (levels == 0) {
+        misuse(call, levels_.empty() ? "no document was started"
+                                     : "a list of the document itself is open");
+    }
+    return levels;
+}
+
+void JsonWriter::beginElement() {
+    if (!levels_.back().empty) {
+        buffer_.append(',');
+    }
+    levels_.back().empty = false;
+    appendLineBreak();
+}
+
+void JsonWriter::appendKey(std::string_view key) {
+    appendJsonString(buffer_, key);
+    buffer_.append(layout_ == Layout::indented ? ": " : ":");
+}
+
+void JsonWriter::open(Container container) {
+    levels_.push_back({container});
+    buffer_.append(container == Container::list ? '[' : '{');
+}
+
+void JsonWriter::closeDownTo(std::size_t levels) {
+    while (levels_.size() > levels) {
+        Level closed = levels_.back();
+        levels_.pop_back();
+        if (!closed.empty) {
+            appendLineBreak();
+        }
+        buffer_.append(closed.container == Container::list ? ']' : '}');
+    }
+}
+
+void JsonWriter::appendLineBreak() {
+    if (layout_ == Layout::indented) {
+        buffer_.append('\n');
+        buffer_.fill(' ', 2 * levels_.size());
+    }
+}
+
+void JsonWriter::appendValue(AttrArg const & attribute) {
+    switch (attribute.kind) {
+    case AttrKind::integer32:
+    case AttrKind::integer64: {
+        constexpr std::size_t longest = 20;
+        char * number = buffer_.reserve(longest);
+        char * end = std::to_chars(number, number + longest, attribute.number).ptr;
+        buffer_.commit(static_cast<std::size_t>(end - number));
+        break;
+    }
+    case AttrKind::string:
+        appendJsonString(buffer_, attribute.text);
+        break;
+    case AttrKind::boolean:
+        buffer_.append(attribute.number != 0 ? "true" : "false");
+        break;
+    }
+}
+
+} // namespace outfmt

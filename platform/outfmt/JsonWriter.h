@@ -1,0 +1,62 @@
+#pragma once
+
+#include "outfmt/AttrArg.h"
+#include "outfmt/OutputBuffer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace [[gnu::visibility("default")]] outfmt {
+
+/// Writes one JSON document (RFC 8259) after the other, each ended by a newline.
+///
+/// The operations and what they require are described at Printer, whose calls end here.
+/// A call that does not fit what is open throws std::logic_error before it writes
+/// anything.
+class JsonWriter {
+public:
+    enum class Layout : std::uint8_t {
+        compact,  ///< no blank and no line break
+        indented, ///< one member a line, two blanks a level
+    };
+
+    /// `buffer` must outlive the writer.
+    JsonWriter(OutputBuffer & buffer, Layout layout) : buffer_(buffer), layout_(layout) {}
+
+    void start();
+    void end();
+    void startDict(std::string_view key);
+    void endDict();
+    void startList(std::string_view key);
+    void endList();
+    void startListEntry();
+    void endListEntry();
+    void addAttributes(std::span<AttrArg const * const> attributes);
+
+private:
+    /// The document is the top-level dictionary, an entry a dictionary in a list.
+    enum class Container : std::uint8_t { document, dictionary, list, entry };
+
+    struct Level {
+        Container container;
+        bool empty = true;
+    };
+
+    bool innermostIs(Container container) const;
+    std::size_t levelsWithoutOpenLists(char const * call) const;
+    void beginElement();
+    void appendKey(std::string_view key);
+    void open(Container container);
+    void closeDownTo(std::size_t levels);
+    void appendLineBreak();
+    void appendValue(AttrArg const & attribute);
+
+    OutputBuffer & buffer_;
+    Layout layout_;
+    std::vector<Level> levels_;
+};
+
+} // namespace outfmt

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "outfmt/Format.h"
+#include "outfmt/OutputBuffer.h"
+
+#include <algorithm>
+#include <charconv>
+#include <concepts>
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+/// Formats one text line straight into the output: what Format.h parsed while compiling
+/// is filled with its arguments here. `Output` is an OutputBuffer or a LimitedOutput.
+namespace outfmt::detail {
+
+template <class Output>
+void putLiteral(Output & output, std::string_view format, Literal literal) {
+    std::string_view text = format.substr(literal.begin, literal.length);
+    if (literal.hasEscapes) {
+        for (std::size_t at = text.find("%%"); at != text.npos; at = text.find("%%")) {
+            output.append(text.substr(0, at + 1));
+            text.remove_prefix(at + 2);
+        }
+    }
+    output.append(text);
+}
+
+template <class Output>
+void putPadded(Output & output, Conversion const & conversion, std::string_view text) {
+    std::size_t padding = conversion.width > text.size() ? conversion.width - text.size() : 0;
+    if (padding == 0) {
+        output.append(text);
+    } else if (conversion.leftAligned) {
+        output.append(text);
+        output.fill(' ', padding);
+    } else {
+        output.fill(' ', padding);
+        output.append(text);
+    }
+}
+
+template <class Output>
+void putArgument(Output & output, Conversion const & conversion, std::string_view text) {
+    putPadded(output, conversion,
+              conversion.precision == noPrecision ? text : text.substr(0, conversion.precision));
+}
+
+template <class Output, TextValue Value>
+void putArgument(Output & output, Conversion const & conversion, Value const & value) {
+    static_assert(Value::maxTextLength <= OutputBuffer::maxReserve);
+    if (!conversion.leftAligned && conversion.width > 0) {
+        // The blanks come first, and how many is known only once the text is.
+        char text[Value::maxTextLength];
+        auto length = static_cast<std::size_t>(value.writeTo(text) - text);
+        return putArgument(output, conversion, std::string_view(text, length));
+    }
+    char * text = output.reserve(Value::maxTextLength);
+    auto length = static_cast<std::size_t>(value.writeTo(text) - text);
+    length = std::min<std::size_t>(length, conversion.precision);
+    output.commit(length);
+    if (length < conversion.width) {
+        output.fill(' ', conversion.width - length);
+    }
+}
+
+template <class Output, std::integral Number>
+void putArgument(Output & output, Conversion const & conversion, Number number) {
+    if constexpr (std::same_as<Number, char>) {
+        putPadded(output, conversion, {&number, 1});
+    } else {
+        char digits[20]; // the longest: -9223372036854775808
+        char * end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+        putPadded(output, conversion, {digits, static_cast<std::size_t>(end - digits)});
+    }
+}
+
+/// Writes `format` with `args`, which were checked against each other while compiling.
+template <class Output, class... Args>
+void putFormatted(Output & output, ParsedFormat<sizeof...(Args)> const & format,
+                  Args const &... args) {
+    [[maybe_unused]] auto const * conversion = format.conversions.data();
+    (
+        [&] {
+            putLiteral(output, format.text, conversion->before);
+            putArgument(output, *conversion, args);
+            ++conversion;
+        }(),
+        ...);
+    putLiteral(output, format.text, format.tail);
+}
+
+} // namespace outfmt::detail

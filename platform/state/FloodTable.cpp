@@ -1,0 +1,48 @@
+#include "state/FloodTable.h"
+
+#include "Pelo/Bytes.h"
+
+#include <utility>
+
+namespace VcsEvpn {
+
+namespace {
+
+constexpr std::size_t vniSize = 3;
+constexpr std::size_t ipSize = 4;
+constexpr std::size_t tunnelTypeSize = 1;
+static_assert(FloodSchema::keySize == vniSize + ipSize);
+static_assert(FloodSchema::valueSize == tunnelTypeSize);
+
+} // namespace
+
+void FloodSchema::encodeKey(FloodKey const & key, Vex::U8 * out) noexcept {
+    out = Pelo::writeNumber<vniSize>(out, key.vni.value());
+    Pelo::writeNumber<ipSize>(out, key.vtepIp.value());
+}
+
+FloodKey FloodSchema::decodeKey(Vex::U8 const * in) noexcept {
+    auto const vni = Pelo::readNumber<vniSize>(in);
+    auto const vtepIp = Pelo::readNumber<ipSize>(in + vniSize);
+    return {Vxlan::Vni(static_cast<Vex::U32>(vni)), Nolt::IpAddr(static_cast<Vex::U32>(vtepIp))};
+}
+
+void FloodSchema::encodeValue(FloodEntry const & entry, Vex::U8 * out) noexcept {
+    Pelo::writeNumber<tunnelTypeSize>(out, static_cast<Vex::U8>(entry.tunnelType()));
+}
+
+FloodEntry FloodSchema::decodeValue(Vex::U8 const * in) noexcept {
+    return FloodEntry(static_cast<FloodEntry::TunnelType>(in[0]));
+}
+
+FloodTable::FloodTable(Pelo::Reader<FloodSchema> reader) : Table(std::move(reader)) {}
+
+Vex::Ptr<FloodTable> openFloodTable(std::string const & path) {
+    return Vex::makePtr<FloodTable>(Pelo::Reader<FloodSchema>::open(path));
+}
+
+Vex::Ptr<FloodTable> openFloodTable(int descriptor, std::string name) {
+    return Vex::makePtr<FloodTable>(Pelo::Reader<FloodSchema>::attach(descriptor, std::move(name)));
+}
+
+} // namespace VcsEvpn

@@ -1,0 +1,54 @@
+#include "state/HostTable.h"
+
+#include "Pelo/Bytes.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace VcsEvpn {
+
+namespace {
+
+constexpr std::size_t macSize = 6;
+constexpr std::size_t vniSize = 3;
+constexpr std::size_t ipSize = 4;
+constexpr std::size_t moveCountSize = 4;
+static_assert(HostSchema::keySize == macSize + vniSize);
+static_assert(HostSchema::valueSize == ipSize + moveCountSize);
+
+} // namespace
+
+void HostSchema::encodeKey(HostKey const & key, Vex::U8 * out) noexcept {
+    out = Pelo::writeNumber<macSize>(out, key.mac.value());
+    Pelo::writeNumber<vniSize>(out, key.vni.value());
+}
+
+HostKey HostSchema::decodeKey(Vex::U8 const * in) noexcept {
+    Nolt::EthAddr::Bytes mac;
+    std::copy_n(in, macSize, mac.begin());
+    auto const vni = Pelo::readNumber<vniSize>(in + macSize);
+    return {Nolt::EthAddr(mac), Vxlan::Vni(static_cast<Vex::U32>(vni))};
+}
+
+void HostSchema::encodeValue(Host const & host, Vex::U8 * out) noexcept {
+    out = Pelo::writeNumber<ipSize>(out, host.vtepIp().value());
+    Pelo::writeNumber<moveCountSize>(out, host.moveCount());
+}
+
+Host HostSchema::decodeValue(Vex::U8 const * in) noexcept {
+    auto const vtepIp = Pelo::readNumber<ipSize>(in);
+    auto const moveCount = Pelo::readNumber<moveCountSize>(in + ipSize);
+    return {Nolt::IpAddr(static_cast<Vex::U32>(vtepIp)), static_cast<Vex::U32>(moveCount)};
+}
+
+HostTable::HostTable(Pelo::Reader<HostSchema> reader) : Table(std::move(reader)) {}
+
+Vex::Ptr<HostTable> openHostTable(std::string const & path) {
+    return Vex::makePtr<HostTable>(Pelo::Reader<HostSchema>::open(path));
+}
+
+Vex::Ptr<HostTable> openHostTable(int descriptor, std::string name) {
+    return Vex::makePtr<HostTable>(Pelo::Reader<HostSchema>::attach(descriptor, std::move(name)));
+}
+
+} // namespace VcsEvpn

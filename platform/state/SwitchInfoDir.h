@@ -1,0 +1,93 @@
+#pragma once
+
+#include "Nolt/IpGenAddr.h"
+#include "Vex/AllocTrack.h"
+#include "Vex/Entity.h"
+#include "Vex/HashMap.h"
+#include "Vex/Slot.h"
+#include "Vex/String.h"
+
+/// Which switch has which VTEPs, and which VTEP stands for which switches.
+namespace [[gnu::visibility("default")]] VxlanController {
+
+/// One VTEP address and the switches that have it.
+class VtepMap : public Vex::Tracked<VtepMap, Vex::PtrInterface> {
+public:
+    static constexpr char const * vexTypeName = "VxlanController::VtepMap";
+    using SwitchIds = Vex::HashMap2018<Vex::SetSlot<Vex::String>>;
+
+    explicit VtepMap(Nolt::IpGenAddr const & address) noexcept : address_(address) {}
+
+    Nolt::IpGenAddr const & address() const noexcept { return address_; }
+
+    /// Whether the VTEP is in service; of a switch's VTEPs an active one stands for it.
+    bool active() const noexcept { return active_; }
+
+    void activeIs(bool active) noexcept { active_ = active; }
+
+    /// The switches that have this VTEP, in hash order.
+    SwitchIds const & switchId() const noexcept { return switchId_; }
+
+    void switchIdIs(Vex::String const & switchId) {
+        switchId_.upsert(SwitchIds::Slot(switchId, true));
+    }
+
+private:
+    Nolt::IpGenAddr address_;
+    bool active_ = false;
+    SwitchIds switchId_;
+};
+
+/// One switch and its VTEPs.
+class SwitchInfo : public Vex::Tracked<SwitchInfo, Vex::PtrInterface> {
+public:
+    static constexpr char const * vexTypeName = "VxlanController::SwitchInfo";
+    using VtepMaps =
+        Vex::HashMap2018<Vex::EntitySlot<Nolt::IpGenAddr, VtepMap const, &VtepMap::address>>;
+
+    explicit SwitchInfo(Vex::String switchId) : switchId_(std::move(switchId)) {}
+
+    /// The text form of the switch's system identifier.
+    Vex::String const & switchId() const noexcept { return switchId_; }
+
+    /// The switch's VTEPs, in hash order.
+    VtepMaps const & vtepMap() const noexcept { return vtepMap_; }
+
+    void vtepMapIs(Vex::Ptr<VtepMap const> vtep) {
+        vtepMap_.upsert(VtepMaps::Slot(std::move(vtep)));
+    }
+
+private:
+    Vex::String switchId_;
+    VtepMaps vtepMap_;
+};
+
+/// All switches by identifier, and all VTEPs by address.
+class SwitchInfoDir : public Vex::Tracked<SwitchInfoDir, Vex::Entity> {
+public:
+    static constexpr char const * vexTypeName = "VxlanController::SwitchInfoDir";
+    using SwitchInfos =
+        Vex::HashMap2018<Vex::EntitySlot<Vex::String, SwitchInfo, &SwitchInfo::switchId>>;
+    using Vteps = Vex::HashMap2018<Vex::EntitySlot<Nolt::IpGenAddr, VtepMap, &VtepMap::address>>;
+
+    SwitchInfoDir() = default;
+
+    /// All switches, in hash order.
+    SwitchInfos const & switchInfo() const noexcept { return switchInfo_; }
+
+    /// The switch of that identifier, or null; compared byte by byte.
+    Vex::Ptr<SwitchInfo const> switchInfo(Vex::String const & switchId) const;
+
+    /// The VTEP of that address, or null.
+    Vex::Ptr<VtepMap const> vtepMap(Nolt::IpGenAddr const & address) const;
+
+    /// Both for whoever fills them; made when they are not there.
+    Vex::Ptr<SwitchInfo> switchInfoIs(Vex::String const & switchId);
+    Vex::Ptr<VtepMap> vtepMapIs(Nolt::IpGenAddr const & address);
+
+private:
+    SwitchInfos switchInfo_;
+    Vteps vteps_;
+};
+
+} // namespace VxlanController

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Vex/AllocTrack.h"
+#include "state/VniTables.h"
+
+namespace [[gnu::visibility("default")]] VxlanController {
+
+/// What the controller tells its destinations about one VNI.
+class VniFdbStatusV2 : public Vex::Tracked<VniFdbStatusV2, VniTables> {
+public:
+    static constexpr char const * vexTypeName = "VxlanController::VniFdbStatusV2";
+
+    explicit VniFdbStatusV2(Vxlan::Vni vni) noexcept : Tracked(vni) {}
+};
+
+} // namespace VxlanController

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "VxlanController/VxlanControllerCliModel.h"
+#include "state/FloodTable.h"
+#include "state/HostTable.h"
+#include "state/VniStatusDirV2.h"
+
+#include <initializer_list>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// A received state written down by a test: "HSC" and "QVX" go to the list of sources,
+/// every other name to the directory of switches.
+class Fabric {
+public:
+    Fabric & unicast(char const * source, Vex::U32 vni, char const * mac, char const * vtep,
+                     Vex::U32 moves = 0);
+    Fabric & multipath(char const * source, Vex::U32 vni, char const * mac,
+                       std::initializer_list<char const *> vteps);
+    Fabric & flood(char const * source, Vex::U32 vni, char const * mac,
+                   std::initializer_list<char const *> vteps);
+    Fabric & host(Vex::U32 vni, char const * mac, char const * vtep, Vex::U32 moves = 0);
+    Fabric & floodVtep(Vex::U32 vni, char const * vtep);
+
+    /// A source without any VNI.
+    Fabric & source(char const * name);
+
+    /// The tables of a source, for what the writers above do not cover.
+    VxlanController::VniStatusDirV2 & dirOf(std::string const & source);
+
+    Vex::Ptr<Vex::Dir> switches = Vex::makePtr<Vex::Dir>();
+    Vex::Ptr<VxlanController::Cli::VniStatusDirList> sources =
+        VxlanController::Cli::vniStatusDirListFactory();
+    Vex::Ptr<VxlanController::Cli::HostFloodTableList> evpn =
+        VxlanController::Cli::hostFloodTableListFactory();
+
+    VcsEvpn::HostTableWriter hosts{"hosts"};
+    VcsEvpn::FloodTableWriter floodVteps{"flood"};
+
+    /// Puts the EVPN tables, once they are filled, into `evpn`.
+    Fabric & withEvpn();
+
+private:
+    std::vector<std::pair<std::string, Vex::Ptr<VxlanController::VniStatusDirV2>>> dirs_;
+};
+
+/// The filters of a listing of received tables; all absent at first.
+struct ReceivedFilter {
+    Vxlan::VniOrNone vni = {};
+    std::string mac = {};
+    std::string source = {};
+    std::vector<std::pair<std::string, bool>> vteps = {};
+    bool dotted = false;
+};
+
+/// The command that lists `fabric`.
+Vex::Ptr<VxlanController::Cli::VcsVniReceived> receivedCommand(Fabric const & fabric,
+                                                               ReceivedFilter const & filter = {});
+
+/// What it renders, as text or JSON.
+std::string receivedText(Fabric const & fabric, ReceivedFilter const & filter = {});
+std::string receivedJson(Fabric const & fabric, ReceivedFilter const & filter = {},
+                         Vex::U32 revision = 2);

@@ -1,0 +1,48 @@
+#!/usr/bin/env python3
+"""Holds what a shared library exports against a checked-in list.
+
+    check_exports.py LIBRARY LIST [--write]
+
+A line of the list is one exported function or object as C++ writes it. What any
+translation unit may emit (inline functions, templates, vtables, type information) is not
+listed: whether it appears depends on the optimiser. With --write the list is renewed.
+"""
+
+import difflib
+import subprocess
+import sys
+
+
+def emitted_anywhere(name):
+    template = "<" in name.split("(")[0].replace("operator<", "operator")
+    return template or name.startswith((
+        ("__odr_asan", "typeinfo ", "vtable ", "guard variable ", "std::")))
+
+
+def exported(library):
+    lines = subprocess.run(
+        ["nm", "--dynamic", "--defined-only", "--demangle", library],
+        check=True, capture_output=True, text=True).stdout.splitlines()
+    strong = set()
+    for line in lines:
+        _, kind, name = line.split(" ", 2)
+        if kind in "TDBR" and not emitted_anywhere(name):
+            strong.add(name)
+    return sorted(strong)
+
+
+def main():
+    library, path = sys.argv[1:3]
+    now = [name + "\n" for name in exported(library)]
+    if sys.argv[3:] == ["--write"]:
+        with open(path, "w", encoding="utf-8") as out:
+            out.writelines(now)
+        return 0
+    with open(path, encoding="utf-8") as listed:
+        diff = list(difflib.unified_diff(listed.readlines(), now, "listed", "exported", n=0))
+    sys.stdout.writelines(diff)
+    return 1 if diff else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

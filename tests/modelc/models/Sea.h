@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Vex/Entity.h"
+#include "Vex/Name.h"
+#include "Vex/String.h"
+#include "Vex/Types.h"
+
+#include <compare>
+#include <string>
+#include <utility>
+
+/// Types that the test model imports: one of each kind that a model can import.
+namespace Sea {
+
+/// Passed like a number.
+class Depth {
+public:
+    Depth() = default;
+
+    explicit Depth(Vex::U32 metres) : metres_(metres) {}
+
+    Vex::U32 metres() const { return metres_; }
+
+    Vex::String stringValue() const { return std::to_string(metres_) + "m"; }
+
+    auto operator<=>(Depth const &) const = default;
+
+private:
+    Vex::U32 metres_ = 0;
+};
+
+/// Keyed by its name.
+class Buoy {
+public:
+    Buoy() = default;
+
+    Buoy(Vex::Name name, Vex::U32 height) : name_(std::move(name)), height_(height) {}
+
+    Vex::Name const & name() const { return name_; }
+
+    Vex::U32 height() const { return height_; }
+
+    bool operator==(Buoy const &) const = default;
+
+private:
+    Vex::Name name_;
+    Vex::U32 height_ = 0;
+};
+
+/// Somebody else's entity.
+class Chart : public Vex::PtrInterface {
+public:
+    explicit Chart(Vex::U32 sheet) : sheet_(sheet) {}
+
+    Vex::U32 sheet() const { return sheet_; }
+
+private:
+    Vex::U32 sheet_;
+};
+
+} // namespace Sea

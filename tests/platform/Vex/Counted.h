@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Vex/AllocTrack.h"
+#include "Vex/Entity.h"
+
+/// A small entity for the framework's tests: it tells how many of its kind are alive.
+class Counted : public Vex::Tracked<Counted, Vex::Entity> {
+public:
+    static constexpr char const * vexTypeName = "Test::Counted";
+
+    explicit Counted(int number) : number_(number) { ++alive; }
+
+    int const & number() const noexcept { return number_; }
+
+    inline static int alive = 0;
+
+protected:
+    ~Counted() override { --alive; }
+
+private:
+    int number_;
+};

@@ -1,0 +1,76 @@
+#include "Vex/FlatHashMap.h"
+
+#include "Nolt/IpAddr.h"
+#include "Vex/Slot.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+
+namespace {
+
+struct Entry {
+    Nolt::IpAddr key;
+    int number = 0;
+
+    Nolt::IpAddr const & address() const { return key; }
+};
+
+using Table = Vex::FlatHashMap<Vex::ValueSlot<Nolt::IpAddr, Entry, &Entry::address>>;
+
+Table::Slot slot(Vex::U32 address, int number) {
+    return Table::Slot(Entry{Nolt::IpAddr(address), number});
+}
+
+} // namespace
+
+TEST(FlatHashMap, InsertsAndOverwrites) {
+    Table table;
+    EXPECT_TRUE(table.upsert(slot(1, 10)));
+    EXPECT_FALSE(table.upsert(slot(1, 20)));
+    EXPECT_EQ(table.size(), 1U);
+    EXPECT_EQ(table.find(Nolt::IpAddr(1))->element().number, 20);
+    EXPECT_EQ(table.find(Nolt::IpAddr(2)), nullptr);
+}
+
+TEST(FlatHashMap, IsEmptyAtFirst) {
+    Table const table;
+    EXPECT_TRUE(table.empty());
+    EXPECT_TRUE(table.begin() == table.end());
+    EXPECT_EQ(table.find(Nolt::IpAddr(1)), nullptr);
+}
+
+TEST(FlatHashMap, AgreesWithAnOrdinaryMapAtEverySize) {
+    std::mt19937 random(20);
+    Table table;
+    std::map<Vex::U32, int> expected;
+    for (int i = 0; i < 20'000; ++i) {
+        auto const key = static_cast<Vex::U32>(random() % 8192);
+        EXPECT_EQ(table.upsert(slot(key, i)), expected.count(key) == 0);
+        expected[key] = i;
+        ASSERT_EQ(table.size(), expected.size());
+        if (i < 64 || i % 1000 == 0) {
+            for (Vex::U32 probe = 0; probe < 8192; probe += i < 64 ? 1 : 7) {
+                auto const * found = table.find(Nolt::IpAddr(probe));
+                auto const known = expected.find(probe);
+                ASSERT_EQ(found != nullptr, known != expected.end());
+                if (found) {
+                    ASSERT_EQ(found->element().number, known->second);
+                }
+            }
+        }
+    }
+}
+
+TEST(FlatHashMap, TheWalkMeetsEveryEntryOnceInTheOrderOfTheirComing) {
+    Table table;
+    for (Vex::U32 i = 0; i < 100; ++i) {
+        table.upsert(slot(1000 - i, static_cast<int>(i)));
+    }
+    int next = 0;
+    for (Entry const & entry : table) {
+        EXPECT_EQ(entry.number, next++);
+    }
+    EXPECT_EQ(next, 100);
+}

@@ -1,0 +1,71 @@
+#include "state/VniTables.h"
+
+#include "state/VniFdbStatusV2.h"
+#include "state/VniStatusV2.h"
+
+#include <gtest/gtest.h>
+
+using namespace VxlanController;
+using Nolt::EthAddr;
+using Nolt::IpAddr;
+using Nolt::IpGenAddr;
+
+namespace {
+
+EthAddr const mac = EthAddr::fromString("02:00:00:00:00:01");
+EthAddr const otherMac = EthAddr::fromString("02:00:00:00:00:02");
+
+/// Received and advertised state offer the same operations.
+template <class Status>
+class VniTablesTest : public testing::Test {
+protected:
+    Vex::Ptr<Status> status = Vex::makePtr<Status>(Vxlan::Vni(10));
+};
+
+using Statuses = testing::Types<VniStatusV2, VniFdbStatusV2>;
+TYPED_TEST_SUITE(VniTablesTest, Statuses);
+
+} // namespace
+
+TYPED_TEST(VniTablesTest, AnAbsentMacYieldsTheDefaultEntry) {
+    EXPECT_EQ(this->status->macVtepTable(mac), MacVtepV2());
+    EXPECT_TRUE(!this->status->macVtepMultiPathTable(mac));
+    EXPECT_EQ(this->status->macVtepFloodListTable(mac), nullptr);
+}
+
+TYPED_TEST(VniTablesTest, AWriterOverwritesTheEntryOfItsKey) {
+    EXPECT_TRUE(this->status->macVtepIs(MacVtepV2(mac, IpAddr(1), 5)));
+    EXPECT_FALSE(this->status->macVtepIs(MacVtepV2(mac, IpAddr(2), 6)));
+    EXPECT_EQ(this->status->macVtepTable(mac), MacVtepV2(mac, IpAddr(2), 6));
+    EXPECT_EQ(this->status->macVtepTable().size(), 1U);
+}
+
+TYPED_TEST(VniTablesTest, TheTablesAreKeyedSeparately) {
+    MacVtepMultiPathV2 multiPath(mac);
+    multiPath.vtepIpIs(IpAddr(1), true);
+    EXPECT_TRUE(this->status->macVtepMultiPathIs(multiPath));
+    auto const flood = Vex::makePtr<MacVtepFloodListV2>(otherMac);
+    flood->vtepIpIs(IpAddr(2), true);
+    EXPECT_TRUE(this->status->macVtepFloodListIs(flood));
+
+    EXPECT_EQ(this->status->macVtepMultiPathTable(mac), multiPath);
+    EXPECT_EQ(this->status->macVtepFloodListTable(otherMac), flood);
+    EXPECT_EQ(this->status->macVtepFloodListTable(mac), nullptr);
+    EXPECT_TRUE(this->status->macVtepTable().empty());
+}
+
+TYPED_TEST(VniTablesTest, ArpEntriesAreKeyedByTheirAddress) {
+    auto const v4 = IpGenAddr::fromString("10.0.0.9");
+    auto const v6 = IpGenAddr::fromString("2001:db8::9");
+    EXPECT_TRUE(this->status->arpIs(ArpEntryV2(v4, mac, 1, 2)));
+    EXPECT_TRUE(this->status->arpIs(ArpEntryV2(v6, mac, 1, 2)));
+    EXPECT_FALSE(this->status->arpIs(ArpEntryV2(v4, otherMac, 3, 4)));
+    EXPECT_EQ(this->status->arpTable().size(), 2U);
+    EXPECT_EQ(this->status->arpTable().find(v4)->element().macAddress(), otherMac);
+}
+
+TEST(VniStatusV2, IsTrackedUnderItsName) {
+    auto const before = Vex::allocTrackLiveCount("VxlanController::VniStatusV2");
+    auto const status = Vex::makePtr<VniStatusV2>(Vxlan::Vni(1));
+    EXPECT_EQ(Vex::allocTrackLiveCount("VxlanController::VniStatusV2"), before + 1);
+}

@@ -1,0 +1,190 @@
+#include "tests/vxshow/Process.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr char const * row =
+    "leaf1             4098        0200.0000.0001  10.0.0.1            3\n";
+
+/// Runs a listing of the small snapshot and expects it to succeed without a word.
+std::string listing(std::vector<std::string> arguments) {
+    TemporaryFile const state(smallSnapshot());
+    arguments.insert(arguments.begin(), {"--state", state.path()});
+    Finished const finished = vxshow(arguments);
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_EQ(finished.err, "");
+    return finished.out;
+}
+
+bool shows(std::string const & out) {
+    return out.find(row) != std::string::npos;
+}
+
+/// Expects a refusal: exit 2, one line that starts with the program's name, no output.
+std::string refused(std::vector<std::string> const & arguments) {
+    Finished const finished = vxshow(arguments, {.stateFile = "/nonexistent"});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(finished.err.substr(0, 8), "vxshow: ");
+    EXPECT_EQ(finished.err.find('\n'), finished.err.size() - 1) << finished.err;
+    return finished.err.substr(8);
+}
+
+std::vector<std::string> received(std::vector<std::string> filters) {
+    filters.insert(filters.begin(), {"mac", "received"});
+    return filters;
+}
+
+} // namespace
+
+TEST(CommandLine, ListsTheReceivedTables) {
+    EXPECT_EQ(listing({"mac", "received"}),
+              "         Received Mac Address Table\n"
+              "---------------------------------------------------------------------\n"
+              "\n"
+              "Source            VNI         Mac Address       VTEP            Moves\n"
+              "----------------- ----------- ----------------- --------------- -----\n" +
+                  std::string(row) +
+                  "Total Mac Addresses for this criterion: 1\n"
+                  "\n"
+                  "         Received Flood Table\n"
+                  "---------------------------------------------------------------------\n"
+                  "\n"
+                  "Source            VNI         Mac Address       VTEP\n"
+                  "----------------- ----------- ----------------- ---------------------\n"
+                  "Total Mac Addresses for this criterion: 0\n");
+}
+
+TEST(CommandLine, TakesEachFilterInEachForm) {
+    for (auto const & filters : std::vector<std::vector<std::string>>{
+             {"--vni", "4098"},
+             {"--vni", "0.16.2"},
+             {"--vni=4098"},
+             {"--mac", "02:00:00:00:00:01"},
+             {"--mac", "02-00-00-00-00-01"},
+             {"--mac", "0200.0000.0001"},
+             {"--mac", "00:00:00:00:00:00"},
+             {"--source", "leaf1"},
+             {"--source", "all"},
+             {"--source", ""},
+             {"--vtep", "10.0.0.1"},
+             {"--vtep", "10.0.0.9", "10.0.0.1"},
+             {"--vtep", "10.0.0.9", "--vtep", "10.0.0.1"},
+             {"--vni", "4098", "--mac", "0200.0000.0001", "--source", "leaf1"}}) {
+        EXPECT_TRUE(shows(listing(received(filters)))) << testing::PrintToString(filters);
+    }
+}
+
+TEST(CommandLine, AFilterThatMatchesNothingIsNoError) {
+    for (auto const & filters : std::vector<std::vector<std::string>>{{"--vni", "4097"},
+                                                                      {"--mac", "0200.0000.0002"},
+                                                                      {"--source", "leaf2"},
+                                                                      {"--source", "hsc"},
+                                                                      {"--vtep", "10.0.0.2"}}) {
+        std::string const out = listing(received(filters));
+        EXPECT_FALSE(shows(out));
+        EXPECT_NE(out.find("Total Mac Addresses for this criterion: 0\n\n"), std::string::npos);
+    }
+}
+
+TEST(CommandLine, OptionsStandBeforeOrAfterTheCommand) {
+    std::string const json = listing({"--json", "--revision", "1", "mac", "received"});
+    EXPECT_EQ(json.substr(0, 21), "{\"switches\":{\"leaf1\":");
+    EXPECT_NE(json.find("\"timeLearned\":0"), std::string::npos);
+    EXPECT_EQ(listing({"mac", "received", "--json", "--revision", "1"}), json);
+    EXPECT_EQ(listing({"mac", "--json", "received", "--revision=1"}), json);
+}
+
+TEST(CommandLine, TheRevisionIs2UnlessGiven) {
+    EXPECT_EQ(listing({"--json", "mac", "received"}),
+              listing({"--json", "--revision", "2", "mac", "received"}));
+    EXPECT_EQ(listing({"--json", "mac", "received"}).find("timeLearned"), std::string::npos);
+}
+
+TEST(CommandLine, PrettyIsTheSameDocumentIndented) {
+    std::string const pretty = listing({"--pretty", "mac", "received"});
+    EXPECT_EQ(pretty.substr(0, 30), "{\n  \"switches\": {\n    \"leaf1\":");
+}
+
+TEST(CommandLine, DottedShowsVnisAsThreeBytes) {
+    EXPECT_NE(listing({"--dotted", "mac", "received"}).find("leaf1             0.16.2      0200"),
+              std::string::npos);
+}
+
+TEST(CommandLine, TheStateMayStandInTheEnvironmentOrOnStandardInput) {
+    TemporaryFile const state(smallSnapshot());
+    EXPECT_TRUE(shows(vxshow({"mac", "received"}, {.stateFile = state.path()}).out));
+    EXPECT_TRUE(shows(vxshow({"--state", "-", "mac", "received"}, {.input = smallSnapshot()}).out));
+    EXPECT_TRUE(shows(
+        vxshow({"--state", state.path(), "mac", "received"}, {.stateFile = "/nonexistent"}).out));
+}
+
+TEST(CommandLine, AValueOfTheWrongKindIsRefusedWithWhatIsAccepted) {
+    EXPECT_EQ(
+        refused(received({"--vni", "abc"})),
+        "--vni: 'abc': expected a VNI from 0 to 16777215, decimal or dotted such as 0.16.2\n");
+    for (char const * vni : {"16777216", "-1", "1.2", "0x10", "010", " 10", "1.2.3.4"}) {
+        EXPECT_NE(refused(received({std::string("--vni=") + vni})).find("--vni: '"),
+                  std::string::npos);
+    }
+    for (char const * mac : {"02:00:00:00:00", "0200.0000", "02:00:00:00:00:0g", "leaf1"}) {
+        EXPECT_EQ(refused(received({"--mac", mac})).substr(0, 7), "--mac: ");
+    }
+    for (char const * ip : {"10.0.0", "10.0.0.256", "2001:db8::1", "10.0.0.01"}) {
+        EXPECT_EQ(refused(received({"--vtep", "10.0.0.1", ip})).substr(0, 8), "--vtep: ");
+    }
+    for (char const * number : {"x", "-1", "4294967296", "1.5", " 1"}) {
+        EXPECT_EQ(refused({std::string("--revision=") + number, "mac", "received"}),
+                  "--revision: '" + std::string(number) +
+                      "': expected a whole number from 0 to 4294967295\n");
+    }
+    EXPECT_EQ(refused(received({"--vni", ""})).substr(0, 10), "--vni: '':");
+    EXPECT_EQ(refused(received({"--mac", ""})).substr(0, 10), "--mac: '':");
+    EXPECT_EQ(refused({"--revision", "", "mac", "received"}).substr(0, 15), "--revision: '':");
+    EXPECT_EQ(refused({"--trace", "10", "mac", "received"}),
+              "--trace: '10': expected a whole number from 0 to 9\n");
+}
+
+TEST(CommandLine, WhatItDoesNotKnowIsRefused) {
+    refused({});
+    refused({"mac"});
+    refused({"mac", "sent"});
+    refused({"--bogus", "mac", "received"});
+    refused({"mac", "received", "--bogus"});
+    refused({"mac", "received", "leaf1"});
+    refused({"mac", "received", "--vni"});
+    refused({"mac", "received", "--vni", "1", "--vni", "2"});
+    refused({"--json", "--pretty", "mac", "received"});
+}
+
+TEST(CommandLine, ARefusalIsOneHarmlessLineWhateverWasTyped) {
+    std::string const typed = "x\n\x1b[31m\r\x07y";
+    for (auto const & arguments : {std::vector<std::string>{typed},
+                                   {"mac", "received", "--vni", typed},
+                                   {"mac", "received", typed},
+                                   {"--revision", typed, "mac", "received"}}) {
+        std::string const line = refused(arguments);
+        EXPECT_EQ(line.find_first_of("\x1b\r\x07"), std::string::npos) << line;
+    }
+}
+
+TEST(CommandLine, WithoutAStateItSaysHowToGiveOne) {
+    Finished const finished = vxshow({"mac", "received"});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_EQ(finished.err, "vxshow: no state to show: give --state FILE, or set VXSHOW_STATE\n");
+}
+
+TEST(CommandLine, HelpIsOnStandardOutputAndNoError) {
+    for (auto const & arguments : {std::vector<std::string>{"--help"},
+                                   {"-h"},
+                                   {"mac", "--help"},
+                                   {"mac", "received", "--help"}}) {
+        Finished const finished = vxshow(arguments);
+        EXPECT_EQ(finished.status, 0);
+        EXPECT_EQ(finished.err, "");
+        EXPECT_NE(finished.out.find("Usage: vxshow"), std::string::npos) << finished.out;
+    }
+    EXPECT_NE(vxshow({"mac", "received", "--help"}).out.find("--vtep IP"), std::string::npos);
+    EXPECT_EQ(vxshow({"--version"}).out, "vxshow 0.1.0\n");
+}

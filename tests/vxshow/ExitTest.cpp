@@ -1,0 +1,137 @@
+#include "tests/vxshow/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+std::vector<std::string> listingOf(TemporaryFile const & state) {
+    return {"--state", state.path(), "mac", "received"};
+}
+
+} // namespace
+
+TEST(Exit, AnUnreadableStateIsOneLineAndStatus1) {
+    Finished const finished = vxshow({"--state", "/nonexistent/state.json", "mac", "received"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(finished.err, "vxshow: /nonexistent/state.json: No such file or directory\n");
+}
+
+TEST(Exit, ABrokenStateIsOneLineAndPrintsNothing) {
+    std::string const whole = smallSnapshot();
+    TemporaryFile const state(whole.substr(0, whole.size() - 1));
+    Finished const finished = vxshow(listingOf(state));
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(finished.err.substr(0, 8 + state.path().size()), "vxshow: " + state.path());
+    EXPECT_EQ(finished.err.find('\n'), finished.err.size() - 1) << finished.err;
+}
+
+TEST(Exit, AFullDiskIsOneLineAndStatus1) {
+    TemporaryFile const state(smallSnapshot());
+    int const full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+    Finished const finished = vxshow(listingOf(state), {.outFd = full});
+    close(full);
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_NE(finished.err.find("vxshow: mac received: "), std::string::npos) << finished.err;
+    EXPECT_NE(finished.err.find("No space left on device"), std::string::npos) << finished.err;
+    EXPECT_EQ(finished.err.find('\n'), finished.err.size() - 1) << finished.err;
+}
+
+TEST(Exit, AClosedStandardOutputIsOneLineAndStatus1) {
+    TemporaryFile const state(smallSnapshot());
+    Finished const finished = vxshow(listingOf(state), {.closeOutput = true});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_NE(finished.err.find("Bad file descriptor"), std::string::npos) << finished.err;
+}
+
+TEST(Exit, AClosedPipeEndsItSilently) {
+    TemporaryFile const state(largeSnapshot(50'000));
+    Process process(listingOf(state));
+    process.readSome(100);
+    process.closeReader();
+    Finished const finished = process.finish();
+    EXPECT_EQ(finished.signal, SIGPIPE);
+    EXPECT_EQ(finished.err, "");
+}
+
+TEST(Exit, AClosedPipeIsOneLineWhereTheSignalIsIgnored) {
+    TemporaryFile const state(largeSnapshot(50'000));
+    Process process(listingOf(state), {.ignoreSigpipe = true});
+    process.readSome(100);
+    process.closeReader();
+    Finished const finished = process.finish();
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_NE(finished.err.find("Broken pipe"), std::string::npos) << finished.err;
+}
+
+TEST(Exit, AnInterruptWhileReadingSaysSoAndIsStatus130) {
+    // It waits for standard input, of which nothing ever comes.
+    Process process({"--state", "-", "mac", "received"});
+    std::this_thread::sleep_for(500ms);
+    kill(process.pid(), SIGINT);
+    auto const start = std::chrono::steady_clock::now();
+    Finished const finished = process.finish();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    EXPECT_EQ(finished.status, 130);
+    EXPECT_EQ(finished.out, "exiting on interrupt\n");
+    EXPECT_EQ(finished.err, "");
+}
+
+TEST(Exit, AnInterruptWhilePrintingEndsTheListingAtALineEnd) {
+    TemporaryFile const state(largeSnapshot(200'000));
+    Process process(listingOf(state));
+    std::string out = process.readSome(1000);
+    kill(process.pid(), SIGINT);
+    Finished const finished = process.finish();
+    out += finished.out;
+    EXPECT_EQ(finished.status, 130);
+    EXPECT_EQ(finished.err, "");
+    EXPECT_LT(out.size(), 200'000U * 70);
+    ASSERT_GE(out.size(), 22U);
+    EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n");
+}
+
+TEST(Exit, AnInterruptEndsItThoughNobodyReads) {
+    TemporaryFile const state(largeSnapshot(200'000));
+    Process process(listingOf(state));
+    process.readSome(1); // printing has begun; the pipe is full soon after
+    std::this_thread::sleep_for(500ms);
+    kill(process.pid(), SIGINT);
+    int status = 0;
+    auto const start = std::chrono::steady_clock::now();
+    pid_t ended = 0;
+    while (ended == 0 && std::chrono::steady_clock::now() - start < 5s) {
+        std::this_thread::sleep_for(5ms);
+        siginfo_t info{};
+        ended =
+            waitid(P_PID, static_cast<id_t>(process.pid()), &info, WEXITED | WNOHANG | WNOWAIT) == 0
+                ? info.si_pid
+                : -1;
+        status = info.si_status;
+    }
+    EXPECT_EQ(ended, process.pid());
+    EXPECT_EQ(status, 130);
+}
+
+TEST(Exit, TraceRecordsGoToStandardError) {
+    TemporaryFile const state(smallSnapshot());
+    Finished const quiet = vxshow(listingOf(state));
+    auto arguments = listingOf(state);
+    arguments.insert(arguments.end(), {"--source", "hsc", "--trace", "8"});
+    Finished const finished = vxshow(arguments);
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_NE(finished.err.find("void VxlanController::Cli::VcsVniReceived::initialize()\n"),
+              std::string::npos)
+        << finished.err;
+    EXPECT_EQ(quiet.err, "");
+    EXPECT_EQ(finished.err.substr(0, 2), "8 ");
+}

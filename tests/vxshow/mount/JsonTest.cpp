@@ -1,0 +1,81 @@
+#include "vxshow/mount/Json.h"
+
+#include "tests/vxshow/mount/Snapshots.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace vxshow::test {
+
+namespace {
+
+FileBytes bytesOf(std::string_view text) {
+    TextFile const file(text);
+    return FileBytes::read(file.descriptor());
+}
+
+/// The numbers and texts of an object of objects, in the order in which they are handed out.
+std::vector<std::string> walked(std::string_view text) {
+    auto const bytes = bytesOf(text);
+    JsonReader reader(bytes);
+    std::vector<std::string> seen;
+    reader.document([&](JsonText const & name, JsonValue value) {
+        seen.emplace_back(name.text());
+        value.members("an object", [&](JsonText const & inner, JsonValue member) {
+            seen.emplace_back(inner.text());
+            member.texts("a list", "a text",
+                         [&](JsonText const & element) { seen.emplace_back(element.text()); });
+        });
+    });
+    return seen;
+}
+
+TEST(Json, HandsOutMembersAndTextsInTheOrderOfTheDocument) {
+    EXPECT_EQ(walked(R"({"b":{"x":["1","\u0032\n"],"y":[]},"a":{},"b":{"z":["3"]}})"),
+              (std::vector<std::string>{"b", "x", "1", "2\n", "y", "a", "b", "z", "3"}));
+    EXPECT_EQ(walked("{}"), std::vector<std::string>());
+}
+
+TEST(Json, UnescapesTextsOfAnyLength) {
+    for (std::size_t length = 0; length < 200; ++length) {
+        std::string const plain(length, 'x');
+        EXPECT_EQ(walked("{\"" + plain + "\\\\" + plain + "\":{}}"),
+                  std::vector<std::string>{plain + "\\" + plain});
+    }
+}
+
+TEST(Json, RefusesWhatIsSomethingElseAtItsStart) {
+    auto const bytes = bytesOf(R"({"a":{"b":7}})");
+    JsonReader reader(bytes);
+    try {
+        reader.document([&](JsonText const &, JsonValue value) {
+            value.members("an object", [&](JsonText const &, JsonValue member) {
+                member.texts("a list", "a text", [](JsonText const &) {});
+            });
+        });
+        FAIL();
+    } catch (Refusal const & refusal) {
+        EXPECT_EQ(refusal.at - bytes.text().data(), 10);
+        EXPECT_EQ(refusal.expected, "a list");
+    }
+}
+
+TEST(Json, RefusesWhatIsNoJson) {
+    for (auto const * text : {"", "[]", "{", "{}}", "{} x", R"({"a":{})", R"({"a":{}}})",
+                              R"({"a":{}}{})", R"({"a":{"b":[}}})", R"({"a":{"b":["\q"]}})",
+                              "{\"\xff\":{}}", "\xef\xbb\xbf{}", R"({"a":{},})", R"({"a" {}})"}) {
+        bool refused = false;
+        try {
+            walked(text);
+        } catch (MalformedJson const &) {
+            refused = true;
+        } catch (Refusal const &) {
+            refused = true;
+        }
+        EXPECT_TRUE(refused) << text;
+    }
+}
+
+} // namespace
+
+} // namespace vxshow::test

@@ -1,0 +1,71 @@
+#include "tests/vxshow/mount/Snapshots.h"
+
+#include <stdexcept>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace vxshow::test {
+
+TextFile::TextFile(std::string_view text) : descriptor_(::memfd_create("snapshot", MFD_CLOEXEC)) {
+    while (!text.empty()) {
+        auto const written = ::write(descriptor_, text.data(), text.size());
+        if (written <= 0) {
+            throw std::runtime_error("cannot write a file in memory");
+        }
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    ::lseek(descriptor_, 0, SEEK_SET);
+}
+
+TextFile::~TextFile() {
+    ::close(descriptor_);
+}
+
+std::string TextFile::path() const {
+    return "/proc/self/fd/" + std::to_string(descriptor_);
+}
+
+Mount mounted(std::string_view text) {
+    TextFile const file(text);
+    return readSnapshot(file.path());
+}
+
+std::string refusal(std::string_view text) {
+    TextFile const file(text);
+    try {
+        readSnapshot(file.path());
+    } catch (SnapshotError const & error) {
+        std::string_view const line(error.what());
+        auto const start = file.path() + ":";
+        return std::string(line.starts_with(start) ? line.substr(start.size()) : line);
+    }
+    return "accepted";
+}
+
+std::string withReceived(std::string_view received) {
+    return R"({"format":"vxlan-controller-state","version":1,"received":)" + std::string(received) +
+           "}";
+}
+
+std::string withTables(std::string_view tables) {
+    return withReceived(R"({"switches":{"leaf1":{"10":)" + std::string(tables) + "}}}");
+}
+
+std::string tablesRefusal(std::string_view tables) {
+    auto const line = refusal(withTables(tables));
+    std::string const path = "received.switches.leaf1.\"10\"";
+    auto const at = line.find(path);
+    return at == std::string::npos ? line : line.substr(at + path.size());
+}
+
+Vex::Ptr<VxlanController::VniStatusV2 const> mountedTables(std::string_view tables) {
+    return switchOf(mounted(withTables(tables)), "leaf1")->vniStatusV2(Vxlan::Vni(10));
+}
+
+Vex::Ptr<VxlanController::VniStatusDirV2 const> switchOf(Mount const & mount,
+                                                         std::string_view name) {
+    return Vex::dynamicPtr<VxlanController::VniStatusDirV2 const>(
+        mount.received.switches->entityPtr(Vex::Name(name)));
+}
+
+} // namespace vxshow::test

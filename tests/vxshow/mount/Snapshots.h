@@ -1,0 +1,53 @@
+#pragma once
+
+#include "state/VniStatusDirV2.h"
+#include "vxshow/mount/Snapshot.h"
+
+#include <string>
+#include <string_view>
+
+/// Snapshots written out in a test, read as from a file.
+namespace vxshow::test {
+
+/// A file without a name in any directory that holds `text`.
+class TextFile {
+public:
+    explicit TextFile(std::string_view text);
+    TextFile(TextFile const &) = delete;
+    TextFile & operator=(TextFile const &) = delete;
+    ~TextFile();
+
+    int descriptor() const { return descriptor_; }
+
+    /// Leads to the file as long as this lives.
+    std::string path() const;
+
+private:
+    int descriptor_;
+};
+
+/// The mount that the document `text` gives.
+Mount mounted(std::string_view text);
+
+/// What the error for the document `text` says behind the name of the file, from the line
+/// number on; "accepted" when there is none.
+std::string refusal(std::string_view text);
+
+/// A whole document of which `received` is the one member that matters.
+std::string withReceived(std::string_view received);
+
+/// A whole document in which `tables` are those of VNI 10 of the switch leaf1.
+std::string withTables(std::string_view tables);
+
+/// As `refusal`, for the document `withTables(tables)`; the column is left out, and so is the
+/// path to the tables.
+std::string tablesRefusal(std::string_view tables);
+
+/// The tables of VNI 10 of leaf1 in the document `withTables(tables)`.
+Vex::Ptr<VxlanController::VniStatusV2 const> mountedTables(std::string_view tables);
+
+/// What is mounted for the switch `name`, or null.
+Vex::Ptr<VxlanController::VniStatusDirV2 const> switchOf(Mount const & mount,
+                                                         std::string_view name);
+
+} // namespace vxshow::test

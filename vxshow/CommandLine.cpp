@@ -1,0 +1,114 @@
+#include "vxshow/CommandLine.h"
+
+#include "vxshow/command/MacReceived.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <charconv>
+
+namespace vxshow {
+
+namespace {
+
+constexpr char const * version = "vxshow 0.1.0";
+
+constexpr char const * examples =
+    "Examples:\n"
+    "  vxshow --state fabric.json mac received --vni 10\n"
+    "  vxshow --json mac received --source leaf1 --state fabric.json\n";
+
+/// A whole number in a range, read to its last character.
+void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 high,
+               std::string const & help, std::function<void(Vex::U32)> const & store) {
+    app.add_option_function<std::string>(
+           name,
+           [=](std::string const & text) {
+               Vex::U32 number = 0;
+               char const * const end = text.data() + text.size();
+               auto const [stop, error] = std::from_chars(text.data(), end, number);
+               if (text.empty() || stop != end || error != std::errc() || number < low ||
+                   number > high) {
+                   throw CLI::ValidationError(
+                       name, "'" + text + "': expected a whole number from " + std::to_string(low) +
+                                 " to " + std::to_string(high));
+               }
+               store(number);
+           },
+           help)
+        ->type_name("N");
+}
+
+void addOutputOptions(CLI::App & app, CommandLine & chosen) {
+    app.add_option("--state", chosen.statePath, "Snapshot to read; - is standard input")
+        ->envname("VXSHOW_STATE")
+        ->type_name("FILE");
+    auto * json = app.add_flag_callback(
+        "--json", [&] { chosen.output.format = Format::compactJson; }, "JSON on one line");
+    auto * pretty = app.add_flag_callback(
+        "--pretty", [&] { chosen.output.format = Format::indentedJson; }, "Indented JSON");
+    json->excludes(pretty);
+    addNumber(app, "--revision", 0, 0xFFFFFFFF, "Revision of the JSON documents; 2 unless given",
+              [&](Vex::U32 number) { chosen.output.revision = number; });
+    app.add_flag("--dotted", chosen.output.vniDotted, "Show VNIs as three bytes, 0.16.2");
+    addNumber(app, "--trace", 0, 9, "Write trace records up to this level to standard error",
+              [&](Vex::U32 number) { chosen.traceLevel = number; });
+}
+
+/// One line of printable text. What was typed may hold anything, and stands in it.
+std::string oneLine(std::string_view text) {
+    constexpr char const * digits = "0123456789abcdef";
+    std::string line;
+    for (char const c : text) {
+        auto const byte = static_cast<unsigned char>(c);
+        if (c == '\n') {
+            line += ' ';
+        } else if (byte < 0x20 || byte == 0x7f) {
+            line += "\\x";
+            line += digits[byte >> 4];
+            line += digits[byte & 15];
+        } else {
+            line += c;
+        }
+    }
+    while (!line.empty() && line.back() == ' ') {
+        line.pop_back();
+    }
+    return line;
+}
+
+} // namespace
+
+std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv) {
+    CommandLine chosen;
+    CLI::App app("Shows what a VXLAN fabric knows", "vxshow");
+    app.footer(examples);
+    app.set_version_flag("--version", version);
+    app.require_subcommand(1);
+    addOutputOptions(app, chosen);
+
+    // Falling through lets the options above stand behind the command as well.
+    auto * mac = app.add_subcommand("mac", "MAC address tables");
+    mac->require_subcommand(1)->fallthrough();
+    addMacReceived(*mac, chosen);
+    for (auto * command : mac->get_subcommands([](CLI::App *) { return true; })) {
+        command->fallthrough();
+    }
+
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::CallForHelp const &) {
+        return Help{app.help()};
+    } catch (CLI::CallForVersion const &) {
+        return Help{std::string(version) + "\n"};
+    } catch (CLI::ParseError const & error) {
+        return UsageError{oneLine(error.what())};
+    }
+    if (chosen.statePath.empty()) {
+        return UsageError{"no state to show: give --state FILE, or set VXSHOW_STATE"};
+    }
+    return chosen;
+}
+
+} // namespace vxshow

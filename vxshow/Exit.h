@@ -1,0 +1,22 @@
+#pragma once
+
+namespace vxshow {
+
+/// The exit statuses that scripts rely on.
+enum class ExitStatus : int {
+    success = 0,
+    failed = 1,       ///< the state cannot be read, or the output not written
+    usage = 2,        ///< the command line cannot be obeyed
+    interrupted = 130 ///< by the user: 128 and the number of SIGINT
+};
+
+/// Whether a short line can be written to `fd` without waiting for its reader. Safe in a
+/// signal handler.
+bool canWriteAtOnce(int fd) noexcept;
+
+/// Ends the process. What stands in the standard streams is written, unless after an
+/// interrupt the reader would have to be waited for; nothing else is put in order: the
+/// system takes millions of objects back faster than their destructors do.
+[[noreturn]] void exitNow(ExitStatus status);
+
+} // namespace vxshow

@@ -1,0 +1,54 @@
+#include "vxshow/FilterOptions.h"
+
+#include "Vex/Errors.h"
+#include "Vxlan/Vni.h"
+
+namespace vxshow {
+
+namespace {
+
+/// The value of an option, or the command-line library's error with the type's own words.
+template <class Value>
+Value readValue(std::string const & option, std::string const & text) {
+    try {
+        return Value::fromString(text);
+    } catch (Vex::ParseError const & error) {
+        throw CLI::ValidationError(option, error.what());
+    }
+}
+
+} // namespace
+
+void addVniFilter(CLI::App & command, Vxlan::VniOrNone & vni) {
+    command
+        .add_option_function<std::string>(
+            "--vni",
+            [&vni](std::string const & text) { vni = readValue<Vxlan::Vni>("--vni", text); },
+            "Only this VNI: decimal, 4098, or dotted, 0.16.2")
+        ->type_name("VNI");
+}
+
+void addMacFilter(CLI::App & command, Nolt::EthAddr & mac) {
+    command
+        .add_option_function<std::string>(
+            "--mac",
+            [&mac](std::string const & text) { mac = readValue<Nolt::EthAddr>("--mac", text); },
+            "Only this MAC address: 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c or 001c.730a.0b0c; "
+            "the all-zero address stands for every address")
+        ->type_name("MAC");
+}
+
+void addVtepFilter(CLI::App & command, std::vector<Nolt::IpAddr> & vteps) {
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--vtep",
+            [&vteps](std::vector<std::string> const & texts) {
+                for (std::string const & text : texts) {
+                    vteps.push_back(readValue<Nolt::IpAddr>("--vtep", text));
+                }
+            },
+            "Only entries with one of these VTEPs, IPv4")
+        ->type_name("IP");
+}
+
+} // namespace vxshow

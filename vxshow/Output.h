@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Vex/Types.h"
+
+namespace vxshow {
+
+/// The formats that the library's `render` takes.
+enum class Format : Vex::U32 { text = 1, compactJson = 2, indentedJson = 3 };
+
+/// How the user wants the answer shown; the same for every command.
+struct Output {
+    Format format = Format::text;
+    Vex::U32 revision = 2; ///< of the JSON documents
+    bool vniDotted = false;
+};
+
+} // namespace vxshow

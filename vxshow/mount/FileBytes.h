@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vxshow {
+
+/// The bytes of a file, followed by zeros that do not belong to it: whoever scans them may
+/// look some way past the end, so that it can take them many at a time.
+///
+/// The file is read and not mapped: one that is cut short while it is mapped ends the
+/// process with a signal.
+class FileBytes {
+public:
+    /// How many zeros follow the bytes.
+    static constexpr std::size_t padding = 64;
+
+    /// The longest file that is read. Positions in it fit in 32 bits.
+    static constexpr std::size_t longest = 0xFFFFFFFF;
+
+    /// Reads all of `descriptor`, which may be of any kind that can be read and stays the
+    /// caller's. Raises `std::system_error` as the system refuses, `std::length_error` for
+    /// a file that is longer than `longest`, and `std::bad_alloc`.
+    static FileBytes read(int descriptor);
+
+    /// As `read`, of the file `path`.
+    static FileBytes open(std::string const & path);
+
+    std::string_view text() const noexcept { return {bytes_.get(), size_}; }
+
+private:
+    FileBytes(std::unique_ptr<char[]> bytes, std::size_t size) noexcept
+        : bytes_(std::move(bytes)), size_(size) {}
+
+    std::unique_ptr<char[]> bytes_;
+    std::size_t size_;
+};
+
+} // namespace vxshow

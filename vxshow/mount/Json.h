@@ -1,0 +1,194 @@
+#pragma once
+
+#include "Vex/Types.h"
+#include "vxshow/mount/FileBytes.h"
+
+#include <simdjson.h>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// A JSON document, read front to back, once, straight out of its bytes.
+///
+/// This is simdjson's On-Demand reading, narrowed to what a strict reader needs: every value
+/// is taken in its turn and none is passed over, since On-Demand does not look into what it
+/// passes over. Nothing here keeps track of where it is: what is refused is thrown with its
+/// position, and the place is worked out from that.
+namespace vxshow {
+
+/// Content that is JSON but not what is wanted there.
+struct Refusal {
+    char const * at; ///< the start of the token to blame
+    std::string expected;
+    std::string_view about = {}; ///< what to say of that token behind it: " again"
+};
+
+/// Content that is no JSON: where and why is for a slower reader to find out.
+struct MalformedJson {
+    simdjson::error_code error;
+};
+
+class JsonReader;
+
+/// The name of a member, or a text: as it stands in the document, not yet unescaped.
+class JsonText {
+public:
+    JsonText(char const * content, JsonReader & reader) noexcept
+        : content_(content), reader_(&reader) {}
+
+    /// The opening quote.
+    char const * at() const noexcept { return content_ - 1; }
+
+    /// The text itself. Valid until `text` is next called, for any text of the document.
+    /// Throws `MalformedJson` when it holds a bad escape.
+    std::string_view text() const;
+
+    /// Throws `Refusal` with the text as what was found.
+    [[noreturn]] void refuse(std::string expected) const {
+        throw Refusal{at(), std::move(expected)};
+    }
+
+    /// Throws the `Refusal` of what stands here for a second time.
+    [[noreturn]] void refuseAgain() const { throw Refusal{at(), "it once", " again"}; }
+
+private:
+    char const * content_;
+    JsonReader * reader_;
+};
+
+/// A value that has not been taken yet. Exactly one of the functions that take it is called,
+/// once. Each throws `Refusal` when the value is something else, with what was expected in
+/// its author's words, and `MalformedJson`.
+class JsonValue {
+public:
+    JsonValue(simdjson::ondemand::value value, JsonReader & reader) noexcept
+        : value_(value), reader_(&reader) {}
+
+    /// Where the value starts, also after it was taken.
+    char const * at() noexcept { return value_.raw_json_token().data(); }
+
+    /// Takes an object: `take(JsonText, JsonValue)` for each member, and must take the value.
+    template <class Take>
+    void members(std::string_view expected, Take && take) {
+        simdjson::ondemand::object object;
+        check('{', expected, value_.get_object().get(object));
+        eachMember(object, *reader_, take);
+    }
+
+    /// Takes an array: `take(JsonText)` for each element, all of which must be texts.
+    /// `expected` is about the array, `expectedElement` about those.
+    template <class Take>
+    void texts(std::string_view expected, std::string_view expectedElement, Take && take) {
+        simdjson::ondemand::array array;
+        check('[', expected, value_.get_array().get(array));
+        for (auto element : array) {
+            checked(element.error());
+            take(JsonValue(element.value_unsafe(), *reader_).text(expectedElement));
+        }
+    }
+
+    /// Takes a text. `expected` may say more of it than that.
+    JsonText text(std::string_view expected) {
+        simdjson::ondemand::raw_json_string content;
+        check('"', expected, value_.get_raw_json_string().get(content));
+        return {content.raw(), *reader_};
+    }
+
+    /// Takes a whole number from 0 to `max`, written without a fraction or an exponent.
+    Vex::U32 number(Vex::U32 max) {
+        return number(0, max, [&] { return "a whole number from 0 to " + std::to_string(max); });
+    }
+
+    /// Takes the whole number `only`.
+    void numberIs(Vex::U32 only) {
+        number(only, only, [&] { return std::to_string(only); });
+    }
+
+    /// Throws `Refusal` with the value as what was found.
+    [[noreturn]] void refuse(std::string expected) { throw Refusal{at(), std::move(expected)}; }
+
+    /// `members`, of an object that has been opened.
+    template <class Take>
+    static void eachMember(simdjson::ondemand::object & object, JsonReader & reader, Take && take) {
+        for (auto member : object) {
+            checked(member.error());
+            simdjson::ondemand::field field = member.value_unsafe();
+            take(JsonText(field.key().raw(), reader), JsonValue(field.value(), reader));
+        }
+    }
+
+    /// Throws `MalformedJson` unless `error` is none.
+    static void checked(simdjson::error_code error) {
+        if (error) [[unlikely]] {
+            throw MalformedJson{error};
+        }
+    }
+
+private:
+    template <class Expected>
+    Vex::U32 number(Vex::U32 min, Vex::U32 max, Expected && expected) {
+        Vex::U64 number = 0;
+        if (value_.get_uint64().get(number) || number < min || number > max) [[unlikely]] {
+            refuse(expected());
+        }
+        return static_cast<Vex::U32>(number);
+    }
+
+    void check(char first, std::string_view expected, simdjson::error_code error) {
+        if (error) [[unlikely]] {
+            if (*at() != first) {
+                refuse(std::string(expected));
+            }
+            throw MalformedJson{error};
+        }
+    }
+
+    simdjson::ondemand::value value_;
+    JsonReader * reader_;
+};
+
+/// The reader of one document.
+class JsonReader {
+public:
+    /// Reads `bytes`, which outlives the reader. Throws `MalformedJson` and `std::bad_alloc`.
+    explicit JsonReader(FileBytes const & bytes);
+
+    JsonReader(JsonReader const &) = delete;
+    JsonReader & operator=(JsonReader const &) = delete;
+
+    /// Where the document starts.
+    char const * at();
+
+    /// Takes the whole document, which must be one object, as `JsonValue::members` does.
+    template <class Take>
+    void document(Take && take) {
+        simdjson::ondemand::object object;
+        JsonValue::checked(document_.get_object().get(object));
+        JsonValue::eachMember(object, *this, take);
+        checkEnd();
+    }
+
+private:
+    friend JsonText;
+
+    void checkEnd();
+
+    std::string_view unescaped(char const * content);
+
+    simdjson::ondemand::parser parser_;
+    simdjson::ondemand::document document_;
+    std::string scratch_;
+};
+
+inline std::string_view JsonText::text() const {
+    char const * end = content_;
+    while (*end != '"' && *end != '\\') {
+        ++end;
+    }
+    if (*end == '\\') [[unlikely]] {
+        return reader_->unescaped(content_);
+    }
+    return {content_, static_cast<std::size_t>(end - content_)};
+}
+
+} // namespace vxshow

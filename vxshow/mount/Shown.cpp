@@ -1,0 +1,76 @@
+#include "vxshow/mount/Shown.h"
+
+#include "Vex/Digits.h"
+#include "vxshow/mount/Tokens.h"
+
+#include <algorithm>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::size_t longestText = 60;
+
+bool isWordCharacter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '-';
+}
+
+bool isPlainWord(std::string_view text) {
+    auto const startsAsNumber = [&] {
+        return text[0] == '-' || (text[0] >= '0' && text[0] <= '9');
+    };
+    return !text.empty() && text.size() <= longestText && !startsAsNumber() &&
+           std::all_of(text.begin(), text.end(), isWordCharacter);
+}
+
+} // namespace
+
+std::string printable(std::string_view text) {
+    std::string shown;
+    for (char const character : text) {
+        auto const byte = static_cast<unsigned char>(character);
+        if (byte < 0x20 || byte > 0x7e) {
+            shown.append("\\x").append({Vex::hexDigits[byte >> 4], Vex::hexDigits[byte & 0xF]});
+        } else {
+            shown.push_back(character);
+        }
+    }
+    return shown;
+}
+
+std::string shownText(std::string_view text) {
+    auto shown = printable(text.substr(0, longestText));
+    return text.size() > longestText ? shown.append("...") : shown;
+}
+
+std::string shownToken(std::string_view document, std::size_t position) {
+    if (position >= document.size()) {
+        return "the end of the file";
+    }
+    auto const token = tokenAt(document, position);
+    if (token.starts_with("\xEF\xBB\xBF")) {
+        return "a byte order mark";
+    }
+    switch (token[0]) {
+    case '{':
+        return "an object";
+    case '[':
+        return "an array";
+    case '}':
+    case ']':
+    case ':':
+    case ',':
+        return {'\'', token[0], '\''};
+    case '"':
+        return '"' + shownText(stringContent(token)) + '"';
+    default:
+        return shownText(token);
+    }
+}
+
+std::string shownMember(std::string_view raw) {
+    return isPlainWord(raw) ? std::string(raw) : '"' + shownText(raw) + '"';
+}
+
+} // namespace vxshow

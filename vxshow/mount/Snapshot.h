@@ -1,0 +1,28 @@
+#pragma once
+
+#include "vxshow/mount/Mount.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace vxshow {
+
+/// A snapshot that cannot be read. Its text is one line of printable ASCII:
+/// `FILE:LINE:COLUMN: MEMBERS: found WHAT, expected WHAT`, or `FILE: WHAT` where no place
+/// in the file is to blame. Lines and columns count from 1, columns in bytes.
+class SnapshotError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads the snapshot in the file `path`, or on standard input when that is "-".
+///
+/// Reading is strict: a document with a member, a number, an address or a byte that is not
+/// understood is refused whole, since a listing that silently lacks what was misspelt is
+/// worse than none. Raises `SnapshotError`.
+///
+/// The document goes through memory once, as it is, up to 4 GB of it; its values go
+/// straight into the tables, and the text is dropped before this returns.
+Mount readSnapshot(std::string const & path);
+
+} // namespace vxshow

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The words of JSON (RFC 8259), one at a time, for telling what is wrong with a document.
+/// Speed does not matter here; that every wrong byte is found does.
+namespace vxshow {
+
+/// A place where a document is no JSON.
+struct SyntaxError {
+    std::size_t position;
+    std::string found;
+    std::string expected;
+};
+
+/// Where the blanks that start at `position` end.
+std::size_t pastBlanks(std::string_view document, std::size_t position) noexcept;
+
+/// The token that starts at `position`, which is inside the document: a mark, a string with
+/// its quotes (to the end of the document when it is not closed), or all bytes up to the
+/// next blank, mark or quote.
+std::string_view tokenAt(std::string_view document, std::size_t position) noexcept;
+
+/// What stands between the quotes of a string token.
+std::string_view stringContent(std::string_view token) noexcept;
+
+/// What is wrong with the string that starts at `position`: not closed, a control character
+/// (section 7), an escape that does not exist or that stands for half a character, a byte
+/// sequence that is not UTF-8 (RFC 3629).
+std::optional<SyntaxError> stringError(std::string_view document, std::size_t position);
+
+/// Whether `token` is a number (section 6), true, false or null.
+bool isPlainValue(std::string_view token) noexcept;
+
+} // namespace vxshow

@@ -1,0 +1,62 @@
+#include "vxshow/mount/Values.h"
+
+#include "Vex/Digits.h"
+#include "vxshow/mount/Members.h"
+
+#include <array>
+
+namespace vxshow {
+
+namespace {
+
+template <class Address>
+Address required(std::optional<Address> const & address, JsonText const & text,
+                 std::string_view expected) {
+    if (!address) [[unlikely]] {
+        text.refuse(std::string(expected));
+    }
+    return *address;
+}
+
+} // namespace
+
+Nolt::EthAddr readMac(JsonText const & text) {
+    return required(Nolt::EthAddr::tryFromString(text.text()), text, anEthernetAddress);
+}
+
+Nolt::IpAddr readIpv4(JsonText const & text) {
+    return required(Nolt::IpAddr::tryFromString(text.text()), text, anIpv4Address);
+}
+
+Nolt::IpGenAddr readIp(JsonText const & text) {
+    auto address = Nolt::IpGenAddr::tryFromString(text.text());
+    if (address && address->isNone()) {
+        address.reset();
+    }
+    return required(address, text, "an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");
+}
+
+Vxlan::Vni readVni(JsonText const & text) {
+    auto const number = Vex::readDecimal(text.text(), Vxlan::Vni::max);
+    return Vxlan::Vni(required(number, text, "a VNI from 0 to 16777215 in decimal"));
+}
+
+Binding readBinding(JsonValue value) {
+    constexpr std::size_t vtep = 0;
+    static constexpr std::array<std::string_view, 2> names{"vtep", "moves"};
+    auto const * const start = value.at();
+    Members members(names);
+    Binding binding;
+    value.members("an object of \"vtep\" and \"moves\"",
+                  [&](JsonText const & name, JsonValue member) {
+                      if (members.take(name) == vtep) {
+                          binding.vtep = readIpv4(member.text(anIpv4Address));
+                      } else {
+                          binding.moves = member.number(0xFFFFFFFF);
+                      }
+                  });
+    members.require(vtep, start);
+    return binding;
+}
+
+} // namespace vxshow
