@@ -14,7 +14,9 @@ namespace {
 
 constexpr char const * version = "vxshow 0.1.0";
 
-constexpr char const * examples =
+constexpr char const * footer =
+    "The options --state, --json, --pretty, --revision, --dotted and --trace stand before or\n"
+    "after the command; vxshow --help explains them.\n\n"
     "Examples:\n"
     "  vxshow --state fabric.json mac received --vni 10\n"
     "  vxshow --json mac received --source leaf1 --state fabric.json\n";
@@ -83,7 +85,7 @@ std::string oneLine(std::string_view text) {
 std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv) {
     CommandLine chosen;
     CLI::App app("Shows what a VXLAN fabric knows", "vxshow");
-    app.footer(examples);
+    app.footer(footer);
     app.set_version_flag("--version", version);
     app.require_subcommand(1);
     addOutputOptions(app, chosen);

@@ -72,7 +72,7 @@ std::string row(Attribute const & attribute) {
                                                              : attribute.type.name),
         quotedForCpp(attribute.key.name),
     };
-    std::string const line = "    {" + joined(cells, ", ") + ", " + doc.front() + "},\n";
+    std::string line = "    {" + joined(cells, ", ") + ", " + doc.front() + "},\n";
     if (doc.size() == 1 && line.size() - 1 <= lineWidth) {
         return line;
     }

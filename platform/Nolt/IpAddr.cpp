@@ -8,8 +8,8 @@
 
 namespace Nolt {
 
-using Vex::U8;
 using Vex::U32;
+using Vex::U8;
 
 namespace {
 

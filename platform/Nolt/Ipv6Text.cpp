@@ -8,9 +8,9 @@
 
 namespace Nolt {
 
-using Vex::U8;
 using Vex::U32;
 using Vex::U64;
+using Vex::U8;
 
 namespace {
 

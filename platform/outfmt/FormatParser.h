@@ -36,10 +36,8 @@ enum class ArgumentKind : std::uint8_t { text, signedInteger, unsignedInteger, c
 template <class T>
 consteval ArgumentKind argumentKind() {
     using Value = std::remove_cv_t<T>;
-    if constexpr (TextValue<Value>) {
-        return ArgumentKind::text;
-    } else if constexpr (std::convertible_to<Value const &, std::string_view> &&
-                         !std::same_as<Value, std::nullptr_t>) {
+    if constexpr (TextValue<Value> || (std::convertible_to<Value const &, std::string_view> &&
+                                       !std::same_as<Value, std::nullptr_t>)) {
         return ArgumentKind::text;
     } else if constexpr (std::same_as<Value, char>) {
         return ArgumentKind::character;

@@ -326,18 +326,17 @@ def arguments(words):
     return result
 
 
-def main(words):
+def listing(words):
+    """What `vxshow` prints for these arguments, as bytes."""
     wanted = arguments(words)
     with open(0 if wanted.state == "-" else wanted.state, encoding="utf-8") as file:
         state = json.load(file).get("received", {})
 
     received = Received(state, wanted.vni, wanted.mac, wanted.source, wanted.vtep)
     if wanted.json or wanted.pretty:
-        output = document(received, wanted.dotted, wanted.revision, wanted.pretty)
-    else:
-        output = text(received, wanted.dotted)
-    sys.stdout.buffer.write(output)
+        return document(received, wanted.dotted, wanted.revision, wanted.pretty)
+    return text(received, wanted.dotted)
 
 
 if __name__ == "__main__":
-    main(sys.argv[1:])
+    sys.stdout.buffer.write(listing(sys.argv[1:]))

@@ -39,8 +39,11 @@ TEST(Json, HandsOutMembersAndTextsInTheOrderOfTheDocument) {
 TEST(Json, UnescapesTextsOfAnyLength) {
     for (std::size_t length = 0; length < 200; ++length) {
         std::string const plain(length, 'x');
-        EXPECT_EQ(walked("{\"" + plain + "\\\\" + plain + "\":{}}"),
-                  std::vector<std::string>{plain + "\\" + plain});
+        auto document = "{\"" + plain;
+        document.append("\\\\").append(plain).append("\":{}}");
+        auto expected = plain + "\\";
+        expected.append(plain);
+        EXPECT_EQ(walked(document), std::vector<std::string>{expected});
     }
 }
 
