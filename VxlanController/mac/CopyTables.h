@@ -22,24 +22,25 @@ void copyFloodList(MacVtepFloodListV2 const & entry, VniStatus & into);
 /// look-ups, else by walking each table. A MAC that several tables hold is copied from
 /// each of them.
 template <class Target>
-void copyTables(VniTables const & status, Target & target, MacTableFilter const & filter) {
+void copyTables(VniTables const & status, Vxlan::Vni vni, Target & target,
+                MacTableFilter const & filter) {
     InterruptPoll poll;
     auto const unicast = [&](MacVtepV2 const & entry) {
         poll.step();
         if (entry != MacVtepV2() && macVtepIpFiltered(filter.vteps, entry)) {
-            copyMacVtep(entry, target.vniStatus(status.vni()));
+            copyMacVtep(entry, target.vniStatus(vni));
         }
     };
     auto const multiPath = [&](MacVtepMultiPathV2 const & entry) {
         poll.step();
         if (!!entry && macVtepMultiPathIpFiltered(filter.vteps, entry)) {
-            copyMultiPath(entry, target.vniStatus(status.vni()));
+            copyMultiPath(entry, target.vniStatus(vni));
         }
     };
     auto const floodList = [&](MacVtepFloodListV2 const & entry) {
         poll.step();
         if (macVtepFloodListIpFiltered(filter.vteps, entry)) {
-            copyFloodList(entry, target.vniStatus(status.vni()));
+            copyFloodList(entry, target.vniStatus(vni));
         }
     };
 

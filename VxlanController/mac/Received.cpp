@@ -87,10 +87,10 @@ void VcsVniReceived::copySwitch(Vex::Name switchId) {
     MacTableFilter const filter{macFilter(), *vtepFilter()};
     if (vniFilter().isNone()) {
         for (VniStatusV2 const & status : vnis->vniStatusV2()) {
-            copyTables(status, target, filter);
+            copyTables(status, status.vni(), target, filter);
         }
     } else if (auto const status = vnis->vniStatusV2(vniFilter().vni())) {
-        copyTables(*status, target, filter);
+        copyTables(*status, status->vni(), target, filter);
     }
 }
 

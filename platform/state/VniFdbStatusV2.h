@@ -5,12 +5,13 @@
 
 namespace [[gnu::visibility("default")]] VxlanController {
 
-/// What the controller tells its destinations about one VNI.
+/// What the controller tells its destinations about one VNI, which the name tells under
+/// which it is published.
 class VniFdbStatusV2 : public Vex::Tracked<VniFdbStatusV2, VniTables> {
 public:
     static constexpr char const * vexTypeName = "VxlanController::VniFdbStatusV2";
 
-    explicit VniFdbStatusV2(Vxlan::Vni vni) noexcept : Tracked(vni) {}
+    VniFdbStatusV2() = default;
 };
 
 } // namespace VxlanController

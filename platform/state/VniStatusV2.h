@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Vex/AllocTrack.h"
+#include "Vxlan/Vni.h"
 #include "state/VniTables.h"
 
 namespace [[gnu::visibility("default")]] VxlanController {
@@ -10,7 +11,12 @@ class VniStatusV2 : public Vex::Tracked<VniStatusV2, VniTables> {
 public:
     static constexpr char const * vexTypeName = "VxlanController::VniStatusV2";
 
-    explicit VniStatusV2(Vxlan::Vni vni) noexcept : Tracked(vni) {}
+    explicit VniStatusV2(Vxlan::Vni vni) noexcept : vni_(vni) {}
+
+    Vxlan::Vni vni() const noexcept { return vni_; }
+
+private:
+    Vxlan::Vni vni_;
 };
 
 } // namespace VxlanController

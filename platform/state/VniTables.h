@@ -3,7 +3,6 @@
 #include "Vex/Entity.h"
 #include "Vex/FlatHashMap.h"
 #include "Vex/Slot.h"
-#include "Vxlan/Vni.h"
 #include "state/ArpEntryV2.h"
 #include "state/MacVtepFloodListV2.h"
 #include "state/MacVtepMultiPathV2.h"
@@ -23,8 +22,6 @@ public:
         Vex::EntitySlot<Nolt::EthAddr, MacVtepFloodListV2 const, &MacVtepFloodListV2::macAddr>>;
     using ArpTable =
         Vex::FlatHashMap<Vex::ValueSlot<Nolt::IpGenAddr, ArpEntryV2, &ArpEntryV2::ipAddress>>;
-
-    Vxlan::Vni vni() const noexcept { return vni_; }
 
     /// The tables, to be walked in their own order.
     MacVtepTable const & macVtepTable() const noexcept { return macVtepTable_; }
@@ -57,12 +54,11 @@ public:
     bool arpIs(ArpEntryV2 const & entry);
 
 protected:
-    explicit VniTables(Vxlan::Vni vni) noexcept : vni_(vni) {}
+    VniTables() = default;
 
     ~VniTables() override;
 
 private:
-    Vxlan::Vni vni_;
     MacVtepTable macVtepTable_;
     MacVtepMultiPathTable macVtepMultiPathTable_;
     MacVtepFloodListTable macVtepFloodListTable_;

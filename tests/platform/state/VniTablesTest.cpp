@@ -19,7 +19,16 @@ EthAddr const otherMac = EthAddr::fromString("02:00:00:00:00:02");
 template <class Status>
 class VniTablesTest : public testing::Test {
 protected:
-    Vex::Ptr<Status> status = Vex::makePtr<Status>(Vxlan::Vni(10));
+    Vex::Ptr<Status> status = make();
+
+private:
+    static Vex::Ptr<Status> make() {
+        if constexpr (std::is_default_constructible_v<Status>) {
+            return Vex::makePtr<Status>();
+        } else {
+            return Vex::makePtr<Status>(Vxlan::Vni(10));
+        }
+    }
 };
 
 using Statuses = testing::Types<VniStatusV2, VniFdbStatusV2>;
