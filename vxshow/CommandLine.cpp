@@ -1,6 +1,7 @@
 #include "vxshow/CommandLine.h"
 
-#include "vxshow/command/MacReceived.h"
+#include "vxshow/Refusals.h"
+#include "vxshow/command/Commands.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -19,7 +20,8 @@ constexpr char const * footer =
     "after the command; vxshow --help explains them.\n\n"
     "Examples:\n"
     "  vxshow --state fabric.json mac received --vni 10\n"
-    "  vxshow --json mac received --source leaf1 --state fabric.json\n";
+    "  vxshow --json mac received --source leaf1 --state fabric.json\n"
+    "  vxshow --state fabric.json arp advertised --ip 2001:db8::1\n";
 
 /// A whole number in a range, read to its last character.
 void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 high,
@@ -50,34 +52,19 @@ void addOutputOptions(CLI::App & app, CommandLine & chosen) {
         "--json", [&] { chosen.output.format = Format::compactJson; }, "JSON on one line");
     auto * pretty = app.add_flag_callback(
         "--pretty", [&] { chosen.output.format = Format::indentedJson; }, "Indented JSON");
-    json->excludes(pretty);
+    json->excludes(pretty)->disable_flag_override();
+    pretty->disable_flag_override();
     addNumber(app, "--revision", 0, 0xFFFFFFFF, "Revision of the JSON documents; 2 unless given",
               [&](Vex::U32 number) { chosen.output.revision = number; });
-    app.add_flag("--dotted", chosen.output.vniDotted, "Show VNIs as three bytes, 0.16.2");
+    app.add_flag("--dotted", chosen.output.vniDotted, "Show VNIs as three bytes, 0.16.2")
+        ->disable_flag_override();
     addNumber(app, "--trace", 0, 9, "Write trace records up to this level to standard error",
               [&](Vex::U32 number) { chosen.traceLevel = number; });
 }
 
-/// One line of printable text. What was typed may hold anything, and stands in it.
-std::string oneLine(std::string_view text) {
-    constexpr char const * digits = "0123456789abcdef";
-    std::string line;
-    for (char const c : text) {
-        auto const byte = static_cast<unsigned char>(c);
-        if (c == '\n') {
-            line += ' ';
-        } else if (byte < 0x20 || byte == 0x7f) {
-            line += "\\x";
-            line += digits[byte >> 4];
-            line += digits[byte & 15];
-        } else {
-            line += c;
-        }
-    }
-    while (!line.empty() && line.back() == ' ') {
-        line.pop_back();
-    }
-    return line;
+/// The first word of several commands; the second one follows it.
+CLI::App * addGroup(CLI::App & app, std::string const & name, std::string const & help) {
+    return app.add_subcommand(name, help)->require_subcommand(1)->fallthrough();
 }
 
 } // namespace
@@ -90,14 +77,16 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     app.require_subcommand(1);
     addOutputOptions(app, chosen);
 
-    // Falling through lets the options above stand behind the command as well.
-    auto * mac = app.add_subcommand("mac", "MAC address tables");
-    mac->require_subcommand(1)->fallthrough();
+    auto * mac = addGroup(app, "mac", "MAC address tables");
     addMacReceived(*mac, chosen);
-    for (auto * command : mac->get_subcommands([](CLI::App *) { return true; })) {
-        command->fallthrough();
-    }
+    addMacAdvertised(*mac, chosen);
+    auto * arp = addGroup(app, "arp", "ARP tables: which IP address has which MAC address");
+    addArpReceived(*arp, chosen);
+    addArpAdvertised(*arp, chosen);
 
+    if (auto line = missingValue(app, argc, argv)) {
+        return UsageError{*std::move(line)};
+    }
     try {
         app.parse(argc, argv);
     } catch (CLI::CallForHelp const &) {
@@ -105,7 +94,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     } catch (CLI::CallForVersion const &) {
         return Help{std::string(version) + "\n"};
     } catch (CLI::ParseError const & error) {
-        return UsageError{oneLine(error.what())};
+        return UsageError{refusal(app, error)};
     }
     if (chosen.statePath.empty()) {
         return UsageError{"no state to show: give --state FILE, or set VXSHOW_STATE"};

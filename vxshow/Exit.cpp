@@ -1,21 +1,35 @@
 #include "vxshow/Exit.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <poll.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace vxshow {
 
-bool canWriteAtOnce(int fd) noexcept {
-    pollfd request{fd, POLLOUT, 0};
-    return poll(&request, 1, 0) == 1 && (request.revents & POLLOUT) != 0;
+namespace {
+
+extern "C" void endInterrupted(int) {
+    _exit(static_cast<int>(ExitStatus::interrupted));
+}
+
+} // namespace
+
+void endInterruptedWithin(int milliseconds) noexcept {
+    struct sigaction action {};
+
+    action.sa_handler = endInterrupted;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGALRM, &action, nullptr);
+
+    itimerval limit{};
+    limit.it_value.tv_usec = suseconds_t{milliseconds} * 1000;
+    setitimer(ITIMER_REAL, &limit, nullptr);
 }
 
 void exitNow(ExitStatus status) {
-    if (status != ExitStatus::interrupted || canWriteAtOnce(STDOUT_FILENO)) {
-        std::fflush(stdout);
-    }
+    std::fflush(stdout);
     std::_Exit(static_cast<int>(status));
 }
 

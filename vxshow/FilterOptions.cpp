@@ -38,13 +38,27 @@ void addMacFilter(CLI::App & command, Nolt::EthAddr & mac) {
         ->type_name("MAC");
 }
 
-void addVtepFilter(CLI::App & command, std::vector<Nolt::IpAddr> & vteps) {
+void addIpFilter(CLI::App & command, Nolt::IpGenAddr & ip) {
+    command
+        .add_option_function<std::string>(
+            "--ip",
+            [&ip](std::string const & text) {
+                if (text.empty()) {
+                    throw CLI::ValidationError("--ip", "'': expected an IPv4 or IPv6 address");
+                }
+                ip = readValue<Nolt::IpGenAddr>("--ip", text);
+            },
+            "Only this IP address: IPv4, or IPv6 in any of its forms")
+        ->type_name("IP");
+}
+
+void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps) {
     command
         .add_option_function<std::vector<std::string>>(
             "--vtep",
             [&vteps](std::vector<std::string> const & texts) {
                 for (std::string const & text : texts) {
-                    vteps.push_back(readValue<Nolt::IpAddr>("--vtep", text));
+                    vteps.vtepIs(readValue<Nolt::IpAddr>("--vtep", text), true);
                 }
             },
             "Only entries with one of these VTEPs, IPv4")

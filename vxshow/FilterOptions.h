@@ -1,13 +1,11 @@
 #pragma once
 
 #include "Nolt/EthAddr.h"
-#include "Nolt/IpAddr.h"
+#include "Nolt/IpGenAddr.h"
 #include "Vxlan/VniOrNone.h"
+#include "VxlanController/VxlanControllerCliModel.h"
 
 #include <CLI/App.hpp>
-
-#include <string>
-#include <vector>
 
 /// The filters that several commands share. Each adds one option to a command and reads
 /// its value strictly while the command line is read: what is no value of the type ends
@@ -16,6 +14,11 @@ namespace vxshow {
 
 void addVniFilter(CLI::App & command, Vxlan::VniOrNone & vni);
 void addMacFilter(CLI::App & command, Nolt::EthAddr & mac);
-void addVtepFilter(CLI::App & command, std::vector<Nolt::IpAddr> & vteps);
+/// Takes IPv4 and IPv6. The empty text is refused, though the address type reads it: it is
+/// the address that stands for no filter.
+void addIpFilter(CLI::App & command, Nolt::IpGenAddr & ip);
+
+/// May be given several times, and several values at once.
+void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps);
 
 } // namespace vxshow

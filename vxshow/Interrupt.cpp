@@ -25,31 +25,28 @@ void handleWith(void (*handler)(int)) {
     sigaction(SIGINT, &action, nullptr);
 }
 
-extern "C" void endAtOnce(int) {
+extern "C" void endTheProcess(int) {
     constexpr char text[] = "exiting on interrupt\n";
-    if (canWriteAtOnce(STDOUT_FILENO)) {
-        [[maybe_unused]] auto const written = write(STDOUT_FILENO, text, sizeof(text) - 1);
-    }
+    endInterruptedWithin(50);
+    [[maybe_unused]] auto const written = write(STDOUT_FILENO, text, sizeof(text) - 1);
     _exit(static_cast<int>(ExitStatus::interrupted));
 }
 
-extern "C" void askTheLibrary(int) {
+// The library says its last line through a standard stream, which waits for a terminal
+// that is held; the limit is for that case alone.
+extern "C" void endTheListing(int) {
     outfmt::requestInterrupt();
+    endInterruptedWithin(250);
 }
 
 } // namespace
 
-InterruptHandling::InterruptHandling() {
-    handleWith(endAtOnce);
+void interruptEndsTheProcess() {
+    handleWith(endTheProcess);
 }
 
-void InterruptHandling::rendering() {
-    handleWith(askTheLibrary);
-}
-
-bool InterruptHandling::rendered() {
-    handleWith(endAtOnce);
-    return outfmt::interruptRequested();
+void interruptEndsTheListing() {
+    handleWith(endTheListing);
 }
 
 } // namespace vxshow

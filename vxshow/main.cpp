@@ -1,5 +1,7 @@
 #include "Trace/DescriptorSink.h"
 #include "Trace/Handle.h"
+#include "Vex/Errors.h"
+#include "outfmt/Interrupt.h"
 #include "vxshow/CommandLine.h"
 #include "vxshow/Exit.h"
 #include "vxshow/Interrupt.h"
@@ -33,19 +35,20 @@ Mount mountState(CommandLine const & line) {
 }
 
 [[noreturn]] void show(CommandLine const & line) {
-    InterruptHandling interrupts;
+    interruptEndsTheProcess();
     if (line.traceLevel) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));
         Trace::enableAllUpTo(*line.traceLevel);
     }
     Mount const mount = mountState(line);
-    interrupts.rendering();
+    interruptEndsTheListing();
     try {
         line.render(mount, STDOUT_FILENO, line.output);
     } catch (std::exception const & error) {
-        fail(ExitStatus::failed, line.command + ": " + error.what());
+        fail(ExitStatus::failed, line.command + ": " + Vex::printable(error.what()));
     }
-    exitNow(interrupts.rendered() ? ExitStatus::interrupted : ExitStatus::success);
+    interruptEndsTheProcess();
+    exitNow(outfmt::interruptTaken() ? ExitStatus::interrupted : ExitStatus::success);
 }
 
 } // namespace

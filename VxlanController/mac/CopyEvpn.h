@@ -2,6 +2,7 @@
 
 #include "Pelo/Errors.h"
 #include "Vxlan/VniOrNone.h"
+#include "VxlanController/command/CliTrace.h"
 #include "VxlanController/command/InterruptPoll.h"
 #include "VxlanController/mac/VtepFilter.h"
 #include "state/FloodTable.h"
@@ -17,6 +18,10 @@ struct EvpnTableFilter {
 
     bool takesVni(Vxlan::Vni candidate) const { return vni.isNone() || vni == candidate; }
 };
+
+/// The pair of tables under `name`; null, with a trace record, when there is none.
+Vex::Ptr<HostFloodTable const> hostFloodTable(Vex::Ptr<HostFloodTableList const> const & list,
+                                              Vex::Name const & name);
 
 /// Runs `copy`, which steps through a shared table. Corruption found on the way goes to
 /// the table's own handler and ends this table's copy; what was copied before it stays.
@@ -69,6 +74,23 @@ void copyFloodTable(VcsEvpn::FloodTable const & table, Target & target,
             }
         }
     });
+}
+
+/// Copies both tables of a pair, the hosts first. A table that is missing is skipped with a
+/// trace record that ends in `name`.
+template <class Target>
+void copyEvpnTables(HostFloodTable const & tables, Target & target, EvpnTableFilter const & filter,
+                    std::string_view name) {
+    if (auto const hosts = tables.hostTable()) {
+        copyHostTable(*hosts, target, filter);
+    } else if (auto record = cliTrace().at(traceMissingState)) {
+        record << "No hostTable created for " << name;
+    }
+    if (auto const flood = tables.floodTable()) {
+        copyFloodTable(*flood, target, filter);
+    } else if (auto record = cliTrace().at(traceMissingState)) {
+        record << "No floodTable created for " << name;
+    }
 }
 
 } // namespace VxlanController::Cli

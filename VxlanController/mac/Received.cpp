@@ -99,29 +99,14 @@ void VcsVniReceived::copyTable(Vex::Name tableName) {
         record << "void VxlanController::Cli::VcsVniReceived::copyTable(Vex::Name) tableName "
                << tableName.stringValue();
     }
-    Vex::Ptr<HostFloodTable const> tables;
-    if (nonSwitchHostFloodTables()) {
-        tables = nonSwitchHostFloodTables()->hostFloodTable(tableName);
-    }
+    auto const tables = hostFloodTable(nonSwitchHostFloodTables(), tableName);
     if (!tables) {
-        if (auto record = cliTrace().at(traceMissingState)) {
-            record << "hostFloodTable not created for " << tableName.stringValue();
-        }
         return;
     }
 
     SourceTarget target(nonSwitchSourceDirIs(), tableName);
     EvpnTableFilter const filter{vniFilter(), macFilter(), *vtepFilter()};
-    if (auto const hosts = tables->hostTable()) {
-        copyHostTable(*hosts, target, filter);
-    } else if (auto record = cliTrace().at(traceMissingState)) {
-        record << "No hostTable created for " << tableName.stringValue();
-    }
-    if (auto const flood = tables->floodTable()) {
-        copyFloodTable(*flood, target, filter);
-    } else if (auto record = cliTrace().at(traceMissingState)) {
-        record << "No floodTable created for " << tableName.stringValue();
-    }
+    copyEvpnTables(*tables, target, filter, tableName);
 }
 
 void VcsVniReceived::render(U32 fd, U32 format, U32 revision) {

@@ -1,7 +1,6 @@
 #include "VxlanController/mac/ReceivedJson.h"
 
 #include "VxlanController/mac/VniTablesJson.h"
-#include "outfmt/AttrInfo.h"
 
 namespace VxlanController::Cli {
 
@@ -11,18 +10,9 @@ void renderJsonDict(outfmt::Printer & printer, std::string_view key, bool dotted
                     Vex::Ptr<SwitchDir const> const & sources, Vex::U32 revision) {
     printer.startDict(key);
     if (sources) {
-        outfmt::BoolAttrInfo vniInDottedNotation(printer, "vniInDottedNotation");
-        vniInDottedNotation.setValue(dotted);
         for (Switch const & source : sources->switchList()) {
             printer.startDict(source.switchId());
-            printer.addAttributesJson(1, vniInDottedNotation.getArg());
-            printer.startList("vnis");
-            if (auto const vnis = source.vniStatusList()) {
-                for (VniStatus const & status : vnis->vniEntry()) {
-                    renderVniStatus(printer, status, revision);
-                }
-            }
-            printer.endList();
+            renderVniList(printer, dotted, source.vniStatusList(), revision);
             printer.endDict();
         }
     }

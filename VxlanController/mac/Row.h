@@ -3,6 +3,8 @@
 #include "Nolt/EthAddr.h"
 #include "Quay/Seqno32.h"
 
+#include <cstddef>
+
 namespace VxlanController::Cli {
 
 /// The two kinds of MAC table, each a section of its own.

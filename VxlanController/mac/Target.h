@@ -2,33 +2,65 @@
 
 #include "VxlanController/VxlanControllerCliModel.h"
 
+#include <optional>
+#include <utility>
+
 namespace VxlanController::Cli {
 
-/// Where the entries of one source go in the received tables: source, then VNI.
+/// Where entries go in the advertised tables: one list of VNIs, without a level of sources.
 ///
-/// A source or VNI exists in the output only when an entry stands under it, so both are
-/// made with the first one. The last VNI is kept at hand, since entries come VNI by VNI.
-class SourceTarget {
+/// A VNI exists in the output only when an entry stands under it, so it is made with the
+/// first one. The last VNI is kept at hand, since entries come VNI by VNI.
+class ListTarget {
 public:
-    SourceTarget(Vex::Ptr<SwitchDir> const & directory, Vex::Name const & source)
-        : directory_(directory), source_(source) {}
+    /// When all MACs are listed, a flood list whose MAC has a multipath entry is left out of
+    /// the advertised tables. A listing of that one MAC shows both. Destinations rely on it.
+    static constexpr bool floodListYieldsToMultipath = true;
+
+    /// When all MACs are listed, an entry that equals the default one (the zero MAC address
+    /// with nothing else) is shown, though a look-up of it counts as absent.
+    static constexpr bool walkTakesDefaultEntries = true;
+
+    explicit ListTarget(Vex::Ptr<VniStatusList> list) : list_(std::move(list)) {}
 
     /// The tables of `vni`, made when they are not there.
     VniStatus & vniStatus(Vxlan::Vni vni) {
         if (!last_ || last_->vni() != vni) {
-            if (!list_) {
-                list_ = directory_->switchListIs(source_)->vniStatusListIs();
-            }
             last_ = list_->vniEntryIs(vni);
         }
         return *last_;
     }
 
 private:
-    Vex::Ptr<SwitchDir> directory_;
-    Vex::Name source_;
     Vex::Ptr<VniStatusList> list_;
     Vex::Ptr<VniStatus> last_;
+};
+
+/// Where the entries of one source go in the received tables: source, then VNI, the source
+/// too made with the first entry.
+class SourceTarget {
+public:
+    /// The received tables show every flood list.
+    static constexpr bool floodListYieldsToMultipath = false;
+
+    /// An entry that equals the default one counts as absent.
+    static constexpr bool walkTakesDefaultEntries = false;
+
+    SourceTarget(Vex::Ptr<SwitchDir> directory, Vex::Name source)
+        : directory_(std::move(directory)), source_(std::move(source)) {}
+
+    /// The tables of `vni`, made when they are not there.
+    VniStatus & vniStatus(Vxlan::Vni vni) {
+        if (!list_) {
+            list_.emplace(directory_->switchListIs(source_)->vniStatusListIs());
+        }
+        return list_->vniStatus(vni);
+    }
+
+private:
+    Vex::Ptr<SwitchDir> directory_;
+    Vex::Name source_;
+    std::optional<ListTarget> list_;
 };
 
 } // namespace VxlanController::Cli

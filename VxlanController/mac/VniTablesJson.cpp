@@ -7,60 +7,65 @@ namespace VxlanController::Cli {
 
 namespace {
 
-void renderUcastTable(outfmt::Printer & printer, VniStatus const & status, Vex::U32 revision) {
-    constexpr Vex::U32 revisionWithTimeLearned = 1;
-    outfmt::StringAttrInfo macAddr(printer, "macAddr");
-    outfmt::StringAttrInfo vtepIp(printer, "vtepIp");
-    outfmt::Attr64Info timeLearned(printer, "timeLearned");
-    outfmt::Attr32Info moveCount(printer, "moveCount");
-    timeLearned.setValue(0);
+/// The attributes of all entries, made once for a list of VNIs: only values change.
+struct Attributes {
+    explicit Attributes(outfmt::Printer const & printer)
+        : macAddress(printer, "macAddress"), vni(printer, "vni"), macAddr(printer, "macAddr"),
+          vtepIp(printer, "vtepIp"), timeLearned(printer, "timeLearned"),
+          moveCount(printer, "moveCount"), vtepIpListType(printer, "vtepIpListType"),
+          listedVtepIp(printer, "") {
+        timeLearned.setValue(0);
+    }
 
+    outfmt::StringAttrInfo macAddress;
+    outfmt::Attr32Info vni;
+    outfmt::StringAttrInfo macAddr;
+    outfmt::StringAttrInfo vtepIp;
+    outfmt::Attr64Info timeLearned;
+    outfmt::Attr32Info moveCount;
+    outfmt::StringAttrInfo vtepIpListType;
+    outfmt::StringAttrInfo listedVtepIp;
+};
+
+void renderUcastTable(outfmt::Printer & printer, Attributes & attributes, VniStatus const & status,
+                      Vex::U32 revision) {
+    constexpr Vex::U32 revisionWithTimeLearned = 1;
     printer.startList("unicastHostTable");
     for (MacVtep const & entry : status.macVtepTable()) {
         printer.startListEntry();
-        macAddr.setValue(entry.macAddr());
-        vtepIp.setValue(entry.vtepIp());
-        moveCount.setValue(signedCount(entry.moveCount()));
+        attributes.macAddr.setValue(entry.macAddr());
+        attributes.vtepIp.setValue(entry.vtepIp());
+        attributes.moveCount.setValue(signedCount(entry.moveCount()));
         if (revision == revisionWithTimeLearned) {
-            printer.addAttributesJson(4, macAddr.getArg(), vtepIp.getArg(), timeLearned.getArg(),
-                                      moveCount.getArg());
+            printer.addAttributesJson(4, attributes.macAddr.getArg(), attributes.vtepIp.getArg(),
+                                      attributes.timeLearned.getArg(),
+                                      attributes.moveCount.getArg());
         } else {
-            printer.addAttributesJson(3, macAddr.getArg(), vtepIp.getArg(), moveCount.getArg());
+            printer.addAttributesJson(3, attributes.macAddr.getArg(), attributes.vtepIp.getArg(),
+                                      attributes.moveCount.getArg());
         }
         printer.endListEntry();
     }
     printer.endList();
 }
 
-/// The attributes of an entry of "bumVtepListTable", made once for the whole list.
-struct BumAttributes {
-    explicit BumAttributes(outfmt::Printer const & printer)
-        : vtepIpListType(printer, "vtepIpListType"), macAddr(printer, "macAddr"),
-          vtepIp(printer, "") {}
-
-    outfmt::StringAttrInfo vtepIpListType;
-    outfmt::StringAttrInfo macAddr;
-    outfmt::StringAttrInfo vtepIp;
-};
-
 template <class VtepIps>
-void renderVtepIpList(outfmt::Printer & printer, BumAttributes & attributes,
-                      Nolt::EthAddr const & mac, VtepIps const & vteps) {
+void renderVtepIpList(outfmt::Printer & printer, Attributes & attributes, Nolt::EthAddr const & mac,
+                      VtepIps const & vteps) {
     printer.startListEntry();
     attributes.macAddr.setValue(mac);
     printer.addAttributesJson(2, attributes.vtepIpListType.getArg(), attributes.macAddr.getArg());
     printer.startList("vtepIpList");
     for (Nolt::IpAddr vtep : vteps) {
-        attributes.vtepIp.setValue(vtep);
-        printer.addAttributesJson(1, attributes.vtepIp.getArg());
+        attributes.listedVtepIp.setValue(vtep);
+        printer.addAttributesJson(1, attributes.listedVtepIp.getArg());
     }
     printer.endList();
     printer.endListEntry();
 }
 
 /// The type of an entry is told by its table alone; a MAC in both tables is listed twice.
-void renderBumTable(outfmt::Printer & printer, VniStatus const & status) {
-    BumAttributes attributes(printer);
+void renderBumTable(outfmt::Printer & printer, Attributes & attributes, VniStatus const & status) {
     printer.startList("bumVtepListTable");
     attributes.vtepIpListType.setValue("sendToAny");
     for (MacVtepMultiPath const & entry : status.macVtepMultiPathTable()) {
@@ -73,19 +78,33 @@ void renderBumTable(outfmt::Printer & printer, VniStatus const & status) {
     printer.endList();
 }
 
-} // namespace
-
-void renderVniStatus(outfmt::Printer & printer, VniStatus const & status, Vex::U32 revision) {
-    outfmt::StringAttrInfo macAddress(printer, "macAddress");
-    outfmt::Attr32Info vni(printer, "vni");
-    macAddress.setValue(status.macAddress());
-    vni.setValue(static_cast<std::int32_t>(status.vni().value()));
+void renderVniStatus(outfmt::Printer & printer, Attributes & attributes, VniStatus const & status,
+                     Vex::U32 revision) {
+    attributes.macAddress.setValue(status.macAddress());
+    attributes.vni.setValue(static_cast<std::int32_t>(status.vni().value()));
 
     printer.startListEntry();
-    printer.addAttributesJson(2, macAddress.getArg(), vni.getArg());
-    renderUcastTable(printer, status, revision);
-    renderBumTable(printer, status);
+    printer.addAttributesJson(2, attributes.macAddress.getArg(), attributes.vni.getArg());
+    renderUcastTable(printer, attributes, status, revision);
+    renderBumTable(printer, attributes, status);
     printer.endListEntry();
+}
+
+} // namespace
+
+void renderVniList(outfmt::Printer & printer, bool dotted,
+                   Vex::Ptr<VniStatusList const> const & vnis, Vex::U32 revision) {
+    outfmt::BoolAttrInfo vniInDottedNotation(printer, "vniInDottedNotation");
+    vniInDottedNotation.setValue(dotted);
+    printer.addAttributesJson(1, vniInDottedNotation.getArg());
+    printer.startList("vnis");
+    if (vnis) {
+        Attributes attributes(printer);
+        for (VniStatus const & status : vnis->vniEntry()) {
+            renderVniStatus(printer, attributes, status, revision);
+        }
+    }
+    printer.endList();
 }
 
 } // namespace VxlanController::Cli

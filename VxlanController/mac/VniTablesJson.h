@@ -5,9 +5,11 @@
 
 namespace VxlanController::Cli {
 
-/// Renders the entry of one VNI in the open list: "macAddress", "vni", "unicastHostTable",
-/// "bumVtepListTable". Received and advertised documents share it. Revision 1 alone
-/// carries "timeLearned" in a unicast entry, always 0.
-void renderVniStatus(outfmt::Printer & printer, VniStatus const & status, Vex::U32 revision);
+/// Renders "vniInDottedNotation" and the list "vnis" in the open dictionary, each VNI with
+/// "macAddress", "vni", "unicastHostTable" and "bumVtepListTable". A source of the received
+/// document and the whole advertised one look like this. A null list is an empty one.
+/// Revision 1 alone carries "timeLearned" in a unicast entry, always 0.
+void renderVniList(outfmt::Printer & printer, bool dotted,
+                   Vex::Ptr<VniStatusList const> const & vnis, Vex::U32 revision);
 
 } // namespace VxlanController::Cli

@@ -1,8 +1,8 @@
 #include "Trace/DescriptorSink.h"
 
+#include "Vex/Digits.h"
 #include "outfmt/Utf8.h"
 
-#include <cerrno>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -24,7 +24,6 @@ bool isHarmless(std::string_view sequence) {
 }
 
 void appendHarmless(std::string & line, std::string_view text) {
-    constexpr std::string_view digits = "0123456789abcdef";
     while (!text.empty()) {
         outfmt::Utf8Sequence sequence = outfmt::firstUtf8Sequence(text);
         std::string_view bytes = text.substr(0, sequence.length);
@@ -34,8 +33,8 @@ void appendHarmless(std::string & line, std::string_view text) {
             for (char character : bytes) {
                 auto byte = static_cast<unsigned char>(character);
                 line += "\\x";
-                line += digits[byte >> 4];
-                line += digits[byte & 0xF];
+                line += Vex::hexDigits[byte >> 4];
+                line += Vex::hexDigits[byte & 0xF];
             }
         }
         text.remove_prefix(sequence.length);
@@ -47,8 +46,8 @@ void writeAll(int fd, std::string_view bytes) {
         ssize_t written = ::write(fd, bytes.data(), bytes.size());
         if (written > 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
-        } else if (written == 0 || errno != EINTR) {
-            return;
+        } else {
+            return; // a signal too: who is to end must not wait for a reader of traces
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "Vex/Errors.h"
 
+#include "Vex/Digits.h"
 #include "Vex/Types.h"
 
 namespace Vex {
@@ -13,19 +14,26 @@ constexpr std::size_t longestQuote = 60;
 ParseError::ParseError(std::string_view text, std::string_view expected)
     : Error(quoted(text).append(": expected ").append(expected)) {}
 
-String quoted(std::string_view text) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    String result("'");
-    for (char const character : text.substr(0, longestQuote)) {
+String printable(std::string_view text) {
+    String result;
+    for (char const character : text) {
         auto const byte = static_cast<U8>(character);
         if (byte < 0x20 || byte > 0x7e) {
-            result.append("\\x").append({digits[byte >> 4], digits[byte & 0xF]});
-            continue;
+            result.append("\\x").append({hexDigits[byte >> 4], hexDigits[byte & 0xF]});
+        } else {
+            result.push_back(character);
         }
+    }
+    return result;
+}
+
+String quoted(std::string_view text) {
+    String result("'");
+    for (char const character : text.substr(0, longestQuote)) {
         if (character == '\'' || character == '\\') {
             result.push_back('\\');
         }
-        result.push_back(character);
+        result.append(printable({&character, 1}));
     }
     result.append(text.size() > longestQuote ? "'..." : "'");
     return result;

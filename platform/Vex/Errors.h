@@ -32,13 +32,14 @@ public:
     ParseError(std::string_view text, std::string_view expected);
 };
 
-/// `text` as it may stand in a message on a terminal or in a log: in single quotes, with
-/// every byte outside printable ASCII written \xNN, and the quote and the backslash
-/// escaped by a backslash. Beyond 60 bytes the text is cut, and three dots follow the
-/// closing quote.
-///
-/// Offending texts come from files and networks, so they may hold terminal control
-/// sequences, and bytes from 0x80 up can start one too.
+/// `text` as it may stand on a terminal or in a log: with every byte outside printable
+/// ASCII written \xNN. Texts come from files and networks, so they may hold a terminal's
+/// control sequences, and bytes from 0x80 up can start one too.
+String printable(std::string_view text);
+
+/// `text` as it may stand in a message: printable, in single quotes, with the quote and the
+/// backslash escaped by a backslash. Beyond 60 bytes the text is cut, and three dots follow
+/// the closing quote.
 String quoted(std::string_view text);
 
 } // namespace Vex

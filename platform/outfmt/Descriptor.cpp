@@ -5,7 +5,9 @@
 
 #include <cerrno>
 #include <climits>
+#include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
@@ -16,15 +18,24 @@ namespace {
 
 constexpr int pollMilliseconds = 50;
 
-/// At most PIPE_BUF bytes, up to a line end if there is one: what an interrupt leaves on
-/// a terminal then ends with a whole line.
-std::string_view smallPiece(std::string_view bytes) {
-    if (bytes.size() <= PIPE_BUF) {
+/// At most `limit` bytes, up to a line end if there is one: what an interrupt leaves with
+/// the reader then ends with a whole line.
+std::string_view wholeLines(std::string_view bytes, std::size_t limit) {
+    if (bytes.size() <= limit) {
         return bytes;
     }
-    bytes = bytes.substr(0, PIPE_BUF);
+    bytes = bytes.substr(0, limit);
     std::size_t lineEnd = bytes.rfind('\n');
     return lineEnd == std::string_view::npos ? bytes : bytes.substr(0, lineEnd + 1);
+}
+
+/// The most bytes that a pipe takes whole, given that it takes any: all its room when it
+/// is empty, else the PIPE_BUF that no kernel ever splits.
+std::size_t roomOfPipe(int fd) {
+    int waiting = 0;
+    int const capacity = ::fcntl(fd, F_GETPIPE_SZ);
+    bool const empty = ::ioctl(fd, FIONREAD, &waiting) == 0 && waiting == 0;
+    return empty && capacity > PIPE_BUF ? static_cast<std::size_t>(capacity) : PIPE_BUF;
 }
 
 } // namespace
@@ -73,7 +84,7 @@ std::ptrdiff_t Descriptor::attempt(std::string_view bytes) {
         return attemptOnPipe(bytes);
     case Kind::waiting:
         awaitRoom();
-        bytes = smallPiece(bytes);
+        bytes = wholeLines(bytes, PIPE_BUF);
         break;
     case Kind::file:
         break;
@@ -82,6 +93,7 @@ std::ptrdiff_t Descriptor::attempt(std::string_view bytes) {
 }
 
 std::ptrdiff_t Descriptor::attemptOnPipe(std::string_view bytes) {
+    bytes = wholeLines(bytes, roomOfPipe(fd_));
     iovec piece{.iov_base = const_cast<char *>(bytes.data()), .iov_len = bytes.size()};
     std::ptrdiff_t written = ::pwritev2(fd_, &piece, 1, -1, RWF_NOWAIT);
     bool unknown = written < 0 && (errno == EOPNOTSUPP || errno == ENOSYS || errno == EINVAL);

@@ -15,7 +15,8 @@ namespace [[gnu::visibility("default")]] outfmt {
 /// terminal. So the waiting is moved out of write() and into poll(), in steps of 50 ms
 /// with a look at the flag between them:
 ///
-/// - sockets and pipes are written to with a "do not wait" for the one call;
+/// - sockets and pipes are written to with a "do not wait" for the one call, and a pipe
+///   with no more than it takes whole, so that a text ends at a line end;
 /// - where the kernel has none (terminals, pipes before Linux 6.5), a write follows only
 ///   when poll() reports room, and is PIPE_BUF bytes at most: a pipe then takes it whole.
 ///   A terminal may still wait for room for the rest of those bytes. A signal ends that

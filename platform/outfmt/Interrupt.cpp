@@ -9,8 +9,10 @@ char const * SigIntException::what() const noexcept {
 namespace detail {
 
 std::atomic<bool> interruptFlag{false};
+std::atomic<bool> takenFlag{false};
 
 void throwInterrupt() {
+    takenFlag.store(true, std::memory_order_relaxed);
     throw SigIntException();
 }
 

@@ -21,6 +21,7 @@ public:
 namespace detail {
 
 extern std::atomic<bool> interruptFlag;
+extern std::atomic<bool> takenFlag;
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets the flag");
 
 [[noreturn]] void throwInterrupt();
@@ -37,6 +38,14 @@ inline void requestInterrupt() noexcept {
 /// Clears the flag: the next output starts uninterrupted.
 inline void clearInterrupt() noexcept {
     detail::interruptFlag.store(false, std::memory_order_relaxed);
+    detail::takenFlag.store(false, std::memory_order_relaxed);
+}
+
+/// Whether anybody has met the set flag, that is, whether a SigIntException was raised
+/// since the flag was last cleared. An interrupt that came too late to end anything is
+/// requested but not taken.
+inline bool interruptTaken() noexcept {
+    return detail::takenFlag.load(std::memory_order_relaxed);
 }
 
 /// Whether the flag is set. One relaxed load.

@@ -1,5 +1,6 @@
 #include "outfmt/JsonText.h"
 
+#include "Vex/Digits.h"
 #include "outfmt/Utf8.h"
 
 #include <cstddef>
@@ -64,8 +65,8 @@ void appendEscaped(OutputBuffer & buffer, char character) {
     }
     auto byte = static_cast<unsigned char>(character);
     buffer.append("\\u00");
-    buffer.append("0123456789abcdef"[byte >> 4]);
-    buffer.append("0123456789abcdef"[byte & 0xF]);
+    buffer.append(Vex::hexDigits[byte >> 4]);
+    buffer.append(Vex::hexDigits[byte & 0xF]);
 }
 
 } // namespace

@@ -10,6 +10,29 @@
 #include <utility>
 #include <vector>
 
+/// Entries of published tables in the notation of the tests.
+void addUnicast(VxlanController::VniTables & tables, char const * mac, char const * vtep,
+                Vex::U32 moves = 0);
+void addMultipath(VxlanController::VniTables & tables, char const * mac,
+                  std::initializer_list<char const *> vteps);
+void addFlood(VxlanController::VniTables & tables, char const * mac,
+              std::initializer_list<char const *> vteps);
+
+/// The EVPN tables of a state, and the list in which they stand under "EVPN".
+class Evpn {
+public:
+    void host(Vex::U32 vni, char const * mac, char const * vtep, Vex::U32 moves = 0);
+    void floodVtep(Vex::U32 vni, char const * vtep);
+
+    /// Puts the tables, once they are filled, into the list.
+    void publish();
+
+    VcsEvpn::HostTableWriter hosts{"hosts"};
+    VcsEvpn::FloodTableWriter floodVteps{"flood"};
+    Vex::Ptr<VxlanController::Cli::HostFloodTableList> list =
+        VxlanController::Cli::hostFloodTableListFactory();
+};
+
 /// A received state written down by a test: "HSC" and "QVX" go to the list of sources,
 /// every other name to the directory of switches.
 class Fabric {
@@ -32,21 +55,15 @@ public:
     Vex::Ptr<Vex::Dir> switches = Vex::makePtr<Vex::Dir>();
     Vex::Ptr<VxlanController::Cli::VniStatusDirList> sources =
         VxlanController::Cli::vniStatusDirListFactory();
-    Vex::Ptr<VxlanController::Cli::HostFloodTableList> evpn =
-        VxlanController::Cli::hostFloodTableListFactory();
-
-    VcsEvpn::HostTableWriter hosts{"hosts"};
-    VcsEvpn::FloodTableWriter floodVteps{"flood"};
-
-    /// Puts the EVPN tables, once they are filled, into `evpn`.
-    Fabric & withEvpn();
+    Evpn evpn;
 
 private:
     std::vector<std::pair<std::string, Vex::Ptr<VxlanController::VniStatusDirV2>>> dirs_;
 };
 
-/// The filters of a listing of received tables; all absent at first.
-struct ReceivedFilter {
+/// The filters of a listing of MAC tables; all absent at first. `source` is the source or
+/// the destination.
+struct MacFilter {
     Vxlan::VniOrNone vni = {};
     std::string mac = {};
     std::string source = {};
@@ -54,11 +71,17 @@ struct ReceivedFilter {
     bool dotted = false;
 };
 
+/// The VTEP filter in the form in which a command takes it.
+Vex::Ptr<VxlanController::Cli::VtepList> vtepListOf(MacFilter const & filter);
+
+/// The MAC filter, likewise.
+Nolt::EthAddr macOf(MacFilter const & filter);
+
 /// The command that lists `fabric`.
 Vex::Ptr<VxlanController::Cli::VcsVniReceived> receivedCommand(Fabric const & fabric,
-                                                               ReceivedFilter const & filter = {});
+                                                               MacFilter const & filter = {});
 
 /// What it renders, as text or JSON.
-std::string receivedText(Fabric const & fabric, ReceivedFilter const & filter = {});
-std::string receivedJson(Fabric const & fabric, ReceivedFilter const & filter = {},
+std::string receivedText(Fabric const & fabric, MacFilter const & filter = {});
+std::string receivedJson(Fabric const & fabric, MacFilter const & filter = {},
                          Vex::U32 revision = 2);

@@ -146,26 +146,50 @@ TEST(CommandLine, AValueOfTheWrongKindIsRefusedWithWhatIsAccepted) {
               "--trace: '10': expected a whole number from 0 to 9\n");
 }
 
-TEST(CommandLine, WhatItDoesNotKnowIsRefused) {
-    refused({});
-    refused({"mac"});
-    refused({"mac", "sent"});
+TEST(CommandLine, WhatItDoesNotKnowIsRefusedWithWhatIsAccepted) {
+    EXPECT_EQ(refused({}), "a command is missing: expected mac or arp after vxshow\n");
+    EXPECT_EQ(refused({"foo"}), "'foo': expected mac or arp after vxshow\n");
+    EXPECT_EQ(refused({"mac"}),
+              "a command is missing: expected received or advertised after vxshow mac\n");
+    EXPECT_EQ(refused({"mac", "sent"}),
+              "'sent': expected received or advertised after vxshow mac\n");
+    EXPECT_EQ(refused({"mac", "received", "--bogus"}),
+              "'--bogus': not understood; 'vxshow mac received --help' lists what is\n");
+    EXPECT_EQ(refused({"mac", "received", "leaf1"}),
+              "'leaf1': not understood; 'vxshow mac received --help' lists what is\n");
+    EXPECT_EQ(refused({"--json", "--pretty", "mac", "received"}), "--json excludes --pretty\n");
     refused({"--bogus", "mac", "received"});
-    refused({"mac", "received", "--bogus"});
-    refused({"mac", "received", "leaf1"});
-    refused({"mac", "received", "--vni"});
+    refused({"--json=7", "mac", "received"});
+    refused({"--dotted=no", "mac", "received"});
     refused({"mac", "received", "--vni", "1", "--vni", "2"});
-    refused({"--json", "--pretty", "mac", "received"});
+}
+
+TEST(CommandLine, AnOptionWithoutItsValueDoesNotTakeTheNextOne) {
+    EXPECT_EQ(refused({"mac", "received", "--vni"}), "--vni: no value; expected VNI\n");
+    EXPECT_EQ(refused({"mac", "received", "--source=", "--vni=10"}),
+              "--source: no value; expected NAME\n");
+    EXPECT_EQ(refused({"mac", "received", "--source", "--json"}),
+              "--source: no value; expected NAME\n");
+    EXPECT_EQ(refused({"--state=", "mac", "received"}), "--state: no value; expected FILE\n");
+    EXPECT_EQ(refused({"--revision", "mac", "received"}),
+              "--revision: 'mac': expected a whole number from 0 to 4294967295\n");
+}
+
+TEST(CommandLine, AListInBracketsIsNoAddress) {
+    EXPECT_EQ(refused(received({"--vtep", "[10.0.0.1,10.0.0.2]"})),
+              "--vtep: '[10.0.0.1,10.0.0.2]': expected IP\n");
+    EXPECT_EQ(refused(received({"--vtep", "10.0.0.1", "[10.0.0.2]"})),
+              "--vtep: '[10.0.0.2]': expected IP\n");
 }
 
 TEST(CommandLine, ARefusalIsOneHarmlessLineWhateverWasTyped) {
-    std::string const typed = "x\n\x1b[31m\r\x07y";
+    std::string const typed = "x\n\x1b[31m\r\x07\xc2\x9b\xffy";
     for (auto const & arguments : {std::vector<std::string>{typed},
                                    {"mac", "received", "--vni", typed},
                                    {"mac", "received", typed},
                                    {"--revision", typed, "mac", "received"}}) {
         std::string const line = refused(arguments);
-        EXPECT_EQ(line.find_first_of("\x1b\r\x07"), std::string::npos) << line;
+        EXPECT_EQ(line.find_first_of("\x1b\r\x07\x9b\xff"), std::string::npos) << line;
     }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <thread>
@@ -98,6 +99,39 @@ TEST(Exit, AnInterruptWhilePrintingEndsTheListingAtALineEnd) {
     EXPECT_LT(out.size(), 200'000U * 70);
     ASSERT_GE(out.size(), 22U);
     EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n");
+}
+
+TEST(Exit, AnInterruptLeavesWholeLinesWithAReaderWhoStoppedInOne) {
+    TemporaryFile const state(largeSnapshot(200'000));
+    Process process(listingOf(state));
+    std::string out = process.readSome(5000); // not a whole number of rows, nor of pages
+    std::this_thread::sleep_for(200ms);       // the pipe fills up again
+    kill(process.pid(), SIGINT);
+    Finished const finished = process.finish();
+    out += finished.out;
+    EXPECT_EQ(finished.status, 130);
+    ASSERT_GE(out.size(), 22U);
+    EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n");
+}
+
+TEST(Exit, AnInterruptEndsItOnATerminalThatIsHeld) {
+    int const master = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);
+    char name[64];
+    ASSERT_EQ(ptsname_r(master, name, sizeof(name)), 0);
+    int const terminal = open(name, O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    TemporaryFile const state(largeSnapshot(50'000));
+    {
+        Process process(listingOf(state), {.outFd = terminal});
+        std::this_thread::sleep_for(1500ms); // nobody reads: the terminal is full
+        kill(process.pid(), SIGINT);
+        auto const start = std::chrono::steady_clock::now();
+        EXPECT_EQ(process.finish().status, 130);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    }
+    close(terminal);
+    close(master);
 }
 
 TEST(Exit, AnInterruptEndsItThoughNobodyReads) {

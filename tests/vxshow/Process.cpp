@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -154,9 +155,8 @@ Finished vxshow(std::vector<std::string> const & arguments, Process::Setting con
 }
 
 TemporaryFile::TemporaryFile(std::string const & content) {
-    char name[] = "/tmp/vxshow-test-XXXXXX";
-    int const fd = mkstemp(name);
-    path_ = name;
+    path_ = std::filesystem::temp_directory_path() / "vxshow-test-XXXXXX";
+    int const fd = mkstemp(path_.data());
     FILE * file = fdopen(fd, "w");
     std::fwrite(content.data(), 1, content.size(), file);
     std::fclose(file);

@@ -1,10 +1,12 @@
 #include "vxshow/mount/DocumentReader.h"
 
+#include "state/VniFdbStatusV2.h"
 #include "vxshow/mount/EvpnReader.h"
 #include "vxshow/mount/Members.h"
 #include "vxshow/mount/TablesReader.h"
 
 #include <array>
+#include <span>
 
 namespace vxshow {
 
@@ -15,21 +17,38 @@ namespace Cli = VxlanController::Cli;
 constexpr std::string_view formatName = "vxlan-controller-state";
 constexpr Vex::U32 formatVersion = 1;
 
-Vex::Ptr<Vex::Dir> readSwitches(JsonValue value) {
+/// An entity for each member, under the member's name.
+template <class ReadEntity>
+Vex::Ptr<Vex::Dir> readDirectory(JsonValue value, std::string_view expected,
+                                 ReadEntity && readEntity) {
     auto dir = Vex::makePtr<Vex::Dir>();
-    value.members("an object whose members are switches",
-                  [&](JsonText const & key, JsonValue member) {
-                      Vex::Name const name(key.text());
-                      if (dir->entryState(name)) {
-                          key.refuseAgain();
-                      }
-                      dir->entityIs(name, readVniStatusDir(member));
-                  });
+    value.members(expected, [&](JsonText const & key, JsonValue member) {
+        Vex::Name const name(key.text());
+        if (dir->entryState(name)) {
+            key.refuseAgain();
+        }
+        dir->entityIs(name, readEntity(member));
+    });
     return dir;
 }
 
-Vex::Ptr<Cli::VniStatusDirList> readSources(JsonValue value) {
-    static constexpr std::array<std::string_view, 2> names{"HSC", "QVX"};
+Vex::Ptr<Vex::Dir> readSwitches(JsonValue value) {
+    return readDirectory(value, "an object whose members are switches", readVniStatusDir);
+}
+
+Vex::Ptr<Vex::Dir> readVniEntries(JsonValue value) {
+    return readDirectory(value, "an object whose members are per-VNI entries",
+                         [](JsonValue tables) {
+                             auto entry = Vex::makePtr<VxlanController::VniFdbStatusV2>();
+                             readTables(tables, *entry);
+                             return entry;
+                         });
+}
+
+/// The sources that may stand in one part of the document.
+using SourceNames = std::span<std::string_view const>;
+
+Vex::Ptr<Cli::VniStatusDirList> readSources(JsonValue value, SourceNames names) {
     Members members(names);
     auto list = Cli::vniStatusDirListFactory();
     value.members("an object of sources", [&](JsonText const & name, JsonValue member) {
@@ -50,25 +69,39 @@ Vex::Ptr<Cli::HostFloodTableList> readEvpnSources(JsonValue value) {
     return list;
 }
 
-Mount::Received readReceived(JsonValue value) {
-    enum Name : std::size_t { switches, sources, evpn };
+/// What is received or what is advertised: a directory, and the sources beside it.
+template <class State>
+State readState(JsonValue value, std::string_view directoryName,
+                Vex::Ptr<Vex::Dir> (*readDirectory)(JsonValue),
+                Vex::Ptr<Vex::Dir> State::*directory, SourceNames sourceNames) {
+    enum Name : std::size_t { inDirectory, sources, evpn };
 
-    static constexpr std::array<std::string_view, 3> names{"switches", "sources", "evpn"};
+    std::array<std::string_view, 3> const names{directoryName, "sources", "evpn"};
     Members members(names);
-    Mount::Received received;
+    State state;
     value.members("an object of published state", [&](JsonText const & name, JsonValue member) {
         switch (members.take(name)) {
-        case switches:
-            received.switches = readSwitches(member);
+        case inDirectory:
+            state.*directory = readDirectory(member);
             break;
         case sources:
-            received.sources = readSources(member);
+            state.sources = readSources(member, sourceNames);
             break;
         default:
-            received.evpn = readEvpnSources(member);
+            state.evpn = readEvpnSources(member);
         }
     });
-    return received;
+    return state;
+}
+
+Mount::Received readReceived(JsonValue value) {
+    static constexpr std::array<std::string_view, 2> sources{"HSC", "QVX"};
+    return readState(value, "switches", readSwitches, &Mount::Received::switches, sources);
+}
+
+Mount::Advertised readAdvertised(JsonValue value) {
+    static constexpr std::array<std::string_view, 1> sources{"HSC"};
+    return readState(value, "vnis", readVniEntries, &Mount::Advertised::vnis, sources);
 }
 
 void checkFormat(JsonValue value) {
@@ -82,9 +115,10 @@ void checkFormat(JsonValue value) {
 } // namespace
 
 Mount readDocument(JsonReader & json) {
-    enum Name : std::size_t { format, version, received };
+    enum Name : std::size_t { format, version, received, advertised };
 
-    static constexpr std::array<std::string_view, 3> names{"format", "version", "received"};
+    static constexpr std::array<std::string_view, 4> names{"format", "version", "received",
+                                                           "advertised"};
     Members members(names);
     Mount mount;
     auto const * const start = json.at();
@@ -96,8 +130,11 @@ Mount readDocument(JsonReader & json) {
         case version:
             member.numberIs(formatVersion);
             break;
-        default:
+        case received:
             mount.received = readReceived(member);
+            break;
+        default:
+            mount.advertised = readAdvertised(member);
         }
     });
     members.require(format, start);

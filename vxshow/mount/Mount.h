@@ -21,7 +21,19 @@ struct Mount {
         Vex::Ptr<VxlanController::Cli::HostFloodTableList> evpn;
     };
 
+    /// What the controller tells.
+    struct Advertised {
+        /// By VNI: each a `VxlanController::VniFdbStatusV2`, normally under the VNI in decimal.
+        /// Any name may stand there, and it is for the commands to say what they make of it.
+        Vex::Ptr<Vex::Dir> vnis;
+        /// The destinations that are no switches and are told as one is: "HSC".
+        Vex::Ptr<VxlanController::Cli::VniStatusDirList> sources;
+        /// The shared tables that the EVPN service is told, under "EVPN".
+        Vex::Ptr<VxlanController::Cli::HostFloodTableList> evpn;
+    };
+
     Received received;
+    Advertised advertised;
 };
 
 } // namespace vxshow

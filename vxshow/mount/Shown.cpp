@@ -1,6 +1,6 @@
 #include "vxshow/mount/Shown.h"
 
-#include "Vex/Digits.h"
+#include "Vex/Errors.h"
 #include "vxshow/mount/Tokens.h"
 
 #include <algorithm>
@@ -26,21 +26,8 @@ bool isPlainWord(std::string_view text) {
 
 } // namespace
 
-std::string printable(std::string_view text) {
-    std::string shown;
-    for (char const character : text) {
-        auto const byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte > 0x7e) {
-            shown.append("\\x").append({Vex::hexDigits[byte >> 4], Vex::hexDigits[byte & 0xF]});
-        } else {
-            shown.push_back(character);
-        }
-    }
-    return shown;
-}
-
 std::string shownText(std::string_view text) {
-    auto shown = printable(text.substr(0, longestText));
+    std::string shown = Vex::printable(text.substr(0, longestText));
     return text.size() > longestText ? shown.append("...") : shown;
 }
 

@@ -8,9 +8,6 @@
 /// file can be a terminal's control sequences.
 namespace vxshow {
 
-/// The whole of `text`, without quotes.
-std::string printable(std::string_view text);
-
 /// `text` without quotes, cut after 60 bytes, with three dots for the rest.
 std::string shownText(std::string_view text);
 

@@ -49,7 +49,7 @@ Mount readBytes(FileBytes const & bytes, std::string const & name) {
 
 Mount readSnapshot(std::string const & path) {
     bool const standardInput = path == "-";
-    auto const name = standardInput ? "standard input" : printable(path);
+    auto const name = standardInput ? "standard input" : Vex::printable(path);
     try {
         return readBytes(standardInput ? FileBytes::read(STDIN_FILENO) : FileBytes::open(path),
                          name);

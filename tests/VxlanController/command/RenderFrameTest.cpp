@@ -106,6 +106,7 @@ TEST_F(RenderFrame, AnInterruptDuringPrintingEndsTheListingAtALineEnd) {
     EXPECT_LT(got.size(), whole.size());
     EXPECT_EQ(got, whole.substr(0, got.size()));
     ASSERT_FALSE(got.empty());
+    EXPECT_EQ(got.back(), '\n');
 }
 
 TEST_F(RenderFrame, ACommandCanBeRenderedAgainAfterAnInterrupt) {

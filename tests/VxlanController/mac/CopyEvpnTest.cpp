@@ -9,7 +9,7 @@ namespace Cli = VxlanController::Cli;
 namespace {
 
 /// The EVPN rows of a listing, "VNI MAC>VTEP" for hosts and "VNI ~VTEPS" for flood lists.
-std::string evpnOf(Fabric const & fabric, ReceivedFilter const & filter = {}) {
+std::string evpnOf(Fabric const & fabric, MacFilter const & filter = {}) {
     auto const command = receivedCommand(fabric, filter);
     command->initialize();
     auto const evpn = command->nonSwitchSourceDir()->switchList("EVPN");
@@ -80,16 +80,16 @@ TEST(CopyEvpn, VniAndVtepFiltersApplyToBothTables) {
 TEST(CopyEvpn, DeadSlotsAreSkipped) {
     Fabric fabric;
     fabric.host(10, "02:00:00:00:00:01", "0.0.0.0", 0);
-    fabric.floodVteps.insert({Vxlan::Vni(10), Nolt::IpAddr(1)}, VcsEvpn::FloodEntry());
-    fabric.withEvpn();
+    fabric.evpn.floodVteps.insert({Vxlan::Vni(10), Nolt::IpAddr(1)}, VcsEvpn::FloodEntry());
+    fabric.evpn.publish();
     EXPECT_EQ(evpnOf(fabric), "nothing");
 }
 
 TEST(CopyEvpn, ANullTableOfThePairIsSkipped) {
     Fabric fabric = evpnFabric();
     auto const pair = Cli::hostFloodTableFactory();
-    pair->floodTableIs(fabric.floodVteps.table());
-    fabric.evpn->hostFloodTableIs("EVPN", pair);
+    pair->floodTableIs(fabric.evpn.floodVteps.table());
+    fabric.evpn.list->hostFloodTableIs("EVPN", pair);
     EXPECT_EQ(evpnOf(fabric), "10 0000.0000.0000~ 10.8.0.1 10.8.0.2\n"
                               "30 0000.0000.0000~ 10.8.0.1\n");
 }
@@ -101,12 +101,12 @@ TEST(CopyEvpn, ADamagedHostTableEndsItsCopyAndTheFloodTableFollows) {
         fabric.host(10, mac.c_str(), "10.8.0.1");
     }
     fabric.floodVtep(10, "10.8.0.2");
-    auto const table = fabric.hosts.table();
+    auto const table = fabric.evpn.hosts.table();
     std::string message;
     table->corruptionHandlerIs([&](std::string_view text) { message = text; });
 
     // The last slots of the memory: what lies before them has been copied by then.
-    int const descriptor = fabric.hosts.descriptor();
+    int const descriptor = fabric.evpn.hosts.descriptor();
     off_t const size = sizeOf(descriptor);
     for (off_t at = size - size / 4; at < size; ++at) {
         damage(descriptor, at);
@@ -121,13 +121,13 @@ TEST(CopyEvpn, ADamagedHostTableEndsItsCopyAndTheFloodTableFollows) {
 
 TEST(CopyEvpn, ADamagedFloodTableLeavesTheHosts) {
     Fabric fabric = evpnFabric();
-    int const descriptor = fabric.floodVteps.descriptor();
+    int const descriptor = fabric.evpn.floodVteps.descriptor();
     off_t const size = sizeOf(descriptor);
     for (off_t at = size / 2; at < size; ++at) {
         damage(descriptor, at);
     }
     std::string const text = evpnOf(fabric);
-    EXPECT_EQ(fabric.floodVteps.table()->corruptions(), 1U);
+    EXPECT_EQ(fabric.evpn.floodVteps.table()->corruptions(), 1U);
     EXPECT_NE(text.find("10 0200.0000.0001>10.8.0.1*4\n"), std::string::npos) << text;
     EXPECT_NE(text.find("20 0200.0000.0001>10.8.0.2*0\n"), std::string::npos) << text;
 }

@@ -8,7 +8,7 @@ namespace {
 
 /// What a listing has collected for one VNI of one source, in a short notation:
 /// unicast "MAC>VTEP*MOVES", multipath "MAC=VTEPS", flood "MAC~VTEPS", last octets only.
-std::string collected(Fabric const & fabric, ReceivedFilter const & filter = {},
+std::string collected(Fabric const & fabric, MacFilter const & filter = {},
                       char const * source = "leaf1", Vex::U32 vni = 10) {
     auto const last = [](std::string const & text) { return text.substr(text.size() - 2); };
     auto const vteps = [&](auto const & list) {
@@ -68,7 +68,7 @@ TEST(CopyTables, AMacFilterTakesThatMacFromEveryTable) {
 TEST(CopyTables, AMacKnownOnlyAsAFloodListYieldsOnlyThatFloodList) {
     Fabric fabric = fabricOfAllTables();
     fabric.floodVtep(10, "10.8.0.1");
-    ReceivedFilter const filter{.mac = "02:00:00:00:00:04"};
+    MacFilter const filter{.mac = "02:00:00:00:00:04"};
     EXPECT_EQ(collected(fabric, filter), "04~.6 ");
     auto const command = receivedCommand(fabric, filter);
     command->initialize();

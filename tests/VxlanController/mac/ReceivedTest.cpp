@@ -1,8 +1,7 @@
-#include "Trace/Handle.h"
-#include "Trace/Sink.h"
 #include "Vex/Errors.h"
 #include "tests/VxlanController/Fabric.h"
 #include "tests/VxlanController/Rendered.h"
+#include "tests/VxlanController/Traced.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +28,7 @@ std::string namesIn(Vex::Ptr<Cli::SwitchDir const> const & directory) {
 }
 
 /// The sources of a listing: switches, a bar, other sources.
-std::string sourcesOf(Fabric const & fabric, ReceivedFilter const & filter) {
+std::string sourcesOf(Fabric const & fabric, MacFilter const & filter) {
     auto const command = receivedCommand(fabric, filter);
     command->initialize();
     return namesIn(command->switchDir()) + "| " + namesIn(command->nonSwitchSourceDir());
@@ -38,27 +37,6 @@ std::string sourcesOf(Fabric const & fabric, ReceivedFilter const & filter) {
 std::string sourcesUnder(std::string const & word) {
     return sourcesOf(fabricOfAllSources(), {.source = word});
 }
-
-/// Everything that is traced while it lives, at the levels of the commands.
-class Traced {
-public:
-    Traced() {
-        Trace::enableAllUpTo(8);
-        Trace::setSink([this](Trace::Record const & record) {
-            text += std::to_string(record.level) + " " + std::string(record.text) + "\n";
-        });
-    }
-
-    ~Traced() {
-        Trace::setSink({});
-        Trace::disableAll();
-    }
-
-    Traced(Traced const &) = delete;
-    Traced & operator=(Traced const &) = delete;
-
-    std::string text;
-};
 
 } // namespace
 
@@ -111,7 +89,7 @@ TEST(Received, AbsentStateIsSkipped) {
     Fabric fabric;
     fabric.switches = nullptr;
     fabric.sources = nullptr;
-    fabric.evpn = nullptr;
+    fabric.evpn.list = nullptr;
     for (char const * word : {"", "all", "hsc", "qvx", "evpn", "leaf1"}) {
         EXPECT_EQ(sourcesOf(fabric, {.source = word}), "| ") << word;
     }
@@ -188,7 +166,7 @@ TEST(Received, DroppingTheCommandFreesEveryModelObject) {
 TEST(Received, TracesItsFunctionsAndMissingState) {
     Fabric fabric;
     fabric.switches->entityIs("odd", Vex::makePtr<VxlanController::VniStatusV2>(Vxlan::Vni(10)));
-    fabric.evpn->hostFloodTableIs("EVPN", Cli::hostFloodTableFactory());
+    fabric.evpn.list->hostFloodTableIs("EVPN", Cli::hostFloodTableFactory());
     auto const command = receivedCommand(fabric);
     Traced const traced;
     command->initialize();

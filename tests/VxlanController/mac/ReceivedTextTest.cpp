@@ -71,11 +71,11 @@ std::string rows(std::string const & text, bool flood) {
     return text.substr(start, end + 1 - start);
 }
 
-std::string ucastRows(Fabric const & fabric, ReceivedFilter const & filter = {}) {
+std::string ucastRows(Fabric const & fabric, MacFilter const & filter = {}) {
     return rows(receivedText(fabric, filter), false);
 }
 
-std::string floodRows(Fabric const & fabric, ReceivedFilter const & filter = {}) {
+std::string floodRows(Fabric const & fabric, MacFilter const & filter = {}) {
     return rows(receivedText(fabric, filter), true);
 }
 
@@ -110,7 +110,7 @@ TEST(ReceivedText, TheDottedFlagChangesTheVniColumn) {
     Fabric fabric;
     fabric.unicast("leaf1", 4098, "02:00:00:00:00:01", "10.0.0.1")
         .flood("leaf1", 16777215, "02:00:00:00:00:01", {"10.0.0.1"});
-    ReceivedFilter const dotted{.dotted = true};
+    MacFilter const dotted{.dotted = true};
     EXPECT_EQ(ucastRows(fabric, dotted),
               "leaf1             0.16.2      0200.0000.0001  10.0.0.1            0\n"
               "Total Mac Addresses for this criterion: 1\n");

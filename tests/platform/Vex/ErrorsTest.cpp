@@ -39,6 +39,11 @@ TEST(Quoted, CutsBeyondSixtyBytes) {
     EXPECT_EQ(Vex::quoted(std::string(1000000, '\n')).size(), 1 + 60 * 4 + 1 + 3U);
 }
 
+TEST(Printable, KeepsBytesThatATerminalObeysOffIt) {
+    EXPECT_EQ(Vex::printable("plain \"text\" \\ %s"), "plain \"text\" \\ %s");
+    EXPECT_EQ(Vex::printable("\x1b[2J\n\x7f\xc2\x9b"), "\\x1b[2J\\x0a\\x7f\\xc2\\x9b");
+}
+
 TEST(ParseError, NamesTheTextAndWhatIsAccepted) {
     EXPECT_STREQ(Vex::ParseError("1\n", "a number").what(), "'1\\x0a': expected a number");
     EXPECT_STREQ(Vex::ParseError("as it stands").what(), "as it stands");

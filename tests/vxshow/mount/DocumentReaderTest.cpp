@@ -7,12 +7,15 @@ namespace vxshow::test {
 namespace {
 
 TEST(DocumentReader, MountsNothingWhereNothingIsWritten) {
-    for (auto const * received : {"", R"(,"received":{})"}) {
-        auto const mount = mounted(
-            std::string(R"({"format":"vxlan-controller-state","version":1)") + received + "}");
+    for (auto const * state : {"", R"(,"received":{})", R"(,"advertised":{},"received":{})"}) {
+        auto const mount =
+            mounted(std::string(R"({"format":"vxlan-controller-state","version":1)") + state + "}");
         EXPECT_FALSE(mount.received.switches);
         EXPECT_FALSE(mount.received.sources);
         EXPECT_FALSE(mount.received.evpn);
+        EXPECT_FALSE(mount.advertised.vnis);
+        EXPECT_FALSE(mount.advertised.sources);
+        EXPECT_FALSE(mount.advertised.evpn);
     }
 }
 
@@ -26,6 +29,57 @@ TEST(DocumentReader, TellsAnEmptySourceFromAnAbsentOne) {
     EXPECT_FALSE(mount.received.sources->vniStatusDir("QVX"));
     ASSERT_TRUE(mount.received.evpn);
     EXPECT_FALSE(mount.received.evpn->hostFloodTable("EVPN"));
+}
+
+TEST(DocumentReader, TellsAnEmptyDestinationFromAnAbsentOne) {
+    auto const mount = mounted(withAdvertised(R"({"vnis":{},"sources":{"HSC":{}},"evpn":{}})"));
+    ASSERT_TRUE(mount.advertised.vnis);
+    EXPECT_EQ(mount.advertised.vnis->size(), 0);
+    ASSERT_TRUE(mount.advertised.sources);
+    ASSERT_TRUE(mount.advertised.sources->vniStatusDir("HSC"));
+    EXPECT_EQ(mount.advertised.sources->vniStatusDir("HSC")->vniStatusV2().size(), 0);
+    ASSERT_TRUE(mount.advertised.evpn);
+    EXPECT_FALSE(mount.advertised.evpn->hostFloodTable("EVPN"));
+}
+
+TEST(DocumentReader, KeepsWhatIsReceivedAndWhatIsAdvertisedApart) {
+    auto const mount = mounted(
+        R"({"format":"vxlan-controller-state","version":1,
+            "advertised":{"vnis":{"10":{"arp":{"10.0.0.9":{"mac":"02:00:00:00:00:01"}}}},
+                          "sources":{"HSC":{"11":{}}},
+                          "evpn":{"EVPN":{"hosts":{}}}},
+            "received":{"switches":{"leaf1":{}},
+                        "sources":{"HSC":{"12":{}}},
+                        "evpn":{"EVPN":{"flood":{}}}}})");
+    EXPECT_EQ(mount.advertised.vnis->size(), 1);
+    ASSERT_TRUE(entryOf(mount, "10"));
+    EXPECT_EQ(entryOf(mount, "10")->arpTable().size(), 1);
+    EXPECT_TRUE(mount.advertised.sources->vniStatusDir("HSC")->vniStatusV2(Vxlan::Vni(11)));
+    EXPECT_FALSE(mount.advertised.sources->vniStatusDir("HSC")->vniStatusV2(Vxlan::Vni(12)));
+    EXPECT_TRUE(mount.advertised.evpn->hostFloodTable("EVPN")->hostTable());
+    EXPECT_FALSE(mount.advertised.evpn->hostFloodTable("EVPN")->floodTable());
+    EXPECT_EQ(mount.received.switches->size(), 1);
+    EXPECT_TRUE(mount.received.sources->vniStatusDir("HSC")->vniStatusV2(Vxlan::Vni(12)));
+    EXPECT_FALSE(mount.received.evpn->hostFloodTable("EVPN")->hostTable());
+    EXPECT_TRUE(mount.received.evpn->hostFloodTable("EVPN")->floodTable());
+}
+
+TEST(DocumentReader, FillsTheTablesOfAnEntry) {
+    auto const entry = entryOf(mounted(withAdvertised(R"({"vnis":{"10":{
+        "unicast":{"02:00:00:00:00:01":{"vtep":"10.0.0.1","moves":3}},
+        "multipath":{"02:00:00:00:00:02":["10.0.0.1","10.0.0.2"]},
+        "flood":{"02:00:00:00:00:03":["10.0.0.1"]},
+        "arp":{"2001:db8::1":{"mac":"02:00:00:00:00:01","preference":7,"changes":9}}}}})")),
+                               "10");
+    ASSERT_TRUE(entry);
+    auto const mac = [](char const * text) { return Nolt::EthAddr::fromString(text); };
+    EXPECT_EQ(entry->macVtepTable(mac("02:00:00:00:00:01")).moveCount(), 3);
+    EXPECT_EQ(entry->macVtepMultiPathTable(mac("02:00:00:00:00:02")).vtepIp().size(), 2);
+    ASSERT_TRUE(entry->macVtepFloodListTable(mac("02:00:00:00:00:03")));
+    auto const * const binding = entry->arpTable().find(Nolt::IpGenAddr::fromString("2001:db8::1"));
+    ASSERT_TRUE(binding);
+    EXPECT_EQ(binding->element().preference(), 7);
+    EXPECT_EQ(binding->element().changes(), 9);
 }
 
 TEST(DocumentReader, TakesFormatAndVersionAnywhere) {
@@ -44,6 +98,18 @@ TEST(DocumentReader, KeepsTheNamesOfSwitchesAsTheyAre) {
     for (auto const name : {"leaf1"sv, "Leaf1"sv, ""sv, "he said \"leaf\""sv, "\U0001f33f"sv,
                             "a\0b"sv, "HSC"sv, "100%"sv}) {
         EXPECT_TRUE(switchOf(mount, name)) << name;
+    }
+}
+
+TEST(DocumentReader, KeepsTheNamesOfEntriesWhetherVnisOrNot) {
+    auto const mount = mounted(withAdvertised(
+        R"({"vnis":{"10":{},"010":{}," 10":{},"+10":{},"-1":{},"16777216":{},"abc":{},"":{},)"
+        R"("\ud83c\udf3f":{},"1\u00000":{},"99999999999999999999":{}}})"));
+    EXPECT_EQ(mount.advertised.vnis->size(), 11);
+    using namespace std::string_view_literals;
+    for (auto const name : {"10"sv, "010"sv, " 10"sv, "+10"sv, "-1"sv, "16777216"sv, "abc"sv, ""sv,
+                            "\U0001f33f"sv, "1\0000"sv, "99999999999999999999"sv}) {
+        EXPECT_TRUE(entryOf(mount, name)) << name;
     }
 }
 
@@ -76,10 +142,10 @@ TEST(DocumentReader, RefusesABadHead) {
          {R"({"version":1.0})", "1:12: version: found 1.0, expected 1"},
          {R"({"version":"1"})", R"(1:12: version: found "1", expected 1)"},
          {R"({"version":4294967297})", "1:12: version: found 4294967297, expected 1"},
-         {R"({"advertised":{}})",
-          R"(1:2: found "advertised", expected "format", "version" or "received")"},
          {R"({"routers":{}})",
-          R"(1:2: found "routers", expected "format", "version" or "received")"},
+          R"(1:2: found "routers", expected "format", "version", "received" or "advertised")"},
+         {R"({"advertised":{},"advertised":{}})",
+          R"(1:18: found "advertised" again, expected it once)"},
          {R"({"received":{},"received":{}})",
           R"(1:16: found "received" again, expected it once)"}});
 }
@@ -115,6 +181,39 @@ TEST(DocumentReader, RefusesBadReceivedState) {
           R"(1:22: received.evpn: found "HSC", expected "EVPN")"},
          {R"({"received":{"evpn":{"EVPN":{},"EVPN":{}}}})",
           R"(1:32: received.evpn: found "EVPN" again, expected it once)"}});
+}
+
+TEST(DocumentReader, RefusesBadAdvertisedState) {
+    expectRefused(
+        {{R"({"advertised":[]})",
+          "1:15: advertised: found an array, expected an object of published state"},
+         {R"({"advertised":{"switches":{}}})",
+          R"(1:16: advertised: found "switches", expected "vnis", "sources" or "evpn")"},
+         {R"({"advertised":{"vnis":{},"vnis":{}}})",
+          R"(1:26: advertised: found "vnis" again, expected it once)"},
+         {R"({"advertised":{"vnis":null}})",
+          "1:23: advertised.vnis: found null, expected an object whose members are per-VNI "
+          "entries"},
+         {R"({"advertised":{"vnis":{"10":7}}})",
+          R"(1:29: advertised.vnis."10": found 7, expected an object of tables)"},
+         {R"({"advertised":{"vnis":{"10":{},"1\u0030":{}}}})",
+          R"(1:32: advertised.vnis: found "1\u0030" again, expected it once)"},
+         {R"({"advertised":{"vnis":{"abc":{},"":{},"abc":{}}}})",
+          R"(1:39: advertised.vnis: found "abc" again, expected it once)"},
+         {R"({"advertised":{"vnis":{"a\ud800":{}}}})",
+          R"(1:26: advertised.vnis: found "\ud800", expected an escape that stands for a )"
+          "character"},
+         {R"({"advertised":{"sources":{"QVX":{}}}})",
+          R"(1:27: advertised.sources: found "QVX", expected "HSC")"},
+         {R"({"advertised":{"sources":{"HSC":{},"HSC":{}}}})",
+          R"(1:36: advertised.sources: found "HSC" again, expected it once)"},
+         {R"({"advertised":{"sources":{"HSC":{"abc":{}}}}})",
+          R"(1:34: advertised.sources.HSC: found "abc", expected a VNI from 0 to 16777215 in )"
+          "decimal"},
+         {R"({"advertised":{"evpn":{"HSC":{}}}})",
+          R"(1:24: advertised.evpn: found "HSC", expected "EVPN")"},
+         {R"({"advertised":{"evpn":{"EVPN":{},"EVPN":{}}}})",
+          R"(1:34: advertised.evpn: found "EVPN" again, expected it once)"}});
 }
 
 } // namespace

@@ -89,11 +89,9 @@ struct Refused {
 
 void expectRefused(std::initializer_list<Refused> all) {
     for (auto const & refused : all) {
-        auto const line = refusal(withEvpn(refused.evpn));
-        std::string_view const path = "received.evpn.EVPN";
-        auto const at = line.find(path);
-        ASSERT_NE(at, std::string::npos) << line;
-        EXPECT_EQ(line.substr(at + path.size()), refused.error) << refused.evpn;
+        auto const state = R"({"evpn":{"EVPN":)" + std::string(refused.evpn) + "}}";
+        EXPECT_EQ(refusalBehind("received.evpn.EVPN", withReceived(state)), refused.error);
+        EXPECT_EQ(refusalBehind("advertised.evpn.EVPN", withAdvertised(state)), refused.error);
     }
 }
 

@@ -6,11 +6,6 @@ namespace vxshow {
 
 namespace {
 
-TEST(Shown, KeepsBytesThatATerminalObeysOffIt) {
-    EXPECT_EQ(printable("plain \"text\" \\ %s"), "plain \"text\" \\ %s");
-    EXPECT_EQ(printable("\x1b[2J\n\x7f\xc2\x9b"), "\\x1b[2J\\x0a\\x7f\\xc2\\x9b");
-}
-
 TEST(Shown, CutsALongText) {
     EXPECT_EQ(shownText(std::string(60, 'a')), std::string(60, 'a'));
     EXPECT_EQ(shownText(std::string(61, 'a')), std::string(60, 'a') + "...");

@@ -19,7 +19,8 @@ std::string errorFor(std::string const & path) {
     return "accepted";
 }
 
-std::string const everything = withReceived(R"({
+std::string const everything =
+    R"({"format":"vxlan-controller-state","version":1,"received":{
   "switches": { "leaf1": { "10": {
       "unicast": { "02:00:00:00:00:01": { "vtep": "10.0.0.1", "moves": 12 } },
       "multipath": { "0200.0000.0002": [ "10.0.0.1", "10.0.0.2" ] },
@@ -28,7 +29,15 @@ std::string const everything = withReceived(R"({
     "na\u00efve \u2603 \"": {} , "Bl\u00e4tter ☃": {} },
   "sources": { "HSC": { "16777215": {} }, "QVX": {} },
   "evpn": { "EVPN": { "hosts": { "10": { "02:00:00:00:00:09": { "vtep": "10.0.0.9" } } },
-                      "flood": { "10": [ "10.0.0.8" ] } } } })");
+                      "flood": { "10": [ "10.0.0.8" ] } } } },"advertised":{
+  "vnis": { "10": {
+      "unicast": { "02:00:00:00:00:01": { "vtep": "10.0.0.1", "moves": 12 } },
+      "multipath": { "0200.0000.0002": [ "10.0.0.1", "10.0.0.2" ] },
+      "flood": { "00-00-00-00-00-00": [ "10.0.0.3" ] },
+      "arp": { "192.0.2.1": { "mac": "02:00:00:00:00:01" } } },
+    "\u2603 %s": {} , "☃": {}, "": {} },
+  "sources": { "HSC": { "0": {} } },
+  "evpn": { "EVPN": { "hosts": { "11": {} }, "flood": { "11": [ "10.0.0.8" ] } } } }})";
 
 /// Standard input reads from a file for as long as this lives.
 class StandardInput {
@@ -154,10 +163,10 @@ TEST(Snapshot, RefusesWhatIsNotOneObject) {
                    {"\xef\xbb\xbf{}", "1:1: found a byte order mark, expected an object"},
                    {"\xff\xfe{\0}\0"s, "1:1: found \\xff\\xfe, expected an object"},
                    {"\0"s, "1:1: found \\x00, expected an object"},
-                   {everything + "}", "10:63: found '}', expected the end of the file"},
-                   {everything + "\n{}", "11:1: found an object, expected the end of the file"},
-                   {everything + "\0"s, "10:63: found \\x00, expected the end of the file"},
-                   {everything + ",", "10:63: found ',', expected the end of the file"}});
+                   {everything + "}", "18:86: found '}', expected the end of the file"},
+                   {everything + "\n{}", "19:1: found an object, expected the end of the file"},
+                   {everything + "\0"s, "18:86: found \\x00, expected the end of the file"},
+                   {everything + ",", "18:86: found ',', expected the end of the file"}});
 }
 
 TEST(Snapshot, RefusesBadSyntaxAtTheFirstWrongToken) {
@@ -208,7 +217,7 @@ TEST(Snapshot, ShowsOnlyTheStartOfALongText) {
     std::string const longText(1000000, 'x');
     EXPECT_EQ(refusal("{\"" + longText + "\":1}"),
               "1:2: found \"" + std::string(60, 'x') +
-                  "...\", expected \"format\", \"version\" or \"received\"");
+                  "...\", expected \"format\", \"version\", \"received\" or \"advertised\"");
     EXPECT_EQ(tablesRefusal("{\"arp\":{\"" + longText + "\":{}}}"),
               ".arp: found \"" + std::string(60, 'x') +
                   "...\", expected an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");

@@ -1,10 +1,20 @@
 #include "tests/vxshow/mount/Snapshots.h"
 
+#include <gtest/gtest.h>
 #include <stdexcept>
 #include <sys/mman.h>
 #include <unistd.h>
 
 namespace vxshow::test {
+
+namespace {
+
+std::string withMember(std::string_view name, std::string_view value) {
+    std::string text = R"({"format":"vxlan-controller-state","version":1,")";
+    return text.append(name).append("\":").append(value).append("}");
+}
+
+} // namespace
 
 TextFile::TextFile(std::string_view text) : descriptor_(::memfd_create("snapshot", MFD_CLOEXEC)) {
     while (!text.empty()) {
@@ -43,23 +53,38 @@ std::string refusal(std::string_view text) {
 }
 
 std::string withReceived(std::string_view received) {
-    return R"({"format":"vxlan-controller-state","version":1,"received":)" + std::string(received) +
-           "}";
+    return withMember("received", received);
+}
+
+std::string withAdvertised(std::string_view advertised) {
+    return withMember("advertised", advertised);
 }
 
 std::string withTables(std::string_view tables) {
     return withReceived(R"({"switches":{"leaf1":{"10":)" + std::string(tables) + "}}}");
 }
 
-std::string tablesRefusal(std::string_view tables) {
-    auto const line = refusal(withTables(tables));
-    std::string const path = "received.switches.leaf1.\"10\"";
+std::string refusalBehind(std::string_view path, std::string_view text) {
+    auto const line = refusal(text);
     auto const at = line.find(path);
     return at == std::string::npos ? line : line.substr(at + path.size());
 }
 
+std::string tablesRefusal(std::string_view tables) {
+    auto const received = refusalBehind("received.switches.leaf1.\"10\"", withTables(tables));
+    auto const entry = withAdvertised(R"({"vnis":{"10":)" + std::string(tables) + "}}");
+    EXPECT_EQ(refusalBehind("advertised.vnis.\"10\"", entry), received);
+    return received;
+}
+
 Vex::Ptr<VxlanController::VniStatusV2 const> mountedTables(std::string_view tables) {
     return switchOf(mounted(withTables(tables)), "leaf1")->vniStatusV2(Vxlan::Vni(10));
+}
+
+Vex::Ptr<VxlanController::VniFdbStatusV2 const> entryOf(Mount const & mount,
+                                                        std::string_view name) {
+    return Vex::dynamicPtr<VxlanController::VniFdbStatusV2 const>(
+        mount.advertised.vnis->entityPtr(Vex::Name(name)));
 }
 
 Vex::Ptr<VxlanController::VniStatusDirV2 const> switchOf(Mount const & mount,

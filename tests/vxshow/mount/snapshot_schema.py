@@ -16,23 +16,36 @@ import tempfile
 import jsonschema
 
 
-def document(received):
-    return {"format": "vxlan-controller-state", "version": 1, "received": received}
+def document(**members):
+    return {"format": "vxlan-controller-state", "version": 1, **members}
 
 
-def with_tables(tables):
-    return document({"switches": {"leaf1": {"10": tables}}})
+def received_tables(tables):
+    return document(received={"switches": {"leaf1": {"10": tables}}})
+
+
+def advertised_tables(tables):
+    return document(advertised={"vnis": {"10": tables}})
 
 
 def written_documents(path):
     """Yield (text, whether it is good) for the documents of a file.
 
-    A document stands there whole, or as the part of one that matters.
+    A document stands there whole, or as the part of one that matters, in every place where
+    such a part may stand.
     """
-    around = {"document": lambda it: it, "received": document, "tables": with_tables}
+    around = {
+        "document": [lambda it: it],
+        "received": [lambda it: document(received=it)],
+        "advertised": [lambda it: document(advertised=it)],
+        "evpn": [lambda it: document(received={"evpn": {"EVPN": it}}),
+                 lambda it: document(advertised={"evpn": {"EVPN": it}})],
+        "tables": [received_tables, advertised_tables],
+    }
     for case in json.loads(path.read_text()):
         (part,) = case.keys() & around.keys()
-        yield json.dumps(around[part](case[part])), case["good"]
+        for whole in around[part]:
+            yield json.dumps(whole(case[part])), case["good"]
 
 
 def address_documents(rng):
@@ -62,7 +75,7 @@ def all_documents(path):
     yield from written_documents(path)
     for address, good in address_documents(random.Random(1)):
         tables = {"arp": {address: {"mac": "02:00:00:00:00:01"}}}
-        yield json.dumps(with_tables(tables)), good
+        yield json.dumps(received_tables(tables)), good
 
 
 def read_all(reader, texts):

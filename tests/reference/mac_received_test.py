@@ -1,15 +1,9 @@
 """The reference for `mac received` against outputs written out by hand."""
 
-import json
-import os
-import pathlib
-import subprocess
-import sys
 import unittest
 
-HERE = pathlib.Path(__file__).resolve().parent
-REFERENCE = HERE / "received.py"
-FABRIC = HERE.parent.parent / "examples" / "fabric.json"
+import exact
+from exact import Exact
 
 UNICAST = (
     "         Received Mac Address Table\n"
@@ -102,15 +96,8 @@ F_QVX = "QVX               10          0000.5e00.5391  10.0.2.1       \n"
 
 
 def run_bytes(received, *words):
-    document = {"format": "vxlan-controller-state", "version": 1}
-    if received is not None:
-        document["received"] = received
-    return subprocess.run(
-        [sys.executable, str(REFERENCE), "--state", "-", "mac", "received", *words],
-        input=json.dumps(document).encode(),
-        stdout=subprocess.PIPE,
-        check=True,
-    ).stdout
+    members = {} if received is None else {"received": received}
+    return exact.run_bytes(members, "mac", "received", *words)
 
 
 def run(received, *words):
@@ -124,10 +111,6 @@ def listing(unicast, flood):
 
 def switch(name, tables, vni="10"):
     return {"switches": {name: {vni: tables}}}
-
-
-class Exact(unittest.TestCase):
-    maxDiff = None
 
 
 class Text(Exact):
@@ -242,15 +225,6 @@ class Text(Exact):
             "\u8449               10          0000.5e00.5301  10.0.0.1            0\n"
         )
         self.assertEqual(run(state), listing((unicast, 3), ("", 0)))
-
-    def test_the_snapshot_may_be_named_by_file_or_variable(self):
-        words = [sys.executable, str(REFERENCE), "mac", "received"]
-        named = subprocess.check_output([*words, "--state", str(FABRIC)])
-        by_variable = subprocess.check_output(
-            words, env={**os.environ, "VXSHOW_STATE": str(FABRIC)}
-        )
-        self.assertEqual(named, by_variable)
-        self.assertIn(b"\nleaf4             70000       ", named)
 
 
 class AbsentEntries(Exact):
@@ -416,17 +390,6 @@ class Json(Exact):
             "  },\n"
             '  "nonSwitchSources": {}\n'
             "}\n",
-        )
-
-    def test_names_are_escaped_where_json_demands_it_and_nowhere_else(self):
-        name = 'q"b\\s/n\nt\tr\rb\bf\fe\x1bu\x1fd\x7f\u00e9\u8449\U0001f33f%'
-        self.assertEqual(
-            run(switch(name, {"flood": {"00:00:00:00:00:00": []}}), "--json"),
-            '{"switches":{'
-            '"q\\"b\\\\s/n\\nt\\tr\\rb\\bf\\fe\\u001bu\\u001fd\x7f\u00e9\u8449\U0001f33f%":'
-            '{"vniInDottedNotation":false,"vnis":[{"macAddress":"00:00:00:00:00:00","vni":10,'
-            '"unicastHostTable":[],"bumVtepListTable":[{"vtepIpListType":"sendToAll",'
-            '"macAddr":"00:00:00:00:00:00","vtepIpList":[]}]}]}},"nonSwitchSources":{}}\n',
         )
 
 

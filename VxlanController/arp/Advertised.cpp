@@ -1,0 +1,39 @@
+#include "VxlanController/arp/CopyArp.h"
+#include "VxlanController/arp/SetOutput.h"
+#include "VxlanController/command/RenderFrame.h"
+#include "state/VniFdbStatusV2.h"
+
+#include <string>
+
+/// The command that shows the ARP tables advertised to the controller's destinations.
+namespace VxlanController::Cli {
+
+namespace {
+
+/// The VNI that a directory entry names, read as `std::stoi` reads it. Raises what that
+/// raises for a name that is no number of 32 bits, and `Vex::RangeError` for a number that
+/// is no VNI: a negative one, taken without its sign, is too large as well.
+Vxlan::Vni vniNamed(Vex::Name const & name) {
+    return Vxlan::Vni(static_cast<Vex::U32>(std::stoi(name.stringValue())));
+}
+
+/// Several names may stand for one VNI, "10" and "010"; their entries share its table.
+void collect(ArpAdvertised const & command, VxlanFdbSet & into) {
+    ArpFilter const filter{command.vniFilter(), command.macFilter(), command.ipFilter()};
+    forEachEntity<VniFdbStatusV2>(
+        command.vniStatusDir(), [&](Vex::Name const & name, VniFdbStatusV2 const & status) {
+            copyArpTable(status, vniNamed(name), command.vniDotted(), filter, into);
+        });
+}
+
+} // namespace
+
+void ArpAdvertised::render(U32 fd, U32 format, U32 /* every revision reads the same */) {
+    auto const set = vxlanFdbSetFactory();
+    renderFrame(
+        fd, format, [&] { collect(*this, *set); },
+        [&](outfmt::Printer & printer) { renderVxlanFdbSetText(printer, set); },
+        [&](outfmt::Printer & printer) { renderVxlanFdbSetJson(printer, set); });
+}
+
+} // namespace VxlanController::Cli

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "VxlanController/VxlanControllerCliModel.h"
+#include "outfmt/Printer.h"
+
+namespace VxlanController::Cli {
+
+/// Prints one row of an ARP table. The two tables differ in their rows only, so whoever
+/// walks them is handed one of these.
+class ArpTableRenderer {
+public:
+    ArpTableRenderer(ArpTableRenderer const &) = delete;
+    ArpTableRenderer & operator=(ArpTableRenderer const &) = delete;
+    virtual ~ArpTableRenderer();
+
+    /// Prints the row of `entry`, which stands in the table of `vni`. Raises what the
+    /// printer raises.
+    virtual void renderIpToMac(Vex::Ptr<VxlanArpEntry const> const & entry,
+                               Vex::String const & vni) = 0;
+
+protected:
+    explicit ArpTableRenderer(outfmt::Printer & printer) : printer_(printer) {}
+
+    outfmt::Printer & printer() const noexcept { return printer_; }
+
+private:
+    outfmt::Printer & printer_;
+};
+
+/// The rows of the advertised table.
+class AdvertisedArpTableRenderer final : public ArpTableRenderer {
+public:
+    explicit AdvertisedArpTableRenderer(outfmt::Printer & printer) : ArpTableRenderer(printer) {}
+
+    void renderIpToMac(Vex::Ptr<VxlanArpEntry const> const & entry,
+                       Vex::String const & vni) override;
+};
+
+/// The rows of the received table, for one switch.
+class ReceivedArpTableRenderer final : public ArpTableRenderer {
+public:
+    ReceivedArpTableRenderer(outfmt::Printer & printer, Vex::String switchId)
+        : ArpTableRenderer(printer), switchId_(std::move(switchId)) {}
+
+    void renderIpToMac(Vex::Ptr<VxlanArpEntry const> const & entry,
+                       Vex::String const & vni) override;
+
+private:
+    Vex::String const switchId_;
+};
+
+} // namespace VxlanController::Cli

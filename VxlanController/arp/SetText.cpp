@@ -1,0 +1,66 @@
+#include "VxlanController/arp/ArpTableRenderer.h"
+#include "VxlanController/arp/SetOutput.h"
+
+namespace VxlanController::Cli {
+
+namespace {
+
+constexpr char rule[] =
+    "-------------------------------------------------------------------------\n";
+
+/// Switches and the advertised set hold their tables in collections of the same type.
+using ArpTables = VxlanFdbSet::ArpTableCollection;
+
+int renderRows(ArpTableRenderer & renderer, ArpTables const & tables) {
+    int rows = 0;
+    for (VxlanArpTable const & table : tables) {
+        for (auto it = table.arpEntry().begin(); it; ++it) {
+            renderer.renderIpToMac(it.slot().element(), table.vni());
+            ++rows;
+        }
+    }
+    return rows;
+}
+
+void printTotal(outfmt::Printer & printer, int rows) {
+    printer.addFrills("\n");
+    printer.addFrills("Total IP addresses for this criterion: %d\n", rows);
+}
+
+} // namespace
+
+void renderVxlanFdbSetText(outfmt::Printer & printer, Vex::Ptr<VxlanFdbSet const> const & set) {
+    printer.addFrills("                       Advertised ARP Table\n");
+    printer.addFrills(rule);
+    printer.addFrills("VNI      IP Address      MAC Address        Changes\n");
+    printer.addFrills("-------- --------------- ------------------ --------\n");
+    AdvertisedArpTableRenderer renderer(printer);
+    printTotal(printer, set ? renderRows(renderer, set->arpTable()) : 0);
+}
+
+void renderVxlanVtepSetText(outfmt::Printer & printer, Vex::Ptr<VxlanVtepSet const> const & set) {
+    printer.addFrills("                        Received ARP Table\n");
+    printer.addFrills(rule);
+    printer.addFrills("Switch              VNI      IP Address      MAC Address        Changes\n");
+    // One dash more in the last column than the advertised table has: scripts find the
+    // columns by these lines, so either keeps its own.
+    printer.addFrills(
+        "------------------- -------- --------------- ------------------ ---------\n");
+    int rows = 0;
+    if (set) {
+        for (auto it = set->vtep().begin(); it; ++it) {
+            rows += renderVxlanVtepText(printer, it.slot().element());
+        }
+    }
+    printTotal(printer, rows);
+}
+
+int renderVxlanVtepText(outfmt::Printer & printer, Vex::Ptr<VxlanVtep const> const & vtep) {
+    if (!vtep) {
+        return 0;
+    }
+    ReceivedArpTableRenderer renderer(printer, vtep->switchId());
+    return renderRows(renderer, vtep->arpTable());
+}
+
+} // namespace VxlanController::Cli

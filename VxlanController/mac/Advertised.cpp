@@ -1,0 +1,115 @@
+#include "VxlanController/VxlanControllerCliModel.h"
+#include "VxlanController/command/CliTrace.h"
+#include "VxlanController/command/EntityPtr.h"
+#include "VxlanController/command/RenderFrame.h"
+#include "VxlanController/mac/AdvertisedJson.h"
+#include "VxlanController/mac/AdvertisedText.h"
+#include "VxlanController/mac/CopyEvpn.h"
+#include "VxlanController/mac/CopyTables.h"
+#include "VxlanController/mac/Target.h"
+#include "state/VniFdbStatusV2.h"
+#include "state/VniStatusDirV2.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+/// The command that shows the MAC tables advertised to switches and other destinations.
+namespace VxlanController::Cli {
+
+namespace {
+
+/// The VNI that an entry of the directory is named by. The name's leading number counts,
+/// and a name without one is VNI 0; a number out of range raises `Vex::RangeError`.
+Vxlan::Vni vniOfEntry(Vex::Name const & name) {
+    auto const number =
+        static_cast<unsigned long>(std::strtol(name.stringValue().c_str(), nullptr, 10));
+    constexpr unsigned long outOfRange = Vxlan::Vni::max + 1UL;
+    return Vxlan::Vni(static_cast<Vex::U32>(std::min(number, outOfRange)));
+}
+
+} // namespace
+
+void VcsVniAdvertised::initialize() {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::VcsVniAdvertised::initialize()";
+    }
+    vniDirDel();
+    vniDirIs();
+
+    // A destination that is neither word narrows nothing: what is advertised is not kept
+    // by destination, so every name shows the whole.
+    if (destFilter() == "hsc") {
+        if (nonSwitchAggregate()) {
+            copyDest("HSC");
+        }
+    } else if (destFilter() == "evpn") {
+        if (nonSwitchHostFloodTables()) {
+            copyTable("EVPN");
+        }
+    } else if (vniStatusDir()) {
+        copyDest("");
+    }
+}
+
+void VcsVniAdvertised::copyDest(Vex::Name destName) {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::VcsVniAdvertised::copyDest(Vex::Name) destName "
+               << destName.stringValue();
+    }
+    ListTarget target(vniDirIs());
+    MacTableFilter const filter{macFilter(), *vtepFilter()};
+    bool const everyVni = vniFilter().isNone();
+    Vxlan::Vni const onlyVni = everyVni ? Vxlan::Vni() : vniFilter().vni();
+
+    if (destName == "HSC") {
+        Vex::Ptr<VniStatusDirV2 const> vnis;
+        if (nonSwitchAggregate()) {
+            vnis = nonSwitchAggregate()->vniStatusDir(destName);
+        }
+        if (vnis && everyVni) {
+            for (VniStatusV2 const & status : vnis->vniStatusV2()) {
+                copyTables(status, status.vni(), target, filter);
+            }
+        } else if (auto const status = vnis ? vnis->vniStatusV2(onlyVni) : nullptr) {
+            copyTables(*status, onlyVni, target, filter);
+        }
+    } else if (vniStatusDir() && everyVni) {
+        for (auto it = vniStatusDir()->entityPtrIteratorConst(); it; ++it) {
+            if (auto const status = entityPtr<VniFdbStatusV2>(*vniStatusDir(), it.name())) {
+                copyTables(*status, vniOfEntry(it.name()), target, filter);
+            }
+        }
+    } else if (vniStatusDir()) {
+        Vex::Name const name = onlyVni.stringValue();
+        if (auto const status = entityPtr<VniFdbStatusV2>(*vniStatusDir(), name)) {
+            copyTables(*status, onlyVni, target, filter);
+        }
+    }
+}
+
+void VcsVniAdvertised::copyTable(Vex::Name tableName) {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::VcsVniAdvertised::copyTable(Vex::Name) tableName "
+               << tableName.stringValue();
+    }
+    auto const tables = hostFloodTable(nonSwitchHostFloodTables(), tableName);
+    if (!tables) {
+        return;
+    }
+
+    // These records name EVPN in their fixed text, whatever the table's name.
+    ListTarget target(vniDirIs());
+    EvpnTableFilter const filter{vniFilter(), macFilter(), *vtepFilter()};
+    copyEvpnTables(*tables, target, filter, "EVPN");
+}
+
+void VcsVniAdvertised::render(U32 fd, U32 format, U32 revision) {
+    renderFrame(
+        fd, format, [&] { initialize(); },
+        [&](outfmt::Printer & printer) { printFdbText(printer, vniDotted(), vniDir()); },
+        [&](outfmt::Printer & printer) {
+            renderFdbJson(printer, vniDotted(), vniDir(), revision);
+        });
+}
+
+} // namespace VxlanController::Cli

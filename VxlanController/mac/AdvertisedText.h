@@ -1,0 +1,14 @@
+#pragma once
+
+#include "VxlanController/VxlanControllerCliModel.h"
+#include "outfmt/Printer.h"
+
+namespace VxlanController::Cli {
+
+/// Prints the advertised tables: the unicast section with one row a MAC, then the flood
+/// section with one entry a MAC, its VTEPs three a line. Each has title, header and total,
+/// also for a null or empty list. Raises what the printer raises.
+void printFdbText(outfmt::Printer & printer, bool dotted,
+                  Vex::Ptr<VniStatusList const> const & vnis);
+
+} // namespace VxlanController::Cli

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Trace/Handle.h"
+#include "Trace/Sink.h"
+
+#include <string>
+
+/// Everything that is traced while it lives, at the levels of the commands.
+class Traced {
+public:
+    Traced() {
+        Trace::enableAllUpTo(8);
+        Trace::setSink([this](Trace::Record const & record) {
+            text += std::to_string(record.level) + " " + std::string(record.text) + "\n";
+        });
+    }
+
+    ~Traced() {
+        Trace::setSink({});
+        Trace::disableAll();
+    }
+
+    Traced(Traced const &) = delete;
+    Traced & operator=(Traced const &) = delete;
+
+    std::string text;
+};

@@ -1,0 +1,115 @@
+"""How values are written and read, on the command line, in snapshots and in listings.
+
+Addresses and VNIs are plain integers in here and sort as numbers; where both kinds of IP
+address may stand, one is (4 or 6, number). Names sort by code point, which for UTF-8 is
+the order of their bytes.
+"""
+
+import functools
+import ipaddress
+import json
+import re
+
+LAST_VNI = 0xFFFFFF
+
+MAC_FORMS = re.compile(
+    r"[0-9a-f]{2}(:[0-9a-f]{2}){5}"
+    r"|[0-9a-f]{2}(-[0-9a-f]{2}){5}"
+    r"|[0-9a-f]{4}(\.[0-9a-f]{4}){2}",
+    re.IGNORECASE,
+)
+MAC_SEPARATORS = str.maketrans("", "", ":-.")
+
+# A number as strtol and std::stoi read one: what follows it does not matter to them.
+LEADING_NUMBER = re.compile(r"[ \t\n\v\f\r]*([+-]?[0-9]+)")
+
+# The 96 bits before an IPv4 address that is mapped into IPv6.
+MAPPED_IPV4 = 0xFFFF
+
+
+class Failure(Exception):
+    """vxshow must print nothing but one line on standard error, and exit with 1."""
+
+
+# Reading
+
+
+def read_mac(text):
+    if not MAC_FORMS.fullmatch(text):
+        raise ValueError(f"no Ethernet address: {text}")
+    return int(text.translate(MAC_SEPARATORS), 16)
+
+
+@functools.lru_cache(maxsize=None)
+def read_ipv4(text):
+    return int(ipaddress.IPv4Address(text))
+
+
+def read_ip(text):
+    address = ipaddress.ip_address(text)
+    return address.version, int(address)
+
+
+def read_vni(text):
+    if re.fullmatch(r"[0-9]{1,3}(\.[0-9]{1,3}){2}", text):
+        high, middle, low = map(int, text.split("."))
+        if max(high, middle, low) > 255:
+            raise ValueError(f"no VNI: {text}")
+        return high << 16 | middle << 8 | low
+    if not re.fullmatch(r"[0-9]{1,8}", text) or int(text) > LAST_VNI:
+        raise ValueError(f"no VNI: {text}")
+    return int(text)
+
+
+def entry_vni(name, without_number=None):
+    """The VNI of an entry of the advertised directory, which is called as it likes.
+
+    A name that starts with no number stands for `without_number`, or is a failure.
+    """
+    found = LEADING_NUMBER.match(name)
+    number = int(found[1]) if found else without_number
+    if number is None:
+        raise Failure(f"no number: {name!r}")
+    if not 0 <= number <= LAST_VNI:
+        raise Failure(f"no VNI: {name!r}")
+    return number
+
+
+# Writing
+
+
+def mac_string(mac):
+    digits = f"{mac:012x}"
+    return ":".join(digits[i : i + 2] for i in range(0, 12, 2))
+
+
+def mac_display(mac):
+    digits = f"{mac:012x}"
+    return ".".join(digits[i : i + 4] for i in range(0, 12, 4))
+
+
+@functools.lru_cache(maxsize=None)
+def ipv4_string(number):
+    return str(ipaddress.IPv4Address(number))
+
+
+def ip_string(ip):
+    version, number = ip
+    if version == 4:
+        return str(ipaddress.IPv4Address(number))
+    if number >> 32 == MAPPED_IPV4:
+        return f"::ffff:{ipaddress.IPv4Address(number & 0xFFFFFFFF)}"
+    return str(ipaddress.IPv6Address(number))
+
+
+def vni_string(vni, dotted):
+    return f"{vni >> 16}.{vni >> 8 & 255}.{vni & 255}" if dotted else str(vni)
+
+
+def signed32(number):
+    return number - 2**32 if number >= 2**31 else number
+
+
+def document(content, pretty):
+    shape = {"indent": 2} if pretty else {"separators": (",", ":")}
+    return json.dumps(content, ensure_ascii=False, **shape).encode() + b"\n"

@@ -1,0 +1,38 @@
+#include "vxshow/FilterOptions.h"
+#include "vxshow/command/AddCommand.h"
+#include "vxshow/command/Commands.h"
+
+namespace vxshow {
+
+namespace {
+
+namespace Cli = VxlanController::Cli;
+
+struct ArpReceived {
+    Vxlan::VniOrNone vni;
+    Nolt::EthAddr mac;
+    Nolt::IpGenAddr ip;
+    std::string switchName;
+    Vex::Ptr<Cli::ArpReceived> command;
+
+    void addFilters(CLI::App & options) {
+        addVniFilter(options, vni);
+        addMacFilter(options, mac);
+        addIpFilter(options, ip);
+        options.add_option("--switch", switchName, "Only this switch by name")->type_name("NAME");
+    }
+
+    void render(Mount const & mount, int fd, Output const & output) {
+        command = Cli::arpReceivedFactory(mount.received.switches, output.vniDotted, vni, mac, ip,
+                                          switchName);
+        renderOn(fd, output, *command);
+    }
+};
+
+} // namespace
+
+void addArpReceived(CLI::App & arp, CommandLine & chosen) {
+    addCommand<ArpReceived>(arp, "received", "The ARP tables received from switches", chosen);
+}
+
+} // namespace vxshow

@@ -1,0 +1,45 @@
+#include "vxshow/FilterOptions.h"
+#include "vxshow/command/AddCommand.h"
+#include "vxshow/command/Commands.h"
+#include "vxshow/command/EntryNames.h"
+
+namespace vxshow {
+
+namespace {
+
+namespace Cli = VxlanController::Cli;
+
+struct MacAdvertised {
+    Vxlan::VniOrNone vni;
+    Nolt::EthAddr mac;
+    std::string dest;
+    Vex::Ptr<Cli::VtepList> vteps = Cli::vtepListFactory();
+    Vex::Ptr<Cli::VcsVniAdvertised> command;
+
+    void addFilters(CLI::App & options) {
+        addVniFilter(options, vni);
+        addMacFilter(options, mac);
+        options
+            .add_option("--dest", dest,
+                        "hsc, evpn: what that destination is told; any other name, as without "
+                        "one: what the switches are told, which is the same for all of them")
+            ->type_name("NAME");
+        addVtepFilter(options, *vteps);
+    }
+
+    void render(Mount const & mount, int fd, Output const & output) {
+        auto const & state = mount.advertised;
+        command = Cli::vcsVniAdvertisedFactory(state.vnis, state.sources, state.evpn,
+                                               output.vniDotted, vni, mac, dest, vteps);
+        namingTheEntry(state.vnis, NoNumber::isZero, [&] { renderOn(fd, output, *command); });
+    }
+};
+
+} // namespace
+
+void addMacAdvertised(CLI::App & mac, CommandLine & chosen) {
+    addCommand<MacAdvertised>(
+        mac, "advertised", "The MAC tables advertised to switches or another destination", chosen);
+}
+
+} // namespace vxshow
