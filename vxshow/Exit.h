@@ -10,11 +10,6 @@ enum class ExitStatus : int {
     interrupted = 130 ///< by the user: 128 and the number of SIGINT
 };
 
-/// Ends the process with status 130 after `milliseconds`, wherever it waits then. For an
-/// interrupted program that still has a line to say to a reader who may never take it.
-/// May be called in a signal handler.
-void endInterruptedWithin(int milliseconds) noexcept;
-
 /// Ends the process. What stands in the standard streams is written; nothing else is put
 /// in order: the system takes millions of objects back faster than their destructors do.
 [[noreturn]] void exitNow(ExitStatus status);

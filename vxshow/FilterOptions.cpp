@@ -44,7 +44,8 @@ void addIpFilter(CLI::App & command, Nolt::IpGenAddr & ip) {
             "--ip",
             [&ip](std::string const & text) {
                 if (text.empty()) {
-                    throw CLI::ValidationError("--ip", "'': expected an IPv4 or IPv6 address");
+                    throw CLI::ValidationError("--ip", "'': expected an IPv4 or IPv6 address such "
+                                                       "as 10.0.0.1 or 2001:db8::1");
                 }
                 ip = readValue<Nolt::IpGenAddr>("--ip", text);
             },

@@ -1,3 +1,4 @@
+#include "tests/vxshow/Answers.h"
 #include "tests/vxshow/Process.h"
 
 #include <gtest/gtest.h>
@@ -7,28 +8,13 @@ namespace {
 constexpr char const * row =
     "leaf1             4098        0200.0000.0001  10.0.0.1            3\n";
 
-/// Runs a listing of the small snapshot and expects it to succeed without a word.
-std::string listing(std::vector<std::string> arguments) {
-    TemporaryFile const state(smallSnapshot());
-    arguments.insert(arguments.begin(), {"--state", state.path()});
-    Finished const finished = vxshow(arguments);
-    EXPECT_EQ(finished.status, 0) << finished.err;
-    EXPECT_EQ(finished.err, "");
-    return finished.out;
+/// Runs a listing of the small snapshot.
+std::string listing(std::vector<std::string> const & arguments) {
+    return answer(smallSnapshot(), arguments);
 }
 
 bool shows(std::string const & out) {
     return out.find(row) != std::string::npos;
-}
-
-/// Expects a refusal: exit 2, one line that starts with the program's name, no output.
-std::string refused(std::vector<std::string> const & arguments) {
-    Finished const finished = vxshow(arguments, {.stateFile = "/nonexistent"});
-    EXPECT_EQ(finished.status, 2);
-    EXPECT_EQ(finished.out, "");
-    EXPECT_EQ(finished.err.substr(0, 8), "vxshow: ");
-    EXPECT_EQ(finished.err.find('\n'), finished.err.size() - 1) << finished.err;
-    return finished.err.substr(8);
 }
 
 std::vector<std::string> received(std::vector<std::string> filters) {
@@ -121,9 +107,8 @@ TEST(CommandLine, TheStateMayStandInTheEnvironmentOrOnStandardInput) {
 }
 
 TEST(CommandLine, AValueOfTheWrongKindIsRefusedWithWhatIsAccepted) {
-    EXPECT_EQ(
-        refused(received({"--vni", "abc"})),
-        "--vni: 'abc': expected a VNI from 0 to 16777215, decimal or dotted such as 0.16.2\n");
+    EXPECT_EQ(refused(received({"--vni", "abc"})),
+              "--vni: 'abc': expected a VNI from 0 to 16777215, decimal or dotted such as 0.16.2");
     for (char const * vni : {"16777216", "-1", "1.2", "0x10", "010", " 10", "1.2.3.4"}) {
         EXPECT_NE(refused(received({std::string("--vni=") + vni})).find("--vni: '"),
                   std::string::npos);
@@ -137,27 +122,26 @@ TEST(CommandLine, AValueOfTheWrongKindIsRefusedWithWhatIsAccepted) {
     for (char const * number : {"x", "-1", "4294967296", "1.5", " 1"}) {
         EXPECT_EQ(refused({std::string("--revision=") + number, "mac", "received"}),
                   "--revision: '" + std::string(number) +
-                      "': expected a whole number from 0 to 4294967295\n");
+                      "': expected a whole number from 0 to 4294967295");
     }
     EXPECT_EQ(refused(received({"--vni", ""})).substr(0, 10), "--vni: '':");
     EXPECT_EQ(refused(received({"--mac", ""})).substr(0, 10), "--mac: '':");
     EXPECT_EQ(refused({"--revision", "", "mac", "received"}).substr(0, 15), "--revision: '':");
     EXPECT_EQ(refused({"--trace", "10", "mac", "received"}),
-              "--trace: '10': expected a whole number from 0 to 9\n");
+              "--trace: '10': expected a whole number from 0 to 9");
 }
 
 TEST(CommandLine, WhatItDoesNotKnowIsRefusedWithWhatIsAccepted) {
-    EXPECT_EQ(refused({}), "a command is missing: expected mac or arp after vxshow\n");
-    EXPECT_EQ(refused({"foo"}), "'foo': expected mac or arp after vxshow\n");
+    EXPECT_EQ(refused({}), "a command is missing: expected mac or arp after vxshow");
+    EXPECT_EQ(refused({"foo"}), "'foo': expected mac or arp after vxshow");
     EXPECT_EQ(refused({"mac"}),
-              "a command is missing: expected received or advertised after vxshow mac\n");
-    EXPECT_EQ(refused({"mac", "sent"}),
-              "'sent': expected received or advertised after vxshow mac\n");
+              "a command is missing: expected received or advertised after vxshow mac");
+    EXPECT_EQ(refused({"mac", "sent"}), "'sent': expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"mac", "received", "--bogus"}),
-              "'--bogus': not understood; 'vxshow mac received --help' lists what is\n");
+              "'--bogus': not understood; 'vxshow mac received --help' lists what is");
     EXPECT_EQ(refused({"mac", "received", "leaf1"}),
-              "'leaf1': not understood; 'vxshow mac received --help' lists what is\n");
-    EXPECT_EQ(refused({"--json", "--pretty", "mac", "received"}), "--json excludes --pretty\n");
+              "'leaf1': not understood; 'vxshow mac received --help' lists what is");
+    EXPECT_EQ(refused({"--json", "--pretty", "mac", "received"}), "--json excludes --pretty");
     refused({"--bogus", "mac", "received"});
     refused({"--json=7", "mac", "received"});
     refused({"--dotted=no", "mac", "received"});
@@ -165,21 +149,21 @@ TEST(CommandLine, WhatItDoesNotKnowIsRefusedWithWhatIsAccepted) {
 }
 
 TEST(CommandLine, AnOptionWithoutItsValueDoesNotTakeTheNextOne) {
-    EXPECT_EQ(refused({"mac", "received", "--vni"}), "--vni: no value; expected VNI\n");
+    EXPECT_EQ(refused({"mac", "received", "--vni"}), "--vni: no value; expected VNI");
     EXPECT_EQ(refused({"mac", "received", "--source=", "--vni=10"}),
-              "--source: no value; expected NAME\n");
+              "--source: no value; expected NAME");
     EXPECT_EQ(refused({"mac", "received", "--source", "--json"}),
-              "--source: no value; expected NAME\n");
-    EXPECT_EQ(refused({"--state=", "mac", "received"}), "--state: no value; expected FILE\n");
+              "--source: no value; expected NAME");
+    EXPECT_EQ(refused({"--state=", "mac", "received"}), "--state: no value; expected FILE");
     EXPECT_EQ(refused({"--revision", "mac", "received"}),
-              "--revision: 'mac': expected a whole number from 0 to 4294967295\n");
+              "--revision: 'mac': expected a whole number from 0 to 4294967295");
 }
 
 TEST(CommandLine, AListInBracketsIsNoAddress) {
     EXPECT_EQ(refused(received({"--vtep", "[10.0.0.1,10.0.0.2]"})),
-              "--vtep: '[10.0.0.1,10.0.0.2]': expected IP\n");
+              "--vtep: '[10.0.0.1,10.0.0.2]': expected IP");
     EXPECT_EQ(refused(received({"--vtep", "10.0.0.1", "[10.0.0.2]"})),
-              "--vtep: '[10.0.0.2]': expected IP\n");
+              "--vtep: '[10.0.0.2]': expected IP");
 }
 
 TEST(CommandLine, ARefusalIsOneHarmlessLineWhateverWasTyped) {
