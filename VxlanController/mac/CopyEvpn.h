@@ -81,12 +81,12 @@ void copyFloodTable(VcsEvpn::FloodTable const & table, Target & target,
 template <class Target>
 void copyEvpnTables(HostFloodTable const & tables, Target & target, EvpnTableFilter const & filter,
                     std::string_view name) {
-    if (auto const hosts = tables.hostTable()) {
+    if (auto const & hosts = tables.hostTable()) {
         copyHostTable(*hosts, target, filter);
     } else if (auto record = cliTrace().at(traceMissingState)) {
         record << "No hostTable created for " << name;
     }
-    if (auto const flood = tables.floodTable()) {
+    if (auto const & flood = tables.floodTable()) {
         copyFloodTable(*flood, target, filter);
     } else if (auto record = cliTrace().at(traceMissingState)) {
         record << "No floodTable created for " << name;

@@ -2,6 +2,7 @@
 
 #include "Vex/Dir.h"
 #include "VxlanController/VxlanControllerCliModel.h"
+#include "state/VniFdbStatusV2.h"
 #include "state/VniStatusDirV2.h"
 
 #include <string>
@@ -46,6 +47,24 @@ inline Vex::Ptr<Vex::Dir> deepState() {
     auto const switches = Vex::makePtr<Vex::Dir>();
     addSwitch(*switches, 0, 1, deepMacs);
     return switches;
+}
+
+/// Advertised: a million MACs over a thousand VNIs.
+inline constexpr Vex::U32 advertisedVnis = 1000;
+inline constexpr Vex::U32 advertisedMacs = 1'000'000;
+
+inline Vex::Ptr<Vex::Dir> advertisedState() {
+    auto const entries = Vex::makePtr<Vex::Dir>();
+    for (Vex::U32 vni = 0; vni < advertisedVnis; ++vni) {
+        auto const status = Vex::makePtr<VxlanController::VniFdbStatusV2>();
+        constexpr Vex::U32 macs = advertisedMacs / advertisedVnis;
+        for (Vex::U32 mac = 0; mac < macs; ++mac) {
+            status->macVtepIs(VxlanController::MacVtepV2(
+                scatteredMac(vni * macs + mac), Nolt::IpAddr(0x0A000001U + mac % 128), mac % 7));
+        }
+        entries->entityIs(Vxlan::Vni(10'000 + vni).stringValue(), status);
+    }
+    return entries;
 }
 
 inline Vex::Ptr<VxlanController::Cli::VcsVniReceived>

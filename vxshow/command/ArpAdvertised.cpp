@@ -1,7 +1,7 @@
-#include "vxshow/FilterOptions.h"
 #include "vxshow/command/AddCommand.h"
 #include "vxshow/command/Commands.h"
 #include "vxshow/command/EntryNames.h"
+#include "vxshow/command/Filters.h"
 
 namespace vxshow {
 
@@ -10,20 +10,15 @@ namespace {
 namespace Cli = VxlanController::Cli;
 
 struct ArpAdvertised {
-    Vxlan::VniOrNone vni;
-    Nolt::EthAddr mac;
-    Nolt::IpGenAddr ip;
+    ArpFilters typed;
     Vex::Ptr<Cli::ArpAdvertised> command;
 
-    void addFilters(CLI::App & options) {
-        addVniFilter(options, vni);
-        addMacFilter(options, mac);
-        addIpFilter(options, ip);
-    }
+    void addFilters(CLI::App & options) { typed.addTo(options); }
 
     void render(Mount const & mount, int fd, Output const & output) {
         auto const & entries = mount.advertised.vnis;
-        command = Cli::arpAdvertisedFactory(entries, output.vniDotted, vni, mac, ip);
+        command =
+            Cli::arpAdvertisedFactory(entries, output.vniDotted, typed.vni, typed.mac, typed.ip);
         namingTheEntry(entries, NoNumber::isAnError, [&] { renderOn(fd, output, *command); });
     }
 };

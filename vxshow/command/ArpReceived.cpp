@@ -1,6 +1,6 @@
-#include "vxshow/FilterOptions.h"
 #include "vxshow/command/AddCommand.h"
 #include "vxshow/command/Commands.h"
+#include "vxshow/command/Filters.h"
 
 namespace vxshow {
 
@@ -9,22 +9,18 @@ namespace {
 namespace Cli = VxlanController::Cli;
 
 struct ArpReceived {
-    Vxlan::VniOrNone vni;
-    Nolt::EthAddr mac;
-    Nolt::IpGenAddr ip;
+    ArpFilters typed;
     std::string switchName;
     Vex::Ptr<Cli::ArpReceived> command;
 
     void addFilters(CLI::App & options) {
-        addVniFilter(options, vni);
-        addMacFilter(options, mac);
-        addIpFilter(options, ip);
+        typed.addTo(options);
         options.add_option("--switch", switchName, "Only this switch by name")->type_name("NAME");
     }
 
     void render(Mount const & mount, int fd, Output const & output) {
-        command = Cli::arpReceivedFactory(mount.received.switches, output.vniDotted, vni, mac, ip,
-                                          switchName);
+        command = Cli::arpReceivedFactory(mount.received.switches, output.vniDotted, typed.vni,
+                                          typed.mac, typed.ip, switchName);
         renderOn(fd, output, *command);
     }
 };

@@ -1,7 +1,7 @@
-#include "vxshow/FilterOptions.h"
 #include "vxshow/command/AddCommand.h"
 #include "vxshow/command/Commands.h"
 #include "vxshow/command/EntryNames.h"
+#include "vxshow/command/Filters.h"
 
 namespace vxshow {
 
@@ -10,27 +10,20 @@ namespace {
 namespace Cli = VxlanController::Cli;
 
 struct MacAdvertised {
-    Vxlan::VniOrNone vni;
-    Nolt::EthAddr mac;
-    std::string dest;
-    Vex::Ptr<Cli::VtepList> vteps = Cli::vtepListFactory();
+    MacFilters typed;
     Vex::Ptr<Cli::VcsVniAdvertised> command;
 
     void addFilters(CLI::App & options) {
-        addVniFilter(options, vni);
-        addMacFilter(options, mac);
-        options
-            .add_option("--dest", dest,
-                        "hsc, evpn: what that destination is told; any other name, as without "
-                        "one: what the switches are told, which is the same for all of them")
-            ->type_name("NAME");
-        addVtepFilter(options, *vteps);
+        typed.addTo(options, "--dest",
+                    "hsc, evpn: what that destination is told; any other name, as without one: "
+                    "what the switches are told, which is the same for all of them");
     }
 
     void render(Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.advertised;
-        command = Cli::vcsVniAdvertisedFactory(state.vnis, state.sources, state.evpn,
-                                               output.vniDotted, vni, mac, dest, vteps);
+        command =
+            Cli::vcsVniAdvertisedFactory(state.vnis, state.sources, state.evpn, output.vniDotted,
+                                         typed.vni, typed.mac, typed.name, typed.vteps);
         namingTheEntry(state.vnis, NoNumber::isZero, [&] { renderOn(fd, output, *command); });
     }
 };

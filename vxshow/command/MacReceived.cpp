@@ -1,6 +1,6 @@
-#include "vxshow/FilterOptions.h"
 #include "vxshow/command/AddCommand.h"
 #include "vxshow/command/Commands.h"
+#include "vxshow/command/Filters.h"
 
 namespace vxshow {
 
@@ -9,26 +9,19 @@ namespace {
 namespace Cli = VxlanController::Cli;
 
 struct MacReceived {
-    Vxlan::VniOrNone vni;
-    Nolt::EthAddr mac;
-    std::string source;
-    Vex::Ptr<Cli::VtepList> vteps = Cli::vtepListFactory();
+    MacFilters typed;
     Vex::Ptr<Cli::VcsVniReceived> command;
 
     void addFilters(CLI::App & options) {
-        addVniFilter(options, vni);
-        addMacFilter(options, mac);
-        options
-            .add_option("--source", source,
-                        "Only this switch by name; all: every switch; hsc, qvx, evpn: that source")
-            ->type_name("NAME");
-        addVtepFilter(options, *vteps);
+        typed.addTo(options, "--source",
+                    "Only this switch by name; all: every switch; hsc, qvx, evpn: that source");
     }
 
     void render(Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.received;
-        command = Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn,
-                                             output.vniDotted, vni, mac, source, vteps);
+        command =
+            Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, output.vniDotted,
+                                       typed.vni, typed.mac, typed.name, typed.vteps);
         renderOn(fd, output, *command);
     }
 };

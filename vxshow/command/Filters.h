@@ -1,0 +1,39 @@
+#pragma once
+
+#include "vxshow/FilterOptions.h"
+
+#include <string>
+
+/// The filters of each subject, which its received and its advertised command share.
+namespace vxshow {
+
+/// The filters of `mac`. The last one is a source or a destination: its option is named by
+/// the command.
+struct MacFilters {
+    Vxlan::VniOrNone vni;
+    Nolt::EthAddr mac;
+    std::string name;
+    Vex::Ptr<VxlanController::Cli::VtepList> vteps = VxlanController::Cli::vtepListFactory();
+
+    void addTo(CLI::App & command, std::string const & nameOption, std::string const & nameHelp) {
+        addVniFilter(command, vni);
+        addMacFilter(command, mac);
+        command.add_option(nameOption, name, nameHelp)->type_name("NAME");
+        addVtepFilter(command, *vteps);
+    }
+};
+
+/// The filters of `arp`.
+struct ArpFilters {
+    Vxlan::VniOrNone vni;
+    Nolt::EthAddr mac;
+    Nolt::IpGenAddr ip;
+
+    void addTo(CLI::App & command) {
+        addVniFilter(command, vni);
+        addMacFilter(command, mac);
+        addIpFilter(command, ip);
+    }
+};
+
+} // namespace vxshow
