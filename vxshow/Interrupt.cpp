@@ -12,7 +12,7 @@ namespace vxshow {
 
 namespace {
 
-constexpr int tickMilliseconds = 30;
+constexpr suseconds_t tickMicroseconds = 30'000;
 constexpr int mostTicks = 12;
 
 volatile std::sig_atomic_t ticks = 0;
@@ -33,7 +33,7 @@ void handle(int signal, void (*handler)(int)) {
 
 void startTicking(void (*tick)(int)) {
     handle(SIGALRM, tick);
-    timeval const period{0, tickMilliseconds * 1000};
+    timeval const period{0, tickMicroseconds};
     itimerval const timer{period, period};
     setitimer(ITIMER_REAL, &timer, nullptr);
 }

@@ -22,13 +22,10 @@ CLI::Option const * findOption(CLI::App const & app, std::string const & name) {
     return nullptr;
 }
 
-/// "mac received", or just the program where no command was typed.
+/// "vxshow mac received", or just the program where no command was typed.
 std::string commandWords(CLI::App const & app) {
-    std::string words;
-    for (auto const * at = &app; at; at = at->get_parent()) {
-        words = words.empty() ? at->get_name() : at->get_name() + ' ' + words;
-    }
-    return words;
+    return app.get_parent() ? commandWords(*app.get_parent()).append(" ").append(app.get_name())
+                            : app.get_name();
 }
 
 /// The last word of the command that was typed.
