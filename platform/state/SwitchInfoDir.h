@@ -6,6 +6,7 @@
 #include "Vex/HashMap.h"
 #include "Vex/Slot.h"
 #include "Vex/String.h"
+#include "state/VtepKeyPairs.h"
 
 /// Which switch has which VTEPs, and which VTEP stands for which switches.
 namespace [[gnu::visibility("default")]] VxlanController {
@@ -14,7 +15,7 @@ namespace [[gnu::visibility("default")]] VxlanController {
 class VtepMap : public Vex::Tracked<VtepMap, Vex::PtrInterface> {
 public:
     static constexpr char const * vexTypeName = "VxlanController::VtepMap";
-    using SwitchIds = Vex::HashMap2018<Vex::SetSlot<Vex::String>>;
+    using SwitchIds = Vex::HashMap2018<Vex::SetSlot<SwitchIdVtepKeyPair>>;
 
     explicit VtepMap(Nolt::IpGenAddr const & address) noexcept : address_(address) {}
 
@@ -28,8 +29,8 @@ public:
     /// The switches that have this VTEP, in hash order.
     SwitchIds const & switchId() const noexcept { return switchId_; }
 
-    void switchIdIs(Vex::String const & switchId) {
-        switchId_.upsert(SwitchIds::Slot(switchId, true));
+    void switchIdIs(SwitchIdVtepKeyPair key) {
+        switchId_.upsert(SwitchIds::Slot(std::move(key), true));
     }
 
 private:
@@ -42,19 +43,19 @@ private:
 class SwitchInfo : public Vex::Tracked<SwitchInfo, Vex::PtrInterface> {
 public:
     static constexpr char const * vexTypeName = "VxlanController::SwitchInfo";
-    using VtepMaps =
-        Vex::HashMap2018<Vex::EntitySlot<Nolt::IpGenAddr, VtepMap const, &VtepMap::address>>;
+    using VtepMaps = Vex::HashMap2018<Vex::PtrSlot<IpVtepKeyPair, VtepMap>>;
 
     explicit SwitchInfo(Vex::String switchId) : switchId_(std::move(switchId)) {}
 
     /// The text form of the switch's system identifier.
     Vex::String const & switchId() const noexcept { return switchId_; }
 
-    /// The switch's VTEPs, in hash order.
+    /// The switch's VTEPs, in hash order. A listing shows the first active one, so the order
+    /// must depend on the content alone.
     VtepMaps const & vtepMap() const noexcept { return vtepMap_; }
 
-    void vtepMapIs(Vex::Ptr<VtepMap const> vtep) {
-        vtepMap_.upsert(VtepMaps::Slot(std::move(vtep)));
+    void vtepMapIs(IpVtepKeyPair key, Vex::Ptr<VtepMap const> vtep) {
+        vtepMap_.upsert(VtepMaps::Slot(std::move(key), std::move(vtep)));
     }
 
 private:

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Nolt/EthAddr.h"
+#include "Nolt/IpGenAddr.h"
+#include "Nolt/IpGenAddrWithMask.h"
+#include "Vex/HashMap.h"
+#include "Vex/Slot.h"
+#include "state/PortVlanPairV2.h"
+
+namespace [[gnu::visibility("default")]] VxlanController {
+
+/// One uplink port of a logical router: an address towards the outside, and the physical
+/// ports and VLANs through which it is reached.
+class LRIpUplinkPortV2 {
+public:
+    using PortVlans = Vex::HashMap2018<Vex::SetSlot<PortVlanPairV2>>;
+
+    LRIpUplinkPortV2() = default;
+
+    LRIpUplinkPortV2(Nolt::IpGenAddrWithMask const & ip, Nolt::EthAddr const & mac,
+                     Nolt::IpGenAddr const & vtep) noexcept
+        : ip_(ip), mac_(mac), vtep_(vtep) {}
+
+    Nolt::IpGenAddrWithMask const & ip() const noexcept { return ip_; }
+
+    Nolt::EthAddr const & mac() const noexcept { return mac_; }
+
+    /// The VTEP behind which the ports are.
+    Nolt::IpGenAddr const & vtep() const noexcept { return vtep_; }
+
+    /// The ports in hash order. A listing shows the VLAN of the first pair for all of them,
+    /// so the order must depend on the content alone.
+    PortVlans const & portVlan() const noexcept { return portVlan_; }
+
+    /// Adds a port and a VLAN; one that is there already changes nothing.
+    void portVlanIs(PortVlanPairV2 pair) & {
+        portVlan_.upsert(Vex::SetSlot<PortVlanPairV2>(std::move(pair), true));
+    }
+
+private:
+    Nolt::IpGenAddrWithMask ip_;
+    Nolt::EthAddr mac_;
+    Nolt::IpGenAddr vtep_;
+    PortVlans portVlan_;
+};
+
+} // namespace VxlanController

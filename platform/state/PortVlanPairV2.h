@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Bridging/VlanIdOrNone.h"
+#include "Vex/Hash.h"
+#include "Vex/String.h"
+
+#include <compare>
+#include <functional>
+
+namespace [[gnu::visibility("default")]] VxlanController {
+
+/// A port of a switch and a VLAN on it. One port may carry several VLANs, each its own pair.
+struct PortVlanPairV2 {
+    Vex::String port;
+    Bridging::VlanIdOrNone vlan;
+
+    auto operator<=>(PortVlanPairV2 const & other) const = default;
+};
+
+} // namespace VxlanController
+
+template <>
+struct std::hash<VxlanController::PortVlanPairV2> {
+    std::size_t operator()(VxlanController::PortVlanPairV2 const & pair) const noexcept {
+        return Vex::hashMix(std::hash<Vex::String>()(pair.port) + pair.vlan.value());
+    }
+};

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Nolt/IpGenAddr.h"
+#include "Vex/Hash.h"
+#include "Vex/String.h"
+
+#include <compare>
+#include <functional>
+
+/// The keys under which switches and VTEPs name each other.
+///
+/// A switch may have several VTEPs, told apart on it by the name of the VXLAN interface,
+/// and several switches may share one address (an anycast VTEP). So neither an address nor
+/// a switch alone is a key: the interface goes with it.
+namespace [[gnu::visibility("default")]] VxlanController {
+
+/// One VTEP of a switch.
+struct IpVtepKeyPair {
+    Nolt::IpGenAddr ip;
+    Vex::String vtepName; ///< the VXLAN interface; empty when the source does not tell it
+
+    auto operator<=>(IpVtepKeyPair const & other) const = default;
+};
+
+/// One switch of a VTEP.
+struct SwitchIdVtepKeyPair {
+    Vex::String switchId;
+    Vex::String vtepName; ///< the VXLAN interface; empty when the source does not tell it
+
+    auto operator<=>(SwitchIdVtepKeyPair const & other) const = default;
+};
+
+} // namespace VxlanController
+
+template <>
+struct std::hash<VxlanController::IpVtepKeyPair> {
+    std::size_t operator()(VxlanController::IpVtepKeyPair const & key) const noexcept {
+        return Vex::hashMix(std::hash<Nolt::IpGenAddr>()(key.ip) +
+                            std::hash<Vex::String>()(key.vtepName));
+    }
+};
+
+template <>
+struct std::hash<VxlanController::SwitchIdVtepKeyPair> {
+    std::size_t operator()(VxlanController::SwitchIdVtepKeyPair const & key) const noexcept {
+        return Vex::hashMix(3 * std::hash<Vex::String>()(key.switchId) +
+                            std::hash<Vex::String>()(key.vtepName));
+    }
+};
