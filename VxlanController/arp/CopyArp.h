@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VxlanController/VxlanControllerCliModel.h"
-#include "VxlanController/command/EntityPtr.h"
+#include "VxlanController/command/ForEachEntity.h"
 #include "VxlanController/command/InterruptPoll.h"
 #include "state/VniTables.h"
 
@@ -20,22 +20,6 @@ struct ArpFilter {
                (ip.isNone() || ip == entry.ipAddress());
     }
 };
-
-/// Calls `visit(name, entity)` for each entity of `directory` that is a T, in no particular
-/// order. A null directory has none.
-template <class T, class Visit>
-void forEachEntity(Vex::Ptr<Vex::Dir const> const & directory, Visit && visit) {
-    if (!directory) {
-        return;
-    }
-    InterruptPoll poll;
-    for (auto it = directory->entityPtrIteratorConst(); it; ++it) {
-        poll.step();
-        if (auto const entity = entityPtr<T>(*directory, it.name())) {
-            visit(it.name(), *entity);
-        }
-    }
-}
 
 /// Adds the entries of `status` that `filter` takes. Raises `Vex::ReinstantiationError` when
 /// `into` holds one of their addresses with another MAC, preference or change count.

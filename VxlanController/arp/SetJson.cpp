@@ -1,5 +1,6 @@
 #include "VxlanController/arp/Changes.h"
 #include "VxlanController/arp/SetOutput.h"
+#include "VxlanController/command/ValueText.h"
 #include "outfmt/AttrInfo.h"
 
 namespace VxlanController::Cli {
@@ -11,11 +12,6 @@ void renderVnis(outfmt::Printer & printer, VxlanFdbSet::ArpTableCollection const
     for (auto it = tables.begin(); it; ++it) {
         renderVxlanArpTableJson(printer, it.slot().element());
     }
-}
-
-void startAddressDict(outfmt::Printer & printer, Nolt::IpGenAddr const & address) {
-    char text[Nolt::IpGenAddr::maxTextLength];
-    printer.startDict({text, static_cast<std::size_t>(address.writeTo(text) - text)});
 }
 
 } // namespace
@@ -61,7 +57,7 @@ void renderVxlanArpTableJson(outfmt::Printer & printer,
         macAddress.setValue(entry.macAddress());
         changes.setValue(signedChanges(entry));
         preference.setValue(entry.preference());
-        startAddressDict(printer, entry.ipAddress());
+        printer.startDict(ValueText(entry.ipAddress()).view());
         printer.addAttributesJson(3, macAddress.getArg(), changes.getArg(), preference.getArg());
         printer.endDict();
     }

@@ -1,0 +1,79 @@
+#include "VxlanController/command/CliTrace.h"
+#include "VxlanController/command/ForEachEntity.h"
+#include "VxlanController/command/RenderFrame.h"
+#include "VxlanController/command/SortedEntries.h"
+#include "VxlanController/router/DetailJson.h"
+#include "VxlanController/router/DetailText.h"
+#include "state/LRStatusV2.h"
+
+/// The command that shows the ports of logical routers.
+namespace VxlanController::Cli {
+
+namespace {
+
+/// The lowest-named switch that publishes the router, or "".
+Vex::String firstSwitch(Vex::Ptr<LRMap const> const & router) {
+    auto const first = router ? router->switchList().begin() : LRMap::SwitchListIterator();
+    return first ? first->switchId() : Vex::String();
+}
+
+LRIpUplinkPortAddress uplinkAddress(LRIpUplinkPortV2 const & uplink, Vex::String const & switchId) {
+    LRIpUplinkPortAddress address(uplink.ip());
+    if (auto const first = uplink.portVlan().begin()) {
+        address.vlanIdIs(first->vlan);
+    }
+    address.macIs(uplink.mac());
+    address.switchIdIs(switchId);
+    address.vtepIs(uplink.vtep());
+    for (PortVlanPairV2 const & pair : uplink.portVlan()) {
+        address.portIs(pair.port, true);
+    }
+    return address;
+}
+
+void copyPorts(LRStatusV2 const & status, Vex::String const & switchId, LRDetail & into) {
+    InterruptPoll poll;
+    auto const every = [](auto const & /* port */) { return true; };
+    for (auto const * port : sortedEntries(status.ipPort(), &LRIpPortV2::ip, poll, every)) {
+        poll.step();
+        into.ipPortIs(*port);
+    }
+    for (auto const * uplink :
+         sortedEntries(status.ipUplinkPort(), &LRIpUplinkPortV2::ip, poll, every)) {
+        poll.step();
+        into.ipUplinkPortIs(uplinkAddress(*uplink, switchId));
+    }
+}
+
+} // namespace
+
+void VcsLR::initialize() {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::VcsLR::initialize()";
+    }
+    if (!lRStatusDir()) {
+        if (auto record = cliTrace().at(traceFunctionEntry)) {
+            record << "void VxlanController::Cli::VcsLR::initialize() lRStatusDir is empty";
+        }
+        return;
+    }
+    buildLRMap(lRNameFilter(), "", nullptr);
+    forEachEntity<LRStatusV2>(
+        lRStatusDir(), [&](Vex::Name const & /* entry */, LRStatusV2 const & status) {
+            if (lRNameFilter().empty() || lRNameFilter() == status.name()) {
+                copyPorts(status, firstSwitch(lRMap(status.name())), *lRDetailIs(status.name()));
+            }
+        });
+}
+
+void VcsLR::render(U32 fd, U32 format, U32 /* every revision reads the same */) {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::VcsLR::render(U32, U32, U32)";
+    }
+    renderFrame(
+        fd, format, [&] { initialize(); },
+        [&](outfmt::Printer & printer) { renderLRText(printer, this); },
+        [&](outfmt::Printer & printer) { renderLRJson(printer, this); });
+}
+
+} // namespace VxlanController::Cli

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "VxlanController/VxlanControllerCliModel.h"
+#include "outfmt/Printer.h"
+
+namespace VxlanController::Cli {
+
+/// Prints the map that `vcsLRMap` has built, as text or as JSON, whichever `printer` makes.
+void renderLRMap(outfmt::Printer & printer, VcsLRMap const * vcsLRMap);
+
+} // namespace VxlanController::Cli

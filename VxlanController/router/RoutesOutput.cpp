@@ -1,0 +1,125 @@
+#include "VxlanController/router/RoutesOutput.h"
+
+#include "VxlanController/command/CliTrace.h"
+#include "VxlanController/command/ValueText.h"
+#include "VxlanController/router/NameColumn.h"
+#include "VxlanController/router/Rule.h"
+#include "outfmt/AttrInfo.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace VxlanController::Cli {
+
+namespace {
+
+/// The nexthops of one row, as they stand in its column.
+class NexthopCells {
+public:
+    static constexpr int perRow = 3;
+
+    void add(Nolt::IpGenAddr const & address) noexcept {
+        if (count_++ != 0) {
+            *end_++ = ',';
+            *end_++ = ' ';
+        }
+        end_ = address.writeTo(end_);
+    }
+
+    bool empty() const noexcept { return count_ == 0; }
+
+    bool full() const noexcept { return count_ == perRow; }
+
+    std::string_view text() const noexcept {
+        return {text_, static_cast<std::size_t>(end_ - text_)};
+    }
+
+    void clear() noexcept {
+        end_ = text_;
+        count_ = 0;
+    }
+
+private:
+    char text_[perRow * (Nolt::IpGenAddr::maxTextLength + 2)];
+    char * end_ = text_;
+    int count_ = 0;
+};
+
+/// The routes of one router.
+class RoutePrinter {
+public:
+    RoutePrinter(outfmt::Printer & printer, LRRouteByName const & router)
+        : printer_(printer), name_(router.lRName()), nexthop_(printer, "") {}
+
+    void print(LRRoute const & route) {
+        ValueText const prefix(route.prefix());
+        NameColumn prefixColumn(prefix.view());
+        printer_.startDict(prefix.view());
+        printer_.startList("nexthop");
+        if (route.nexthop().empty()) {
+            // The list and the route's dictionary stay open: the printer closes both when the
+            // next dictionary starts, or the one around them ends.
+            printRow(prefixColumn, "");
+            return;
+        }
+        for (Nolt::IpGenAddr const & address : route.nexthop()) {
+            nexthop_.setValue(address);
+            printer_.addAttributesJson(1, nexthop_.getArg());
+            cells_.add(address);
+            if (cells_.full()) {
+                printCells(prefixColumn);
+            }
+        }
+        if (!cells_.empty()) {
+            printCells(prefixColumn);
+        }
+        printer_.endList();
+        printer_.endDict();
+    }
+
+private:
+    void printCells(NameColumn & prefix) {
+        printRow(prefix, cells_.text());
+        cells_.clear();
+    }
+
+    void printRow(NameColumn & prefix, std::string_view nexthops) {
+        printer_.addFrills("%-11.11s %-18.18s %-49.49s\n", name_.next(), prefix.next(), nexthops);
+    }
+
+    outfmt::Printer & printer_;
+    NameColumn name_;
+    outfmt::StringAttrInfo nexthop_;
+    NexthopCells cells_;
+};
+
+} // namespace
+
+void renderRoute(outfmt::Printer & printer, VcsLRRoute const * vcsLRRoute) {
+    if (auto record = cliTrace().at(traceFunctionEntry)) {
+        record << "void VxlanController::Cli::renderRoute(outfmt::Printer&, "
+                  "const VxlanController::Cli::VcsLRRoute*)";
+    }
+    std::size_t routes = 0;
+    printer.start();
+    printer.addFrills("%s\n", rule);
+    printer.addFrills("%-11.11s %-18.18s %-49.49s\n", "Name", "Prefix", "Nexthop");
+    printer.addFrills("%s\n", rule);
+    printer.startDict("route");
+    for (LRRouteByName const & router : vcsLRRoute->lRRouteByName()) {
+        RoutePrinter routePrinter(printer, router);
+        routes += router.lRRoute().size();
+        printer.startDict(router.lRName());
+        printer.startDict("prefix");
+        for (LRRoute const & route : router.lRRoute()) {
+            routePrinter.print(route);
+        }
+        printer.endDict();
+        printer.endDict();
+    }
+    printer.addFrills("\nTotal entries for this criterion: %d\n\n", static_cast<int>(routes));
+    printer.endDict();
+    printer.end();
+}
+
+} // namespace VxlanController::Cli

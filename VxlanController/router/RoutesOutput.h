@@ -1,0 +1,12 @@
+#pragma once
+
+#include "VxlanController/VxlanControllerCliModel.h"
+#include "outfmt/Printer.h"
+
+namespace VxlanController::Cli {
+
+/// Prints the routes that `vcsLRRoute` has collected, as text or as JSON, whichever `printer`
+/// makes.
+void renderRoute(outfmt::Printer & printer, VcsLRRoute const * vcsLRRoute);
+
+} // namespace VxlanController::Cli

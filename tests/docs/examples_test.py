@@ -1,0 +1,64 @@
+#!/usr/bin/env python3
+"""The runner of the pages' examples notices what it is there for."""
+
+import contextlib
+import io
+import pathlib
+import tempfile
+import unittest
+
+import examples
+
+PROGRAM = pathlib.Path("/bin/true")
+
+
+class ExamplesTest(unittest.TestCase):
+    def checked(self, text, write=False):
+        """(whether the page passes, what is reported, the page afterwards)"""
+        with tempfile.TemporaryDirectory() as root:
+            page = pathlib.Path(root) / "page.md"
+            page.write_text(text, encoding="utf-8")
+            report = io.StringIO()
+            with contextlib.redirect_stdout(report):
+                passes = examples.check(page, root, PROGRAM, write)
+            return passes, report.getvalue(), page.read_text(encoding="utf-8")
+
+    def test_a_page_that_shows_what_its_examples_do_passes(self):
+        text = "```\n$ echo one; echo two\none\ntwo\n$ echo three  \nthree\n```\nprose\n"
+        passes, report, _ = self.checked(text)
+        self.assertTrue(passes)
+        self.assertEqual(report, "page.md: 2 examples\n")
+
+    def test_a_line_that_differs_fails(self):
+        passes, report, _ = self.checked("```\n$ echo one\ntwo\n```\n")
+        self.assertFalse(passes)
+        self.assertIn("-two\n+one\n", report)
+
+    def test_a_line_that_is_missing_or_too_many_fails(self):
+        self.assertFalse(self.checked("```\n$ echo one\n```\n")[0])
+        self.assertFalse(self.checked("```\n$ echo one\none\n\n```\n")[0])
+
+    def test_a_blank_at_the_end_of_a_line_counts(self):
+        self.assertFalse(self.checked("```\n$ echo 'one '\none\n```\n")[0])
+
+    def test_standard_error_is_compared_too(self):
+        self.assertTrue(self.checked("```\n$ echo one >&2\none\n```\n")[0])
+
+    def test_an_example_after_prose_and_other_blocks_is_found(self):
+        self.assertFalse(self.checked("```\nno example\n```\ntext\n```\n$ echo one\n```\n")[0])
+
+    def test_a_page_without_an_example_fails(self):
+        passes, report, _ = self.checked("$ echo outside of a block\n")
+        self.assertFalse(passes)
+        self.assertEqual(report, "page.md: no example\n")
+
+    def test_written_pages_pass_and_keep_the_rest(self):
+        text = "a\n```\n$ echo one\nold\nold\n$ echo two\n```\nb\n"
+        passes, _, page = self.checked(text, write=True)
+        self.assertTrue(passes)
+        self.assertEqual(page, "a\n```\n$ echo one\none\n$ echo two\ntwo\n```\nb\n")
+        self.assertTrue(self.checked(page)[0])
+
+
+if __name__ == "__main__":
+    unittest.main()
