@@ -21,7 +21,8 @@ constexpr char const * footer =
     "Examples:\n"
     "  vxshow --state fabric.json mac received --vni 10\n"
     "  vxshow --json mac received --source leaf1 --state fabric.json\n"
-    "  vxshow --state fabric.json arp advertised --ip 2001:db8::1\n";
+    "  vxshow --state fabric.json arp advertised --ip 2001:db8::1\n"
+    "  vxshow --state fabric.json router routes --prefix 10.20.0.0/16\n";
 
 /// A whole number in a range, read to its last character.
 void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 high,
@@ -83,6 +84,10 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     auto * arp = addGroup(app, "arp", "ARP tables: which IP address has which MAC address");
     addArpReceived(*arp, chosen);
     addArpAdvertised(*arp, chosen);
+    auto * router = addGroup(app, "router", "Logical routers: where they are, ports and routes");
+    addRouterMap(*router, chosen);
+    addRouterDetail(*router, chosen);
+    addRouterRoutes(*router, chosen);
 
     if (auto line = missingValue(app, argc, argv)) {
         return UsageError{*std::move(line)};

@@ -17,6 +17,13 @@ Value readValue(std::string const & option, std::string const & text) {
     }
 }
 
+/// For types that read the empty text, as the value that stands for no filter.
+void refuseEmpty(std::string const & option, std::string const & text, char const * expected) {
+    if (text.empty()) {
+        throw CLI::ValidationError(option, std::string("'': expected ") + expected);
+    }
+}
+
 } // namespace
 
 void addVniFilter(CLI::App & command, Vxlan::VniOrNone & vni) {
@@ -43,17 +50,29 @@ void addIpFilter(CLI::App & command, Nolt::IpGenAddr & ip) {
         .add_option_function<std::string>(
             "--ip",
             [&ip](std::string const & text) {
-                if (text.empty()) {
-                    throw CLI::ValidationError("--ip", "'': expected an IPv4 or IPv6 address such "
-                                                       "as 10.0.0.1 or 2001:db8::1");
-                }
+                refuseEmpty("--ip", text,
+                            "an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");
                 ip = readValue<Nolt::IpGenAddr>("--ip", text);
             },
             "Only this IP address: IPv4, or IPv6 in any of its forms")
         ->type_name("IP");
 }
 
-void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps) {
+void addPrefixFilter(CLI::App & command, Nolt::IpGenPrefix & prefix) {
+    command
+        .add_option_function<std::string>(
+            "--prefix",
+            [&prefix](std::string const & text) {
+                refuseEmpty("--prefix", text, "a prefix such as 10.1.0.0/16 or 2001:db8::/32");
+                prefix = readValue<Nolt::IpGenPrefix>("--prefix", text);
+            },
+            "Only routes that this prefix contains or that contain it, IPv4 or IPv6: "
+            "10.1.0.0/16, 2001:db8::/32")
+        ->type_name("PREFIX");
+}
+
+void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps,
+                   std::string const & help) {
     command
         .add_option_function<std::vector<std::string>>(
             "--vtep",
@@ -62,7 +81,7 @@ void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps) {
                     vteps.vtepIs(readValue<Nolt::IpAddr>("--vtep", text), true);
                 }
             },
-            "Only entries with one of these VTEPs, IPv4")
+            help)
         ->type_name("IP");
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Nolt/EthAddr.h"
-#include "Nolt/IpGenAddr.h"
+#include "Nolt/IpGenPrefix.h"
 #include "Vxlan/VniOrNone.h"
 #include "VxlanController/VxlanControllerCliModel.h"
 
@@ -18,7 +18,13 @@ void addMacFilter(CLI::App & command, Nolt::EthAddr & mac);
 /// the address that stands for no filter.
 void addIpFilter(CLI::App & command, Nolt::IpGenAddr & ip);
 
-/// May be given several times, and several values at once.
-void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps);
+/// Takes IPv4 and IPv6. Host bits are refused, with the prefix that was likely meant, and so
+/// is the empty text, which stands for no filter.
+void addPrefixFilter(CLI::App & command, Nolt::IpGenPrefix & prefix);
+
+/// May be given several times, and several values at once. The list holds IPv4 alone, so
+/// that is what is taken. `help` is the option's own.
+void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps,
+                   std::string const & help);
 
 } // namespace vxshow

@@ -22,6 +22,13 @@ CLI::Option const * findOption(CLI::App const & app, std::string const & name) {
     return nullptr;
 }
 
+/// The command `word` of `app`, or `app` itself when `word` is none.
+CLI::App const * commandBelow(CLI::App const & app, std::string_view word) {
+    auto const found =
+        app.get_subcommands([&](CLI::App const * below) { return below->get_name() == word; });
+    return found.empty() ? &app : found.front();
+}
+
 /// "vxshow mac received", or just the program where no command was typed.
 std::string commandWords(CLI::App const & app) {
     return app.get_parent() ? commandWords(*app.get_parent()).append(" ").append(app.get_name())
@@ -45,6 +52,7 @@ std::string wordsThatFollow(CLI::App const & command) {
 } // namespace
 
 std::optional<std::string> missingValue(CLI::App const & app, int argc, char const * const * argv) {
+    CLI::App const * typed = &app;        // the command, as far as it was met
     CLI::Option const * listed = nullptr; // the option of several values that was last met
     for (int i = 1; i < argc; ++i) {
         std::string_view const argument = argv[i];
@@ -54,11 +62,14 @@ std::optional<std::string> missingValue(CLI::App const & app, int argc, char con
                 return "--" + listed->get_lnames().front() + ": " + Vex::quoted(argument) +
                        ": expected " + listed->get_type_name();
             }
+            typed = commandBelow(*typed, argument);
             continue;
         }
         std::size_t const sign = argument.find('=');
         std::string const name(argument.substr(0, sign));
-        auto const * option = findOption(app, name);
+        // Several commands may have an option of this name; that of the command before it is meant.
+        auto const * ofTyped = findOption(*typed, name);
+        auto const * option = ofTyped ? ofTyped : findOption(app, name);
         listed = option && option->get_items_expected_max() > 1 ? option : nullptr;
         if (!option || option->get_items_expected_min() == 0) {
             continue;

@@ -14,12 +14,13 @@ namespace {
 
 /// The switches of one VTEP. Several filter VTEPs may lead to one switch.
 void setSwitchesOf(Vex::Ptr<LRMapBase> const & base, SwitchInfoDir const & switches,
-                   Nolt::IpAddr address) {
+                   Nolt::IpAddr address, InterruptPoll & poll) {
     auto const vtep = switches.vtepMap(Nolt::IpGenAddr(address));
     if (!vtep) {
         return;
     }
     for (SwitchIdVtepKeyPair const & key : vtep->switchId()) {
+        poll.step();
         if (auto const info = switches.switchInfo(key.switchId)) {
             setSwitchMap(base, info);
         } else if (auto record = cliTrace().at(traceFunctionEntry)) {
@@ -41,7 +42,7 @@ void selectSwitches(Vex::Ptr<LRMapBase> const & base, SwitchInfoDir const & swit
     if (vtepFilter && !vtepFilter->vtep().empty()) {
         for (Nolt::IpAddr address : vtepFilter->vtep()) {
             poll.step();
-            setSwitchesOf(base, switches, address);
+            setSwitchesOf(base, switches, address, poll);
         }
         return;
     }

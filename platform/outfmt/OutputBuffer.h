@@ -35,8 +35,7 @@ public:
     /// Descriptor::writeSome() throws.
     void append(std::string_view text) {
         if (text.size() <= room()) [[likely]] {
-            std::memcpy(storage_.get() + used_, text.data(), text.size());
-            used_ += text.size();
+            used_ += text.copy(storage_.get() + used_, text.size());
         } else {
             appendInPieces(text);
         }

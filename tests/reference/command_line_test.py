@@ -29,7 +29,22 @@ class CommandLine(unittest.TestCase):
             "mac advertised --source hsc",
             "arp received --vtep 10.0.0.1",
             "arp advertised --switch leaf1",
+            "router map --prefix 10.0.0.0/8",
+            "router detail --switch 00:1c:73:00:00:01",
+            "router detail --vtep 10.0.0.1",
+            "router routes --vtep 10.0.0.1",
+            "mac received --router red",
         ):
+            finished = exact.process({}, *words.split())
+            self.assertEqual((finished.returncode, finished.stdout), (2, b""), words)
+
+    def test_only_the_words_of_a_command_make_one(self):
+        for words in ("router received", "mac map", "arp routes", "router"):
+            finished = exact.process({}, *words.split())
+            self.assertEqual((finished.returncode, finished.stdout), (2, b""), words)
+
+    def test_a_prefix_with_host_bits_and_an_ipv6_vtep_are_refused(self):
+        for words in ("router routes --prefix 10.1.2.3/8", "router map --vtep 2001:db8::1"):
             finished = exact.process({}, *words.split())
             self.assertEqual((finished.returncode, finished.stdout), (2, b""), words)
 

@@ -4,10 +4,11 @@
     compare.py --vxshow PROGRAM random [--first SEED] [--count N]
     compare.py --vxshow PROGRAM bench
 
-`random` draws small states that exercise everything, and lists each under the filters below
-and under as many that are drawn from what the state holds. `bench` takes the big states that
-are measured: 1,280,000 received MACs in 128,000 tables, 1,000,000 in one, 1,000,000 that are
-advertised, and 1,000,000 ARP entries both ways.
+`random` draws small states that exercise everything, and lists each under filters that are
+always the same and under as many that are drawn from what the state holds. `bench` takes the
+big states that are measured: 1,280,000 received MACs in 128,000 tables, 1,000,000 in one,
+1,000,000 that are advertised, 1,000,000 ARP entries both ways, 1,000,000 routes of one router
+and of 1,000, and 10,000 routers that are on 100 switches each.
 
 Either can be limited to one command, such as --command "arp received".
 """
@@ -25,74 +26,7 @@ MAKE_STATE = os.path.join(HERE, "..", "..", "bench", "make-state")
 
 sys.path.insert(0, HERE)
 import reference  # noqa: E402  (the implementation compared with, run within this process)
-
-# Of each command, the options of a listing, then its filters.
-LISTINGS = {
-    "mac received": [
-        ([], []),
-        (["--json"], []),
-        (["--pretty", "--revision", "1", "--dotted"], []),
-        (["--dotted"], ["--source", "all"]),
-        ([], ["--source", "hsc"]),
-        (["--json"], ["--source", "qvx"]),
-        ([], ["--source", "evpn"]),
-        ([], ["--source", "HSC"]),
-        ([], ["--source", "no such switch"]),
-        ([], ["--mac", "00:00:5e:00:53:01"]),
-        (["--json"], ["--mac", "0000.5e00.5302"]),
-        ([], ["--vni", "10"]),
-        (["--json"], ["--vni", "255.255.255"]),
-        ([], ["--vtep", "10.0.0.1"]),
-        (["--json"], ["--vtep", "10.0.0.1", "--vtep", "10.0.0.3"]),
-        ([], ["--vni", "10", "--mac", "00:00:5e:00:53:01", "--vtep", "10.0.0.2"]),
-    ],
-    "mac advertised": [
-        ([], []),
-        (["--json"], []),
-        (["--pretty", "--revision", "1", "--dotted"], []),
-        (["--dotted"], ["--dest", "all"]),
-        ([], ["--dest", "hsc"]),
-        (["--json"], ["--dest", "hsc"]),
-        ([], ["--dest", "qvx"]),
-        ([], ["--dest", "evpn"]),
-        (["--json"], ["--dest", "evpn"]),
-        ([], ["--dest", "EVPN", "--vtep", "10.0.0.1"]),
-        ([], ["--mac", "00:00:5e:00:53:01"]),
-        (["--json"], ["--mac", "0000.5e00.5301"]),
-        ([], ["--vni", "10"]),
-        (["--json"], ["--vni", "0"]),
-        (["--json"], ["--vtep", "10.0.0.1", "--vtep", "10.0.0.3"]),
-        ([], ["--vni", "10", "--mac", "00:00:5e:00:53:01", "--vtep", "10.0.0.2"]),
-    ],
-    "arp received": [
-        ([], []),
-        (["--json"], []),
-        (["--pretty", "--revision", "1", "--dotted"], []),
-        (["--dotted"], []),
-        ([], ["--switch", "leaf1"]),
-        (["--json"], ["--switch", "HSC"]),
-        (["--json"], ["--switch", "no such switch"]),
-        (["--json"], ["--mac", "00:00:5e:00:53:01"]),
-        ([], ["--ip", "192.0.2.1"]),
-        (["--json"], ["--ip", "2001:db8:0::1"]),
-        (["--json"], ["--vni", "10"]),
-        ([], ["--vni", "0.0.10", "--mac", "0000.5e00.5301", "--ip", "::ffff:192.0.2.1"]),
-    ],
-    "arp advertised": [
-        ([], []),
-        (["--json"], []),
-        (["--pretty", "--revision", "1", "--dotted"], []),
-        (["--dotted"], []),
-        ([], ["--vni", "0"]),
-        (["--json"], ["--vni", "10"]),
-        (["--json"], ["--mac", "00:00:5e:00:53:01"]),
-        ([], ["--ip", "192.0.2.1"]),
-        (["--json"], ["--ip", "2001:db8:0::1"]),
-        (["--json"], ["--vni", "0.0.10", "--mac", "0000.5e00.5301", "--ip", "::ffff:192.0.2.1"]),
-    ],
-}
-
-DRAWN_OPTIONS = [[], [], ["--json"], ["--dotted"], ["--json", "--dotted"], ["--pretty"]]
+from listings import LISTINGS, drawable, drawn_listing  # noqa: E402
 
 # The states of `bench`, and the commands that have something to list of each.
 BENCH = [
@@ -100,67 +34,10 @@ BENCH = [
     (["one-vni", "--macs", "1000000"], ["mac received"]),
     (["advertised", "--macs", "1000000"], ["mac advertised"]),
     (["arp", "--entries", "1000000"], ["arp received", "arp advertised"]),
+    (["routes", "--routes", "1000000", "--routers", "1"], ["router routes"]),
+    (["routes", "--routes", "1000000", "--routers", "1000"], ["router routes"]),
+    (["routers", "--routers", "10000", "--switches", "100"], ["router map", "router detail"]),
 ]
-
-
-# Filters drawn from a state
-
-
-def members(state, *path):
-    """The member that the path leads to; whatever is missing on it is empty."""
-    for name in path:
-        state = state.get(name, {})
-    return state
-
-
-def names_and_tables(state):
-    """Yield (VNI or entry name, tables) from wherever tables stand."""
-    for vnis in members(state, "received", "switches").values():
-        yield from vnis.items()
-    for direction in ("received", "advertised"):
-        for vnis in members(state, direction, "sources").values():
-            yield from vnis.items()
-    yield from members(state, "advertised", "vnis").items()
-
-
-def drawable(state):
-    """By filter, the values of it that are in the state and some that need not be."""
-    found = {
-        "vni": {"0", "10", "0.0.10", "70000", "16777215"},
-        "mac": {"0000.0000.0000", "02:00:00:00:00:01"},
-        "ip": {"198.51.100.1", "::1", "::ffff:192.0.2.1"},
-        "vtep": {"0.0.0.0", "10.0.0.1", "198.51.100.1"},
-    }
-    for vni, tables in names_and_tables(state):
-        if vni.isascii() and vni.isdigit() and len(vni) < 9 and int(vni) <= 0xFFFFFF:
-            found["vni"].add(str(int(vni)))
-        for table in ("unicast", "multipath", "flood"):
-            found["mac"].update(tables.get(table, {}))
-        for entry in tables.get("unicast", {}).values():
-            found["vtep"].add(entry["vtep"])
-        for ip, entry in tables.get("arp", {}).items():
-            found["ip"].add(ip)
-            found["mac"].add(entry["mac"])
-    for evpn in ("received", "advertised"):
-        for hosts in members(state, evpn, "evpn", "EVPN", "hosts").values():
-            found["mac"].update(hosts)
-    switches = set(members(state, "received", "switches"))
-    found["source"] = found["switch"] = switches | {"all", "hsc", "qvx", "evpn", "HSC", "leaf"}
-    found["dest"] = {"all", "hsc", "evpn", "qvx", "HSC", "leaf1"}
-    # Sets have no order that would be the same tomorrow.
-    return {name: sorted(values) for name, values in found.items()}
-
-
-def drawn_listing(rng, command, values):
-    filters = []
-    for name in reference.COMMANDS[tuple(command.split())].filters:
-        if rng.random() < 0.4:
-            for _ in range(rng.randint(1, 3) if name == "vtep" else 1):
-                filters += ["--" + name, rng.choice(values[name])]
-    return rng.choice(DRAWN_OPTIONS), filters
-
-
-# Comparing
 
 
 def make_state(path, arguments):
@@ -176,12 +53,11 @@ def expected(arguments):
         return 1, b""
 
 
-def differs(vxshow, state, command, options, filters):
-    arguments = ["--state", state, *options, *command.split(), *filters]
+def differs(vxshow, arguments, status, output):
+    """Whether vxshow does not exit so and print this; the difference is told."""
     finished = subprocess.run(
         [vxshow, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False
     )
-    status, output = expected(arguments)
     # A failure is told in one line of its own, a success in none.
     told = finished.stderr.startswith(b"vxshow: ") and finished.stderr.endswith(b"\n")
     told_right = (told and finished.stderr.count(b"\n") == 1) if status else not finished.stderr
@@ -207,17 +83,30 @@ def compare_random(vxshow, commands, first, count):
         for seed in range(first, first + count):
             make_state(path, ["random", "--seed", str(seed)])
             with open(path, encoding="utf-8") as file:
-                values = drawable(json.load(file))
+                state = json.load(file)
             for command in commands:
+                values = drawable(state, command)
                 # What is drawn for a command does not depend on which others are compared.
                 rng = random.Random(f"{seed} {command}")
                 drawn = [drawn_listing(rng, command, values) for _ in LISTINGS[command]]
                 for options, filters in LISTINGS[command] + drawn:
+                    arguments = ["--state", path, *options, *command.split(), *filters]
                     compared += 1
-                    if differs(vxshow, path, command, options, filters):
+                    if differs(vxshow, arguments, *expected(arguments)):
                         print(f"  seed {seed}", flush=True)
                         failed += 1
     print(f"{compared} listings of {count} states compared, {failed} differ")
+    return failed
+
+
+def compare_both_forms(vxshow, state, command):
+    """Collecting takes as long as printing does, so both forms are of one collection."""
+    text = ["--state", state, *command.split()]
+    collection = reference.collected(reference.arguments(text))
+    failed = 0
+    for arguments in text, [*text, "--json"]:
+        output = reference.printed(collection, reference.arguments(arguments))
+        failed += differs(vxshow, arguments, 0, output)
     return failed
 
 
@@ -230,9 +119,8 @@ def compare_bench(vxshow, commands):
             if wanted:
                 make_state(path, arguments)
             for command in wanted:
-                for options in ([], ["--json"]):
-                    compared += 1
-                    failed += differs(vxshow, path, command, options, [])
+                failed += compare_both_forms(vxshow, path, command)
+                compared += 2
     print(f"{compared} listings of big states compared, {failed} differ")
     return failed
 

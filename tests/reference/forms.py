@@ -1,8 +1,8 @@
 """How values are written and read, on the command line, in snapshots and in listings.
 
 Addresses and VNIs are plain integers in here and sort as numbers; where both kinds of IP
-address may stand, one is (4 or 6, number). Names sort by code point, which for UTF-8 is
-the order of their bytes.
+address may stand, one is (4 or 6, number), and one with a mask, or a prefix, is (address,
+length). Names sort by code point, which for UTF-8 is the order of their bytes.
 """
 
 import functools
@@ -22,6 +22,11 @@ MAC_SEPARATORS = str.maketrans("", "", ":-.")
 
 # A number as strtol and std::stoi read one: what follows it does not matter to them.
 LEADING_NUMBER = re.compile(r"[ \t\n\v\f\r]*([+-]?[0-9]+)")
+
+IP_BITS = {4: 32, 6: 128}
+
+# Behind the slash of an address with mask; the address tells how much is too long.
+MASK_LENGTH = re.compile(r"0|[1-9][0-9]{0,2}")
 
 # The 96 bits before an IPv4 address that is mapped into IPv6.
 MAPPED_IPV4 = 0xFFFF
@@ -45,9 +50,31 @@ def read_ipv4(text):
     return int(ipaddress.IPv4Address(text))
 
 
+# A million routes share few nexthops; addresses of which there are a million are each read once.
+@functools.lru_cache(maxsize=4096)
 def read_ip(text):
-    address = ipaddress.ip_address(text)
+    address = ipaddress.IPv6Address(text) if ":" in text else ipaddress.IPv4Address(text)
     return address.version, int(address)
+
+
+def read_masked_ip(text):
+    """(address, length); what the mask leaves of the address may be anything."""
+    address_text, slash, length = text.partition("/")
+    address = read_ip(address_text)
+    if not slash or not MASK_LENGTH.fullmatch(length) or int(length) > IP_BITS[address[0]]:
+        raise ValueError(f"no address with mask: {text}")
+    return address, int(length)
+
+
+def read_prefix(text):
+    """(address, length); what the mask leaves of the address has to be zero."""
+    (version, number), length = read_masked_ip(text)
+    host_bits = IP_BITS[version] - length
+    network = number >> host_bits << host_bits
+    if network != number:
+        meant = masked_ip_string(((version, network), length))
+        raise ValueError(f"no prefix: {text}, but {meant} is one")
+    return (version, number), length
 
 
 def read_vni(text):
@@ -93,6 +120,7 @@ def ipv4_string(number):
     return str(ipaddress.IPv4Address(number))
 
 
+@functools.lru_cache(maxsize=4096)
 def ip_string(ip):
     version, number = ip
     if version == 4:
@@ -102,8 +130,18 @@ def ip_string(ip):
     return str(ipaddress.IPv6Address(number))
 
 
+def masked_ip_string(masked):
+    address, length = masked
+    return f"{ip_string(address)}/{length}"
+
+
 def vni_string(vni, dotted):
     return f"{vni >> 16}.{vni >> 8 & 255}.{vni & 255}" if dotted else str(vni)
+
+
+def printed(row, *columns):
+    """The row with these texts in it; what a width or a precision counts is bytes."""
+    return row % tuple(column.encode() for column in columns)
 
 
 def signed32(number):

@@ -48,6 +48,80 @@ class IpAddresses(unittest.TestCase):
         )
 
 
+class AddressesWithMask(unittest.TestCase):
+    def test_one_with_mask_keeps_its_host_bits(self):
+        for text, expected in (
+            ("10.1.2.3/8", "10.1.2.3/8"),
+            ("10.1.2.3/32", "10.1.2.3/32"),
+            ("255.255.255.255/0", "255.255.255.255/0"),
+            ("2001:DB8:0:0:0:0:0:1/64", "2001:db8::1/64"),
+            ("::ffff:c000:201/128", "::ffff:192.0.2.1/128"),
+        ):
+            with self.subTest(text=text):
+                self.assertEqual(forms.masked_ip_string(forms.read_masked_ip(text)), expected)
+
+    def test_a_prefix_reads_and_writes_alike(self):
+        for text, expected in (
+            ("10.0.0.0/8", "10.0.0.0/8"),
+            ("10.1.2.3/32", "10.1.2.3/32"),
+            ("0.0.0.0/0", "0.0.0.0/0"),
+            ("10.1.2.2/31", "10.1.2.2/31"),
+            ("::/0", "::/0"),
+            ("2001:DB8:0::/32", "2001:db8::/32"),
+            ("2001:db8::1/128", "2001:db8::1/128"),
+            ("::ffff:10.0.0.0/104", "::ffff:10.0.0.0/104"),
+        ):
+            with self.subTest(text=text):
+                self.assertEqual(forms.masked_ip_string(forms.read_prefix(text)), expected)
+
+    def test_a_prefix_with_host_bits_is_refused_and_told_what_was_meant(self):
+        for text, meant in (
+            ("10.1.2.3/8", "10.0.0.0/8"),
+            ("10.1.2.3/31", "10.1.2.2/31"),
+            ("10.1.2.3/0", "0.0.0.0/0"),
+            ("2001:db8::1/64", "2001:db8::/64"),
+            ("::1/127", "::/127"),
+            ("FFFF::/1", "8000::/1"),
+        ):
+            with self.subTest(text=text):
+                with self.assertRaisesRegex(ValueError, f" {meant} "):
+                    forms.read_prefix(text)
+
+    def test_all_of_the_text_has_to_be_one(self):
+        for text in (
+            "",
+            "/",
+            "/8",
+            "10.0.0.0",
+            "10.0.0.0/",
+            "10.0.0.0/33",
+            "10.0.0.0/08",
+            "10.0.0.0/+8",
+            "10.0.0.0/-1",
+            "10.0.0.0/8 ",
+            " 10.0.0.0/8",
+            "10.0.0.0/8/8",
+            "10.0.0.0/255.0.0.0",
+            "10.0.0/8",
+            "010.0.0.0/8",
+            "::/129",
+            "::/1000",
+            "::/\u0660",
+        ):
+            with self.subTest(text=text):
+                with self.assertRaises(ValueError):
+                    forms.read_masked_ip(text)
+                with self.assertRaises(ValueError):
+                    forms.read_prefix(text)
+
+    def test_they_sort_by_address_and_then_by_length(self):
+        texts = ["::/0", "10.0.0.0/16", "9.0.0.0/32", "::/128", "10.0.0.0/8", "255.0.0.0/8"]
+        self.assertEqual(
+            sorted(texts, key=forms.read_prefix),
+            ["9.0.0.0/32", "10.0.0.0/8", "10.0.0.0/16", "255.0.0.0/8", "::/0", "::/128"],
+        )
+
+
 class EntryNames(unittest.TestCase):
     def test_the_number_at_the_start_counts(self):
         for name, vni in (
@@ -106,6 +180,12 @@ class OtherForms(unittest.TestCase):
         for number, signed in ((0, 0), (2147483647, 2147483647), (2147483648, -2147483648),
                                (4294967295, -1)):
             self.assertEqual(forms.signed32(number), signed)
+
+    def test_columns_are_filled_and_cut_by_bytes(self):
+        row = b"%-4.4b|%-2b|%-3.2b\n"
+        self.assertEqual(forms.printed(row, "abc", "", "d"), b"abc |  |d  \n")
+        self.assertEqual(forms.printed(row, "abcde", "wide", "xyz"), b"abcd|wide|xy \n")
+        self.assertEqual(forms.printed(row, "abc\u00e9", "%d", "\u00e9"), b"abc\xc3|%d|\xc3\xa9 \n")
 
     def test_names_are_escaped_where_json_demands_it_and_nowhere_else(self):
         name = 'q"b\\s/n\nt\tr\rb\bf\fe\x1bu\x1fd\x7f\u00e9\u8449\U0001f33f%'

@@ -18,7 +18,10 @@ import sys
 import arp
 import mac_advertised
 import mac_received
-from forms import Failure, document, read_ip, read_ipv4, read_mac, read_vni
+import router_detail
+import router_map
+import router_routes
+from forms import Failure, document, read_ip, read_ipv4, read_mac, read_prefix, read_vni
 
 # The filters of a command; how it collects from (state, arguments); and what it prints of
 # that: text from (collected, dotted), JSON from (collected, dotted, revision).
@@ -49,6 +52,24 @@ COMMANDS = {
         arp.advertised_text,
         arp.advertised_content,
     ),
+    ("router", "map"): Command(
+        ("router", "switch", "vtep"),
+        router_map.collect,
+        router_map.text,
+        router_map.content,
+    ),
+    ("router", "detail"): Command(
+        ("router",),
+        router_detail.collect,
+        router_detail.text,
+        router_detail.content,
+    ),
+    ("router", "routes"): Command(
+        ("router", "prefix"),
+        router_routes.collect,
+        router_routes.text,
+        router_routes.content,
+    ),
 }
 
 # How each filter is read, and what stands for its absence.
@@ -59,6 +80,8 @@ FILTERS = {
     "source": {"default": ""},
     "dest": {"default": ""},
     "switch": {"default": ""},
+    "router": {"default": ""},
+    "prefix": {"type": read_prefix, "default": None},
     "vtep": {"type": read_ipv4, "action": "append", "default": []},
 }
 
@@ -71,31 +94,41 @@ def arguments(words):
     form.add_argument("--pretty", action="store_true")
     parser.add_argument("--revision", type=int, default=2)
     parser.add_argument("--dotted", action="store_true")
-    parser.add_argument("subject", choices=["mac", "arp"])
-    parser.add_argument("direction", choices=["received", "advertised"])
+    parser.add_argument("subject", choices=["mac", "arp", "router"])
+    parser.add_argument("listing", choices=["received", "advertised", "map", "detail", "routes"])
     for name, how in FILTERS.items():
         parser.add_argument("--" + name, **how)
     result = parser.parse_args(words)
     if result.state is None:
         parser.error("no snapshot: give --state or set VXSHOW_STATE")
+    if (result.subject, result.listing) not in COMMANDS:
+        parser.error(f"no command: {result.subject} {result.listing}")
     for name, how in FILTERS.items():
-        if name not in COMMANDS[result.subject, result.direction].filters:
+        if name not in COMMANDS[result.subject, result.listing].filters:
             if getattr(result, name) != how["default"]:
-                parser.error(f"no filter of {result.subject} {result.direction}: --{name}")
+                parser.error(f"no filter of {result.subject} {result.listing}: --{name}")
     return result
+
+
+def collected(wanted):
+    """What the arguments select of the snapshot that they name."""
+    with open(0 if wanted.state == "-" else wanted.state, encoding="utf-8") as file:
+        state = json.load(file)
+    return COMMANDS[wanted.subject, wanted.listing].collect(state, wanted)
+
+
+def printed(collection, wanted):
+    """What was collected, as bytes, in the form that the arguments want it in."""
+    command = COMMANDS[wanted.subject, wanted.listing]
+    if wanted.json or wanted.pretty:
+        return document(command.content(collection, wanted.dotted, wanted.revision), wanted.pretty)
+    return command.text(collection, wanted.dotted)
 
 
 def listing(words):
     """What `vxshow` prints for these arguments, as bytes; or `Failure` is raised."""
     wanted = arguments(words)
-    with open(0 if wanted.state == "-" else wanted.state, encoding="utf-8") as file:
-        state = json.load(file)
-
-    command = COMMANDS[wanted.subject, wanted.direction]
-    collected = command.collect(state, wanted)
-    if wanted.json or wanted.pretty:
-        return document(command.content(collected, wanted.dotted, wanted.revision), wanted.pretty)
-    return command.text(collected, wanted.dotted)
+    return printed(collected(wanted), wanted)
 
 
 def main():

@@ -3,7 +3,9 @@
 #include "tests/vxshow/Process.h"
 
 #include <algorithm>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace {
 
@@ -46,6 +48,14 @@ std::string refused(std::vector<std::string> const & arguments) {
 
 std::string snapshotWith(std::string const & name, std::string const & state) {
     return R"({"format":"vxlan-controller-state","version":1,")" + name + "\":" + state + "}";
+}
+
+std::string exampleFabric() {
+    std::ifstream const file(EXAMPLE_FABRIC);
+    EXPECT_TRUE(file) << EXAMPLE_FABRIC;
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
 }
 
 std::string Asked::listing(std::vector<std::string> const & filters) const {

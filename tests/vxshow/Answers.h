@@ -22,6 +22,9 @@ std::string refused(std::vector<std::string> const & arguments);
 /// A whole document with the one member `name`.
 std::string snapshotWith(std::string const & name, std::string const & state);
 
+/// The snapshot that ships as an example.
+std::string exampleFabric();
+
 /// One command, put to one state under several filters.
 class Asked {
 public:

@@ -132,11 +132,13 @@ TEST(CommandLine, AValueOfTheWrongKindIsRefusedWithWhatIsAccepted) {
 }
 
 TEST(CommandLine, WhatItDoesNotKnowIsRefusedWithWhatIsAccepted) {
-    EXPECT_EQ(refused({}), "a command is missing: expected mac or arp after vxshow");
-    EXPECT_EQ(refused({"foo"}), "'foo': expected mac or arp after vxshow");
+    EXPECT_EQ(refused({}), "a command is missing: expected mac or arp or router after vxshow");
+    EXPECT_EQ(refused({"foo"}), "'foo': expected mac or arp or router after vxshow");
     EXPECT_EQ(refused({"mac"}),
               "a command is missing: expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"mac", "sent"}), "'sent': expected received or advertised after vxshow mac");
+    EXPECT_EQ(refused({"router", "received"}),
+              "'received': expected map or detail or routes after vxshow router");
     EXPECT_EQ(refused({"mac", "received", "--bogus"}),
               "'--bogus': not understood; 'vxshow mac received --help' lists what is");
     EXPECT_EQ(refused({"mac", "received", "leaf1"}),

@@ -13,5 +13,8 @@ void addMacReceived(CLI::App & mac, CommandLine & chosen);
 void addMacAdvertised(CLI::App & mac, CommandLine & chosen);
 void addArpReceived(CLI::App & arp, CommandLine & chosen);
 void addArpAdvertised(CLI::App & arp, CommandLine & chosen);
+void addRouterMap(CLI::App & router, CommandLine & chosen);
+void addRouterDetail(CLI::App & router, CommandLine & chosen);
+void addRouterRoutes(CLI::App & router, CommandLine & chosen);
 
 } // namespace vxshow

@@ -19,7 +19,7 @@ struct MacFilters {
         addVniFilter(command, vni);
         addMacFilter(command, mac);
         command.add_option(nameOption, name, nameHelp)->type_name("NAME");
-        addVtepFilter(command, *vteps);
+        addVtepFilter(command, *vteps, "Only entries with one of these VTEPs, IPv4");
     }
 };
 
@@ -33,6 +33,15 @@ struct ArpFilters {
         addVniFilter(command, vni);
         addMacFilter(command, mac);
         addIpFilter(command, ip);
+    }
+};
+
+/// The filter that all commands of `router` have.
+struct RouterFilter {
+    std::string name;
+
+    void addTo(CLI::App & command) {
+        command.add_option("--router", name, "Only this logical router by name")->type_name("NAME");
     }
 };
 

@@ -1,8 +1,10 @@
 #include "vxshow/mount/DocumentReader.h"
 
 #include "state/VniFdbStatusV2.h"
+#include "vxshow/mount/DirectoryReader.h"
 #include "vxshow/mount/EvpnReader.h"
 #include "vxshow/mount/Members.h"
+#include "vxshow/mount/RoutersReader.h"
 #include "vxshow/mount/TablesReader.h"
 
 #include <array>
@@ -17,28 +19,14 @@ namespace Cli = VxlanController::Cli;
 constexpr std::string_view formatName = "vxlan-controller-state";
 constexpr Vex::U32 formatVersion = 1;
 
-/// An entity for each member, under the member's name.
-template <class ReadEntity>
-Vex::Ptr<Vex::Dir> readDirectory(JsonValue value, std::string_view expected,
-                                 ReadEntity && readEntity) {
-    auto dir = Vex::makePtr<Vex::Dir>();
-    value.members(expected, [&](JsonText const & key, JsonValue member) {
-        Vex::Name const name(key.text());
-        if (dir->entryState(name)) {
-            key.refuseAgain();
-        }
-        dir->entityIs(name, readEntity(member));
-    });
-    return dir;
-}
-
 Vex::Ptr<Vex::Dir> readSwitches(JsonValue value) {
-    return readDirectory(value, "an object whose members are switches", readVniStatusDir);
+    return readDirectory(value, "an object whose members are switches",
+                         [](Vex::Name const &, JsonValue vnis) { return readVniStatusDir(vnis); });
 }
 
 Vex::Ptr<Vex::Dir> readVniEntries(JsonValue value) {
     return readDirectory(value, "an object whose members are per-VNI entries",
-                         [](JsonValue tables) {
+                         [](Vex::Name const &, JsonValue tables) {
                              auto entry = Vex::makePtr<VxlanController::VniFdbStatusV2>();
                              readTables(tables, *entry);
                              return entry;
@@ -115,10 +103,10 @@ void checkFormat(JsonValue value) {
 } // namespace
 
 Mount readDocument(JsonReader & json) {
-    enum Name : std::size_t { format, version, received, advertised };
+    enum Name : std::size_t { format, version, received, advertised, routers };
 
-    static constexpr std::array<std::string_view, 4> names{"format", "version", "received",
-                                                           "advertised"};
+    static constexpr std::array<std::string_view, 5> names{"format", "version", "received",
+                                                           "advertised", "routers"};
     Members members(names);
     Mount mount;
     auto const * const start = json.at();
@@ -133,8 +121,11 @@ Mount readDocument(JsonReader & json) {
         case received:
             mount.received = readReceived(member);
             break;
-        default:
+        case advertised:
             mount.advertised = readAdvertised(member);
+            break;
+        default:
+            mount.routers = readRouters(member);
         }
     });
     members.require(format, start);

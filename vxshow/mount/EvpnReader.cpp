@@ -24,9 +24,7 @@ void eachVni(JsonValue value, Take && take) {
     std::unordered_set<Vxlan::Vni> vnis;
     value.members("an object whose members are VNIs", [&](JsonText const & key, JsonValue member) {
         auto const vni = readVni(key);
-        if (!vnis.insert(vni).second) {
-            key.refuseAgain();
-        }
+        onlyNew(vnis.insert(vni).second, key);
         take(vni, member);
     });
 }
@@ -37,9 +35,7 @@ Vex::Ptr<VcsEvpn::HostTable const> readHosts(JsonValue value) {
         entries.members(anObjectByMac, [&](JsonText const & key, JsonValue entry) {
             auto const mac = readMac(key);
             auto const binding = readBinding(entry);
-            if (!hosts.insert({mac, vni}, Host(binding.vtep, binding.moves))) {
-                key.refuseAgain();
-            }
+            onlyNew(hosts.insert({mac, vni}, Host(binding.vtep, binding.moves)), key);
         });
     });
     return hosts.table();

@@ -75,16 +75,22 @@ public:
         eachMember(object, *reader_, take);
     }
 
-    /// Takes an array: `take(JsonText)` for each element, all of which must be texts.
-    /// `expected` is about the array, `expectedElement` about those.
+    /// Takes an array: `take(JsonValue)` for each element, and must take it.
     template <class Take>
-    void texts(std::string_view expected, std::string_view expectedElement, Take && take) {
+    void elements(std::string_view expected, Take && take) {
         simdjson::ondemand::array array;
         check('[', expected, value_.get_array().get(array));
         for (auto element : array) {
             checked(element.error());
-            take(JsonValue(element.value_unsafe(), *reader_).text(expectedElement));
+            take(JsonValue(element.value_unsafe(), *reader_));
         }
+    }
+
+    /// Takes an array: `take(JsonText)` for each element, all of which must be texts.
+    /// `expected` is about the array, `expectedElement` about those.
+    template <class Take>
+    void texts(std::string_view expected, std::string_view expectedElement, Take && take) {
+        elements(expected, [&](JsonValue element) { take(element.text(expectedElement)); });
     }
 
     /// Takes a text. `expected` may say more of it than that.
@@ -104,8 +110,20 @@ public:
         number(only, only, [&] { return std::to_string(only); });
     }
 
+    /// Takes true or false.
+    bool boolean() {
+        bool flag = false;
+        if (value_.get_bool().get(flag)) [[unlikely]] {
+            refuse("true or false");
+        }
+        return flag;
+    }
+
     /// Throws `Refusal` with the value as what was found.
     [[noreturn]] void refuse(std::string expected) { throw Refusal{at(), std::move(expected)}; }
+
+    /// Throws the `Refusal` of what stands here for a second time.
+    [[noreturn]] void refuseAgain() { throw Refusal{at(), "it once", " again"}; }
 
     /// `members`, of an object that has been opened.
     template <class Take>

@@ -2,6 +2,8 @@
 
 #include "Vex/Dir.h"
 #include "VxlanController/VxlanControllerCliModel.h"
+#include "state/PublishStatus.h"
+#include "state/SwitchInfoDir.h"
 
 namespace vxshow {
 
@@ -32,8 +34,20 @@ struct Mount {
         Vex::Ptr<VxlanController::Cli::HostFloodTableList> evpn;
     };
 
+    /// What is known of logical routers.
+    struct Routers {
+        /// The switches and their VTEPs, each by the other.
+        Vex::Ptr<VxlanController::SwitchInfoDir> switchInfoDir;
+        /// What each switch publishes, and so which logical routers it has.
+        Vex::Ptr<Statestore::PublishStatus> publishStatus;
+        /// By logical router: each a `VxlanController::LRStatusV2` of the name under which it
+        /// stands.
+        Vex::Ptr<Vex::Dir> lRStatusDir;
+    };
+
     Received received;
     Advertised advertised;
+    Routers routers;
 };
 
 } // namespace vxshow

@@ -17,14 +17,6 @@ using VxlanController::VniTables;
 
 constexpr Vex::U32 maxCount = 0xFFFFFFFF;
 
-/// One address may be spelled in several ways, so names that differ can be the same key: only
-/// the table knows.
-void onlyNew(bool isNew, JsonText const & key) {
-    if (!isNew) [[unlikely]] {
-        key.refuseAgain();
-    }
-}
-
 void readUnicast(JsonValue value, VniTables & tables) {
     value.members(anObjectByMac, [&](JsonText const & key, JsonValue entry) {
         auto const mac = readMac(key);

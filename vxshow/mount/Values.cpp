@@ -18,6 +18,17 @@ Address required(std::optional<Address> const & address, JsonText const & text,
     return *address;
 }
 
+/// The value that `text` is. The empty text, which these types read as their value for
+/// "none", is nothing here.
+template <class Value>
+std::optional<Value> some(JsonText const & text) {
+    auto value = Value::tryFromString(text.text());
+    if (value && value->isNone()) {
+        value.reset();
+    }
+    return value;
+}
+
 } // namespace
 
 Nolt::EthAddr readMac(JsonText const & text) {
@@ -29,11 +40,24 @@ Nolt::IpAddr readIpv4(JsonText const & text) {
 }
 
 Nolt::IpGenAddr readIp(JsonText const & text) {
-    auto address = Nolt::IpGenAddr::tryFromString(text.text());
-    if (address && address->isNone()) {
-        address.reset();
+    return required(some<Nolt::IpGenAddr>(text), text, anIpAddress);
+}
+
+Nolt::IpGenAddrWithMask readIpWithMask(JsonText const & text) {
+    return required(some<Nolt::IpGenAddrWithMask>(text), text,
+                    "an address with its prefix length such as 10.1.2.3/24 or 2001:db8::1/64");
+}
+
+Nolt::IpGenPrefix readPrefix(JsonText const & text) {
+    auto const prefix = some<Nolt::IpGenPrefix>(text);
+    if (prefix) [[likely]] {
+        return *prefix;
     }
-    return required(address, text, "an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");
+    if (auto const value = some<Nolt::IpGenAddrWithMask>(text)) {
+        auto const meant = Nolt::IpGenPrefix::covering(value->address(), value->length());
+        text.refuse(meant.stringValue() + ", with no bits set beyond the prefix length");
+    }
+    text.refuse("a prefix such as 10.1.0.0/16 or 2001:db8::/32");
 }
 
 Vxlan::Vni readVni(JsonText const & text) {

@@ -1,49 +1,22 @@
-#include "Vex/AllocTrack.h"
 #include "Vex/Reinstantiation.h"
 #include "outfmt/Interrupt.h"
 #include "outfmt/WriteError.h"
 #include "tests/VxlanController/Rendered.h"
 #include "tests/VxlanController/arp/ArpState.h"
+#include "tests/VxlanController/command/Interrupted.h"
 
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <functional>
-#include <string_view>
 #include <unistd.h>
 
 /// What the two ARP commands have in common: interrupts, failures, and what they leave
 /// behind.
 namespace {
 
-constexpr std::string_view entryType = "VxlanController::Cli::VxlanArpEntry";
-constexpr std::string_view tableType = "VxlanController::Cli::VxlanArpTable";
-
-/// Interrupts as soon as an object of one type is made, and counts those that are made.
-class InterruptAt : Vex::AllocTrackWatcher {
-public:
-    explicit InterruptAt(std::string_view type) : type_(type) { Vex::allocTrackWatcherIs(this); }
-
-    ~InterruptAt() { Vex::allocTrackWatcherIs(nullptr); }
-
-    InterruptAt(InterruptAt const &) = delete;
-    InterruptAt & operator=(InterruptAt const &) = delete;
-
-    Vex::U32 made() const { return made_; }
-
-private:
-    void allocated(Vex::AllocTrackTypeInfo const & type, std::size_t) noexcept override {
-        if (type.name() == type_) {
-            ++made_;
-            outfmt::requestInterrupt();
-        }
-    }
-
-    void released(Vex::AllocTrackTypeInfo const &, std::size_t) noexcept override {}
-
-    std::string_view type_;
-    Vex::U32 made_ = 0;
-};
+constexpr char const * entryType = "VxlanController::Cli::VxlanArpEntry";
+constexpr char const * tableType = "VxlanController::Cli::VxlanArpTable";
 
 /// One table that takes long to copy.
 ArpState oneLargeTable(Vex::U32 entries) {

@@ -1,17 +1,15 @@
 #include "Trace/Handle.h"
 #include "Trace/Sink.h"
-#include "outfmt/Interrupt.h"
 #include "outfmt/WriteError.h"
 #include "tests/VxlanController/Fabric.h"
 #include "tests/VxlanController/Rendered.h"
+#include "tests/VxlanController/command/Interrupted.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
-#include <functional>
-#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -35,13 +33,6 @@ protected:
 
     ~RenderFrame() override { outfmt::clearInterrupt(); }
 };
-
-/// Runs `body` and returns what it wrote to standard output.
-std::string standardOutputOf(std::function<void()> const & body) {
-    testing::internal::CaptureStdout();
-    body();
-    return testing::internal::GetCapturedStdout();
-}
 
 } // namespace
 
@@ -85,23 +76,8 @@ TEST_F(RenderFrame, AnInterruptDuringCollectionPrintsTheExitingLineAndNoTable) {
 TEST_F(RenderFrame, AnInterruptDuringPrintingEndsTheListingAtALineEnd) {
     auto const command = receivedCommand(largeFabric());
     std::string const whole = rendered(command);
-    int ends[2];
-    ASSERT_EQ(pipe(ends), 0);
-    std::string got;
-    std::thread reader([&] {
-        char part[4096];
-        for (ssize_t n; (n = read(ends[0], part, sizeof(part))) > 0;) {
-            if (got.empty()) {
-                outfmt::requestInterrupt();
-            }
-            got.append(part, static_cast<std::size_t>(n));
-        }
-    });
-    std::string const said =
-        standardOutputOf([&] { command->render(static_cast<Vex::U32>(ends[1]), textFormat, 2); });
-    close(ends[1]);
-    reader.join();
-    close(ends[0]);
+    auto const [got, said] = interruptedWhilePrinting(
+        [&](int fd) { command->render(static_cast<Vex::U32>(fd), textFormat, 2); });
     EXPECT_EQ(said, "exiting on interrupt\n");
     EXPECT_LT(got.size(), whole.size());
     EXPECT_EQ(got, whole.substr(0, got.size()));

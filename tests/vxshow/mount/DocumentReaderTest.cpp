@@ -7,7 +7,8 @@ namespace vxshow::test {
 namespace {
 
 TEST(DocumentReader, MountsNothingWhereNothingIsWritten) {
-    for (auto const * state : {"", R"(,"received":{})", R"(,"advertised":{},"received":{})"}) {
+    for (auto const * state :
+         {"", R"(,"received":{})", R"(,"advertised":{},"received":{})", R"(,"routers":{})"}) {
         auto const mount =
             mounted(std::string(R"({"format":"vxlan-controller-state","version":1)") + state + "}");
         EXPECT_FALSE(mount.received.switches);
@@ -16,6 +17,9 @@ TEST(DocumentReader, MountsNothingWhereNothingIsWritten) {
         EXPECT_FALSE(mount.advertised.vnis);
         EXPECT_FALSE(mount.advertised.sources);
         EXPECT_FALSE(mount.advertised.evpn);
+        EXPECT_FALSE(mount.routers.switchInfoDir);
+        EXPECT_FALSE(mount.routers.publishStatus);
+        EXPECT_FALSE(mount.routers.lRStatusDir);
     }
 }
 
@@ -142,12 +146,13 @@ TEST(DocumentReader, RefusesABadHead) {
          {R"({"version":1.0})", "1:12: version: found 1.0, expected 1"},
          {R"({"version":"1"})", R"(1:12: version: found "1", expected 1)"},
          {R"({"version":4294967297})", "1:12: version: found 4294967297, expected 1"},
-         {R"({"routers":{}})",
-          R"(1:2: found "routers", expected "format", "version", "received" or "advertised")"},
+         {R"({"router":{}})",
+          R"(1:2: found "router", expected "format", "version", "received", "advertised" or )"
+          R"("routers")"},
          {R"({"advertised":{},"advertised":{}})",
           R"(1:18: found "advertised" again, expected it once)"},
-         {R"({"received":{},"received":{}})",
-          R"(1:16: found "received" again, expected it once)"}});
+         {R"({"received":{},"received":{}})", R"(1:16: found "received" again, expected it once)"},
+         {R"({"routers":{},"routers":{}})", R"(1:15: found "routers" again, expected it once)"}});
 }
 
 TEST(DocumentReader, RefusesBadReceivedState) {

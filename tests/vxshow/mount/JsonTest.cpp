@@ -63,6 +63,60 @@ TEST(Json, RefusesWhatIsSomethingElseAtItsStart) {
     }
 }
 
+TEST(Json, HandsOutElementsOfAnyKind) {
+    auto const bytes = bytesOf(R"({"a":[{"b":true},{},{"b":false,"c":true}],"d":[]})");
+    JsonReader reader(bytes);
+    std::vector<std::string> seen;
+    reader.document([&](JsonText const & name, JsonValue value) {
+        seen.emplace_back(name.text());
+        value.elements("a list", [&](JsonValue element) {
+            seen.emplace_back("element");
+            element.members("an object", [&](JsonText const & inner, JsonValue flag) {
+                seen.emplace_back(inner.text());
+                seen.emplace_back(flag.boolean() ? "true" : "false");
+            });
+        });
+    });
+    EXPECT_EQ(seen, (std::vector<std::string>{"a", "element", "b", "true", "element", "element",
+                                              "b", "false", "c", "true", "d"}));
+}
+
+TEST(Json, RefusesAnElementThatStandsThereAgainAtItsStart) {
+    auto const bytes = bytesOf(R"({"a":[{"b":true},{"b":true}]})");
+    JsonReader reader(bytes);
+    try {
+        reader.document([](JsonText const &, JsonValue value) {
+            int elements = 0;
+            value.elements("a list", [&](JsonValue element) {
+                element.members("an object",
+                                [](JsonText const &, JsonValue flag) { flag.boolean(); });
+                if (++elements == 2) {
+                    element.refuseAgain();
+                }
+            });
+        });
+        FAIL();
+    } catch (Refusal const & refusal) {
+        EXPECT_EQ(refusal.at - bytes.text().data(), 17);
+        EXPECT_EQ(refusal.about, " again");
+    }
+}
+
+TEST(Json, RefusesWhatIsNoBoolean) {
+    for (std::string const value :
+         {"truE", "true1", "falsehood", "tru", "1", "0", "null", "\"true\"", "[]", "{}"}) {
+        auto const bytes = bytesOf("{\"a\":" + value + "}");
+        JsonReader reader(bytes);
+        try {
+            reader.document([](JsonText const &, JsonValue flag) { flag.boolean(); });
+            ADD_FAILURE() << value;
+        } catch (Refusal const & refusal) {
+            EXPECT_EQ(refusal.at - bytes.text().data(), 5);
+            EXPECT_EQ(refusal.expected, "true or false");
+        }
+    }
+}
+
 TEST(Json, RefusesWhatIsNoJson) {
     for (auto const * text : {"", "[]", "{", "{}}", "{} x", R"({"a":{})", R"({"a":{}}})",
                               R"({"a":{}}{})", R"({"a":{"b":[}}})", R"({"a":{"b":["\q"]}})",

@@ -60,6 +60,10 @@ std::string withAdvertised(std::string_view advertised) {
     return withMember("advertised", advertised);
 }
 
+std::string withRouters(std::string_view routers) {
+    return withMember("routers", routers);
+}
+
 std::string withTables(std::string_view tables) {
     return withReceived(R"({"switches":{"leaf1":{"10":)" + std::string(tables) + "}}}");
 }

@@ -40,6 +40,9 @@ std::string withReceived(std::string_view received);
 /// A whole document of which `advertised` is the one member that matters.
 std::string withAdvertised(std::string_view advertised);
 
+/// A whole document of which `routers` is the one member that matters.
+std::string withRouters(std::string_view routers);
+
 /// A whole document in which `tables` are those of VNI 10 of the switch leaf1.
 std::string withTables(std::string_view tables);
 

@@ -2,18 +2,36 @@
 """Hold the published JSON Schema and vxshow's own reader against the same documents.
 
 Either may be wrong, so neither is the measure of the other: each document says
-what is to become of it.
+what is to become of it. A few things no schema can say; what they are is listed
+here, and that nothing else is left to the reader alone is tested as well, with
+mutants of a good document about which the two must agree but for those.
 """
 
 import argparse
 import json
 import pathlib
 import random
+import re
 import subprocess
 import sys
 import tempfile
 
 import jsonschema
+
+from snapshot_mutants import EVERYTHING, mutants
+
+AGAIN = r" again, expected it once$"
+
+# What only the reader refuses, and how its error then ends.
+UNSAID = {
+    "a VTEP of a switch that is not described": r'expected an address that stands in "vteps"$',
+    "bits beyond the length of a prefix": r", with no bits set beyond the prefix length$",
+    "a name or value that stands there in two spellings": AGAIN,
+    "a name that stands there twice": AGAIN,
+    "a whole number with a fraction or an exponent":
+        r"found (-0|[0-9]+[.eE][0-9.eE]*), expected (1|a whole number from 0 to [0-9]+)$",
+    "an escape that stands for half a character": r"expected an escape that stands for a character$",
+}
 
 
 def document(**members):
@@ -26,6 +44,10 @@ def received_tables(tables):
 
 def advertised_tables(tables):
     return document(advertised={"vnis": {"10": tables}})
+
+
+def router_status(status):
+    return document(routers={"status": {"prod": status}})
 
 
 def written_documents(path):
@@ -41,6 +63,8 @@ def written_documents(path):
         "evpn": [lambda it: document(received={"evpn": {"EVPN": it}}),
                  lambda it: document(advertised={"evpn": {"EVPN": it}})],
         "tables": [received_tables, advertised_tables],
+        "routers": [lambda it: document(routers=it)],
+        "router": [router_status],
     }
     for case in json.loads(path.read_text()):
         (part,) = case.keys() & around.keys()
@@ -48,8 +72,8 @@ def written_documents(path):
             yield json.dumps(whole(case[part])), case["good"]
 
 
-def address_documents(rng):
-    """Yield (text, whether it is good) for IPv6 addresses in many shapes.
+def addresses(rng):
+    """Yield (text, whether it is an IP address) in many shapes of IPv6.
 
     Their grammar is the one part of the schema that nobody sees through.
     """
@@ -71,11 +95,37 @@ def address_documents(rng):
         yield text, False
 
 
-def all_documents(path):
-    yield from written_documents(path)
-    for address, good in address_documents(random.Random(1)):
+def address_documents(rng):
+    """Yield (text, whether it is good) for documents with such an address, bare or with a
+    prefix length."""
+    for address, good in addresses(rng):
         tables = {"arp": {address: {"mac": "02:00:00:00:00:01"}}}
         yield json.dumps(received_tables(tables)), good
+        length = rng.choice([0, 1, 9, 10, 31, 32, 33, 64, 99, 100, 119, 127, 128, 129, 130, 200])
+        ports = {f"{address}/{length}": {"vni": 1, "mac": "02:00:00:00:00:01"}}
+        fits = length <= (128 if ":" in address else 32)
+        yield json.dumps(router_status({"ports": ports})), good and fits
+
+
+def judged_documents(paths):
+    """Yield (text, whether it is good)."""
+    yield json.dumps(EVERYTHING), True
+    for path in paths:
+        yield from written_documents(path)
+    yield from address_documents(random.Random(1))
+
+
+def unsaid_documents(path):
+    """Yield (text, what is wrong with it) for what only the reader refuses.
+
+    These are texts, since most of it is lost when they are read as JSON.
+    """
+    by_kind = json.loads(path.read_text())
+    if by_kind.keys() != UNSAID.keys():
+        raise SystemExit(f"{path} is about other things than what no schema can say")
+    for kind, texts in by_kind.items():
+        for text in texts:
+            yield '{"format": "vxlan-controller-state", "version": 1, ' + text[1:], kind
 
 
 def read_all(reader, texts):
@@ -89,30 +139,76 @@ def read_all(reader, texts):
     return run.stdout.splitlines()
 
 
+class Judges:
+    """The two, and how often they were wrong."""
+
+    def __init__(self, schema, reader):
+        jsonschema.Draft202012Validator.check_schema(schema)
+        self.validator = jsonschema.Draft202012Validator(schema)
+        self.reader = reader
+        self.wrong = 0
+
+    def verdicts(self, texts):
+        """Yield (whether the schema accepts it, what the reader says) for each text."""
+        for text, answer in zip(texts, read_all(self.reader, texts), strict=True):
+            yield self.validator.is_valid(json.loads(text)), answer
+
+    def complain(self, text, what, by_schema, answer):
+        self.wrong += 1
+        print(text)
+        print(f"  is {what} but schema: {by_schema}, reader: {answer}")
+
+    def check_judged(self, documents):
+        """Both accept the good ones and refuse the bad ones."""
+        for (text, good), (by_schema, answer) in zip(
+            documents, self.verdicts([text for text, _ in documents])
+        ):
+            if by_schema != good or (answer == "accepted") != good:
+                self.complain(text, "good" if good else "bad", by_schema, answer)
+
+    def check_unsaid(self, documents):
+        """The schema accepts all of them, the reader none."""
+        for (text, kind), (by_schema, answer) in zip(
+            documents, self.verdicts([text for text, _ in documents])
+        ):
+            if not by_schema or not re.search(UNSAID[kind], answer):
+                self.complain(text, "bad: " + kind, by_schema, answer)
+
+    def check_mutants(self, texts):
+        """Both say the same, unless it is for a reason that no schema can say."""
+        counts = {"accepted": 0, "refused": 0, "refused by the reader alone": 0}
+        for text, (by_schema, answer) in zip(texts, self.verdicts(texts)):
+            by_reader = answer == "accepted"
+            if by_schema == by_reader:
+                counts["accepted" if by_schema else "refused"] += 1
+            elif by_schema and any(re.search(end, answer) for end in UNSAID.values()):
+                counts["refused by the reader alone"] += 1
+            else:
+                self.complain(text, "a mutant", by_schema, answer)
+        print("mutants:", counts)
+        return all(counts.values())
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--schema", type=pathlib.Path, required=True)
     parser.add_argument("--reader", required=True, help="the program that reads snapshots")
-    parser.add_argument("--documents", type=pathlib.Path, required=True)
+    parser.add_argument("--documents", type=pathlib.Path, nargs="+", required=True)
+    parser.add_argument("--unsaid", type=pathlib.Path, required=True)
+    parser.add_argument("--example", type=pathlib.Path, required=True, help="a good snapshot")
     wanted = parser.parse_args()
 
-    schema = json.loads(wanted.schema.read_text())
-    jsonschema.Draft202012Validator.check_schema(schema)
-    validator = jsonschema.Draft202012Validator(schema)
+    judges = Judges(json.loads(wanted.schema.read_text()), wanted.reader)
+    documents = [(wanted.example.read_text(), True), *judged_documents(wanted.documents)]
+    judges.check_judged(documents)
+    unsaid = list(unsaid_documents(wanted.unsaid))
+    judges.check_unsaid(unsaid)
+    all_kinds_met = judges.check_mutants(list(mutants(random.Random(1), 3000)))
 
-    documents = list(all_documents(wanted.documents))
-    answers = read_all(wanted.reader, [text for text, _ in documents])
-    wrong = 0
-    for (text, good), answer in zip(documents, answers, strict=True):
-        by_schema = validator.is_valid(json.loads(text))
-        by_reader = answer == "accepted"
-        if by_schema != good or by_reader != good:
-            wrong += 1
-            print(text)
-            print(f"  is {'good' if good else 'bad'} but schema: {by_schema}, reader: {answer}")
     goods = sum(good for _, good in documents)
-    print(f"{goods} good and {len(documents) - goods} bad documents, {wrong} of them misjudged")
-    return 1 if wrong or not goods or goods == len(documents) else 0
+    print(f"{goods} good, {len(documents) - goods} bad documents and {len(unsaid)} that only the "
+          f"reader refuses; {judges.wrong} misjudged")
+    return 1 if judges.wrong or not all_kinds_met or not 0 < goods < len(documents) else 0
 
 
 if __name__ == "__main__":

@@ -1,0 +1,99 @@
+"""What `vxshow router map` lists: which switches carry which router, through which VTEP.
+
+What is collected is {router: {switch identifier: VTEP}}.
+"""
+
+import router
+from forms import ip_string, read_ip, read_mac
+
+PATH_PREFIX = "vxlancontroller/version2/logicalRouter/"
+KIND = "Vxlan"
+
+ROW = b"%-46.46b %-15.15b %-17.17b\n"
+
+
+def selected(routers, switch_filter, vtep_filter):
+    """The identifiers of the switches that the filters want and that are known."""
+    known = routers.get("switches", {})
+    if switch_filter:
+        # The VTEP filter does not count then.
+        wanted = [switch_filter]
+    elif vtep_filter:
+        vteps = {read_ip(ip): vtep for ip, vtep in routers.get("vteps", {}).items()}
+        wanted = [
+            switch_id
+            for filter_ip in vtep_filter
+            for switch_id in vteps.get((4, filter_ip), {}).get("switches", [])
+        ]
+    else:
+        wanted = known
+    return known.keys() & set(wanted)
+
+
+def switch_map(routers, switch_filter, vtep_filter):
+    """{switch identifier: VTEP}, without the switches of which no VTEP is active."""
+    active = {read_ip(ip) for ip, vtep in routers.get("vteps", {}).items() if vtep["active"]}
+    result = {}
+    for switch_id in selected(routers, switch_filter, vtep_filter):
+        vteps = map(read_ip, routers["switches"][switch_id].get("vteps", []))
+        # The first in no order that means anything, if several are active.
+        vtep = next((ip for ip in vteps if ip in active), None)
+        if vtep is not None:
+            result[switch_id] = vtep
+    return result
+
+
+def system_of(switch_id):
+    """What a switch publishes is found by its Ethernet address, however that is written."""
+    try:
+        return read_mac(switch_id)
+    except ValueError:
+        return None
+
+
+def router_names(published):
+    """Yield the names of the routers among what one switch publishes."""
+    for path, kind in published.items():
+        if kind == KIND and path.startswith(PATH_PREFIX):
+            yield path[len(PATH_PREFIX) :]
+
+
+def switches_by_router(routers, router_filter, switch_filter="", vtep_filter=()):
+    systems = {read_mac(text): paths for text, paths in routers.get("published", {}).items()}
+    result = {}
+    for switch_id, vtep in switch_map(routers, switch_filter, vtep_filter).items():
+        for name in router_names(systems.get(system_of(switch_id), {})):
+            if router.wanted_name(router_filter, name):
+                result.setdefault(name, {})[switch_id] = vtep
+    return result
+
+
+def collect(state, wanted):
+    routers = state.get("routers", {})
+    return switches_by_router(routers, wanted.router, wanted.switch, wanted.vtep)
+
+
+def text(by_router, _dotted):
+    lines = []
+    for name, switches in sorted(by_router.items()):
+        columns = [(ip_string(vtep), switch_id) for switch_id, vtep in sorted(switches.items())]
+        lines.extend(router.named_rows(ROW, name, columns))
+    header = router.header(ROW, "Name", "VTEP", "Switch")
+    return header + b"".join(lines) + router.total(len(lines))
+
+
+# No revision differs from another.
+
+
+def content(by_router, _dotted, _revision):
+    return {
+        "logicalRouterMap": {
+            name: {
+                "switches": [
+                    {"switchId": switch_id, "vtepIp": ip_string(vtep)}
+                    for switch_id, vtep in sorted(switches.items())
+                ]
+            }
+            for name, switches in sorted(by_router.items())
+        }
+    }

@@ -1,0 +1,32 @@
+#include "vxshow/command/AddCommand.h"
+#include "vxshow/command/Commands.h"
+#include "vxshow/command/Filters.h"
+
+namespace vxshow {
+
+namespace {
+
+namespace Cli = VxlanController::Cli;
+
+struct RouterDetail {
+    RouterFilter router;
+    Vex::Ptr<Cli::VcsLR> command;
+
+    void addFilters(CLI::App & options) { router.addTo(options); }
+
+    void render(Mount const & mount, int fd, Output const & output) {
+        auto const & state = mount.routers;
+        command = Cli::vcsLRFactory(state.publishStatus, state.switchInfoDir, state.lRStatusDir,
+                                    output.vniDotted, router.name);
+        renderOn(fd, output, *command);
+    }
+};
+
+} // namespace
+
+void addRouterDetail(CLI::App & router, CommandLine & chosen) {
+    addCommand<RouterDetail>(router, "detail", "The IP ports and uplink ports of logical routers",
+                             chosen);
+}
+
+} // namespace vxshow

@@ -1,0 +1,43 @@
+#include "vxshow/command/AddCommand.h"
+#include "vxshow/command/Commands.h"
+#include "vxshow/command/Filters.h"
+
+namespace vxshow {
+
+namespace {
+
+namespace Cli = VxlanController::Cli;
+
+struct RouterMap {
+    RouterFilter router;
+    std::string switchId;
+    Vex::Ptr<Cli::VtepList> vteps = Cli::vtepListFactory();
+    Vex::Ptr<Cli::VcsLRMap> command;
+
+    void addFilters(CLI::App & options) {
+        router.addTo(options);
+        options
+            .add_option("--switch", switchId,
+                        "Only the switch with this identifier, typed exactly as it is "
+                        "published: the same address in another form is another identifier")
+            ->type_name("ID");
+        addVtepFilter(options, *vteps,
+                      "Only the switches of these VTEPs, IPv4; ignored when --switch is given");
+    }
+
+    void render(Mount const & mount, int fd, Output const & output) {
+        auto const & state = mount.routers;
+        command = Cli::vcsLRMapFactory(state.publishStatus, state.switchInfoDir, router.name,
+                                       switchId, vteps);
+        renderOn(fd, output, *command);
+    }
+};
+
+} // namespace
+
+void addRouterMap(CLI::App & router, CommandLine & chosen) {
+    addCommand<RouterMap>(router, "map",
+                          "Which switches carry which logical router, and by which VTEP", chosen);
+}
+
+} // namespace vxshow
