@@ -2,6 +2,7 @@
 
 #include "modelc/emit/Layout.h"
 #include "modelc/emit/Spelling.h"
+#include "modelc/emit/StringForms.h"
 
 namespace modelc {
 
@@ -78,6 +79,7 @@ Frame valueFrame(Type const & type) {
     if (!type.constructor.empty()) {
         frame.published.push_back(constructor(type));
     }
+    frame.published.push_back(stringConstructor(type));
     frame.published.push_back(equality(type));
     if (holdsCollection(type)) {
         frame.published.push_back({.promise = "Whether it equals the default value.",

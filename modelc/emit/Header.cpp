@@ -3,6 +3,7 @@
 #include "modelc/emit/Class.h"
 #include "modelc/emit/Layout.h"
 #include "modelc/emit/Spelling.h"
+#include "modelc/emit/StringForms.h"
 
 #include <algorithm>
 #include <set>
@@ -31,6 +32,9 @@ std::string includes(Model const & model) {
     if (anyEntity(model)) {
         headers.insert({"Vex/AllocTrack.h", "Vex/Entity.h", "Vex/Ptr.h"});
     }
+    if (hasStringForms(model)) {
+        headers.insert("Vex/String.h");
+    }
     bool const collections =
         anyAttribute(model, [](Attribute const & a) { return isCollection(a.kind); });
     if (collections) {
@@ -45,7 +49,7 @@ std::string includes(Model const & model) {
     for (auto const & header : headers) {
         text += "#include \"" + header + "\"\n";
     }
-    return text + "\n#include <cstddef>\n";
+    return text + "\n#include <cstddef>\n" + (hasStringForms(model) ? "#include <iosfwd>\n" : "");
 }
 
 /// What is long stands on a line of its own, if that is enough.
@@ -211,6 +215,7 @@ std::string headerText(Model const & model, std::string const & source) {
     }
     for (auto const * type : model.definitions) {
         text.append("\n").append(classDefinition(*type));
+        text += type->entity ? "" : stringFormDeclarations(*type);
     }
     for (auto const & type : model.types) {
         if (type.factory) {

@@ -52,13 +52,20 @@ std::string conjunction(std::string const & margin, std::string const & text) {
     return broken + "\n";
 }
 
-/// A list of arguments, cut at the commas that stand in no parentheses.
+/// A list of arguments, cut at the commas that stand in no parentheses and in no literal.
 std::vector<std::string> arguments(std::string const & list) {
     std::vector<std::string> cut{""};
     int depth = 0;
+    bool literal = false;
     for (std::size_t i = 0; i < list.size(); ++i) {
-        depth += list[i] == '(' ? 1 : list[i] == ')' ? -1 : 0;
-        if (depth == 0 && list.compare(i, 2, ", ") == 0) {
+        if (literal && list[i] == '\\') {
+            cut.back() += list[i++];
+        } else if (list[i] == '"') {
+            literal = !literal;
+        } else if (!literal) {
+            depth += list[i] == '(' ? 1 : list[i] == ')' ? -1 : 0;
+        }
+        if (!literal && depth == 0 && list.compare(i, 2, ", ") == 0) {
             cut.emplace_back();
             ++i;
         } else {

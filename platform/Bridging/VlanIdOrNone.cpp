@@ -15,7 +15,7 @@ VlanIdOrNone VlanIdOrNone::fromString(std::string_view text) {
     if (auto const vlan = tryFromString(text)) {
         return *vlan;
     }
-    throw Vex::ParseError(text, "a VLAN number from 0 to 65535, 0 for none");
+    Vex::refuseNumber(text, "a VLAN number from 0 to 65535, 0 for none");
 }
 
 std::optional<VlanIdOrNone> VlanIdOrNone::tryFromString(std::string_view text) noexcept {

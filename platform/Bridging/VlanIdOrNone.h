@@ -27,7 +27,7 @@ public:
     constexpr explicit VlanIdOrNone(Vex::U16 value) noexcept : value_(value) {}
 
     /// Reads a decimal number from 0 to 65535; no sign, no blanks, no leading zeros.
-    /// Raises `Vex::ParseError` for anything else.
+    /// Raises `Vex::RangeError` for a greater number, `Vex::ParseError` for anything else.
     static VlanIdOrNone fromString(std::string_view text);
 
     /// As `fromString`, but nothing in place of the error.

@@ -13,7 +13,7 @@ Seqno32 Seqno32::fromString(std::string_view text) {
     if (auto const number = tryFromString(text)) {
         return *number;
     }
-    throw Vex::ParseError(text, "a number from 0 to 4294967295");
+    Vex::refuseNumber(text, "a number from 0 to 4294967295");
 }
 
 std::optional<Seqno32> Seqno32::tryFromString(std::string_view text) noexcept {

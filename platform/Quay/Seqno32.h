@@ -25,7 +25,7 @@ public:
     constexpr explicit Seqno32(Vex::U32 value) noexcept : value_(value) {}
 
     /// Reads a decimal number from 0 to 4294967295; no sign, no blanks, no leading zeros.
-    /// Raises `Vex::ParseError` for anything else.
+    /// Raises `Vex::RangeError` for a greater number, `Vex::ParseError` for anything else.
     static Seqno32 fromString(std::string_view text);
 
     /// As `fromString`, but nothing in place of the error.

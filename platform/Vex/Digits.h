@@ -12,6 +12,14 @@
 /// follow the locale; an address or identifier has exactly one decimal spelling here.
 namespace Vex {
 
+/// Whether the text is a decimal number of any size, spelled as `readDecimal` accepts it.
+constexpr bool isDecimal(std::string_view text) noexcept {
+    if (text.empty() || (text.size() > 1 && text[0] == '0')) {
+        return false;
+    }
+    return text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 /// Reads a whole text as a decimal number from 0 to `max`: digits only, with no leading
 /// zero but in "0" itself. Anything else is nothing.
 constexpr std::optional<U32> readDecimal(std::string_view text, U32 max) noexcept {

@@ -9,10 +9,26 @@ namespace {
 
 constexpr std::size_t longestQuote = 60;
 
+String message(std::string_view text, std::string_view expected) {
+    String result = quoted(text);
+    result.append(": expected ").append(expected);
+    return result;
+}
+
 } // namespace
 
+RangeError::RangeError(std::string_view text, std::string_view expected)
+    : Error(message(text, expected)) {}
+
 ParseError::ParseError(std::string_view text, std::string_view expected)
-    : Error(quoted(text).append(": expected ").append(expected)) {}
+    : Error(message(text, expected)) {}
+
+void refuseNumber(std::string_view text, std::string_view expected) {
+    if (isDecimal(text)) {
+        throw RangeError(text, expected);
+    }
+    throw ParseError(text, expected);
+}
 
 String printable(std::string_view text) {
     String result;

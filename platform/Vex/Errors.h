@@ -20,6 +20,9 @@ public:
 class RangeError : public Error {
 public:
     using Error::Error;
+
+    /// Reads as the `ParseError` of the same arguments.
+    RangeError(std::string_view text, std::string_view expected);
 };
 
 /// A text that is not the text form of the type that was to be read from it.
@@ -31,6 +34,10 @@ public:
     /// quoted; `expected` is the author's own words and is not.
     ParseError(std::string_view text, std::string_view expected);
 };
+
+/// Refuses `text` where a number `expected` is: with a `RangeError` when it is a decimal
+/// number without leading zeros, which then can only be too great, else with a `ParseError`.
+[[noreturn]] void refuseNumber(std::string_view text, std::string_view expected);
 
 /// `text` as it may stand on a terminal or in a log: with every byte outside printable
 /// ASCII written \xNN. Texts come from files and networks, so they may hold a terminal's

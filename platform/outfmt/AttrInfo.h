@@ -1,6 +1,6 @@
 #pragma once
 
-#include "outfmt/Assert.h"
+#include "Vex/Assert.h"
 #include "outfmt/AttrArg.h"
 #include "outfmt/Renderer.h"
 #include "outfmt/TextValue.h"
@@ -33,8 +33,8 @@ public:
     /// The argument for addAttributesJson(), which refers to this info and is valid until
     /// the next setValue(). Asserts that a value was set and that the mode is 1 or 2.
     AttrArg getArg() const {
-        assertThat(hasValue_, "hasValue");
-        assertThat(modeIsKnown(), "mode == 1 || mode == 2");
+        Vex::assertThat(hasValue_, "hasValue");
+        Vex::assertThat(modeIsKnown(), "mode == 1 || mode == 2");
         return arg_;
     }
 
@@ -76,7 +76,7 @@ public:
 
     /// Asserts that the mode is 1 or 2, on which the form of the value depends.
     void setValue(bool value) {
-        assertThat(modeIsKnown(), "mode == 1 || mode == 2");
+        Vex::assertThat(modeIsKnown(), "mode == 1 || mode == 2");
         if (arg_.mode == textMode) {
             arg_.text = value ? "True" : "False";
         } else {

@@ -57,6 +57,7 @@ TEST(Header, DeclaresAValueAndAnEntity) {
 #include "sea/Key.h"
 
 #include <cstddef>
+#include <iosfwd>
 
 namespace N::M {
 
@@ -78,6 +79,9 @@ public:
 
     /// Made from the attributes given, the others at their defaults.
     explicit Point(Sea::Key const & key);
+
+    /// Ends the process: what holds a collection is not read from text.
+    Point(Vex::String::IteratorConst &, Vex::String::IteratorConst const &);
 
     /// Attribute by attribute, up to the first difference.
     bool operator==(Point const & other) const;
@@ -119,6 +123,12 @@ private:
     Sea::Key key_;
     SeenCollection seen_;
 };
+
+/// The string form of the value, with None for a collection.
+[[gnu::visibility("default")]] Vex::String valueToStrep(Point const & value);
+
+/// Writes the string form.
+[[gnu::visibility("default")]] std::ostream & operator<<(std::ostream & out, Point const & value);
 
 /// An entity.
 class [[gnu::visibility("default")]] Track : public Vex::PtrInterface {
@@ -213,11 +223,17 @@ TEST(Header, DefinesATypeBehindThoseThatItNeeds) {
 }
 
 TEST(Header, IncludesWhatItsTypesNeedAndNoMore) {
-    auto const header = compiled("namespace N\nvalue V() { }\nregistration { V }\n").header;
-    EXPECT_NE(header.find("#pragma once\n\n#include \"Vex/Type.h\"\n#include \"Vex/Types.h\"\n\n"
-                          "#include <cstddef>\n"),
+    auto const value = compiled("namespace N\nvalue V() { }\nregistration { V }\n").header;
+    EXPECT_NE(value.find("#pragma once\n\n#include \"Vex/String.h\"\n#include \"Vex/Type.h\"\n"
+                         "#include \"Vex/Types.h\"\n\n#include <cstddef>\n#include <iosfwd>\n\n"),
               std::string::npos)
-        << header;
+        << value;
+    auto const entity = compiled("namespace N\nentity E() { }\nregistration { E }\n").header;
+    EXPECT_NE(entity.find("#pragma once\n\n#include \"Vex/AllocTrack.h\"\n#include "
+                          "\"Vex/Entity.h\"\n#include \"Vex/Ptr.h\"\n#include \"Vex/Type.h\"\n"
+                          "#include \"Vex/Types.h\"\n\n#include <cstddef>\n\n"),
+              std::string::npos)
+        << entity;
 }
 
 } // namespace modelc

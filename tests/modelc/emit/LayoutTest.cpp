@@ -50,6 +50,14 @@ TEST(Layout, ALongCallIsBrokenBetweenItsArguments) {
               "        call(x(1, 2), " + a + ",\n             " + a + ");\n");
 }
 
+TEST(Layout, ACallIsNotBrokenWithinALiteral) {
+    std::string const a = letters('a', 70);
+    EXPECT_EQ(statement(4, "call(" + a + ", \", (\\\", b\", c, d);"),
+              "    call(" + a + ", \", (\\\", b\", c, d);\n");
+    EXPECT_EQ(statement(4, "call(" + a + ", " + a + ", \", (\\\", b\");"),
+              "    call(" + a + ",\n         " + a + ", \", (\\\", b\");\n");
+}
+
 TEST(Layout, ACommentHasNoBlankBehindAnEmptyLine) {
     EXPECT_EQ(docComment(4, {"One.", "", "Two."}), "    /// One.\n    ///\n    /// Two.\n");
     EXPECT_EQ(docComment(4, {}), "");

@@ -46,9 +46,12 @@ TEST(Source, DefinesAValueAndAnEntity) {
 
 #include "Folder/Small.h"
 
+#include "Vex/Assert.h"
+#include "Vex/Strep.h"
 #include "Vex/String.h"
 
 #include <ios>
+#include <ostream>
 #include <string_view>
 #include <typeinfo>
 #include <utility>
@@ -127,6 +130,23 @@ bool Point::seenDel(SeenIterator & position) & {
 
 void Point::seenDelAll() & {
     seen_.clear();
+}
+
+Point::Point(Vex::String::IteratorConst &, Vex::String::IteratorConst const &) {
+    Vex::assertThat(false, "!\"No String constructor for Point - has collection\"");
+}
+
+Vex::String valueToStrep(Point const & value) {
+    using Vex::valueToStrep;
+    Vex::String strep("Value('N::M::Point', ** {");
+    strep += "'key': " + valueToStrep(value.key());
+    strep += ", 'seen': None";
+    strep += "})";
+    return strep;
+}
+
+std::ostream & operator<<(std::ostream & out, Point const & value) {
+    return out << valueToStrep(value);
 }
 
 constinit Vex::Type const Track::_vexType{

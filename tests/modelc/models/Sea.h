@@ -1,12 +1,15 @@
 #pragma once
 
+#include "Vex/Digits.h"
 #include "Vex/Entity.h"
+#include "Vex/Errors.h"
 #include "Vex/Name.h"
 #include "Vex/String.h"
 #include "Vex/Types.h"
 
 #include <compare>
 #include <string>
+#include <string_view>
 #include <utility>
 
 /// Types that the test model imports: one of each kind that a model can import.
@@ -20,6 +23,16 @@ public:
     explicit Depth(Vex::U32 metres) : metres_(metres) {}
 
     Vex::U32 metres() const { return metres_; }
+
+    /// Reads "7m". Raises `Vex::RangeError` above 1000m, `Vex::ParseError` for anything else.
+    static Depth fromString(std::string_view text) {
+        std::string_view const number = text.substr(0, text.empty() ? 0 : text.size() - 1);
+        auto const metres = Vex::readDecimal(number, 1000);
+        if (!text.ends_with('m') || !metres) {
+            Vex::refuseNumber(text.ends_with('m') ? number : text, "0m to 1000m");
+        }
+        return Depth(*metres);
+    }
 
     Vex::String stringValue() const { return std::to_string(metres_) + "m"; }
 

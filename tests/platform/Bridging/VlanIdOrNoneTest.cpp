@@ -26,17 +26,20 @@ TEST(VlanIdOrNone, ReadsAndWritesEveryNumber) {
 }
 
 TEST(VlanIdOrNone, RefusesEverythingElse) {
-    valuechecks::expectRefused<VlanIdOrNone>({"", " ", "65536", "65546", "4294967296", "-1", "-0",
-                                              "+1", "00", "01", " 1", "1 ", "1\n", "0x1", "1.0",
-                                              "none", "1-2", "10\0"sv});
+    valuechecks::expectRefused<VlanIdOrNone>({"", " ", "065536", "-1", "-0", "+1", "00", "01", " 1",
+                                              "1 ", "1\n", "0x1", "1.0", "none", "1-2", "10\0"sv});
+}
+
+TEST(VlanIdOrNone, RefusesGreaterNumbersAsOutOfRange) {
+    valuechecks::expectRefused<VlanIdOrNone, Vex::RangeError>({"65536", "65546", "4294967296"});
 }
 
 TEST(VlanIdOrNone, SaysWhatIsAccepted) {
     try {
-        VlanIdOrNone::fromString("65536");
+        VlanIdOrNone::fromString("x");
         FAIL();
     } catch (Vex::ParseError const & error) {
-        EXPECT_STREQ(error.what(), "'65536': expected a VLAN number from 0 to 65535, 0 for none");
+        EXPECT_STREQ(error.what(), "'x': expected a VLAN number from 0 to 65535, 0 for none");
     }
 }
 

@@ -36,14 +36,14 @@ void expectText(Value const & value, std::string_view text) {
 }
 
 /// Each text is refused, by both readers, with a message that begins with the text.
-template <class Value>
+template <class Value, class Error = Vex::ParseError>
 void expectRefused(std::vector<std::string_view> const & texts) {
     for (auto const text : texts) {
         EXPECT_FALSE(Value::tryFromString(text).has_value()) << Vex::quoted(text);
         try {
             Value::fromString(text);
             ADD_FAILURE() << "accepted: " << Vex::quoted(text);
-        } catch (Vex::ParseError const & error) {
+        } catch (Error const & error) {
             auto const start = Vex::quoted(text) + ": expected ";
             EXPECT_EQ(std::string_view(error.what()).substr(0, start.size()), start);
         }

@@ -27,9 +27,13 @@ TEST(Seqno32, ReadsAndWritesDecimal) {
 }
 
 TEST(Seqno32, RefusesEverythingElse) {
-    valuechecks::expectRefused<Seqno32>({"", " ", "4294967296", "4294967305", "42949672950",
-                                         "18446744073709551617", "-1", "-0", "+1", "00", "01", " 1",
+    valuechecks::expectRefused<Seqno32>({"", " ", "04294967296", "-1", "-0", "+1", "00", "01", " 1",
                                          "1 ", "1\n", "0x1", "1.0", "1e3", "x", "1\0"sv});
+}
+
+TEST(Seqno32, RefusesGreaterNumbersAsOutOfRange) {
+    valuechecks::expectRefused<Seqno32, Vex::RangeError>(
+        {"4294967296", "4294967305", "42949672950", "18446744073709551617"});
 }
 
 TEST(Seqno32, SaysWhatIsAccepted) {

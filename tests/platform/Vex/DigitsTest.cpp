@@ -5,6 +5,7 @@
 #include <string>
 
 using Vex::hexValue;
+using Vex::isDecimal;
 using Vex::noHexDigit;
 using Vex::readDecimal;
 using Vex::U32;
@@ -37,6 +38,18 @@ TEST(ReadDecimal, RefusesEveryOtherSpelling) {
         EXPECT_FALSE(readDecimal(text, most)) << text;
     }
     EXPECT_FALSE(readDecimal(std::string_view("1\0", 2), most));
+}
+
+TEST(IsDecimal, KnowsNumbersOfAnySize) {
+    for (auto const * text : {"0", "7", "10", "4294967296", "99999999999999999999999999"}) {
+        EXPECT_TRUE(isDecimal(text)) << text;
+    }
+}
+
+TEST(IsDecimal, RefusesEveryOtherSpelling) {
+    for (auto const * text : {"", "00", "01", "+1", "-1", " 1", "1 ", "0x1", "1.0", "a"}) {
+        EXPECT_FALSE(isDecimal(text)) << text;
+    }
 }
 
 TEST(HexValue, KnowsTheTwentyTwoDigitsAndNoOtherByte) {

@@ -49,6 +49,17 @@ TEST(ParseError, NamesTheTextAndWhatIsAccepted) {
     EXPECT_STREQ(Vex::ParseError("as it stands").what(), "as it stands");
 }
 
+TEST(RangeError, NamesTheTextAndWhatIsAccepted) {
+    EXPECT_STREQ(Vex::RangeError("9", "at most 8").what(), "'9': expected at most 8");
+}
+
+TEST(RefuseNumber, TellsANumberTooGreatFromNoNumber) {
+    EXPECT_THROW(Vex::refuseNumber("9", "at most 8"), Vex::RangeError);
+    for (auto const * text : {"", "-1", "09", "9x"}) {
+        EXPECT_THROW(Vex::refuseNumber(text, "at most 8"), Vex::ParseError) << text;
+    }
+}
+
 TEST(Errors, AreCaughtAsTheirBases) {
     EXPECT_THROW(throw Vex::ParseError("a", "b"), Vex::Error);
     EXPECT_THROW(throw Vex::RangeError("a"), Vex::Error);

@@ -2,10 +2,10 @@
 
 /// An assertion that holds in every build.
 ///
-/// For errors of the program that must not reach the output, such as an attribute
-/// printed before it has a value: nothing sensible can be caught there, and a release
+/// For errors of the program, such as an attribute printed before it has a value, or text
+/// read as a type that has no reader: nothing sensible can be caught there, and a release
 /// build that went on would print rubbish that looks like state.
-namespace [[gnu::visibility("default")]] outfmt {
+namespace [[gnu::visibility("default")]] Vex {
 
 /// Writes "FILE:LINE: FUNCTION: assertion 'EXPRESSION' failed" to standard error and
 /// aborts. FILE is shown by its base name.
@@ -22,4 +22,4 @@ inline void assertThat(bool holds, char const * expression, char const * file = 
     }
 }
 
-} // namespace outfmt
+} // namespace Vex

@@ -1,8 +1,8 @@
-#include "outfmt/Assert.h"
+#include "Vex/Assert.h"
 
 #include <gtest/gtest.h>
 
-namespace outfmt {
+namespace Vex {
 namespace {
 
 void mustNotBeOdd(int number) {
@@ -19,4 +19,4 @@ TEST(AssertDeathTest, NamesExpressionAndPlaceAndAborts) {
 }
 
 } // namespace
-} // namespace outfmt
+} // namespace Vex

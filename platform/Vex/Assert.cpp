@@ -1,10 +1,10 @@
-#include "outfmt/Assert.h"
+#include "Vex/Assert.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-namespace outfmt {
+namespace Vex {
 
 void assertionFailed(char const * expression, char const * file, int line,
                      char const * function) noexcept {
@@ -15,4 +15,4 @@ void assertionFailed(char const * expression, char const * file, int line,
     std::abort();
 }
 
-} // namespace outfmt
+} // namespace Vex
