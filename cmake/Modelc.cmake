@@ -13,11 +13,11 @@ function(vxlan_model target model_file output_dir)
     cmake_path(GET model STEM name)
     set(stem "${output_dir}/${prefix}/${name}")
     add_custom_command(
-        OUTPUT "${stem}.h" "${stem}.cpp"
+        OUTPUT "${stem}.h" "${stem}.cpp" "${stem}Reflection.cpp"
         COMMAND modelc --include-prefix "${prefix}" "${model}" "${output_dir}/${prefix}"
         DEPENDS modelc "${model}"
         COMMENT "Compiling the model ${prefix}/${name}"
         VERBATIM)
-    target_sources(${target} PRIVATE "${stem}.cpp" "${stem}.h")
+    target_sources(${target} PRIVATE "${stem}.cpp" "${stem}Reflection.cpp" "${stem}.h")
     target_include_directories(${target} PUBLIC "${output_dir}")
 endfunction()

@@ -2,6 +2,7 @@
 
 #include "modelc/check/Checker.h"
 #include "modelc/emit/Header.h"
+#include "modelc/emit/Reflection.h"
 #include "modelc/emit/Source.h"
 #include "modelc/syntax/Parser.h"
 
@@ -14,12 +15,13 @@ Compiled compile(std::string const & text, Naming const & naming) {
         if (problems.none()) {
             return {.header = headerText(model, naming.source),
                     .source = sourceText(model, naming.source, naming.header),
+                    .reflection = reflectionText(model, naming.source, naming.header),
                     .report = ""};
         }
     } catch (SyntaxError const & error) {
         problems.add(error.problem.at, error.problem.text);
     }
-    return {.header = "", .source = "", .report = problems.report(naming.file)};
+    return {.header = "", .source = "", .reflection = "", .report = problems.report(naming.file)};
 }
 
 } // namespace modelc

@@ -11,10 +11,11 @@ struct Naming {
     std::string header; ///< "VxlanController/VxlanControllerCliModel.h" for example
 };
 
-/// What compiling a model yields: two texts, or the report of what is wrong with it.
+/// What compiling a model yields: three texts, or the report of what is wrong with it.
 struct Compiled {
     std::string header;
     std::string source;
+    std::string reflection;
     std::string report; ///< one line for each error; empty when there is none
 };
 

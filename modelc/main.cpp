@@ -17,8 +17,9 @@ constexpr int wronglyCalled = 2;
 
 constexpr char const * usage =
     "usage: modelc [--include-prefix FOLDER] MODEL OUTPUT-DIRECTORY\n"
-    "Compiles a model file to OUTPUT-DIRECTORY/NAME.h and NAME.cpp, NAME being that of the\n"
-    "model file without its extension. The source includes the header as FOLDER/NAME.h.\n";
+    "Compiles a model file to OUTPUT-DIRECTORY/NAME.h, NAME.cpp and NAMEReflection.cpp, NAME\n"
+    "being that of the model file without its extension. The sources include the header as\n"
+    "FOLDER/NAME.h.\n";
 
 struct CommandLine {
     std::string includePrefix;
@@ -68,8 +69,9 @@ int run(CommandLine const & line) {
         std::fputs(compiled.report.c_str(), stderr);
         return failed;
     }
-    modelc::writeFiles(
-        {{folder / (name + ".h"), compiled.header}, {folder / (name + ".cpp"), compiled.source}});
+    modelc::writeFiles({{folder / (name + ".h"), compiled.header},
+                        {folder / (name + ".cpp"), compiled.source},
+                        {folder / (name + "Reflection.cpp"), compiled.reflection}});
     return done;
 }
 

@@ -88,6 +88,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     addRouterMap(*router, chosen);
     addRouterDetail(*router, chosen);
     addRouterRoutes(*router, chosen);
+    addModel(app, chosen);
 
     if (auto line = missingValue(app, argc, argv)) {
         return UsageError{*std::move(line)};
@@ -101,7 +102,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     } catch (CLI::ParseError const & error) {
         return UsageError{refusal(app, error)};
     }
-    if (chosen.statePath.empty()) {
+    if (chosen.readsState && chosen.statePath.empty()) {
         return UsageError{"no state to show: give --state FILE, or set VXSHOW_STATE"};
     }
     return chosen;

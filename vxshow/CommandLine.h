@@ -16,7 +16,8 @@ struct CommandLine {
     Output output;
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 
-    std::string command; ///< its words, "mac received"
+    std::string command;    ///< its words, "mac received"
+    bool readsState = true; ///< whether the state is mounted for it
 
     /// Builds the library's command from the state and the typed filters, and renders it
     /// on `fd`. Raises what the library raises.

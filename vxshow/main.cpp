@@ -40,7 +40,7 @@ Mount mountState(CommandLine const & line) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));
         Trace::enableAllUpTo(*line.traceLevel);
     }
-    Mount const mount = mountState(line);
+    Mount const mount = line.readsState ? mountState(line) : Mount();
     interruptEndsTheListing();
     try {
         line.render(mount, STDOUT_FILENO, line.output);

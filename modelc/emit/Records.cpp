@@ -135,6 +135,7 @@ std::string recordDefinition(Model const & model, Type const & type) {
         ".attributes = " + attributes,
         ".constructorArguments = " + arguments,
         docField(docLiterals(type.doc)),
+        ".operations = &implOf" + type.name,
     };
     return "constinit Vex::Type const " + type.name + "::_vexType{\n    " +
            joined(fields, ",\n    ") + ",\n};\n";

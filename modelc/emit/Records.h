@@ -10,7 +10,8 @@ namespace modelc {
 /// for all types, at the place where the source keeps what it does not show.
 std::string attributeTables(Model const & model);
 
-/// The definition of the type's reflection record.
+/// The definition of the type's reflection record, which names its tables and, as
+/// `implOfTYPE`, the operations on its objects.
 std::string recordDefinition(Model const & model, Type const & type);
 
 } // namespace modelc

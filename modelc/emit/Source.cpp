@@ -2,7 +2,6 @@
 
 #include "modelc/emit/Class.h"
 #include "modelc/emit/Layout.h"
-#include "modelc/emit/Records.h"
 #include "modelc/emit/Spelling.h"
 #include "modelc/emit/StringForms.h"
 #include "modelc/source/Quoted.h"
@@ -62,8 +61,7 @@ std::string trackerDefinition(Model const & model, Type const & type) {
 }
 
 std::string typeDefinitions(Model const & model, Type const & type) {
-    std::string text = "\n";
-    text += recordDefinition(model, type);
+    std::string text;
     if (type.entity) {
         text.append("\n").append(trackerDefinition(model, type));
     }
@@ -148,7 +146,7 @@ template <class T, class Key, class Value>
 }
 )";
     }
-    return text;
+    return text.empty() ? "" : "\nnamespace {\n" + text + "\n} // namespace\n";
 }
 
 std::string loading(Model const & model) {
@@ -183,8 +181,8 @@ std::string sourceText(Model const & model, std::string const & source,
     text += includes(model) + "\n#include <ios>\n";
     text += hasStringForms(model) ? "#include <ostream>\n" : "";
     text += "#include <string_view>\n#include <typeinfo>\n#include <utility>\n\nnamespace " +
-            model.space + " {\n\nnamespace {\n";
-    text += helpers(model) + attributeTables(model) + "\n} // namespace\n";
+            model.space + " {\n";
+    text += helpers(model);
     for (auto const * type : model.definitions) {
         text += typeDefinitions(model, *type);
         text += type->entity ? "" : stringFormDefinitions(model, *type);

@@ -6,6 +6,7 @@
 
 #include <concepts>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,6 +49,16 @@ requires StrepText<T> || std::unsigned_integral<T> || HasStringValue<T>
         return String(std::string_view(value));
     } else {
         return String(std::string_view(value.stringValue()));
+    }
+}
+
+/// The form of a value of any type, the model's own among them; nothing when it has none.
+template <class T>
+std::optional<String> strepOf(T const & value) {
+    if constexpr (requires { valueToStrep(value); }) {
+        return valueToStrep(value);
+    } else {
+        return std::nullopt;
     }
 }
 

@@ -44,6 +44,8 @@ struct Attribute {
     std::string_view doc; ///< the model file's own lines
 };
 
+class TypeOperations;
+
 /// The reflection record of a type, `_vexType` of each model type. Constant-initialised.
 struct Type {
     enum class Kind : U8 { entity, value };
@@ -54,6 +56,9 @@ struct Type {
     std::span<Attribute const> attributes;                  ///< own ones, in declaration order
     std::span<std::string_view const> constructorArguments; ///< attribute names, in order
     std::string_view doc;
+    /// What can be done with objects of the type (TypeOperations.h); null for a type that
+    /// is known by name only.
+    TypeOperations const * operations = nullptr;
 
     /// The attribute of that name, own or inherited, or null.
     Attribute const * attribute(std::string_view attributeName) const noexcept;

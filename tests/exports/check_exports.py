@@ -9,12 +9,13 @@ listed: whether it appears depends on the optimiser. With --write the list is re
 """
 
 import difflib
+import re
 import subprocess
 import sys
 
 
 def emitted_anywhere(name):
-    template = "<" in name.split("(")[0].replace("operator<", "operator")
+    template = "<" in re.sub("operator<(<|=>|=)?", "operator", name.split("(")[0])
     return template or name.startswith((
         ("__odr_asan", "typeinfo ", "vtable ", "guard variable ", "std::")))
 

@@ -68,32 +68,7 @@ Vex::Ptr<T> newActive(Args &&... args) {
     return entity;
 }
 
-constexpr Vex::Attribute attributesOfPoint[] = {
-    {"key", 2, Vex::AttributeKind::constructorArgument, "Sea::Key", "", ""},
-    {"seen", 3, Vex::AttributeKind::setCollection, "bool", "Vex::String", "Where it was seen."},
-};
-
-constexpr std::string_view argumentsOfPoint[] = {"key"};
-
-constexpr Vex::Attribute attributesOfTrack[] = {
-    {"name", 130, Vex::AttributeKind::constructorArgument, "Vex::String", "", ""},
-    {"first", 131, Vex::AttributeKind::constructorArgument, "U8", "", ""},
-    {"point", 132, Vex::AttributeKind::valueCollection, "Point", "Sea::Key", ""},
-    {"follow", 133, Vex::AttributeKind::method, "(speed : U32)", "", "Begins to follow."},
-};
-
-constexpr std::string_view argumentsOfTrack[] = {"name", "first"};
-
 } // namespace
-
-constinit Vex::Type const Point::_vexType{
-    .name = "N::M::Point",
-    .kind = Vex::Type::Kind::value,
-    .base = nullptr,
-    .attributes = attributesOfPoint,
-    .constructorArguments = argumentsOfPoint,
-    .doc = "A value.",
-};
 
 Point::Point(Sea::Key const & key) : key_(key) {}
 
@@ -148,15 +123,6 @@ Vex::String valueToStrep(Point const & value) {
 std::ostream & operator<<(std::ostream & out, Point const & value) {
     return out << valueToStrep(value);
 }
-
-constinit Vex::Type const Track::_vexType{
-    .name = "N::M::Track",
-    .kind = Vex::Type::Kind::entity,
-    .base = nullptr,
-    .attributes = attributesOfTrack,
-    .constructorArguments = argumentsOfTrack,
-    .doc = "An entity.",
-};
 
 Vex::AllocTrackTypeInfo Track::vexAllocTrackTypeInfo_("N::M::Track", typeid(Track));
 
