@@ -98,6 +98,11 @@ std::string refusal(CLI::App const & app, CLI::ParseError const & error) {
         return Vex::quoted(rest.front()) + ": not understood; '" + commandWords(command) +
                " --help' lists what is";
     }
+    if (dynamic_cast<CLI::ArgumentMismatch const *>(&error) != nullptr) {
+        // The option's name, all that the message says of the matter, stands before a colon.
+        std::string_view const message = error.what();
+        return Vex::printable(message.substr(0, message.find(':'))) + ": expected once";
+    }
     return Vex::printable(error.what());
 }
 

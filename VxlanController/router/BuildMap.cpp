@@ -89,9 +89,12 @@ void forEachRouter(Statestore::SystemPublishedMount::PublishedMounts const & mou
 
 void setSwitchMap(Vex::Ptr<LRMapBase> const & lrMapBase,
                   Vex::Ptr<VxlanController::SwitchInfo const> const & switchInfo) {
-    for (VtepMap const & vtep : switchInfo->vtepMap()) {
-        if (vtep.active()) {
-            lrMapBase->switchMapIs(switchInfo->switchId(), vtep.address());
+    InterruptPoll poll;
+    for (auto it = switchInfo->vtepMap().begin(); it; ++it) {
+        poll.step();
+        auto const & vtep = it.slot().element();
+        if (vtep && vtep->active()) {
+            lrMapBase->switchMapIs(switchInfo->switchId(), vtep->address());
             return;
         }
     }

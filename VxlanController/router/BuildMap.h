@@ -6,7 +6,7 @@
 namespace VxlanController::Cli {
 
 /// Adds one switch and its VTEP to the switch map of `lrMapBase`. The VTEP is the first active
-/// one of the switch; a switch without one is left out.
+/// one of the switch; a switch without one is left out. Neither pointer is null.
 void setSwitchMap(Vex::Ptr<LRMapBase> const & lrMapBase,
                   Vex::Ptr<VxlanController::SwitchInfo const> const & switchInfo);
 

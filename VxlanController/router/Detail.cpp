@@ -17,7 +17,8 @@ Vex::String firstSwitch(Vex::Ptr<LRMap const> const & router) {
     return first ? first->switchId() : Vex::String();
 }
 
-LRIpUplinkPortAddress uplinkAddress(LRIpUplinkPortV2 const & uplink, Vex::String const & switchId) {
+LRIpUplinkPortAddress uplinkAddress(LRIpUplinkPortV2 const & uplink, Vex::String const & switchId,
+                                    InterruptPoll & poll) {
     LRIpUplinkPortAddress address(uplink.ip());
     if (auto const first = uplink.portVlan().begin()) {
         address.vlanIdIs(first->vlan);
@@ -26,6 +27,7 @@ LRIpUplinkPortAddress uplinkAddress(LRIpUplinkPortV2 const & uplink, Vex::String
     address.switchIdIs(switchId);
     address.vtepIs(uplink.vtep());
     for (PortVlanPairV2 const & pair : uplink.portVlan()) {
+        poll.step();
         address.portIs(pair.port, true);
     }
     return address;
@@ -41,7 +43,7 @@ void copyPorts(LRStatusV2 const & status, Vex::String const & switchId, LRDetail
     for (auto const * uplink :
          sortedEntries(status.ipUplinkPort(), &LRIpUplinkPortV2::ip, poll, every)) {
         poll.step();
-        into.ipUplinkPortIs(uplinkAddress(*uplink, switchId));
+        into.ipUplinkPortIs(uplinkAddress(*uplink, switchId, poll));
     }
 }
 

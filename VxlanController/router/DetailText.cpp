@@ -2,7 +2,7 @@
 
 #include "VxlanController/command/CliTrace.h"
 #include "VxlanController/router/NameColumn.h"
-#include "VxlanController/router/Rule.h"
+#include "VxlanController/router/TableParts.h"
 
 #include <string>
 
@@ -11,10 +11,6 @@ namespace VxlanController::Cli {
 namespace {
 
 constexpr int portsPerRow = 2;
-
-void printTotal(outfmt::Printer & printer, std::size_t entries) {
-    printer.addFrills("\nTotal entries for this criterion: %d\n\n", static_cast<int>(entries));
-}
 
 void printIpPorts(outfmt::Printer & printer, VcsLR const & command) {
     printer.addFrills("%s\n", rule);

@@ -1,7 +1,7 @@
 #include "VxlanController/router/MapOutput.h"
 
 #include "VxlanController/router/NameColumn.h"
-#include "VxlanController/router/Rule.h"
+#include "VxlanController/router/TableParts.h"
 #include "outfmt/AttrInfo.h"
 
 namespace VxlanController::Cli {
@@ -33,7 +33,7 @@ void renderLRMap(outfmt::Printer & printer, VcsLRMap const * vcsLRMap) {
         printer.endList();
         printer.endDict();
     }
-    printer.addFrills("\nTotal entries for this criterion: %d\n\n", static_cast<int>(rows));
+    printTotal(printer, rows);
     printer.endDict();
     printer.end();
 }

@@ -29,6 +29,7 @@ void copyRoutes(LRStatusV2 const & status, Nolt::IpGenPrefix const & filter, Vcs
         poll.step();
         auto const copy = router->lRRouteIs(route->prefix());
         for (Nolt::IpGenAddr const & address : route->nexthop()) {
+            poll.step();
             copy->nexthopIs(address, true);
         }
     }

@@ -3,7 +3,7 @@
 #include "VxlanController/command/CliTrace.h"
 #include "VxlanController/command/ValueText.h"
 #include "VxlanController/router/NameColumn.h"
-#include "VxlanController/router/Rule.h"
+#include "VxlanController/router/TableParts.h"
 #include "outfmt/AttrInfo.h"
 
 #include <cstddef>
@@ -117,7 +117,7 @@ void renderRoute(outfmt::Printer & printer, VcsLRRoute const * vcsLRRoute) {
         printer.endDict();
         printer.endDict();
     }
-    printer.addFrills("\nTotal entries for this criterion: %d\n\n", static_cast<int>(routes));
+    printTotal(printer, routes);
     printer.endDict();
     printer.end();
 }

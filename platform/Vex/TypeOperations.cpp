@@ -53,6 +53,23 @@ String numbersText(Type const & type) {
     throw OperandError(text.append(": ").append(why));
 }
 
+/// A type that has a base answers for its own objects alone, though the attributes of the base
+/// would take those of every type that is derived from it.
+void expectKin(AnyValue const & object, Type const & type) {
+    Type const * const found = object.reflection();
+    for (Type const * at = found; at; at = at->base) {
+        if (at == &type) {
+            return;
+        }
+    }
+    if (type.base && found) {
+        throw OperandError(String("object: expected ")
+                               .append(type.name)
+                               .append(" or what is derived from it, found ")
+                               .append(found->name));
+    }
+}
+
 } // namespace
 
 std::string_view operationText(Operation operation) noexcept {
@@ -144,7 +161,8 @@ AttributeOperations const & TypeOperations::ownOrInherited(U32 number) const {
 }
 
 template <class Ask>
-auto TypeOperations::ask(U32 number, Operation operation, Ask question) const {
+auto TypeOperations::ask(AnyValue const & object, U32 number, Operation operation,
+                         Ask question) const {
     String context{type().name};
     Attribute const * attribute = type().attribute(number);
     if (!attribute) {
@@ -160,6 +178,7 @@ auto TypeOperations::ask(U32 number, Operation operation, Ask question) const {
                operationsText(attribute->kind));
     }
     try {
+        expectKin(object, type());
         return question(ownOrInherited(number));
     } catch (OperandError const & error) {
         refuse(context, error.what());
@@ -175,45 +194,45 @@ AnyValue TypeOperations::construct(AnyValues const & arguments) const {
 }
 
 AnyValue TypeOperations::get(AnyValue const & object, U32 number) const {
-    return ask(number, Operation::get,
+    return ask(object, number, Operation::get,
                [&](AttributeOperations const & attribute) { return attribute.get(object); });
 }
 
 void TypeOperations::set(AnyValue & object, U32 number, AnyValue const & value) const {
-    ask(number, Operation::set,
+    ask(object, number, Operation::set,
         [&](AttributeOperations const & attribute) { attribute.set(object, value); });
 }
 
 AnyValue TypeOperations::insert(AnyValue & object, U32 number, AnyValues const & arguments) const {
-    return ask(number, Operation::insert, [&](AttributeOperations const & attribute) {
+    return ask(object, number, Operation::insert, [&](AttributeOperations const & attribute) {
         return attribute.insert(object, arguments);
     });
 }
 
 AnyValue TypeOperations::remove(AnyValue & object, U32 number, AnyValues const & key) const {
-    return ask(number, Operation::remove, [&](AttributeOperations const & attribute) {
+    return ask(object, number, Operation::remove, [&](AttributeOperations const & attribute) {
         return attribute.remove(object, key);
     });
 }
 
 void TypeOperations::clear(AnyValue & object, U32 number) const {
-    ask(number, Operation::clear,
+    ask(object, number, Operation::clear,
         [&](AttributeOperations const & attribute) { attribute.clear(object); });
 }
 
 AnyValue TypeOperations::lookup(AnyValue const & object, U32 number, AnyValue const & key) const {
-    return ask(number, Operation::lookup, [&](AttributeOperations const & attribute) {
+    return ask(object, number, Operation::lookup, [&](AttributeOperations const & attribute) {
         return attribute.lookup(object, key);
     });
 }
 
 std::size_t TypeOperations::count(AnyValue const & object, U32 number) const {
-    return ask(number, Operation::count,
+    return ask(object, number, Operation::count,
                [&](AttributeOperations const & attribute) { return attribute.count(object); });
 }
 
 AnyIterator TypeOperations::iterate(AnyValue const & object, U32 number) const {
-    return ask(number, Operation::iterate,
+    return ask(object, number, Operation::iterate,
                [&](AttributeOperations const & attribute) { return attribute.iterate(object); });
 }
 

@@ -130,7 +130,7 @@ private:
     virtual AnyValue fromText(String const & text) const = 0;
 
     template <class Ask>
-    auto ask(U32 number, Operation operation, Ask question) const;
+    auto ask(AnyValue const & object, U32 number, Operation operation, Ask question) const;
 
     AttributeOperations const & ownOrInherited(U32 number) const;
 };

@@ -7,6 +7,8 @@
 #include "Vex/Slot.h"
 #include "state/PortVlanPairV2.h"
 
+#include <utility>
+
 namespace [[gnu::visibility("default")]] VxlanController {
 
 /// One uplink port of a logical router: an address towards the outside, and the physical
@@ -31,6 +33,9 @@ public:
     /// The ports in hash order. A listing shows the VLAN of the first pair for all of them,
     /// so the order must depend on the content alone.
     PortVlans const & portVlan() const noexcept { return portVlan_; }
+
+    /// Puts these ports in place of all that are there.
+    void portVlansAre(PortVlans pairs) & { portVlan_ = std::move(pairs); }
 
     /// Adds a port and a VLAN; one that is there already changes nothing.
     void portVlanIs(PortVlanPairV2 pair) & {

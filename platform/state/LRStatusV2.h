@@ -9,6 +9,8 @@
 #include "state/LRIpUplinkPortV2.h"
 #include "state/LRRouteV2.h"
 
+#include <utility>
+
 namespace [[gnu::visibility("default")]] VxlanController {
 
 /// What the controller publishes of one logical router: its ports, its uplink ports and its

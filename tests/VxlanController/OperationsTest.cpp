@@ -299,6 +299,37 @@ TEST(Operations, WorkOnEveryAttributeOfEveryType) {
     EXPECT_EQ(seen, expected);
 }
 
+TEST(Operations, EveryArgumentOfAConstructorGoesToItsOwnAttribute) {
+    for (auto const * type : Vex::typeTable()) {
+        AnyValues arguments;
+        for (std::size_t i = 0; i < type->constructorArguments.size(); ++i) {
+            arguments.push_back(sampleArguments(*type, 1 + i % 2)[i]);
+        }
+        AnyValue const object = type->operations->construct(arguments);
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            auto const name = type->constructorArguments[i];
+            EXPECT_EQ(type->operations->get(object, type->attribute(name)->number), arguments[i])
+                << type->name << "." << name;
+        }
+    }
+}
+
+TEST(Operations, OfADerivedTypeAreForItsOwnObjects) {
+    auto const base = modelType("LRMapBase");
+    auto const & detail = *modelType("VcsLR")->operations;
+    AnyValue const map =
+        modelType("VcsLRMap")->operations->construct(sampleArguments(*modelType("VcsLRMap"), 0));
+    EXPECT_EQ(base->operations->count(map, 133), 0U);
+    try {
+        detail.count(map, 133);
+        FAIL() << "nothing was thrown";
+    } catch (Vex::OperandError const & error) {
+        EXPECT_STREQ(error.what(), "VxlanController::Cli::VcsLR.switchMap: count: object: expected "
+                                   "VxlanController::Cli::VcsLR or what is derived from it, found "
+                                   "VxlanController::Cli::VcsLRMap");
+    }
+}
+
 TEST(Operations, ElementsAreTheObjectsThatTheLibraryItselfSees) {
     auto const list = VxlanController::Cli::VniStatusList::VniStatusListIs();
     AnyValue object(list);

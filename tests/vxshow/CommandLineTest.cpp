@@ -148,7 +148,11 @@ TEST(CommandLine, WhatItDoesNotKnowIsRefusedWithWhatIsAccepted) {
     refused({"--bogus", "mac", "received"});
     refused({"--json=7", "mac", "received"});
     refused({"--dotted=no", "mac", "received"});
-    refused({"mac", "received", "--vni", "1", "--vni", "2"});
+    EXPECT_EQ(refused({"mac", "received", "--vni", "1", "--vni", "2"}), "--vni: expected once");
+    EXPECT_EQ(refused({"router", "map", "--router", "a", "--router", "b"}),
+              "--router: expected once");
+    EXPECT_EQ(refused({"model", "--vni", "10"}),
+              "'--vni': not understood; 'vxshow model --help' lists what is");
 }
 
 TEST(CommandLine, AnOptionWithoutItsValueDoesNotTakeTheNextOne) {

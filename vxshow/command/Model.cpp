@@ -5,7 +5,11 @@
 #include "vxshow/command/Commands.h"
 
 #include <algorithm>
+#include <memory>
 #include <numeric>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace vxshow {
 
@@ -92,17 +96,20 @@ void list(Vex::Type const * only, int fd, Output const & output) {
 void addModel(CLI::App & app, CommandLine & chosen) {
     auto * command = app.add_subcommand("model", "The types into which state is collected");
     command->fallthrough();
-    auto const only = std::make_shared<Vex::Type const *>(nullptr);
-    command
-        ->add_option_function<std::string>(
-            "TYPE", [only](std::string const & typed) { *only = &typeCalled(typed); },
-            "Only this type, with its attributes: MacVtep, or VxlanController::Cli::MacVtep")
-        ->type_name("");
-    command->callback([&chosen, only] {
+    auto const typed = std::make_shared<std::string>();
+    auto const * option =
+        command
+            ->add_option(
+                "TYPE", *typed,
+                "Only this type, with its attributes: MacVtep, or VxlanController::Cli::MacVtep")
+            ->type_name("");
+    // The name is looked up when all is read: a wrong option is then blamed before its value.
+    command->callback([&chosen, typed, option] {
+        Vex::Type const * const only = option->count() > 0 ? &typeCalled(*typed) : nullptr;
         chosen.command = "model";
         chosen.readsState = false;
         chosen.render = [only](Mount const &, int fd, Output const & output) {
-            list(*only, fd, output);
+            list(only, fd, output);
         };
     });
 }

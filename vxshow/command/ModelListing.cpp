@@ -28,7 +28,7 @@ std::string_view kindOf(Vex::Type const & type) {
     return type.kind == Vex::Type::Kind::entity ? "entity" : "value";
 }
 
-/// With the key in brackets, as the model writes a collection.
+/// With the key of a collection in brackets; a set is a collection of bool.
 std::string typeOf(Vex::Attribute const & attribute) {
     std::string text(attribute.type);
     if (!attribute.key.empty()) {

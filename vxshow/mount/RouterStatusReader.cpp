@@ -111,9 +111,7 @@ LRIpUplinkPortV2 readUplink(Nolt::IpGenAddrWithMask const & ip, JsonValue value)
                   });
     members.require(macName, start);
     LRIpUplinkPortV2 uplink(ip, mac, vtep);
-    for (auto pair = pairs.begin(); pair; ++pair) {
-        uplink.portVlanIs(pair.key());
-    }
+    uplink.portVlansAre(std::move(pairs));
     return uplink;
 }
 

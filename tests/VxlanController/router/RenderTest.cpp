@@ -156,6 +156,30 @@ TEST_F(RouterRender, AnInterruptWithinOneSwitchOrOneRouterEndsItSoon) {
     expectSoonEnded(routesCommand(state), "LRRoute");
 }
 
+TEST_F(RouterRender, AnInterruptWithinOneRouteEndsItSoon) {
+    LRRouteV2 route(Nolt::IpGenPrefix(Nolt::IpAddr(0), 0));
+    for (Vex::U32 i = 0; i < 20'000; ++i) {
+        route.nexthopIs(Nolt::IpAddr(i));
+    }
+    RouterState state;
+    state.status("red").routeIs(route);
+    auto const command = routesCommand(state);
+    expectSoonEnded(command, "LRRoute");
+    EXPECT_LT(command->lRRouteByName("red")->lRRoute(route.prefix())->nexthop().size(), 10'000U);
+}
+
+TEST_F(RouterRender, AnInterruptWithinOneUplinkPortEndsItSoon) {
+    LRIpUplinkPortV2 uplink(Nolt::IpGenAddrWithMask::fromString("10.1.0.1/24"), {}, {});
+    for (int i = 0; i < 20'000; ++i) {
+        uplink.portVlanIs({std::to_string(i), Bridging::VlanIdOrNone(1)});
+    }
+    RouterState state;
+    state.status("red").ipUplinkPortIs(uplink);
+    auto const command = detailCommand(state);
+    expectSoonEnded(command, "LRDetail");
+    EXPECT_TRUE(command->lRDetail("red")->ipUplinkPort().empty());
+}
+
 TEST_F(RouterRender, AnInterruptDuringPrintingEndsTheListingEarly) {
     RouterState const state = manyRouters(20'000);
     for (Vex::U32 format : {textFormat, jsonFormat, 3U}) {
