@@ -2,6 +2,7 @@
 
 #include "vxshow/Output.h"
 #include "vxshow/mount/Mount.h"
+#include "vxshow/mount/Selection.h"
 
 #include <functional>
 #include <optional>
@@ -18,6 +19,7 @@ struct CommandLine {
 
     std::string command;    ///< its words, "mac received"
     bool readsState = true; ///< whether the state is mounted for it
+    Selection selection;    ///< what it looks at of the state
 
     /// Builds the library's command from the state and the typed filters, and renders it
     /// on `fd`. Raises what the library raises.

@@ -28,7 +28,7 @@ namespace {
 
 Mount mountState(CommandLine const & line) {
     try {
-        return readSnapshot(line.statePath);
+        return readSnapshot(line.statePath, line.selection);
     } catch (std::exception const & error) {
         fail(ExitStatus::failed, error.what());
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VxlanController/command/InterruptPoll.h"
+#include "VxlanController/command/ForEachSorted.h"
 #include "VxlanController/mac/VtepFilter.h"
 #include "state/VniTables.h"
 
@@ -26,52 +26,52 @@ void copyTables(VniTables const & status, Vxlan::Vni vni, Target & target,
                 MacTableFilter const & filter) {
     InterruptPoll poll;
     auto const unicast = [&](MacVtepV2 const & entry) {
-        poll.step();
-        if (macVtepIpFiltered(filter.vteps, entry)) {
-            copyMacVtep(entry, target.vniStatus(vni));
-        }
+        copyMacVtep(entry, target.vniStatus(vni));
     };
     auto const multiPath = [&](MacVtepMultiPathV2 const & entry) {
-        poll.step();
-        if (macVtepMultiPathIpFiltered(filter.vteps, entry)) {
-            copyMultiPath(entry, target.vniStatus(vni), poll);
-        }
+        copyMultiPath(entry, target.vniStatus(vni), poll);
     };
     auto const floodList = [&](MacVtepFloodListV2 const & entry) {
-        poll.step();
-        if (macVtepFloodListIpFiltered(filter.vteps, entry)) {
-            copyFloodList(entry, target.vniStatus(vni), poll);
-        }
+        copyFloodList(entry, target.vniStatus(vni), poll);
     };
 
     if (!filter.mac.isZero()) {
-        if (auto const entry = status.macVtepTable(filter.mac); entry != MacVtepV2()) {
+        if (auto const entry = status.macVtepTable(filter.mac);
+            entry != MacVtepV2() && macVtepIpFiltered(filter.vteps, entry)) {
             unicast(entry);
         }
-        if (auto const & entry = status.macVtepMultiPathTable(filter.mac); !!entry) {
+        if (auto const & entry = status.macVtepMultiPathTable(filter.mac);
+            !!entry && macVtepMultiPathIpFiltered(filter.vteps, entry)) {
             multiPath(entry);
         }
-        if (auto const list = status.macVtepFloodListTable(filter.mac)) {
+        if (auto const list = status.macVtepFloodListTable(filter.mac);
+            list && macVtepFloodListIpFiltered(filter.vteps, *list)) {
             floodList(*list);
         }
         return;
     }
-    for (MacVtepV2 const & entry : status.macVtepTable()) {
-        if (Target::walkTakesDefaultEntries || entry != MacVtepV2()) {
-            unicast(entry);
-        }
-    }
-    for (MacVtepMultiPathV2 const & entry : status.macVtepMultiPathTable()) {
-        if (Target::walkTakesDefaultEntries || !!entry) {
-            multiPath(entry);
-        }
-    }
-    for (MacVtepFloodListV2 const & entry : status.macVtepFloodListTable()) {
-        bool const hasMultiPath = !!status.macVtepMultiPathTable(entry.macAddr());
-        if (!(Target::floodListYieldsToMultipath && hasMultiPath)) {
-            floodList(entry);
-        }
-    }
+    forEachSorted(
+        status.macVtepTable(), &MacVtepV2::macAddr, poll,
+        [&](MacVtepV2 const & entry) {
+            return (Target::walkTakesDefaultEntries || entry != MacVtepV2()) &&
+                   macVtepIpFiltered(filter.vteps, entry);
+        },
+        unicast);
+    forEachSorted(
+        status.macVtepMultiPathTable(), &MacVtepMultiPathV2::macAddr, poll,
+        [&](MacVtepMultiPathV2 const & entry) {
+            return (Target::walkTakesDefaultEntries || !!entry) &&
+                   macVtepMultiPathIpFiltered(filter.vteps, entry);
+        },
+        multiPath);
+    forEachSorted(
+        status.macVtepFloodListTable(), &MacVtepFloodListV2::macAddr, poll,
+        [&](MacVtepFloodListV2 const & entry) {
+            bool const yields = Target::floodListYieldsToMultipath &&
+                                !!status.macVtepMultiPathTable(entry.macAddr());
+            return !yields && macVtepFloodListIpFiltered(filter.vteps, entry);
+        },
+        floodList);
 }
 
 } // namespace VxlanController::Cli

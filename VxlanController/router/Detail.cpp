@@ -1,7 +1,7 @@
 #include "VxlanController/command/CliTrace.h"
 #include "VxlanController/command/ForEachEntity.h"
+#include "VxlanController/command/ForEachSorted.h"
 #include "VxlanController/command/RenderFrame.h"
-#include "VxlanController/command/SortedEntries.h"
 #include "VxlanController/router/DetailJson.h"
 #include "VxlanController/router/DetailText.h"
 #include "state/LRStatusV2.h"
@@ -36,15 +36,12 @@ LRIpUplinkPortAddress uplinkAddress(LRIpUplinkPortV2 const & uplink, Vex::String
 void copyPorts(LRStatusV2 const & status, Vex::String const & switchId, LRDetail & into) {
     InterruptPoll poll;
     auto const every = [](auto const & /* port */) { return true; };
-    for (auto const * port : sortedEntries(status.ipPort(), &LRIpPortV2::ip, poll, every)) {
-        poll.step();
-        into.ipPortIs(*port);
-    }
-    for (auto const * uplink :
-         sortedEntries(status.ipUplinkPort(), &LRIpUplinkPortV2::ip, poll, every)) {
-        poll.step();
-        into.ipUplinkPortIs(uplinkAddress(*uplink, switchId, poll));
-    }
+    forEachSorted(status.ipPort(), &LRIpPortV2::ip, poll, every,
+                  [&](LRIpPortV2 const & port) { into.ipPortIs(port); });
+    forEachSorted(status.ipUplinkPort(), &LRIpUplinkPortV2::ip, poll, every,
+                  [&](LRIpUplinkPortV2 const & uplink) {
+                      into.ipUplinkPortIs(uplinkAddress(uplink, switchId, poll));
+                  });
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "VxlanController/command/CliTrace.h"
 #include "VxlanController/command/ForEachEntity.h"
+#include "VxlanController/command/ForEachSorted.h"
 #include "VxlanController/command/RenderFrame.h"
-#include "VxlanController/command/SortedEntries.h"
 #include "VxlanController/router/RoutesOutput.h"
 #include "state/LRStatusV2.h"
 
@@ -18,21 +18,20 @@ bool prefixFiltered(Nolt::IpGenPrefix const & filter, LRRouteV2 const & route) {
 
 void copyRoutes(LRStatusV2 const & status, Nolt::IpGenPrefix const & filter, VcsLRRoute & into) {
     InterruptPoll poll;
-    auto const routes =
-        sortedEntries(status.route(), &LRRouteV2::prefix, poll,
-                      [&](LRRouteV2 const & route) { return prefixFiltered(filter, route); });
-    if (routes.empty()) {
-        return;
-    }
-    auto const router = into.lRRouteByNameIs(status.name());
-    for (LRRouteV2 const * route : routes) {
-        poll.step();
-        auto const copy = router->lRRouteIs(route->prefix());
-        for (Nolt::IpGenAddr const & address : route->nexthop()) {
-            poll.step();
-            copy->nexthopIs(address, true);
-        }
-    }
+    Vex::Ptr<LRRouteByName> router;
+    forEachSorted(
+        status.route(), &LRRouteV2::prefix, poll,
+        [&](LRRouteV2 const & route) { return prefixFiltered(filter, route); },
+        [&](LRRouteV2 const & route) {
+            if (!router) {
+                router = into.lRRouteByNameIs(status.name());
+            }
+            auto const copy = router->lRRouteIs(route.prefix());
+            for (Nolt::IpGenAddr const & address : route.nexthop()) {
+                poll.step();
+                copy->nexthopIs(address, true);
+            }
+        });
 }
 
 } // namespace

@@ -38,7 +38,7 @@ std::string includes(Model const & model) {
     bool const collections =
         anyAttribute(model, [](Attribute const & a) { return isCollection(a.kind); });
     if (collections) {
-        headers.insert({"Vex/RbTreeMap.h", "Vex/Slot.h"});
+        headers.insert({"Vex/OrderedMap.h", "Vex/Slot.h"});
     }
     if (anyAttribute(model, [](Attribute const & a) {
             return a.kind == AttributeKind::hashedSetCollection;
@@ -79,7 +79,7 @@ std::string collectionTypes(Attribute const & attribute) {
         arguments.push_back("&" + element + "::" + attribute.keyAttribute);
     }
     std::string const map =
-        attribute.kind == AttributeKind::hashedSetCollection ? "HashMap2018" : "RbTreeMap";
+        attribute.kind == AttributeKind::hashedSetCollection ? "HashMap2018" : "OrderedMap";
     return docComment(4, {"What a node of " + attribute.name +
                           " holds, the collection, and a place in it."}) +
            slotAlias("using Vex" + name + " =", "Vex::" + slot + "<", arguments) + "    using " +

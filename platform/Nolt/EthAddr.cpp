@@ -40,6 +40,7 @@ std::optional<EthAddr> read(std::string_view text, Layout<separatorCount> const 
     }
     EthAddr::Bytes bytes;
     unsigned seen = 0;
+#pragma GCC unroll 6
     for (std::size_t index = 0; index < bytes.size(); ++index) {
         U8 const high = Vex::hexValue(text[layout.bytes[index]]);
         U8 const low = Vex::hexValue(text[layout.bytes[index] + std::size_t{1}]);

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstddef>
 #include <functional>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -13,10 +14,12 @@ namespace [[gnu::visibility("default")]] Vex {
 /// The hash table of published state: filled by one writer, then looked up and walked.
 ///
 /// Entries stand side by side in one vector, in the order in which they came; beside it
-/// lies an index of 32-bit positions, probed linearly. An entry so costs its own size and
-/// some eight bytes, and no allocation of its own: state runs to millions of addresses in
-/// tables from one entry to all of them. Tables of up to `unindexed` entries are searched
-/// straight through. Nothing is ever removed; a table that shrinks is built anew.
+/// lies an index of hashes and positions, 32 bits each, probed linearly. A search so touches
+/// an entry only when its hash fits, and a growing index is filled from the old one. An entry
+/// costs its own size and some sixteen bytes, and no allocation of its own: state runs to
+/// millions of addresses in tables from one entry to all of them. Tables of up to `unindexed`
+/// entries are searched straight through. No entry is ever removed by itself; a table that shrinks
+/// is built anew.
 template <class SlotType>
 class FlatHashMap {
 public:
@@ -67,17 +70,47 @@ public:
             return false;
         }
         slots_.push_back(std::move(slot));
-        if (slots_.size() > unindexed && slots_.size() * 4 > index_.size() * 3) {
-            rebuildIndex();
-        } else if (!index_.empty()) {
-            enter(static_cast<U32>(slots_.size() - 1));
+        if (slots_.size() > unindexed) {
+            if (slots_.size() * 4 > index_.size() * 3) {
+                growIndex();
+            }
+            enter({hashOf(slots_.back().key()), static_cast<U32>(slots_.size() - 1)});
         }
         return true;
     }
 
+    /// Removes every entry and keeps the room, for whoever fills one table after the other.
+    void clear() noexcept {
+        slots_.clear();
+        index_.clear();
+    }
+
+    /// Takes over the entries of `other`, which is empty then. A small table takes no more
+    /// room than its entries need, and `other` keeps its own; of a large one the room goes
+    /// along.
+    void takeFrom(FlatHashMap & other) {
+        constexpr std::size_t small = 64;
+        if (other.slots_.size() > small) {
+            slots_ = std::exchange(other.slots_, {});
+            index_ = std::exchange(other.index_, {});
+            return;
+        }
+        slots_.assign(std::make_move_iterator(other.slots_.begin()),
+                      std::make_move_iterator(other.slots_.end()));
+        index_ = other.index_;
+        other.clear();
+    }
+
 private:
-    static constexpr std::size_t unindexed = 8;
+    static constexpr std::size_t unindexed = 16;
     static constexpr U32 absent = 0xFFFFFFFF;
+
+    struct Bucket {
+        U32 hash = 0;
+        U32 position = absent;
+    };
+
+    static U32 hashOf(Key const & key) noexcept { return static_cast<U32>(std::hash<Key>()(key)); }
 
     U32 positionOf(Key const & key) const noexcept {
         if (index_.empty()) {
@@ -88,34 +121,43 @@ private:
             }
             return absent;
         }
-        std::size_t at = bucketOf(key);
-        while (index_[at] != absent && !(slots_[index_[at]].key() == key)) {
-            at = (at + 1) & (index_.size() - 1);
+        U32 const hash = hashOf(key);
+        std::size_t const mask = index_.size() - 1;
+        for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+            Bucket const & bucket = index_[at];
+            if (bucket.position == absent ||
+                (bucket.hash == hash && slots_[bucket.position].key() == key)) {
+                return bucket.position;
+            }
         }
-        return index_[at];
     }
 
-    std::size_t bucketOf(Key const & key) const noexcept {
-        return std::hash<Key>()(key) & (index_.size() - 1);
-    }
-
-    void enter(U32 position) noexcept {
-        std::size_t at = bucketOf(slots_[position].key());
-        while (index_[at] != absent) {
-            at = (at + 1) & (index_.size() - 1);
+    void enter(Bucket const & bucket) noexcept {
+        std::size_t const mask = index_.size() - 1;
+        std::size_t at = bucket.hash & mask;
+        while (index_[at].position != absent) {
+            at = (at + 1) & mask;
         }
-        index_[at] = position;
+        index_[at] = bucket;
     }
 
-    void rebuildIndex() {
-        index_.assign(std::bit_ceil(slots_.size() * 2), absent);
-        for (std::size_t i = 0; i < slots_.size(); ++i) {
-            enter(static_cast<U32>(i));
+    void growIndex() {
+        std::vector<Bucket> const old =
+            std::exchange(index_, std::vector<Bucket>(std::bit_ceil(slots_.size() * 2)));
+        if (old.empty()) {
+            for (std::size_t i = 0; i + 1 < slots_.size(); ++i) {
+                enter({hashOf(slots_[i].key()), static_cast<U32>(i)});
+            }
+        }
+        for (Bucket const & bucket : old) {
+            if (bucket.position != absent) {
+                enter(bucket);
+            }
         }
     }
 
     std::vector<Slot> slots_;
-    std::vector<U32> index_;
+    std::vector<Bucket> index_;
 };
 
 } // namespace Vex

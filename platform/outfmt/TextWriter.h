@@ -11,11 +11,55 @@
 #include <string_view>
 
 /// Formats one text line straight into the output: what Format.h parsed while compiling
-/// is filled with its arguments here. `Output` is an OutputBuffer or a LimitedOutput.
+/// is filled with its arguments here. `Output` is an OutputBuffer or a LimitedOutput, or for
+/// every line that cannot exceed what a buffer reserves, the room reserved there: a table's
+/// rows then ask for room once, and not with each of their cells. Everything is inlined into
+/// the line that is printed, whatever the compiler thinks of its size: there the format is a
+/// constant, and what is left of it are copies of known lengths.
 namespace outfmt::detail {
 
+/// Room that is known to be large enough.
+class ReservedRoom {
+public:
+    explicit ReservedRoom(char * begin) noexcept : at_(begin) {}
+
+    char * end() const noexcept { return at_; }
+
+    void append(std::string_view text) noexcept { at_ += text.copy(at_, text.size()); }
+
+    void fill(char character, std::size_t count) noexcept {
+        std::memset(at_, character, count);
+        at_ += count;
+    }
+
+    char * reserve(std::size_t /* count */) noexcept { return at_; }
+
+    void commit(std::size_t count) noexcept { at_ += count; }
+
+private:
+    char * at_;
+};
+
+/// The most bytes that an argument writes to, those included that are cut or filled.
+inline std::size_t mostBytes(Conversion const & conversion, std::string_view text) {
+    return std::max<std::size_t>(conversion.width,
+                                 std::min<std::size_t>(text.size(), conversion.precision));
+}
+
+template <TextValue Value>
+std::size_t mostBytes(Conversion const & conversion, Value const & /* value */) {
+    return std::max<std::size_t>(conversion.width, Value::maxTextLength);
+}
+
+template <std::integral Number>
+std::size_t mostBytes(Conversion const & conversion, Number /* number */) {
+    constexpr std::size_t longest = 20; // -9223372036854775808
+    return std::max<std::size_t>(conversion.width, longest);
+}
+
 template <class Output>
-void putLiteral(Output & output, std::string_view format, Literal literal) {
+[[gnu::always_inline]] inline void putLiteral(Output & output, std::string_view format,
+                                              Literal literal) {
     std::string_view text = format.substr(literal.begin, literal.length);
     if (literal.hasEscapes) {
         for (std::size_t at = text.find("%%"); at != text.npos; at = text.find("%%")) {
@@ -27,7 +71,8 @@ void putLiteral(Output & output, std::string_view format, Literal literal) {
 }
 
 template <class Output>
-void putPadded(Output & output, Conversion const & conversion, std::string_view text) {
+[[gnu::always_inline]] inline void putPadded(Output & output, Conversion const & conversion,
+                                             std::string_view text) {
     std::size_t padding = conversion.width > text.size() ? conversion.width - text.size() : 0;
     if (padding == 0) {
         output.append(text);
@@ -41,13 +86,15 @@ void putPadded(Output & output, Conversion const & conversion, std::string_view 
 }
 
 template <class Output>
-void putArgument(Output & output, Conversion const & conversion, std::string_view text) {
+[[gnu::always_inline]] inline void putArgument(Output & output, Conversion const & conversion,
+                                               std::string_view text) {
     putPadded(output, conversion,
               conversion.precision == noPrecision ? text : text.substr(0, conversion.precision));
 }
 
 template <class Output, TextValue Value>
-void putArgument(Output & output, Conversion const & conversion, Value const & value) {
+[[gnu::always_inline]] inline void putArgument(Output & output, Conversion const & conversion,
+                                               Value const & value) {
     static_assert(Value::maxTextLength <= OutputBuffer::maxReserve);
     if (!conversion.leftAligned && conversion.width > 0) {
         // The blanks come first, and how many is known only once the text is.
@@ -65,7 +112,8 @@ void putArgument(Output & output, Conversion const & conversion, Value const & v
 }
 
 template <class Output, std::integral Number>
-void putArgument(Output & output, Conversion const & conversion, Number number) {
+[[gnu::always_inline]] inline void putArgument(Output & output, Conversion const & conversion,
+                                               Number number) {
     if constexpr (std::same_as<Number, char>) {
         putPadded(output, conversion, {&number, 1});
     } else {
@@ -75,10 +123,10 @@ void putArgument(Output & output, Conversion const & conversion, Number number) 
     }
 }
 
-/// Writes `format` with `args`, which were checked against each other while compiling.
+/// Writes `format` with `args` piece by piece.
 template <class Output, class... Args>
-void putFormatted(Output & output, ParsedFormat<sizeof...(Args)> const & format,
-                  Args const &... args) {
+[[gnu::always_inline]] inline void
+putPieces(Output & output, ParsedFormat<sizeof...(Args)> const & format, Args const &... args) {
     [[maybe_unused]] auto const * conversion = format.conversions.data();
     (
         [&] {
@@ -88,6 +136,22 @@ void putFormatted(Output & output, ParsedFormat<sizeof...(Args)> const & format,
         }(),
         ...);
     putLiteral(output, format.text, format.tail);
+}
+
+/// Writes `format` with `args`, which were checked against each other while compiling.
+template <class Output, class... Args>
+[[gnu::always_inline]] inline void
+putFormatted(Output & output, ParsedFormat<sizeof...(Args)> const & format, Args const &... args) {
+    std::size_t most = format.text.size();
+    [[maybe_unused]] auto const * conversion = format.conversions.data();
+    ((most += mostBytes(*conversion++, args)), ...);
+    if (most > OutputBuffer::maxReserve) [[unlikely]] {
+        return putPieces(output, format, args...);
+    }
+    char * const begin = output.reserve(most);
+    ReservedRoom room(begin);
+    putPieces(room, format, args...);
+    output.commit(static_cast<std::size_t>(room.end() - begin));
 }
 
 } // namespace outfmt::detail

@@ -2,7 +2,7 @@
 
 #include "Nolt/EthAddr.h"
 #include "Nolt/IpAddr.h"
-#include "Vex/RbTreeMap.h"
+#include "Vex/OrderedMap.h"
 #include "Vex/Slot.h"
 
 namespace [[gnu::visibility("default")]] VxlanController {
@@ -10,7 +10,7 @@ namespace [[gnu::visibility("default")]] VxlanController {
 /// A MAC address that lies behind several VTEPs at once, any one of which reaches it.
 class MacVtepMultiPathV2 {
 public:
-    using VtepIps = Vex::RbTreeMap<Vex::SetSlot<Nolt::IpAddr>>;
+    using VtepIps = Vex::OrderedMap<Vex::SetSlot<Nolt::IpAddr>>;
 
     MacVtepMultiPathV2() = default;
 

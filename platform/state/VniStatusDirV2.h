@@ -2,7 +2,7 @@
 
 #include "Vex/AllocTrack.h"
 #include "Vex/Entity.h"
-#include "Vex/RbTreeMap.h"
+#include "Vex/OrderedMap.h"
 #include "Vex/Slot.h"
 #include "state/VniStatusV2.h"
 
@@ -12,7 +12,8 @@ namespace [[gnu::visibility("default")]] VxlanController {
 class VniStatusDirV2 : public Vex::Tracked<VniStatusDirV2, Vex::Entity> {
 public:
     static constexpr char const * vexTypeName = "VxlanController::VniStatusDirV2";
-    using VniStatuses = Vex::RbTreeMap<Vex::EntitySlot<Vxlan::Vni, VniStatusV2, &VniStatusV2::vni>>;
+    using VniStatuses =
+        Vex::OrderedMap<Vex::EntitySlot<Vxlan::Vni, VniStatusV2, &VniStatusV2::vni>>;
 
     VniStatusDirV2() = default;
 

@@ -37,4 +37,21 @@ bool VniTables::arpIs(ArpEntryV2 const & entry) {
     return arpTable_.upsert(ArpTable::Slot(entry));
 }
 
+void VniTables::clear() noexcept {
+    macVtepTable_.clear();
+    macVtepMultiPathTable_.clear();
+    macVtepFloodListTable_.clear();
+    arpTable_.clear();
+}
+
+void VniTables::macTablesFrom(VniTables & other) {
+    macVtepTable_.takeFrom(other.macVtepTable_);
+    macVtepMultiPathTable_.takeFrom(other.macVtepMultiPathTable_);
+    macVtepFloodListTable_.takeFrom(other.macVtepFloodListTable_);
+}
+
+void VniTables::arpTableFrom(VniTables & other) {
+    arpTable_.takeFrom(other.arpTable_);
+}
+
 } // namespace VxlanController

@@ -53,6 +53,13 @@ public:
     bool macVtepFloodListIs(Vex::Ptr<MacVtepFloodListV2 const> entry);
     bool arpIs(ArpEntryV2 const & entry);
 
+    /// Removes every entry and keeps the room, for whoever fills one VNI after the other.
+    void clear() noexcept;
+
+    /// Take over the three MAC tables, or the ARP table, of `other`, which are empty then.
+    void macTablesFrom(VniTables & other);
+    void arpTableFrom(VniTables & other);
+
 protected:
     VniTables() = default;
 

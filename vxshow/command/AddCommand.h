@@ -14,6 +14,7 @@ namespace vxshow {
 /// library's command that is built from them:
 ///
 ///     void addFilters(CLI::App & command);   // its options, which fill the filters
+///     Selection selection() const;           // what it looks at of the state
 ///     void render(Mount const & mount, int fd, Output const & output);
 ///
 /// It lives as long as the command line, that is, to the end of the process, and so does
@@ -28,6 +29,7 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
     typed->addFilters(*command);
     command->callback([&chosen, typed, words = group.get_name() + ' ' + name] {
         chosen.command = words;
+        chosen.selection = typed->selection();
         chosen.render = [typed](Mount const & mount, int fd, Output const & output) {
             typed->render(mount, fd, output);
         };

@@ -15,6 +15,10 @@ struct ArpAdvertised {
 
     void addFilters(CLI::App & options) { typed.addTo(options); }
 
+    Selection selection() const {
+        return {.received = false, .macTables = false, .vni = typed.vni};
+    }
+
     void render(Mount const & mount, int fd, Output const & output) {
         auto const & entries = mount.advertised.vnis;
         command =

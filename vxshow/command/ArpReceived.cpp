@@ -18,6 +18,10 @@ struct ArpReceived {
         options.add_option("--switch", switchName, "Only this switch by name")->type_name("NAME");
     }
 
+    Selection selection() const {
+        return {.advertised = false, .macTables = false, .vni = typed.vni, .source = switchName};
+    }
+
     void render(Mount const & mount, int fd, Output const & output) {
         command = Cli::arpReceivedFactory(mount.received.switches, output.vniDotted, typed.vni,
                                           typed.mac, typed.ip, switchName);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/FilterOptions.h"
+#include "vxshow/mount/Selection.h"
 
 #include <string>
 
@@ -35,6 +36,11 @@ struct ArpFilters {
         addIpFilter(command, ip);
     }
 };
+
+/// What all commands of `router` look at.
+inline Selection selectsRouters() {
+    return {.received = false, .advertised = false};
+}
 
 /// The filter that all commands of `router` have.
 struct RouterFilter {

@@ -19,6 +19,10 @@ struct MacAdvertised {
                     "what the switches are told, which is the same for all of them");
     }
 
+    Selection selection() const {
+        return {.received = false, .arpTables = false, .vni = typed.vni};
+    }
+
     void render(Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.advertised;
         command =

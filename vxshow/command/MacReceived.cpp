@@ -17,6 +17,10 @@ struct MacReceived {
                     "Only this switch by name; all: every switch; hsc, qvx, evpn: that source");
     }
 
+    Selection selection() const {
+        return {.advertised = false, .arpTables = false, .vni = typed.vni, .source = typed.name};
+    }
+
     void render(Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.received;
         command =

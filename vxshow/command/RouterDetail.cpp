@@ -14,6 +14,8 @@ struct RouterDetail {
 
     void addFilters(CLI::App & options) { router.addTo(options); }
 
+    Selection selection() const { return selectsRouters(); }
+
     void render(Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.routers;
         command = Cli::vcsLRFactory(state.publishStatus, state.switchInfoDir, state.lRStatusDir,

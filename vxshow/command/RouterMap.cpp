@@ -25,6 +25,8 @@ struct RouterMap {
                       "Only the switches of these VTEPs, IPv4; ignored when --switch is given");
     }
 
+    Selection selection() const { return selectsRouters(); }
+
     void render(Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.routers;
         command = Cli::vcsLRMapFactory(state.publishStatus, state.switchInfoDir, router.name,

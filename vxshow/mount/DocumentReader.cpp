@@ -19,16 +19,33 @@ namespace Cli = VxlanController::Cli;
 constexpr std::string_view formatName = "vxlan-controller-state";
 constexpr Vex::U32 formatVersion = 1;
 
-Vex::Ptr<Vex::Dir> readSwitches(JsonValue value) {
-    return readDirectory(value, "an object whose members are switches",
-                         [](Vex::Name const &, JsonValue vnis) { return readVniStatusDir(vnis); });
+/// What is read of the document's parts depends on this.
+struct Wanted {
+    explicit Wanted(Selection const & wanted) : selection(wanted), tables(wanted) {}
+
+    Selection const & selection;
+    TablesReader tables;
+};
+
+Vex::Ptr<Vex::Dir> readSwitches(JsonValue value, Wanted & wanted) {
+    auto const & selection = wanted.selection;
+    return readDirectory(
+        value, "an object whose members are switches", [&](Vex::Name const & name, JsonValue vnis) {
+            bool const selected = selection.received && selection.takesSwitch(name.stringValue());
+            return wanted.tables.readVniStatusDir(vnis, selected);
+        });
 }
 
-Vex::Ptr<Vex::Dir> readVniEntries(JsonValue value) {
+Vex::Ptr<Vex::Dir> readVniEntries(JsonValue value, Wanted & wanted) {
+    auto const & selection = wanted.selection;
     return readDirectory(value, "an object whose members are per-VNI entries",
-                         [](Vex::Name const &, JsonValue tables) {
+                         [&](Vex::Name const & name, JsonValue tables) {
                              auto entry = Vex::makePtr<VxlanController::VniFdbStatusV2>();
-                             readTables(tables, *entry);
+                             if (selection.advertised && selection.takesEntry(name.stringValue())) {
+                                 wanted.tables.read(tables, *entry);
+                             } else {
+                                 wanted.tables.check(tables);
+                             }
                              return entry;
                          });
 }
@@ -36,12 +53,13 @@ Vex::Ptr<Vex::Dir> readVniEntries(JsonValue value) {
 /// The sources that may stand in one part of the document.
 using SourceNames = std::span<std::string_view const>;
 
-Vex::Ptr<Cli::VniStatusDirList> readSources(JsonValue value, SourceNames names) {
+Vex::Ptr<Cli::VniStatusDirList> readSources(JsonValue value, SourceNames names, bool selected,
+                                            Wanted & wanted) {
     Members members(names);
     auto list = Cli::vniStatusDirListFactory();
     value.members("an object of sources", [&](JsonText const & name, JsonValue member) {
         Vex::Name const source(names[members.take(name)]);
-        list->vniStatusDirIs(source, readVniStatusDir(member));
+        list->vniStatusDirIs(source, wanted.tables.readVniStatusDir(member, selected));
     });
     return list;
 }
@@ -60,8 +78,9 @@ Vex::Ptr<Cli::HostFloodTableList> readEvpnSources(JsonValue value) {
 /// What is received or what is advertised: a directory, and the sources beside it.
 template <class State>
 State readState(JsonValue value, std::string_view directoryName,
-                Vex::Ptr<Vex::Dir> (*readDirectory)(JsonValue),
-                Vex::Ptr<Vex::Dir> State::*directory, SourceNames sourceNames) {
+                Vex::Ptr<Vex::Dir> (*readDirectory)(JsonValue, Wanted &),
+                Vex::Ptr<Vex::Dir> State::*directory, SourceNames sourceNames, bool selected,
+                Wanted & wanted) {
     enum Name : std::size_t { inDirectory, sources, evpn };
 
     std::array<std::string_view, 3> const names{directoryName, "sources", "evpn"};
@@ -70,10 +89,10 @@ State readState(JsonValue value, std::string_view directoryName,
     value.members("an object of published state", [&](JsonText const & name, JsonValue member) {
         switch (members.take(name)) {
         case inDirectory:
-            state.*directory = readDirectory(member);
+            state.*directory = readDirectory(member, wanted);
             break;
         case sources:
-            state.sources = readSources(member, sourceNames);
+            state.sources = readSources(member, sourceNames, selected, wanted);
             break;
         default:
             state.evpn = readEvpnSources(member);
@@ -82,14 +101,16 @@ State readState(JsonValue value, std::string_view directoryName,
     return state;
 }
 
-Mount::Received readReceived(JsonValue value) {
+Mount::Received readReceived(JsonValue value, Wanted & wanted) {
     static constexpr std::array<std::string_view, 2> sources{"HSC", "QVX"};
-    return readState(value, "switches", readSwitches, &Mount::Received::switches, sources);
+    return readState(value, "switches", readSwitches, &Mount::Received::switches, sources,
+                     wanted.selection.received, wanted);
 }
 
-Mount::Advertised readAdvertised(JsonValue value) {
+Mount::Advertised readAdvertised(JsonValue value, Wanted & wanted) {
     static constexpr std::array<std::string_view, 1> sources{"HSC"};
-    return readState(value, "vnis", readVniEntries, &Mount::Advertised::vnis, sources);
+    return readState(value, "vnis", readVniEntries, &Mount::Advertised::vnis, sources,
+                     wanted.selection.advertised, wanted);
 }
 
 void checkFormat(JsonValue value) {
@@ -102,13 +123,14 @@ void checkFormat(JsonValue value) {
 
 } // namespace
 
-Mount readDocument(JsonReader & json) {
+Mount readDocument(JsonReader & json, Selection const & selection) {
     enum Name : std::size_t { format, version, received, advertised, routers };
 
     static constexpr std::array<std::string_view, 5> names{"format", "version", "received",
                                                            "advertised", "routers"};
     Members members(names);
     Mount mount;
+    Wanted wanted(selection);
     auto const * const start = json.at();
     json.document([&](JsonText const & name, JsonValue member) {
         switch (members.take(name)) {
@@ -119,10 +141,10 @@ Mount readDocument(JsonReader & json) {
             member.numberIs(formatVersion);
             break;
         case received:
-            mount.received = readReceived(member);
+            mount.received = readReceived(member, wanted);
             break;
         case advertised:
-            mount.advertised = readAdvertised(member);
+            mount.advertised = readAdvertised(member, wanted);
             break;
         default:
             mount.routers = readRouters(member);

@@ -2,11 +2,12 @@
 
 #include "vxshow/mount/Json.h"
 #include "vxshow/mount/Mount.h"
+#include "vxshow/mount/Selection.h"
 
 namespace vxshow {
 
-/// Reads a whole snapshot document, version 1. Throws `Refusal`, `MalformedJson`, and
-/// `Pelo::TableError` when there is no room for a table.
-Mount readDocument(JsonReader & json);
+/// Reads a whole snapshot document, version 1, and mounts what is selected. Throws `Refusal`,
+/// `MalformedJson`, and `Pelo::TableError` when there is no room for a table.
+Mount readDocument(JsonReader & json, Selection const & selection);
 
 } // namespace vxshow

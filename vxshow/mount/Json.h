@@ -3,6 +3,8 @@
 #include "Vex/Types.h"
 #include "vxshow/mount/FileBytes.h"
 
+#include <bit>
+#include <cstring>
 #include <simdjson.h>
 #include <string>
 #include <string_view>
@@ -198,11 +200,27 @@ private:
     std::string scratch_;
 };
 
-inline std::string_view JsonText::text() const {
-    char const * end = content_;
-    while (*end != '"' && *end != '\\') {
-        ++end;
+/// The first quote or backslash at or behind `text`. Looks at eight bytes at a time, and so
+/// at up to seven behind it: the document is followed by room for that.
+inline char const * firstMark(char const * text) noexcept {
+    constexpr Vex::U64 ones = 0x0101010101010101U;
+    static_assert(std::endian::native == std::endian::little);
+    for (;; text += sizeof(Vex::U64)) {
+        Vex::U64 word = 0;
+        std::memcpy(&word, text, sizeof word);
+        Vex::U64 const quote = word ^ ones * '"';
+        Vex::U64 const backslash = word ^ ones * '\\';
+        // A byte above the first mark may be marked by a borrow from it; none below it is.
+        Vex::U64 const marked =
+            (((quote - ones) & ~quote) | ((backslash - ones) & ~backslash)) & ones * 0x80;
+        if (marked != 0) {
+            return text + std::countr_zero(marked) / 8;
+        }
     }
+}
+
+inline std::string_view JsonText::text() const {
+    char const * const end = firstMark(content_);
     if (*end == '\\') [[unlikely]] {
         return reader_->unescaped(content_);
     }

@@ -34,10 +34,10 @@ std::string lineOf(MalformedJson const & malformed, std::string_view document) {
     return std::string(" ").append(simdjson::error_message(malformed.error));
 }
 
-Mount readBytes(FileBytes const & bytes, std::string const & name) {
+Mount readBytes(FileBytes const & bytes, std::string const & name, Selection const & selection) {
     try {
         JsonReader json(bytes);
-        return readDocument(json);
+        return readDocument(json, selection);
     } catch (Refusal const & refusal) {
         throw SnapshotError(name + ":" + lineOf(refusal, bytes.text()));
     } catch (MalformedJson const & malformed) {
@@ -47,12 +47,12 @@ Mount readBytes(FileBytes const & bytes, std::string const & name) {
 
 } // namespace
 
-Mount readSnapshot(std::string const & path) {
+Mount readSnapshot(std::string const & path, Selection const & selection) {
     bool const standardInput = path == "-";
     auto const name = standardInput ? "standard input" : Vex::printable(path);
     try {
         return readBytes(standardInput ? FileBytes::read(STDIN_FILENO) : FileBytes::open(path),
-                         name);
+                         name, selection);
     } catch (std::system_error const & error) {
         throw SnapshotError(name + ": " + error.code().message());
     } catch (std::length_error const & error) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/mount/Mount.h"
+#include "vxshow/mount/Selection.h"
 
 #include <stdexcept>
 #include <string>
@@ -15,14 +16,15 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the snapshot in the file `path`, or on standard input when that is "-".
+/// Reads the snapshot in the file `path`, or on standard input when that is "-", and mounts
+/// what is selected of it.
 ///
 /// Reading is strict: a document with a member, a number, an address or a byte that is not
 /// understood is refused whole, since a listing that silently lacks what was misspelt is
-/// worse than none. Raises `SnapshotError`.
+/// worse than none. That holds for what is not selected, too. Raises `SnapshotError`.
 ///
 /// The document goes through memory once, as it is, up to 4 GB of it; its values go
 /// straight into the tables, and the text is dropped before this returns.
-Mount readSnapshot(std::string const & path);
+Mount readSnapshot(std::string const & path, Selection const & selection = {});
 
 } // namespace vxshow

@@ -83,8 +83,6 @@ void readArp(JsonValue value, VniTables & tables) {
                   });
 }
 
-} // namespace
-
 void readTables(JsonValue value, VniTables & tables) {
     static constexpr std::array<std::string_view, 4> names{"unicast", "multipath", "flood", "arp"};
     static constexpr std::array readers{readUnicast, readMultipath, readFlood, readArp};
@@ -94,13 +92,35 @@ void readTables(JsonValue value, VniTables & tables) {
     });
 }
 
-Vex::Ptr<VxlanController::VniStatusDirV2> readVniStatusDir(JsonValue value) {
+} // namespace
+
+void TablesReader::read(JsonValue value, VniTables & into) {
+    check(value);
+    if (selection_.macTables) {
+        into.macTablesFrom(scratch_);
+    }
+    if (selection_.arpTables) {
+        into.arpTableFrom(scratch_);
+    }
+}
+
+void TablesReader::check(JsonValue value) {
+    scratch_.clear();
+    readTables(value, scratch_);
+}
+
+Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(JsonValue value,
+                                                                         bool selected) {
     auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
+    vnis_.clear();
     value.members("an object whose members are VNIs", [&](JsonText const & key, JsonValue tables) {
-        auto const before = dir->vniStatusV2().size();
-        auto const status = dir->vniStatusV2Is(readVni(key));
-        onlyNew(dir->vniStatusV2().size() > before, key);
-        readTables(tables, *status);
+        auto const vni = readVni(key);
+        onlyNew(vnis_.upsert(VniSet::Slot(vni, true)), key);
+        if (selected && selection_.takesVni(vni)) {
+            read(tables, *dir->vniStatusV2Is(vni));
+        } else {
+            check(tables);
+        }
     });
     return dir;
 }

@@ -48,8 +48,8 @@ TEST(Header, DeclaresAValueAndAnEntity) {
 
 #include "Vex/AllocTrack.h"
 #include "Vex/Entity.h"
+#include "Vex/OrderedMap.h"
 #include "Vex/Ptr.h"
-#include "Vex/RbTreeMap.h"
 #include "Vex/Slot.h"
 #include "Vex/String.h"
 #include "Vex/Type.h"
@@ -94,7 +94,7 @@ public:
 
     /// What a node of seen holds, the collection, and a place in it.
     using VexSeen = Vex::SetSlot<Vex::String>;
-    using SeenCollection = Vex::RbTreeMap<VexSeen>;
+    using SeenCollection = Vex::OrderedMap<VexSeen>;
     using SeenIterator = SeenCollection::Iterator;
 
     /// Where it was seen.
@@ -159,7 +159,7 @@ public:
 
     /// What a node of point holds, the collection, and a place in it.
     using VexPoint = Vex::ValueSlot<Sea::Key, Point, &Point::key>;
-    using PointCollection = Vex::RbTreeMap<VexPoint>;
+    using PointCollection = Vex::OrderedMap<VexPoint>;
     using PointIterator = PointCollection::Iterator;
 
     /// The collection, to be walked in the order of its keys.

@@ -3,6 +3,8 @@
 #include "Vex/AllocTrack.h"
 #include "Vex/Entity.h"
 
+#include <atomic>
+
 /// A small entity for the framework's tests: it tells how many of its kind are alive.
 class Counted : public Vex::Tracked<Counted, Vex::Entity> {
 public:
@@ -12,7 +14,7 @@ public:
 
     int const & number() const noexcept { return number_; }
 
-    inline static int alive = 0;
+    inline static std::atomic<int> alive = 0;
 
 protected:
     ~Counted() override { --alive; }

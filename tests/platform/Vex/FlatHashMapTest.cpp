@@ -74,3 +74,42 @@ TEST(FlatHashMap, TheWalkMeetsEveryEntryOnceInTheOrderOfTheirComing) {
     }
     EXPECT_EQ(next, 100);
 }
+
+TEST(FlatHashMap, IsFilledAnewAfterItWasCleared) {
+    Table table;
+    for (Vex::U32 size : {100U, 3U, 40U}) {
+        table.clear();
+        EXPECT_TRUE(table.empty());
+        EXPECT_EQ(table.find(Nolt::IpAddr(0)), nullptr);
+        for (Vex::U32 key = 0; key < size; ++key) {
+            EXPECT_TRUE(table.upsert(slot(key, 1)));
+        }
+        for (Vex::U32 key = 0; key < size; ++key) {
+            EXPECT_FALSE(table.upsert(slot(key, 2)));
+        }
+        EXPECT_EQ(table.size(), size);
+        EXPECT_EQ(table.find(Nolt::IpAddr(size)), nullptr);
+    }
+}
+
+TEST(FlatHashMap, TakesOverAllEntriesOfAnotherAtEverySize) {
+    for (Vex::U32 size : {0U, 1U, 16U, 17U, 64U, 65U, 1000U}) {
+        Table from;
+        for (Vex::U32 key = 0; key < size; ++key) {
+            from.upsert(slot(key * 7, static_cast<int>(key)));
+        }
+        Table to;
+        to.upsert(slot(3, 3));
+        to.takeFrom(from);
+        EXPECT_TRUE(from.empty());
+        EXPECT_EQ(to.size(), size);
+        for (Vex::U32 key = 0; key < size; ++key) {
+            ASSERT_NE(to.find(Nolt::IpAddr(key * 7)), nullptr);
+            EXPECT_EQ(to.find(Nolt::IpAddr(key * 7))->element().number, static_cast<int>(key));
+        }
+        EXPECT_EQ(to.find(Nolt::IpAddr(3)), nullptr);
+        EXPECT_TRUE(to.upsert(slot(3, 3)));
+        EXPECT_TRUE(from.upsert(slot(1, 1)));
+        EXPECT_EQ(from.size(), 1U);
+    }
+}

@@ -1,7 +1,7 @@
 #include "Vex/TypeImpl.h"
 
 #include "Vex/HashMap.h"
-#include "Vex/RbTreeMap.h"
+#include "Vex/OrderedMap.h"
 #include "Vex/Slot.h"
 #include "tests/platform/Vex/Counted.h"
 
@@ -33,7 +33,7 @@ public:
 
     U32 worth() const noexcept { return worth_; }
 
-    using MintCollection = Vex::RbTreeMap<Vex::SetSlot<String>>;
+    using MintCollection = Vex::OrderedMap<Vex::SetSlot<String>>;
 
     MintCollection const & mint() const noexcept { return mint_; }
 
@@ -74,7 +74,7 @@ public:
 
     void lentIs(Ptr<Counted const> const & lent) { lent_ = lent; }
 
-    using CoinCollection = Vex::RbTreeMap<Vex::ValueSlot<U32, Coin, &Coin::worth>>;
+    using CoinCollection = Vex::OrderedMap<Vex::ValueSlot<U32, Coin, &Coin::worth>>;
 
     CoinCollection const & coin() const noexcept { return coin_; }
 

@@ -191,6 +191,11 @@ TEST(TextWriter, WritesRowsOfAnyLength) {
         std::string large(size, 'x');
         EXPECT_EQ(line("<%s>\n", large), "<" + large + ">\n");
     }
+    for (std::size_t size = OutputBuffer::maxReserve - 40; size < OutputBuffer::maxReserve + 8;
+         ++size) {
+        std::string const large(size, 'x');
+        EXPECT_EQ(line("<%s %5d %-7s>\n", large, 12, "a"), "<" + large + "    12 a      >\n");
+    }
     EXPECT_EQ(line("%9999s%9999s%9999s%9999s%9999s%9999s%9999s%9999s", "1", "2", "3", "4", "5", "6",
                    "7", "8")
                   .size(),

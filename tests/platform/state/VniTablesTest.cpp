@@ -73,6 +73,28 @@ TYPED_TEST(VniTablesTest, ArpEntriesAreKeyedByTheirAddress) {
     EXPECT_EQ(this->status->arpTable().find(v4)->element().macAddress(), otherMac);
 }
 
+TYPED_TEST(VniTablesTest, TakesOverTheTablesOfAnotherByKind) {
+    VniStatusV2 from{Vxlan::Vni(1)};
+    from.macVtepIs(MacVtepV2(mac, IpAddr(1), 2));
+    from.macVtepMultiPathIs(MacVtepMultiPathV2(mac));
+    from.macVtepFloodListIs(Vex::makePtr<MacVtepFloodListV2>(mac));
+    from.arpIs(ArpEntryV2(IpGenAddr::fromString("10.0.0.9"), mac, 1, 2));
+    this->status->macTablesFrom(from);
+    EXPECT_EQ(this->status->macVtepTable(mac), MacVtepV2(mac, IpAddr(1), 2));
+    EXPECT_EQ(this->status->macVtepMultiPathTable().size(), 1U);
+    EXPECT_EQ(this->status->macVtepFloodListTable().size(), 1U);
+    EXPECT_TRUE(this->status->arpTable().empty());
+    this->status->arpTableFrom(from);
+    EXPECT_EQ(this->status->arpTable().size(), 1U);
+    EXPECT_TRUE(from.macVtepTable().empty());
+    EXPECT_TRUE(from.arpTable().empty());
+    this->status->clear();
+    EXPECT_TRUE(this->status->macVtepTable().empty());
+    EXPECT_TRUE(this->status->macVtepMultiPathTable().empty());
+    EXPECT_TRUE(this->status->macVtepFloodListTable().empty());
+    EXPECT_TRUE(this->status->arpTable().empty());
+}
+
 TEST(VniStatusV2, IsTrackedUnderItsName) {
     auto const before = Vex::allocTrackLiveCount("VxlanController::VniStatusV2");
     auto const status = Vex::makePtr<VniStatusV2>(Vxlan::Vni(1));
