@@ -48,7 +48,8 @@ inline std::size_t mostBytes(Conversion const & conversion, std::string_view tex
 
 template <TextValue Value>
 std::size_t mostBytes(Conversion const & conversion, Value const & /* value */) {
-    return std::max<std::size_t>(conversion.width, Value::maxTextLength);
+    constexpr std::size_t longest = Value::maxTextLength;
+    return std::max<std::size_t>(conversion.width, longest);
 }
 
 template <std::integral Number>
