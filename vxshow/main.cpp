@@ -8,6 +8,8 @@
 #include "vxshow/mount/Snapshot.h"
 
 #include <cstdio>
+#include <limits>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace vxshow {
@@ -34,7 +36,15 @@ Mount mountState(CommandLine const & line) {
     }
 }
 
+/// Has the memory that reading frees kept for the listing, which comes next: pages from the
+/// system are cleared one by one, and that is a tenth of the time of a large listing.
+void keepFreedMemory() {
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+}
+
 [[noreturn]] void show(CommandLine const & line) {
+    keepFreedMemory();
     interruptEndsTheProcess();
     if (line.traceLevel) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "VxlanController/command/InterruptPoll.h"
+#include "VxlanController/command/SortByNumber.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <type_traits>
 #include <vector>
@@ -36,13 +38,23 @@ void forEachSorted(Table const & table, Key key, InterruptPoll & poll, Taken && 
             entries.push_back({std::invoke(key, entry), &entry});
         }
     }
-    std::sort(entries.begin(), entries.end(), [&](auto const & a, auto const & b) {
+    if constexpr (requires(KeyValue const & value) { value.value(); }) {
+        sortByNumber(
+            entries, [](auto const & keyed) { return keyed.key.value(); }, [&] { poll.step(); });
+    } else {
+        std::sort(entries.begin(), entries.end(), [&](auto const & a, auto const & b) {
+            poll.step();
+            return a.key < b.key;
+        });
+    }
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        // The entries of a large table are all over the memory: each is asked for in time.
+        constexpr std::size_t ahead = 8;
+        if (i + ahead < entries.size()) {
+            __builtin_prefetch(entries[i + ahead].entry);
+        }
         poll.step();
-        return a.key < b.key;
-    });
-    for (auto const & keyed : entries) {
-        poll.step();
-        visit(*keyed.entry);
+        visit(*entries[i].entry);
     }
 }
 

@@ -38,19 +38,19 @@ std::optional<EthAddr> read(std::string_view text, Layout<separatorCount> const 
             return std::nullopt;
         }
     }
-    EthAddr::Bytes bytes;
+    Vex::U64 value = 0;
     unsigned seen = 0;
 #pragma GCC unroll 6
-    for (std::size_t index = 0; index < bytes.size(); ++index) {
-        U8 const high = Vex::hexValue(text[layout.bytes[index]]);
-        U8 const low = Vex::hexValue(text[layout.bytes[index] + std::size_t{1}]);
+    for (auto const at : layout.bytes) {
+        U8 const high = Vex::hexValue(text[at]);
+        U8 const low = Vex::hexValue(text[at + std::size_t{1}]);
         seen |= high | low;
-        bytes[index] = static_cast<U8>(high << 4 | low);
+        value = value << 8 | static_cast<U8>(high << 4 | low);
     }
     if ((seen & Vex::noHexDigit) != 0) {
         return std::nullopt;
     }
-    return EthAddr(bytes);
+    return EthAddr(value);
 }
 
 template <std::size_t separatorCount>

@@ -31,6 +31,11 @@ public:
     /// The address of these bytes, in the order of transmission.
     constexpr explicit EthAddr(Bytes const & bytes) noexcept : bytes_(bytes) {}
 
+    /// The address whose `value()` is that, of which the upper 16 bits count for nothing.
+    constexpr explicit EthAddr(Vex::U64 value) noexcept
+        : bytes_{byteOf(value, 40), byteOf(value, 32), byteOf(value, 24),
+                 byteOf(value, 16), byteOf(value, 8),  byteOf(value, 0)} {}
+
     /// Reads 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c or 001c.730a.0b0c, in either case, every
     /// digit there and one separator throughout. Raises `Vex::ParseError` for anything else.
     static EthAddr fromString(std::string_view text);
@@ -42,7 +47,7 @@ public:
     constexpr Bytes const & bytes() const noexcept { return bytes_; }
 
     /// The address as a 48-bit number, the byte sent first on top.
-    constexpr Vex::U64 value() const noexcept {
+    [[gnu::always_inline]] constexpr Vex::U64 value() const noexcept {
         auto const & b = bytes_;
         auto const high = Vex::U32{b[0]} << 24 | Vex::U32{b[1]} << 16 | Vex::U32{b[2]} << 8 | b[3];
         return Vex::U64{high} << 16 | Vex::U64{b[4]} << 8 | b[5];
@@ -67,16 +72,21 @@ public:
     /// without a closing zero. Returns the end of the text.
     char * writeDisplayTo(char * out) const noexcept;
 
-    constexpr bool operator==(EthAddr const & other) const noexcept {
+    [[gnu::always_inline]] constexpr bool operator==(EthAddr const & other) const noexcept {
         return value() == other.value();
     }
 
     /// Ordered by the bytes, the first one first.
-    constexpr std::strong_ordering operator<=>(EthAddr const & other) const noexcept {
+    [[gnu::always_inline]] constexpr std::strong_ordering
+    operator<=>(EthAddr const & other) const noexcept {
         return value() <=> other.value();
     }
 
 private:
+    static constexpr Vex::U8 byteOf(Vex::U64 value, unsigned shift) noexcept {
+        return static_cast<Vex::U8>(value >> shift);
+    }
+
     Bytes bytes_{};
 };
 

@@ -34,6 +34,37 @@ constexpr std::size_t octetLength(U8 octet) noexcept {
     return 1 + std::size_t{octet >= 10} + std::size_t{octet >= 100};
 }
 
+/// Reads the quad at `at` and returns where it ends, or null when there is none. `isEnd(at)`
+/// tells where there is nothing more to look at.
+template <class IsEnd>
+char const * readQuad(char const * at, IsEnd isEnd, IpAddr & into) noexcept {
+    auto const digitAt = [&](char const * place) {
+        constexpr U32 none = 10;
+        return isEnd(place) ? none : static_cast<U32>(*place) - '0';
+    };
+    U32 value = 0;
+    for (unsigned index = 0; index < 4; ++index) {
+        if (index > 0 && (isEnd(at) || *at++ != '.')) {
+            return nullptr;
+        }
+        U32 octet = digitAt(at);
+        if (octet > 9) {
+            return nullptr;
+        }
+        ++at;
+        for (U32 digit = digitAt(at); digit <= 9; digit = digitAt(++at)) {
+            bool const leadingZero = octet == 0;
+            octet = octet * 10 + digit;
+            if (leadingZero || octet > 255) {
+                return nullptr;
+            }
+        }
+        value = value << 8 | octet;
+    }
+    into = IpAddr(value);
+    return at;
+}
+
 } // namespace
 
 IpAddr IpAddr::fromString(std::string_view text) {
@@ -44,31 +75,18 @@ IpAddr IpAddr::fromString(std::string_view text) {
 }
 
 std::optional<IpAddr> IpAddr::tryFromString(std::string_view text) noexcept {
-    U32 value = 0;
-    std::size_t at = 0;
-    for (unsigned index = 0; index < 4; ++index) {
-        if (index > 0) {
-            if (at == text.size() || text[at] != '.') {
-                return std::nullopt;
-            }
-            ++at;
-        }
-        std::size_t const start = at;
-        U32 octet = 0;
-        while (at < text.size() && at < start + 3 && text[at] >= '0' && text[at] <= '9') {
-            octet = octet * 10 + static_cast<U32>(text[at] - '0');
-            ++at;
-        }
-        bool const leadingZero = at > start + 1 && text[start] == '0';
-        if (at == start || leadingZero || octet > 255) {
-            return std::nullopt;
-        }
-        value = value << 8 | octet;
-    }
-    if (at != text.size()) {
+    IpAddr address;
+    auto const * const end = text.data() + text.size();
+    if (readQuad(
+            text.data(), [&](char const * at) { return at == end; }, address) != end) {
         return std::nullopt;
     }
-    return IpAddr(value);
+    return address;
+}
+
+char const * IpAddr::readFrom(char const * text, IpAddr & into) noexcept {
+    return readQuad(
+        text, [](char const * /* at */) { return false; }, into);
 }
 
 Vex::String IpAddr::stringValue() const {

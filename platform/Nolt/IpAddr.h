@@ -30,6 +30,11 @@ public:
     /// As `fromString`, but nothing in place of the error.
     static std::optional<IpAddr> tryFromString(std::string_view text) noexcept;
 
+    /// Reads the dotted quad at the start of a longer text, as far as its digits go, and
+    /// returns where it ends; null when there is none. Some byte that is no digit must follow
+    /// in the text, as the quote does in JSON: no length is looked at.
+    static char const * readFrom(char const * text, IpAddr & into) noexcept;
+
     /// The address as a number, the first octet on top.
     constexpr Vex::U32 value() const noexcept { return value_; }
 

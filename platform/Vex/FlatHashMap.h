@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <functional>
 #include <iterator>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -18,8 +19,9 @@ namespace [[gnu::visibility("default")]] Vex {
 /// an entry only when its hash fits, and a growing index is filled from the old one. An entry
 /// costs its own size and some sixteen bytes, and no allocation of its own: state runs to
 /// millions of addresses in tables from one entry to all of them. Tables of up to `unindexed`
-/// entries are searched straight through. No entry is ever removed by itself; a table that shrinks
-/// is built anew.
+/// entries are searched straight through. Entries come one by one, or all at once when the
+/// whole table is known (`fill`). None is ever removed by itself; a table that shrinks is
+/// built anew.
 template <class SlotType>
 class FlatHashMap {
 public:
@@ -85,20 +87,24 @@ public:
         index_.clear();
     }
 
-    /// Takes over the entries of `other`, which is empty then. A small table takes no more
-    /// room than its entries need, and `other` keeps its own; of a large one the room goes
-    /// along.
-    void takeFrom(FlatHashMap & other) {
+    /// Takes `slots` for its entries, in their order and in place of what was there, and leaves
+    /// `slots` empty with room to be used again: whoever fills many tables needs one vector.
+    /// A small table takes no more room than its entries need.
+    ///
+    /// The keys are compared only here, all at once, which for a large table takes a third of
+    /// the time of as many insertions. Tells the place of the first slot whose key an earlier
+    /// one has; when there is one, the entries are not to be searched.
+    std::optional<std::size_t> fill(std::vector<Slot> & slots) {
         constexpr std::size_t small = 64;
-        if (other.slots_.size() > small) {
-            slots_ = std::exchange(other.slots_, {});
-            index_ = std::exchange(other.index_, {});
-            return;
+        index_.clear();
+        if (slots.size() > small) {
+            slots_.swap(slots);
+        } else {
+            slots_.assign(std::make_move_iterator(slots.begin()),
+                          std::make_move_iterator(slots.end()));
         }
-        slots_.assign(std::make_move_iterator(other.slots_.begin()),
-                      std::make_move_iterator(other.slots_.end()));
-        index_ = other.index_;
-        other.clear();
+        slots.clear();
+        return slots_.size() > unindexed ? fillIndex() : firstRepeated();
     }
 
 private:
@@ -142,8 +148,7 @@ private:
     }
 
     void growIndex() {
-        std::vector<Bucket> const old =
-            std::exchange(index_, std::vector<Bucket>(std::bit_ceil(slots_.size() * 2)));
+        std::vector<Bucket> const old = std::exchange(index_, emptyIndex());
         if (old.empty()) {
             for (std::size_t i = 0; i + 1 < slots_.size(); ++i) {
                 enter({hashOf(slots_[i].key()), static_cast<U32>(i)});
@@ -154,6 +159,45 @@ private:
                 enter(bucket);
             }
         }
+    }
+
+    std::vector<Bucket> emptyIndex() const {
+        return std::vector<Bucket>(std::bit_ceil(slots_.size() * 4 / 3 + 1));
+    }
+
+    std::optional<std::size_t> firstRepeated() const noexcept {
+        for (std::size_t i = 1; i < slots_.size(); ++i) {
+            for (std::size_t before = 0; before < i; ++before) {
+                if (slots_[before].key() == slots_[i].key()) {
+                    return i;
+                }
+            }
+        }
+        return std::nullopt;
+    }
+
+    /// Makes the index of all entries; stops at the first whose key is there already.
+    std::optional<std::size_t> fillIndex() {
+        // Each bucket is somewhere else in memory: asked for this early, it has arrived when
+        // it is needed.
+        constexpr std::size_t ahead = 16;
+        index_ = emptyIndex();
+        std::size_t const mask = index_.size() - 1;
+        for (std::size_t i = 0; i < slots_.size(); ++i) {
+            if (i + ahead < slots_.size()) {
+                __builtin_prefetch(&index_[hashOf(slots_[i + ahead].key()) & mask], 1);
+            }
+            Key const & key = slots_[i].key();
+            Bucket const bucket{hashOf(key), static_cast<U32>(i)};
+            std::size_t at = bucket.hash & mask;
+            for (; index_[at].position != absent; at = (at + 1) & mask) {
+                if (index_[at].hash == bucket.hash && slots_[index_[at].position].key() == key) {
+                    return i;
+                }
+            }
+            index_[at] = bucket;
+        }
+        return std::nullopt;
     }
 
     std::vector<Slot> slots_;

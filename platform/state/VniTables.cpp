@@ -37,21 +37,22 @@ bool VniTables::arpIs(ArpEntryV2 const & entry) {
     return arpTable_.upsert(ArpTable::Slot(entry));
 }
 
-void VniTables::clear() noexcept {
-    macVtepTable_.clear();
-    macVtepMultiPathTable_.clear();
-    macVtepFloodListTable_.clear();
-    arpTable_.clear();
+std::optional<std::size_t> VniTables::macVtepTableIs(std::vector<MacVtepTable::Slot> & entries) {
+    return macVtepTable_.fill(entries);
 }
 
-void VniTables::macTablesFrom(VniTables & other) {
-    macVtepTable_.takeFrom(other.macVtepTable_);
-    macVtepMultiPathTable_.takeFrom(other.macVtepMultiPathTable_);
-    macVtepFloodListTable_.takeFrom(other.macVtepFloodListTable_);
+std::optional<std::size_t>
+VniTables::macVtepMultiPathTableIs(std::vector<MacVtepMultiPathTable::Slot> & entries) {
+    return macVtepMultiPathTable_.fill(entries);
 }
 
-void VniTables::arpTableFrom(VniTables & other) {
-    arpTable_.takeFrom(other.arpTable_);
+std::optional<std::size_t>
+VniTables::macVtepFloodListTableIs(std::vector<MacVtepFloodListTable::Slot> & entries) {
+    return macVtepFloodListTable_.fill(entries);
+}
+
+std::optional<std::size_t> VniTables::arpTableIs(std::vector<ArpTable::Slot> & entries) {
+    return arpTable_.fill(entries);
 }
 
 } // namespace VxlanController

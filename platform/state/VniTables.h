@@ -8,6 +8,10 @@
 #include "state/MacVtepMultiPathV2.h"
 #include "state/MacVtepV2.h"
 
+#include <cstddef>
+#include <optional>
+#include <vector>
+
 namespace [[gnu::visibility("default")]] VxlanController {
 
 /// What is published for one VNI: three tables keyed by MAC address and one keyed by IP
@@ -53,12 +57,14 @@ public:
     bool macVtepFloodListIs(Vex::Ptr<MacVtepFloodListV2 const> entry);
     bool arpIs(ArpEntryV2 const & entry);
 
-    /// Removes every entry and keeps the room, for whoever fills one VNI after the other.
-    void clear() noexcept;
-
-    /// Take over the three MAC tables, or the ARP table, of `other`, which are empty then.
-    void macTablesFrom(VniTables & other);
-    void arpTableFrom(VniTables & other);
+    /// The fillers: each takes `entries` for its whole table, as `Vex::FlatHashMap::fill` does,
+    /// and tells which of them, if any, is the first with the key of an earlier one.
+    std::optional<std::size_t> macVtepTableIs(std::vector<MacVtepTable::Slot> & entries);
+    std::optional<std::size_t>
+    macVtepMultiPathTableIs(std::vector<MacVtepMultiPathTable::Slot> & entries);
+    std::optional<std::size_t>
+    macVtepFloodListTableIs(std::vector<MacVtepFloodListTable::Slot> & entries);
+    std::optional<std::size_t> arpTableIs(std::vector<ArpTable::Slot> & entries);
 
 protected:
     VniTables() = default;

@@ -51,25 +51,25 @@ Vex::Ptr<Vex::Dir> readVniEntries(JsonValue value, Wanted & wanted) {
 }
 
 /// The sources that may stand in one part of the document.
-using SourceNames = std::span<std::string_view const>;
+using SourceNames = std::span<MemberName const>;
 
 Vex::Ptr<Cli::VniStatusDirList> readSources(JsonValue value, SourceNames names, bool selected,
                                             Wanted & wanted) {
     Members members(names);
     auto list = Cli::vniStatusDirListFactory();
     value.members("an object of sources", [&](JsonText const & name, JsonValue member) {
-        Vex::Name const source(names[members.take(name)]);
+        Vex::Name const source(names[members.take(name)].text());
         list->vniStatusDirIs(source, wanted.tables.readVniStatusDir(member, selected));
     });
     return list;
 }
 
 Vex::Ptr<Cli::HostFloodTableList> readEvpnSources(JsonValue value) {
-    static constexpr std::array<std::string_view, 1> names{"EVPN"};
+    static constexpr std::array<MemberName, 1> names{"EVPN"};
     Members members(names);
     auto list = Cli::hostFloodTableListFactory();
     value.members("an object of sources", [&](JsonText const & name, JsonValue member) {
-        Vex::Name const source(names[members.take(name)]);
+        Vex::Name const source(names[members.take(name)].text());
         list->hostFloodTableIs(source, readEvpn(member));
     });
     return list;
@@ -83,7 +83,7 @@ State readState(JsonValue value, std::string_view directoryName,
                 Wanted & wanted) {
     enum Name : std::size_t { inDirectory, sources, evpn };
 
-    std::array<std::string_view, 3> const names{directoryName, "sources", "evpn"};
+    std::array<MemberName, 3> const names{directoryName, "sources", "evpn"};
     Members members(names);
     State state;
     value.members("an object of published state", [&](JsonText const & name, JsonValue member) {
@@ -102,19 +102,19 @@ State readState(JsonValue value, std::string_view directoryName,
 }
 
 Mount::Received readReceived(JsonValue value, Wanted & wanted) {
-    static constexpr std::array<std::string_view, 2> sources{"HSC", "QVX"};
+    static constexpr std::array<MemberName, 2> sources{"HSC", "QVX"};
     return readState(value, "switches", readSwitches, &Mount::Received::switches, sources,
                      wanted.selection.received, wanted);
 }
 
 Mount::Advertised readAdvertised(JsonValue value, Wanted & wanted) {
-    static constexpr std::array<std::string_view, 1> sources{"HSC"};
+    static constexpr std::array<MemberName, 1> sources{"HSC"};
     return readState(value, "vnis", readVniEntries, &Mount::Advertised::vnis, sources,
                      wanted.selection.advertised, wanted);
 }
 
 void checkFormat(JsonValue value) {
-    auto const expected = oneOf(std::array{formatName});
+    auto const expected = oneOf(std::array{MemberName(formatName)});
     auto const text = value.text(expected);
     if (text.text() != formatName) {
         text.refuse(expected);
@@ -126,8 +126,8 @@ void checkFormat(JsonValue value) {
 Mount readDocument(JsonReader & json, Selection const & selection) {
     enum Name : std::size_t { format, version, received, advertised, routers };
 
-    static constexpr std::array<std::string_view, 5> names{"format", "version", "received",
-                                                           "advertised", "routers"};
+    static constexpr std::array<MemberName, 5> names{"format", "version", "received", "advertised",
+                                                     "routers"};
     Members members(names);
     Mount mount;
     Wanted wanted(selection);

@@ -54,7 +54,7 @@ Vex::Ptr<VcsEvpn::FloodTable const> readFlood(JsonValue value) {
 
 Vex::Ptr<VxlanController::Cli::HostFloodTable> readEvpn(JsonValue value) {
     constexpr std::size_t hosts = 0;
-    static constexpr std::array<std::string_view, 2> names{"hosts", "flood"};
+    static constexpr std::array<MemberName, 2> names{"hosts", "flood"};
     Members members(names);
     auto tables = VxlanController::Cli::hostFloodTableFactory();
     value.members("an object of \"hosts\" and \"flood\"",

@@ -41,6 +41,13 @@ public:
     /// The opening quote.
     char const * at() const noexcept { return content_ - 1; }
 
+    /// What stands behind the opening quote: a text with a closing one, not yet unescaped.
+    char const * content() const noexcept { return content_; }
+
+    /// Whether the text has that many bytes at least, and that many only if none of them is a
+    /// backslash or a quote. Such a text can be looked at where it stands: `content`.
+    bool mayHaveLength(std::size_t length) const noexcept { return content_[length] == '"'; }
+
     /// The text itself. Valid until `text` is next called, for any text of the document.
     /// Throws `MalformedJson` when it holds a bad escape.
     std::string_view text() const;

@@ -23,7 +23,7 @@ constexpr std::string_view anObjectByAddress =
 LRIpPortV2 readPort(Nolt::IpGenAddrWithMask const & ip, JsonValue value) {
     enum Name : std::size_t { vniName, macName, vtepName };
 
-    static constexpr std::array<std::string_view, 3> names{"vni", "mac", "vtep"};
+    static constexpr std::array<MemberName, 3> names{"vni", "mac", "vtep"};
     Members members(names);
     Vxlan::Vni vni;
     Nolt::EthAddr mac;
@@ -57,7 +57,7 @@ void readPorts(JsonValue value, LRStatusV2 & status) {
 PortVlanPairV2 readPortVlan(JsonValue value) {
     constexpr std::size_t port = 0;
     constexpr Vex::U32 maxVlan = 0xFFFF;
-    static constexpr std::array<std::string_view, 2> names{"port", "vlan"};
+    static constexpr std::array<MemberName, 2> names{"port", "vlan"};
     Members members(names);
     PortVlanPairV2 pair;
     auto const * const start = value.at();
@@ -90,7 +90,7 @@ LRIpUplinkPortV2::PortVlans readPortVlans(JsonValue value) {
 LRIpUplinkPortV2 readUplink(Nolt::IpGenAddrWithMask const & ip, JsonValue value) {
     enum Name : std::size_t { macName, vtepName, portsName };
 
-    static constexpr std::array<std::string_view, 3> names{"mac", "vtep", "ports"};
+    static constexpr std::array<MemberName, 3> names{"mac", "vtep", "ports"};
     Members members(names);
     Nolt::EthAddr mac;
     Nolt::IpGenAddr vtep;
@@ -136,7 +136,7 @@ void readRoutes(JsonValue value, LRStatusV2 & status) {
 } // namespace
 
 Vex::Ptr<Vex::Dir> readRouterStatus(JsonValue value) {
-    static constexpr std::array<std::string_view, 3> names{"ports", "uplinks", "routes"};
+    static constexpr std::array<MemberName, 3> names{"ports", "uplinks", "routes"};
     static constexpr std::array readers{readPorts, readUplinks, readRoutes};
     return readDirectory(value, "an object whose members are logical routers",
                          [](Vex::Name const & name, JsonValue member) {

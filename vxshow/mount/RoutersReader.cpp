@@ -39,8 +39,7 @@ Vex::Ptr<Statestore::PublishStatus> readPublished(JsonValue value) {
 Mount::Routers readRouters(JsonValue value) {
     enum Name : std::size_t { switches, vteps, published, status };
 
-    static constexpr std::array<std::string_view, 4> names{"switches", "vteps", "published",
-                                                           "status"};
+    static constexpr std::array<MemberName, 4> names{"switches", "vteps", "published", "status"};
     Members members(names);
     Mount::Routers routers;
     SwitchInfoReader switchInfo;

@@ -27,7 +27,7 @@ void readSwitchesOf(JsonValue value, VtepMap & vtep) {
 
 void readVtep(JsonValue value, VtepMap & vtep) {
     constexpr std::size_t active = 0;
-    static constexpr std::array<std::string_view, 2> names{"active", "switches"};
+    static constexpr std::array<MemberName, 2> names{"active", "switches"};
     Members members(names);
     auto const * const start = value.at();
     value.members("an object of \"active\" and \"switches\"",
@@ -61,7 +61,7 @@ void SwitchInfoReader::readVtepsOf(JsonValue value, SwitchInfo & switchInfo) {
 }
 
 void SwitchInfoReader::readSwitches(JsonValue value) {
-    static constexpr std::array<std::string_view, 1> names{"vteps"};
+    static constexpr std::array<MemberName, 1> names{"vteps"};
     auto & dir = directory();
     value.members("an object whose members are switch identifiers", [&](JsonText const & key,
                                                                         JsonValue entry) {

@@ -17,42 +17,37 @@ using VxlanController::VniTables;
 
 constexpr Vex::U32 maxCount = 0xFFFFFFFF;
 
-void readUnicast(JsonValue value, VniTables & tables) {
-    value.members(anObjectByMac, [&](JsonText const & key, JsonValue entry) {
-        auto const mac = readMac(key);
-        auto const binding = readBinding(entry);
-        onlyNew(tables.macVtepIs(MacVtepV2(mac, binding.vtep, binding.moves)), key);
-    });
+MacVtepV2 readUnicastEntry(JsonText const & key, JsonValue value) {
+    auto const mac = readMac(key);
+    auto const binding = readBinding(value);
+    return {mac, binding.vtep, binding.moves};
 }
 
-void readMultipath(JsonValue value, VniTables & tables) {
-    value.members(anObjectByMac, [&](JsonText const & key, JsonValue list) {
-        MacVtepMultiPathV2 entry(readMac(key));
-        readVteps(list, [&](Nolt::IpAddr vtep) {
-            auto const before = entry.vtepIp().size();
-            entry.vtepIpIs(vtep, true);
-            return entry.vtepIp().size() > before;
-        });
-        onlyNew(tables.macVtepMultiPathIs(std::move(entry)), key);
+MacVtepMultiPathV2 readMultipathEntry(JsonText const & key, JsonValue list) {
+    MacVtepMultiPathV2 entry(readMac(key));
+    readVteps(list, [&](Nolt::IpAddr vtep) {
+        auto const before = entry.vtepIp().size();
+        entry.vtepIpIs(vtep, true);
+        return entry.vtepIp().size() > before;
     });
+    return entry;
 }
 
-void readFlood(JsonValue value, VniTables & tables) {
-    value.members(anObjectByMac, [&](JsonText const & key, JsonValue list) {
-        auto const entry = Vex::makePtr<MacVtepFloodListV2>(readMac(key));
-        readVteps(list, [&](Nolt::IpAddr vtep) {
-            auto const before = entry->vtepIp().size();
-            entry->vtepIpIs(vtep, true);
-            return entry->vtepIp().size() > before;
-        });
-        onlyNew(tables.macVtepFloodListIs(entry), key);
+Vex::Ptr<MacVtepFloodListV2> readFloodEntry(JsonText const & key, JsonValue list) {
+    auto entry = Vex::makePtr<MacVtepFloodListV2>(readMac(key));
+    readVteps(list, [&](Nolt::IpAddr vtep) {
+        auto const before = entry->vtepIp().size();
+        entry->vtepIpIs(vtep, true);
+        return entry->vtepIp().size() > before;
     });
+    return entry;
 }
 
-ArpEntryV2 readArpEntry(Nolt::IpGenAddr const & ip, JsonValue value) {
+ArpEntryV2 readArpEntry(JsonText const & key, JsonValue value) {
     enum Name : std::size_t { macName, preferenceName, changesName };
 
-    static constexpr std::array<std::string_view, 3> names{"mac", "preference", "changes"};
+    static constexpr std::array<MemberName, 3> names{"mac", "preference", "changes"};
+    auto const ip = readIp(key);
     Members members(names);
     Nolt::EthAddr mac;
     Vex::U32 preference = 0;
@@ -75,38 +70,64 @@ ArpEntryV2 readArpEntry(Nolt::IpGenAddr const & ip, JsonValue value) {
     return {ip, mac, static_cast<Vex::U8>(preference), changes};
 }
 
-void readArp(JsonValue value, VniTables & tables) {
-    value.members("an object whose members are IP addresses",
-                  [&](JsonText const & key, JsonValue entry) {
-                      auto const ip = readIp(key);
-                      onlyNew(tables.arpIs(readArpEntry(ip, entry)), key);
-                  });
+} // namespace
+
+template <class Slot, class Read, class Fill>
+void TablesReader::readTable(JsonValue value, std::string_view expected,
+                             std::vector<Slot> & entries, Read && read, Fill && fill) {
+    auto const * const start = value.at();
+    entries.clear();
+    keys_.clear();
+    auto const fillTable = [&] {
+        if (auto const repeated = fill(entries)) [[unlikely]] {
+            throw Refusal{start + keys_[*repeated], "it once", " again"};
+        }
+    };
+    try {
+        value.members(expected, [&](JsonText const & key, JsonValue entry) {
+            entries.push_back(Slot(read(key, entry)));
+            keys_.push_back(static_cast<Vex::U32>(key.at() - start));
+        });
+    } catch (...) {
+        // What is wrong first in the document is told: a key repeated before this, too.
+        fillTable();
+        throw;
+    }
+    fillTable();
 }
 
-void readTables(JsonValue value, VniTables & tables) {
-    static constexpr std::array<std::string_view, 4> names{"unicast", "multipath", "flood", "arp"};
-    static constexpr std::array readers{readUnicast, readMultipath, readFlood, readArp};
+void TablesReader::readTables(JsonValue value, VniTables & macTables, VniTables & arpTable) {
+    enum Name : std::size_t { unicast, multipath, flood, arp };
+
+    static constexpr std::array<MemberName, 4> names{"unicast", "multipath", "flood", "arp"};
     Members members(names);
     value.members("an object of tables", [&](JsonText const & name, JsonValue table) {
-        readers[members.take(name)](table, tables);
+        switch (members.take(name)) {
+        case unicast:
+            return readTable(table, anObjectByMac, unicast_, readUnicastEntry,
+                             [&](auto & entries) { return macTables.macVtepTableIs(entries); });
+        case multipath:
+            return readTable(
+                table, anObjectByMac, multipath_, readMultipathEntry,
+                [&](auto & entries) { return macTables.macVtepMultiPathTableIs(entries); });
+        case flood:
+            return readTable(table, anObjectByMac, flood_, readFloodEntry, [&](auto & entries) {
+                return macTables.macVtepFloodListTableIs(entries);
+            });
+        default:
+            return readTable(table, "an object whose members are IP addresses", arp_, readArpEntry,
+                             [&](auto & entries) { return arpTable.arpTableIs(entries); });
+        }
     });
 }
 
-} // namespace
-
 void TablesReader::read(JsonValue value, VniTables & into) {
-    check(value);
-    if (selection_.macTables) {
-        into.macTablesFrom(scratch_);
-    }
-    if (selection_.arpTables) {
-        into.arpTableFrom(scratch_);
-    }
+    readTables(value, selection_.macTables ? into : unselected_,
+               selection_.arpTables ? into : unselected_);
 }
 
 void TablesReader::check(JsonValue value) {
-    scratch_.clear();
-    readTables(value, scratch_);
+    readTables(value, unselected_, unselected_);
 }
 
 Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(JsonValue value,

@@ -7,14 +7,17 @@
 #include "vxshow/mount/Json.h"
 #include "vxshow/mount/Selection.h"
 
+#include <string_view>
+#include <vector>
+
 namespace vxshow {
 
 /// The reader of the tables that the controller publishes for each VNI of a switch or source:
 /// `{ "unicast": …, "multipath": …, "flood": …, "arp": … }`, each of which may be missing.
 ///
-/// Every table is read into the same scratch tables first, since how long it is shows at its
-/// end. What is selected is then taken from there, with no room to spare, and what is not
-/// has been checked like the rest, entry against entry, without leaving a trace.
+/// The entries of every table are gathered in the same vectors first, since how many there are
+/// shows at its end; the table is then made of all of them at once. What is not selected is
+/// checked like the rest, entry against entry, in tables that the next ones are put in.
 class TablesReader {
 public:
     explicit TablesReader(Selection const & selection) : selection_(selection) {}
@@ -31,10 +34,22 @@ public:
 
 private:
     using VniSet = Vex::FlatHashMap<Vex::SetSlot<Vxlan::Vni>>;
+    using Tables = VxlanController::VniTables;
+
+    void readTables(JsonValue value, Tables & macTables, Tables & arpTable);
+
+    template <class Slot, class Read, class Fill>
+    void readTable(JsonValue value, std::string_view expected, std::vector<Slot> & entries,
+                   Read && read, Fill && fill);
 
     Selection const & selection_;
-    VxlanController::VniStatusV2 scratch_{Vxlan::Vni(0)};
     VniSet vnis_;
+    VxlanController::VniStatusV2 unselected_{Vxlan::Vni(0)};
+    std::vector<Tables::MacVtepTable::Slot> unicast_;
+    std::vector<Tables::MacVtepMultiPathTable::Slot> multipath_;
+    std::vector<Tables::MacVtepFloodListTable::Slot> flood_;
+    std::vector<Tables::ArpTable::Slot> arp_;
+    std::vector<Vex::U32> keys_; ///< where each key stands, counted from its table's start
 };
 
 } // namespace vxshow

@@ -32,10 +32,21 @@ std::optional<Value> some(JsonText const & text) {
 } // namespace
 
 Nolt::EthAddr readMac(JsonText const & text) {
+    constexpr auto usual = Nolt::EthAddr::maxTextLength;
+    if (text.mayHaveLength(usual)) [[likely]] {
+        if (auto const mac = Nolt::EthAddr::tryFromString({text.content(), usual})) [[likely]] {
+            return *mac;
+        }
+    }
     return required(Nolt::EthAddr::tryFromString(text.text()), text, anEthernetAddress);
 }
 
 Nolt::IpAddr readIpv4(JsonText const & text) {
+    Nolt::IpAddr address;
+    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
+    if (end && *end == '"') [[likely]] {
+        return address;
+    }
     return required(Nolt::IpAddr::tryFromString(text.text()), text, anIpv4Address);
 }
 
@@ -67,7 +78,7 @@ Vxlan::Vni readVni(JsonText const & text) {
 
 Binding readBinding(JsonValue value) {
     constexpr std::size_t vtep = 0;
-    static constexpr std::array<std::string_view, 2> names{"vtep", "moves"};
+    static constexpr std::array<MemberName, 2> names{"vtep", "moves"};
     auto const * const start = value.at();
     Members members(names);
     Binding binding;

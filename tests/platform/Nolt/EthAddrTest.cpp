@@ -69,6 +69,12 @@ TEST(EthAddr, KeepsItsBytesInTheOrderOfTransmission) {
     EXPECT_EQ(sample.value(), 0x001c730a0b0cU);
 }
 
+TEST(EthAddr, IsMadeOfItsNumber) {
+    EXPECT_EQ(EthAddr(sample.value()), sample);
+    EXPECT_EQ(EthAddr(Vex::U64{0}), EthAddr());
+    EXPECT_EQ(EthAddr(0xABCDFFFFFFFFFFFFU).value(), 0xFFFFFFFFFFFFU);
+}
+
 TEST(EthAddr, WritesBothFormsInLowerCase) {
     auto const address = EthAddr::fromString("AB-CD-EF-01-23-45");
     valuechecks::expectText(address, "ab:cd:ef:01:23:45");

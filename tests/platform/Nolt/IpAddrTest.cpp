@@ -40,6 +40,26 @@ TEST(IpAddr, ReadsAndWritesEveryOctetInEveryPlace) {
     }
 }
 
+TEST(IpAddr, IsReadFromTheStartOfALongerText) {
+    for (std::string const quad : {"0.0.0.0", "10.0.0.1", "255.255.255.255"}) {
+        for (std::string const behind : {"\"", ".5\"", "/24\"", " \"", "\\"}) {
+            auto const text = quad + behind;
+            IpAddr address;
+            EXPECT_EQ(IpAddr::readFrom(text.c_str(), address), text.c_str() + quad.size()) << text;
+            EXPECT_EQ(address, IpAddr::fromString(quad)) << text;
+        }
+    }
+}
+
+TEST(IpAddr, AStartThatIsNoQuadIsLeftAlone) {
+    for (auto const * text : {"", "\"", "1\"", "1.2.3\"", "1.2.3.\"", "1..2.3\"", "01.2.3.4\"",
+                              "1.2.3.256\"", "1.2.3.04\"", "99999999999.1.1.1\"", "a.b.c.d\""}) {
+        IpAddr address(7);
+        EXPECT_EQ(IpAddr::readFrom(text, address), nullptr) << text;
+        EXPECT_EQ(address, IpAddr(7)) << text;
+    }
+}
+
 TEST(IpAddr, RefusesEverythingElse) {
     valuechecks::expectRefused<IpAddr>({
         "",

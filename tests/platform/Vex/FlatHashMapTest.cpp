@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <optional>
 #include <random>
+#include <vector>
 
 namespace {
 
@@ -92,24 +94,44 @@ TEST(FlatHashMap, IsFilledAnewAfterItWasCleared) {
     }
 }
 
-TEST(FlatHashMap, TakesOverAllEntriesOfAnotherAtEverySize) {
-    for (Vex::U32 size : {0U, 1U, 16U, 17U, 64U, 65U, 1000U}) {
-        Table from;
+TEST(FlatHashMap, IsFilledWithAllItsEntriesAtOnceAtEverySize) {
+    std::vector<Table::Slot> slots;
+    for (Vex::U32 size : {0U, 1U, 16U, 17U, 64U, 65U, 1000U, 3U}) {
         for (Vex::U32 key = 0; key < size; ++key) {
-            from.upsert(slot(key * 7, static_cast<int>(key)));
+            slots.push_back(slot(key * 7, static_cast<int>(key)));
         }
-        Table to;
-        to.upsert(slot(3, 3));
-        to.takeFrom(from);
-        EXPECT_TRUE(from.empty());
-        EXPECT_EQ(to.size(), size);
+        Table table;
+        table.upsert(slot(3, 3));
+        EXPECT_EQ(table.fill(slots), std::nullopt);
+        EXPECT_TRUE(slots.empty());
+        EXPECT_EQ(table.size(), size);
+        int next = 0;
+        for (Entry const & entry : table) {
+            EXPECT_EQ(entry.number, next++);
+        }
         for (Vex::U32 key = 0; key < size; ++key) {
-            ASSERT_NE(to.find(Nolt::IpAddr(key * 7)), nullptr);
-            EXPECT_EQ(to.find(Nolt::IpAddr(key * 7))->element().number, static_cast<int>(key));
+            ASSERT_NE(table.find(Nolt::IpAddr(key * 7)), nullptr);
+            EXPECT_EQ(table.find(Nolt::IpAddr(key * 7))->element().number, static_cast<int>(key));
         }
-        EXPECT_EQ(to.find(Nolt::IpAddr(3)), nullptr);
-        EXPECT_TRUE(to.upsert(slot(3, 3)));
-        EXPECT_TRUE(from.upsert(slot(1, 1)));
-        EXPECT_EQ(from.size(), 1U);
+        EXPECT_EQ(table.find(Nolt::IpAddr(3)), nullptr);
+        EXPECT_TRUE(table.upsert(slot(3, 3)));
+        EXPECT_FALSE(table.upsert(slot(3, 4)));
+        EXPECT_EQ(table.size(), size + 1);
+    }
+}
+
+TEST(FlatHashMap, TellsTheFirstRepeatedKeyOfThoseItIsFilledWith) {
+    std::mt19937 random(5);
+    for (Vex::U32 size : {2U, 3U, 16U, 17U, 64U, 65U, 1000U}) {
+        for (int round = 0; round < 20; ++round) {
+            auto const first = static_cast<Vex::U32>(random() % (size - 1));
+            auto const again = first + 1 + static_cast<Vex::U32>(random() % (size - 1 - first));
+            std::vector<Table::Slot> slots;
+            for (Vex::U32 key = 0; key < size; ++key) {
+                slots.push_back(slot(key == again ? first : key, 0));
+            }
+            slots.push_back(slot(first, 0));
+            EXPECT_EQ(Table().fill(slots), again);
+        }
     }
 }

@@ -73,26 +73,33 @@ TYPED_TEST(VniTablesTest, ArpEntriesAreKeyedByTheirAddress) {
     EXPECT_EQ(this->status->arpTable().find(v4)->element().macAddress(), otherMac);
 }
 
-TYPED_TEST(VniTablesTest, TakesOverTheTablesOfAnotherByKind) {
-    VniStatusV2 from{Vxlan::Vni(1)};
-    from.macVtepIs(MacVtepV2(mac, IpAddr(1), 2));
-    from.macVtepMultiPathIs(MacVtepMultiPathV2(mac));
-    from.macVtepFloodListIs(Vex::makePtr<MacVtepFloodListV2>(mac));
-    from.arpIs(ArpEntryV2(IpGenAddr::fromString("10.0.0.9"), mac, 1, 2));
-    this->status->macTablesFrom(from);
+TYPED_TEST(VniTablesTest, EachTableIsFilledWithAllItsEntries) {
+    using VxlanController::VniTables;
+    auto const ip = IpGenAddr::fromString("10.0.0.9");
+    std::vector<VniTables::MacVtepTable::Slot> unicast;
+    std::vector<VniTables::MacVtepMultiPathTable::Slot> multiPath;
+    std::vector<VniTables::MacVtepFloodListTable::Slot> flood;
+    std::vector<VniTables::ArpTable::Slot> arp;
+    unicast.emplace_back(MacVtepV2(mac, IpAddr(1), 2));
+    multiPath.emplace_back(MacVtepMultiPathV2(mac));
+    flood.emplace_back(Vex::makePtr<MacVtepFloodListV2>(mac));
+    arp.emplace_back(ArpEntryV2(ip, mac, 1, 2));
+    EXPECT_EQ(this->status->macVtepTableIs(unicast), std::nullopt);
+    EXPECT_EQ(this->status->macVtepMultiPathTableIs(multiPath), std::nullopt);
+    EXPECT_EQ(this->status->macVtepFloodListTableIs(flood), std::nullopt);
+    EXPECT_EQ(this->status->arpTableIs(arp), std::nullopt);
     EXPECT_EQ(this->status->macVtepTable(mac), MacVtepV2(mac, IpAddr(1), 2));
     EXPECT_EQ(this->status->macVtepMultiPathTable().size(), 1U);
-    EXPECT_EQ(this->status->macVtepFloodListTable().size(), 1U);
-    EXPECT_TRUE(this->status->arpTable().empty());
-    this->status->arpTableFrom(from);
-    EXPECT_EQ(this->status->arpTable().size(), 1U);
-    EXPECT_TRUE(from.macVtepTable().empty());
-    EXPECT_TRUE(from.arpTable().empty());
-    this->status->clear();
-    EXPECT_TRUE(this->status->macVtepTable().empty());
-    EXPECT_TRUE(this->status->macVtepMultiPathTable().empty());
-    EXPECT_TRUE(this->status->macVtepFloodListTable().empty());
-    EXPECT_TRUE(this->status->arpTable().empty());
+    EXPECT_NE(this->status->macVtepFloodListTable(mac), nullptr);
+    EXPECT_EQ(this->status->arpTable().find(ip)->element().macAddress(), mac);
+}
+
+TYPED_TEST(VniTablesTest, FillingTellsARepeatedKey) {
+    std::vector<VxlanController::VniTables::MacVtepTable::Slot> unicast;
+    for (auto const & key : {mac, otherMac, mac}) {
+        unicast.emplace_back(MacVtepV2(key, IpAddr(1), 2));
+    }
+    EXPECT_EQ(this->status->macVtepTableIs(unicast), 2U);
 }
 
 TEST(VniStatusV2, IsTrackedUnderItsName) {

@@ -200,6 +200,41 @@ TEST(TablesReader, RefusesABadListOfVteps) {
           R"(.flood: found "02-00-00-00-00-01" again, expected it once)"}});
 }
 
+/// A unicast table of that many entries, and behind them what else is given.
+std::string longTable(int entries, std::string const & rest) {
+    std::string table = R"({"unicast":{)";
+    for (int entry = 0; entry < entries; ++entry) {
+        auto const number = std::to_string(100'000 + entry);
+        table += "\"0200.00" + number.substr(0, 2) + "." + number.substr(2) +
+                 R"(":{"vtep":"10.0.0.1"},)";
+    }
+    return table + rest + "}}";
+}
+
+TEST(TablesReader, TellsOfARepeatedMacBeforeAnythingThatIsWrongBehindIt) {
+    std::string const again = R"("02-00-00-10-00-00":{"vtep":"10.0.0.1"})";
+    for (int const entries : {1, 15, 16, 17, 64, 1000}) {
+        for (auto const * behind : {"", R"(,"x":{})", R"(,"02:00:00:00:00:02":{"vtep":"x"})",
+                                    R"(,"02:00:00:00:00:02":{"vtep":10)", R"(,,)",
+                                    R"(,"02-00-00-10-00-00":{"vtep":"10.0.0.1"})"}) {
+            auto const line = refusal(withTables(longTable(entries, again + behind)));
+            EXPECT_NE(line.find(R"(.unicast: found "02-00-00-10-00-00" again, expected it once)"),
+                      std::string::npos)
+                << entries << " " << behind << " " << line;
+            auto const column = line.substr(0, line.find(": "));
+            EXPECT_EQ(column,
+                      refusal(withTables(longTable(entries, again))).substr(0, column.size()));
+        }
+    }
+}
+
+TEST(TablesReader, TellsOfAWrongEntryThatRepeatsAMac) {
+    auto const line = refusal(withTables(longTable(20, R"("02-00-00-10-00-00":{"vtep":"x"})")));
+    EXPECT_NE(line.find(R"("02-00-00-10-00-00".vtep: found "x", expected an IPv4)"),
+              std::string::npos)
+        << line;
+}
+
 TEST(TablesReader, RefusesABadArpTable) {
     expectRefused(
         {{R"({"arp":{"":{"mac":"02:00:00:00:00:01"}}})",

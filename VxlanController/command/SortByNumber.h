@@ -1,0 +1,98 @@
+#pragma once
+
+#include "Vex/Types.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace VxlanController::Cli {
+
+/// What `sortByNumber` does, with the room that it needs for it.
+template <class Item, class Number, class Step>
+class NumberSort {
+public:
+    NumberSort(Number & number, Step & step) : number_(number), step_(step) {}
+
+    void sort(std::vector<Item> & items) {
+        if (items.size() > few) {
+            dealt_.resize(items.size());
+        }
+        sortPart(items);
+    }
+
+private:
+    static constexpr std::size_t few = 512;
+
+    void sortPart(std::span<Item> items) {
+        if (items.size() > few) {
+            deal(items);
+        } else {
+            std::sort(items.begin(), items.end(), [&](Item const & a, Item const & b) {
+                step_();
+                return number_(a) < number_(b);
+            });
+        }
+    }
+
+    void deal(std::span<Item> items) {
+        Vex::U64 least = ~Vex::U64{0};
+        Vex::U64 greatest = 0;
+        for (Item const & item : items) {
+            step_();
+            least = std::min<Vex::U64>(least, number_(item));
+            greatest = std::max<Vex::U64>(greatest, number_(item));
+        }
+        if (least == greatest) {
+            return;
+        }
+        auto const pileBits = static_cast<unsigned>(std::bit_width(items.size() / 4));
+        auto const bits = static_cast<unsigned>(std::bit_width(greatest - least));
+        unsigned const shift = bits > pileBits ? bits - pileBits : 0;
+        auto const pileOf = [&](Item const & item) {
+            return static_cast<std::size_t>((number_(item) - least) >> shift);
+        };
+
+        // Where a pile starts is where its next item goes; when all are dealt, it is its end.
+        std::vector<Vex::U32> ends(static_cast<std::size_t>((greatest - least) >> shift) + 2);
+        for (Item const & item : items) {
+            ++ends[pileOf(item) + 1];
+        }
+        for (std::size_t pile = 1; pile < ends.size(); ++pile) {
+            ends[pile] += ends[pile - 1];
+        }
+        for (Item const & item : items) {
+            dealt_[ends[pileOf(item)]++] = item;
+        }
+        std::copy_n(dealt_.begin(), items.size(), items.begin());
+        std::size_t first = 0;
+        for (std::size_t pile = 0; pile + 1 < ends.size(); ++pile) {
+            std::size_t const size = ends[pile] - first;
+            if (size > 1 && shift > 0) {
+                sortPart(items.subspan(first, size));
+            }
+            first = ends[pile];
+        }
+    }
+
+    Number & number_;
+    Step & step_;
+    std::vector<Item> dealt_;
+};
+
+/// Sorts items by `number(item)`, a `U64`, ascending; those of one number in no particular order.
+/// Calls `step()` once or more for each item.
+///
+/// Many items are first dealt out to piles by the distance of their numbers from the least
+/// one, then each pile is sorted alike. Addresses are numbered through, or drawn evenly from
+/// the blocks of a few makers: one or two deals leave piles of a few items, and a million take
+/// less than half of the time of comparing all with all. Every deal takes eight bits at least
+/// off the range of a pile, so the worst of numbers takes eight deals.
+template <class Item, class Number, class Step>
+void sortByNumber(std::vector<Item> & items, Number && number, Step && step) {
+    NumberSort<Item, Number, Step>(number, step).sort(items);
+}
+
+} // namespace VxlanController::Cli
