@@ -1,0 +1,5 @@
+"""Why nothing is measured."""
+
+
+class Refusal(Exception):
+    """Something is missing, failed, or not comparable. The message is one line."""
