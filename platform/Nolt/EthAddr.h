@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Nolt/AddressText.h"
 #include "Vex/Hash.h"
 #include "Vex/String.h"
 #include "Vex/Types.h"
@@ -61,11 +62,11 @@ public:
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
     /// a closing zero. Returns the end of the text.
-    char * writeTo(char * out) const noexcept;
+    char * writeTo(char * out) const noexcept { return writeGroups<1>(out, ':'); }
 
     /// Writes `displayString()` to `out`, which has room for `maxDisplayLength` bytes,
     /// without a closing zero. Returns the end of the text.
-    char * writeDisplayTo(char * out) const noexcept;
+    char * writeDisplayTo(char * out) const noexcept { return writeGroups<2>(out, '.'); }
 
     constexpr bool operator==(EthAddr const & other) const noexcept {
         return value() == other.value();
@@ -77,6 +78,19 @@ public:
     }
 
 private:
+    /// Writes the bytes in groups of so many, with the separator between them.
+    template <std::size_t groupSize>
+    char * writeGroups(char * out, char separator) const noexcept {
+#pragma GCC unroll 6
+        for (std::size_t index = 0; index < bytes_.size(); ++index) {
+            if (index > 0 && index % groupSize == 0) {
+                *out++ = separator;
+            }
+            out = detail::writeHexPair(out, bytes_[index]);
+        }
+        return out;
+    }
+
     Bytes bytes_{};
 };
 
