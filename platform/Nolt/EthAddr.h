@@ -27,6 +27,9 @@ public:
     /// Length of every text of `writeDisplayTo`.
     static constexpr std::size_t maxDisplayLength = 14;
 
+    /// JSON takes every text of `writeTo` without escapes.
+    static constexpr bool textIsPlain = true;
+
     constexpr EthAddr() noexcept = default;
 
     /// The address of these bytes, in the order of transmission.

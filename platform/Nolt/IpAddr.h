@@ -19,6 +19,9 @@ public:
     /// Length of the longest text, 255.255.255.255.
     static constexpr std::size_t maxTextLength = 15;
 
+    /// JSON takes every text of `writeTo` without escapes.
+    static constexpr bool textIsPlain = true;
+
     constexpr IpAddr() noexcept = default;
 
     /// The address whose first octet is the top byte of `value`.

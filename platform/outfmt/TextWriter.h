@@ -2,13 +2,12 @@
 
 #include "outfmt/Format.h"
 #include "outfmt/OutputBuffer.h"
-#include "outfmt/ShortCopy.h"
+#include "outfmt/ReservedRoom.h"
 
 #include <algorithm>
 #include <charconv>
 #include <concepts>
 #include <cstddef>
-#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -19,35 +18,6 @@
 /// the line that is printed, whatever the compiler thinks of its size: there the format is a
 /// constant, and what is left of it are copies of known lengths.
 namespace outfmt::detail {
-
-/// Room that is known to be large enough, as OutputBuffer::reserve() gives it: with the
-/// slack behind it.
-class ReservedRoom {
-public:
-    explicit ReservedRoom(char * begin) noexcept : at_(begin) {}
-
-    char * end() const noexcept { return at_; }
-
-    [[gnu::always_inline]] void append(std::string_view text) noexcept {
-        at_ = copyShort(at_, text.data(), text.size());
-    }
-
-    /// Writes into the slack rather than asking how many it has to fill.
-    [[gnu::always_inline]] void fill(char character, std::size_t count) noexcept {
-        std::memset(at_, character, OutputBuffer::slack);
-        if (count > OutputBuffer::slack) [[unlikely]] {
-            std::memset(at_, character, count);
-        }
-        at_ += count;
-    }
-
-    char * reserve(std::size_t /* count */) noexcept { return at_; }
-
-    void commit(std::size_t count) noexcept { at_ += count; }
-
-private:
-    char * at_;
-};
 
 /// The most bytes that an argument writes to, those included that are cut or filled.
 inline std::size_t mostBytes(Conversion const & conversion, std::string_view text) {
