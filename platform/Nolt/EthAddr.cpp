@@ -3,8 +3,6 @@
 #include "Vex/Digits.h"
 #include "Vex/Errors.h"
 
-#include <cstring>
-
 namespace Nolt {
 
 using Vex::U8;
@@ -20,15 +18,6 @@ struct Layout {
 
 constexpr Layout<5> pairs{{0, 3, 6, 9, 12, 15}, {2, 5, 8, 11, 14}};
 constexpr Layout<2> quads{{0, 2, 5, 7, 10, 12}, {4, 9}};
-
-constexpr std::array<char, 512> hexPairs = [] {
-    std::array<char, 512> text{};
-    for (std::size_t byte = 0; byte < 256; ++byte) {
-        text[2 * byte] = Vex::hexDigits[byte >> 4];
-        text[2 * byte + 1] = Vex::hexDigits[byte & 0xF];
-    }
-    return text;
-}();
 
 template <std::size_t separatorCount>
 std::optional<EthAddr> read(std::string_view text, Layout<separatorCount> const & layout,
@@ -51,17 +40,6 @@ std::optional<EthAddr> read(std::string_view text, Layout<separatorCount> const 
         return std::nullopt;
     }
     return EthAddr(value);
-}
-
-template <std::size_t separatorCount>
-void write(char * out, EthAddr::Bytes const & bytes, Layout<separatorCount> const & layout,
-           char separator) noexcept {
-    for (auto const at : layout.separators) {
-        out[at] = separator;
-    }
-    for (std::size_t index = 0; index < bytes.size(); ++index) {
-        std::memcpy(out + layout.bytes[index], &hexPairs[std::size_t{2} * bytes[index]], 2);
-    }
 }
 
 } // namespace
@@ -92,16 +70,6 @@ Vex::String EthAddr::stringValue() const {
 Vex::String EthAddr::displayString() const {
     std::array<char, maxDisplayLength> text;
     return Vex::String(text.data(), writeDisplayTo(text.data()));
-}
-
-char * EthAddr::writeTo(char * out) const noexcept {
-    write(out, bytes_, pairs, ':');
-    return out + maxTextLength;
-}
-
-char * EthAddr::writeDisplayTo(char * out) const noexcept {
-    write(out, bytes_, quads, '.');
-    return out + maxDisplayLength;
 }
 
 } // namespace Nolt

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Nolt/AddressText.h"
 #include "Vex/Hash.h"
 #include "Vex/String.h"
 #include "Vex/Types.h"
@@ -25,6 +26,9 @@ public:
     static constexpr std::size_t maxTextLength = 17;
     /// Length of every text of `writeDisplayTo`.
     static constexpr std::size_t maxDisplayLength = 14;
+
+    /// JSON takes every text of `writeTo` without escapes.
+    static constexpr bool textIsPlain = true;
 
     constexpr EthAddr() noexcept = default;
 
@@ -66,11 +70,11 @@ public:
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
     /// a closing zero. Returns the end of the text.
-    char * writeTo(char * out) const noexcept;
+    char * writeTo(char * out) const noexcept { return writeGroups<1>(out, ':'); }
 
     /// Writes `displayString()` to `out`, which has room for `maxDisplayLength` bytes,
     /// without a closing zero. Returns the end of the text.
-    char * writeDisplayTo(char * out) const noexcept;
+    char * writeDisplayTo(char * out) const noexcept { return writeGroups<2>(out, '.'); }
 
     [[gnu::always_inline]] constexpr bool operator==(EthAddr const & other) const noexcept {
         return value() == other.value();
@@ -85,6 +89,19 @@ public:
 private:
     static constexpr Vex::U8 byteOf(Vex::U64 value, unsigned shift) noexcept {
         return static_cast<Vex::U8>(value >> shift);
+    }
+
+    /// Writes the bytes in groups of so many, with the separator between them.
+    template <std::size_t groupSize>
+    char * writeGroups(char * out, char separator) const noexcept {
+#pragma GCC unroll 6
+        for (std::size_t index = 0; index < bytes_.size(); ++index) {
+            if (index > 0 && index % groupSize == 0) {
+                *out++ = separator;
+            }
+            out = detail::writeHexPair(out, bytes_[index]);
+        }
+        return out;
     }
 
     Bytes bytes_{};

@@ -1,38 +1,14 @@
 #include "Nolt/IpAddr.h"
 
-#include "Vex/Digits.h"
 #include "Vex/Errors.h"
 
 #include <array>
-#include <cstring>
 
 namespace Nolt {
 
 using Vex::U32;
-using Vex::U8;
 
 namespace {
-
-/// Every octet as text, filled up with dots. The writer copies whole entries and only
-/// then looks at the length: no branch depends on the number of digits.
-constexpr std::array<std::array<char, 4>, 256> octets = [] {
-    std::array<std::array<char, 4>, 256> texts{};
-    for (unsigned octet = 0; octet < 256; ++octet) {
-        auto & text = texts[octet];
-        text.fill('.');
-        std::size_t length = 0;
-        for (unsigned const unit : {100U, 10U, 1U}) {
-            if (octet >= unit || unit == 1) {
-                text[length++] = Vex::hexDigits[octet / unit % 10];
-            }
-        }
-    }
-    return texts;
-}();
-
-constexpr std::size_t octetLength(U8 octet) noexcept {
-    return 1 + std::size_t{octet >= 10} + std::size_t{octet >= 100};
-}
 
 /// Reads the quad at `at` and returns where it ends, or null when there is none. `isEnd(at)`
 /// tells where there is nothing more to look at.
@@ -77,8 +53,9 @@ IpAddr IpAddr::fromString(std::string_view text) {
 std::optional<IpAddr> IpAddr::tryFromString(std::string_view text) noexcept {
     IpAddr address;
     auto const * const end = text.data() + text.size();
-    if (readQuad(
-            text.data(), [&](char const * at) { return at == end; }, address) != end) {
+    auto const isEnd = [end](char const * at) { return at == end; };
+    auto const * const behind = readQuad(text.data(), isEnd, address);
+    if (!behind || behind != end) {
         return std::nullopt;
     }
     return address;
@@ -92,17 +69,6 @@ char const * IpAddr::readFrom(char const * text, IpAddr & into) noexcept {
 Vex::String IpAddr::stringValue() const {
     std::array<char, maxTextLength> text;
     return Vex::String(text.data(), writeTo(text.data()));
-}
-
-char * IpAddr::writeTo(char * out) const noexcept {
-    for (unsigned shift = 24; shift > 0; shift -= 8) {
-        auto const octet = static_cast<U8>(value_ >> shift);
-        std::memcpy(out, octets[octet].data(), 4);
-        out += octetLength(octet) + 1;
-    }
-    auto const last = static_cast<U8>(value_);
-    std::memcpy(out, octets[last].data(), 3);
-    return out + octetLength(last);
 }
 
 } // namespace Nolt

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Nolt/AddressText.h"
 #include "Vex/Hash.h"
 #include "Vex/String.h"
 #include "Vex/Types.h"
@@ -17,6 +18,9 @@ class IpAddr {
 public:
     /// Length of the longest text, 255.255.255.255.
     static constexpr std::size_t maxTextLength = 15;
+
+    /// JSON takes every text of `writeTo` without escapes.
+    static constexpr bool textIsPlain = true;
 
     constexpr IpAddr() noexcept = default;
 
@@ -47,7 +51,12 @@ public:
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
     /// a closing zero. Returns the end of the text; what stands behind it, up to the end
     /// of that room, may have changed.
-    char * writeTo(char * out) const noexcept;
+    char * writeTo(char * out) const noexcept {
+        out = detail::writeOctetAndDot(out, static_cast<Vex::U8>(value_ >> 24));
+        out = detail::writeOctetAndDot(out, static_cast<Vex::U8>(value_ >> 16));
+        out = detail::writeOctetAndDot(out, static_cast<Vex::U8>(value_ >> 8));
+        return detail::writeOctet(out, static_cast<Vex::U8>(value_));
+    }
 
     constexpr bool operator==(IpAddr const & other) const noexcept = default;
     constexpr std::strong_ordering operator<=>(IpAddr const & other) const noexcept = default;

@@ -23,6 +23,9 @@ public:
     static constexpr std::size_t maxTextLength = 39;
 
     /// The empty address, of no family; its text is "".
+    /// JSON takes every text of `writeTo` without escapes.
+    static constexpr bool textIsPlain = true;
+
     constexpr IpGenAddr() noexcept = default;
 
     /// Widens an IPv4 address. Implicit, since every one of them is an address of this type.

@@ -16,6 +16,9 @@ public:
     static constexpr std::size_t maxTextLength = IpGenAddrWithMask::maxTextLength;
 
     /// The prefix of no family, of length 0; its text is "".
+    /// JSON takes every text of `writeTo` without escapes.
+    static constexpr bool textIsPlain = true;
+
     constexpr IpGenPrefix() noexcept = default;
 
     /// Raises `Vex::RangeError` when the family has less than `length` bits, or when

@@ -16,6 +16,10 @@ struct AttrArg {
     unsigned mode;           ///< of the printer that it was made for
     std::int64_t number = 0; ///< of the integer kinds; a boolean's 0 or 1 in JSON mode
     std::string_view text{}; ///< of a string; a boolean's "True" or "False" in text mode
+    /// The key with its quotes and the colon, and a string's text with its quotes, each as JSON
+    /// has it. Empty where that takes escapes, or was too long to be kept.
+    std::string_view quotedKey{};
+    std::string_view quotedText{};
 };
 
 } // namespace outfmt

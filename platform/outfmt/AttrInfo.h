@@ -15,8 +15,27 @@
 /// nothing for them.
 namespace [[gnu::visibility("default")]] outfmt {
 
+namespace detail {
+
+/// A key as JSON has it, if it takes no escapes and is short.
+class QuotedKey {
+public:
+    explicit QuotedKey(std::string_view key) noexcept;
+
+    std::string_view view() const noexcept { return {text_, length_}; }
+
+private:
+    char text_[32];
+    std::size_t length_ = 0;
+};
+
+} // namespace detail
+
 /// What all attribute infos have: the mode of the printer they are made for, a key, a
 /// kind, and a value once one was set.
+///
+/// Key and text are kept with their quotes, as they are printed: an entry is then no more
+/// than copied together.
 template <AttrKind kind>
 class AttrInfo {
 public:
@@ -25,14 +44,17 @@ public:
     AttrInfo(Renderer const & printer, std::string_view key) : AttrInfo(printer.mode(), key) {}
 
     /// The same for a printer known by its mode(), 1 or 2.
-    AttrInfo(unsigned mode, std::string_view key) : arg_{.key = key, .kind = kind, .mode = mode} {}
+    AttrInfo(unsigned mode, std::string_view key)
+        : arg_{.key = key, .kind = kind, .mode = mode}, keyText_(key) {
+        arg_.quotedKey = keyText_.view();
+    }
 
     AttrInfo(AttrInfo const &) = delete;
     AttrInfo & operator=(AttrInfo const &) = delete;
 
     /// The argument for addAttributesJson(), which refers to this info and is valid until
     /// the next setValue(). Asserts that a value was set and that the mode is 1 or 2.
-    AttrArg getArg() const {
+    AttrArg const & getArg() const {
         Vex::assertThat(hasValue_, "hasValue");
         Vex::assertThat(modeIsKnown(), "mode == 1 || mode == 2");
         return arg_;
@@ -45,6 +67,9 @@ protected:
 
     AttrArg arg_;
     bool hasValue_ = false;
+
+private:
+    detail::QuotedKey keyText_;
 };
 
 /// A signed 32-bit integer.
@@ -102,18 +127,33 @@ public:
     template <TextValue Value>
     void setValue(Value const & value) {
         static_assert(Value::maxTextLength <= bufferSize);
-        char * end = value.writeTo(buffer_);
-        keep({buffer_, static_cast<std::size_t>(end - buffer_)}, nullptr);
+        char * const begin = buffer_ + 1;
+        auto const length = static_cast<std::size_t>(value.writeTo(begin) - begin);
+        keep({begin, length}, nullptr);
+        if (textIsPlain<Value>()) {
+            quote(length);
+        } else {
+            quoteIfPlain(length);
+        }
     }
 
 private:
     void keep(std::string_view text, std::unique_ptr<char[]> heap) {
         arg_.text = text;
+        arg_.quotedText = {};
         hasValue_ = true;
         heap_ = std::move(heap);
     }
 
-    char buffer_[bufferSize];
+    /// Puts the quotes around a text of `length` bytes in the buffer.
+    void quote(std::size_t length) {
+        buffer_[0] = buffer_[length + 1] = '"';
+        arg_.quotedText = {buffer_, length + 2};
+    }
+
+    void quoteIfPlain(std::size_t length);
+
+    char buffer_[1 + bufferSize + 1]; // the quotes
     std::unique_ptr<char[]> heap_;
 };
 

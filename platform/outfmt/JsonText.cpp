@@ -29,7 +29,7 @@ constexpr bool allPlain(std::uint64_t word) {
 }
 
 /// How many bytes from the beginning can be copied as they are.
-std::size_t plainLength(std::string_view text) {
+std::size_t plainLength(std::string_view text) noexcept {
     std::size_t length = 0;
     for (std::uint64_t word = 0; text.size() - length >= sizeof word; length += sizeof word) {
         std::memcpy(&word, text.data() + length, sizeof word);
@@ -70,6 +70,10 @@ void appendEscaped(OutputBuffer & buffer, char character) {
 }
 
 } // namespace
+
+bool isPlainJson(std::string_view text) noexcept {
+    return plainLength(text) == text.size();
+}
 
 void appendJsonString(OutputBuffer & buffer, std::string_view text) {
     buffer.append('"');

@@ -6,6 +6,10 @@
 
 namespace outfmt {
 
+/// Whether a JSON string has the text as it is: ASCII without quotes, backslashes and control
+/// characters below U+0020.
+bool isPlainJson(std::string_view text) noexcept;
+
 /// Writes `text` as a JSON string (RFC 8259, section 7), quotes included.
 ///
 /// Whatever the bytes are, the result is well formed: quotes, backslashes and control

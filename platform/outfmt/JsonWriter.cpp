@@ -1,6 +1,7 @@
 #include "outfmt/JsonWriter.h"
 
 #include "outfmt/JsonText.h"
+#include "outfmt/ReservedRoom.h"
 
 #include <charconv>
 #include <stdexcept>
@@ -11,6 +12,27 @@ namespace {
 
 [[noreturn]] void misuse(char const * call, char const * reason) {
     throw std::logic_error(std::string("outfmt: ") + call + ": " + reason);
+}
+
+constexpr std::size_t longestNumber = 20; // -9223372036854775808
+
+[[gnu::always_inline]] inline void copyValue(detail::ReservedRoom & room,
+                                             AttrArg const & attribute) {
+    switch (attribute.kind) {
+    case AttrKind::integer32:
+    case AttrKind::integer64: {
+        char * const number = room.reserve(longestNumber);
+        char * const end = std::to_chars(number, number + longestNumber, attribute.number).ptr;
+        room.commit(static_cast<std::size_t>(end - number));
+        break;
+    }
+    case AttrKind::string:
+        room.append(attribute.quotedText);
+        break;
+    case AttrKind::boolean:
+        room.append(attribute.number != 0 ? std::string_view("true") : std::string_view("false"));
+        break;
+    }
 }
 
 } // namespace
@@ -58,7 +80,7 @@ void JsonWriter::endList() {
     if (!innermostIs(Container::list)) {
         misuse("endList()", "no list is open");
     }
-    closeDownTo(levels_.size() - 1);
+    closeInnermost();
 }
 
 void JsonWriter::startListEntry() {
@@ -73,19 +95,27 @@ void JsonWriter::endListEntry() {
     if (!innermostIs(Container::entry)) {
         misuse("endListEntry()", "no list entry is open");
     }
-    closeDownTo(levels_.size() - 1);
+    closeInnermost();
 }
 
 void JsonWriter::addAttributes(std::span<AttrArg const * const> attributes) {
     if (levels_.empty()) {
         misuse("addAttributesJson()", "no document was started");
     }
-    bool bare = innermostIs(Container::list);
+    bool const bare = innermostIs(Container::list);
+    bool copied = true;
+    std::size_t most = 0;
     for (AttrArg const * attribute : attributes) {
         if (attribute->key.empty() != bare) {
             misuse("addAttributesJson()",
                    bare ? "a list element has no key" : "an attribute needs a key");
         }
+        copied = copied && isCopied(*attribute);
+        most += mostBytes(*attribute);
+    }
+    if (copied && most <= OutputBuffer::maxReserve) [[likely]] {
+        copyAttributes(attributes, most);
+        return;
     }
     for (AttrArg const * attribute : attributes) {
         beginElement();
@@ -94,6 +124,47 @@ void JsonWriter::addAttributes(std::span<AttrArg const * const> attributes) {
         }
         appendValue(*attribute);
     }
+}
+
+/// Whether nothing of the attribute takes escapes, as far as is known.
+bool JsonWriter::isCopied(AttrArg const & attribute) {
+    return attribute.quotedKey.empty() == attribute.key.empty() &&
+           (attribute.kind != AttrKind::string || !attribute.quotedText.empty());
+}
+
+/// The most bytes that an attribute of which isCopied() holds takes, with what stands around it.
+std::size_t JsonWriter::mostBytes(AttrArg const & attribute) const {
+    constexpr std::size_t separators = 3; // a comma, a line break, and the blank of a key
+    return attribute.quotedKey.size() + attribute.quotedText.size() + longestNumber + separators +
+           indentation();
+}
+
+/// Writes the attributes into the buffer, where there is room for `most` bytes.
+void JsonWriter::copyAttributes(std::span<AttrArg const * const> attributes, std::size_t most) {
+    bool const indented = layout_ == Layout::indented;
+    std::size_t const blanks = indentation();
+    bool empty = levels_.back().empty;
+    char * const begin = buffer_.reserve(most);
+    detail::ReservedRoom room(begin);
+    for (AttrArg const * attribute : attributes) {
+        if (!empty) {
+            room.append(',');
+        }
+        empty = false;
+        if (indented) {
+            room.append('\n');
+            room.fill(' ', blanks);
+        }
+        if (!attribute->key.empty()) {
+            room.append(attribute->quotedKey);
+            if (indented) {
+                room.append(' ');
+            }
+        }
+        copyValue(room, *attribute);
+    }
+    levels_.back().empty = empty;
+    buffer_.commit(static_cast<std::size_t>(room.end() - begin));
 }
 
 bool JsonWriter::innermostIs(Container container) const {
@@ -134,19 +205,23 @@ void JsonWriter::open(Container container) {
 
 void JsonWriter::closeDownTo(std::size_t levels) {
     while (levels_.size() > levels) {
-        Level closed = levels_.back();
-        levels_.pop_back();
-        if (!closed.empty) {
-            appendLineBreak();
-        }
-        buffer_.append(closed.container == Container::list ? ']' : '}');
+        closeInnermost();
     }
+}
+
+void JsonWriter::closeInnermost() {
+    Level const closed = levels_.back();
+    levels_.pop_back();
+    if (!closed.empty) {
+        appendLineBreak();
+    }
+    buffer_.append(closed.container == Container::list ? ']' : '}');
 }
 
 void JsonWriter::appendLineBreak() {
     if (layout_ == Layout::indented) {
         buffer_.append('\n');
-        buffer_.fill(' ', 2 * levels_.size());
+        buffer_.fill(' ', indentation());
     }
 }
 
@@ -154,9 +229,8 @@ void JsonWriter::appendValue(AttrArg const & attribute) {
     switch (attribute.kind) {
     case AttrKind::integer32:
     case AttrKind::integer64: {
-        constexpr std::size_t longest = 20;
-        char * number = buffer_.reserve(longest);
-        char * end = std::to_chars(number, number + longest, attribute.number).ptr;
+        char * number = buffer_.reserve(longestNumber);
+        char * end = std::to_chars(number, number + longestNumber, attribute.number).ptr;
         buffer_.commit(static_cast<std::size_t>(end - number));
         break;
     }

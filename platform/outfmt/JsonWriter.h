@@ -51,8 +51,14 @@ private:
     void appendKey(std::string_view key);
     void open(Container container);
     void closeDownTo(std::size_t levels);
+    void closeInnermost();
     void appendLineBreak();
     void appendValue(AttrArg const & attribute);
+    void copyAttributes(std::span<AttrArg const * const> attributes, std::size_t most);
+    static bool isCopied(AttrArg const & attribute);
+    std::size_t mostBytes(AttrArg const & attribute) const;
+
+    std::size_t indentation() const { return 2 * levels_.size(); }
 
     OutputBuffer & buffer_;
     Layout layout_;

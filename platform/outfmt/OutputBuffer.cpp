@@ -6,7 +6,7 @@ namespace outfmt {
 
 OutputBuffer::OutputBuffer(int fd, Parting parting)
     : descriptor_(fd), parting_(parting),
-      storage_(std::make_unique_for_overwrite<char[]>(capacity)) {}
+      storage_(std::make_unique_for_overwrite<char[]>(capacity + slack)) {}
 
 void OutputBuffer::flush() {
     write(used_);

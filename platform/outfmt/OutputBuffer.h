@@ -23,6 +23,10 @@ public:
     static constexpr std::size_t capacity = std::size_t{64} * 1024;
     /// The most bytes that reserve() may be asked for.
     static constexpr std::size_t maxReserve = 4096;
+    /// Bytes behind what reserve() gives that may be written to as well, though not added:
+    /// who fills a few bytes need not ask how many, and writes as many at once as a register
+    /// holds.
+    static constexpr std::size_t slack = 32;
 
     /// Where the text may be parted when the buffer runs full. At line ends, a listing
     /// that an interrupt cuts short ends with a whole line; a line longer than the buffer

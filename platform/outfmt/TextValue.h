@@ -17,4 +17,15 @@ concept TextValue = requires(T const & value, char * to) {
     { T::maxTextLength } -> std::convertible_to<std::size_t>;
 };
 
+/// Whether the text of a value is always ASCII without anything that JSON escapes. A type says
+/// so by a member `textIsPlain`; the texts of the others are looked through.
+template <TextValue Value>
+constexpr bool textIsPlain() {
+    if constexpr (requires { Value::textIsPlain; }) {
+        return Value::textIsPlain;
+    } else {
+        return false;
+    }
+}
+
 } // namespace outfmt

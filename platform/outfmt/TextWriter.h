@@ -2,13 +2,14 @@
 
 #include "outfmt/Format.h"
 #include "outfmt/OutputBuffer.h"
+#include "outfmt/ReservedRoom.h"
 
 #include <algorithm>
 #include <charconv>
 #include <concepts>
 #include <cstddef>
-#include <cstring>
 #include <string_view>
+#include <utility>
 
 /// Formats one text line straight into the output: what Format.h parsed while compiling
 /// is filled with its arguments here. `Output` is an OutputBuffer or a LimitedOutput, or for
@@ -17,28 +18,6 @@
 /// the line that is printed, whatever the compiler thinks of its size: there the format is a
 /// constant, and what is left of it are copies of known lengths.
 namespace outfmt::detail {
-
-/// Room that is known to be large enough.
-class ReservedRoom {
-public:
-    explicit ReservedRoom(char * begin) noexcept : at_(begin) {}
-
-    char * end() const noexcept { return at_; }
-
-    void append(std::string_view text) noexcept { at_ += text.copy(at_, text.size()); }
-
-    void fill(char character, std::size_t count) noexcept {
-        std::memset(at_, character, count);
-        at_ += count;
-    }
-
-    char * reserve(std::size_t /* count */) noexcept { return at_; }
-
-    void commit(std::size_t count) noexcept { at_ += count; }
-
-private:
-    char * at_;
-};
 
 /// The most bytes that an argument writes to, those included that are cut or filled.
 inline std::size_t mostBytes(Conversion const & conversion, std::string_view text) {
@@ -61,7 +40,7 @@ std::size_t mostBytes(Conversion const & conversion, Number /* number */) {
 template <class Output>
 [[gnu::always_inline]] inline void putLiteral(Output & output, std::string_view format,
                                               Literal literal) {
-    std::string_view text = format.substr(literal.begin, literal.length);
+    std::string_view text(format.data() + literal.begin, literal.length);
     if (literal.hasEscapes) {
         for (std::size_t at = text.find("%%"); at != text.npos; at = text.find("%%")) {
             output.append(text.substr(0, at + 1));
@@ -112,30 +91,43 @@ template <class Output, TextValue Value>
     }
 }
 
+template <std::integral Number>
+[[gnu::always_inline]] inline std::size_t decimalLength(Number number) {
+    std::size_t length = number < 0 ? 2 : 1;
+    for (Number left = number / 10; left != 0; left /= 10) {
+        ++length;
+    }
+    return length;
+}
+
 template <class Output, std::integral Number>
 [[gnu::always_inline]] inline void putArgument(Output & output, Conversion const & conversion,
                                                Number number) {
     if constexpr (std::same_as<Number, char>) {
         putPadded(output, conversion, {&number, 1});
     } else {
-        char digits[20]; // the longest: -9223372036854775808
-        char * end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-        putPadded(output, conversion, {digits, static_cast<std::size_t>(end - digits)});
+        std::size_t const length = decimalLength(number);
+        std::size_t const padding = conversion.width > length ? conversion.width - length : 0;
+        if (!conversion.leftAligned) {
+            output.fill(' ', padding);
+        }
+        char * digits = output.reserve(length);
+        std::to_chars(digits, digits + length, number);
+        output.commit(length);
+        if (conversion.leftAligned) {
+            output.fill(' ', padding);
+        }
     }
 }
 
 /// Writes `format` with `args` piece by piece.
-template <class Output, class... Args>
+template <class Output, std::size_t... index, class... Args>
 [[gnu::always_inline]] inline void
-putPieces(Output & output, ParsedFormat<sizeof...(Args)> const & format, Args const &... args) {
-    [[maybe_unused]] auto const * conversion = format.conversions.data();
-    (
-        [&] {
-            putLiteral(output, format.text, conversion->before);
-            putArgument(output, *conversion, args);
-            ++conversion;
-        }(),
-        ...);
+putPieces(Output & output, ParsedFormat<sizeof...(Args)> const & format,
+          std::index_sequence<index...> /* of the arguments */, Args const &... args) {
+    ((putLiteral(output, format.text, format.conversions[index].before),
+      putArgument(output, format.conversions[index], args)),
+     ...);
     putLiteral(output, format.text, format.tail);
 }
 
@@ -147,11 +139,11 @@ putFormatted(Output & output, ParsedFormat<sizeof...(Args)> const & format, Args
     [[maybe_unused]] auto const * conversion = format.conversions.data();
     ((most += mostBytes(*conversion++, args)), ...);
     if (most > OutputBuffer::maxReserve) [[unlikely]] {
-        return putPieces(output, format, args...);
+        return putPieces(output, format, std::index_sequence_for<Args...>{}, args...);
     }
     char * const begin = output.reserve(most);
     ReservedRoom room(begin);
-    putPieces(room, format, args...);
+    putPieces(room, format, std::index_sequence_for<Args...>{}, args...);
     output.commit(static_cast<std::size_t>(room.end() - begin));
 }
 

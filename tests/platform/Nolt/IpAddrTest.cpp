@@ -51,6 +51,10 @@ TEST(IpAddr, IsReadFromTheStartOfALongerText) {
     }
 }
 
+TEST(IpAddr, NoTextAtAllIsNone) {
+    EXPECT_EQ(IpAddr::tryFromString(std::string_view()), std::nullopt);
+}
+
 TEST(IpAddr, AStartThatIsNoQuadIsLeftAlone) {
     for (auto const * text : {"", "\"", "1\"", "1.2.3\"", "1.2.3.\"", "1..2.3\"", "01.2.3.4\"",
                               "1.2.3.256\"", "1.2.3.04\"", "99999999999.1.1.1\"", "a.b.c.d\""}) {

@@ -55,6 +55,31 @@ TEST(AttrInfo, KeepsABooleanAsSuchInJsonMode) {
     EXPECT_EQ(flag.getArg().number, 0);
 }
 
+TEST(AttrInfo, KeepsAKeyAndATextAsJsonHasThem) {
+    StringAttrInfo info(jsonMode, "macAddr");
+    info.setValue("a text");
+    EXPECT_EQ(info.getArg().quotedKey, "\"macAddr\":");
+    EXPECT_EQ(info.getArg().quotedText, "\"a text\"");
+    info.setValue("");
+    EXPECT_EQ(info.getArg().quotedText, "\"\"");
+}
+
+TEST(AttrInfo, KeepsNoQuotedFormOfWhatTakesEscapesOrIsLong) {
+    StringAttrInfo info(jsonMode, "the \"key\"");
+    info.setValue("plain");
+    info.setValue("a\nb");
+    EXPECT_EQ(info.getArg().quotedKey, "");
+    EXPECT_EQ(info.getArg().quotedText, "");
+    info.setValue("plain");
+    info.setValue(std::string(100, 'x'));
+    EXPECT_EQ(info.getArg().quotedText, "");
+
+    std::string const longest(29, 'k');
+    EXPECT_EQ(detail::QuotedKey(longest).view(), '"' + longest + "\":");
+    EXPECT_EQ(detail::QuotedKey(longest + 'k').view(), "");
+    EXPECT_EQ(detail::QuotedKey("").view(), "");
+}
+
 bool liesWithin(StringAttrInfo const & info) {
     auto const * begin = reinterpret_cast<char const *>(&info);
     char const * text = info.getArg().text.data();

@@ -121,6 +121,53 @@ TEST(JsonText, IsWellFormedWhateverTheBytes) {
     }
 }
 
+/// A value of a type that may write anything.
+struct Anything {
+    static constexpr std::size_t maxTextLength = 3;
+    char middle;
+
+    char * writeTo(char * to) const noexcept {
+        to[0] = to[2] = '-';
+        to[1] = middle;
+        return to + 3;
+    }
+};
+
+TEST(JsonText, EscapesWhatAValueWrites) {
+    std::string all = printed(compactFormat, [](Printer & printer) {
+        StringAttrInfo element(printer, "");
+        printer.start();
+        printer.startList("l");
+        for (char const middle : {'a', '"', '\n', '\xff', 'a'}) {
+            element.setValue(Anything{middle});
+            printer.addAttributesJson(1, element.getArg());
+        }
+        printer.end();
+    });
+    EXPECT_EQ(all, "{\"l\":[\"-a-\",\"-\\\"-\",\"-\\n-\",\"-\xEF\xBF\xBD-\",\"-a-\"]}\n");
+}
+
+TEST(JsonText, EscapesOneOfSeveralAttributes) {
+    std::string all = printed(compactFormat, [](Printer & printer) {
+        StringAttrInfo plain(printer, "plain");
+        StringAttrInfo quoted(printer, "quoted");
+        Attr32Info quotedKey(printer, "a \"key\"");
+        StringAttrInfo longText(printer, "a key that is as long as a line of text");
+        plain.setValue("p");
+        quoted.setValue("\"");
+        quotedKey.setValue(-1);
+        longText.setValue(std::string(5000, 'x'));
+        printer.start();
+        printer.addAttributesJson(2, plain.getArg(), quoted.getArg());
+        printer.addAttributesJson(2, quotedKey.getArg(), plain.getArg());
+        printer.addAttributesJson(2, plain.getArg(), longText.getArg());
+        printer.end();
+    });
+    EXPECT_EQ(all, R"({"plain":"p","quoted":"\"","a \"key\"":-1,"plain":"p","plain":"p",)"
+                   R"("a key that is as long as a line of text":")" +
+                       std::string(5000, 'x') + "\"}\n");
+}
+
 TEST(JsonText, EscapesKeysToo) {
     std::string all = printed(compactFormat, [&](Printer & printer) {
         printer.start();
