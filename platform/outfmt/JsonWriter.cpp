@@ -210,12 +210,13 @@ void JsonWriter::closeDownTo(std::size_t levels) {
 }
 
 void JsonWriter::closeInnermost() {
-    Level const closed = levels_.back();
+    bool const empty = levels_.back().empty;
+    bool const list = levels_.back().container == Container::list;
     levels_.pop_back();
-    if (!closed.empty) {
+    if (!empty) {
         appendLineBreak();
     }
-    buffer_.append(closed.container == Container::list ? ']' : '}');
+    buffer_.append(list ? ']' : '}');
 }
 
 void JsonWriter::appendLineBreak() {

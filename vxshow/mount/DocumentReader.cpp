@@ -27,19 +27,19 @@ struct Wanted {
     TablesReader tables;
 };
 
-Vex::Ptr<Vex::Dir> readSwitches(JsonValue value, Wanted & wanted) {
+Vex::Ptr<Vex::Dir> readSwitches(JsonValue & value, Wanted & wanted) {
     auto const & selection = wanted.selection;
     return readDirectory(
-        value, "an object whose members are switches", [&](Vex::Name const & name, JsonValue vnis) {
+        value, "an object whose members are switches", [&](Vex::Name const & name, JsonValue & vnis) {
             bool const selected = selection.received && selection.takesSwitch(name.stringValue());
             return wanted.tables.readVniStatusDir(vnis, selected);
         });
 }
 
-Vex::Ptr<Vex::Dir> readVniEntries(JsonValue value, Wanted & wanted) {
+Vex::Ptr<Vex::Dir> readVniEntries(JsonValue & value, Wanted & wanted) {
     auto const & selection = wanted.selection;
     return readDirectory(value, "an object whose members are per-VNI entries",
-                         [&](Vex::Name const & name, JsonValue tables) {
+                         [&](Vex::Name const & name, JsonValue & tables) {
                              auto entry = Vex::makePtr<VxlanController::VniFdbStatusV2>();
                              if (selection.advertised && selection.takesEntry(name.stringValue())) {
                                  wanted.tables.read(tables, *entry);
@@ -53,22 +53,22 @@ Vex::Ptr<Vex::Dir> readVniEntries(JsonValue value, Wanted & wanted) {
 /// The sources that may stand in one part of the document.
 using SourceNames = std::span<MemberName const>;
 
-Vex::Ptr<Cli::VniStatusDirList> readSources(JsonValue value, SourceNames names, bool selected,
+Vex::Ptr<Cli::VniStatusDirList> readSources(JsonValue & value, SourceNames names, bool selected,
                                             Wanted & wanted) {
     Members members(names);
     auto list = Cli::vniStatusDirListFactory();
-    value.members("an object of sources", [&](JsonText const & name, JsonValue member) {
+    value.members("an object of sources", [&](JsonText const & name, JsonValue & member) {
         Vex::Name const source(names[members.take(name)].text());
         list->vniStatusDirIs(source, wanted.tables.readVniStatusDir(member, selected));
     });
     return list;
 }
 
-Vex::Ptr<Cli::HostFloodTableList> readEvpnSources(JsonValue value) {
+Vex::Ptr<Cli::HostFloodTableList> readEvpnSources(JsonValue & value) {
     static constexpr std::array<MemberName, 1> names{"EVPN"};
     Members members(names);
     auto list = Cli::hostFloodTableListFactory();
-    value.members("an object of sources", [&](JsonText const & name, JsonValue member) {
+    value.members("an object of sources", [&](JsonText const & name, JsonValue & member) {
         Vex::Name const source(names[members.take(name)].text());
         list->hostFloodTableIs(source, readEvpn(member));
     });
@@ -77,8 +77,8 @@ Vex::Ptr<Cli::HostFloodTableList> readEvpnSources(JsonValue value) {
 
 /// What is received or what is advertised: a directory, and the sources beside it.
 template <class State>
-State readState(JsonValue value, std::string_view directoryName,
-                Vex::Ptr<Vex::Dir> (*readDirectory)(JsonValue, Wanted &),
+State readState(JsonValue & value, std::string_view directoryName,
+                Vex::Ptr<Vex::Dir> (*readDirectory)(JsonValue &, Wanted &),
                 Vex::Ptr<Vex::Dir> State::*directory, SourceNames sourceNames, bool selected,
                 Wanted & wanted) {
     enum Name : std::size_t { inDirectory, sources, evpn };
@@ -86,7 +86,7 @@ State readState(JsonValue value, std::string_view directoryName,
     std::array<MemberName, 3> const names{directoryName, "sources", "evpn"};
     Members members(names);
     State state;
-    value.members("an object of published state", [&](JsonText const & name, JsonValue member) {
+    value.members("an object of published state", [&](JsonText const & name, JsonValue & member) {
         switch (members.take(name)) {
         case inDirectory:
             state.*directory = readDirectory(member, wanted);
@@ -101,19 +101,19 @@ State readState(JsonValue value, std::string_view directoryName,
     return state;
 }
 
-Mount::Received readReceived(JsonValue value, Wanted & wanted) {
+Mount::Received readReceived(JsonValue & value, Wanted & wanted) {
     static constexpr std::array<MemberName, 2> sources{"HSC", "QVX"};
     return readState(value, "switches", readSwitches, &Mount::Received::switches, sources,
                      wanted.selection.received, wanted);
 }
 
-Mount::Advertised readAdvertised(JsonValue value, Wanted & wanted) {
+Mount::Advertised readAdvertised(JsonValue & value, Wanted & wanted) {
     static constexpr std::array<MemberName, 1> sources{"HSC"};
     return readState(value, "vnis", readVniEntries, &Mount::Advertised::vnis, sources,
                      wanted.selection.advertised, wanted);
 }
 
-void checkFormat(JsonValue value) {
+void checkFormat(JsonValue & value) {
     auto const expected = oneOf(std::array{MemberName(formatName)});
     auto const text = value.text(expected);
     if (text.text() != formatName) {
@@ -132,7 +132,7 @@ Mount readDocument(JsonReader & json, Selection const & selection) {
     Mount mount;
     Wanted wanted(selection);
     auto const * const start = json.at();
-    json.document([&](JsonText const & name, JsonValue member) {
+    json.document([&](JsonText const & name, JsonValue & member) {
         switch (members.take(name)) {
         case format:
             checkFormat(member);

@@ -70,13 +70,17 @@ private:
 /// its author's words, and `MalformedJson`.
 class JsonValue {
 public:
-    JsonValue(simdjson::ondemand::value value, JsonReader & reader) noexcept
+    /// `value` and `reader` outlive this.
+    JsonValue(simdjson::ondemand::value & value, JsonReader & reader) noexcept
         : value_(value), reader_(&reader) {}
+
+    JsonValue(JsonValue const &) = delete;
+    JsonValue & operator=(JsonValue const &) = delete;
 
     /// Where the value starts, also after it was taken.
     char const * at() noexcept { return value_.raw_json_token().data(); }
 
-    /// Takes an object: `take(JsonText, JsonValue)` for each member, and must take the value.
+    /// Takes an object: `take(JsonText, JsonValue &)` for each member, and must take the value.
     template <class Take>
     void members(std::string_view expected, Take && take) {
         simdjson::ondemand::object object;
@@ -84,14 +88,15 @@ public:
         eachMember(object, *reader_, take);
     }
 
-    /// Takes an array: `take(JsonValue)` for each element, and must take it.
+    /// Takes an array: `take(JsonValue &)` for each element, and must take it.
     template <class Take>
     void elements(std::string_view expected, Take && take) {
         simdjson::ondemand::array array;
         check('[', expected, value_.get_array().get(array));
         for (auto element : array) {
             checked(element.error());
-            take(JsonValue(element.value_unsafe(), *reader_));
+            JsonValue value(element.value_unsafe(), *reader_);
+            take(value);
         }
     }
 
@@ -99,7 +104,7 @@ public:
     /// `expected` is about the array, `expectedElement` about those.
     template <class Take>
     void texts(std::string_view expected, std::string_view expectedElement, Take && take) {
-        elements(expected, [&](JsonValue element) { take(element.text(expectedElement)); });
+        elements(expected, [&](JsonValue & element) { take(element.text(expectedElement)); });
     }
 
     /// Takes a text. `expected` may say more of it than that.
@@ -139,8 +144,9 @@ public:
     static void eachMember(simdjson::ondemand::object & object, JsonReader & reader, Take && take) {
         for (auto member : object) {
             checked(member.error());
-            simdjson::ondemand::field field = member.value_unsafe();
-            take(JsonText(field.key().raw(), reader), JsonValue(field.value(), reader));
+            auto & field = member.value_unsafe();
+            JsonValue value(field.value(), reader);
+            take(JsonText(field.key().raw(), reader), value);
         }
     }
 
@@ -170,7 +176,7 @@ private:
         }
     }
 
-    simdjson::ondemand::value value_;
+    simdjson::ondemand::value & value_;
     JsonReader * reader_;
 };
 

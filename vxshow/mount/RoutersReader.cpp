@@ -13,9 +13,9 @@ namespace {
 
 constexpr std::string_view aKind = "the kind of what is published there, a text";
 
-void readPaths(JsonValue value, Statestore::SystemPublishedMount & system) {
+void readPaths(JsonValue & value, Statestore::SystemPublishedMount & system) {
     value.members("an object whose members are published paths",
-                  [&](JsonText const & key, JsonValue member) {
+                  [&](JsonText const & key, JsonValue & member) {
                       Vex::String path(key.text());
                       onlyNew(!system.publishedMount().has(path), key);
                       Vex::String kind(member.text(aKind).text());
@@ -23,10 +23,10 @@ void readPaths(JsonValue value, Statestore::SystemPublishedMount & system) {
                   });
 }
 
-Vex::Ptr<Statestore::PublishStatus> readPublished(JsonValue value) {
+Vex::Ptr<Statestore::PublishStatus> readPublished(JsonValue & value) {
     auto status = Vex::makePtr<Statestore::PublishStatus>();
     value.members("an object whose members are system identifiers",
-                  [&](JsonText const & key, JsonValue paths) {
+                  [&](JsonText const & key, JsonValue & paths) {
                       Controller::SystemId const id(readMac(key));
                       onlyNew(!status->system(id), key);
                       readPaths(paths, *status->systemIs(id));
@@ -36,7 +36,7 @@ Vex::Ptr<Statestore::PublishStatus> readPublished(JsonValue value) {
 
 } // namespace
 
-Mount::Routers readRouters(JsonValue value) {
+Mount::Routers readRouters(JsonValue & value) {
     enum Name : std::size_t { switches, vteps, published, status };
 
     static constexpr std::array<MemberName, 4> names{"switches", "vteps", "published", "status"};
@@ -44,7 +44,7 @@ Mount::Routers readRouters(JsonValue value) {
     Mount::Routers routers;
     SwitchInfoReader switchInfo;
     value.members("an object of what is known of logical routers",
-                  [&](JsonText const & name, JsonValue member) {
+                  [&](JsonText const & name, JsonValue & member) {
                       switch (members.take(name)) {
                       case switches:
                           switchInfo.readSwitches(member);

@@ -16,7 +16,7 @@ using VxlanController::VtepMap;
 // A snapshot does not tell the VXLAN interface that is the other half of both keys.
 Vex::String const noInterface;
 
-void readSwitchesOf(JsonValue value, VtepMap & vtep) {
+void readSwitchesOf(JsonValue & value, VtepMap & vtep) {
     value.texts("a list of switch identifiers", "a switch identifier, a text",
                 [&](JsonText const & text) {
                     VxlanController::SwitchIdVtepKeyPair key{Vex::String(text.text()), noInterface};
@@ -25,13 +25,13 @@ void readSwitchesOf(JsonValue value, VtepMap & vtep) {
                 });
 }
 
-void readVtep(JsonValue value, VtepMap & vtep) {
+void readVtep(JsonValue & value, VtepMap & vtep) {
     constexpr std::size_t active = 0;
     static constexpr std::array<MemberName, 2> names{"active", "switches"};
     Members members(names);
     auto const * const start = value.at();
     value.members("an object of \"active\" and \"switches\"",
-                  [&](JsonText const & name, JsonValue member) {
+                  [&](JsonText const & name, JsonValue & member) {
                       if (members.take(name) == active) {
                           vtep.activeIs(member.boolean());
                       } else {
@@ -50,7 +50,7 @@ SwitchInfoDir & SwitchInfoReader::directory() {
     return *directory_;
 }
 
-void SwitchInfoReader::readVtepsOf(JsonValue value, SwitchInfo & switchInfo) {
+void SwitchInfoReader::readVtepsOf(JsonValue & value, SwitchInfo & switchInfo) {
     value.texts("a list of IP addresses", anIpAddress, [&](JsonText const & text) {
         auto const address = readIp(text);
         VxlanController::IpVtepKeyPair key{address, noInterface};
@@ -60,26 +60,26 @@ void SwitchInfoReader::readVtepsOf(JsonValue value, SwitchInfo & switchInfo) {
     });
 }
 
-void SwitchInfoReader::readSwitches(JsonValue value) {
+void SwitchInfoReader::readSwitches(JsonValue & value) {
     static constexpr std::array<MemberName, 1> names{"vteps"};
     auto & dir = directory();
     value.members("an object whose members are switch identifiers", [&](JsonText const & key,
-                                                                        JsonValue entry) {
+                                                                        JsonValue & entry) {
         Vex::String const id(key.text());
         onlyNew(!dir.switchInfo(id), key);
         auto const switchInfo = dir.switchInfoIs(id);
         Members members(names);
-        entry.members("an object of \"vteps\"", [&](JsonText const & name, JsonValue list) {
+        entry.members("an object of \"vteps\"", [&](JsonText const & name, JsonValue & list) {
             members.take(name);
             readVtepsOf(list, *switchInfo);
         });
     });
 }
 
-void SwitchInfoReader::readVteps(JsonValue value) {
+void SwitchInfoReader::readVteps(JsonValue & value) {
     auto & dir = directory();
     value.members("an object whose members are IP addresses",
-                  [&](JsonText const & key, JsonValue entry) {
+                  [&](JsonText const & key, JsonValue & entry) {
                       auto const address = readIp(key);
                       onlyNew(described_.insert(address).second, key);
                       readVtep(entry, *dir.vtepMapIs(address));

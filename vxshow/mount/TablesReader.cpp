@@ -17,13 +17,13 @@ using VxlanController::VniTables;
 
 constexpr Vex::U32 maxCount = 0xFFFFFFFF;
 
-MacVtepV2 readUnicastEntry(JsonText const & key, JsonValue value) {
+MacVtepV2 readUnicastEntry(JsonText const & key, JsonValue & value) {
     auto const mac = readMac(key);
     auto const binding = readBinding(value);
     return {mac, binding.vtep, binding.moves};
 }
 
-MacVtepMultiPathV2 readMultipathEntry(JsonText const & key, JsonValue list) {
+MacVtepMultiPathV2 readMultipathEntry(JsonText const & key, JsonValue & list) {
     MacVtepMultiPathV2 entry(readMac(key));
     readVteps(list, [&](Nolt::IpAddr vtep) {
         auto const before = entry.vtepIp().size();
@@ -33,7 +33,7 @@ MacVtepMultiPathV2 readMultipathEntry(JsonText const & key, JsonValue list) {
     return entry;
 }
 
-Vex::Ptr<MacVtepFloodListV2> readFloodEntry(JsonText const & key, JsonValue list) {
+Vex::Ptr<MacVtepFloodListV2> readFloodEntry(JsonText const & key, JsonValue & list) {
     auto entry = Vex::makePtr<MacVtepFloodListV2>(readMac(key));
     readVteps(list, [&](Nolt::IpAddr vtep) {
         auto const before = entry->vtepIp().size();
@@ -43,7 +43,7 @@ Vex::Ptr<MacVtepFloodListV2> readFloodEntry(JsonText const & key, JsonValue list
     return entry;
 }
 
-ArpEntryV2 readArpEntry(JsonText const & key, JsonValue value) {
+ArpEntryV2 readArpEntry(JsonText const & key, JsonValue & value) {
     enum Name : std::size_t { macName, preferenceName, changesName };
 
     static constexpr std::array<MemberName, 3> names{"mac", "preference", "changes"};
@@ -54,7 +54,7 @@ ArpEntryV2 readArpEntry(JsonText const & key, JsonValue value) {
     Vex::U32 changes = 0;
     auto const * const start = value.at();
     value.members("an object of \"mac\", \"preference\" and \"changes\"",
-                  [&](JsonText const & name, JsonValue member) {
+                  [&](JsonText const & name, JsonValue & member) {
                       switch (members.take(name)) {
                       case macName:
                           mac = readMac(member.text(anEthernetAddress));
@@ -73,7 +73,7 @@ ArpEntryV2 readArpEntry(JsonText const & key, JsonValue value) {
 } // namespace
 
 template <class Slot, class Read, class Fill>
-void TablesReader::readTable(JsonValue value, std::string_view expected,
+void TablesReader::readTable(JsonValue & value, std::string_view expected,
                              std::vector<Slot> & entries, Read && read, Fill && fill) {
     auto const * const start = value.at();
     entries.clear();
@@ -84,7 +84,7 @@ void TablesReader::readTable(JsonValue value, std::string_view expected,
         }
     };
     try {
-        value.members(expected, [&](JsonText const & key, JsonValue entry) {
+        value.members(expected, [&](JsonText const & key, JsonValue & entry) {
             entries.push_back(Slot(read(key, entry)));
             keys_.push_back(static_cast<Vex::U32>(key.at() - start));
         });
@@ -96,12 +96,12 @@ void TablesReader::readTable(JsonValue value, std::string_view expected,
     fillTable();
 }
 
-void TablesReader::readTables(JsonValue value, VniTables & macTables, VniTables & arpTable) {
+void TablesReader::readTables(JsonValue & value, VniTables & macTables, VniTables & arpTable) {
     enum Name : std::size_t { unicast, multipath, flood, arp };
 
     static constexpr std::array<MemberName, 4> names{"unicast", "multipath", "flood", "arp"};
     Members members(names);
-    value.members("an object of tables", [&](JsonText const & name, JsonValue table) {
+    value.members("an object of tables", [&](JsonText const & name, JsonValue & table) {
         switch (members.take(name)) {
         case unicast:
             return readTable(table, anObjectByMac, unicast_, readUnicastEntry,
@@ -121,20 +121,20 @@ void TablesReader::readTables(JsonValue value, VniTables & macTables, VniTables 
     });
 }
 
-void TablesReader::read(JsonValue value, VniTables & into) {
+void TablesReader::read(JsonValue & value, VniTables & into) {
     readTables(value, selection_.macTables ? into : unselected_,
                selection_.arpTables ? into : unselected_);
 }
 
-void TablesReader::check(JsonValue value) {
+void TablesReader::check(JsonValue & value) {
     readTables(value, unselected_, unselected_);
 }
 
-Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(JsonValue value,
+Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(JsonValue & value,
                                                                          bool selected) {
     auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
     vnis_.clear();
-    value.members("an object whose members are VNIs", [&](JsonText const & key, JsonValue tables) {
+    value.members("an object whose members are VNIs", [&](JsonText const & key, JsonValue & tables) {
         auto const vni = readVni(key);
         onlyNew(vnis_.upsert(VniSet::Slot(vni, true)), key);
         if (selected && selection_.takesVni(vni)) {

@@ -76,14 +76,14 @@ Vxlan::Vni readVni(JsonText const & text) {
     return Vxlan::Vni(required(number, text, "a VNI from 0 to 16777215 in decimal"));
 }
 
-Binding readBinding(JsonValue value) {
+Binding readBinding(JsonValue & value) {
     constexpr std::size_t vtep = 0;
     static constexpr std::array<MemberName, 2> names{"vtep", "moves"};
     auto const * const start = value.at();
     Members members(names);
     Binding binding;
     value.members("an object of \"vtep\" and \"moves\"",
-                  [&](JsonText const & name, JsonValue member) {
+                  [&](JsonText const & name, JsonValue & member) {
                       if (members.take(name) == vtep) {
                           binding.vtep = readIpv4(member.text(anIpv4Address));
                       } else {

@@ -50,11 +50,11 @@ struct Binding {
 };
 
 /// `{ "vtep": IPv4, "moves": N }`, without moves when there were none.
-Binding readBinding(JsonValue value);
+Binding readBinding(JsonValue & value);
 
 /// `[ IPv4, … ]`: hands each to `insert`, which answers whether it is new, as it must be.
 template <class Insert>
-void readVteps(JsonValue value, Insert && insert) {
+void readVteps(JsonValue & value, Insert && insert) {
     value.texts("a list of IPv4 addresses", anIpv4Address, [&](JsonText const & text) {
         if (!insert(readIpv4(text))) [[unlikely]] {
             text.refuseAgain();

@@ -10,7 +10,7 @@ using Vex::U64;
 using Vex::U8;
 using namespace std::string_view_literals;
 
-static_assert(sizeof(EthAddr) == 6);
+static_assert(sizeof(EthAddr) == sizeof(Vex::U64));
 static_assert(alignof(EthAddr) == 1);
 static_assert(std::is_trivially_copyable_v<EthAddr>);
 static_assert(EthAddr({1, 2, 3, 4, 5, 6}).value() == 0x010203040506);

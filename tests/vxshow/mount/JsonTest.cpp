@@ -19,9 +19,9 @@ std::vector<std::string> walked(std::string_view text) {
     auto const bytes = bytesOf(text);
     JsonReader reader(bytes);
     std::vector<std::string> seen;
-    reader.document([&](JsonText const & name, JsonValue value) {
+    reader.document([&](JsonText const & name, JsonValue & value) {
         seen.emplace_back(name.text());
-        value.members("an object", [&](JsonText const & inner, JsonValue member) {
+        value.members("an object", [&](JsonText const & inner, JsonValue & member) {
             seen.emplace_back(inner.text());
             member.texts("a list", "a text",
                          [&](JsonText const & element) { seen.emplace_back(element.text()); });
@@ -51,8 +51,8 @@ TEST(Json, RefusesWhatIsSomethingElseAtItsStart) {
     auto const bytes = bytesOf(R"({"a":{"b":7}})");
     JsonReader reader(bytes);
     try {
-        reader.document([&](JsonText const &, JsonValue value) {
-            value.members("an object", [&](JsonText const &, JsonValue member) {
+        reader.document([&](JsonText const &, JsonValue & value) {
+            value.members("an object", [&](JsonText const &, JsonValue & member) {
                 member.texts("a list", "a text", [](JsonText const &) {});
             });
         });
@@ -67,11 +67,11 @@ TEST(Json, HandsOutElementsOfAnyKind) {
     auto const bytes = bytesOf(R"({"a":[{"b":true},{},{"b":false,"c":true}],"d":[]})");
     JsonReader reader(bytes);
     std::vector<std::string> seen;
-    reader.document([&](JsonText const & name, JsonValue value) {
+    reader.document([&](JsonText const & name, JsonValue & value) {
         seen.emplace_back(name.text());
-        value.elements("a list", [&](JsonValue element) {
+        value.elements("a list", [&](JsonValue & element) {
             seen.emplace_back("element");
-            element.members("an object", [&](JsonText const & inner, JsonValue flag) {
+            element.members("an object", [&](JsonText const & inner, JsonValue & flag) {
                 seen.emplace_back(inner.text());
                 seen.emplace_back(flag.boolean() ? "true" : "false");
             });
@@ -85,11 +85,11 @@ TEST(Json, RefusesAnElementThatStandsThereAgainAtItsStart) {
     auto const bytes = bytesOf(R"({"a":[{"b":true},{"b":true}]})");
     JsonReader reader(bytes);
     try {
-        reader.document([](JsonText const &, JsonValue value) {
+        reader.document([](JsonText const &, JsonValue & value) {
             int elements = 0;
-            value.elements("a list", [&](JsonValue element) {
+            value.elements("a list", [&](JsonValue & element) {
                 element.members("an object",
-                                [](JsonText const &, JsonValue flag) { flag.boolean(); });
+                                [](JsonText const &, JsonValue & flag) { flag.boolean(); });
                 if (++elements == 2) {
                     element.refuseAgain();
                 }
@@ -108,7 +108,7 @@ TEST(Json, RefusesWhatIsNoBoolean) {
         auto const bytes = bytesOf("{\"a\":" + value + "}");
         JsonReader reader(bytes);
         try {
-            reader.document([](JsonText const &, JsonValue flag) { flag.boolean(); });
+            reader.document([](JsonText const &, JsonValue & flag) { flag.boolean(); });
             ADD_FAILURE() << value;
         } catch (Refusal const & refusal) {
             EXPECT_EQ(refusal.at - bytes.text().data(), 5);
