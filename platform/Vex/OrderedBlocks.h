@@ -113,6 +113,22 @@ public:
         root_ = Block::make(std::min<std::size_t>(entries, Block::maxSlots));
     }
 
+    /// Adds an entry whose key is above all others to the only block, if there is room in it and
+    /// nobody stands in it. Most tables are filled like this, entry by entry.
+    bool append(Slot & slot) noexcept {
+        if (!root_ || indexed() || root_->extent.end == root_->capacity || !root_->exclusive()) {
+            return false;
+        }
+        auto * const block = static_cast<Block *>(root_);
+        Slot * const end = block->end(block->extent);
+        if (!(std::as_const(end[-1]).key() < slot.key())) {
+            return false;
+        }
+        new (end) Slot(std::move(slot));
+        ++block->extent.end;
+        return true;
+    }
+
     /// Inserts an entry where its key belongs; in an empty collection `where` means nothing.
     Slot * insert(Where where, Slot && slot) noexcept {
         if (!root_) {

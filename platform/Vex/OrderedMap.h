@@ -70,6 +70,10 @@ public:
 
     /// Inserts `slot`, or overwrites the element of the entry with its key.
     void upsert(Slot slot) {
+        if (blocks_.append(slot)) {
+            ++version_;
+            return;
+        }
         auto const [where, found] = placeOf(slot.key());
         if (found) {
             where.at->element() = std::move(slot.element());

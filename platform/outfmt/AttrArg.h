@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -20,6 +21,10 @@ struct AttrArg {
     /// has it. Empty where that takes escapes, or was too long to be kept.
     std::string_view quotedKey{};
     std::string_view quotedText{};
+    bool isQuoted = false; ///< whether those hold all of the attribute that is text
+
+    /// The most bytes that they have together.
+    static constexpr std::size_t longestQuoted = 144;
 };
 
 } // namespace outfmt

@@ -20,12 +20,14 @@ namespace detail {
 /// A key as JSON has it, if it takes no escapes and is short.
 class QuotedKey {
 public:
+    static constexpr std::size_t longest = 32;
+
     explicit QuotedKey(std::string_view key) noexcept;
 
     std::string_view view() const noexcept { return {text_, length_}; }
 
 private:
-    char text_[32];
+    char text_[longest];
     std::size_t length_ = 0;
 };
 
@@ -47,6 +49,7 @@ public:
     AttrInfo(unsigned mode, std::string_view key)
         : arg_{.key = key, .kind = kind, .mode = mode}, keyText_(key) {
         arg_.quotedKey = keyText_.view();
+        arg_.isQuoted = kind != AttrKind::string && keyIsQuoted();
     }
 
     AttrInfo(AttrInfo const &) = delete;
@@ -62,6 +65,8 @@ public:
 
 protected:
     ~AttrInfo() = default;
+
+    bool keyIsQuoted() const { return arg_.quotedKey.empty() == arg_.key.empty(); }
 
     bool modeIsKnown() const { return arg_.mode == textMode || arg_.mode == jsonMode; }
 
@@ -141,6 +146,7 @@ private:
     void keep(std::string_view text, std::unique_ptr<char[]> heap) {
         arg_.text = text;
         arg_.quotedText = {};
+        arg_.isQuoted = false;
         hasValue_ = true;
         heap_ = std::move(heap);
     }
@@ -149,9 +155,12 @@ private:
     void quote(std::size_t length) {
         buffer_[0] = buffer_[length + 1] = '"';
         arg_.quotedText = {buffer_, length + 2};
+        arg_.isQuoted = keyIsQuoted();
     }
 
     void quoteIfPlain(std::size_t length);
+
+    static_assert(detail::QuotedKey::longest + 1 + bufferSize + 1 <= AttrArg::longestQuoted);
 
     char buffer_[1 + bufferSize + 1]; // the quotes
     std::unique_ptr<char[]> heap_;

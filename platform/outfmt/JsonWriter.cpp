@@ -103,17 +103,18 @@ void JsonWriter::addAttributes(std::span<AttrArg const * const> attributes) {
         misuse("addAttributesJson()", "no document was started");
     }
     bool const bare = innermostIs(Container::list);
-    bool copied = true;
-    std::size_t most = 0;
+    bool quoted = true;
     for (AttrArg const * attribute : attributes) {
         if (attribute->key.empty() != bare) {
             misuse("addAttributesJson()",
                    bare ? "a list element has no key" : "an attribute needs a key");
         }
-        copied = copied && isCopied(*attribute);
-        most += mostBytes(*attribute);
+        quoted &= attribute->isQuoted;
     }
-    if (copied && most <= OutputBuffer::maxReserve) [[likely]] {
+    constexpr std::size_t separators = 3; // a comma, a line break, and the blank of a key
+    std::size_t const most =
+        attributes.size() * (AttrArg::longestQuoted + longestNumber + separators + indentation());
+    if (quoted && most <= OutputBuffer::maxReserve) [[likely]] {
         copyAttributes(attributes, most);
         return;
     }
@@ -124,19 +125,6 @@ void JsonWriter::addAttributes(std::span<AttrArg const * const> attributes) {
         }
         appendValue(*attribute);
     }
-}
-
-/// Whether nothing of the attribute takes escapes, as far as is known.
-bool JsonWriter::isCopied(AttrArg const & attribute) {
-    return attribute.quotedKey.empty() == attribute.key.empty() &&
-           (attribute.kind != AttrKind::string || !attribute.quotedText.empty());
-}
-
-/// The most bytes that an attribute of which isCopied() holds takes, with what stands around it.
-std::size_t JsonWriter::mostBytes(AttrArg const & attribute) const {
-    constexpr std::size_t separators = 3; // a comma, a line break, and the blank of a key
-    return attribute.quotedKey.size() + attribute.quotedText.size() + longestNumber + separators +
-           indentation();
 }
 
 /// Writes the attributes into the buffer, where there is room for `most` bytes.

@@ -55,8 +55,6 @@ private:
     void appendLineBreak();
     void appendValue(AttrArg const & attribute);
     void copyAttributes(std::span<AttrArg const * const> attributes, std::size_t most);
-    static bool isCopied(AttrArg const & attribute);
-    std::size_t mostBytes(AttrArg const & attribute) const;
 
     std::size_t indentation() const { return 2 * levels_.size(); }
 

@@ -1,6 +1,7 @@
 #include "outfmt/Printer.h"
 
 #include <stdexcept>
+#include <string>
 
 namespace outfmt {
 namespace {
@@ -67,16 +68,11 @@ void Printer::endListEntry() {
     }
 }
 
-void Printer::addAttributes(unsigned count, std::span<AttrArg const * const> attributes) {
-    if (count != attributes.size()) {
-        throw std::logic_error("outfmt: addAttributesJson(): the count differs from the arguments");
-    }
-    for (AttrArg const * attribute : attributes) {
-        if (attribute->mode != mode()) {
-            throw std::logic_error(
-                "outfmt: addAttributesJson(): the attribute was made for another mode");
-        }
-    }
+void Printer::refuse(char const * reason) {
+    throw std::logic_error(std::string("outfmt: addAttributesJson(): ") + reason);
+}
+
+void Printer::addAttributes(std::span<AttrArg const * const> attributes) {
     if (printsJson()) {
         json_.addAttributes(attributes);
     }

@@ -64,12 +64,19 @@ public:
     /// another printer's mode, is a std::logic_error in both modes.
     template <std::same_as<AttrArg>... Args>
     void addAttributesJson(unsigned count, Args const &... args) {
-        addAttributes(count, std::array<AttrArg const *, sizeof...(Args)>{&args...});
+        if (count != sizeof...(Args)) [[unlikely]] {
+            refuse("the count differs from the arguments");
+        }
+        if (((args.mode != mode()) || ...)) [[unlikely]] {
+            refuse("the attribute was made for another mode");
+        }
+        addAttributes(std::array<AttrArg const *, sizeof...(Args)>{&args...});
     }
 
 private:
     bool printsJson() const;
-    void addAttributes(unsigned count, std::span<AttrArg const * const> attributes);
+    [[noreturn]] static void refuse(char const * reason);
+    void addAttributes(std::span<AttrArg const * const> attributes);
 
     JsonWriter json_;
 };
