@@ -1,15 +1,38 @@
 #pragma once
 
+#include "Nolt/EthAddr.h"
+#include "Nolt/IpGenAddr.h"
 #include "VxlanController/command/InterruptPoll.h"
-#include "VxlanController/command/SortByNumber.h"
+#include "VxlanController/command/SortByNumbers.h"
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <type_traits>
 #include <vector>
 
 namespace VxlanController::Cli {
+
+/// The numbers by which a key is ordered, the one that counts most first.
+inline std::array<Vex::U64, 1> orderOf(Nolt::EthAddr const & key) {
+    return {key.value()};
+}
+
+inline std::array<Vex::U64, 3> orderOf(Nolt::IpGenAddr const & key) {
+    return {static_cast<Vex::U64>(key.family()), key.high(), key.low()};
+}
+
+/// As above, for an address with its length, of an interface or a network.
+template <class Key>
+
+requires requires(Key const & key) {
+    key.address(), key.length();
+}
+
+std::array<Vex::U64, 4> orderOf(Key const & key) {
+    auto const [family, high, low] = orderOf(key.address());
+    return {family, high, low, key.length()};
+}
 
 /// An entry of a published table with its key beside it: sorting looks at the keys alone, and
 /// the entries of a large table are all over the memory.
@@ -38,15 +61,8 @@ void forEachSorted(Table const & table, Key key, InterruptPoll & poll, Taken && 
             entries.push_back({std::invoke(key, entry), &entry});
         }
     }
-    if constexpr (requires(KeyValue const & value) { value.value(); }) {
-        sortByNumber(
-            entries, [](auto const & keyed) { return keyed.key.value(); }, [&] { poll.step(); });
-    } else {
-        std::sort(entries.begin(), entries.end(), [&](auto const & a, auto const & b) {
-            poll.step();
-            return a.key < b.key;
-        });
-    }
+    sortByNumbers(
+        entries, [](auto const & keyed) { return orderOf(keyed.key); }, [&] { poll.step(); });
     for (std::size_t i = 0; i < entries.size(); ++i) {
         // The entries of a large table are all over the memory: each is asked for in time.
         constexpr std::size_t ahead = 8;

@@ -51,6 +51,11 @@ Nolt::IpAddr readIpv4(JsonText const & text) {
 }
 
 Nolt::IpGenAddr readIp(JsonText const & text) {
+    Nolt::IpAddr address;
+    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
+    if (end && *end == '"') {
+        return address;
+    }
     return required(some<Nolt::IpGenAddr>(text), text, anIpAddress);
 }
 

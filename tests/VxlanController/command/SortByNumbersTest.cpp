@@ -1,21 +1,22 @@
-#include "VxlanController/command/SortByNumber.h"
+#include "VxlanController/command/SortByNumbers.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <random>
 #include <vector>
 
 using Vex::U64;
-using VxlanController::Cli::sortByNumber;
+using VxlanController::Cli::sortByNumbers;
 
 namespace {
 
 std::vector<U64> sorted(std::vector<U64> numbers) {
     std::size_t steps = 0;
     std::size_t const count = numbers.size();
-    sortByNumber(
-        numbers, [](U64 number) { return number; }, [&] { ++steps; });
+    sortByNumbers(
+        numbers, [](U64 number) { return std::array{number}; }, [&] { ++steps; });
     EXPECT_GE(steps, count > 1 ? count - 1 : 0);
     return numbers;
 }
@@ -35,24 +36,24 @@ std::vector<U64> numbers(std::size_t count, Make make) {
 
 } // namespace
 
-TEST(SortByNumber, EverySizeAroundTheOneFromWhichPilesAreMade) {
+TEST(SortByNumbers, EverySizeAroundTheOneFromWhichPilesAreMade) {
     std::mt19937_64 random(1);
     for (std::size_t count : {0U, 1U, 2U, 511U, 512U, 513U, 514U, 4000U}) {
         expectSorted(numbers(count, [&] { return random(); }));
     }
 }
 
-TEST(SortByNumber, NumbersInARow) {
+TEST(SortByNumbers, NumbersInARow) {
     U64 next = 50'000;
     expectSorted(numbers(50'000, [&] { return --next; }));
 }
 
-TEST(SortByNumber, AddressesOfAFewMakers) {
+TEST(SortByNumbers, AddressesOfAFewMakers) {
     std::mt19937_64 random(2);
     expectSorted(numbers(50'000, [&] { return (random() % 4) << 40 | random() % (1 << 24); }));
 }
 
-TEST(SortByNumber, OneFarFromAllOthersAtEveryDeal) {
+TEST(SortByNumbers, OneFarFromAllOthersAtEveryDeal) {
     std::vector<U64> halving;
     for (U64 number = 0; number < 20'000; ++number) {
         halving.push_back(~U64{0} >> number % 64);
@@ -61,17 +62,17 @@ TEST(SortByNumber, OneFarFromAllOthersAtEveryDeal) {
     expectSorted(halving);
 }
 
-TEST(SortByNumber, TheLeastAndTheGreatestNumber) {
+TEST(SortByNumbers, TheLeastAndTheGreatestNumber) {
     std::mt19937_64 random(3);
     expectSorted(numbers(2'000, [&] { return random() % 2 == 0 ? 0 : ~U64{0}; }));
 }
 
-TEST(SortByNumber, AllTheSame) {
+TEST(SortByNumbers, AllTheSame) {
     expectSorted(std::vector<U64>(2'000, 7));
     expectSorted(std::vector<U64>(2'000, ~U64{0}));
 }
 
-TEST(SortByNumber, WhatIsSortedGoesAlongWithItsNumber) {
+TEST(SortByNumbers, WhatIsSortedGoesAlongWithItsNumber) {
     struct Item {
         U64 number;
         U64 payload;
@@ -81,10 +82,26 @@ TEST(SortByNumber, WhatIsSortedGoesAlongWithItsNumber) {
     for (U64 number = 5'000; number-- > 0;) {
         items.push_back({number, number * 3});
     }
-    sortByNumber(
-        items, [](Item const & item) { return item.number; }, [] {});
+    sortByNumbers(
+        items, [](Item const & item) { return std::array{item.number}; }, [] {});
     for (U64 at = 0; at < items.size(); ++at) {
         EXPECT_EQ(items[at].number, at);
         EXPECT_EQ(items[at].payload, at * 3);
+    }
+}
+
+TEST(SortByNumbers, TheFirstNumberCountsMost) {
+    using Triple = std::array<U64, 3>;
+    std::mt19937_64 random(4);
+    for (U64 const range : {1U, 2U, 5U, 4000U}) {
+        std::vector<Triple> triples;
+        for (int item = 0; item < 20'000; ++item) {
+            triples.push_back({random() % range, random() % 3 << 62, random() % range});
+        }
+        auto expected = triples;
+        std::sort(expected.begin(), expected.end());
+        sortByNumbers(
+            triples, [](Triple const & triple) { return triple; }, [] {});
+        EXPECT_EQ(triples, expected);
     }
 }
