@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Nolt/EthAddr.h"
-#include "Nolt/IpGenAddr.h"
+#include "Nolt/IpGenPrefix.h"
 #include "VxlanController/command/InterruptPoll.h"
 #include "VxlanController/command/SortByNumbers.h"
 
@@ -22,14 +22,12 @@ inline std::array<Vex::U64, 3> orderOf(Nolt::IpGenAddr const & key) {
     return {static_cast<Vex::U64>(key.family()), key.high(), key.low()};
 }
 
-/// As above, for an address with its length, of an interface or a network.
-template <class Key>
-
-requires requires(Key const & key) {
-    key.address(), key.length();
+inline std::array<Vex::U64, 4> orderOf(Nolt::IpGenAddrWithMask const & key) {
+    auto const [family, high, low] = orderOf(key.address());
+    return {family, high, low, key.length()};
 }
 
-std::array<Vex::U64, 4> orderOf(Key const & key) {
+inline std::array<Vex::U64, 4> orderOf(Nolt::IpGenPrefix const & key) {
     auto const [family, high, low] = orderOf(key.address());
     return {family, high, low, key.length()};
 }

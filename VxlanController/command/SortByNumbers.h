@@ -86,8 +86,8 @@ private:
 };
 
 /// Sorts items by `numbers(item)`, an array of `U64` whose first number counts most, ascending;
-/// those that agree in all numbers stand in no particular order. Calls `step()` once or more
-/// for each of several items.
+/// those that agree in all numbers stand in no particular order. Calls `step()` at
+/// least as often as there are items behind the first. Items are copied, and made in advance.
 ///
 /// Many items are first dealt out to piles by the distance of their numbers from the least
 /// one, then each pile is sorted alike. Addresses are numbered through, or drawn evenly from

@@ -107,15 +107,19 @@ class Plot:
         if drawn.returncode != 0 or not drawn.stdout:
             said = " ".join(drawn.stderr.decode(errors="replace").split())
             raise Refusal(f"gnuplot failed: {said}")
-        with open(path, "wb") as file:
-            file.write(drawn.stdout)
+        try:
+            with open(path, "wb") as file:
+                file.write(drawn.stdout)
+        except OSError as error:
+            raise Refusal(f"{path}: {error.strerror}") from error
 
 
 def require_drawing(path):
     """Better said before measuring takes minutes."""
     _gnuplot()
     folder = os.path.dirname(path) or "."
-    if os.path.isdir(path) or not os.access(folder, os.W_OK):
+    taken = os.path.isdir(path) or (os.path.exists(path) and not os.access(path, os.W_OK))
+    if taken or not os.access(folder, os.W_OK):
         raise Refusal(f"no picture can be written to {path}")
 
 

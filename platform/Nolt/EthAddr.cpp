@@ -39,7 +39,7 @@ std::optional<EthAddr> read(std::string_view text, Layout<separatorCount> const 
     if ((seen & Vex::noHexDigit) != 0) {
         return std::nullopt;
     }
-    return EthAddr(value);
+    return EthAddr::ofValue(value);
 }
 
 } // namespace

@@ -41,7 +41,11 @@ public:
     }
 
     /// The address whose `value()` is that, of which the upper 16 bits count for nothing.
-    constexpr explicit EthAddr(Vex::U64 value) noexcept : value_(value & 0xFFFFFFFFFFFF) {}
+    static constexpr EthAddr ofValue(Vex::U64 value) noexcept {
+        EthAddr address;
+        address.value_ = value & 0xFFFFFFFFFFFF;
+        return address;
+    }
 
     /// Reads 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c or 001c.730a.0b0c, in either case, every
     /// digit there and one separator throughout. Raises `Vex::ParseError` for anything else.

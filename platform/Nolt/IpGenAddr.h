@@ -22,10 +22,10 @@ public:
     /// Length of the longest text, eight IPv6 groups of four digits.
     static constexpr std::size_t maxTextLength = 39;
 
-    /// The empty address, of no family; its text is "".
     /// JSON takes every text of `writeTo` without escapes.
     static constexpr bool textIsPlain = true;
 
+    /// The empty address, of no family; its text is "".
     constexpr IpGenAddr() noexcept = default;
 
     /// Widens an IPv4 address. Implicit, since every one of them is an address of this type.

@@ -12,10 +12,10 @@ public:
     /// Length of the longest text, an IPv6 address with "/128".
     static constexpr std::size_t maxTextLength = IpGenAddr::maxTextLength + 4;
 
-    /// The empty address with length 0; its text is "".
     /// JSON takes every text of `writeTo` without escapes.
     static constexpr bool textIsPlain = true;
 
+    /// The empty address with length 0; its text is "".
     constexpr IpGenAddrWithMask() noexcept = default;
 
     /// Raises `Vex::RangeError` when the family has less than `length` bits (IPv4 has 32,

@@ -15,10 +15,10 @@ public:
     /// Length of the longest text, an IPv6 address with "/128".
     static constexpr std::size_t maxTextLength = IpGenAddrWithMask::maxTextLength;
 
-    /// The prefix of no family, of length 0; its text is "".
     /// JSON takes every text of `writeTo` without escapes.
     static constexpr bool textIsPlain = true;
 
+    /// The prefix of no family, of length 0; its text is "".
     constexpr IpGenPrefix() noexcept = default;
 
     /// Raises `Vex::RangeError` when the family has less than `length` bits, or when

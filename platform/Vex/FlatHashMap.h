@@ -88,8 +88,9 @@ public:
     }
 
     /// Takes `slots` for its entries, in their order and in place of what was there, and leaves
-    /// `slots` empty with room to be used again: whoever fills many tables needs one vector.
-    /// A small table takes no more room than its entries need.
+    /// `slots` empty. A small table takes no more room than its entries need, so that whoever
+    /// fills many has the vector's room for the next one; a large table takes the vector's
+    /// room as it is, and gives its own for it.
     ///
     /// The keys are compared only here, all at once, which for a large table takes a third of
     /// the time of as many insertions. Tells the place of the first slot whose key an earlier

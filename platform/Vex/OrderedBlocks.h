@@ -115,7 +115,7 @@ public:
 
     /// Adds an entry whose key is above all others to the only block, if there is room in it and
     /// nobody stands in it. Most tables are filled like this, entry by entry.
-    bool append(Slot & slot) noexcept {
+    bool append(Slot & slot) {
         if (!root_ || indexed() || root_->extent.end == root_->capacity || !root_->exclusive()) {
             return false;
         }

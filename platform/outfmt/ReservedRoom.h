@@ -9,8 +9,8 @@
 
 namespace outfmt::detail {
 
-/// Room that is known to be large enough, as OutputBuffer::reserve() gives it: with the
-/// slack behind it.
+/// Room that is known to be large enough, as OutputBuffer::reserve() gives it. What is added
+/// must not exceed what was reserved; even a fill of nothing writes up to the slack behind it.
 class ReservedRoom {
 public:
     explicit ReservedRoom(char * begin) noexcept : at_(begin) {}

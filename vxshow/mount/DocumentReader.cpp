@@ -29,11 +29,12 @@ struct Wanted {
 
 Vex::Ptr<Vex::Dir> readSwitches(JsonValue & value, Wanted & wanted) {
     auto const & selection = wanted.selection;
-    return readDirectory(
-        value, "an object whose members are switches", [&](Vex::Name const & name, JsonValue & vnis) {
-            bool const selected = selection.received && selection.takesSwitch(name.stringValue());
-            return wanted.tables.readVniStatusDir(vnis, selected);
-        });
+    return readDirectory(value, "an object whose members are switches",
+                         [&](Vex::Name const & name, JsonValue & vnis) {
+                             bool const selected =
+                                 selection.received && selection.takesSwitch(name.stringValue());
+                             return wanted.tables.readVniStatusDir(vnis, selected);
+                         });
 }
 
 Vex::Ptr<Vex::Dir> readVniEntries(JsonValue & value, Wanted & wanted) {

@@ -22,11 +22,12 @@ using VcsEvpn::HostTableWriter;
 template <class Take>
 void eachVni(JsonValue & value, Take && take) {
     std::unordered_set<Vxlan::Vni> vnis;
-    value.members("an object whose members are VNIs", [&](JsonText const & key, JsonValue & member) {
-        auto const vni = readVni(key);
-        onlyNew(vnis.insert(vni).second, key);
-        take(vni, member);
-    });
+    value.members("an object whose members are VNIs",
+                  [&](JsonText const & key, JsonValue & member) {
+                      auto const vni = readVni(key);
+                      onlyNew(vnis.insert(vni).second, key);
+                      take(vni, member);
+                  });
 }
 
 Vex::Ptr<VcsEvpn::HostTable const> readHosts(JsonValue & value) {

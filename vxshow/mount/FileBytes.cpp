@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <new>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
@@ -66,17 +67,23 @@ std::size_t readSome(int descriptor, char * to, std::size_t room) {
     }
 }
 
-std::unique_ptr<char[]> bytesFor(std::size_t capacity) {
-    return std::make_unique_for_overwrite<char[]>(capacity + FileBytes::padding);
-}
-
 } // namespace
+
+void FileBytes::grow(Buffer & bytes, std::size_t capacity) {
+    auto * const larger = static_cast<char *>(std::realloc(bytes.get(), capacity + padding));
+    if (!larger) {
+        throw std::bad_alloc();
+    }
+    bytes.release();
+    bytes.reset(larger);
+}
 
 FileBytes FileBytes::read(int descriptor) {
     constexpr std::size_t leastCapacity = 65536;
     // One byte more than announced: the read that finds the end needs room to read into.
     std::size_t capacity = std::max(announcedSize(descriptor) + 1, leastCapacity);
-    auto bytes = bytesFor(capacity);
+    Buffer bytes;
+    grow(bytes, capacity);
     std::size_t size = 0;
     while (std::size_t const got = readSome(descriptor, bytes.get() + size, capacity - size)) {
         size += got;
@@ -85,9 +92,7 @@ FileBytes FileBytes::read(int descriptor) {
         }
         if (size == capacity) {
             capacity = std::min(capacity * 2, longest + 1);
-            auto larger = bytesFor(capacity);
-            std::memcpy(larger.get(), bytes.get(), size);
-            bytes = std::move(larger);
+            grow(bytes, capacity);
         }
     }
     std::memset(bytes.get() + size, 0, padding);

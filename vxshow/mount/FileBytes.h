@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -31,10 +32,18 @@ public:
     std::string_view text() const noexcept { return {bytes_.get(), size_}; }
 
 private:
-    FileBytes(std::unique_ptr<char[]> bytes, std::size_t size) noexcept
-        : bytes_(std::move(bytes)), size_(size) {}
+    struct Free {
+        void operator()(char * bytes) const noexcept { std::free(bytes); }
+    };
 
-    std::unique_ptr<char[]> bytes_;
+    /// Can grow where it stands, as what comes out of a pipe has to.
+    using Buffer = std::unique_ptr<char[], Free>;
+
+    FileBytes(Buffer bytes, std::size_t size) noexcept : bytes_(std::move(bytes)), size_(size) {}
+
+    static void grow(Buffer & bytes, std::size_t capacity);
+
+    Buffer bytes_;
     std::size_t size_;
 };
 

@@ -44,8 +44,9 @@ public:
     /// What stands behind the opening quote: a text with a closing one, not yet unescaped.
     char const * content() const noexcept { return content_; }
 
-    /// Whether the text has that many bytes at least, and that many only if none of them is a
-    /// backslash or a quote. Such a text can be looked at where it stands: `content`.
+    /// Whether a quote stands that many bytes behind the opening one: if none of the bytes
+    /// between is a quote or a backslash, that is the length of the text. May look behind the
+    /// text: the document is followed by room for that.
     bool mayHaveLength(std::size_t length) const noexcept { return content_[length] == '"'; }
 
     /// The text itself. Valid until `text` is next called, for any text of the document.

@@ -4,6 +4,7 @@
 #include "vxshow/mount/Values.h"
 
 #include <array>
+#include <utility>
 
 namespace vxshow {
 
@@ -85,8 +86,9 @@ void TablesReader::readTable(JsonValue & value, std::string_view expected,
     };
     try {
         value.members(expected, [&](JsonText const & key, JsonValue & entry) {
-            entries.push_back(Slot(read(key, entry)));
+            Slot slot(read(key, entry));
             keys_.push_back(static_cast<Vex::U32>(key.at() - start));
+            entries.push_back(std::move(slot));
         });
     } catch (...) {
         // What is wrong first in the document is told: a key repeated before this, too.
@@ -134,15 +136,16 @@ Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(JsonVal
                                                                          bool selected) {
     auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
     vnis_.clear();
-    value.members("an object whose members are VNIs", [&](JsonText const & key, JsonValue & tables) {
-        auto const vni = readVni(key);
-        onlyNew(vnis_.upsert(VniSet::Slot(vni, true)), key);
-        if (selected && selection_.takesVni(vni)) {
-            read(tables, *dir->vniStatusV2Is(vni));
-        } else {
-            check(tables);
-        }
-    });
+    value.members("an object whose members are VNIs",
+                  [&](JsonText const & key, JsonValue & tables) {
+                      auto const vni = readVni(key);
+                      onlyNew(vnis_.upsert(VniSet::Slot(vni, true)), key);
+                      if (selected && selection_.takesVni(vni)) {
+                          read(tables, *dir->vniStatusV2Is(vni));
+                      } else {
+                          check(tables);
+                      }
+                  });
     return dir;
 }
 

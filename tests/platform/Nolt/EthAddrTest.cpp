@@ -41,8 +41,8 @@ TEST(EthAddr, IsZeroByDefault) {
 
 TEST(EthAddr, IsNotZeroWhenAnyBitIsSet) {
     for (unsigned bit = 0; bit < 48; ++bit) {
-        EXPECT_FALSE(!EthAddr(U64{1} << bit)) << bit;
-        EXPECT_FALSE(EthAddr(U64{1} << bit).isZero()) << bit;
+        EXPECT_FALSE(!EthAddr::ofValue(U64{1} << bit)) << bit;
+        EXPECT_FALSE(EthAddr::ofValue(U64{1} << bit).isZero()) << bit;
     }
 }
 
@@ -61,9 +61,10 @@ TEST(EthAddr, KeepsItsBytesInTheOrderOfTransmission) {
 }
 
 TEST(EthAddr, IsMadeOfItsNumber) {
-    EXPECT_EQ(EthAddr(sample.value()), sample);
-    EXPECT_EQ(EthAddr(Vex::U64{0}), EthAddr());
-    EXPECT_EQ(EthAddr(0xABCDFFFFFFFFFFFFU).value(), 0xFFFFFFFFFFFFU);
+    EXPECT_EQ(EthAddr::ofValue(sample.value()), sample);
+    EXPECT_EQ(EthAddr({0x02}).value(), 0x020000000000U);
+    EXPECT_EQ(EthAddr::ofValue(Vex::U64{0}), EthAddr());
+    EXPECT_EQ(EthAddr::ofValue(0xABCDFFFFFFFFFFFFU).value(), 0xFFFFFFFFFFFFU);
 }
 
 TEST(EthAddr, WritesBothFormsInLowerCase) {
@@ -71,7 +72,7 @@ TEST(EthAddr, WritesBothFormsInLowerCase) {
     valuechecks::expectText(address, "ab:cd:ef:01:23:45");
     EXPECT_EQ(address.displayString(), "abcd.ef01.2345");
     EXPECT_EQ(displayed(address), "abcd.ef01.2345");
-    valuechecks::expectText(EthAddr(0xFFFFFFFFFFFF), "ff:ff:ff:ff:ff:ff");
+    valuechecks::expectText(EthAddr::ofValue(0xFFFFFFFFFFFF), "ff:ff:ff:ff:ff:ff");
 }
 
 TEST(EthAddr, RefusesEverythingElse) {
@@ -157,15 +158,15 @@ TEST(EthAddr, IsOrderedByItsBytes) {
 
 TEST(EthAddr, HashesSpread) {
     valuechecks::expectSpreadHashes(
-        valuechecks::manyValues([](unsigned number) { return EthAddr(number); }));
-    valuechecks::expectSpreadHashes(
-        valuechecks::manyValues([](unsigned number) { return EthAddr(U64{number} << 32); }));
+        valuechecks::manyValues([](unsigned number) { return EthAddr::ofValue(number); }));
+    valuechecks::expectSpreadHashes(valuechecks::manyValues(
+        [](unsigned number) { return EthAddr::ofValue(U64{number} << 32); }));
 }
 
 TEST(EthAddr, IsReadBackFromEveryForm) {
     std::mt19937_64 random(48);
     for (int round = 0; round < 5000; ++round) {
-        auto const address = EthAddr(random() >> 16);
+        auto const address = EthAddr::ofValue(random() >> 16);
         auto const text = address.stringValue();
         valuechecks::expectText(address, text);
         EXPECT_TRUE(EthAddr::tryFromString(upperCase(text)) == address) << text;

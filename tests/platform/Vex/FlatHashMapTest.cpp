@@ -120,6 +120,19 @@ TEST(FlatHashMap, IsFilledWithAllItsEntriesAtOnceAtEverySize) {
     }
 }
 
+TEST(FlatHashMap, FillingASmallTableLeavesTheRoomAndALargeOneTakesIt) {
+    for (Vex::U32 size : {64U, 65U}) {
+        std::vector<Table::Slot> slots;
+        slots.reserve(1000);
+        for (Vex::U32 key = 0; key < size; ++key) {
+            slots.push_back(slot(key, 0));
+        }
+        Table table;
+        table.fill(slots);
+        EXPECT_EQ(slots.capacity(), size == 64 ? 1000U : 0U);
+    }
+}
+
 TEST(FlatHashMap, TellsTheFirstRepeatedKeyOfThoseItIsFilledWith) {
     std::mt19937 random(5);
     for (Vex::U32 size : {2U, 3U, 16U, 17U, 64U, 65U, 1000U}) {

@@ -64,6 +64,21 @@ TEST(AttrInfo, KeepsAKeyAndATextAsJsonHasThem) {
     EXPECT_EQ(info.getArg().quotedText, "\"\"");
 }
 
+TEST(AttrInfo, TakesAPartOfItsOwnValue) {
+    StringAttrInfo info(jsonMode, "name");
+    for (std::size_t const length : {20U, 98U, 99U, 100U, 300U}) {
+        std::string value;
+        for (std::size_t at = 0; at < length; ++at) {
+            value += static_cast<char>('a' + at % 26);
+        }
+        for (std::size_t const from : {0U, 1U, 7U}) {
+            info.setValue(value);
+            info.setValue(info.getArg().text.substr(from));
+            EXPECT_EQ(info.getArg().text, value.substr(from));
+        }
+    }
+}
+
 TEST(AttrInfo, KeepsNoQuotedFormOfWhatTakesEscapesOrIsLong) {
     StringAttrInfo info(jsonMode, "the \"key\"");
     info.setValue("plain");

@@ -150,6 +150,48 @@ TEST(JsonWriter, WritesBareElementsOfEveryKind) {
               "{\"l\":[1,true,\"x\",{},1]}\n");
 }
 
+TEST(JsonWriter, WritesAsManyAttributesInACallAsThereAre) {
+    auto const print = [](Printer & printer) {
+        Attr32Info number(printer, "number");
+        number.setValue(7);
+        auto const & arg = number.getArg();
+        printer.start();
+        printer.addAttributesJson(30, arg, arg, arg, arg, arg, arg, arg, arg, arg, arg, arg, arg,
+                                  arg, arg, arg, arg, arg, arg, arg, arg, arg, arg, arg, arg, arg,
+                                  arg, arg, arg, arg, arg);
+        printer.end();
+    };
+    std::string expected = "{\"number\":7";
+    for (int further = 1; further < 30; ++further) {
+        expected += ",\"number\":7";
+    }
+    EXPECT_EQ(printed(2, print), expected + "}\n");
+}
+
+TEST(JsonWriter, IndentsAsDeepAsTheDocumentIs) {
+    constexpr std::size_t depth = 40;
+    auto const print = [](Printer & printer) {
+        Attr32Info number(printer, "n");
+        number.setValue(7);
+        printer.start();
+        for (std::size_t level = 1; level < depth; ++level) {
+            printer.startDict("d");
+        }
+        printer.addAttributesJson(2, number.getArg(), number.getArg());
+        printer.end();
+    };
+    std::string expected = "{";
+    for (std::size_t level = 1; level < depth; ++level) {
+        expected += "\n" + std::string(2 * level, ' ') + "\"d\": {";
+    }
+    expected += "\n" + std::string(2 * depth, ' ') + "\"n\": 7,";
+    expected += "\n" + std::string(2 * depth, ' ') + "\"n\": 7";
+    for (std::size_t level = depth; level-- > 0;) {
+        expected += "\n" + std::string(2 * level, ' ') + "}";
+    }
+    EXPECT_EQ(printed(3, print), expected + "\n");
+}
+
 TEST(JsonWriter, WritesTenMegabytes) {
     constexpr int entries = 100'000;
     for (unsigned format : {compactFormat, indentedFormat}) {
