@@ -37,7 +37,7 @@ Mount mountState(CommandLine const & line) {
 }
 
 /// Has the memory that reading frees kept for the listing, which comes next: pages from the
-/// system are cleared one by one, and that is a tenth of the time of a large listing.
+/// system are cleared one by one, and those are a fifth of what a large listing touches.
 void keepFreedMemory() {
     mallopt(M_MMAP_MAX, 0);
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
