@@ -88,6 +88,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     addRouterMap(*router, chosen);
     addRouterDetail(*router, chosen);
     addRouterRoutes(*router, chosen);
+    addCapture(app, chosen);
     addModel(app, chosen);
 
     if (auto line = missingValue(app, argc, argv)) {

@@ -85,6 +85,9 @@ public:
 
     PublishStatus() = default;
 
+    /// All systems, in hash order.
+    Systems const & system() const noexcept { return systems_; }
+
     /// What `systemId` publishes, or null when nothing is known of it.
     Vex::Ptr<SystemPublishedMount const> system(Controller::SystemId const & systemId) const;
 

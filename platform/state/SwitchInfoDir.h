@@ -76,6 +76,9 @@ public:
     /// All switches, in hash order.
     SwitchInfos const & switchInfo() const noexcept { return switchInfo_; }
 
+    /// All VTEPs, in hash order: those of no switch, too.
+    Vteps const & vtepMap() const noexcept { return vteps_; }
+
     /// The switch of that identifier, or null; compared byte by byte.
     Vex::Ptr<SwitchInfo const> switchInfo(Vex::String const & switchId) const;
 

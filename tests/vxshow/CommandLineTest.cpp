@@ -132,9 +132,11 @@ TEST(CommandLine, AValueOfTheWrongKindIsRefusedWithWhatIsAccepted) {
 }
 
 TEST(CommandLine, WhatItDoesNotKnowIsRefusedWithWhatIsAccepted) {
-    EXPECT_EQ(refused({}),
-              "a command is missing: expected mac or arp or router or model after vxshow");
-    EXPECT_EQ(refused({"foo"}), "'foo': expected mac or arp or router or model after vxshow");
+    EXPECT_EQ(
+        refused({}),
+        "a command is missing: expected mac or arp or router or capture or model after vxshow");
+    EXPECT_EQ(refused({"foo"}),
+              "'foo': expected mac or arp or router or capture or model after vxshow");
     EXPECT_EQ(refused({"mac"}),
               "a command is missing: expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"mac", "sent"}), "'sent': expected received or advertised after vxshow mac");

@@ -48,6 +48,9 @@ void closeFd(int & fd) {
     if (!setting.stateFile.empty()) {
         setenv("VXSHOW_STATE", setting.stateFile.c_str(), 1);
     }
+    if (setting.inChild) {
+        setting.inChild();
+    }
     std::vector<char *> argv;
     std::string program = VXSHOW_PROGRAM;
     argv.push_back(program.data());

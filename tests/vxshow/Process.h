@@ -19,11 +19,12 @@ class Process {
 public:
     /// How the program is started, beyond its arguments.
     struct Setting {
-        std::string input = {};     ///< what it reads from standard input
-        std::string stateFile = {}; ///< the value of VXSHOW_STATE; not set when empty
-        int outFd = -1;             ///< its standard output; a pipe of ours when negative
-        bool ignoreSigpipe = false; ///< whether it is started with SIGPIPE ignored
-        bool closeOutput = false;   ///< whether it is started without standard output
+        std::string input = {};             ///< what it reads from standard input
+        std::string stateFile = {};         ///< the value of VXSHOW_STATE; not set when empty
+        int outFd = -1;                     ///< its standard output; a pipe of ours when negative
+        bool ignoreSigpipe = false;         ///< whether it is started with SIGPIPE ignored
+        bool closeOutput = false;           ///< whether it is started without standard output
+        std::function<void()> inChild = {}; ///< run in its process before it
     };
 
     explicit Process(std::vector<std::string> const & arguments);

@@ -16,6 +16,7 @@ void addArpAdvertised(CLI::App & arp, CommandLine & chosen);
 void addRouterMap(CLI::App & router, CommandLine & chosen);
 void addRouterDetail(CLI::App & router, CommandLine & chosen);
 void addRouterRoutes(CLI::App & router, CommandLine & chosen);
+void addCapture(CLI::App & app, CommandLine & chosen);
 void addModel(CLI::App & app, CommandLine & chosen);
 
 } // namespace vxshow

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "Nolt/EthAddr.h"
+#include "Nolt/IpAddr.h"
+#include "Nolt/IpGenAddr.h"
+#include "Vex/Errors.h"
+#include "outfmt/AttrInfo.h"
+#include "outfmt/Interrupt.h"
+#include "outfmt/Printer.h"
+#include "outfmt/TextValue.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+/// The values that a snapshot is written of, the other way round from `Values.h`.
+namespace vxshow {
+
+/// What a snapshot has no words for. Its text is one line of printable ASCII.
+class Unwritable : public Vex::Error {
+public:
+    using Vex::Error::Error;
+};
+
+/// `text` itself when JSON can have it, that is, when it is UTF-8. Another text would be read
+/// back as another name: throws `Unwritable`.
+std::string_view writable(std::string_view text);
+
+/// The text of an address or a number, for as long as this lives. Throws `Unwritable` for the
+/// value that stands for none.
+template <outfmt::TextValue Value>
+class Spelled {
+public:
+    explicit Spelled(Value const & value) {
+        if constexpr (requires { value.isNone(); }) {
+            if (value.isNone()) {
+                throw Unwritable("an entry has no address; a snapshot needs one");
+            }
+        }
+        length_ = static_cast<std::size_t>(value.writeTo(text_) - text_);
+    }
+
+    operator std::string_view() const noexcept { return {text_, length_}; }
+
+private:
+    char text_[Value::maxTextLength];
+    std::size_t length_;
+};
+
+/// Writes members on a printer. Keys are the caller's to look after; values are checked.
+class ValuesWriter {
+public:
+    explicit ValuesWriter(outfmt::Printer & printer)
+        : printer_(printer), vtep_(printer, "vtep"), moves_(printer, "moves"),
+          element_(printer, "") {}
+
+    outfmt::Printer & printer() const noexcept { return printer_; }
+
+    /// The member `key`, an object of the members that `fill()` writes.
+    template <class Fill>
+    void object(std::string_view key, Fill && fill) {
+        printer_.startDict(key);
+        fill();
+        printer_.endDict();
+    }
+
+    /// The member `key`, a list of the elements that `fill()` writes.
+    template <class Fill>
+    void list(std::string_view key, Fill && fill) {
+        printer_.startList(key);
+        fill();
+        printer_.endList();
+    }
+
+    /// `"MAC": { "vtep": IPv4, "moves": N }`, without moves when there were none.
+    void binding(Nolt::EthAddr mac, Nolt::IpAddr vtep, Vex::U32 moves);
+
+    /// The member `key`, a list of the addresses in the range, in ascending order.
+    template <class Range>
+    void addresses(std::string_view key, Range const & range) {
+        using Address = std::remove_cvref_t<decltype(*range.begin())>;
+        std::vector<Address> sorted;
+        sorted.reserve(range.size());
+        for (Address const & address : range) {
+            sorted.push_back(address);
+        }
+        std::sort(sorted.begin(), sorted.end());
+        list(key, [&] {
+            for (Address const & address : sorted) {
+                element(Spelled(address));
+            }
+        });
+    }
+
+    /// An element of the open list.
+    void element(std::string_view text);
+
+    void text(std::string_view key, std::string_view text);
+    void number(std::string_view key, Vex::U32 number);
+    void boolean(std::string_view key, bool value);
+
+private:
+    outfmt::Printer & printer_;
+    outfmt::StringAttrInfo vtep_;
+    outfmt::Attr64Info moves_;
+    outfmt::StringAttrInfo element_;
+};
+
+} // namespace vxshow
