@@ -99,6 +99,17 @@ FileBytes FileBytes::read(int descriptor) {
     return {std::move(bytes), size};
 }
 
+FileBytes FileBytes::copyOf(std::string_view text) {
+    if (text.size() > longest) {
+        throwTooLong(std::to_string(text.size()));
+    }
+    Buffer bytes;
+    grow(bytes, text.size());
+    std::copy(text.begin(), text.end(), bytes.get());
+    std::memset(bytes.get() + text.size(), 0, padding);
+    return {std::move(bytes), text.size()};
+}
+
 FileBytes FileBytes::open(std::string const & path) {
     int const number = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (number < 0) {

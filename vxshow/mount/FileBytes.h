@@ -29,6 +29,10 @@ public:
     /// As `read`, of the file `path`.
     static FileBytes open(std::string const & path);
 
+    /// The bytes of `text`, which came from somewhere else. Raises `std::length_error` and
+    /// `std::bad_alloc`.
+    static FileBytes copyOf(std::string_view text);
+
     std::string_view text() const noexcept { return {bytes_.get(), size_}; }
 
 private:

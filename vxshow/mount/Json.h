@@ -4,6 +4,7 @@
 #include "vxshow/mount/FileBytes.h"
 
 #include <bit>
+#include <cstdint>
 #include <cstring>
 #include <simdjson.h>
 #include <string>
@@ -94,11 +95,7 @@ public:
     void elements(std::string_view expected, Take && take) {
         simdjson::ondemand::array array;
         check('[', expected, value_.get_array().get(array));
-        for (auto element : array) {
-            checked(element.error());
-            JsonValue value(element.value_unsafe(), *reader_);
-            take(value);
-        }
+        eachElement(array, *reader_, take);
     }
 
     /// Takes an array: `take(JsonText)` for each element, all of which must be texts.
@@ -125,6 +122,23 @@ public:
         number(only, only, [&] { return std::to_string(only); });
     }
 
+    /// Takes a whole number of 64 bits with a sign. `expected` may say more of it than that.
+    std::int64_t integer(std::string_view expected) {
+        std::int64_t number = 0;
+        if (value_.get_int64().get(number)) [[unlikely]] {
+            refuse(std::string(expected));
+        }
+        return number;
+    }
+
+    /// Takes null.
+    void null(std::string_view expected) {
+        bool isNull = false;
+        if (value_.is_null().get(isNull) || !isNull) [[unlikely]] {
+            refuse(std::string(expected));
+        }
+    }
+
     /// Takes true or false.
     bool boolean() {
         bool flag = false;
@@ -148,6 +162,16 @@ public:
             auto & field = member.value_unsafe();
             JsonValue value(field.value(), reader);
             take(JsonText(field.key().raw(), reader), value);
+        }
+    }
+
+    /// `elements`, of an array that has been opened.
+    template <class Take>
+    static void eachElement(simdjson::ondemand::array & array, JsonReader & reader, Take && take) {
+        for (auto element : array) {
+            checked(element.error());
+            JsonValue value(element.value_unsafe(), reader);
+            take(value);
         }
     }
 
@@ -199,6 +223,22 @@ public:
         simdjson::ondemand::object object;
         JsonValue::checked(document_.get_object().get(object));
         JsonValue::eachMember(object, *this, take);
+        checkEnd();
+    }
+
+    /// Takes the whole document, which must be one array, as `JsonValue::elements` does. Throws
+    /// `Refusal` when it is something else, with what was `expected`.
+    template <class Take>
+    void documentElements(std::string_view expected, Take && take) {
+        auto const * const start = at();
+        simdjson::ondemand::array array;
+        if (auto const error = document_.get_array().get(array)) [[unlikely]] {
+            if (*start != '[') {
+                throw Refusal{start, std::string(expected)};
+            }
+            JsonValue::checked(error);
+        }
+        JsonValue::eachElement(array, *this, take);
         checkEnd();
     }
 

@@ -19,7 +19,7 @@ enum class Next { root, value, valueOrEnd, name, nameOrEnd, colon, commaOrEnd, n
 /// A walk over the tokens of a document that checks each against the grammar.
 class Walk {
 public:
-    explicit Walk(std::string_view document) : document_(document) { toToken(); }
+    Walk(std::string_view document, JsonRoot root) : document_(document), root_(root) { toToken(); }
 
     /// Where the walk stands: at the start of a token, or at the end of the document.
     std::size_t position() const { return position_; }
@@ -82,6 +82,8 @@ private:
 
     bool valueMayCome() const { return next_ == Next::value || next_ == Next::valueOrEnd; }
 
+    bool isRoot(JsonRoot root) const { return next_ == Next::root && root_ == root; }
+
     bool nameMayCome() const { return next_ == Next::name || next_ == Next::nameOrEnd; }
 
     bool endMayCome(bool object) const {
@@ -93,9 +95,9 @@ private:
     void take(std::string_view token) {
         switch (token[0]) {
         case '{':
-            return valueMayCome() || next_ == Next::root ? open(true) : refuse(expected());
+            return valueMayCome() || isRoot(JsonRoot::object) ? open(true) : refuse(expected());
         case '[':
-            return valueMayCome() ? open(false) : refuse(expected());
+            return valueMayCome() || isRoot(JsonRoot::array) ? open(false) : refuse(expected());
         case '}':
         case ']':
             return endMayCome(token[0] == '}') ? close() : refuse(expected());
@@ -154,7 +156,7 @@ private:
     std::string expected() const {
         switch (next_) {
         case Next::root:
-            return "an object";
+            return root_ == JsonRoot::object ? "an object" : "an array";
         case Next::value:
             return "a value";
         case Next::valueOrEnd:
@@ -174,6 +176,7 @@ private:
     }
 
     std::string_view document_;
+    JsonRoot root_;
     std::size_t position_ = 0;
     Next next_ = Next::root;
     std::vector<Level> levels_;
@@ -182,8 +185,8 @@ private:
 
 } // namespace
 
-Place placeOf(std::string_view document, std::size_t position) {
-    Walk walk(document);
+Place placeOf(std::string_view document, std::size_t position, JsonRoot root) {
+    Walk walk(document, root);
     while (walk.tokenEnd() <= position && walk.step()) {
     }
     auto const before = document.substr(0, position);
@@ -193,8 +196,8 @@ Place placeOf(std::string_view document, std::size_t position) {
     return {line, position - lineStart + 1, walk.members()};
 }
 
-std::optional<SyntaxError> firstSyntaxError(std::string_view document) {
-    Walk walk(document);
+std::optional<SyntaxError> firstSyntaxError(std::string_view document, JsonRoot root) {
+    Walk walk(document, root);
     while (walk.step()) {
     }
     return walk.error();

@@ -24,12 +24,16 @@ struct Place {
     std::string members;
 };
 
+/// What a whole document is to be.
+enum class JsonRoot { object, array };
+
 /// The place of the token that is at `position` or around it, in a document that is JSON up to
 /// there.
-Place placeOf(std::string_view document, std::size_t position);
+Place placeOf(std::string_view document, std::size_t position, JsonRoot root = JsonRoot::object);
 
-/// The first place at which `document` is not one JSON object and nothing else, or is nested
-/// far deeper than anything that is read here.
-std::optional<SyntaxError> firstSyntaxError(std::string_view document);
+/// The first place at which `document` is not one JSON value of the kind `root` and nothing
+/// else, or is nested far deeper than anything that is read here.
+std::optional<SyntaxError> firstSyntaxError(std::string_view document,
+                                            JsonRoot root = JsonRoot::object);
 
 } // namespace vxshow

@@ -2,8 +2,7 @@
 
 #include "Vex/Errors.h"
 #include "vxshow/mount/DocumentReader.h"
-#include "vxshow/mount/Place.h"
-#include "vxshow/mount/Shown.h"
+#include "vxshow/mount/RefusalLine.h"
 
 #include <new>
 #include <system_error>
@@ -13,35 +12,14 @@ namespace vxshow {
 
 namespace {
 
-std::string line(Place const & place, std::string const & found, std::string const & expected) {
-    auto line = std::to_string(place.line) + ":" + std::to_string(place.column) + ": ";
-    if (!place.members.empty()) {
-        line.append(place.members).append(": ");
-    }
-    return line.append("found ").append(found).append(", expected ").append(expected);
-}
-
-std::string lineOf(Refusal const & refusal, std::string_view document) {
-    auto const position = static_cast<std::size_t>(refusal.at - document.data());
-    auto const found = shownToken(document, position).append(refusal.about);
-    return line(placeOf(document, position), found, refusal.expected);
-}
-
-std::string lineOf(MalformedJson const & malformed, std::string_view document) {
-    if (auto const error = firstSyntaxError(document)) {
-        return line(placeOf(document, error->position), error->found, error->expected);
-    }
-    return std::string(" ").append(simdjson::error_message(malformed.error));
-}
-
 Mount readBytes(FileBytes const & bytes, std::string const & name, Selection const & selection) {
     try {
         JsonReader json(bytes);
         return readDocument(json, selection);
     } catch (Refusal const & refusal) {
-        throw SnapshotError(name + ":" + lineOf(refusal, bytes.text()));
+        throw SnapshotError(name + ":" + refusalLine(refusal, bytes.text()));
     } catch (MalformedJson const & malformed) {
-        throw SnapshotError(name + ":" + lineOf(malformed, bytes.text()));
+        throw SnapshotError(name + ":" + refusalLine(malformed, bytes.text()));
     }
 }
 
