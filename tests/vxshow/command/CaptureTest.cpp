@@ -74,6 +74,21 @@ std::string captured(std::string const & snapshot) {
     return answer(snapshot, {"capture", "-"});
 }
 
+/// Waits until the process has a file of `folder` open, with a name or without.
+bool opened(pid_t pid, std::string const & folder) {
+    auto const deadline = std::chrono::steady_clock::now() + 30s;
+    while (std::chrono::steady_clock::now() < deadline) {
+        std::error_code gone; // a descriptor may be closed meanwhile
+        std::filesystem::directory_iterator const all("/proc/" + std::to_string(pid) + "/fd", gone);
+        for (auto const & descriptor : all) {
+            if (std::filesystem::read_symlink(descriptor, gone).string().starts_with(folder)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 void expectOneLine(Finished const & finished, std::string const & line) {
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.out, "");
@@ -292,38 +307,27 @@ TEST(Capture, AnUnreadableStateKeepsTheOldFile) {
 
 TEST(Capture, AnInterruptKeepsTheOldFile) {
     Folder const folder;
-    TemporaryFile const state(largeSnapshot(500'000));
+    TemporaryFile const state(largeSnapshot(1'000'000));
     auto const path = folder.file("old.json");
     write(path, "old");
-    // At whatever moment it comes: while the state is read, sorted or written.
-    for (auto const delay : {30ms, 100ms, 200ms, 300ms, 400ms, 500ms}) {
-        Process process({"--state", state.path(), "capture", path});
-        std::this_thread::sleep_for(delay);
-        kill(process.pid(), SIGINT);
-        auto const finished = process.finish();
-        EXPECT_EQ(finished.err, "");
-        if (finished.status == 0) {
-            break; // it was through before
-        }
-        EXPECT_TRUE(finished.status == 130 || finished.signal == SIGINT) << finished.status;
-        EXPECT_EQ(contentOf(path), "old");
-        EXPECT_EQ(folder.names(), Names{"old.json"});
-    }
+    Process process({"--state", state.path(), "capture", path});
+    ASSERT_TRUE(opened(process.pid(), folder.path()));
+    kill(process.pid(), SIGINT);
+    auto const finished = process.finish();
+    EXPECT_EQ(finished.status, 130);
+    EXPECT_EQ(finished.err, "");
+    EXPECT_EQ(contentOf(path), "old");
+    EXPECT_EQ(folder.names(), Names{"old.json"});
 }
 
 TEST(Capture, AKilledCaptureLeavesNothingBehind) {
     Folder const folder;
-    TemporaryFile const state(largeSnapshot(500'000));
-    for (auto const delay : {100ms, 200ms, 300ms, 400ms}) {
-        Process process({"--state", state.path(), "capture", folder.file("new.json")});
-        std::this_thread::sleep_for(delay);
-        kill(process.pid(), SIGKILL);
-        process.finish();
-        if (std::filesystem::exists(folder.file("new.json"))) {
-            break; // it was through before
-        }
-        EXPECT_EQ(folder.names(), Names{});
-    }
+    TemporaryFile const state(largeSnapshot(1'000'000));
+    Process process({"--state", state.path(), "capture", folder.file("new.json")});
+    ASSERT_TRUE(opened(process.pid(), folder.path()));
+    kill(process.pid(), SIGKILL);
+    EXPECT_EQ(process.finish().signal, SIGKILL);
+    EXPECT_EQ(folder.names(), Names{});
 }
 
 TEST(Capture, AnInterruptOnAPipeThatNobodyOpensIsStatus130) {
