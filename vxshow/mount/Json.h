@@ -131,14 +131,6 @@ public:
         return number;
     }
 
-    /// Takes null.
-    void null(std::string_view expected) {
-        bool isNull = false;
-        if (value_.is_null().get(isNull) || !isNull) [[unlikely]] {
-            refuse(std::string(expected));
-        }
-    }
-
     /// Takes true or false.
     bool boolean() {
         bool flag = false;

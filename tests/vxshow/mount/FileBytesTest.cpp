@@ -27,6 +27,14 @@ TEST(FileBytes, HoldsAllOfAFileAndZerosBehindIt) {
     }
 }
 
+TEST(FileBytes, CopiesATextAndPutsZerosBehindIt) {
+    for (std::string const text : {"", "x", "a longer text"}) {
+        auto const bytes = FileBytes::copyOf(text);
+        EXPECT_EQ(bytes.text(), text);
+        EXPECT_TRUE(isPadded(bytes));
+    }
+}
+
 TEST(FileBytes, ReadsAPipeToItsEnd) {
     int ends[2];
     ASSERT_EQ(::pipe(ends), 0);

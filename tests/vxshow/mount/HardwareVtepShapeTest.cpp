@@ -59,6 +59,11 @@ TEST(HardwareVtepShape, AnAnswerThatIsNoJson) {
     EXPECT_EQ(answerError("]"), "answer: 1:1: found ']', expected an array of 12 answers");
 }
 
+TEST(HardwareVtepShape, AnAnswerWithSomethingBehindIt) {
+    EXPECT_TRUE(answerError(Database().answer() + "[]")
+                    .ends_with("found an array, expected the end of the file"));
+}
+
 TEST(HardwareVtepShape, AnAnswerThatIsNoArray) {
     EXPECT_EQ(answerError("{}"), "answer: 1:1: found an object, expected an array of 12 answers");
     EXPECT_EQ(answerError("7"), "answer: 1:1: found 7, expected an array of 12 answers");

@@ -3,6 +3,7 @@
 #include "tests/vxshow/mount/Snapshots.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <vector>
 
 namespace vxshow::test {
@@ -34,6 +35,28 @@ TEST(Json, HandsOutMembersAndTextsInTheOrderOfTheDocument) {
     EXPECT_EQ(walked(R"({"b":{"x":["1","\u0032\n"],"y":[]},"a":{},"b":{"z":["3"]}})"),
               (std::vector<std::string>{"b", "x", "1", "2\n", "y", "a", "b", "z", "3"}));
     EXPECT_EQ(walked("{}"), std::vector<std::string>());
+}
+
+TEST(Json, HandsOutTheElementsOfADocumentThatIsAnArray) {
+    auto const numbers = [](std::string_view text) {
+        auto const bytes = bytesOf(text);
+        JsonReader reader(bytes);
+        std::vector<std::int64_t> seen;
+        reader.documentElements("an array", [&](JsonValue & value) {
+            seen.push_back(value.integer("a whole number"));
+        });
+        return seen;
+    };
+    EXPECT_EQ(numbers("[]"), std::vector<std::int64_t>());
+    EXPECT_EQ(numbers("[0,-9223372036854775808,9223372036854775807]"),
+              (std::vector<std::int64_t>{0, std::numeric_limits<std::int64_t>::min(),
+                                         std::numeric_limits<std::int64_t>::max()}));
+    for (auto const * text : {"{}", "7", "\"x\"", "[1.5]", "[9223372036854775808]", "[null]"}) {
+        EXPECT_THROW(numbers(text), Refusal) << text;
+    }
+    for (auto const * text : {"[", "[1", "[1,]", "[1] 2", "[1]]"}) {
+        EXPECT_ANY_THROW(numbers(text)) << text;
+    }
 }
 
 TEST(Json, UnescapesTextsOfAnyLength) {

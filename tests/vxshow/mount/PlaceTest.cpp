@@ -53,6 +53,14 @@ TEST(Place, FindsNothingWrongWithJson) {
     EXPECT_EQ(syntaxText(R"({"a":[],"b":{},"c":[1,"x",true,[{}]],"":null})"), "none");
 }
 
+TEST(Place, KnowsADocumentThatIsAnArray) {
+    std::string_view const document = R"([1,{"a":[2]}])";
+    EXPECT_EQ(placeOf(document, document.find('2'), JsonRoot::array).members, "[1].a[0]");
+    EXPECT_FALSE(firstSyntaxError(document, JsonRoot::array));
+    EXPECT_EQ(firstSyntaxError("{}", JsonRoot::array)->expected, "an array");
+    EXPECT_EQ(firstSyntaxError("[]]", JsonRoot::array)->position, 2);
+}
+
 TEST(Place, FindsTheFirstWrongToken) {
     EXPECT_EQ(syntaxText(""), "0 the end of the file / an object");
     EXPECT_EQ(syntaxText("[]"), "0 an array / an object");
