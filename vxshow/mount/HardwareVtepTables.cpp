@@ -38,44 +38,39 @@ Join::References readAll(JsonValue & cell) {
     return all;
 }
 
-void readLogicalSwitch(JsonValue & value, Join & join) {
-    static constexpr std::array<MemberName, 3> names{"_uuid", "name", "tunnel_key"};
+/// A logical switch or a locator: `textColumn` tells which, and the key may be in either.
+struct KeyedRow {
     Reference row{};
-    std::string name;
+    std::string text;
     Join::Key key;
+};
+
+KeyedRow readKeyedRow(JsonValue & value, std::string_view textColumn) {
+    std::array<MemberName, 3> const names{"_uuid", textColumn, "tunnel_key"};
+    KeyedRow read;
     readRow(value, names, [&](std::size_t column, JsonValue & cell) {
         switch (column) {
         case 0:
-            row = ovsdb::readReference(cell);
+            read.row = ovsdb::readReference(cell);
             break;
         case 1:
-            name = takeText(cell);
+            read.text = takeText(cell);
             break;
         default:
-            key = ovsdb::readOptionalInteger(cell);
+            read.key = ovsdb::readOptionalInteger(cell);
         }
     });
-    join.logicalSwitch(row, std::move(name), key);
+    return read;
+}
+
+void readLogicalSwitch(JsonValue & value, Join & join) {
+    auto read = readKeyedRow(value, "name");
+    join.logicalSwitch(read.row, std::move(read.text), read.key);
 }
 
 void readLocator(JsonValue & value, Join & join) {
-    static constexpr std::array<MemberName, 3> names{"_uuid", "dst_ip", "tunnel_key"};
-    Reference row{};
-    std::string ip;
-    Join::Key key;
-    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
-        switch (column) {
-        case 0:
-            row = ovsdb::readReference(cell);
-            break;
-        case 1:
-            ip = takeText(cell);
-            break;
-        default:
-            key = ovsdb::readOptionalInteger(cell);
-        }
-    });
-    join.locator(row, ip, key);
+    auto const read = readKeyedRow(value, "dst_ip");
+    join.locator(read.row, read.text, read.key);
 }
 
 void readLocatorSet(JsonValue & value, Join & join) {

@@ -138,7 +138,7 @@ TEST(HardwareVtep, TheOnlySwitchHasTheSourcesSystemIdentifier) {
     EXPECT_EQ(systemIds(capture("query.json")), (Ids{{}, {}}));
 }
 
-TEST(HardwareVtep, AFilteredAnswerIsThatPartOfTheWhole) {
+TEST(HardwareVtep, TheRequestForAVniNamesItsLogicalSwitchesAndThoseWithoutAKey) {
     auto const vni = Vxlan::Vni(5002);
     auto survey = capture("query.json");
     survey = survey.substr(0, survey.find("},{\"rows\"") + 1) + "]";
