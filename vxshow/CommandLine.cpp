@@ -1,13 +1,12 @@
 #include "vxshow/CommandLine.h"
 
+#include "vxshow/NumberOption.h"
 #include "vxshow/Refusals.h"
 #include "vxshow/command/Commands.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
-
-#include <charconv>
 
 namespace vxshow {
 
@@ -16,39 +15,17 @@ namespace {
 constexpr char const * version = "vxshow 0.1.0";
 
 constexpr char const * footer =
-    "The options --state, --json, --pretty, --revision, --dotted and --trace stand before or\n"
-    "after the command; vxshow --help explains them.\n\n"
+    "The options that are not of one command (--state, --fabric, --json and so on) stand before\n"
+    "or after the command; vxshow --help explains them.\n\n"
     "Examples:\n"
     "  vxshow --state fabric.json mac received --vni 10\n"
     "  vxshow --json mac received --source leaf1 --state fabric.json\n"
     "  vxshow --state fabric.json arp advertised --ip 2001:db8::1\n"
-    "  vxshow --state fabric.json router routes --prefix 10.20.0.0/16\n";
-
-/// A whole number in a range, read to its last character.
-void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 high,
-               std::string const & help, std::function<void(Vex::U32)> const & store) {
-    app.add_option_function<std::string>(
-           name,
-           [=](std::string const & text) {
-               Vex::U32 number = 0;
-               char const * const end = text.data() + text.size();
-               auto const [stop, error] = std::from_chars(text.data(), end, number);
-               if (text.empty() || stop != end || error != std::errc() || number < low ||
-                   number > high) {
-                   throw CLI::ValidationError(
-                       name, "'" + text + "': expected a whole number from " + std::to_string(low) +
-                                 " to " + std::to_string(high));
-               }
-               store(number);
-           },
-           help)
-        ->type_name("N");
-}
+    "  vxshow --state fabric.json router routes --prefix 10.20.0.0/16\n"
+    "  vxshow --ovsdb tcp:192.0.2.7:6640 mac received --watch 5\n"
+    "  vxshow --fabric fabric.toml capture saved.json\n";
 
 void addOutputOptions(CLI::App & app, CommandLine & chosen) {
-    app.add_option("--state", chosen.statePath, "Snapshot to read; - is standard input")
-        ->envname("VXSHOW_STATE")
-        ->type_name("FILE");
     auto * json = app.add_flag_callback(
         "--json", [&] { chosen.output.format = Format::compactJson; }, "JSON on one line");
     auto * pretty = app.add_flag_callback(
@@ -76,6 +53,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     app.footer(footer);
     app.set_version_flag("--version", version);
     app.require_subcommand(1);
+    addStateOptions(app, chosen.state);
     addOutputOptions(app, chosen);
 
     auto * mac = addGroup(app, "mac", "MAC address tables");
@@ -103,8 +81,15 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     } catch (CLI::ParseError const & error) {
         return UsageError{refusal(app, error)};
     }
-    if (chosen.readsState && chosen.statePath.empty()) {
-        return UsageError{"no state to show: give --state FILE, or set VXSHOW_STATE"};
+    if (auto line = chosen.readsState ? completeStateOptions(chosen.state) : std::nullopt) {
+        return UsageError{*std::move(line)};
+    }
+    if (chosen.state.watchSeconds && chosen.state.snapshotPath == "-") {
+        return UsageError{"--watch: standard input can be read once; expected a file or live "
+                          "sources"};
+    }
+    if (chosen.state.watchSeconds && !chosen.draws) {
+        return UsageError{"--watch: " + chosen.command + " has nothing to show again"};
     }
     return chosen;
 }

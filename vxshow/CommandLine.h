@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/Output.h"
+#include "vxshow/StateOptions.h"
 #include "vxshow/mount/Mount.h"
 #include "vxshow/mount/Selection.h"
 
@@ -13,12 +14,13 @@ namespace vxshow {
 
 /// A checked command line: everything that was typed has become a value.
 struct CommandLine {
-    std::string statePath; ///< a snapshot's path, or "-" for standard input
+    StateOptions state;
     Output output;
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 
     std::string command;    ///< its words, "mac received"
     bool readsState = true; ///< whether the state is mounted for it
+    bool draws = true;      ///< whether it shows the state, and would show it again
     Selection selection;    ///< what it looks at of the state
 
     /// Builds the library's command from the state and the typed filters, and renders it

@@ -1,11 +1,15 @@
 #include "vxshow/Exit.h"
 
+#include "vxshow/process/Children.h"
+
 #include <cstdio>
 #include <cstdlib>
 
 namespace vxshow {
 
 void exitNow(ExitStatus status) {
+    // First, for a reader who takes nothing may hold up what comes next.
+    process::killAllChildren();
     std::fflush(stdout);
     std::_Exit(static_cast<int>(status));
 }

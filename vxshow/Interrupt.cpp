@@ -2,6 +2,7 @@
 
 #include "outfmt/Interrupt.h"
 #include "vxshow/Exit.h"
+#include "vxshow/process/Children.h"
 
 #include <csignal>
 #include <cstdio>
@@ -19,6 +20,7 @@ volatile std::sig_atomic_t ticks = 0;
 volatile std::sig_atomic_t ticksSinceTaken = 0;
 
 [[noreturn]] void endInterrupted() {
+    process::killAllChildren();
     _exit(static_cast<int>(ExitStatus::interrupted));
 }
 

@@ -5,7 +5,10 @@
 #include "vxshow/CommandLine.h"
 #include "vxshow/Exit.h"
 #include "vxshow/Interrupt.h"
-#include "vxshow/mount/Snapshot.h"
+#include "vxshow/Say.h"
+#include "vxshow/StateReader.h"
+#include "vxshow/Watch.h"
+#include "vxshow/process/Children.h"
 
 #include <cstdio>
 #include <limits>
@@ -15,11 +18,6 @@
 namespace vxshow {
 namespace {
 
-[[noreturn]] void fail(ExitStatus status, std::string const & line) {
-    std::fprintf(stderr, "vxshow: %s\n", line.c_str());
-    exitNow(status);
-}
-
 [[noreturn]] void answer(Help const & help) {
     bool const written = std::fputs(help.text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
     if (!written) {
@@ -28,37 +26,55 @@ namespace {
     exitNow(ExitStatus::success);
 }
 
-Mount mountState(CommandLine const & line) {
-    try {
-        return readSnapshot(line.statePath, line.selection);
-    } catch (std::exception const & error) {
-        fail(ExitStatus::failed, error.what());
-    }
-}
-
 /// Has the memory that reading frees kept for the listing, which comes next: pages from the
-/// system are cleared one by one, and those are a fifth of what a large listing touches.
+/// system are cleared one by one, and those are a fifth of what a large listing touches. For
+/// that the threads that read live sources take theirs from where the listing does.
 void keepFreedMemory() {
+    mallopt(M_ARENA_MAX, 1);
     mallopt(M_MMAP_MAX, 0);
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
+/// Reads the state; what there is to say of it goes to standard error.
+StateReading readState(CommandLine const & line) {
+    try {
+        auto reading = stateReader(line.state, Keep::nothing)(line.selection);
+        for (std::string const & remark : reading.remarks) {
+            say(remark);
+        }
+        return reading;
+    } catch (StateError const & error) {
+        fail(ExitStatus::failed, error.what());
+    }
+}
+
+[[noreturn]] void showOnce(CommandLine const & line) {
+    StateReading const state = line.readsState ? readState(line) : StateReading();
+    interruptEndsTheListing();
+    try {
+        line.render(state.mount, STDOUT_FILENO, line.output);
+    } catch (std::exception const & error) {
+        fail(ExitStatus::failed, line.command + ": " + Vex::printable(error.what()));
+    }
+    interruptEndsTheProcess();
+    if (outfmt::interruptTaken()) {
+        exitNow(ExitStatus::interrupted);
+    }
+    exitNow(state.complete ? ExitStatus::success : ExitStatus::incomplete);
+}
+
 [[noreturn]] void show(CommandLine const & line) {
     keepFreedMemory();
+    process::endingSignalsKillChildren();
     interruptEndsTheProcess();
     if (line.traceLevel) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));
         Trace::enableAllUpTo(*line.traceLevel);
     }
-    Mount const mount = line.readsState ? mountState(line) : Mount();
-    interruptEndsTheListing();
-    try {
-        line.render(mount, STDOUT_FILENO, line.output);
-    } catch (std::exception const & error) {
-        fail(ExitStatus::failed, line.command + ": " + Vex::printable(error.what()));
+    if (line.state.watchSeconds) {
+        watch(line);
     }
-    interruptEndsTheProcess();
-    exitNow(outfmt::interruptTaken() ? ExitStatus::interrupted : ExitStatus::success);
+    showOnce(line);
 }
 
 } // namespace

@@ -24,6 +24,10 @@ class Report:
         row = workload, against, f"{seconds * 1000:+.2f} ms", f"less than +{limit} ms", met
         self._targets.append(row)
 
+    def row(self, *cells):
+        """A target that is no number."""
+        self._targets.append(cells)
+
     def compared(self, title, comparison):
         self._comparisons.append((title, comparison))
 
@@ -42,9 +46,12 @@ class Report:
         self._measured.append(row)
         return per_entry
 
-    def paragraphs(self):
+    def targets(self):
         head = "workload", "against", "ratio", "target", "met"
         yield markdown.table("llrll", head, *self._targets)
+
+    def paragraphs(self):
+        yield from self.targets()
         for title, comparison in self._comparisons:
             yield f"{title}: {comparison.rows:,} unicast MACs in {comparison.bytes:,} bytes"
             yield comparison.table()

@@ -2,9 +2,12 @@
 """Run every example of the pages and compare what it shows.
 
 An example is a line "$ COMMAND" in a fenced block, and what it shows stands below
-it, up to the next example or the end of the block. It runs in a shell, in the
-root of the checkout, with the program on the path; standard error is shown where
-a terminal shows it. Blocks without such a line are no examples.
+it, up to the next example or the end of the block. The examples of a page run one
+after the other, each in a shell of its own, in the root of the checkout, with the
+program on the path; standard error is shown where a terminal shows it. Below an
+example whose output is another one each time stands "..." alone: that one has to end
+with exit status 0. Blocks without such a line are no examples. An example that does not
+end in time fails, and none of its page is run after it.
 
 With --write the pages get what the examples show now, for somebody to read.
 """
@@ -14,27 +17,45 @@ import difflib
 import os
 import pathlib
 import re
+import signal
 import subprocess
 import sys
 
 FENCE = re.compile(r"^```")
 PROMPT = "$ "
+ANYTHING = ["..."]
+TIME_LIMIT = 120  # seconds
+TIME_LIMIT_OF_ANYTHING = 900  # a program may have to be built
 
 
-def run(command, root, program):
-    environment = {k: v for k, v in os.environ.items() if k != "VXSHOW_STATE"}
+class Unended(Exception):
+    """An example takes too long."""
+
+
+def run(command, root, program, below):
+    """What the example shows; `below` is what stands below it."""
+    limit = TIME_LIMIT_OF_ANYTHING if below == ANYTHING else TIME_LIMIT
+    environment = {k: v for k, v in os.environ.items() if not k.startswith("VXSHOW_")}
     environment["PATH"] = f"{program.parent}:{environment['PATH']}"
-    done = subprocess.run(
+    with subprocess.Popen(
         ["bash", "-c", command],
         cwd=root,
         env=environment,
         stdin=subprocess.DEVNULL,
         stdout=subprocess.PIPE,
         stderr=subprocess.STDOUT,
-        timeout=60,
-        check=False,
-    )
-    return done.stdout.decode("utf-8").splitlines()
+        start_new_session=True,
+    ) as shell:
+        try:
+            shown = shell.communicate(timeout=limit)[0]
+        except subprocess.TimeoutExpired:
+            raise Unended(f"`{command}` did not end within {limit} seconds") from None
+        finally:
+            if shell.poll() is None:  # with all that it has started
+                os.killpg(shell.pid, signal.SIGKILL)
+    if below == ANYTHING and shell.returncode == 0:
+        return ANYTHING
+    return shown.decode("utf-8").splitlines()
 
 
 def examples(lines):
@@ -57,17 +78,25 @@ def examples(lines):
 
 def shown_now(lines, root, program):
     """The lines of a page with what its examples show now, and how many there are."""
-    result = list(lines)
-    all_examples = list(examples(lines))
-    for number, command, below in reversed(all_examples):
-        result[number + 1 : number + 1 + len(below)] = run(command, root, program)
-    return result, len(all_examples)
+    result = []
+    copied = 0
+    count = 0
+    for number, command, below in examples(lines):
+        result += lines[copied : number + 1]
+        result += run(command, root, program, below)
+        copied = number + 1 + len(below)
+        count += 1
+    return result + lines[copied:], count
 
 
 def check(page, root, program, write):
     """Whether the page shows what its examples do; a page without one does not."""
     lines = page.read_text(encoding="utf-8").splitlines()
-    now, count = shown_now(lines, root, program)
+    try:
+        now, count = shown_now(lines, root, program)
+    except Unended as unended:
+        print(f"{page.name}: {unended}")
+        return False
     if count == 0:
         print(f"{page.name}: no example")
         return False

@@ -189,7 +189,61 @@ TEST(CommandLine, ARefusalIsOneHarmlessLineWhateverWasTyped) {
 TEST(CommandLine, WithoutAStateItSaysHowToGiveOne) {
     Finished const finished = vxshow({"mac", "received"});
     EXPECT_EQ(finished.status, 2);
-    EXPECT_EQ(finished.err, "vxshow: no state to show: give --state FILE, or set VXSHOW_STATE\n");
+    EXPECT_EQ(finished.err,
+              "vxshow: no state to show: give --state FILE, --fabric FILE, --ovsdb REMOTE or "
+              "--frr, or set VXSHOW_STATE or VXSHOW_FABRIC\n");
+}
+
+TEST(CommandLine, TheStateComesFromOnePlace) {
+    EXPECT_EQ(refused({"--state", "a", "--fabric", "b", "mac", "received"}),
+              "--state and --fabric: expected one of them");
+    EXPECT_EQ(refused({"--state", "a", "--frr", "mac", "received"}),
+              "--state and --frr: expected one of them");
+    EXPECT_EQ(refused({"mac", "received", "--ovsdb", "unix:/a", "--fabric", "b"}),
+              "--fabric and --ovsdb: expected one of them");
+}
+
+TEST(CommandLine, AnEmptyPathOfTheStateIsRefusedThoughTheEnvironmentHasOne) {
+    TemporaryFile const state(smallSnapshot());
+    for (std::string const option : {"--state", "--fabric"}) {
+        Finished const finished =
+            vxshow({option, "", "mac", "received"}, {.stateFile = state.path()});
+        EXPECT_EQ(finished.status, 2);
+        EXPECT_EQ(finished.err, "vxshow: " + option + ": '': expected the name of a file\n");
+    }
+}
+
+TEST(CommandLine, TheEnvironmentTellsOfOneStateAtMost) {
+    Finished const finished =
+        vxshow({"mac", "received"},
+               {.stateFile = "a", .inChild = [] { setenv("VXSHOW_FABRIC", "b", 1); }});
+    EXPECT_EQ(finished.status, 2);
+    EXPECT_EQ(finished.err, "vxshow: VXSHOW_STATE and VXSHOW_FABRIC: both are set; expected one "
+                            "of them, or an option that says where the state is\n");
+}
+
+TEST(CommandLine, ARemoteIsCheckedWhereItIsTyped) {
+    EXPECT_EQ(refused({"--ovsdb", "leaf1", "mac", "received"}),
+              "--ovsdb: found \"leaf1\", expected unix:FILE, tcp:HOST:PORT or ssl:HOST:PORT");
+    EXPECT_EQ(refused({"--ovsdb=", "mac", "received"}), "--ovsdb: no value; expected REMOTE");
+}
+
+TEST(CommandLine, WatchTakesWholeSecondsUpToADay) {
+    for (std::string const seconds : {"0", "86401", "1.5", "-1", "x"}) {
+        EXPECT_EQ(refused({"--watch", seconds, "mac", "received"}),
+                  "--watch: '" + seconds + "': expected a whole number from 1 to 86400");
+    }
+}
+
+TEST(CommandLine, StandardInputIsNotWatched) {
+    EXPECT_EQ(refused({"--watch", "1", "--state", "-", "mac", "received"}),
+              "--watch: standard input can be read once; expected a file or live sources");
+}
+
+TEST(CommandLine, WhatShowsNoStateIsNotWatched) {
+    EXPECT_EQ(refused({"--watch", "1", "--state", "a", "capture", "b"}),
+              "--watch: capture has nothing to show again");
+    EXPECT_EQ(refused({"--watch", "1", "model"}), "--watch: model has nothing to show again");
 }
 
 TEST(CommandLine, HelpIsOnStandardOutputAndNoError) {

@@ -5,6 +5,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -15,6 +17,37 @@ namespace {
 
 std::vector<std::string> listingOf(TemporaryFile const & state) {
     return {"--state", state.path(), "mac", "received"};
+}
+
+/// Whether the process has a handler for the signal.
+bool handles(pid_t pid, int signal) {
+    std::ifstream file("/proc/" + std::to_string(pid) + "/status");
+    std::string word;
+    while (file >> word && word != "SigCgt:") {
+    }
+    unsigned long long caught = 0;
+    file >> std::hex >> caught;
+    return (caught >> (signal - 1) & 1) != 0;
+}
+
+/// Has the signal end a vxshow that reads its state; returns the one that did.
+int signalWhileReading(int signal) {
+    auto const leaveNoCore = [] {
+        rlimit const none{0, 0};
+        setrlimit(RLIMIT_CORE, &none);
+    };
+    // Standard input brings nothing.
+    Process process({"--state", "-", "mac", "received"}, {.inChild = leaveNoCore});
+    auto const end = std::chrono::steady_clock::now() + 30s;
+    while (!handles(process.pid(), signal)) {
+        if (std::chrono::steady_clock::now() > end) {
+            ADD_FAILURE() << "no handler of signal " << signal;
+            break;
+        }
+        std::this_thread::sleep_for(2ms);
+    }
+    kill(process.pid(), signal);
+    return process.finish().signal;
 }
 
 } // namespace
@@ -85,6 +118,12 @@ TEST(Exit, AnInterruptWhileReadingSaysSoAndIsStatus130) {
     EXPECT_EQ(finished.status, 130);
     EXPECT_EQ(finished.out, "exiting on interrupt\n");
     EXPECT_EQ(finished.err, "");
+}
+
+TEST(Exit, ASignalThatEndsItIsHandledFirstAndSeenByWhoWaits) {
+    for (int const signal : {SIGHUP, SIGQUIT, SIGTERM}) {
+        EXPECT_EQ(signalWhileReading(signal), signal);
+    }
 }
 
 TEST(Exit, AnInterruptWhilePrintingEndsTheListingAtALineEnd) {

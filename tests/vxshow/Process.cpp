@@ -45,6 +45,7 @@ void closeFd(int & fd) {
     std::signal(SIGPIPE, setting.ignoreSigpipe ? SIG_IGN : SIG_DFL);
     std::signal(SIGINT, SIG_DFL);
     unsetenv("VXSHOW_STATE");
+    unsetenv("VXSHOW_FABRIC");
     if (!setting.stateFile.empty()) {
         setenv("VXSHOW_STATE", setting.stateFile.c_str(), 1);
     }

@@ -16,7 +16,7 @@ struct ArpAdvertised {
     void addFilters(CLI::App & options) { typed.addTo(options); }
 
     Selection selection() const {
-        return {.received = false, .macTables = false, .vni = typed.vni};
+        return {.received = false, .routers = false, .macTables = false, .vni = typed.vni};
     }
 
     void render(Mount const & mount, int fd, Output const & output) {

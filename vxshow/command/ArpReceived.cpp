@@ -19,7 +19,11 @@ struct ArpReceived {
     }
 
     Selection selection() const {
-        return {.advertised = false, .macTables = false, .vni = typed.vni, .source = switchName};
+        return {.advertised = false,
+                .routers = false,
+                .macTables = false,
+                .vni = typed.vni,
+                .source = switchName};
     }
 
     void render(Mount const & mount, int fd, Output const & output) {

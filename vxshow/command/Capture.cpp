@@ -1,8 +1,8 @@
 #include "outfmt/Interrupt.h"
 #include "outfmt/WriteError.h"
 #include "vxshow/command/Commands.h"
-#include "vxshow/mount/AtomicFile.h"
-#include "vxshow/mount/SnapshotWriter.h"
+#include "vxshow/file/AtomicFile.h"
+#include "vxshow/mount/snapshot/SnapshotWriter.h"
 
 #include <csignal>
 #include <cstdio>
@@ -66,6 +66,7 @@ void addCapture(CLI::App & app, CommandLine & chosen) {
             throw CLI::ValidationError("FILE", "'': expected the name of a file");
         }
         chosen.command = "capture";
+        chosen.draws = false;
         chosen.render = [path](Mount const & mount, int fd, Output const & output) {
             capture(*path, mount, fd, output);
         };

@@ -20,7 +20,11 @@ struct MacAdvertised {
     }
 
     Selection selection() const {
-        return {.received = false, .arpTables = false, .vni = typed.vni};
+        return {.received = false,
+                .routers = false,
+                .arpTables = false,
+                .vni = typed.vni,
+                .mac = typed.mac};
     }
 
     void render(Mount const & mount, int fd, Output const & output) {

@@ -18,7 +18,12 @@ struct MacReceived {
     }
 
     Selection selection() const {
-        return {.advertised = false, .arpTables = false, .vni = typed.vni, .source = typed.name};
+        return {.advertised = false,
+                .routers = false,
+                .arpTables = false,
+                .vni = typed.vni,
+                .mac = typed.mac,
+                .source = typed.name};
     }
 
     void render(Mount const & mount, int fd, Output const & output) {

@@ -108,6 +108,7 @@ void addModel(CLI::App & app, CommandLine & chosen) {
         Vex::Type const * const only = option->count() > 0 ? &typeCalled(*typed) : nullptr;
         chosen.command = "model";
         chosen.readsState = false;
+        chosen.draws = false;
         chosen.render = [only](Mount const &, int fd, Output const & output) {
             list(only, fd, output);
         };

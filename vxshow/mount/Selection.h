@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Nolt/EthAddr.h"
 #include "Vxlan/VniOrNone.h"
 
 #include <string>
@@ -16,9 +17,11 @@ namespace vxshow {
 struct Selection {
     bool received = true;      ///< `Mount::received`
     bool advertised = true;    ///< `Mount::advertised`
+    bool routers = true;       ///< `Mount::routers`
     bool macTables = true;     ///< of each VNI: unicast, multipath, flood
     bool arpTables = true;     ///< of each VNI
     Vxlan::VniOrNone vni = {}; ///< none: every VNI
+    Nolt::EthAddr mac = {};    ///< of MAC tables, only entries of this one; zero: every one
     std::string source = {};   ///< the source's name as it is filtered by; empty: every one
 
     bool takesVni(Vxlan::Vni candidate) const { return vni.isNone() || vni == candidate; }

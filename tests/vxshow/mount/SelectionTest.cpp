@@ -1,6 +1,6 @@
 #include "vxshow/mount/Selection.h"
 
-#include "tests/vxshow/mount/Snapshots.h"
+#include "tests/vxshow/mount/snapshot/Snapshots.h"
 
 #include <gtest/gtest.h>
 

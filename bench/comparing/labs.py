@@ -1,0 +1,118 @@
+"""The labs that live sources are measured on, set up and taken down."""
+
+import json
+import os
+import subprocess
+import sys
+
+from comparing.refusal import Refusal
+
+LABS = os.path.join(
+    os.path.dirname(os.path.dirname(os.path.dirname(os.path.realpath(__file__)))), "tests", "labs"
+)
+
+
+def _run(words, **more):
+    done = subprocess.run(words, capture_output=True, text=True, check=False, **more)
+    if done.returncode != 0:
+        said = (done.stderr.strip().splitlines() or [f"exit status {done.returncode}"])[-1]
+        raise Refusal(f"{os.path.basename(words[0])} {words[1]}: {said}")
+    return done.stdout
+
+
+def ovsdb_lab(*words):
+    return _run([os.path.join(LABS, "ovsdb-lab"), *words])
+
+
+def _report(failures, exception):
+    """Refuses when labs did not go down; not over an exception that is under way."""
+    if failures and exception is None:
+        raise Refusal("; ".join(failures))
+    for failure in failures:
+        print(f"live: {failure}", file=sys.stderr)
+
+
+class Databases:
+    """Servers of databases, gone with the block."""
+
+    def __init__(self):
+        self._folders = []
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, kind, *_):
+        failures = []
+        for folder in self._folders:
+            try:
+                ovsdb_lab("down", folder)
+            except Refusal as refusal:
+                failures.append(f"{folder}: {refusal}")
+        _report(failures, kind)
+
+    def single(self, folder, macs, vnis, seed=1):
+        """The remote of one server with so many MAC addresses."""
+        file = folder + ".db"
+        ovsdb_lab("make", file, "--vnis", str(vnis), "--macs", str(macs), "--seed", str(seed))
+        return self._up("single", folder, file)
+
+    def cluster(self, folder, macs, vnis):
+        """The remotes of three servers."""
+        file = folder + ".db"
+        ovsdb_lab("make", file, "--vnis", str(vnis), "--macs", str(macs), "--seed", "1")
+        return self._up("cluster", folder, file)
+
+    def _up(self, kind, folder, file):
+        remote = ovsdb_lab(
+            kind, folder, "--from", file, "--parent", str(os.getpid())
+        ).splitlines()[0]
+        self._folders.append(folder)
+        os.remove(file)
+        return remote
+
+    @staticmethod
+    def terms(folder):
+        """The election terms of the servers."""
+        return {line.split()[3] for line in ovsdb_lab("nodes", folder).splitlines()}
+
+
+class Evpn:
+    """Three VTEPs that run FRR, gone with the block."""
+
+    def __init__(self, folder):
+        # Namespaces and path spaces are the machine's, so that two measurings need two names.
+        self._prefix = f"bench{os.getpid()}-"
+        self._environment = {
+            **os.environ,
+            "EVPN_LAB_DIR": os.path.join(folder, "evpn"),
+            "EVPN_LAB_PREFIX": self._prefix,
+        }
+
+    def __enter__(self):
+        self._lab("up", "--parent", str(os.getpid()))
+        return self
+
+    def __exit__(self, kind, *_):
+        try:
+            self._lab("down")
+        except Refusal as refusal:
+            _report([str(refusal)], kind)
+
+    def grow(self, vnis, macs):
+        self._lab("grow", str(vnis), str(macs))
+
+    def path_space(self, number):
+        return f"{self._prefix}vtep{number}"
+
+    def _lab(self, *words):
+        return _run([os.path.join(LABS, "evpn-lab"), *words], env=self._environment)
+
+
+def logical_switches(remote):
+    """Their names, from the server itself."""
+    request = [
+        "hardware_vtep",
+        {"op": "select", "table": "Logical_Switch", "where": [], "columns": ["name"]},
+    ]
+    answer = _run(["ovsdb-client", "-vconsole:off", "query", remote, json.dumps(request)])
+    return [row["name"] for row in json.loads(answer)[0]["rows"]]

@@ -1,0 +1,48 @@
+# What the lab's parts share: names, and ways into a VTEP. Sourced by evpn-lab.
+# shellcheck shell=bash
+# shellcheck disable=SC2034 # used by the other parts
+
+prefix=${EVPN_LAB_PREFIX:-}
+lab=${EVPN_LAB_DIR:-/run/${prefix}evpn-lab}
+frr_lib=${FRR_LIB:-/usr/lib/frr}
+frr_run=/var/run/frr
+fabric=${prefix}vtep-fabric
+vteps=(1 2 3)
+tenants=(tenant1 tenant2)
+patience=30 # seconds that one wait may take
+
+die() {
+    echo "evpn-lab: $*" >&2
+    exit 1
+}
+
+name() { echo "${prefix}vtep$1"; }
+sockets() { echo "$lab/run/$(name "$1")"; }
+
+vty() { # N ARGUMENT...
+    local n=$1
+    shift
+    vtysh --vty_socket "$(sockets "$n")" "$@"
+}
+
+show() { vty "$1" -c "$2"; } # N COMMAND
+
+in_vrf() { # N VRF COMMAND...
+    local n=$1 vrf=$2
+    shift 2
+    if [[ $vrf == default ]]; then
+        ip netns exec "$(name "$n")" "$@"
+    else
+        # The tenants' names are known in the daemons' mount namespace alone.
+        nsenter -t "$(<"$(sockets "$n")/zebra.pid")" -m -n ip netns exec "$vrf" "$@"
+    fi
+}
+
+wait_for() { # WHAT COMMAND...
+    local what=$1 end=$((SECONDS + patience))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        ((SECONDS < end)) || die "gave up waiting for $what"
+        sleep 0.1
+    done
+}

@@ -1,0 +1,81 @@
+#include "tests/live/Labs.h"
+#include "tests/live/Listings.h"
+#include "tests/live/Requirements.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A server behind an `ssl:` port, with an authority that has signed it and its clients, and
+/// another that has signed neither.
+class Ssl : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        if (missingFor(Lab::database)) {
+            return;
+        }
+        keys = std::make_unique<Folder>();
+        outputOf({labProgram("certificates"), keys->path()});
+        lab = std::make_unique<OvsdbLab>(Words{"--ssl", keys->file("server.key"),
+                                               keys->file("server.pem"), keys->file("ca.pem")});
+        lab->fillSmall();
+    }
+
+    static void TearDownTestSuite() {
+        lab.reset();
+        keys.reset();
+    }
+
+    void SetUp() override { VXSHOW_NEEDS_LAB(Lab::database); }
+
+    /// A fabric file in which these files of `keys` are the client's.
+    static std::string fabricWith(std::string const & key, std::string const & certificate,
+                                  std::string const & authority) {
+        FabricText text;
+        text.database("rack1", lab->sslRemote(),
+                      "private_key = '" + key + "'\ncertificate = '" + certificate +
+                          "'\nca_certificate = '" + authority + "'\ntime_limit = 30");
+        return keys->write("fabric.toml", text.text());
+    }
+
+    static void expectUnreachable(std::string const & fabric) {
+        expectNothingShown(ask({"--fabric", fabric, "mac", "received"}), "rack1", "unreachable");
+    }
+
+    static std::unique_ptr<Folder> keys;
+    static std::unique_ptr<OvsdbLab> lab;
+};
+
+std::unique_ptr<Folder> Ssl::keys;
+std::unique_ptr<OvsdbLab> Ssl::lab;
+
+} // namespace
+
+TEST_F(Ssl, ItsKeyCertificateAndAuthorityOpenTheDatabase) {
+    // Relative names count from the folder of the fabric file.
+    auto const fabric = fabricWith("client.key", keys->file("client.pem"), "ca.pem");
+    for (Words const & listing : listings()) {
+        EXPECT_EQ(shown(Words{"--fabric", fabric} + listing),
+                  shown(Words{"--ovsdb", lab->remote()} + listing));
+    }
+    EXPECT_EQ(rowsOf(shown({"--fabric", fabric, "mac", "received"})).size(), 14U);
+}
+
+TEST_F(Ssl, AServerThatTheAuthorityHasNotSignedIsNotAsked) {
+    expectUnreachable(fabricWith("client.key", "client.pem", "other-ca.pem"));
+}
+
+TEST_F(Ssl, AServerTurnsAwayAClientThatItsAuthorityHasNotSigned) {
+    // Whether the client hears of it while it connects or when it asks is a matter of luck.
+    auto const fabric = fabricWith("stranger.key", "stranger.pem", "ca.pem");
+    auto const finished = ask({"--fabric", fabric, "mac", "received"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(failuresOf(finished).size(), 1U);
+}
+
+TEST_F(Ssl, AKeyThatIsNotThereIsAFailureOfTheSource) {
+    expectNothingShown(
+        ask({"--fabric", fabricWith("none.key", "client.pem", "ca.pem"), "mac", "received"}),
+        "rack1", "unreachable");
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace vxshow {
+
+/// An open descriptor, closed at the end. One that is negative is none.
+class Descriptor {
+public:
+    Descriptor() = default;
+
+    /// Takes `number` over.
+    explicit Descriptor(int number) noexcept : number_(number) {}
+
+    Descriptor(Descriptor && other) noexcept : number_(std::exchange(other.number_, -1)) {}
+
+    Descriptor & operator=(Descriptor && other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+
+    ~Descriptor() {
+        if (number_ >= 0) {
+            ::close(number_);
+        }
+    }
+
+    int number() const noexcept { return number_; }
+
+    /// Gives it away, open.
+    int release() noexcept { return std::exchange(number_, -1); }
+
+private:
+    int number_ = -1;
+};
+
+} // namespace vxshow

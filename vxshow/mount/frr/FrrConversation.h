@@ -1,0 +1,30 @@
+#pragma once
+
+#include "vxshow/file/FileBytes.h"
+#include "vxshow/mount/frr/FrrAnswer.h"
+#include "vxshow/mount/live/SourceFailure.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vxshow {
+
+/// The time for an answer is over.
+class FrrTimeOver : public SourceFailure {
+public:
+    using SourceFailure::SourceFailure;
+};
+
+/// Runs commands in one `vtysh`, and gives what it prints. Raises `SourceFailure`.
+using FrrRun = std::function<FileBytes(std::vector<std::string> const & commands)>;
+
+/// How often zebra is asked at most until its answers fit together.
+inline constexpr unsigned mostFrrAttempts = 3;
+
+/// Asks for what is selected: in one run, or in two when the answers of the first leave
+/// something open. Asks again while they do not fit together and `run` finds the time, and
+/// takes the last answer then as it is. Raises `SourceFailure`.
+FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection);
+
+} // namespace vxshow

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "vxshow/file/FileBytes.h"
+#include "vxshow/mount/live/SourceFailure.h"
+#include "vxshow/process/Run.h"
+
+#include <string>
+
+namespace vxshow {
+
+/// What a run of `vtysh` is told apart by when it fails.
+struct VtyshRun {
+    std::string program;                ///< its first word
+    process::Clock::duration timeLimit; ///< for the whole answer
+};
+
+/// What `vtysh` printed, of a run that ended as it should: status 0, or with a complaint about
+/// a command at the end of what it printed, since that stands in its place among the answers.
+/// Its warning that it has no configuration file is none. Raises `SourceFailure`: what is told
+/// on standard error tells whether the daemon could not be reached, or may not be.
+FileBytes vtyshOutput(process::Answer answer, VtyshRun const & about);
+
+} // namespace vxshow

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vxshow {
+
+/// Where a database is, and with what it is opened.
+struct DatabaseAddress {
+    /// With what an `ssl:` remote is opened: files in PEM, as `ovsdb-client` takes them.
+    struct Ssl {
+        std::string privateKey;
+        std::string certificate;
+        std::string caCertificate;
+
+        bool operator==(Ssl const &) const = default;
+    };
+
+    /// The servers of one cluster, or the only one: `unix:FILE`, `tcp:HOST:PORT` or
+    /// `ssl:HOST:PORT` each, as in ovsdb(7).
+    std::vector<std::string> remotes;
+    std::optional<Ssl> ssl = {};
+
+    bool operator==(DatabaseAddress const &) const = default;
+};
+
+} // namespace vxshow

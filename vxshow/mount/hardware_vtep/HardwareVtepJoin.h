@@ -1,0 +1,119 @@
+#pragma once
+
+#include "vxshow/mount/hardware_vtep/HardwareVtepRequest.h"
+#include "vxshow/mount/hardware_vtep/HardwareVtepValues.h"
+#include "vxshow/mount/live/SourceFindings.h"
+#include "vxshow/mount/live/SourceState.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace vxshow {
+
+/// Joins the rows of a `hardware_vtep` database into what it knows, row by row as they come.
+///
+/// References must lead to a row that has come: a server keeps them so, and a broken one is
+/// refused like any wrong form. Text is another matter, for nobody checks it: a row whose text
+/// is no address, prefix or VNI is counted and left out.
+class HardwareVtepJoin {
+public:
+    enum class Side { local, remote };
+
+    /// A tunnel_key as it stands there: a set of at most one number, any number.
+    using Key = std::optional<std::int64_t>;
+    using References = std::vector<ovsdb::Reference>;
+
+    /// What stands in several columns of one row.
+    struct MacRow {
+        HardwareVtepTable table;
+        Side side;
+        std::string_view mac;
+        ovsdb::Reference logicalSwitch;
+        ovsdb::Reference target; ///< the locator, or the set of them
+        std::string_view ip;
+    };
+
+    /// Local entries at a VTEP of no switch stand under `name`.
+    explicit HardwareVtepJoin(std::string name) : name_(std::move(name)) {}
+
+    /// Each takes one row. Throws `Refusal`.
+    void logicalSwitch(ovsdb::Reference const & row, std::string name, Key key);
+    void locator(ovsdb::Reference const & row, std::string_view ip, Key key);
+    void locatorSet(ovsdb::Reference const & row, References const & locators);
+    void physicalSwitch(std::string const & name, std::vector<std::string> const & ips,
+                        References const & ports);
+    void port(ovsdb::Reference const & row, References const & logicalSwitches);
+    void router(std::string const & name,
+                std::vector<std::pair<std::string, ovsdb::Reference>> const & ports,
+                std::vector<std::pair<std::string, std::string>> const & routes);
+    void unicast(MacRow const & row);
+    void multicast(MacRow const & row);
+
+    /// The logical switches with the key `vni`, and those without any key: what is in those has
+    /// the VNI of its locator.
+    std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni) const;
+
+    /// What has been joined, settled, and what was noticed. The join is over.
+    std::pair<SourceState, SourceFindings> finished();
+
+private:
+    struct LogicalSwitch {
+        std::string name;
+        Key key;
+        std::set<std::string> routers = {};
+    };
+
+    struct Locator {
+        std::string text; ///< of the address, when it is none
+        std::optional<Nolt::IpAddr> ip;
+        Key key;
+        /// The sides of the switches that have the address, once it has been looked for.
+        std::optional<std::vector<SourceSide *>> switches = {};
+    };
+
+    /// Their places do not move.
+    template <class Row>
+    using Rows = std::unordered_map<ovsdb::Uuid, Row>;
+
+    LogicalSwitch & switchAt(ovsdb::Reference const & to);
+    Locator & locatorAt(ovsdb::Reference const & to);
+
+    /// The VNI of an entry; notices an entry that has none.
+    std::optional<Vxlan::Vni> vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
+                                    Locator const & locator);
+
+    /// Calls `take(Vni, IpAddr, SourceSide &)` for each side that the entry of `row` at
+    /// `locator` is on.
+    template <class Take>
+    void place(MacRow const & row, LogicalSwitch const & logicalSwitch, Locator & locator,
+               Take && take);
+
+    /// The binding of an entry, if it has one; nothing when its text is none.
+    std::optional<Nolt::IpGenAddr> bindingOf(MacRow const & row,
+                                             LogicalSwitch const & logicalSwitch);
+
+    /// The sides of the switches that have the locator's address; none, one or several.
+    std::vector<SourceSide *> const & switchesAt(Locator & locator);
+
+    void leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch, std::string_view column,
+                  std::string_view text, std::string_view expected);
+    void addVnis();
+    void findDisputes();
+
+    std::string name_;
+    SourceState state_;
+    SourceFindings findings_;
+    Rows<LogicalSwitch> logicalSwitches_;
+    Rows<Locator> locators_;
+    Rows<std::vector<Locator *>> locatorSets_;
+    std::map<std::string, std::set<ovsdb::Uuid>> switchPorts_;
+    std::map<Nolt::IpAddr, std::set<std::string>> switchesByIp_;
+    Rows<std::vector<ovsdb::Uuid>> ports_;
+};
+
+} // namespace vxshow

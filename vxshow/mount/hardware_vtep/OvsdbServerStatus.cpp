@@ -1,0 +1,135 @@
+#include "vxshow/mount/hardware_vtep/OvsdbServerStatus.h"
+
+#include "vxshow/mount/hardware_vtep/HardwareVtepValues.h"
+#include "vxshow/mount/json/Members.h"
+#include "vxshow/mount/json/RefusalLine.h"
+#include "vxshow/mount/live/AnswerError.h"
+
+#include <array>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::string_view oneAnswer = "an array of 1 answer";
+
+OvsdbServerStatus readRow(JsonValue & value) {
+    static constexpr std::array<MemberName, 4> names{"cid", "connected", "index", "leader"};
+    auto const * const start = value.at();
+    OvsdbServerStatus status;
+    Members members(names);
+    value.members("a row", [&](JsonText const & name, JsonValue & cell) {
+        switch (members.take(name)) {
+        case 0:
+            ovsdb::readReferences(
+                cell, [&](ovsdb::Reference const & cluster) { status.cluster = cluster.row; });
+            break;
+        case 1:
+            status.connected = cell.boolean();
+            break;
+        case 2:
+            status.index = ovsdb::readOptionalInteger(cell);
+            break;
+        default:
+            status.leader = cell.boolean();
+        }
+    });
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        members.require(index, start);
+    }
+    return status;
+}
+
+std::optional<OvsdbServerStatus> readRows(JsonValue & value) {
+    static constexpr std::array<MemberName, 1> names{"rows"};
+    std::optional<OvsdbServerStatus> status;
+    auto const * const start = value.at();
+    Members members(names);
+    value.members("an object with rows", [&](JsonText const & name, JsonValue & rows) {
+        members.take(name);
+        rows.elements("a list of rows", [&](JsonValue & row) {
+            if (status) {
+                row.refuse("at most one row");
+            }
+            status = readRow(row);
+        });
+    });
+    members.require(0, start);
+    return status;
+}
+
+std::optional<OvsdbServerStatus> readAnswers(FileBytes const & answer) {
+    std::optional<OvsdbServerStatus> status;
+    std::size_t count = 0;
+    JsonReader json(answer);
+    auto const * const start = json.at();
+    json.documentElements(oneAnswer, [&](JsonValue & element) {
+        if (count++ > 0) {
+            element.refuse(std::string(oneAnswer));
+        }
+        status = readRows(element);
+    });
+    if (count == 0) {
+        throw Refusal{start, std::string(oneAnswer), " of fewer"};
+    }
+    return status;
+}
+
+bool isReady(std::optional<OvsdbServerStatus> const & server) {
+    return server && server->connected;
+}
+
+} // namespace
+
+std::string const & ovsdbStatusRequest() {
+    static std::string const request =
+        R"(["_Server",{"op":"select","table":"Database","where":[["name","==","hardware_vtep"]],)"
+        R"("columns":["cid","connected","index","leader"]}])";
+    return request;
+}
+
+std::optional<OvsdbServerStatus> readOvsdbServerStatus(FileBytes const & answer) {
+    constexpr char const * about = "the server's own status: ";
+    try {
+        return readAnswers(answer);
+    } catch (Refusal const & refusal) {
+        throw AnswerError(about + refusalLine(refusal, answer.text(), JsonRoot::array));
+    } catch (MalformedJson const & malformed) {
+        throw AnswerError(about + refusalLine(malformed, answer.text(), JsonRoot::array));
+    }
+}
+
+bool areOfOneCluster(OvsdbServerStatus const & one, OvsdbServerStatus const & other) {
+    return one.cluster && one.cluster == other.cluster;
+}
+
+std::optional<std::size_t> leaderOf(OvsdbServers const & servers) {
+    std::optional<std::size_t> leader;
+    for (std::size_t index = 0; index < servers.size(); ++index) {
+        auto const & server = servers[index];
+        if (isReady(server) && server->cluster && server->leader &&
+            (!leader || server->index > servers[*leader]->index)) {
+            leader = index;
+        }
+    }
+    return leader;
+}
+
+std::optional<std::size_t> serverToRead(OvsdbServers const & servers) {
+    auto const leader = leaderOf(servers);
+    for (std::size_t index = 0; index < servers.size(); ++index) {
+        auto const & server = servers[index];
+        if (!isReady(server)) {
+            continue;
+        }
+        if (!server->cluster) {
+            return index;
+        }
+        if (leader && !server->leader && server->index >= servers[*leader]->index) {
+            return index;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace vxshow

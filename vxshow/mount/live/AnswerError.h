@@ -1,0 +1,14 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace vxshow {
+
+/// An answer of a source that is not what it should be. Its text is one line of printable
+/// ASCII: what was read, where in it, what was found and what was expected.
+class AnswerError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace vxshow

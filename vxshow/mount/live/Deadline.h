@@ -1,0 +1,27 @@
+#pragma once
+
+#include "vxshow/process/Run.h"
+
+#include <chrono>
+
+namespace vxshow {
+
+/// By when something has to be done, and how long that was meant to be, for messages.
+struct Deadline {
+    process::Clock::time_point end;
+    std::chrono::milliseconds limit;
+
+    static Deadline in(std::chrono::milliseconds limit) {
+        return {process::Clock::now() + limit, limit};
+    }
+
+    bool isOver() const { return process::Clock::now() >= end; }
+
+    /// This one, or the one in `most` from now when that is sooner.
+    Deadline within(std::chrono::milliseconds most) const {
+        auto const sooner = in(most);
+        return sooner.end < end ? sooner : *this;
+    }
+};
+
+} // namespace vxshow

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace vxshow {
+
+/// A source that could not be read. Its text is the reason: one line of printable ASCII
+/// without the source's name, such as "unreachable: …", "time limit: no answer within 5 s",
+/// "permission: …", "no such program: vtysh", "no such schema: …", "broken answer: …".
+class SourceFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace vxshow

@@ -1,0 +1,213 @@
+#include "vxshow/process/Run.h"
+
+#include "vxshow/file/GrowingBytes.h"
+#include "vxshow/process/Child.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <limits>
+#include <optional>
+#include <poll.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+
+namespace vxshow::process {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t longestErrors = 4096;
+constexpr auto quietAfterTheEnd = 200ms;
+
+/// For how long to `poll`: never less than until `moment`.
+int millisecondsUntil(Clock::time_point moment) {
+    auto const left = moment - Clock::now();
+    if (left <= Clock::duration::zero()) {
+        return 0;
+    }
+    auto const whole = std::chrono::duration_cast<std::chrono::milliseconds>(left).count();
+    return static_cast<int>(std::min<decltype(whole)>(whole, std::numeric_limits<int>::max() - 1)) +
+           1;
+}
+
+/// Reads into `to`, and says how many bytes have come: none at the end, nothing when there
+/// are none yet.
+std::optional<std::size_t> readSome(int descriptor, char * to, std::size_t room) {
+    auto const got = ::read(descriptor, to, room);
+    if (got >= 0) {
+        return static_cast<std::size_t>(got);
+    }
+    if (errno != EINTR && errno != EAGAIN) {
+        throw std::system_error(errno, std::generic_category());
+    }
+    return std::nullopt;
+}
+
+/// One program, listened to until it is at its end.
+class Listener {
+public:
+    Listener(Child & child, Limits const & limits,
+             std::function<void(std::string_view)> const & received)
+        : child_(child), limits_(limits), received_(received),
+          output_(limits.outputBytes), polled_{{{child.output(), POLLIN, 0},
+                                                {child.errors(), POLLIN, 0},
+                                                {child.ended(), POLLIN, 0}}} {}
+
+    Answer answer() {
+        while (!isAtItsEnd()) {
+            if (!isAnyReady(millisecondsUntil(waitEnd()))) {
+                if (quietEnd_ && Clock::now() >= *quietEnd_) {
+                    break;
+                }
+            }
+            takeWhatIsReady();
+            if (output_.isTooLong()) {
+                return OutputLimit{std::min(limits_.outputBytes, FileBytes::longest)};
+            }
+            if (!isAtItsEnd() && Clock::now() >= limits_.end) {
+                return TimeLimit{};
+            }
+        }
+        return answerAtItsEnd();
+    }
+
+private:
+    enum Polled { output, errors, end };
+
+    bool isOpen(Polled what) const { return polled_[what].fd >= 0; }
+
+    bool isReady(Polled what) const { return isOpen(what) && polled_[what].revents != 0; }
+
+    bool isAtItsEnd() const { return !isOpen(output) && !isOpen(errors) && !isOpen(end); }
+
+    Clock::time_point waitEnd() const {
+        return quietEnd_ ? std::min(*quietEnd_, limits_.end) : limits_.end;
+    }
+
+    bool isAnyReady(int milliseconds) {
+        int const ready = ::poll(polled_.data(), polled_.size(), milliseconds);
+        if (ready < 0) {
+            for (auto & one : polled_) {
+                one.revents = 0;
+            }
+        }
+        return ready != 0;
+    }
+
+    void takeWhatIsReady() {
+        if (isReady(end)) {
+            polled_[end].fd = -1;
+            quietEnd_ = Clock::now() + quietAfterTheEnd;
+        }
+        if (isReady(output)) {
+            readOutput();
+        }
+        if (isReady(errors)) {
+            readErrors();
+        }
+    }
+
+    void hasCome(Polled what, std::optional<std::size_t> bytes) {
+        if (bytes == 0) {
+            polled_[what].fd = -1;
+        } else if (bytes && quietEnd_) {
+            quietEnd_ = Clock::now() + quietAfterTheEnd;
+        }
+    }
+
+    void readOutput() {
+        auto const room = output_.room();
+        auto const bytes = readSome(child_.output(), room.data(), room.size());
+        hasCome(output, bytes);
+        if (!bytes || *bytes == 0) {
+            return;
+        }
+        output_.add(*bytes);
+        if (received_ && !output_.isTooLong()) {
+            received_({room.data(), *bytes});
+        }
+    }
+
+    void readErrors() {
+        std::array<char, longestErrors> some;
+        auto const bytes = readSome(child_.errors(), some.data(), some.size());
+        hasCome(errors, bytes);
+        errorText_.append(some.data(),
+                          std::min(bytes.value_or(0), longestErrors - errorText_.size()));
+    }
+
+    Answer answerAtItsEnd() {
+        int const status = child_.end();
+        if (!WIFSIGNALED(status)) {
+            return Exited{WEXITSTATUS(status), output_.take(), std::move(errorText_)};
+        }
+        int const signal = WTERMSIG(status);
+        if (signal == SIGKILL && ChildSlot::allKilled()) {
+            return Interrupted{};
+        }
+        return Killed{signal, std::move(errorText_)};
+    }
+
+    Child & child_;
+    Limits const & limits_;
+    std::function<void(std::string_view)> const & received_;
+    GrowingBytes output_;
+    std::string errorText_;
+    std::optional<Clock::time_point> quietEnd_; ///< there once the program itself has ended
+    std::array<pollfd, 3> polled_;
+};
+
+bool canBeWords(std::vector<std::string> const & words) {
+    auto const hasZero = [](std::string const & word) {
+        return word.find('\0') != std::string::npos;
+    };
+    return !words.empty() && std::none_of(words.begin(), words.end(), hasZero);
+}
+
+/// Nothing when none gets free before `end`, and once all children are killed.
+std::optional<ChildSlot> slotBefore(Clock::time_point end) {
+    while (Clock::now() < end && !ChildSlot::allKilled()) {
+        if (auto slot = ChildSlot::take()) {
+            return slot;
+        }
+        std::this_thread::sleep_for(1ms);
+    }
+    return std::nullopt;
+}
+
+Answer notStarted(int error) {
+    if (error == ECANCELED) {
+        return Interrupted{};
+    }
+    return NotRun{error};
+}
+
+} // namespace
+
+Answer run(std::vector<std::string> const & words, Limits const & limits,
+           std::function<void(std::string_view)> const & received) {
+    if (!canBeWords(words)) {
+        return NotRun{EINVAL};
+    }
+    auto slot = slotBefore(limits.end);
+    if (ChildSlot::allKilled()) {
+        return Interrupted{};
+    }
+    if (!slot) {
+        return TimeLimit{};
+    }
+    std::optional<Child> child;
+    try {
+        child.emplace(words, *std::move(slot));
+    } catch (std::system_error const & error) {
+        return notStarted(error.code().value());
+    }
+    return Listener(*child, limits, received).answer();
+}
+
+} // namespace vxshow::process
