@@ -27,9 +27,8 @@ bool startsWithLateControl(std::string_view text) {
 
 /// Adds one line of the screen. What was there is erased first: behind a line that is as wide
 /// as the screen the cursor still stands on its last character.
-void appendLine(std::string & out, std::string_view line, std::string_view erase,
-                std::size_t columns) {
-    out.append(erase);
+void appendLine(std::string & out, std::string_view line, std::size_t columns) {
+    out.append(eraseRestOfLine);
     std::size_t used = 0;
     while (!line.empty()) {
         char const c = line.front();
@@ -41,6 +40,7 @@ void appendLine(std::string & out, std::string_view line, std::string_view erase
         out.push_back(late || isControl(c) ? '?' : c);
         line.remove_prefix(late ? 2 : 1);
     }
+    out.append("\r\n");
 }
 
 std::vector<std::string_view> linesOf(std::string_view text) {
@@ -73,21 +73,18 @@ std::string drawn(std::string const & title, std::vector<std::string> const & re
     lines.emplace_back();
     auto const body = linesOf(text);
     lines.insert(lines.end(), body.begin(), body.end());
+    auto const room = std::max<std::size_t>(size.lines, 2) - 1;
     std::string more;
-    if (lines.size() > size.lines) {
-        auto const shown = size.lines - 1;
-        more = "... " + std::to_string(lines.size() - shown) + " lines more";
-        lines.resize(shown);
+    if (lines.size() > room) {
+        more = "... " + std::to_string(lines.size() - room + 1) + " lines more";
+        lines.resize(room - 1);
         lines.emplace_back(more);
     }
     std::string out(toTheTop);
-    for (std::size_t index = 0; index < lines.size(); ++index) {
-        // No line end behind the last: it would scroll a full screen.
-        out.append(index == 0 ? "" : "\r\n");
-        bool const last = index + 1 == lines.size();
-        appendLine(out, lines[index], last ? eraseBelow : eraseRestOfLine, size.columns);
+    for (std::string_view const line : lines) {
+        appendLine(out, line, size.columns);
     }
-    return out;
+    return out.append(eraseBelow);
 }
 
 } // namespace vxshow

@@ -18,7 +18,8 @@ ScreenSize screenSize(int descriptor);
 
 /// What draws `title`, the `remarks`, and the lines of `text` from the top of the screen over
 /// what is there: each cut at the right edge, and those for which there is no room counted in
-/// the last line. Bytes that a terminal obeys stand there as question marks.
+/// the last one. The last line of the screen stays empty: the cursor waits there, and what is
+/// said next has a line of its own. Bytes that a terminal obeys stand as question marks.
 std::string drawn(std::string const & title, std::vector<std::string> const & remarks,
                   std::string_view text, ScreenSize size);
 
