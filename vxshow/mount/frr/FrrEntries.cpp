@@ -8,15 +8,15 @@ namespace vxshow::frr {
 void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, JsonText const & text,
               std::string_view expected) {
     auto what = "VNI " + std::string(vni.stringValue()) + ": ";
-    what.append(column).append(" \"").append(shownText(text.text()));
-    join.leaveOut(what.append("\", expected ").append(expected));
+    what.append(column).append(" ").append(shownInQuotes(text.text()));
+    join.leaveOut(what.append(", expected ").append(expected));
 }
 
 std::optional<Vxlan::Vni> readVniKey(JsonText const & text, FrrJoin & join) {
     if (auto const number = Vex::readDecimal(text.text(), Vxlan::Vni::max)) {
         return Vxlan::Vni(*number);
     }
-    join.leaveOut("VNI \"" + shownText(text.text()) + "\", expected one from 0 to 16777215");
+    join.leaveOut("VNI " + shownInQuotes(text.text()) + ", expected one from 0 to 16777215");
     return std::nullopt;
 }
 

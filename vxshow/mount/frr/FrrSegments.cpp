@@ -13,7 +13,7 @@ void takeVtep(JsonText const & text, std::vector<Nolt::IpAddr> & vteps, FrrJoin 
     if (address && !address->isZero()) {
         return vteps.push_back(*address);
     }
-    join.leaveOut("Ethernet segment: VTEP \"" + shownText(text.text()) + "\", expected " +
+    join.leaveOut("Ethernet segment: VTEP " + shownInQuotes(text.text()) + ", expected " +
                   std::string(anIpv4Address));
 }
 

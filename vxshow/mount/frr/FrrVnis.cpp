@@ -47,7 +47,7 @@ public:
         members_.require(isL3_ ? localVtepIp : vtepIp, start);
         Vxlan::Vni const number(vni_);
         for (auto const & text : noAddresses_) {
-            join.leaveOut("VNI " + std::to_string(vni_) + ": VTEP \"" + text + "\", expected " +
+            join.leaveOut("VNI " + std::to_string(vni_) + ": VTEP " + text + ", expected " +
                           std::string(anIpv4Address));
         }
         if (isL3_) {
@@ -91,7 +91,7 @@ private:
         if (auto const address = frr::ipv4(text)) {
             address_ = *address;
         } else {
-            noAddresses_.push_back(shownText(text.text()));
+            noAddresses_.push_back(shownInQuotes(text.text()));
         }
     }
 
@@ -102,7 +102,7 @@ private:
             if (address && !address->isZero()) {
                 floods_.push_back(*address);
             } else {
-                noAddresses_.push_back(shownText(text.text()));
+                noAddresses_.push_back(shownInQuotes(text.text()));
             }
         });
     }
