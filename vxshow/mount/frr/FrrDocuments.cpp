@@ -1,7 +1,10 @@
 #include "vxshow/mount/frr/FrrDocuments.h"
 
+#include "vxshow/mount/frr/FrrMacs.h"
+#include "vxshow/mount/frr/FrrNeighbours.h"
 #include "vxshow/mount/frr/FrrRouters.h"
-#include "vxshow/mount/frr/FrrTables.h"
+#include "vxshow/mount/frr/FrrSegments.h"
+#include "vxshow/mount/frr/FrrVnis.h"
 #include "vxshow/mount/json/RefusalLine.h"
 
 namespace vxshow {

@@ -16,7 +16,7 @@ constexpr std::string_view aText = "a text";
 void leaveOut(FrrJoin & join, std::string const & vrf, std::string_view column,
               std::string_view text, std::string_view expected) {
     auto what = "VRF \"" + vrf + "\": ";
-    what.append(column).append(" \"").append(shownText(text)).append("\", expected ");
+    what.append(column).append(" ").append(shownInQuotes(text)).append(", expected ");
     join.leaveOut(what.append(expected));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/mount/hardware_vtep/HardwareVtepRequest.h"
+#include "vxshow/mount/hardware_vtep/HardwareVtepRows.h"
 #include "vxshow/mount/hardware_vtep/HardwareVtepValues.h"
 #include "vxshow/mount/live/SourceFindings.h"
 #include "vxshow/mount/live/SourceState.h"
@@ -9,7 +10,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -17,16 +17,14 @@ namespace vxshow {
 
 /// Joins the rows of a `hardware_vtep` database into what it knows, row by row as they come.
 ///
-/// References must lead to a row that has come: a server keeps them so, and a broken one is
-/// refused like any wrong form. Text is another matter, for nobody checks it: a row whose text
-/// is no address, prefix or VNI is counted and left out.
+/// References must lead to a row that has come, or they are refused. Text is another matter, for
+/// nobody checks it: a row whose text is no address, prefix or VNI is counted and left out.
 class HardwareVtepJoin {
 public:
     enum class Side { local, remote };
 
-    /// A tunnel_key as it stands there: a set of at most one number, any number.
-    using Key = std::optional<std::int64_t>;
-    using References = std::vector<ovsdb::Reference>;
+    using Key = HardwareVtepRows::Key;
+    using References = HardwareVtepRows::References;
 
     /// What stands in several columns of one row.
     struct MacRow {
@@ -42,12 +40,24 @@ public:
     explicit HardwareVtepJoin(std::string name) : name_(std::move(name)) {}
 
     /// Each takes one row. Throws `Refusal`.
-    void logicalSwitch(ovsdb::Reference const & row, std::string name, Key key);
-    void locator(ovsdb::Reference const & row, std::string_view ip, Key key);
-    void locatorSet(ovsdb::Reference const & row, References const & locators);
+    void logicalSwitch(ovsdb::Reference const & row, std::string name, Key key) {
+        rows_.addLogicalSwitch(row, std::move(name), key);
+    }
+
+    void locator(ovsdb::Reference const & row, std::string_view ip, Key key) {
+        rows_.addLocator(row, ip, key);
+    }
+
+    void locatorSet(ovsdb::Reference const & row, References const & locators) {
+        rows_.addLocatorSet(row, locators);
+    }
+
+    void port(ovsdb::Reference const & row, References const & logicalSwitches) {
+        rows_.addPort(row, logicalSwitches);
+    }
+
     void physicalSwitch(std::string const & name, std::vector<std::string> const & ips,
                         References const & ports);
-    void port(ovsdb::Reference const & row, References const & logicalSwitches);
     void router(std::string const & name,
                 std::vector<std::pair<std::string, ovsdb::Reference>> const & ports,
                 std::vector<std::pair<std::string, std::string>> const & routes);
@@ -62,26 +72,8 @@ public:
     std::pair<SourceState, SourceFindings> finished();
 
 private:
-    struct LogicalSwitch {
-        std::string name;
-        Key key;
-        std::set<std::string> routers = {};
-    };
-
-    struct Locator {
-        std::string text; ///< of the address, when it is none
-        std::optional<Nolt::IpAddr> ip;
-        Key key;
-        /// The sides of the switches that have the address, once it has been looked for.
-        std::optional<std::vector<SourceSide *>> switches = {};
-    };
-
-    /// Their places do not move.
-    template <class Row>
-    using Rows = std::unordered_map<ovsdb::Uuid, Row>;
-
-    LogicalSwitch & switchAt(ovsdb::Reference const & to);
-    Locator & locatorAt(ovsdb::Reference const & to);
+    using LogicalSwitch = HardwareVtepRows::LogicalSwitch;
+    using Locator = HardwareVtepRows::Locator;
 
     /// The VNI of an entry; notices an entry that has none.
     std::optional<Vxlan::Vni> vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
@@ -102,18 +94,19 @@ private:
 
     void leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch, std::string_view column,
                   std::string_view text, std::string_view expected);
+
+    /// What a switch with a port in `logicalSwitch` has: its VNI, and its routers.
+    void addBound(std::string const & name, LogicalSwitch const & logicalSwitch);
+
     void addVnis();
     void findDisputes();
 
     std::string name_;
     SourceState state_;
     SourceFindings findings_;
-    Rows<LogicalSwitch> logicalSwitches_;
-    Rows<Locator> locators_;
-    Rows<std::vector<Locator *>> locatorSets_;
+    HardwareVtepRows rows_;
     std::map<std::string, std::set<ovsdb::Uuid>> switchPorts_;
     std::map<Nolt::IpAddr, std::set<std::string>> switchesByIp_;
-    Rows<std::vector<ovsdb::Uuid>> ports_;
 };
 
 } // namespace vxshow

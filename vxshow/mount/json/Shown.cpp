@@ -31,6 +31,10 @@ std::string shownText(std::string_view text) {
     return text.size() > longestText ? shown.append("...") : shown;
 }
 
+std::string shownInQuotes(std::string_view text) {
+    return '"' + shownText(text) + '"';
+}
+
 std::string shownToken(std::string_view document, std::size_t position) {
     if (position >= document.size()) {
         return "the end of the file";
@@ -50,14 +54,14 @@ std::string shownToken(std::string_view document, std::size_t position) {
     case ',':
         return {'\'', token[0], '\''};
     case '"':
-        return '"' + shownText(stringContent(token)) + '"';
+        return shownInQuotes(stringContent(token));
     default:
         return shownText(token);
     }
 }
 
 std::string shownMember(std::string_view raw) {
-    return isPlainWord(raw) ? std::string(raw) : '"' + shownText(raw) + '"';
+    return isPlainWord(raw) ? std::string(raw) : shownInQuotes(raw);
 }
 
 } // namespace vxshow

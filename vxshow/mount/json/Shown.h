@@ -11,6 +11,9 @@ namespace vxshow {
 /// `text` without quotes, cut after 60 bytes, with three dots for the rest.
 std::string shownText(std::string_view text);
 
+/// `shownText` in double quotes.
+std::string shownInQuotes(std::string_view text);
+
 /// What begins at `position` of `document`: a string or another plain value as it stands
 /// there, "an object", "an array", a mark in single quotes, or "the end of the file".
 std::string shownToken(std::string_view document, std::size_t position);

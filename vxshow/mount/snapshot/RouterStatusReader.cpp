@@ -20,31 +20,43 @@ using VxlanController::PortVlanPairV2;
 constexpr std::string_view anObjectByAddress =
     "an object whose members are addresses with their prefix length";
 
-LRIpPortV2 readPort(Nolt::IpGenAddrWithMask const & ip, JsonValue & value) {
-    enum Name : std::size_t { vniName, macName, vtepName };
-
-    static constexpr std::array<MemberName, 3> names{"vni", "mac", "vtep"};
-    Members members(names);
-    Vxlan::Vni vni;
+/// What ports and uplink ports have in common.
+struct PortPlace {
     Nolt::EthAddr mac;
     Nolt::IpGenAddr vtep;
+};
+
+/// Reads the object of a port, whose members are `names`: `mac` is the place of "mac" among them,
+/// "vtep" comes next. All are required up to "mac". Calls `takeOwn(JsonValue &)` for any other.
+template <class TakeOwn>
+PortPlace readPlace(JsonValue & value, std::string_view expected,
+                    std::array<MemberName, 3> const & names, std::size_t mac, TakeOwn && takeOwn) {
+    Members members(names);
+    PortPlace read;
     auto const * const start = value.at();
-    value.members("an object of \"vni\", \"mac\" and \"vtep\"",
-                  [&](JsonText const & name, JsonValue & member) {
-                      switch (members.take(name)) {
-                      case vniName:
-                          vni = Vxlan::Vni(member.number(Vxlan::Vni::max));
-                          break;
-                      case macName:
-                          mac = readMac(member.text(anEthernetAddress));
-                          break;
-                      default:
-                          vtep = readIp(member.text(anIpAddress));
-                      }
-                  });
-    members.require(vniName, start);
-    members.require(macName, start);
-    return {ip, vni, mac, vtep};
+    value.members(expected, [&](JsonText const & name, JsonValue & member) {
+        auto const place = members.take(name);
+        if (place == mac) {
+            read.mac = readMac(member.text(anEthernetAddress));
+        } else if (place == mac + 1) {
+            read.vtep = readIp(member.text(anIpAddress));
+        } else {
+            takeOwn(member);
+        }
+    });
+    for (std::size_t needed = 0; needed <= mac; ++needed) {
+        members.require(needed, start);
+    }
+    return read;
+}
+
+LRIpPortV2 readPort(Nolt::IpGenAddrWithMask const & ip, JsonValue & value) {
+    static constexpr std::array<MemberName, 3> names{"vni", "mac", "vtep"};
+    Vxlan::Vni vni;
+    auto const place =
+        readPlace(value, "an object of \"vni\", \"mac\" and \"vtep\"", names, 1,
+                  [&](JsonValue & member) { vni = Vxlan::Vni(member.number(Vxlan::Vni::max)); });
+    return {ip, vni, place.mac, place.vtep};
 }
 
 void readPorts(JsonValue & value, LRStatusV2 & status) {
@@ -88,29 +100,11 @@ LRIpUplinkPortV2::PortVlans readPortVlans(JsonValue & value) {
 }
 
 LRIpUplinkPortV2 readUplink(Nolt::IpGenAddrWithMask const & ip, JsonValue & value) {
-    enum Name : std::size_t { macName, vtepName, portsName };
-
     static constexpr std::array<MemberName, 3> names{"mac", "vtep", "ports"};
-    Members members(names);
-    Nolt::EthAddr mac;
-    Nolt::IpGenAddr vtep;
     LRIpUplinkPortV2::PortVlans pairs;
-    auto const * const start = value.at();
-    value.members("an object of \"mac\", \"vtep\" and \"ports\"",
-                  [&](JsonText const & name, JsonValue & member) {
-                      switch (members.take(name)) {
-                      case macName:
-                          mac = readMac(member.text(anEthernetAddress));
-                          break;
-                      case vtepName:
-                          vtep = readIp(member.text(anIpAddress));
-                          break;
-                      default:
-                          pairs = readPortVlans(member);
-                      }
-                  });
-    members.require(macName, start);
-    LRIpUplinkPortV2 uplink(ip, mac, vtep);
+    auto const place = readPlace(value, "an object of \"mac\", \"vtep\" and \"ports\"", names, 0,
+                                 [&](JsonValue & member) { pairs = readPortVlans(member); });
+    LRIpUplinkPortV2 uplink(ip, place.mac, place.vtep);
     uplink.portVlansAre(std::move(pairs));
     return uplink;
 }

@@ -11,6 +11,11 @@ TEST(Shown, CutsALongText) {
     EXPECT_EQ(shownText(std::string(61, 'a')), std::string(60, 'a') + "...");
 }
 
+TEST(Shown, TheQuotesStandAroundAllThatIsLeftOfAText) {
+    EXPECT_EQ(shownInQuotes("a b\x1b"), "\"a b\\x1b\"");
+    EXPECT_EQ(shownInQuotes(std::string(61, 'a')), '"' + std::string(60, 'a') + "...\"");
+}
+
 TEST(Shown, TellsTokensByTheirKind) {
     std::string_view const document = R"({"a\"b" : [12x, tru}])";
     EXPECT_EQ(shownToken(document, 0), "an object");
