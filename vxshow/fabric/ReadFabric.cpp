@@ -9,6 +9,7 @@
 #include <condition_variable>
 #include <exception>
 #include <mutex>
+#include <sys/resource.h>
 #include <system_error>
 #include <thread>
 
@@ -103,6 +104,19 @@ private:
     FabricProgress progress_;
 };
 
+/// How many sources are read at once: fewer where this process may have few descriptors. A
+/// client takes six while it starts; some are left for what else is open.
+std::size_t atOnce(std::size_t sources) {
+    constexpr rlim_t ofOne = 6;
+    constexpr rlim_t others = 16;
+    rlimit limit{};
+    auto most = mostAtOnce;
+    if (::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < others + ofOne * mostAtOnce) {
+        most = limit.rlim_cur < others + ofOne ? 1 : (limit.rlim_cur - others) / ofOne;
+    }
+    return std::min(sources, most);
+}
+
 /// As many threads that read as can be had, up to `most`; they are waited for at their end.
 std::vector<std::jthread> readers(Reading & reading, std::size_t most) {
     std::vector<std::jthread> threads;
@@ -125,7 +139,7 @@ std::vector<SourceOutcome> readSources(std::vector<LiveSource> const & sources,
     ThreadSafePtr const safe;
     Reading reading(sources, selection);
     {
-        auto const threads = readers(reading, std::min(sources.size(), mostAtOnce));
+        auto const threads = readers(reading, atOnce(sources.size()));
         if (threads.empty()) {
             reading.work();
         }

@@ -28,8 +28,9 @@ struct SourceOutcome {
 
 /// Reads all sources, up to `mostAtOnce` side by side, and gives what became of each, in their
 /// order. Each has its own time limit, from the moment in which its turn comes. `watch` is
-/// called on this thread, again and again while it waits. Where the system gives fewer threads
-/// it goes on with those; with none the sources are read on this one, and nobody watches.
+/// called on this thread, again and again while it waits. Where the system gives fewer threads,
+/// or few descriptors, it goes on with those; without threads the sources are read on this one,
+/// and nobody watches.
 std::vector<SourceOutcome>
 readSources(std::vector<LiveSource> const & sources, Selection const & selection,
             std::function<void(FabricProgress const &)> const & watch = {});

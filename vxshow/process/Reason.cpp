@@ -49,7 +49,8 @@ public:
     }
 
     std::string operator()(Killed const & killed) const {
-        auto const line = program_ + " was killed by signal " + std::to_string(killed.signal);
+        auto const line =
+            "broken answer: " + program_ + " was killed by signal " + std::to_string(killed.signal);
         char const * const name = ::sigdescr_np(killed.signal);
         return name ? line + " (" + name + ")" : line;
     }
@@ -68,14 +69,23 @@ public:
             return "no such program: " + program_;
         case EACCES:
             return "permission: " + program_ + " cannot be run";
+        case ENOTDIR:
+        case ENAMETOOLONG:
+        case ELOOP:
+        case ENOEXEC:
+            return "no such program: " + cannotBeRun(notRun.error);
         default:
-            return program_ + " cannot be run: " + std::generic_category().message(notRun.error);
+            return "unreachable: " + cannotBeRun(notRun.error);
         }
     }
 
     std::string operator()(Interrupted const &) const { return "interrupted"; }
 
 private:
+    std::string cannotBeRun(int error) const {
+        return program_ + " cannot be run: " + std::generic_category().message(error);
+    }
+
     std::string program_;
     std::chrono::milliseconds limit_;
 };

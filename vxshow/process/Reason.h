@@ -11,10 +11,11 @@ namespace vxshow::process {
 ///
 ///     no such program: vtysh
 ///     permission: /x/y cannot be run
-///     vtysh cannot be run: Too many open files
+///     no such program: vtysh/x cannot be run: Not a directory
+///     unreachable: vtysh cannot be run: Too many open files
 ///     time limit: no answer within 0.5 s
 ///     broken answer: more than 1000 bytes
-///     vtysh was killed by signal 9 (Killed)
+///     broken answer: vtysh was killed by signal 9 (Killed)
 ///     Exiting: failed to connect to any daemons.
 ///     vtysh ended with exit status 1
 ///     interrupted

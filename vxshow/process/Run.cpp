@@ -48,6 +48,33 @@ std::optional<std::size_t> readSome(int descriptor, char * to, std::size_t room)
     return std::nullopt;
 }
 
+/// Keeps the end of what it is given: there stands why a program has ended.
+class End {
+public:
+    explicit End(std::size_t longest) : longest_(longest) {}
+
+    void add(std::string_view piece) {
+        text_.append(piece);
+        if (text_.size() > 2 * longest_) {
+            text_.erase(0, text_.size() - longest_ - 1);
+        }
+    }
+
+    /// Whole lines, unless the last alone is too long.
+    std::string take() {
+        if (text_.size() > longest_) {
+            auto const cut = text_.size() - longest_;
+            auto const lineEnd = text_.find('\n', cut - 1);
+            text_.erase(0, lineEnd + 1 < text_.size() ? lineEnd + 1 : cut);
+        }
+        return std::move(text_);
+    }
+
+private:
+    std::size_t longest_;
+    std::string text_;
+};
+
 /// One program, listened to until it is at its end.
 class Listener {
 public:
@@ -137,27 +164,26 @@ private:
         std::array<char, longestErrors> some;
         auto const bytes = readSome(child_.errors(), some.data(), some.size());
         hasCome(errors, bytes);
-        errorText_.append(some.data(),
-                          std::min(bytes.value_or(0), longestErrors - errorText_.size()));
+        errorText_.add({some.data(), bytes.value_or(0)});
     }
 
     Answer answerAtItsEnd() {
         int const status = child_.end();
         if (!WIFSIGNALED(status)) {
-            return Exited{WEXITSTATUS(status), output_.take(), std::move(errorText_)};
+            return Exited{WEXITSTATUS(status), output_.take(), errorText_.take()};
         }
         int const signal = WTERMSIG(status);
         if (signal == SIGKILL && ChildSlot::allKilled()) {
             return Interrupted{};
         }
-        return Killed{signal, std::move(errorText_)};
+        return Killed{signal, errorText_.take()};
     }
 
     Child & child_;
     Limits const & limits_;
     std::function<void(std::string_view)> const & received_;
     GrowingBytes output_;
-    std::string errorText_;
+    End errorText_{longestErrors};
     std::optional<Clock::time_point> quietEnd_; ///< there once the program itself has ended
     std::array<pollfd, 3> polled_;
 };

@@ -32,8 +32,9 @@ struct Limits {
 /// It ended by itself.
 struct Exited {
     int status = 0;
-    FileBytes output;   ///< all of its standard output
-    std::string errors; ///< the first 4096 bytes of its standard error
+    FileBytes output; ///< all of its standard output
+    std::string
+        errors; ///< the end of its standard error: 4096 bytes at most, whole lines if any is
 };
 
 /// A signal that we did not send ended it.

@@ -117,7 +117,8 @@ def add_ports(router, interfaces, vnis):
             vni = of_interface[name]
             vtep = vni.get("vtepIp", vni.get("localVtepIp"))
             for entry in interface.get("ipAddresses", []):
-                if not ipaddress.ip_interface(entry["address"]).is_link_local:
+                address = ipaddress.ip_interface(entry["address"])
+                if not (address.version == 6 and address.is_link_local):
                     port = (vni["vni"], interface["hardwareAddress"], vtep)
                     router["ports"].setdefault(with_length(entry["address"]), set()).add(port)
 

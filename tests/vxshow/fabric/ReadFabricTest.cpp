@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <iostream>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -118,6 +119,28 @@ TEST(ReadFabric, WithoutThreadsTheSourcesAreReadAllTheSame) {
         _exit(said ? 0 : 1);
     };
     EXPECT_EXIT(withoutThreads(), testing::ExitedWithCode(0), "");
+}
+
+TEST(ReadFabric, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
+    auto const withFew = [] {
+        rlimit const few{48, 48};
+        if (setrlimit(RLIMIT_NOFILE, &few) != 0) {
+            _exit(2);
+        }
+        auto sources = failing(1, 2 * mostAtOnce);
+        for (auto & source : sources) {
+            auto & script = std::get<VtyshCommand>(source.access).words.back();
+            script.insert(0, "sleep 0.1; ");
+        }
+        for (auto const & outcome : readSources(sources, {})) {
+            if (outcome.failure.find("failed as number") == std::string::npos) {
+                std::cerr << outcome.failure;
+                _exit(1);
+            }
+        }
+        _exit(0);
+    };
+    EXPECT_EXIT(withFew(), testing::ExitedWithCode(0), "");
 }
 
 TEST(ReadFabric, NothingIsMountedOfWhatFailed) {

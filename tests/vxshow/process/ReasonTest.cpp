@@ -30,7 +30,15 @@ TEST(Reason, AProgramThatMustNotBeRun) {
 }
 
 TEST(Reason, AnotherErrorOfTheSystem) {
-    EXPECT_EQ(reasonOf(NotRun{EMFILE}), "vtysh cannot be run: Too many open files");
+    EXPECT_EQ(reasonOf(NotRun{EMFILE}), "unreachable: vtysh cannot be run: Too many open files");
+}
+
+TEST(Reason, APathThatLeadsNowhere) {
+    EXPECT_EQ(reasonOf(NotRun{ENOTDIR}), "no such program: vtysh cannot be run: Not a directory");
+}
+
+TEST(Reason, AFileThatIsNoProgram) {
+    EXPECT_EQ(reasonOf(NotRun{ENOEXEC}), "no such program: vtysh cannot be run: Exec format error");
 }
 
 TEST(Reason, ANameThatATerminalWouldObeyIsPrintable) {
@@ -50,12 +58,14 @@ TEST(Reason, TooManyBytes) {
 }
 
 TEST(Reason, ASignal) {
-    EXPECT_EQ(reasonOf(Killed{SIGKILL, "words"}), "vtysh was killed by signal 9 (Killed)");
-    EXPECT_EQ(reasonOf(Killed{SIGSEGV, ""}), "vtysh was killed by signal 11 (Segmentation fault)");
+    EXPECT_EQ(reasonOf(Killed{SIGKILL, "words"}),
+              "broken answer: vtysh was killed by signal 9 (Killed)");
+    EXPECT_EQ(reasonOf(Killed{SIGSEGV, ""}),
+              "broken answer: vtysh was killed by signal 11 (Segmentation fault)");
 }
 
 TEST(Reason, ASignalWithoutAName) {
-    EXPECT_EQ(reasonOf(Killed{50, ""}), "vtysh was killed by signal 50");
+    EXPECT_EQ(reasonOf(Killed{50, ""}), "broken answer: vtysh was killed by signal 50");
 }
 
 TEST(Reason, TheFirstLineOfItsErrorsThatIsNotBlank) {

@@ -226,11 +226,21 @@ TEST(Run, AKillThatIsNotOursIsASignalLikeAnyOther) {
     EXPECT_EQ(std::get<Killed>(answer).signal, SIGKILL);
 }
 
-TEST(Run, OfTheErrorsTheFirst4096BytesAreKept) {
-    auto const it = exited(shell("yes abc | head -c 4000000 >&2; echo done"));
+TEST(Run, OfTheErrorsTheLast4096BytesAreKept) {
+    auto const it = exited(shell("yes abc | head -c 4000000 >&2; echo done; echo end! >&2"));
     EXPECT_EQ(it.output.text(), "done\n");
-    EXPECT_EQ(it.errors.size(), 4096U);
-    EXPECT_EQ(it.errors.substr(4090), "c\nabc\n");
+    EXPECT_EQ(it.errors.size(), 4093U);
+    EXPECT_EQ(it.errors.substr(0, 8), "abc\nabc\n");
+    EXPECT_EQ(it.errors.substr(4080), "abc\nabc\nend!\n");
+}
+
+TEST(Run, ErrorsOf4096BytesAreKeptWhole) {
+    EXPECT_EQ(exited(shell("yes abc | head -c 4096 >&2")).errors.size(), 4096U);
+}
+
+TEST(Run, ErrorsWithoutALineEndAreCutWhereTheyAreTooLong) {
+    auto const it = exited(shell("yes | tr -d '\\n' | head -c 100000 >&2; echo end >&2"));
+    EXPECT_EQ(it.errors, std::string(4092, 'y') + "end\n");
 }
 
 TEST(Run, OneThatDoesNotEndIsKilledAtItsLimit) {

@@ -10,17 +10,39 @@ namespace vxshow {
 
 namespace {
 
-void ask(FrrRun const & run, std::vector<FrrQuestion> const & questions, FrrJoin & join) {
+/// A remote shell gets all words as one, which Linux takes up to 128 KiB: half of that, since
+/// quoting lengthens them.
+constexpr std::size_t mostCommandBytes = 65536;
+
+/// What an option and its quotes add to a command.
+constexpr std::size_t bytesBeside = 10;
+
+using Questions = std::vector<FrrQuestion>;
+
+/// Asks the questions from `next` on that one run takes, one at least; returns the next.
+Questions::const_iterator askSome(FrrRun const & run, Questions::const_iterator next,
+                                  Questions::const_iterator end, FrrJoin & join) {
     std::vector<std::string> commands;
-    commands.reserve(questions.size());
-    for (FrrQuestion const & question : questions) {
-        commands.push_back(question.command());
+    std::size_t bytes = 0;
+    for (auto one = next; one != end; ++one) {
+        auto command = one->command();
+        bytes += command.size() + bytesBeside;
+        if (bytes > mostCommandBytes && !commands.empty()) {
+            break;
+        }
+        commands.push_back(std::move(command));
     }
     auto printed = run(commands);
-    auto const answers = vtyshAnswers(printed.text(), commands);
-    for (std::size_t index = 0; index < questions.size(); ++index) {
+    for (auto const answer : vtyshAnswers(printed.text(), commands)) {
         // Behind an answer stands the next command's line, which has served its purpose.
-        readFrrDocument(questions[index], printed.padded(answers[index]), join);
+        readFrrDocument(*next++, printed.padded(answer), join);
+    }
+    return next;
+}
+
+void ask(FrrRun const & run, Questions const & questions, FrrJoin & join) {
+    for (auto next = questions.begin(); next != questions.end();) {
+        next = askSome(run, next, questions.end(), join);
     }
 }
 

@@ -23,8 +23,9 @@ using FrrRun = std::function<FileBytes(std::vector<std::string> const & commands
 inline constexpr unsigned mostFrrAttempts = 3;
 
 /// Asks for what is selected: in one run, or in two when the answers of the first leave
-/// something open. Asks again while they do not fit together and `run` finds the time, and
-/// takes the last answer then as it is. Raises `SourceFailure`.
+/// something open; of some thousand commands, 64 KiB in each run. Asks again while they do not fit
+/// together and `run` finds the time, and takes the last answer then as it is. Raises
+/// `SourceFailure`.
 FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection);
 
 } // namespace vxshow

@@ -5,10 +5,10 @@
 
 namespace vxshow::frr {
 
-void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, JsonText const & text,
+void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
               std::string_view expected) {
     auto what = "VNI " + std::string(vni.stringValue()) + ": ";
-    what.append(column).append(" ").append(shownInQuotes(text.text()));
+    what.append(column).append(" ").append(shownInQuotes(text));
     join.leaveOut(what.append(", expected ").append(expected));
 }
 

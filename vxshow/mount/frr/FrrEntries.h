@@ -47,7 +47,7 @@ inline std::optional<Nolt::IpAddr> ipv4(JsonText const & text) {
 }
 
 /// Says of a text in a VNI that it is not what was expected there.
-void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, JsonText const & text,
+void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
               std::string_view expected);
 
 /// The VNI whose key `text` is; one that is none is left out.

@@ -19,6 +19,12 @@ bool isLinkLocal(Nolt::IpGenAddr const & address) {
     return address.family() == Nolt::Family::ipv6 && address.high() >> 54 == 0x3FA;
 }
 
+/// Whether the interface is that of the VNI.
+template <class Vni>
+bool isOf(Vni const & vni, std::string const & vrf, std::string const & interface) {
+    return vni.vrf == vrf && vni.interfaceName == interface && !interface.empty();
+}
+
 } // namespace
 
 void FrrJoin::mac(MacRow const & row) {
@@ -59,6 +65,14 @@ void FrrJoin::vrf(std::string const & name, bool isDown) {
 
 void FrrJoin::notInForce() {
     findings_.remark = "EVPN is not in force: zebra holds no VNIs, as when bgpd is down";
+}
+
+bool FrrJoin::isOfVni(std::string const & vrf, std::string const & interface) const {
+    auto const isIn = [&](auto const & vnis) {
+        return std::any_of(vnis.begin(), vnis.end(),
+                           [&](auto const & entry) { return isOf(entry.second, vrf, interface); });
+    };
+    return isIn(l2Vnis_) || isIn(l3Vnis_);
 }
 
 void FrrJoin::interface(std::string const & vrf, std::string const & name, Nolt::EthAddr mac,
@@ -171,8 +185,7 @@ void FrrJoin::addPorts(std::string const & vrf, Interface const & interface,
                        SourceRouter & router) {
     auto const add = [&](auto const & vnis) {
         for (auto const & [vni, known] : vnis) {
-            if (known.vrf != vrf || known.interfaceName.empty() ||
-                known.interfaceName != interface.name) {
+            if (!isOf(known, vrf, interface.name)) {
                 continue;
             }
             auto const vtep = known.vtep.isZero() ? Nolt::IpGenAddr() : Nolt::IpGenAddr(known.vtep);

@@ -71,6 +71,9 @@ public:
     /// there yet, so that it has no interfaces for as long as that lasts.
     void vrf(std::string const & name, bool isDown);
 
+    /// Whether the interface is that of a VNI, so that its addresses are ports.
+    bool isOfVni(std::string const & vrf, std::string const & interface) const;
+
     void interface(std::string const & vrf, std::string const & name, Nolt::EthAddr mac,
                    std::vector<Nolt::IpGenAddrWithMask> const & addresses);
 

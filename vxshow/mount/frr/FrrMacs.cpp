@@ -55,7 +55,7 @@ private:
     void readVtep(JsonText const & text) {
         vtep_ = frr::ipv4(text);
         if (!vtep_) {
-            frr::leaveOut(join_, vni_, mac_.stringValue() + " at", text, anIpv4Address);
+            frr::leaveOut(join_, vni_, mac_.stringValue() + " at", text.text(), anIpv4Address);
         }
     }
 
@@ -75,7 +75,7 @@ void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, bool det
     }
     auto const mac = frr::hostMac(key);
     if (!mac) {
-        return frr::leaveOut(join, vni, "MAC", key, anEthernetAddress);
+        return frr::leaveOut(join, vni, "MAC", key.text(), anEthernetAddress);
     }
     if (!join.takes(vni, *mac)) {
         return;

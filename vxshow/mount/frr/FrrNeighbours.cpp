@@ -36,8 +36,12 @@ public:
         members_.require(frr::EntrySide::type, start);
         members_.require(state, start);
         members_.require(mac, start);
-        if (!side_.isKnown() || !isActive_ || !mac_) {
+        if (!side_.isKnown() || !isActive_) {
             return;
+        }
+        if (!mac_) {
+            return frr::leaveOut(join_, vni_, ip_.stringValue() + " has MAC", macText_,
+                                 anEthernetAddress);
         }
         auto const changes = side_.sequence(members_, start);
         join_.neighbour({vni_, ip_, *mac_, 0, changes}, side_.side());
@@ -59,7 +63,7 @@ private:
     void readMac(JsonText const & text) {
         mac_ = frr::hostMac(text);
         if (!mac_) {
-            frr::leaveOut(join_, vni_, ip_.stringValue() + " has MAC", text, anEthernetAddress);
+            macText_ = text.text();
         }
     }
 
@@ -70,6 +74,7 @@ private:
     frr::EntrySide side_;
     bool isActive_ = false;
     std::optional<Nolt::EthAddr> mac_;
+    std::string macText_; ///< where it is none
 };
 
 void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, FrrJoin & join) {
@@ -78,7 +83,7 @@ void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, FrrJoin 
     }
     auto const ip = someIp(key);
     if (!ip) {
-        return frr::leaveOut(join, vni, "IP address", key, anIpAddress);
+        return frr::leaveOut(join, vni, "IP address", key.text(), anIpAddress);
     }
     auto const * const start = value.at();
     NeighbourEntry entry(vni, *ip, join);

@@ -49,26 +49,22 @@ void readAddress(JsonValue & value, std::string const & vrf,
     members.require(0, start);
 }
 
-/// A tunnel or the like has no MAC address.
+/// A tunnel or the like has no MAC address, or one of another kind.
 void readInterface(std::string const & name, JsonValue & value, std::string const & vrf,
                    FrrJoin & join) {
     enum Name : std::size_t { hardwareAddress, ipAddresses };
 
     static constexpr std::array<MemberName, 2> names{"hardwareAddress", "ipAddresses"};
     KnownMembers members(names);
-    Nolt::EthAddr mac;
+    std::optional<Nolt::EthAddr> mac;
+    std::string macText;
     std::vector<Nolt::IpGenAddrWithMask> addresses;
     value.members("an interface", [&](JsonText const & memberName, JsonValue & member) {
         switch (members.take(memberName)) {
-        case hardwareAddress: {
-            auto const text = member.text(anEthernetAddress);
-            if (auto const known = Nolt::EthAddr::tryFromString(text.text())) {
-                mac = *known;
-            } else {
-                leaveOut(join, vrf, "hardwareAddress", text.text(), anEthernetAddress);
-            }
+        case hardwareAddress:
+            macText = member.text(anEthernetAddress).text();
+            mac = Nolt::EthAddr::tryFromString(macText);
             break;
-        }
         case ipAddresses:
             member.elements("a list of addresses",
                             [&](JsonValue & one) { readAddress(one, vrf, addresses, join); });
@@ -77,7 +73,10 @@ void readInterface(std::string const & name, JsonValue & value, std::string cons
             break;
         }
     });
-    join.interface(vrf, name, mac, addresses);
+    if (!mac && !macText.empty() && !addresses.empty() && join.isOfVni(vrf, name)) {
+        leaveOut(join, vrf, "hardwareAddress", macText, anEthernetAddress);
+    }
+    join.interface(vrf, name, mac.value_or(Nolt::EthAddr()), addresses);
 }
 
 /// Only where it leads is taken, not how a nexthop is reached (`resolver`).

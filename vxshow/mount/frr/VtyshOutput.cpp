@@ -64,6 +64,13 @@ bool complains(std::string_view printed) {
     return lastLine(withoutConfiguration(printed)).starts_with("% ");
 }
 
+/// Whether `sudo` or `doas` refuses in it to run what it was told.
+bool isRefusedBySudo(std::string_view line) {
+    return line.starts_with("sudo: ") || line.starts_with("doas: ") ||
+           line.find("not in the sudoers file") != std::string_view::npos ||
+           line.find("is not allowed to execute") != std::string_view::npos;
+}
+
 /// Of a run with that status; with nothing to quote, the status is told.
 std::string withStatus(std::string_view kind, std::string_view line, int status) {
     return std::string(kind) + ": " +
@@ -76,11 +83,15 @@ std::string withStatus(std::string_view kind, std::string_view line, int status)
     auto const forbidden = lineWith(errors, "ermission denied");
     auto const stopped = lineWith(errors, "zebra is not running");
     auto const last = lastLine(errors);
+    bool const isNotFound = last.ends_with("command not found");
     if (!unconnected.empty() && !lineWith(errors, "Hint:").empty()) {
         throw SourceFailure("permission: " + shown(unconnected));
     }
     if (!forbidden.empty()) {
         throw SourceFailure("permission: " + shown(forbidden));
+    }
+    if (isRefusedBySudo(last) && !isNotFound) {
+        throw SourceFailure("permission: " + shown(last));
     }
     if (!unconnected.empty() || !stopped.empty()) {
         throw SourceFailure("unreachable: " + shown(stopped.empty() ? unconnected : stopped));
@@ -88,16 +99,18 @@ std::string withStatus(std::string_view kind, std::string_view line, int status)
     if (exited.status == statusSsh) {
         throw SourceFailure(withStatus("unreachable", last, exited.status));
     }
-    if (exited.status == statusNotFound || exited.status == statusNotRun) {
+    if (isNotFound || exited.status == statusNotFound || exited.status == statusNotRun) {
         throw SourceFailure("no such program: " + shown(last.empty() ? program : last));
     }
     throw SourceFailure(withStatus("broken answer", last, exited.status));
 }
 
-/// To a hundredth of a second, since some of the time has passed when it is measured.
+/// To a hundredth of a second, since some of the time has passed when it is measured; what is
+/// less than that, to the next millisecond.
 std::chrono::milliseconds rounded(process::Clock::duration duration) {
     using namespace std::chrono_literals;
-    return (duration + 5ms) / 10ms * 10ms;
+    return duration > 10ms ? (duration + 5ms) / 10ms * 10ms
+                           : std::max(std::chrono::ceil<std::chrono::milliseconds>(duration), 1ms);
 }
 
 } // namespace

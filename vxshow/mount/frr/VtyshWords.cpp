@@ -28,21 +28,17 @@ struct Line {
     std::size_t end;
 };
 
-Line lineAt(std::string_view printed, std::size_t position) {
-    auto const before = position == 0 ? position : printed.rfind('\n', position - 1) + 1;
-    auto const end = printed.find('\n', position);
-    return {before, end == std::string_view::npos ? printed.size() : end};
-}
-
-/// The next line, from `position` on, that ends in a `#` and the command.
+/// The next line, from `position` on, which a line begins at, that ends in a `#` and the command.
 std::optional<Line> echoOf(std::string_view printed, std::size_t position,
                            std::string const & command) {
     auto const mark = "# " + command;
     for (auto at = printed.find(mark, position); at != std::string_view::npos;
          at = printed.find(mark, at + 1)) {
-        auto const line = lineAt(printed, at);
-        if (line.first >= position && line.end == at + mark.size()) {
-            return line;
+        // The end first: that is looked at once, where a long line's beginning is far away.
+        auto const end = at + mark.size();
+        if (end == printed.size() || printed[end] == '\n') {
+            auto const before = printed.substr(position, at - position).rfind('\n');
+            return Line{before == std::string_view::npos ? position : position + before + 1, end};
         }
     }
     return std::nullopt;

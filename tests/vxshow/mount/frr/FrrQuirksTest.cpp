@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <set>
+
 namespace vxshow::test {
 
 namespace {
@@ -338,6 +341,42 @@ TEST(FrrQuirks, ARouteToNowhereHasNoNexthop) {
                                                            "router red route 192.0.2.0/24\n"));
 }
 
+TEST(FrrQuirks, AnAddressWithoutAMacIsRemarkedWhereItIsActive) {
+    auto const neighbour = [](std::string const & state) {
+        return R"("192.0.2.9":{"type":"local","state":")" + state +
+               R"(","mac":"00:00:00:00:00:00","localSequence":0,"remoteSequence":0})";
+    };
+    EXPECT_EQ(zebraWithNeighbour(neighbour("inactive")).ask().findings.warning(), std::nullopt);
+    EXPECT_EQ(zebraWithNeighbour(neighbour("active")).ask().findings.warning(),
+              "1 entry left out: VNI 10: 192.0.2.9 has MAC \"00:00:00:00:00:00\", expected an "
+              "Ethernet address such as 00:1c:73:0a:0b:0c");
+}
+
+TEST(FrrQuirks, AnIpv4LinkLocalAddressIsAPort) {
+    auto zebra = zebraWithRoutes("{}");
+    zebra["show interface vrf red json"] =
+        R"({"br10":{"hardwareAddress":"02:00:00:00:00:fe","ipAddresses":[)"
+        R"({"address":"169.254.1.1/16"},{"address":"fe80::1/64"}]}})";
+    EXPECT_EQ(routesOf(zebra.ask()),
+              "router red port 169.254.1.1/16 vni 10 02:00:00:00:00:fe 10.0.0.1\n");
+}
+
+TEST(FrrQuirks, AnInterfaceWithoutAnEthernetAddressIsRemarkedWhereItIsAPort) {
+    auto zebra = zebraWithRoutes("{}");
+    auto const interface = [](std::string const & name, std::string const & mac) {
+        return '"' + name + R"(":{"hardwareAddress":")" + mac +
+               R"(","ipAddresses":[{"address":"192.0.2.1/24"}]})";
+    };
+    auto & answer = zebra["show interface vrf red json"];
+    answer =
+        "{" + interface("br10", "02:00:00:00:00:fe") + "," + interface("gre1", "0a:00:00:01") + "}";
+    EXPECT_EQ(zebra.ask().findings.warning(), std::nullopt);
+    answer = "{" + interface("br10", "0a:00:00:01") + "}";
+    EXPECT_EQ(zebra.ask().findings.warning(),
+              "1 entry left out: VRF \"red\": hardwareAddress \"0a:00:00:01\", expected an "
+              "Ethernet address such as 00:1c:73:0a:0b:0c");
+}
+
 TEST(FrrQuirks, AVrfThatIsGoneDangles) {
     auto zebra = zebraWithRoutes("{}");
     zebra["show interface vrf red json"] = "{}";
@@ -371,6 +410,33 @@ TEST(FrrQuirks, AVrfThatIsUpWithoutInterfacesIsAskedForAgain) {
     zebra["show interface vrf red json"] = "{}";
     EXPECT_FALSE(zebra.ask().fits);
     EXPECT_EQ(zebra.runs.size(), 6U);
+}
+
+TEST(FrrQuirks, OfManyVrfsSomeAreAskedForInEachRun) {
+    auto zebra = zebraWithRoutes("{}");
+    std::string vrfs;
+    std::set<std::string> expected;
+    for (int number = 1000; number < 2200; ++number) {
+        auto const name = "customer-" + std::to_string(number);
+        vrfs +=
+            R"(,{"vrf":")" + name + R"(","vni":)" + std::to_string(number) + R"(,"state":"Down"})";
+        expected.insert("show interface vrf " + name + " json");
+    }
+    zebra["show vrf vni json"] = R"({"vrfs":[{"vrf":"red","vni":5001})" + vrfs + "]}";
+    auto const answer = zebra.ask();
+    EXPECT_TRUE(answer.fits);
+    EXPECT_EQ(routesOf(answer).substr(0, std::string(redPort).size()), redPort);
+    std::set<std::string> asked;
+    for (auto const & commands : zebra.runs) {
+        std::size_t bytes = 0;
+        for (auto const & command : commands) {
+            bytes += command.size();
+            asked.insert(command);
+        }
+        EXPECT_LE(bytes, 65536U);
+    }
+    EXPECT_EQ(zebra.runs.size(), 4U);
+    EXPECT_TRUE(std::includes(asked.begin(), asked.end(), expected.begin(), expected.end()));
 }
 
 TEST(FrrQuirks, AVrfWhoseNameIsNoWordIsNotAskedFor) {

@@ -71,6 +71,43 @@ TEST(VtyshOutput, ARemoteShellMayHaveNoVtysh) {
               "no such program: bash: line 1: vtysh: command not found");
 }
 
+TEST(VtyshOutput, WhatSudoRefusesIsAboutPermission) {
+    EXPECT_EQ(failure(exited(1, "sudo: a password is required\n")),
+              "permission: sudo: a password is required");
+    EXPECT_EQ(failure(exited(1, "alice is not in the sudoers file.\n")),
+              "permission: alice is not in the sudoers file.");
+    EXPECT_EQ(failure(exited(1, "Sorry, user alice is not allowed to execute '/usr/bin/vtysh' as "
+                                "root on leaf7.\n")),
+              "permission: Sorry, user alice is not allowed to execute '/usr/bin/vtysh' as root on "
+              "leaf7.");
+    EXPECT_EQ(failure(exited(1, "doas: Operation not permitted\n")),
+              "permission: doas: Operation not permitted");
+}
+
+TEST(VtyshOutput, SudoMayFindNoVtysh) {
+    EXPECT_EQ(failure(exited(1, "sudo: vtysh: command not found\n")),
+              "no such program: sudo: vtysh: command not found");
+}
+
+TEST(VtyshOutput, SudosWarningIsNoReason) {
+    EXPECT_EQ(failure(exited(1, "sudo: unable to resolve host leaf7: Name or service not known\n"
+                                "zebra is not running\n")),
+              "unreachable: zebra is not running");
+}
+
+TEST(VtyshOutput, ATimeLimitOfLessThanAHundredthOfASecondIsTold) {
+    auto const reasonOf = [](process::Clock::duration limit) {
+        try {
+            vtyshOutput(process::TimeLimit{}, {"vtysh", limit});
+        } catch (FrrTimeOver const & failure) {
+            return std::string(failure.what());
+        }
+        return std::string("accepted");
+    };
+    EXPECT_EQ(reasonOf(2900us), "time limit: no answer within 0.003 s");
+    EXPECT_EQ(reasonOf(-1ms), "time limit: no answer within 0.001 s");
+}
+
 TEST(VtyshOutput, AConfigurationFileThatMayNotBeReadIsNoReason) {
     auto const failureBehind = [](int status, std::string const & errors) {
         return failure(exited(status, "% Can't open configuration file /etc/frr/vtysh.conf due to "

@@ -62,6 +62,15 @@ TEST(VtyshAnswers, ACommandWithinALineIsNoLineOfIt) {
               (std::vector<std::string_view>{"\"# show b\"\n", "{}"}));
 }
 
+TEST(VtyshAnswers, ALineFullOfCommandsIsLookedAtOnce) {
+    std::string line;
+    for (int count = 0; count < 300'000; ++count) {
+        line += "# show b ";
+    }
+    EXPECT_EQ(vtyshAnswers("h# show a\n" + line + "\nh# show b\n{}", {"show a", "show b"}),
+              (std::vector<std::string_view>{line + "\n", "{}"}));
+}
+
 TEST(VtyshAnswers, ACommandMayBeTheStartOfTheNext) {
     EXPECT_EQ(vtyshAnswers("h# show a\n1\nh# show ab\n2\n", {"show a", "show ab"}),
               (std::vector<std::string_view>{"1\n", "2\n"}));
