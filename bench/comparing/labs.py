@@ -2,8 +2,10 @@
 
 import json
 import os
+import shutil
 import subprocess
 import sys
+import tempfile
 
 from comparing.refusal import Refusal
 
@@ -15,7 +17,8 @@ LABS = os.path.join(
 def _run(words, **more):
     done = subprocess.run(words, capture_output=True, text=True, check=False, **more)
     if done.returncode != 0:
-        said = (done.stderr.strip().splitlines() or [f"exit status {done.returncode}"])[-1]
+        lines = filter(None, map(str.strip, done.stderr.splitlines()))
+        said = "; ".join(lines) or f"exit status {done.returncode}"
         raise Refusal(f"{os.path.basename(words[0])} {words[1]}: {said}")
     return done.stdout
 
@@ -30,6 +33,31 @@ def _report(failures, exception):
         raise Refusal("; ".join(failures))
     for failure in failures:
         print(f"live: {failure}", file=sys.stderr)
+
+
+class Scratch:
+    """A folder for labs and for what is written, gone with the block; it stays when a lab in it
+    did not go down, which needs its files for that."""
+
+    def __enter__(self):
+        self._path = tempfile.mkdtemp(prefix="vx")
+        # The daemons of FRR run as a user of their own.
+        os.chmod(self._path, 0o755)
+        return self._path
+
+    def __exit__(self, *_):
+        left = [name for name in sorted(os.listdir(self._path)) if self._is_lab(name)]
+        if left:
+            what = ", ".join(left)
+            print(f"live: {self._path} is kept, a lab still stands there: {what}", file=sys.stderr)
+        else:
+            shutil.rmtree(self._path)
+
+    def _is_lab(self, name):
+        """A lab has a file that goes last when it goes down."""
+        return any(
+            os.path.exists(os.path.join(self._path, name, mark)) for mark in ("lab.json", "made")
+        )
 
 
 class Databases:

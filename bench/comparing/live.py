@@ -6,13 +6,24 @@ import re
 from comparing import markdown
 from comparing.labs import Databases, Evpn, logical_switches, ovsdb_lab
 from comparing.measuring import Program
+from comparing.recording import Recording
 from comparing.refusal import Refusal
 from comparing.report import Report
 
 ROWS = "database", "evpn", "many", "cluster"
 
-# What vxshow asks zebra for when it lists the MACs of a VTEP.
-SHOWS = "show evpn vni detail json", "show evpn mac vni all json"
+# So many sources vxshow reads at once.
+AT_ONCE = 16
+
+
+def cores():
+    """Those that this process and what it runs may use."""
+    return len(os.sched_getaffinity(0))
+
+
+def rounds(sources):
+    """In how many times the time of one source so many can be read, all processors at work."""
+    return max(1, sources / min(cores(), AT_ONCE))
 
 
 def count(path, pattern):
@@ -116,25 +127,49 @@ class Live:
         with Evpn(self._folder) as evpn:
             evpn.grow(vnis, macs)
             space = evpn.path_space(1)
-            words = ["vtysh", "-N", space, "-d", "zebra"]
-            for show in SHOWS:
-                words += ["-c", show]
-            fabric = self._path("evpn.toml")
-            with open(fabric, "w", encoding="ascii") as file:
-                file.write(f'[[source]]\nkind = "frr"\nname = "vtep1"\npath_space = "{space}"\n')
-            vtysh = Program("vtysh printing the same JSON", words)
-            shown = self._shown("vxshow mac advertised", "--fabric", fabric, "mac", "advertised")
-            paths = self._timed(vtysh, shown)
+            recording = self._recorded(space)
+            runs = len(recording.runs())
+            first = Program("vtysh in the first run of vxshow", recording.runs()[0])
+            every = Program(f"vtysh in all {runs} runs of vxshow", [recording.replay()])
+            shown = self._advertised("vxshow mac advertised", space)
+            paths = self._timed(first, every, shown)
         self._require(
-            count(paths[1], r"^\d+ +\S{14} +10\.0\.0\.2 +\d+$"),
+            count(paths[2], r"^\d+ +\S{14} +10\.0\.0\.2 +\d+$"),
             count(paths[0], r'"remoteVtep":"10\.0\.0\.2"'),
         )
+        what = f"all MACs of a VTEP with {macs:,} behind another"
         self._report.at_most(
-            f"all MACs of a VTEP with {macs:,} behind another",
-            "`vtysh` printing the same JSON",
-            shown.seconds / vtysh.seconds,
+            what,
+            "`vtysh` printing the JSON that is asked for first",
+            shown.seconds / first.seconds,
             1.3,
         )
+        self._report.at_most(
+            what,
+            f"`vtysh` printing all the JSON that is asked for, in {runs} runs",
+            shown.seconds / every.seconds,
+            1.3,
+        )
+
+    def _advertised(self, title, space, command="vtysh"):
+        """vxshow listing the MACs that the daemon behind a path space has heard of."""
+        fabric = self._path(f"{os.path.basename(command)}.toml")
+        with open(fabric, "w", encoding="ascii") as file:
+            file.write(
+                f'[[source]]\nkind = "frr"\nname = "vtep1"\n'
+                f'path_space = "{space}"\ncommand = ["{command}"]\n'
+            )
+        return self._shown(title, "--fabric", fabric, "mac", "advertised")
+
+    def _recorded(self, space):
+        """What one listing of those runs."""
+        recording = Recording("vtysh", self._folder)
+        program = self._advertised("vxshow mac advertised", space, recording.program)
+        self._measuring.listing(program, "recorded")
+        runs = recording.runs()
+        if any(runs.count(run) > 1 for run in runs):
+            raise Refusal("vxshow asked again, since what it read did not fit together")
+        return recording
 
     def _many(self):
         count, macs = 32, self._scaled(1000)
@@ -147,12 +182,11 @@ class Live:
             every = self._shown(f"vxshow on {count} databases", *options, "mac", "received")
             one = self._shown("vxshow on one of them", *options[:2], "mac", "received")
             self._timed(every, one)
-        cores = os.cpu_count()
         self._report.at_most(
-            f"{count} databases of {macs:,} MACs each, {cores} cores",
+            f"{count} databases of {macs:,} MACs each, {cores()} cores",
             "one of them",
             every.seconds / one.seconds,
-            round(count / cores * 1.2, 1),
+            round(rounds(count) * 1.2, 1),
         )
 
     def _cluster(self):

@@ -35,7 +35,7 @@ protected:
         setting.inChild = [] { unsetenv("VXSHOW_FABRIC"); };
         Process process({"--fabric", fabric, "mac", "received"}, setting);
         waitUntil("the source to be asked", [&] { return children() >= expected; });
-        kill(process.pid(), signal);
+        process.signal(signal);
         return process.finish();
     }
 
@@ -138,7 +138,7 @@ TEST_F(HangingDatabase, ItsClientEndsWhenVxshowIsKilled) {
 TEST_F(HangingDatabase, ItsClientEndsWithAWatch) {
     Process process({"--fabric", fabric(), "--watch", "1", "mac", "received"});
     waitUntil("the source to be asked", [this] { return clients() > 0; });
-    kill(process.pid(), SIGINT);
+    process.signal(SIGINT);
     EXPECT_EQ(process.finish().status, 130);
     waitUntil("the client to be gone", [this] { return clients() == 0; });
 }

@@ -88,7 +88,7 @@ std::string liveProgram(std::string const & name) {
 Finished run(std::vector<std::string> const & words) {
     TemporaryFile const out("");
     TemporaryFile const err("");
-    pid_t const pid = fork();
+    pid_t const pid = forked();
     if (pid == 0) {
         dup2(opened("/dev/null"), STDIN_FILENO);
         dup2(opened(out.path()), STDOUT_FILENO);
@@ -120,7 +120,7 @@ std::vector<std::string> linesOf(std::string const & text) {
 Background::Background(std::vector<std::string> const & words) {
     int ends[2];
     EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
-    pid_ = fork();
+    pid_ = forked();
     if (pid_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         dup2(ends[1], STDOUT_FILENO);
@@ -133,7 +133,9 @@ Background::Background(std::vector<std::string> const & words) {
 }
 
 Background::~Background() {
-    kill(pid_, SIGKILL);
-    waitpid(pid_, nullptr, 0);
+    if (pid_ > 0) {
+        kill(pid_, SIGKILL);
+        waitpid(pid_, nullptr, 0);
+    }
     close(output_);
 }

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <linux/capability.h>
 #include <sstream>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -28,6 +31,7 @@ std::vector<Program> const & programsOf(Lab lab) {
         {"python3", "python3-minimal"}, {"vtysh", "frr"},   {"/usr/lib/frr/zebra", "frr"},
         {"/usr/lib/frr/bgpd", "frr"},   {"ip", "iproute2"}, {"bridge", "iproute2"},
         {"nsenter", "util-linux"},      {"jq", "jq"},       {"sysctl", "procps"},
+        {"setpriv", "util-linux"},
     };
     switch (lab) {
     case Lab::fake:
@@ -45,7 +49,7 @@ bool isThere(std::string const & program) {
         return access(program.c_str(), X_OK) == 0;
     }
     auto const * const path = std::getenv("PATH");
-    std::istringstream folders(path != nullptr ? path : "/usr/sbin:/usr/bin:/sbin:/bin");
+    std::istringstream folders(path != nullptr ? path : "");
     for (std::string folder; std::getline(folders, folder, ':');) {
         if (access((folder + "/" + program).c_str(), X_OK) == 0) {
             return true;
@@ -54,22 +58,8 @@ bool isThere(std::string const & program) {
     return false;
 }
 
-} // namespace
-
-std::optional<std::string> missingFor(Lab lab) {
-    for (Program const & program : programsOf(lab)) {
-        if (!isThere(program.name)) {
-            return std::string("NOT TESTED: ") + program.name +
-                   " is missing; as root, run: apt-get install " + program.package;
-        }
-    }
-    if (lab == Lab::evpn && geteuid() != 0) {
-        return "NOT TESTED: network namespaces need root; run the tests as root";
-    }
-    return std::nullopt;
-}
-
-bool mustBeComplete() {
+/// Whether this is Debian 12, and we are root.
+bool isHome() {
     std::ifstream release("/etc/os-release");
     bool debian = false;
     bool twelve = false;
@@ -78,4 +68,59 @@ bool mustBeComplete() {
         twelve = twelve || line == "VERSION_ID=\"12\"";
     }
     return debian && twelve && geteuid() == 0;
+}
+
+/// The effective capabilities of this process, a bit each.
+unsigned long long capabilities() {
+    std::ifstream status("/proc/self/status");
+    std::string const name = "CapEff:";
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(name)) {
+            return std::stoull(line.substr(name.size()), nullptr, 16);
+        }
+    }
+    return 0;
+}
+
+/// Those that network namespaces and their devices need and this process lacks, by name.
+std::string missingCapabilities() {
+    std::string names;
+    for (auto const & [bit, name] :
+         {std::pair(CAP_SYS_ADMIN, "CAP_SYS_ADMIN"), std::pair(CAP_NET_ADMIN, "CAP_NET_ADMIN")}) {
+        if ((capabilities() >> bit & 1) == 0) {
+            names.append(names.empty() ? "" : " and ").append(name);
+        }
+    }
+    return names;
+}
+
+} // namespace
+
+std::optional<Missing> missingFor(Lab lab) {
+    for (Program const & program : programsOf(lab)) {
+        if (!isThere(program.name)) {
+            return Missing{std::string("NOT TESTED: ") + program.name +
+                               " is missing; as root, run: apt-get install " + program.package,
+                           isHome()};
+        }
+    }
+    if (lab != Lab::evpn) {
+        return std::nullopt;
+    }
+    if (geteuid() != 0) {
+        return Missing{"NOT TESTED: network namespaces need root; run the tests as root"};
+    }
+    if (auto const names = missingCapabilities(); !names.empty()) {
+        return Missing{
+            "NOT TESTED: network namespaces need " + names +
+            ", which root does not have here; run the tests outside of the container, or "
+            "in one that has more privileges"};
+    }
+    return std::nullopt;
+}
+
+void extendPath() {
+    auto const * const path = std::getenv("PATH");
+    auto const folders = std::string(path != nullptr ? path : "/usr/bin:/bin");
+    setenv("PATH", (folders + ":/usr/sbin:/sbin").c_str(), 1);
 }

@@ -81,7 +81,7 @@ protected:
     }
 
     static void expectEndsWithCtrlC(Process & process) {
-        kill(process.pid(), SIGINT);
+        process.signal(SIGINT);
         EXPECT_EQ(process.finish().status, 130);
     }
 

@@ -46,7 +46,7 @@ int signalWhileReading(int signal) {
         }
         std::this_thread::sleep_for(2ms);
     }
-    kill(process.pid(), signal);
+    process.signal(signal);
     return process.finish().signal;
 }
 
@@ -111,7 +111,7 @@ TEST(Exit, AnInterruptWhileReadingSaysSoAndIsStatus130) {
     // It waits for standard input, of which nothing ever comes.
     Process process({"--state", "-", "mac", "received"});
     std::this_thread::sleep_for(500ms);
-    kill(process.pid(), SIGINT);
+    process.signal(SIGINT);
     auto const start = std::chrono::steady_clock::now();
     Finished const finished = process.finish();
     EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
@@ -130,7 +130,7 @@ TEST(Exit, AnInterruptWhilePrintingEndsTheListingAtALineEnd) {
     TemporaryFile const state(largeSnapshot(200'000));
     Process process(listingOf(state));
     std::string out = process.readSome(1000);
-    kill(process.pid(), SIGINT);
+    process.signal(SIGINT);
     Finished const finished = process.finish();
     out += finished.out;
     EXPECT_EQ(finished.status, 130);
@@ -145,7 +145,7 @@ TEST(Exit, AnInterruptLeavesWholeLinesWithAReaderWhoStoppedInOne) {
     Process process(listingOf(state));
     std::string out = process.readSome(5000); // not a whole number of rows, nor of pages
     std::this_thread::sleep_for(200ms);       // the pipe fills up again
-    kill(process.pid(), SIGINT);
+    process.signal(SIGINT);
     Finished const finished = process.finish();
     out += finished.out;
     EXPECT_EQ(finished.status, 130);
@@ -164,7 +164,7 @@ TEST(Exit, AnInterruptEndsItOnATerminalThatIsHeld) {
     {
         Process process(listingOf(state), {.outFd = terminal});
         std::this_thread::sleep_for(1500ms); // nobody reads: the terminal is full
-        kill(process.pid(), SIGINT);
+        process.signal(SIGINT);
         auto const start = std::chrono::steady_clock::now();
         EXPECT_EQ(process.finish().status, 130);
         EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
@@ -178,7 +178,7 @@ TEST(Exit, AnInterruptEndsItThoughNobodyReads) {
     Process process(listingOf(state));
     process.readSome(1); // printing has begun; the pipe is full soon after
     std::this_thread::sleep_for(500ms);
-    kill(process.pid(), SIGINT);
+    process.signal(SIGINT);
     int status = 0;
     auto const start = std::chrono::steady_clock::now();
     pid_t ended = 0;

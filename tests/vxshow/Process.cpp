@@ -66,13 +66,22 @@ void closeFd(int & fd) {
 
 } // namespace
 
+pid_t forked() {
+    pid_t const child = fork();
+    if (child < 0) {
+        std::perror("the tests cannot go on without a process of their own");
+        std::abort();
+    }
+    return child;
+}
+
 Process::Process(std::vector<std::string> const & arguments) : Process(arguments, Setting()) {}
 
 Process::Process(std::vector<std::string> const & arguments, Setting const & setting) {
     Pipe in;
     Pipe out;
     Pipe err;
-    pid_ = fork();
+    pid_ = forked();
     if (pid_ == 0) {
         become(arguments, setting, in.reader, out.writer, err.writer);
     }
@@ -106,6 +115,14 @@ Process::~Process() {
     }
 }
 
+void Process::signal(int number) const {
+    if (pid_ <= 0) {
+        ADD_FAILURE() << "no signal " << number << " to a process that has ended";
+        return;
+    }
+    kill(pid_, number);
+}
+
 std::string Process::readSome(std::size_t bytes) {
     std::string some(bytes, '\0');
     ssize_t const got = read(out_, some.data(), bytes);
@@ -128,7 +145,7 @@ Finished Process::finish() {
     while (out_ >= 0 || err_ >= 0) {
         if (std::chrono::steady_clock::now() > deadline) {
             ADD_FAILURE() << "vxshow did not end within a minute";
-            kill(pid_, SIGKILL);
+            signal(SIGKILL);
         }
         pollfd fds[] = {{out_, POLLIN, 0}, {err_, POLLIN, 0}};
         poll(fds, 2, 1000);
@@ -145,6 +162,10 @@ Finished Process::finish() {
                 closeFd(fd);
             }
         }
+    }
+    if (pid_ <= 0) {
+        ADD_FAILURE() << "vxshow has been waited for already";
+        return finished;
     }
     int status = 0;
     waitpid(pid_, &status, 0);

@@ -14,6 +14,10 @@ struct Finished {
     int signal = 0;  ///< the signal that ended it, or 0
 };
 
+/// As `fork`; but without a child the test program ends, and says why. A test that went on would
+/// sooner or later signal the process -1, which is every process there is.
+pid_t forked();
+
 /// A running `vxshow`, with pipes on its standard streams.
 class Process {
 public:
@@ -33,7 +37,11 @@ public:
     Process(Process const &) = delete;
     Process & operator=(Process const &) = delete;
 
+    /// Its process id; -1 once it has been waited for.
     pid_t pid() const noexcept { return pid_; }
+
+    /// Sends it a signal. The test fails when it has been waited for already.
+    void signal(int number) const;
 
     /// Reads up to `bytes` of its output, waiting for the first of them.
     std::string readSome(std::size_t bytes);

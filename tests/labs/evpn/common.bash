@@ -38,6 +38,12 @@ in_vrf() { # N VRF COMMAND...
     fi
 }
 
+# What a new namespace may have inherited of the first one: a host with nothing but
+# an address of its own would drop what its gateway sends it, or not answer ARP.
+plain_arp() { # NAMESPACE
+    ip netns exec "$1" sysctl -qw net.ipv4.conf.{all,default,lo}.{rp_filter,arp_filter,arp_announce,arp_ignore}=0
+}
+
 wait_for() { # WHAT COMMAND...
     local what=$1 end=$((SECONDS + patience))
     shift

@@ -1,12 +1,21 @@
 # The lab comes up and goes down. Sourced by evpn-lab.
 # shellcheck shell=bash
 
+# What each VTEP counts; fails when one of its daemons does not answer.
+counts() {
+    local n
+    for n in "${vteps[@]}"; do
+        show "$n" 'show evpn vni json' | jq -ces '.[0]' || return
+        show "$n" 'show bgp l2vpn evpn summary json' | jq -ces '[.[0].peers[].pfxRcd]' || return
+    done
+}
+
 # Every VTEP has heard of everything: its counts stay the same for a second.
 settled() {
-    local n before after
-    before=$(for n in "${vteps[@]}"; do show "$n" 'show evpn vni json'; show "$n" 'show bgp l2vpn evpn summary json' | jq '[.peers[].pfxRcd]'; done)
+    local before after
+    before=$(counts) || return
     sleep 1
-    after=$(for n in "${vteps[@]}"; do show "$n" 'show evpn vni json'; show "$n" 'show bgp l2vpn evpn summary json' | jq '[.peers[].pfxRcd]'; done)
+    after=$(counts) || return
     [[ $before == "$after" ]]
 }
 
@@ -26,6 +35,7 @@ make_namespace() { # NAME
         sed -i '$d' "$lab/made"
         die "cannot make the namespace $1"
     }
+    plain_arp "$1"
 }
 
 namespaces() {
@@ -57,13 +67,33 @@ leads_here() { # N
     [[ -L $frr_run/$(name "$1") && $(readlink "$frr_run/$(name "$1")") == "$lab"/* ]]
 }
 
+# The sockets of the daemons have paths that the kernel takes, also by way of the path space.
+short_enough() {
+    local LC_ALL=C path
+    for path in "$(sockets 1)/zserv.api" "$frr_run/$(name 1)/zebra.vty"; do
+        ((${#path} <= 107)) || die "the path of a socket would have ${#path} bytes, and 107 are allowed:" \
+            "choose a shorter EVPN_LAB_DIR or EVPN_LAB_PREFIX ($path)"
+    done
+}
+
+# The user that the daemons run as gets to their folders.
+open_to_daemons() {
+    local folder='' part parts
+    IFS=/ read -ra parts <<<"$(realpath "$lab")"
+    for part in "${parts[@]:1}"; do
+        folder+=/$part
+        setpriv --reuid=frr --regid=frr --init-groups test -x "$folder" ||
+            die "the daemons run as the user frr, who may not enter $folder: choose another EVPN_LAB_DIR"
+    done
+}
+
 up() { # [PARENT]
     local n tool
     [[ $EUID == 0 ]] || die "needs root"
-    for tool in ip bridge jq nsenter sysctl vtysh "$frr_lib/zebra" "$frr_lib/bgpd"; do
+    for tool in ip bridge jq nsenter setpriv sysctl vtysh "$frr_lib/zebra" "$frr_lib/bgpd"; do
         command -v "$tool" >/dev/null || die "$tool is missing"
     done
-    ((${#lab} <= 60)) || die "EVPN_LAB_DIR is too long for the path of a socket: $lab"
+    short_enough
     unoccupied
     down
     install -d -m 755 "$lab"
@@ -71,6 +101,7 @@ up() { # [PARENT]
     trap 'exit 143' TERM
     trap 'trap - EXIT; ! stands || [[ $(made up) != "$$" ]] || down' EXIT
     [[ -z ${1:-} ]] || "$here/when-gone" "$1,$$" env "EVPN_LAB_DIR=$lab" "EVPN_LAB_PREFIX=$prefix" "$here/evpn-lab" down
+    open_to_daemons
     install -d -m 755 "$lab/run" "$lab/etc"
     install -d -m 755 -o frr -g frr "$frr_run" "$lab/log"
     make_namespace "$fabric"

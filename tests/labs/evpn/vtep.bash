@@ -49,6 +49,7 @@ vtep_inside() { # N
     mount -t tmpfs -o mode=1777 tmpfs /var/tmp
     for vrf in "${tenants[@]}"; do
         ip netns add "$vrf"
+        plain_arp "$vrf"
         ip -n "$vrf" link set lo up
         ip netns exec "$vrf" sysctl -qw net.ipv4.ip_forward=1 net.ipv6.conf.all.forwarding=1
     done
@@ -77,6 +78,8 @@ vtep_inside() { # N
     ip -n tenant2 address add "10.2.$n.1/32" dev lo
     ip -n tenant2 address add "2001:db8:2:$n::1/128" dev lo nodad
 
+    # They have tables with a place for every descriptor that they might open.
+    ulimit -Sn 1024
     # A receive buffer of 90 MB, as the package has it: with the default one,
     # thousands of MACs at once are more than zebra hears of.
     "$frr_lib/zebra" -d -n -s 90000000 -N "$(name "$n")" -f "$etc/zebra.conf" -i "$run/zebra.pid" \
@@ -115,8 +118,7 @@ make_vtep() { # N
     make_port "$n" host20 "02:00:20:00:0$n:fc"
     make_port "$n" host4098 "02:40:98:00:0$n:fc"
     ip netns exec "$ns" "$BASH" "$0" __vtep "$n" >>"$lab/log/start.log" 2>&1 || {
-        cat "$lab/log/start.log" >&2
-        die "vtep$n did not start"
+        die "vtep$n did not start: $(tail -n 1 "$lab/log/start.log")"
     }
 }
 

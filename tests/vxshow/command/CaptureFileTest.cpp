@@ -207,7 +207,7 @@ TEST(CaptureFile, AnInterruptKeepsTheOldFile) {
     write(path, "old");
     Process process({"--state", state.path(), "capture", path});
     ASSERT_TRUE(opened(process.pid(), folder.path()));
-    kill(process.pid(), SIGINT);
+    process.signal(SIGINT);
     auto const finished = process.finish();
     EXPECT_EQ(finished.status, 130);
     EXPECT_EQ(finished.err, "");
@@ -220,7 +220,7 @@ TEST(CaptureFile, AKilledCaptureLeavesNothingBehind) {
     TemporaryFile const state(largeSnapshot(1'000'000));
     Process process({"--state", state.path(), "capture", folder.file("new.json")});
     ASSERT_TRUE(opened(process.pid(), folder.path()));
-    kill(process.pid(), SIGKILL);
+    process.signal(SIGKILL);
     EXPECT_EQ(process.finish().signal, SIGKILL);
     EXPECT_EQ(folder.names(), Names{});
 }
@@ -232,6 +232,6 @@ TEST(CaptureFile, AnInterruptOnAPipeThatNobodyOpensIsStatus130) {
     TemporaryFile const state(smallSnapshot());
     Process process({"--state", state.path(), "capture", pipe});
     std::this_thread::sleep_for(500ms);
-    kill(process.pid(), SIGINT);
+    process.signal(SIGINT);
     EXPECT_EQ(process.finish().status, 130);
 }

@@ -122,7 +122,7 @@ TEST(Capture, AnInterruptOnStandardOutputIsStatus130) {
     TemporaryFile const state(largeSnapshot(200'000));
     Process process({"--state", state.path(), "capture", "-"});
     process.readSome(1000);
-    kill(process.pid(), SIGINT);
+    process.signal(SIGINT);
     auto const finished = process.finish();
     EXPECT_EQ(finished.status, 130);
     EXPECT_EQ(finished.err, "");

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <regex>
 #include <simdjson.h>
 #include <sstream>
 
@@ -62,6 +63,18 @@ std::vector<std::string> documentsOf(std::string const & text) {
     return documents;
 }
 
+/// Whether a real zebra knows the command.
+bool isKnown(std::string const & command) {
+    static std::regex const forms(
+        "show (evpn (vni (detail|\\d+)"
+        "|mac vni (all( detail)?|\\d+( mac ([0-9a-f]{2}:){5}[0-9a-f]{2})?)"
+        "|arp-cache vni (all|\\d+)"
+        "|es detail)"
+        "|vrf vni"
+        "|(interface|ip route|ipv6 route) vrf \\S+) json");
+    return std::regex_match(command, forms);
+}
+
 } // namespace
 
 FakeZebra::FakeZebra(std::string const & vtep) {
@@ -103,6 +116,11 @@ FakeZebra::FakeZebra(std::string const & vtep) {
     }
 }
 
+std::string & FakeZebra::operator[](std::string const & command) {
+    EXPECT_TRUE(isKnown(command)) << "no command of zebra: " << command;
+    return answers_[command];
+}
+
 void FakeZebra::addOnes(std::string const & all, std::string const & start,
                         std::string const & end) {
     simdjson::dom::parser parser;
@@ -112,11 +130,18 @@ void FakeZebra::addOnes(std::string const & all, std::string const & start,
     }
 }
 
-std::string FakeZebra::printed(std::vector<std::string> const & commands) {
+std::string FakeZebra::answerTo(std::string const & command) const {
+    auto const found = answers_.find(command);
+    if (found != answers_.end()) {
+        return found->second;
+    }
+    return isKnown(command) ? "{}\n" : "% Unknown command: " + command + "\n";
+}
+
+std::string FakeZebra::printed(std::vector<std::string> const & commands) const {
     std::string text;
     for (auto const & command : commands) {
-        auto const found = answers_.find(command);
-        auto const answer = found == answers_.end() ? "{}\n" : found->second;
+        auto const answer = answerTo(command);
         text.append("leaf1# ").append(command).append("\n").append(answer);
         if (answer.starts_with("% ")) {
             break;

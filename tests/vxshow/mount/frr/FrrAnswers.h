@@ -11,8 +11,8 @@
 /// A zebra that answers from captures of a real one, or what a test writes out.
 namespace vxshow::test {
 
-/// Answers commands as `vtysh -E` prints it. What zebra does not know at all is answered with
-/// its complaint, and ends the run.
+/// Answers commands as `vtysh -E` prints it. A command that it knows, about what is not there, is
+/// answered with an empty document; any other with a complaint, which ends the run.
 class FakeZebra {
 public:
     /// Knows nothing yet: of nothing there is anything.
@@ -21,11 +21,11 @@ public:
     /// Answers from the captures of that VTEP, also what is asked of one VNI or MAC address.
     explicit FakeZebra(std::string const & vtep);
 
-    /// What a command is answered.
-    std::string & operator[](std::string const & command) { return answers_[command]; }
+    /// What a command is answered; the test fails when there is no such command.
+    std::string & operator[](std::string const & command);
 
     /// What `vtysh` prints.
-    std::string printed(std::vector<std::string> const & commands);
+    std::string printed(std::vector<std::string> const & commands) const;
 
     FrrRun run() {
         return [this](std::vector<std::string> const & commands) {
@@ -39,6 +39,7 @@ public:
     std::vector<std::vector<std::string>> runs; ///< the commands of each run so far
 
 private:
+    std::string answerTo(std::string const & command) const;
     void addOnes(std::string const & all, std::string const & start, std::string const & end);
 
     std::map<std::string, std::string> answers_;
