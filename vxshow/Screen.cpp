@@ -1,5 +1,7 @@
 #include "vxshow/Screen.h"
 
+#include "vxshow/Control.h"
+
 #include <algorithm>
 #include <sys/ioctl.h>
 
@@ -16,13 +18,8 @@ bool continues(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
-bool isControl(char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == 0x7f;
-}
-
-/// Whether `text` begins with one of the control characters U+0080 to U+009F.
 bool startsWithLateControl(std::string_view text) {
-    return text.size() > 1 && text[0] == '\xc2' && continues(text[1]) && text[1] < '\xa0';
+    return text.size() > 1 && isLateControl(text[0], text[1]);
 }
 
 /// Adds one line of the screen. What was there is erased first: behind a line that is as wide

@@ -7,9 +7,11 @@
 #include "vxshow/Interrupt.h"
 #include "vxshow/Say.h"
 #include "vxshow/StateReader.h"
+#include "vxshow/TerminalOutput.h"
 #include "vxshow/Watch.h"
 #include "vxshow/process/Children.h"
 
+#include <csignal>
 #include <cstdio>
 #include <limits>
 #include <malloc.h>
@@ -35,6 +37,16 @@ void keepFreedMemory() {
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
+/// Writes the listing. What a terminal shows is made harmless for it.
+void render(CommandLine const & line, Mount const & mount) {
+    if (::isatty(STDOUT_FILENO) != 1) {
+        return line.render(mount, STDOUT_FILENO, line.output);
+    }
+    TerminalOutput terminal(STDOUT_FILENO);
+    line.render(mount, terminal.descriptor(), line.output);
+    terminal.finish();
+}
+
 /// Reads the state; what there is to say of it goes to standard error.
 StateReading readState(CommandLine const & line) {
     try {
@@ -52,7 +64,7 @@ StateReading readState(CommandLine const & line) {
     StateReading const state = line.readsState ? readState(line) : StateReading();
     interruptEndsTheListing();
     try {
-        line.render(state.mount, STDOUT_FILENO, line.output);
+        render(line, state.mount);
     } catch (std::exception const & error) {
         fail(ExitStatus::failed, line.command + ": " + Vex::printable(error.what()));
     }
@@ -65,6 +77,8 @@ StateReading readState(CommandLine const & line) {
 
 [[noreturn]] void show(CommandLine const & line) {
     keepFreedMemory();
+    // A limit on the size of files is to fail the write, not to end the process.
+    std::signal(SIGXFSZ, SIG_IGN);
     process::endingSignalsKillChildren();
     interruptEndsTheProcess();
     if (line.traceLevel) {

@@ -87,6 +87,20 @@ TEST(Exit, AClosedStandardOutputIsOneLineAndStatus1) {
     EXPECT_NE(finished.err.find("Bad file descriptor"), std::string::npos) << finished.err;
 }
 
+TEST(Exit, AnOutputBeyondTheSizeOfFilesIsOneLineAndStatus1) {
+    TemporaryFile const state(largeSnapshot(20'000));
+    TemporaryFile const output("");
+    int const file = open(output.path().c_str(), O_WRONLY | O_CLOEXEC);
+    auto const limited = [] {
+        rlimit const limit{100'000, 100'000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    };
+    Finished const finished = vxshow(listingOf(state), {.outFd = file, .inChild = limited});
+    close(file);
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_NE(finished.err.find("File too large"), std::string::npos) << finished.err;
+}
+
 TEST(Exit, AClosedPipeEndsItSilently) {
     TemporaryFile const state(largeSnapshot(50'000));
     Process process(listingOf(state));

@@ -4,7 +4,6 @@
 #include "vxshow/file/AtomicFile.h"
 #include "vxshow/mount/snapshot/SnapshotWriter.h"
 
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
@@ -24,8 +23,6 @@ void writeOn(int fd, Mount const & mount, Output const & output) {
 }
 
 void writeFile(std::string const & path, Mount const & mount, Output const & output) {
-    // A limit on the size of files is to fail the write, not to end the process.
-    std::signal(SIGXFSZ, SIG_IGN);
     try {
         AtomicFile file(path);
         writeOn(file.descriptor(), mount, output);

@@ -65,6 +65,21 @@ std::string madeUnderNewName(std::string const & folder, Make && make) {
     }
 }
 
+/// Where a file would come to stand: links that lead to nothing yet are followed as well.
+std::string behindLinks(std::string const & path) {
+    constexpr unsigned mostLinks = 40; // as many as Linux follows
+    std::filesystem::path behind(path);
+    for (unsigned followed = 0; followed < mostLinks; ++followed) {
+        std::error_code none;
+        auto const target = std::filesystem::read_symlink(behind, none);
+        if (none) {
+            break;
+        }
+        behind = behind.parent_path() / target;
+    }
+    return behind.string();
+}
+
 std::string linkOf(int descriptor) {
     return "/proc/self/fd/" + std::to_string(descriptor);
 }
@@ -74,7 +89,7 @@ std::string linkOf(int descriptor) {
 HeldSignals::HeldSignals() noexcept {
     sigset_t ending;
     sigemptyset(&ending);
-    for (int const signal : {SIGALRM, SIGHUP, SIGTERM}) {
+    for (int const signal : {SIGALRM, SIGHUP, SIGQUIT, SIGTERM}) {
         sigaddset(&ending, signal);
     }
     pthread_sigmask(SIG_BLOCK, &ending, &before_);
@@ -89,11 +104,12 @@ AtomicFile::AtomicFile(std::string const & path, Temporary temporary) : AtomicFi
     struct stat old {};
 
     bool const there = ::stat(path.c_str(), &old) == 0;
+    require(there || errno == ENOENT);
     if (there && !S_ISREG(old.st_mode)) {
         descriptor_ = openInPlace(path);
         return;
     }
-    target_ = there ? std::filesystem::canonical(path).string() : path;
+    target_ = there ? std::filesystem::canonical(path).string() : behindLinks(path);
     require(!there || ::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) == 0);
     auto const folder = folderOf(target_);
     if (temporary == Temporary::named || !openUnnamed(folder)) {

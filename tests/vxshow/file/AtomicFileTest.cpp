@@ -125,6 +125,25 @@ TEST_P(AtomicFiles, ASymbolicLinkStaysOne) {
     EXPECT_EQ(content("behind"), "text");
 }
 
+TEST_P(AtomicFiles, ASymbolicLinkToNothingStaysOneToo) {
+    std::filesystem::create_directory(path("folder"));
+    std::filesystem::create_symlink("folder/second", path("first"));
+    std::filesystem::create_symlink("behind", path("folder/second"));
+    AtomicFile file(path("first"), GetParam());
+    write(file, "text");
+    file.commit();
+    EXPECT_TRUE(std::filesystem::is_symlink(path("first")));
+    EXPECT_TRUE(std::filesystem::is_symlink(path("folder/second")));
+    EXPECT_EQ(content("folder/behind"), "text");
+}
+
+TEST_P(AtomicFiles, LinksInACircleAreAnError) {
+    std::filesystem::create_symlink("b", path("a"));
+    std::filesystem::create_symlink("a", path("b"));
+    EXPECT_THROW(AtomicFile(path("a"), GetParam()), std::system_error);
+    EXPECT_TRUE(std::filesystem::is_symlink(path("a")));
+}
+
 TEST_P(AtomicFiles, AFolderThatTookTheNameMeanwhileIsAnErrorThatLeavesNothing) {
     {
         AtomicFile file(path("new"), GetParam());
@@ -188,15 +207,17 @@ INSTANTIATE_TEST_SUITE_P(Both, AtomicFiles,
 
 TEST(HeldSignals, WaitForItsEnd) {
     static volatile std::sig_atomic_t come = 0;
-    come = 0;
-    auto const before = std::signal(SIGTERM, [](int) { come = 1; });
-    {
-        HeldSignals const held;
-        std::raise(SIGTERM);
-        EXPECT_EQ(come, 0);
+    for (int const signal : {SIGALRM, SIGHUP, SIGQUIT, SIGTERM}) {
+        come = 0;
+        auto const before = std::signal(signal, [](int) { come = 1; });
+        {
+            HeldSignals const held;
+            std::raise(signal);
+            EXPECT_EQ(come, 0);
+        }
+        EXPECT_EQ(come, 1) << signal;
+        std::signal(signal, before);
     }
-    EXPECT_EQ(come, 1);
-    std::signal(SIGTERM, before);
 }
 
 } // namespace

@@ -102,20 +102,19 @@ HardwareVtepRequest HardwareVtepRequest::survey() {
 
 HardwareVtepRequest HardwareVtepRequest::of(HardwareVtepWanted const & wanted) {
     HardwareVtepRequest request;
+    std::vector<std::string> spellings{""};
+    if (!wanted.mac.isZero() && spellingsOf(wanted.mac).size() <= mostPushed) {
+        spellings = spellingsOf(wanted.mac);
+    }
     std::vector<Where> pushed;
-    if (wanted.logicalSwitches && wanted.logicalSwitches->size() <= mostPushed) {
+    // Of the two the MAC address leaves less to answer.
+    if (wanted.logicalSwitches && wanted.logicalSwitches->size() * spellings.size() <= mostPushed) {
         request.pushed_ = wanted.logicalSwitches;
         for (auto const & row : *wanted.logicalSwitches) {
-            pushed.push_back({.logicalSwitch = row});
+            addWheres(row, spellings, pushed);
         }
     } else {
-        pushed.emplace_back();
-    }
-    if (!wanted.mac.isZero()) {
-        auto const spellings = spellingsOf(wanted.mac);
-        if (spellings.size() * pushed.size() <= mostPushed) {
-            pushed = withMacs(pushed, spellings);
-        }
+        addWheres({}, spellings, pushed);
     }
     for (Select const & select : selects) {
         switch (shareOf(select.table, wanted)) {
@@ -133,16 +132,12 @@ HardwareVtepRequest HardwareVtepRequest::of(HardwareVtepWanted const & wanted) {
     return request;
 }
 
-std::vector<HardwareVtepRequest::Where>
-HardwareVtepRequest::withMacs(std::vector<Where> const & wheres,
-                              std::vector<std::string> const & spellings) {
-    std::vector<Where> all;
-    for (Where const & where : wheres) {
-        for (std::string const & spelling : spellings) {
-            all.push_back({where.logicalSwitch, spelling});
-        }
+void HardwareVtepRequest::addWheres(std::optional<ovsdb::Uuid> const & logicalSwitch,
+                                    std::vector<std::string> const & macs,
+                                    std::vector<Where> & wheres) {
+    for (std::string const & mac : macs) {
+        wheres.push_back({logicalSwitch, mac});
     }
-    return all;
 }
 
 std::string HardwareVtepRequest::conditions(Where const & where) {

@@ -62,7 +62,8 @@ public:
     static HardwareVtepRequest survey();
 
     /// What is wanted, and maybe more: where `mostPushed` selects of a table are too few to
-    /// name all logical switches, none is, and likewise for the spellings of the address.
+    /// name all spellings of the address, none is named, and where they are too few for all
+    /// logical switches, with each spelling that is, no logical switch is.
     static HardwareVtepRequest of(HardwareVtepWanted const & wanted);
 
     static constexpr std::size_t mostPushed = 48;
@@ -83,8 +84,8 @@ private:
         std::string mac = {}; ///< as it is spelt; empty: any
     };
 
-    static std::vector<Where> withMacs(std::vector<Where> const & wheres,
-                                       std::vector<std::string> const & spellings);
+    static void addWheres(std::optional<ovsdb::Uuid> const & logicalSwitch,
+                          std::vector<std::string> const & macs, std::vector<Where> & wheres);
     static std::string conditions(Where const & where);
 
     void add(HardwareVtepTable table, Where where);

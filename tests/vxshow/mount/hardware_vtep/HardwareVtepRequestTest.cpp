@@ -102,12 +102,20 @@ TEST(HardwareVtepRequest, AMacInALogicalSwitchIsNamedWithIt) {
               4);
 }
 
-TEST(HardwareVtepRequest, WithTooManyLogicalSwitchesForTheSpellingsTheSwitchesAreNamed) {
+TEST(HardwareVtepRequest, WithTooManyLogicalSwitchesForTheSpellingsTheSpellingsAreNamed) {
     std::set<ovsdb::Uuid> rows;
     for (Vex::U64 number = 0; number < 17; ++number) {
         rows.insert({1, number});
     }
     auto const mac = Nolt::EthAddr::fromString("02:00:00:00:00:01");
+    auto const request = HardwareVtepRequest::of({.logicalSwitches = rows, .mac = mac});
+    EXPECT_EQ(request.pushed(), std::nullopt);
+    EXPECT_EQ(request.text(), requestForMac("02:00:00:00:00:01"));
+}
+
+TEST(HardwareVtepRequest, OfAMacOfTooManyLettersTheLogicalSwitchesAreNamed) {
+    std::set<ovsdb::Uuid> const rows{{1, 1}};
+    auto const mac = Nolt::EthAddr::fromString("02:00:00:0e:ab:cd");
     auto const request = HardwareVtepRequest::of({.logicalSwitches = rows, .mac = mac});
     EXPECT_EQ(request.pushed(), rows);
     EXPECT_EQ(timesIn(request.text(), R"(["MAC","==")"), 0);
