@@ -74,6 +74,15 @@ TEST_F(Cluster, AFollowerThatHangsCostsNoAnswer) {
     cluster_->signal(stopped, "CONT");
 }
 
+TEST_F(Cluster, ItsRelaysAnswerAsItDoes) {
+    OvsdbRelay const first(cluster_->remotes());
+    OvsdbRelay const second(cluster_->remotes());
+    auto const remotes = first.remote() + "," + second.remote();
+    EXPECT_EQ(shown({"--ovsdb", remotes, "mac", "received"}), expected_);
+    auto const gone = "unix:/nowhere/sock," + second.remote();
+    EXPECT_EQ(shown({"--ovsdb", gone, "mac", "received"}), expected_);
+}
+
 TEST_F(Cluster, NoneOfThreeIsAFailure) {
     for (auto const * const node : {"n1", "n2", "n3"}) {
         cluster_->signal(node, "KILL");

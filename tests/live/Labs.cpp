@@ -91,6 +91,17 @@ void OvsdbCluster::waitForLeader() const {
     }
 }
 
+// The shell says that it runs, which the server does not.
+OvsdbRelay::OvsdbRelay(std::string const & remotes)
+    : server_(std::make_unique<Background>(
+          Words{"sh", "-c", "echo; exec ovsdb-server -vconsole:off -vsyslog:off \"$@\"", "sh",
+                "--remote=p" + remote(), "--unixctl=" + folder_.file("ctl"),
+                "--pidfile=" + folder_.file("pid"), "relay:hardware_vtep:" + remotes})) {
+    outputOf({"sh", "-c", "until [ -e \"$1\" ]; do sleep 0.01; done", "sh", folder_.file("sock")});
+    outputOf({"ovsdb-client", "-vconsole:off", "-t", "60", "wait", remote(), "hardware_vtep",
+              "connected"});
+}
+
 EvpnLab::EvpnLab() : prefix_("live" + std::to_string(getpid()) + "-") {
     auto const finished = lab(Words{"up"} + parent());
     EXPECT_EQ(finished.status, 0) << finished.err;

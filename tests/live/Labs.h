@@ -73,6 +73,19 @@ private:
     std::vector<std::string> remotes_;
 };
 
+/// An `ovsdb-server` that hands on the `hardware_vtep` database of others.
+class OvsdbRelay {
+public:
+    /// Waits until it is connected to one of the servers at `remotes`.
+    explicit OvsdbRelay(std::string const & remotes);
+
+    std::string remote() const { return "unix:" + folder_.file("sock"); }
+
+private:
+    Folder folder_;
+    std::unique_ptr<Background> server_;
+};
+
 /// Three FRR VTEPs, 10.0.0.1 to 10.0.0.3, with hosts, routes and an Ethernet segment.
 class EvpnLab {
 public:

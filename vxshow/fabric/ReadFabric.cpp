@@ -105,7 +105,8 @@ private:
 };
 
 /// How many sources are read at once: fewer where this process may have few descriptors. A
-/// client takes six while it starts; some are left for what else is open.
+/// client takes six while it starts; some are left for what else is open. A client that finds
+/// none left waits for others, but its source's time goes on meanwhile.
 std::size_t atOnce(std::size_t sources) {
     constexpr rlim_t ofOne = 6;
     constexpr rlim_t others = 16;

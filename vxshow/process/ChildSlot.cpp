@@ -1,5 +1,6 @@
 #include "vxshow/process/ChildSlot.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -38,6 +39,11 @@ std::optional<ChildSlot> ChildSlot::take() noexcept {
         }
     }
     return std::nullopt;
+}
+
+bool ChildSlot::anyTaken() noexcept {
+    return std::any_of(places.begin(), places.end(),
+                       [](auto const & place) { return place != isFree; });
 }
 
 void ChildSlot::killAll() noexcept {

@@ -22,6 +22,9 @@ public:
     /// Takes a free one; nothing while there is none.
     static std::optional<ChildSlot> take() noexcept;
 
+    /// Whether any is taken.
+    static bool anyTaken() noexcept;
+
     /// Refuses all children from now on and kills those that are listed, with their groups.
     /// Async-signal-safe.
     static void killAll() noexcept;

@@ -8,8 +8,10 @@
 #include <cerrno>
 #include <csignal>
 #include <limits>
+#include <mutex>
 #include <optional>
 #include <poll.h>
+#include <shared_mutex>
 #include <sys/wait.h>
 #include <system_error>
 #include <thread>
@@ -195,23 +197,71 @@ bool canBeWords(std::vector<std::string> const & words) {
     return !words.empty() && std::none_of(words.begin(), words.end(), hasZero);
 }
 
-/// Nothing when none gets free before `end`, and once all children are killed.
-std::optional<ChildSlot> slotBefore(Clock::time_point end) {
-    while (Clock::now() < end && !ChildSlot::allKilled()) {
-        if (auto slot = ChildSlot::take()) {
-            return slot;
-        }
-        std::this_thread::sleep_for(1ms);
-    }
-    return std::nullopt;
-}
+/// The start of a program, which takes a free slot, descriptors and a process of the system.
+/// Where others have them all, it waits until they give some back.
+class Start {
+public:
+    Start(std::optional<Child> & child, std::vector<std::string> const & words)
+        : child_(child), words_(words) {}
 
-Answer notStarted(int error) {
-    if (error == ECANCELED) {
-        return Interrupted{};
+    /// Nothing when it runs.
+    std::optional<Answer> before(Clock::time_point end) {
+        while (Clock::now() < end && !ChildSlot::allKilled()) {
+            bool const waits = error_ == 0 ? tryBesideOthers() : tryAlone();
+            if (!waits) {
+                return child_ ? std::nullopt : std::optional(notStarted());
+            }
+            std::this_thread::sleep_for(1ms);
+        }
+        return ChildSlot::allKilled() ? Interrupted{} : notStarted();
     }
-    return NotRun{error};
-}
+
+private:
+    // Two that start at once may each take what the other needs. So one that has failed tries
+    // again while no other starts: then it lacks only what those that run have.
+    inline static std::shared_mutex starts;
+
+    /// Whether there is something to wait for.
+    bool tryBesideOthers() {
+        std::shared_lock const others(starts);
+        return !tryOnce();
+    }
+
+    bool tryAlone() {
+        std::unique_lock const alone(starts);
+        return !tryOnce() && ChildSlot::anyTaken();
+    }
+
+    /// Whether that is its end: it runs, or nothing that others do can help.
+    bool tryOnce() {
+        auto slot = ChildSlot::take();
+        if (!slot) {
+            return false;
+        }
+        try {
+            child_.emplace(words_, *std::move(slot));
+            return true;
+        } catch (std::system_error const & error) {
+            error_ = error.code().value();
+        }
+        return error_ != EMFILE && error_ != ENFILE && error_ != EAGAIN;
+    }
+
+    Answer notStarted() const {
+        switch (error_) {
+        case 0:
+            return TimeLimit{};
+        case ECANCELED:
+            return Interrupted{};
+        default:
+            return NotRun{error_};
+        }
+    }
+
+    std::optional<Child> & child_;
+    std::vector<std::string> const & words_;
+    int error_ = 0; ///< why the system has not started it
+};
 
 } // namespace
 
@@ -220,18 +270,9 @@ Answer run(std::vector<std::string> const & words, Limits const & limits,
     if (!canBeWords(words)) {
         return NotRun{EINVAL};
     }
-    auto slot = slotBefore(limits.end);
-    if (ChildSlot::allKilled()) {
-        return Interrupted{};
-    }
-    if (!slot) {
-        return TimeLimit{};
-    }
     std::optional<Child> child;
-    try {
-        child.emplace(words, *std::move(slot));
-    } catch (std::system_error const & error) {
-        return notStarted(error.code().value());
+    if (auto answer = Start(child, words).before(limits.end)) {
+        return *std::move(answer);
     }
     return Listener(*child, limits, received).answer();
 }

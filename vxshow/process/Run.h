@@ -53,7 +53,9 @@ struct OutputLimit {
 
 /// It could not be started; the error number of the system: ENOENT where there is no such
 /// program, EACCES where it must not be run, EINVAL where there are no words or one of them has
-/// a zero byte, which no program can be given, or one of many others.
+/// a zero byte, which no program can be given, or one of many others. Too few descriptors or
+/// processes are an error only when no other program of ours runs, or until `Limits::end` those
+/// that run have left too few.
 struct NotRun {
     int error;
 };

@@ -8,8 +8,11 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
+#include <functional>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -18,6 +21,7 @@ namespace vxshow::test {
 namespace {
 
 using namespace process;
+using namespace std::chrono_literals;
 
 std::string outputOf(std::vector<std::string> const & words) {
     return std::string(exited(words).output.text());
@@ -177,6 +181,56 @@ TEST(Child, WithTooFewDescriptorsLeftItIsTheErrorOfTheSystem) {
     for (std::size_t const left : {2U, 3U, 4U, 5U}) {
         EXPECT_EXIT(exitAfterRunWith(left), testing::ExitedWithCode(0), "") << left;
     }
+}
+
+/// Leaves this process seven descriptors: one more than a program takes while it starts. Of them
+/// it keeps three, so that no other starts beside it.
+void leaveDescriptorsForOneProgram() {
+    auto const taken = takeAllDescriptors();
+    for (std::size_t index = 0; index < 7; ++index) {
+        close(taken.at(index));
+    }
+}
+
+/// What comes of a run with that limit while `script` runs, which has to print first.
+Answer runBeside(
+    std::vector<std::string> const & script, std::chrono::milliseconds limit,
+    std::function<void()> const & atItsEnd = [] {}) {
+    Answer answer = Interrupted{};
+    std::jthread thread;
+    run(script, patient(), [&](std::string_view) {
+        thread = std::jthread([&] {
+            answer = run({"true"}, {Clock::now() + limit, 1000});
+            atItsEnd();
+        });
+    });
+    thread.join();
+    return answer;
+}
+
+TEST(Child, WithTooFewDescriptorsBesideAnotherItWaitsForThose) {
+    auto const waits = [] {
+        leaveDescriptorsForOneProgram();
+        auto const answer = runBeside(shell("echo; exec sleep 0.3"), 2min);
+        std::_Exit(std::holds_alternative<Exited>(answer) ? 0 : 1);
+    };
+    EXPECT_EXIT(waits(), testing::ExitedWithCode(0), "");
+}
+
+TEST(Child, WithTooFewDescriptorsUntilItsLimitItIsTheErrorOfTheSystem) {
+    auto const waits = [] {
+        Folder const folder;
+        leaveDescriptorsForOneProgram();
+        auto const start = Clock::now();
+        auto const answer =
+            runBeside(shell("echo; until [ -e \"$1\" ]; do sleep 0.01; done", {folder.path("go")}),
+                      200ms, [&] { folder.put("go", "", 0600); });
+        auto const * const notRun = std::get_if<NotRun>(&answer);
+        bool const right = notRun && notRun->error == EMFILE && Clock::now() - start >= 200ms;
+        std::filesystem::remove_all(folder.path());
+        std::_Exit(right ? 0 : 1);
+    };
+    EXPECT_EXIT(waits(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "Vex/Errors.h"
 #include "vxshow/process/Reason.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace vxshow {
@@ -11,17 +12,18 @@ namespace {
 
 constexpr std::size_t longestComplaint = 300;
 
-/// The last line of what the client has said, without its own name.
+std::string_view withoutBlanksAround(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\v\f\n";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
+/// The last line of what the client has said that is not blank, without its own name.
 std::string_view complaint(std::string_view errors) {
-    while (!errors.empty() && errors.back() == '\n') {
-        errors.remove_suffix(1);
-    }
-    errors.remove_prefix(errors.rfind('\n') + 1);
-    constexpr std::string_view prefix = "ovsdb-client: ";
-    if (errors.starts_with(prefix)) {
-        errors.remove_prefix(prefix.size());
-    }
-    return errors;
+    errors = withoutBlanksAround(errors);
+    errors = withoutBlanksAround(errors.substr(errors.rfind('\n') + 1));
+    constexpr std::string_view prefix = "ovsdb-client:";
+    return errors.starts_with(prefix) ? withoutBlanksAround(errors.substr(prefix.size())) : errors;
 }
 
 bool contains(std::string_view text, std::string_view part) {

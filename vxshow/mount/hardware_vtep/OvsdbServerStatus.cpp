@@ -13,8 +13,25 @@ namespace {
 
 constexpr std::string_view oneAnswer = "an array of 1 answer";
 
+OvsdbServerStatus::Model readModel(JsonValue & value) {
+    using Model = OvsdbServerStatus::Model;
+    constexpr std::string_view expected = R"("standalone", "clustered" or "relay")";
+    auto const name = value.text(expected);
+    if (name.text() == "standalone") {
+        return Model::standalone;
+    }
+    if (name.text() == "clustered") {
+        return Model::clustered;
+    }
+    if (name.text() != "relay") {
+        name.refuse(std::string(expected));
+    }
+    return Model::relay;
+}
+
 OvsdbServerStatus readRow(JsonValue & value) {
-    static constexpr std::array<MemberName, 4> names{"cid", "connected", "index", "leader"};
+    static constexpr std::array<MemberName, 5> names{"cid", "connected", "index", "leader",
+                                                     "model"};
     auto const * const start = value.at();
     OvsdbServerStatus status;
     Members members(names);
@@ -30,8 +47,11 @@ OvsdbServerStatus readRow(JsonValue & value) {
         case 2:
             status.index = ovsdb::readOptionalInteger(cell);
             break;
-        default:
+        case 3:
             status.leader = cell.boolean();
+            break;
+        default:
+            status.model = readModel(cell);
         }
     });
     for (std::size_t index = 0; index < names.size(); ++index) {
@@ -84,7 +104,7 @@ bool isReady(std::optional<OvsdbServerStatus> const & server) {
 std::string const & ovsdbStatusRequest() {
     static std::string const request =
         R"(["_Server",{"op":"select","table":"Database","where":[["name","==","hardware_vtep"]],)"
-        R"("columns":["cid","connected","index","leader"]}])";
+        R"("columns":["cid","connected","index","leader","model"]}])";
     return request;
 }
 
@@ -99,8 +119,12 @@ std::optional<OvsdbServerStatus> readOvsdbServerStatus(FileBytes const & answer)
     }
 }
 
-bool areOfOneCluster(OvsdbServerStatus const & one, OvsdbServerStatus const & other) {
-    return one.cluster && one.cluster == other.cluster;
+bool areOfOneDatabase(OvsdbServerStatus const & one, OvsdbServerStatus const & other) {
+    if (one.cluster || other.cluster) {
+        return one.cluster == other.cluster;
+    }
+    constexpr auto relay = OvsdbServerStatus::Model::relay;
+    return one.model == relay && other.model == relay;
 }
 
 std::optional<std::size_t> leaderOf(OvsdbServers const & servers) {

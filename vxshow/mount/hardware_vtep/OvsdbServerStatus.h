@@ -21,7 +21,14 @@ namespace vxshow {
 /// The row of the database `hardware_vtep` in a server's own database `_Server`
 /// (ovsdb-server(5)).
 struct OvsdbServerStatus {
-    std::optional<ovsdb::Uuid> cluster = {}; ///< none: it is a server alone
+    enum class Model {
+        standalone,
+        clustered,
+        relay, ///< hands on what servers have that it does not name
+    };
+
+    Model model = Model::standalone;
+    std::optional<ovsdb::Uuid> cluster = {}; ///< none: it is in none, or has not joined it yet
     bool connected = true;
     bool leader = true;
     std::optional<std::int64_t> index = {}; ///< of the last entry of the log that is applied
@@ -38,11 +45,12 @@ std::optional<OvsdbServerStatus> readOvsdbServerStatus(FileBytes const & answer)
 /// What several servers have answered, by position; nothing for one that has not.
 using OvsdbServers = std::vector<std::optional<OvsdbServerStatus>>;
 
-/// Whether both are of the same cluster. A server alone is of none.
-bool areOfOneCluster(OvsdbServerStatus const & one, OvsdbServerStatus const & other);
+/// Whether both may be asked for the same: servers of one cluster, or relays, which do not tell
+/// of what. Nobody has the same as a server alone.
+bool areOfOneDatabase(OvsdbServerStatus const & one, OvsdbServerStatus const & other);
 
-/// The server to read from: one that is alone, or the first connected follower that is not
-/// behind the leader. Nothing when there is no such server.
+/// The server to read from: the first connected one that is alone or a relay, or the first
+/// connected follower that is not behind the leader. Nothing when there is no such server.
 std::optional<std::size_t> serverToRead(OvsdbServers const & servers);
 
 /// The connected leader; nothing when none of them is. For some two seconds after the others

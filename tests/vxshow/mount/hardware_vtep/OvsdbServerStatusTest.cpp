@@ -27,21 +27,35 @@ std::string refusalOf(std::string_view answer) {
 constexpr ovsdb::Uuid cluster{1, 2};
 
 OvsdbServerStatus member(bool leader, std::int64_t index, bool connected = true) {
-    return {.cluster = cluster, .connected = connected, .leader = leader, .index = index};
+    return {.model = OvsdbServerStatus::Model::clustered,
+            .cluster = cluster,
+            .connected = connected,
+            .leader = leader,
+            .index = index};
 }
+
+constexpr OvsdbServerStatus relay{.model = OvsdbServerStatus::Model::relay, .leader = false};
 
 } // namespace
 
 TEST(OvsdbServerStatus, OfAServerAloneAsItAnswers) {
     EXPECT_EQ(
-        statusIn(
-            R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":true}]}])"),
+        statusIn(R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":true,)"
+                 R"("model":"standalone"}]}])"),
         OvsdbServerStatus());
+}
+
+TEST(OvsdbServerStatus, OfARelayAsItAnswers) {
+    EXPECT_EQ(
+        statusIn(
+            R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":false,)"
+            R"("model":"relay"}]}])"),
+        relay);
 }
 
 TEST(OvsdbServerStatus, OfAFollowerAsItAnswers) {
     EXPECT_EQ(statusIn(R"([{"rows":[{"cid":["uuid","00000000-0000-0001-0000-000000000002"],)"
-                       R"("connected":true,"index":17,"leader":false}]}])"),
+                       R"("connected":true,"index":17,"leader":false,"model":"clustered"}]}])"),
               member(false, 17));
 }
 
@@ -59,6 +73,9 @@ TEST(OvsdbServerStatus, WhatIsNoStatusIsRefusedWithItsPlace) {
     EXPECT_EQ(
         refusalOf(R"([{"rows":[{"connected":true}]}])"),
         "the server's own status: 1:11: [0].rows[0]: found an object, expected \"cid\" in it");
+    EXPECT_EQ(refusalOf(R"([{"rows":[{"model":"other"}]}])"),
+              "the server's own status: 1:20: [0].rows[0].model: found \"other\", expected "
+              "\"standalone\", \"clustered\" or \"relay\"");
     EXPECT_EQ(refusalOf("nonsense").substr(0, 29), "the server's own status: 1:1:");
 }
 
@@ -99,13 +116,23 @@ TEST(LeaderOf, OfSeveralThatTakeThemselvesForItIsTheOneWithTheMost) {
     EXPECT_EQ(leaderOf({member(true, 9), member(true, 11), member(false, 11)}), 1);
 }
 
-TEST(AreOfOneCluster, ServersOfTheSameAndNoOthers) {
-    EXPECT_TRUE(areOfOneCluster(member(true, 9), member(false, 8)));
+TEST(ServerToRead, IsTheFirstConnectedRelay) {
+    auto cutOff = relay;
+    cutOff.connected = false;
+    EXPECT_EQ(serverToRead({std::nullopt, cutOff, relay, relay}), 2);
+    EXPECT_EQ(serverToRead({cutOff}), std::nullopt);
+}
+
+TEST(AreOfOneDatabase, ServersOfOneClusterAndRelays) {
+    EXPECT_TRUE(areOfOneDatabase(member(true, 9), member(false, 8)));
+    EXPECT_TRUE(areOfOneDatabase(relay, relay));
+    EXPECT_FALSE(areOfOneDatabase(relay, member(true, 9)));
+    EXPECT_FALSE(areOfOneDatabase(relay, OvsdbServerStatus()));
     auto other = member(true, 9);
     other.cluster = ovsdb::Uuid{1, 3};
-    EXPECT_FALSE(areOfOneCluster(member(true, 9), other));
-    EXPECT_FALSE(areOfOneCluster(member(true, 9), OvsdbServerStatus()));
-    EXPECT_FALSE(areOfOneCluster(OvsdbServerStatus(), OvsdbServerStatus()));
+    EXPECT_FALSE(areOfOneDatabase(member(true, 9), other));
+    EXPECT_FALSE(areOfOneDatabase(member(true, 9), OvsdbServerStatus()));
+    EXPECT_FALSE(areOfOneDatabase(OvsdbServerStatus(), OvsdbServerStatus()));
 }
 
 } // namespace vxshow::test
