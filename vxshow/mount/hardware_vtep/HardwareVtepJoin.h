@@ -115,8 +115,8 @@ private:
     /// same for every row that floods so.
     std::set<Place> flood(Flooding const & flooding, Side side);
 
-    /// Of the first row that floods to a set, tell of its locators without an address, which are
-    /// taken out, and of those without a VNI, which a logical switch without a key has none for.
+    /// Each looks once at a set to which a row floods: tells of the locators without an address,
+    /// and takes them out; and of those without a VNI, for a logical switch without a key.
     void checkAddresses(LocatorSet & set);
     void checkKeys(LocatorSet & set);
     void leaveOut(LocatorSet const & set, std::string_view found, std::string_view expected);
