@@ -130,8 +130,11 @@ TEST(HardwareVtepEffort, ARouterRunsOnceOnASwitchHoweverOftenItsLogicalSwitchIsB
 TEST(HardwareVtepEffort, ManyBindingsOfALogicalSwitchWithManyRoutersAreNotMultiplied) {
     constexpr unsigned many = 20000;
     Database database;
-    database[physicalSwitch] = {switchRow("leaf1", row(1000))};
+    database[physicalSwitch] = {switchRow("leaf1", rowsFrom(1000, many))};
     database[physicalPort] = {portRow(1000, many)};
+    for (unsigned number = 1; number < many; ++number) {
+        database[physicalPort].push_back(portRow(1000 + number, 1));
+    }
     addRouters(database, many);
     EXPECT_EQ(readAnswer(database, Deadline::in(10s)).state.switches.at("leaf1").routers.size(),
               many);
