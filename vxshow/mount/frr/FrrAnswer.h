@@ -5,6 +5,7 @@
 #include "vxshow/mount/Selection.h"
 #include "vxshow/mount/frr/FrrQuestion.h"
 #include "vxshow/mount/live/AnswerError.h"
+#include "vxshow/mount/live/Deadline.h"
 #include "vxshow/mount/live/SourceFindings.h"
 #include "vxshow/mount/live/SourceState.h"
 
@@ -39,7 +40,8 @@ struct FrrAnswer {
 /// Reads answers of zebra, in the order in which they were asked for. What `macsInDetail` tells
 /// replaces all that was said of MAC addresses before; what is told of one MAC address replaces
 /// that it is behind an Ethernet segment. Raises `AnswerError` for a document that is not as
-/// zebra writes it, with the command and the place.
+/// zebra writes it, with the command and the place, and `TimeOver` when many entries are left at
+/// the deadline.
 ///
 /// - No text at all in place of the VNIs, or of one, is what zebra answers when EVPN is not in
 ///   force, since bgpd is down or does not advertise all VNIs: that is remarked. An empty list or
@@ -59,6 +61,6 @@ struct FrrAnswer {
 /// - Unknown members are passed over, and so is what stands between entries without being one.
 ///   Text that is no MAC address, IP address, prefix or VNI is left out and noticed.
 FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & source,
-                  Selection const & selection = {});
+                  Selection const & selection = {}, Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow

@@ -46,8 +46,9 @@ void ask(FrrRun const & run, Questions const & questions, FrrJoin & join) {
     }
 }
 
-FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, Selection const & selection) {
-    FrrJoin join(selection);
+FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, Selection const & selection,
+                  Deadline const & deadline) {
+    FrrJoin join(selection, deadline);
     ask(run, firstFrrQuestions(selection), join);
     auto const further = join.further();
     if (!further.empty()) {
@@ -58,16 +59,17 @@ FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, Selection const 
 
 } // namespace
 
-FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection) {
+FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection,
+                   Deadline const & deadline) {
     std::optional<FrrAnswer> answer;
     try {
         for (unsigned attempt = 0; attempt < mostFrrAttempts && !(answer && answer->fits);
              ++attempt) {
-            answer = askOnce(run, source, selection);
+            answer = askOnce(run, source, selection, deadline);
         }
     } catch (AnswerError const & error) {
         throw SourceFailure(std::string("broken answer: ") + error.what());
-    } catch (FrrTimeOver const &) {
+    } catch (TimeOver const &) {
         if (!answer) {
             throw;
         }

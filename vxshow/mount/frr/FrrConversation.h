@@ -10,12 +10,6 @@
 
 namespace vxshow {
 
-/// The time for an answer is over.
-class FrrTimeOver : public SourceFailure {
-public:
-    using SourceFailure::SourceFailure;
-};
-
 /// Runs commands in one `vtysh`, and gives what it prints. Raises `SourceFailure`.
 using FrrRun = std::function<FileBytes(std::vector<std::string> const & commands)>;
 
@@ -24,8 +18,9 @@ inline constexpr unsigned mostFrrAttempts = 3;
 
 /// Asks for what is selected: in one run, or in two when the answers of the first leave
 /// something open; of some thousand commands, 64 KiB in each run. Asks again while they do not fit
-/// together and `run` finds the time, and takes the last answer then as it is. Raises
-/// `SourceFailure`.
-FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection);
+/// together and there is time, for `run` and until `deadline`, and takes the last answer then as
+/// it is. Raises `SourceFailure`.
+FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection,
+                   Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow

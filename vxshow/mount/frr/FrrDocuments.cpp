@@ -91,8 +91,8 @@ void readFrrDocument(FrrQuestion const & question, PaddedText document, FrrJoin 
 }
 
 FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & source,
-                  Selection const & selection) {
-    FrrJoin join(selection);
+                  Selection const & selection, Deadline const & deadline) {
+    FrrJoin join(selection, deadline);
     for (auto const & document : documents) {
         readFrrDocument(document.question, document.bytes.padded(), join);
     }

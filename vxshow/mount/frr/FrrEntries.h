@@ -57,6 +57,7 @@ std::optional<Vxlan::Vni> readVniKey(JsonText const & text, FrrJoin & join);
 template <class Take>
 void eachVni(JsonReader & json, FrrJoin & join, Take && take) {
     json.document([&](JsonText const & key, JsonValue & value) {
+        join.step();
         if (!isEntry(value)) {
             return;
         }

@@ -116,6 +116,7 @@ void FrrJoin::leaveOutDangling(std::string what) {
 
 void FrrJoin::resolveSegments() {
     for (Segmented const & one : segmented_) {
+        step();
         auto const & [vni, mac] = one.key;
         auto const found = segments_.find(one.segment);
         if (found == segments_.end() || found->second.empty()) {
@@ -127,6 +128,7 @@ void FrrJoin::resolveSegments() {
             continue;
         }
         for (auto const vtep : found->second) {
+            step();
             remote_.macs.push_back({vni, mac, vtep, one.moves});
         }
     }
@@ -137,6 +139,7 @@ void FrrJoin::dropUnknownVnis(SourceSide & side) {
     auto const drop = [&](auto & facts, auto const & shown) {
         auto known = l2Vnis_.end();
         auto const isUnknown = [&](auto const & fact) {
+            step();
             if (known == l2Vnis_.end() || known->first != fact.vni) {
                 known = l2Vnis_.find(fact.vni);
             }
@@ -154,6 +157,7 @@ void FrrJoin::dropUnknownVnis(SourceSide & side) {
 void FrrJoin::placeLocal(SourceSide & local) {
     auto known = l2Vnis_.end();
     auto const isNowhere = [&](MacPlace & place) {
+        step();
         if (known == l2Vnis_.end() || known->first != place.vni) {
             known = l2Vnis_.find(place.vni);
         }
@@ -185,11 +189,13 @@ void FrrJoin::addPorts(std::string const & vrf, Interface const & interface,
                        SourceRouter & router) {
     auto const add = [&](auto const & vnis) {
         for (auto const & [vni, known] : vnis) {
+            step();
             if (!isOf(known, vrf, interface.name)) {
                 continue;
             }
             auto const vtep = known.vtep.isZero() ? Nolt::IpGenAddr() : Nolt::IpGenAddr(known.vtep);
             for (auto const & address : interface.addresses) {
+                step();
                 if (!isLinkLocal(address.address())) {
                     router.ports[address].insert(RouterPort{vni, interface.mac, vtep});
                 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/mount/frr/FrrAnswer.h"
+#include "vxshow/mount/live/DeadlineWatch.h"
 
 #include <map>
 #include <string>
@@ -40,7 +41,11 @@ public:
         std::string_view segment; ///< empty: not told
     };
 
-    explicit FrrJoin(Selection const & selection) : selection_(selection) {}
+    FrrJoin(Selection const & selection, Deadline const & deadline)
+        : selection_(selection), watch_(deadline) {}
+
+    /// To be called for each entry that is read. Throws `TimeOver`.
+    void step() { watch_.step(); }
 
     void l2Vni(Vxlan::Vni vni, L2Vni known) { l2Vnis_[vni] = std::move(known); }
 
@@ -115,6 +120,7 @@ private:
     void addRouters(SourceSwitch & own);
 
     Selection selection_;
+    DeadlineWatch watch_;
     SourceSide local_; ///< its MAC addresses are at no VTEP yet
     SourceSide remote_;
     std::map<Vxlan::Vni, L2Vni> l2Vnis_;

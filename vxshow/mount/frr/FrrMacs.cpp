@@ -70,6 +70,7 @@ private:
 
 void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, bool detailed,
                FrrJoin & join) {
+    join.step();
     if (!frr::isEntry(value)) {
         return;
     }

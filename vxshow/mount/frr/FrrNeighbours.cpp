@@ -78,6 +78,7 @@ private:
 };
 
 void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, FrrJoin & join) {
+    join.step();
     if (!frr::isEntry(value)) {
         return;
     }

@@ -31,6 +31,7 @@ Nolt::IpGenAddr unmapped(Nolt::IpGenAddr const & address) {
 void readAddress(JsonValue & value, std::string const & vrf,
                  std::vector<Nolt::IpGenAddrWithMask> & addresses, FrrJoin & join) {
     static constexpr std::array<MemberName, 1> names{"address"};
+    join.step();
     auto const * const start = value.at();
     KnownMembers members(names);
     value.members("an address", [&](JsonText const & name, JsonValue & member) {
@@ -55,6 +56,7 @@ void readInterface(std::string const & name, JsonValue & value, std::string cons
     enum Name : std::size_t { hardwareAddress, ipAddresses };
 
     static constexpr std::array<MemberName, 2> names{"hardwareAddress", "ipAddresses"};
+    join.step();
     KnownMembers members(names);
     std::optional<Nolt::EthAddr> mac;
     std::string macText;
@@ -85,6 +87,7 @@ void readNexthop(JsonValue & value, std::string const & vrf,
     enum Name : std::size_t { ip, active, resolver };
 
     static constexpr std::array<MemberName, 3> names{"ip", "active", "resolver"};
+    join.step();
     KnownMembers members(names);
     bool isActive = false;
     bool isResolver = false;
@@ -120,6 +123,7 @@ void readRoute(JsonValue & value, std::string const & vrf, Nolt::IpGenPrefix con
     enum Name : std::size_t { selected, nexthops };
 
     static constexpr std::array<MemberName, 2> names{"selected", "nexthops"};
+    join.step();
     auto const * const start = value.at();
     KnownMembers members(names);
     bool isSelected = false;
@@ -147,6 +151,7 @@ void readVrf(JsonValue & value, FrrJoin & join) {
     enum Name : std::size_t { vrf, state };
 
     static constexpr std::array<MemberName, 2> names{"vrf", "state"};
+    join.step();
     auto const * const start = value.at();
     KnownMembers members(names);
     std::string vrfName;
@@ -189,6 +194,7 @@ void readFrrInterfaces(JsonReader & json, std::string const & vrf, FrrJoin & joi
 
 void readFrrRoutes(JsonReader & json, std::string const & vrf, FrrJoin & join) {
     json.document([&](JsonText const & key, JsonValue & value) {
+        join.step();
         auto const prefix = Nolt::IpGenPrefix::tryFromString(key.text());
         if (!prefix || prefix->isNone()) {
             return leaveOut(join, vrf, "route", key.text(), "a prefix such as 10.1.0.0/16");

@@ -19,6 +19,7 @@ void takeVtep(JsonText const & text, std::vector<Nolt::IpAddr> & vteps, FrrJoin 
 
 void readVtep(JsonValue & value, std::vector<Nolt::IpAddr> & vteps, FrrJoin & join) {
     static constexpr std::array<MemberName, 1> names{"vtep"};
+    join.step();
     auto const * const start = value.at();
     KnownMembers members(names);
     value.members("a VTEP", [&](JsonText const & name, JsonValue & member) {
@@ -33,6 +34,7 @@ void readSegment(JsonValue & value, FrrJoin & join) {
     enum Name : std::size_t { esi, vteps };
 
     static constexpr std::array<MemberName, 2> names{"esi", "vteps"};
+    join.step();
     auto const * const start = value.at();
     KnownMembers members(names);
     std::string segment;

@@ -13,6 +13,8 @@ constexpr std::string_view aText = "a text";
 /// A VNI, member by member: what its kind is stands among them.
 class VniReader {
 public:
+    explicit VniReader(FrrJoin & join) noexcept : join_(join) {}
+
     void take(JsonText const & name, JsonValue & value) {
         switch (members_.take(name)) {
         case vni:
@@ -40,20 +42,20 @@ public:
         }
     }
 
-    void finish(char const * start, FrrJoin & join) {
+    void finish(char const * start) {
         members_.require(vni, start);
         members_.require(type, start);
         members_.require(vrf, start);
         members_.require(isL3_ ? localVtepIp : vtepIp, start);
         Vxlan::Vni const number(vni_);
         for (auto const & text : noAddresses_) {
-            join.leaveOut("VNI " + std::to_string(vni_) + ": VTEP " + text + ", expected " +
-                          std::string(anIpv4Address));
+            join_.leaveOut("VNI " + std::to_string(vni_) + ": VTEP " + text + ", expected " +
+                           std::string(anIpv4Address));
         }
         if (isL3_) {
-            return join.l3Vni(number, {vrf_, interface_, address_});
+            return join_.l3Vni(number, {vrf_, interface_, address_});
         }
-        join.l2Vni(number, {vrf_, interface_, address_, floods_});
+        join_.l2Vni(number, {vrf_, interface_, address_, floods_});
     }
 
 private:
@@ -98,6 +100,7 @@ private:
     /// Under that name stands the list, not its length.
     void readFloods(JsonValue & value) {
         value.texts("a list of IPv4 addresses", anIpv4Address, [&](JsonText const & text) {
+            join_.step();
             auto const address = frr::ipv4(text);
             if (address && !address->isZero()) {
                 floods_.push_back(*address);
@@ -107,6 +110,7 @@ private:
         });
     }
 
+    FrrJoin & join_;
     KnownMembers members_{names};
     bool isL3_ = false;
     Vex::U32 vni_ = 0;
@@ -121,19 +125,20 @@ private:
 
 void readFrrVnis(JsonReader & json, FrrJoin & join) {
     json.documentElements("a list of VNIs", [&](JsonValue & element) {
+        join.step();
         auto const * const start = element.at();
-        VniReader vni;
+        VniReader vni(join);
         element.members("a VNI",
                         [&](JsonText const & name, JsonValue & value) { vni.take(name, value); });
-        vni.finish(start, join);
+        vni.finish(start);
     });
 }
 
 void readFrrVni(JsonReader & json, FrrJoin & join) {
     auto const * const start = json.at();
-    VniReader vni;
+    VniReader vni(join);
     json.document([&](JsonText const & name, JsonValue & value) { vni.take(name, value); });
-    vni.finish(start, join);
+    vni.finish(start);
 }
 
 } // namespace vxshow

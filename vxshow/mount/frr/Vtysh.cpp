@@ -14,7 +14,7 @@ FrrAnswer askFrr(VtyshCommand const & vtysh, FrrSource const & source, Selection
     auto const run = [&](std::vector<std::string> const & commands) {
         return vtyshOutput(process::run(vtyshWords(vtysh, commands), limits, received), about);
     };
-    return converse(run, source, selection);
+    return converse(run, source, selection, {end, shownLimit(about.timeLimit)});
 }
 
 } // namespace vxshow

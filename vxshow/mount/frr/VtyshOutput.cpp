@@ -105,15 +105,13 @@ std::string withStatus(std::string_view kind, std::string_view line, int status)
     throw SourceFailure(withStatus("broken answer", last, exited.status));
 }
 
-/// To a hundredth of a second, since some of the time has passed when it is measured; what is
-/// less than that, to the next millisecond.
-std::chrono::milliseconds rounded(process::Clock::duration duration) {
-    using namespace std::chrono_literals;
-    return duration > 10ms ? (duration + 5ms) / 10ms * 10ms
-                           : std::max(std::chrono::ceil<std::chrono::milliseconds>(duration), 1ms);
-}
-
 } // namespace
+
+std::chrono::milliseconds shownLimit(process::Clock::duration limit) {
+    using namespace std::chrono_literals;
+    return limit > 10ms ? (limit + 5ms) / 10ms * 10ms
+                        : std::max(std::chrono::ceil<std::chrono::milliseconds>(limit), 1ms);
+}
 
 FileBytes vtyshOutput(process::Answer answer, VtyshRun const & about) {
     if (auto * const exited = std::get_if<process::Exited>(&answer)) {
@@ -122,9 +120,9 @@ FileBytes vtyshOutput(process::Answer answer, VtyshRun const & about) {
         }
         return std::move(exited->output);
     }
-    auto const reason = process::reason(answer, about.program, rounded(about.timeLimit));
+    auto const reason = process::reason(answer, about.program, shownLimit(about.timeLimit));
     if (std::holds_alternative<process::TimeLimit>(answer)) {
-        throw FrrTimeOver(reason);
+        throw TimeOver(reason);
     }
     throw SourceFailure(reason);
 }

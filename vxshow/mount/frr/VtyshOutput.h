@@ -4,6 +4,7 @@
 #include "vxshow/mount/live/SourceFailure.h"
 #include "vxshow/process/Run.h"
 
+#include <chrono>
 #include <string>
 
 namespace vxshow {
@@ -13,6 +14,10 @@ struct VtyshRun {
     std::string program;                ///< its first word
     process::Clock::duration timeLimit; ///< for the whole answer
 };
+
+/// To a hundredth of a second, since some of the time has passed when it is measured; what is
+/// less than that, to the next millisecond.
+std::chrono::milliseconds shownLimit(process::Clock::duration limit);
 
 /// What `vtysh` printed, of a run that ended as it should: status 0, or with a complaint about
 /// a command at the end of what it printed, since that stands in its place among the answers.

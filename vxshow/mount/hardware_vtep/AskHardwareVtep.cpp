@@ -44,11 +44,11 @@ HardwareVtepAnswer askOnce(OvsdbClient const & server, Question const & question
     auto wanted = question.wanted;
     if (question.vni && (wanted.localMacs || wanted.remoteMacs)) {
         auto const survey = server.query(HardwareVtepRequest::survey().text(), question.deadline);
-        wanted.logicalSwitches = logicalSwitchesOf(*question.vni, survey);
+        wanted.logicalSwitches = logicalSwitchesOf(*question.vni, survey, question.deadline);
     }
     auto const request = HardwareVtepRequest::of(wanted);
     auto const answer = server.query(request.text(), question.deadline);
-    return readHardwareVtep(answer, request, question.source, question.vni);
+    return readHardwareVtep(answer, request, question.source, question.vni, question.deadline);
 }
 
 /// Asks one server. The logical switches of a VNI may change between the two transactions that

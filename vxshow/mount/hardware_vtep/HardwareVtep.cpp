@@ -69,8 +69,8 @@ void setSystemIds(HardwareVtepSource const & source, SourceState & state) {
 
 HardwareVtepAnswer readHardwareVtep(FileBytes const & answer, HardwareVtepRequest const & request,
                                     HardwareVtepSource const & source,
-                                    std::optional<Vxlan::Vni> vni) {
-    HardwareVtepJoin rows(source.name);
+                                    std::optional<Vxlan::Vni> vni, Deadline const & deadline) {
+    HardwareVtepJoin rows(source.name, deadline);
     join(answer, request, rows);
     HardwareVtepAnswer result;
     result.fits = !request.pushed() || (vni && rows.logicalSwitchesOf(*vni) == *request.pushed());
@@ -79,8 +79,9 @@ HardwareVtepAnswer readHardwareVtep(FileBytes const & answer, HardwareVtepReques
     return result;
 }
 
-std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, FileBytes const & surveyed) {
-    HardwareVtepJoin rows("");
+std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, FileBytes const & surveyed,
+                                        Deadline const & deadline) {
+    HardwareVtepJoin rows("", deadline);
     join(surveyed, HardwareVtepRequest::survey(), rows);
     return rows.logicalSwitchesOf(vni);
 }

@@ -3,6 +3,7 @@
 #include "vxshow/file/FileBytes.h"
 #include "vxshow/mount/hardware_vtep/HardwareVtepRequest.h"
 #include "vxshow/mount/live/AnswerError.h"
+#include "vxshow/mount/live/Deadline.h"
 #include "vxshow/mount/live/SourceFindings.h"
 #include "vxshow/mount/live/SourceState.h"
 
@@ -38,13 +39,16 @@ struct HardwareVtepAnswer {
 
 /// Reads the answer to `request`, the bytes that `ovsdb-client query` prints. A request that
 /// names logical switches was made for `vni`. Raises `AnswerError`, when the server has refused a
-/// part of the request, too: nothing is taken from an answer that is not whole.
+/// part of the request, too: nothing is taken from an answer that is not whole. Raises `TimeOver`
+/// when much of it is left at the deadline.
 ///
 /// - The VNI of an entry is the tunnel_key of its logical switch, or of its locator when that
 ///   has none.
 /// - A local entry belongs to each switch whose tunnel_ips hold the address of its locator:
 ///   several, when they share a VTEP. At an address of no switch it stands under the source's
 ///   name, since a listing that lacked it would be worse, and is noticed.
+/// - What is wrong with the locators of a set is noticed once for the set, however many flood to
+///   it.
 /// - An entry without a MAC address, VTEP or VNI is left out and noticed. So is an ipaddr that
 ///   is no address, a router's port or route, each alone; and a router's port in a logical
 ///   switch without a key, of which no locator tells the VNI.
@@ -52,10 +56,13 @@ struct HardwareVtepAnswer {
 ///   all 0, for nobody counts them here.
 HardwareVtepAnswer readHardwareVtep(FileBytes const & answer, HardwareVtepRequest const & request,
                                     HardwareVtepSource const & source,
-                                    std::optional<Vxlan::Vni> vni = {});
+                                    std::optional<Vxlan::Vni> vni = {},
+                                    Deadline const & deadline = Deadline::never());
 
 /// Reads the answer to `HardwareVtepRequest::survey()`, and gives the logical switches in which
-/// entries of `vni` may be: those with that key, and those without any. Raises `AnswerError`.
-std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, FileBytes const & surveyed);
+/// entries of `vni` may be: those with that key, and those without any. Raises as
+/// `readHardwareVtep` does.
+std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, FileBytes const & surveyed,
+                                        Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow

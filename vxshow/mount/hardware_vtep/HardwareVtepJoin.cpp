@@ -11,7 +11,7 @@ void HardwareVtepJoin::physicalSwitch(std::string const & name,
                                       std::vector<std::string> const & ips,
                                       References const & ports) {
     auto & known = state_.switches[name];
-    state_.local[name];
+    auto & local = state_.local[name];
     for (auto const & text : ips) {
         auto const ip = hardware_vtep::vtepIp(text);
         if (!ip) {
@@ -20,10 +20,11 @@ void HardwareVtepJoin::physicalSwitch(std::string const & name,
             continue;
         }
         known.vteps.insert(*ip);
-        switchesByIp_[*ip].insert(name);
+        switchesByIp_[*ip].insert(&local);
     }
+    auto & own = switchPorts_[name];
     for (auto const & port : ports) {
-        switchPorts_[name].insert(port.row);
+        own.insert(port.row);
     }
 }
 
@@ -65,41 +66,28 @@ std::optional<Vxlan::Vni> HardwareVtepJoin::vniOf(MacRow const & row,
     return vni;
 }
 
-std::vector<SourceSide *> const & HardwareVtepJoin::switchesAt(Locator & locator) {
+std::set<SourceSide *> const & HardwareVtepJoin::switchesAt(Locator & locator) const {
+    static std::set<SourceSide *> const none;
     if (!locator.switches) {
-        locator.switches.emplace();
         auto const found = switchesByIp_.find(*locator.ip);
-        if (found != switchesByIp_.end()) {
-            for (auto const & name : found->second) {
-                locator.switches->push_back(&state_.local[name]);
-            }
-        }
+        locator.switches = found == switchesByIp_.end() ? &none : &found->second;
     }
     return *locator.switches;
 }
 
-template <class Take>
-void HardwareVtepJoin::place(MacRow const & row, LogicalSwitch const & logicalSwitch,
-                             Locator & locator, Take && take) {
-    if (!locator.ip) {
-        return leaveOut(row, logicalSwitch, "dst_ip", shownInQuotes(locator.text), anIpv4Address);
-    }
-    auto const vni = vniOf(row, logicalSwitch, locator);
-    if (!vni) {
-        return;
-    }
-    if (row.side == Side::remote) {
-        return take(*vni, *locator.ip, state_.remote);
+template <class What, class Take>
+void HardwareVtepJoin::place(Side side, Locator & locator, What && what, Take && take) {
+    if (side == Side::remote) {
+        return take(state_.remote);
     }
     auto const & switches = switchesAt(locator);
-    for (SourceSide * const side : switches) {
-        take(*vni, *locator.ip, *side);
+    for (SourceSide * const one : switches) {
+        step();
+        take(*one);
     }
     if (switches.empty()) {
-        findings_.unplaced.add(std::string(nameOf(row.table)) + " " + shownInQuotes(row.mac) +
-                               " in " + shownInQuotes(logicalSwitch.name) + " at " +
-                               locator.ip->stringValue());
-        take(*vni, *locator.ip, state_.local[name_]);
+        findings_.unplaced.add(what().append(" at ").append(locator.ip->stringValue()));
+        take(state_.local[name_]);
     }
 }
 
@@ -123,17 +111,86 @@ void HardwareVtepJoin::unicast(MacRow const & row) {
         return leaveOut(row, logicalSwitch, "MAC", shownInQuotes(row.mac), anEthernetAddress);
     }
     auto const ip = bindingOf(row, logicalSwitch);
-    place(row, logicalSwitch, locator, [&](Vxlan::Vni vni, Nolt::IpAddr vtep, SourceSide & side) {
-        side.macs.push_back({vni, *mac, vtep});
+    if (!locator.ip) {
+        return leaveOut(row, logicalSwitch, "dst_ip", shownInQuotes(locator.text), anIpv4Address);
+    }
+    auto const vni = vniOf(row, logicalSwitch, locator);
+    if (!vni) {
+        return;
+    }
+    auto const what = [&] {
+        return std::string(nameOf(row.table)) + " " + shownInQuotes(row.mac) + " in " +
+               shownInQuotes(logicalSwitch.name);
+    };
+    place(row.side, locator, what, [&](SourceSide & side) {
+        side.macs.push_back({*vni, *mac, *locator.ip});
         if (ip) {
-            side.bindings.push_back({vni, *ip, *mac});
+            side.bindings.push_back({*vni, *ip, *mac});
         }
     });
 }
 
+void HardwareVtepJoin::leaveOut(LocatorSet const & set, std::string_view found,
+                                std::string_view expected) {
+    std::string what(nameOf(HardwareVtepTable::physicalLocatorSet));
+    what.append(" ").append(ovsdb::textOf(set.row)).append(": ").append(found);
+    findings_.leftOut.add(what.append(", expected ").append(expected));
+}
+
+void HardwareVtepJoin::checkAddresses(LocatorSet & set) {
+    if (std::exchange(set.addressesChecked, true)) {
+        return;
+    }
+    std::erase_if(set.members, [&](Locator const * locator) {
+        step();
+        if (!locator->ip) {
+            leaveOut(set, "dst_ip " + shownInQuotes(locator->text), anIpv4Address);
+        }
+        return !locator->ip;
+    });
+}
+
+void HardwareVtepJoin::checkKeys(LocatorSet & set) {
+    if (std::exchange(set.keysChecked, true)) {
+        return;
+    }
+    for (Locator const * const locator : set.members) {
+        step();
+        if (!locator->vni()) {
+            std::string const at(locator->ip->stringValue());
+            leaveOut(set,
+                     locator->key ? "tunnel_key " + std::to_string(*locator->key) + " of " + at
+                                  : "tunnel_key of neither " + at + " nor the logical switch",
+                     hardware_vtep::aKey);
+        }
+    }
+}
+
+std::set<HardwareVtepJoin::Place> HardwareVtepJoin::flood(Flooding const & flooding, Side side) {
+    std::set<Place> places;
+    for (Locator * const locator : flooding.set->members) {
+        step();
+        auto const vni = flooding.vni ? flooding.vni : locator->vni();
+        if (!vni) {
+            continue;
+        }
+        auto const what = [&] {
+            auto const mac =
+                flooding.mac.isZero() ? "unknown-dst" : std::string(flooding.mac.stringValue());
+            return std::string(nameOf(flooding.table)) + " \"" + mac + "\" in VNI " +
+                   std::string(vni->stringValue());
+        };
+        place(side, *locator, what, [&](SourceSide & to) {
+            to.floods.push_back({*vni, flooding.mac, *locator->ip});
+            places.emplace(&to, *vni);
+        });
+    }
+    return places;
+}
+
 void HardwareVtepJoin::multicast(MacRow const & row) {
     auto & logicalSwitch = rows_.logicalSwitch(row.logicalSwitch);
-    auto const & members = rows_.locatorSet(row.target);
+    auto & set = rows_.locatorSet(row.target);
     auto const mac = hardware_vtep::floodMac(row.mac);
     if (!mac) {
         return leaveOut(row, logicalSwitch, "MAC", shownInQuotes(row.mac),
@@ -145,14 +202,24 @@ void HardwareVtepJoin::multicast(MacRow const & row) {
                  "none, as this is no address");
         ip.reset();
     }
-    for (Locator * const locator : members) {
-        place(row, logicalSwitch, *locator,
-              [&](Vxlan::Vni vni, Nolt::IpAddr vtep, SourceSide & side) {
-                  side.floods.push_back({vni, *mac, vtep});
-                  if (ip) {
-                      side.bindings.push_back({vni, *ip, *mac});
-                  }
-              });
+    auto const vni = logicalSwitch.vni();
+    if (logicalSwitch.key && !vni) {
+        return leaveOut(row, logicalSwitch, "tunnel_key", std::to_string(*logicalSwitch.key),
+                        hardware_vtep::aKey);
+    }
+    checkAddresses(set);
+    if (!vni) {
+        checkKeys(set);
+    }
+    auto const [flooded, isNew] = flooded_.try_emplace({row.table, vni, *mac, &set});
+    if (isNew) {
+        flooded->second = flood(flooded->first, row.side);
+    }
+    if (ip) {
+        for (auto const & [side, of] : flooded->second) {
+            step();
+            side->bindings.push_back({of, *ip, *mac});
+        }
     }
 }
 
@@ -167,8 +234,11 @@ std::set<ovsdb::Uuid> HardwareVtepJoin::logicalSwitchesOf(Vxlan::Vni vni) const 
 }
 
 void HardwareVtepJoin::addBound(std::string const & name, LogicalSwitch const & logicalSwitch) {
-    state_.switches[name].routers.insert(logicalSwitch.routers.begin(),
-                                         logicalSwitch.routers.end());
+    auto & routers = state_.switches[name].routers;
+    for (auto const & router : logicalSwitch.routers) {
+        step();
+        routers.insert(router);
+    }
     if (auto const vni = logicalSwitch.vni()) {
         state_.local[name].vnis.push_back(*vni);
     }
@@ -183,9 +253,13 @@ void HardwareVtepJoin::addVnis() {
         }
     }
     for (auto const & [name, ports] : switchPorts_) {
+        std::set<LogicalSwitch const *> bound;
         for (auto const & port : ports) {
-            for (LogicalSwitch const * const bound : rows_.boundTo(port)) {
-                addBound(name, *bound);
+            for (LogicalSwitch const * const one : rows_.boundTo(port)) {
+                step();
+                if (bound.insert(one).second) {
+                    addBound(name, *one);
+                }
             }
         }
     }
@@ -195,6 +269,7 @@ void HardwareVtepJoin::findDisputes() {
     auto const look = [&](std::string const & side, std::vector<IpBinding> const & bindings) {
         bool within = false;
         for (std::size_t index = 1; index < bindings.size(); ++index) {
+            step();
             auto const & before = bindings[index - 1];
             auto const & now = bindings[index];
             bool const same = before.vni == now.vni && before.ip == now.ip;

@@ -3,10 +3,13 @@
 #include "vxshow/mount/hardware_vtep/HardwareVtepRequest.h"
 #include "vxshow/mount/hardware_vtep/HardwareVtepRows.h"
 #include "vxshow/mount/hardware_vtep/HardwareVtepValues.h"
+#include "vxshow/mount/live/DeadlineWatch.h"
 #include "vxshow/mount/live/SourceFindings.h"
 #include "vxshow/mount/live/SourceState.h"
 
+#include <compare>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -37,7 +40,11 @@ public:
     };
 
     /// Local entries at a VTEP of no switch stand under `name`.
-    explicit HardwareVtepJoin(std::string name) : name_(std::move(name)) {}
+    HardwareVtepJoin(std::string name, Deadline const & deadline)
+        : name_(std::move(name)), watch_(deadline) {}
+
+    /// To be called for each row and each reference that is read. Throws `TimeOver`.
+    void step() { watch_.step(); }
 
     /// Each takes one row. Throws `Refusal`.
     void logicalSwitch(ovsdb::Reference const & row, std::string name, Key key) {
@@ -74,23 +81,45 @@ public:
 private:
     using LogicalSwitch = HardwareVtepRows::LogicalSwitch;
     using Locator = HardwareVtepRows::Locator;
+    using LocatorSet = HardwareVtepRows::LocatorSet;
 
     /// The VNI of an entry; notices an entry that has none.
     std::optional<Vxlan::Vni> vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
                                     Locator const & locator);
 
-    /// Calls `take(Vni, IpAddr, SourceSide &)` for each side that the entry of `row` at
-    /// `locator` is on.
-    template <class Take>
-    void place(MacRow const & row, LogicalSwitch const & logicalSwitch, Locator & locator,
-               Take && take);
+    /// Calls `take(SourceSide &)` for each side that an entry at `locator`, which has an address,
+    /// is on; `what()` tells the entry when that is of no switch.
+    template <class What, class Take>
+    void place(Side side, Locator & locator, What && what, Take && take);
 
     /// The binding of an entry, if it has one; nothing when its text is none.
     std::optional<Nolt::IpGenAddr> bindingOf(MacRow const & row,
                                              LogicalSwitch const & logicalSwitch);
 
     /// The sides of the switches that have the locator's address; none, one or several.
-    std::vector<SourceSide *> const & switchesAt(Locator & locator);
+    std::set<SourceSide *> const & switchesAt(Locator & locator) const;
+
+    /// Frames for `mac` are flooded to the locators of a set.
+    struct Flooding {
+        HardwareVtepTable table;
+        std::optional<Vxlan::Vni> vni; ///< of the logical switch; none: of each locator its own
+        Nolt::EthAddr mac;
+        LocatorSet const * set;
+
+        auto operator<=>(Flooding const &) const = default;
+    };
+
+    using Place = std::pair<SourceSide *, Vxlan::Vni>;
+
+    /// Adds the flood targets; gives the sides and VNIs they are in. What is told of them is the
+    /// same for every row that floods so.
+    std::set<Place> flood(Flooding const & flooding, Side side);
+
+    /// Each looks once at a set to which a row floods: tells of the locators without an address,
+    /// and takes them out; and of those without a VNI, for a logical switch without a key.
+    void checkAddresses(LocatorSet & set);
+    void checkKeys(LocatorSet & set);
+    void leaveOut(LocatorSet const & set, std::string_view found, std::string_view expected);
 
     void leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch, std::string_view column,
                   std::string_view text, std::string_view expected);
@@ -106,7 +135,9 @@ private:
     SourceFindings findings_;
     HardwareVtepRows rows_;
     std::map<std::string, std::set<ovsdb::Uuid>> switchPorts_;
-    std::map<Nolt::IpAddr, std::set<std::string>> switchesByIp_;
+    std::map<Nolt::IpAddr, std::set<SourceSide *>> switchesByIp_;
+    std::map<Flooding, std::set<Place>> flooded_;
+    DeadlineWatch watch_;
 };
 
 } // namespace vxshow

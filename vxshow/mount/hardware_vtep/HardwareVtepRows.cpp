@@ -3,6 +3,8 @@
 #include "vxshow/mount/hardware_vtep/HardwareVtepContent.h"
 #include "vxshow/mount/hardware_vtep/HardwareVtepRequest.h"
 
+#include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace vxshow {
@@ -25,9 +27,20 @@ auto & rowAt(Rows & rows, ovsdb::Reference const & to, HardwareVtepTable table) 
     return found->second;
 }
 
+/// In the order of places in memory, of which nothing may depend.
+template <class Row>
+void sortUnique(std::vector<Row *> & rows) {
+    std::sort(rows.begin(), rows.end(), std::less<>());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+}
+
 } // namespace
 
 std::optional<Vxlan::Vni> HardwareVtepRows::LogicalSwitch::vni() const {
+    return key ? hardware_vtep::vniOfKey(*key) : std::nullopt;
+}
+
+std::optional<Vxlan::Vni> HardwareVtepRows::Locator::vni() const {
     return key ? hardware_vtep::vniOfKey(*key) : std::nullopt;
 }
 
@@ -44,7 +57,8 @@ void HardwareVtepRows::addLocatorSet(ovsdb::Reference const & row, References co
     for (auto const & member : locators) {
         members.push_back(&locator(member));
     }
-    insertNew(locatorSets_, row, std::move(members));
+    sortUnique(members);
+    insertNew(locatorSets_, row, LocatorSet{row.row, std::move(members)});
 }
 
 void HardwareVtepRows::addPort(ovsdb::Reference const & row, References const & logicalSwitches) {
@@ -52,6 +66,7 @@ void HardwareVtepRows::addPort(ovsdb::Reference const & row, References const & 
     for (auto const & to : logicalSwitches) {
         bound.push_back(&logicalSwitch(to));
     }
+    sortUnique(bound);
     insertNew(ports_, row, std::move(bound));
 }
 
@@ -63,8 +78,7 @@ HardwareVtepRows::Locator & HardwareVtepRows::locator(ovsdb::Reference const & t
     return rowAt(locators_, to, HardwareVtepTable::physicalLocator);
 }
 
-std::vector<HardwareVtepRows::Locator *> const &
-HardwareVtepRows::locatorSet(ovsdb::Reference const & to) {
+HardwareVtepRows::LocatorSet & HardwareVtepRows::locatorSet(ovsdb::Reference const & to) {
     return rowAt(locatorSets_, to, HardwareVtepTable::physicalLocatorSet);
 }
 

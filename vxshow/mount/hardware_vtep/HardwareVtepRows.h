@@ -38,12 +38,22 @@ public:
         std::string text; ///< of the address, when it is none
         std::optional<Nolt::IpAddr> ip;
         Key key;
-        /// The sides of the switches that have the address, once it has been looked for.
-        std::optional<std::vector<SourceSide *>> switches = {};
+        /// The sides of the switches that have the address; null until it has been looked for.
+        std::set<SourceSide *> const * switches = nullptr;
+
+        /// The VNI that its own key is.
+        std::optional<Vxlan::Vni> vni() const;
+    };
+
+    struct LocatorSet {
+        ovsdb::Uuid row;
+        std::vector<Locator *> members; ///< each once
+        bool addressesChecked = false;  ///< those without an address are told, and taken out
+        bool keysChecked = false;       ///< those without a VNI of their own are told
     };
 
     template <class Row>
-    using ByIdentity = std::unordered_map<ovsdb::Uuid, Row>;
+    using ByIdentity = std::unordered_map<ovsdb::Uuid, Row, ovsdb::UuidHash>;
 
     /// Each takes one row, which refers to rows that are there. Throws `Refusal`.
     void addLogicalSwitch(ovsdb::Reference const & row, std::string name, Key key);
@@ -54,17 +64,17 @@ public:
     /// Each gives the row to which a reference leads. Throws `Refusal` when it leads nowhere.
     LogicalSwitch & logicalSwitch(ovsdb::Reference const & to);
     Locator & locator(ovsdb::Reference const & to);
-    std::vector<Locator *> const & locatorSet(ovsdb::Reference const & to);
+    LocatorSet & locatorSet(ovsdb::Reference const & to);
 
     ByIdentity<LogicalSwitch> const & logicalSwitches() const noexcept { return logicalSwitches_; }
 
-    /// The logical switches that are bound to a port; none when there is no such port.
+    /// The logical switches that are bound to a port, each once; none when there is no such port.
     std::vector<LogicalSwitch *> const & boundTo(ovsdb::Uuid const & port) const;
 
 private:
     ByIdentity<LogicalSwitch> logicalSwitches_;
     ByIdentity<Locator> locators_;
-    ByIdentity<std::vector<Locator *>> locatorSets_;
+    ByIdentity<LocatorSet> locatorSets_;
     ByIdentity<std::vector<LogicalSwitch *>> ports_;
 };
 

@@ -32,9 +32,12 @@ void readRow(JsonValue & value, std::array<MemberName, count> const & names, Tak
     }
 }
 
-Join::References readAll(JsonValue & cell) {
+Join::References readAll(JsonValue & cell, Join & join) {
     Join::References all;
-    ovsdb::readReferences(cell, [&](Reference const & one) { all.push_back(one); });
+    ovsdb::readReferences(cell, [&](Reference const & one) {
+        join.step();
+        all.push_back(one);
+    });
     return all;
 }
 
@@ -81,7 +84,7 @@ void readLocatorSet(JsonValue & value, Join & join) {
         if (column == 0) {
             row = ovsdb::readReference(cell);
         } else {
-            locators = readAll(cell);
+            locators = readAll(cell, join);
         }
     });
     join.locatorSet(row, locators);
@@ -98,10 +101,13 @@ void readPhysicalSwitch(JsonValue & value, Join & join) {
             name = takeText(cell);
             break;
         case 1:
-            ovsdb::readTexts(cell, [&](JsonText const & ip) { ips.emplace_back(ip.text()); });
+            ovsdb::readTexts(cell, [&](JsonText const & ip) {
+                join.step();
+                ips.emplace_back(ip.text());
+            });
             break;
         default:
-            ports = readAll(cell);
+            ports = readAll(cell, join);
         }
     });
     join.physicalSwitch(name, ips, ports);
@@ -122,7 +128,10 @@ void readPort(JsonValue & value, Join & join) {
         default:
             ovsdb::readMap(
                 cell, [](JsonValue & vlan) { vlan.integer("a VLAN"); },
-                [&](JsonValue & to) { bound.push_back(ovsdb::readReference(to)); });
+                [&](JsonValue & to) {
+                    join.step();
+                    bound.push_back(ovsdb::readReference(to));
+                });
         }
     });
     join.port(row, bound);
@@ -134,7 +143,10 @@ void readRouter(JsonValue & value, Join & join) {
     std::vector<std::pair<std::string, Reference>> ports;
     std::vector<std::pair<std::string, std::string>> routes;
     std::string key;
-    auto const takeKey = [&](JsonValue & half) { key = takeText(half); };
+    auto const takeKey = [&](JsonValue & half) {
+        join.step();
+        key = takeText(half);
+    };
     readRow(value, names, [&](std::size_t column, JsonValue & cell) {
         switch (column) {
         case 0:
@@ -213,8 +225,11 @@ void readMacRow(JsonValue & value, std::array<MemberName, 4> const & names, Hard
 }
 
 template <class Read>
-void eachRow(JsonValue & value, Read && read) {
-    value.elements("a list of rows", read);
+void eachRow(JsonValue & value, Join & join, Read && read) {
+    value.elements("a list of rows", [&](JsonValue & row) {
+        join.step();
+        read(row);
+    });
 }
 
 void readRows(JsonValue & rows, HardwareVtepTable table, Join & join) {
@@ -222,10 +237,11 @@ void readRows(JsonValue & rows, HardwareVtepTable table, Join & join) {
     static constexpr std::array<MemberName, 4> mcast{"MAC", "ipaddr", "locator_set",
                                                      "logical_switch"};
     auto const each = [&](void (*read)(JsonValue &, Join &)) {
-        eachRow(rows, [&](JsonValue & row) { read(row, join); });
+        eachRow(rows, join, [&](JsonValue & row) { read(row, join); });
     };
     auto const macs = [&](auto const & names, Side side, void (Join::*take)(Join::MacRow const &)) {
-        eachRow(rows, [&](JsonValue & row) { readMacRow(row, names, table, side, join, take); });
+        eachRow(rows, join,
+                [&](JsonValue & row) { readMacRow(row, names, table, side, join, take); });
     };
     switch (table) {
     case HardwareVtepTable::logicalSwitch:

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "Vex/Hash.h"
+#include "Vex/Types.h"
 
+#include <array>
 #include <compare>
-#include <functional>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,11 +26,31 @@ std::optional<Uuid> readUuid(std::string_view text) noexcept;
 /// The text that `readUuid` reads.
 std::string textOf(Uuid const & uuid);
 
-} // namespace vxshow::ovsdb
+/// Hashes identities by a function that is drawn at random once for the process: who chooses the
+/// identities cannot know which of them share a slot.
+///
+/// It is strongly universal ("pair-multiply-shift": Thorup, High Speed Hashing for Integers and
+/// Strings, 2015, section 3.5): any two identities share a hash with a chance of 1 in 2^32.
+class UuidHash {
+public:
+    /// Raises `std::system_error` where there is no source of randomness.
+    UuidHash() : factors_(drawn()) {}
 
-template <>
-struct std::hash<vxshow::ovsdb::Uuid> {
-    std::size_t operator()(vxshow::ovsdb::Uuid const & uuid) const noexcept {
-        return Vex::hashMix(uuid.high ^ Vex::hashMix(uuid.low));
+    std::size_t operator()(Uuid const & uuid) const noexcept {
+        auto const pair = [](Vex::U64 number, Vex::U64 a, Vex::U64 b) {
+            return (a + (number >> 32)) * (b + (number & 0xFFFFFFFFU));
+        };
+        auto const sum = pair(uuid.high, factors_[0], factors_[1]) +
+                         pair(uuid.low, factors_[2], factors_[3]) + factors_[4];
+        return sum >> 32;
     }
+
+private:
+    using Factors = std::array<Vex::U64, 5>;
+
+    static Factors const & drawn();
+
+    Factors factors_;
 };
+
+} // namespace vxshow::ovsdb

@@ -15,6 +15,9 @@ struct Deadline {
         return {process::Clock::now() + limit, limit};
     }
 
+    /// One that is never over.
+    static Deadline never() { return {process::Clock::time_point::max(), {}}; }
+
     bool isOver() const { return process::Clock::now() >= end; }
 
     /// This one, or the one in `most` from now when that is sooner.

@@ -12,4 +12,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The time for an answer is over: "time limit: …".
+class TimeOver : public SourceFailure {
+public:
+    using SourceFailure::SourceFailure;
+};
+
 } // namespace vxshow

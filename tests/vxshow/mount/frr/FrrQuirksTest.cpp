@@ -225,7 +225,7 @@ TEST(FrrQuirks, WhenTheTimeIsOverTheLastAnswerIsTaken) {
     auto const answer = converse(
         [&](std::vector<std::string> const & commands) {
             if (++runs > 2) {
-                throw FrrTimeOver("time limit");
+                throw TimeOver("time limit");
             }
             return zebra.run()(commands);
         },

@@ -99,7 +99,7 @@ TEST(VtyshOutput, ATimeLimitOfLessThanAHundredthOfASecondIsTold) {
     auto const reasonOf = [](process::Clock::duration limit) {
         try {
             vtyshOutput(process::TimeLimit{}, {"vtysh", limit});
-        } catch (FrrTimeOver const & failure) {
+        } catch (TimeOver const & failure) {
             return std::string(failure.what());
         }
         return std::string("accepted");
@@ -140,7 +140,7 @@ TEST(VtyshOutput, WhatKeepsItFromEndingIsTold) {
     EXPECT_EQ(failure(process::NotRun{ENOENT}), "no such program: vtysh");
     EXPECT_EQ(failure(process::OutputLimit{1000}), "broken answer: more than 1000 bytes");
     EXPECT_EQ(failure(process::TimeLimit{}), "time limit: no answer within 5 s");
-    EXPECT_THROW(vtyshOutput(process::TimeLimit{}, {"vtysh", 5s}), FrrTimeOver);
+    EXPECT_THROW(vtyshOutput(process::TimeLimit{}, {"vtysh", 5s}), TimeOver);
 }
 
 } // namespace vxshow::test
