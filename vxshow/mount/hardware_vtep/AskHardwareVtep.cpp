@@ -72,18 +72,23 @@ HardwareVtepAnswer ask(OvsdbClient const & server, Question const & question) {
     }
 }
 
-/// Whether a server says that it is cut off from its cluster. One that does not tell, as those
-/// before 2.9 cannot, is not.
-bool isCutOff(OvsdbClient const & server, Deadline const & deadline) {
+/// What a server says that it is cut off from; nothing of one that is not, and of one that does
+/// not tell, as those before 2.9 cannot.
+std::optional<std::string> cutOffFrom(OvsdbClient const & server, Deadline const & deadline) {
     constexpr std::chrono::milliseconds most{1000};
     try {
         auto const status =
             readOvsdbServerStatus(server.query(ovsdbStatusRequest(), deadline.within(most)));
-        return status && !status->connected;
+        if (!status || status->connected) {
+            return std::nullopt;
+        }
+        return status->model == OvsdbServerStatus::Model::relay
+                   ? "the server behind it"
+                   : "the other servers of its cluster";
     } catch (SourceFailure const &) {
-        return false;
+        return std::nullopt;
     } catch (AnswerError const &) {
-        return false;
+        return std::nullopt;
     }
 }
 
@@ -91,9 +96,9 @@ bool isCutOff(OvsdbClient const & server, Deadline const & deadline) {
 HardwareVtepAnswer askOnlyOne(DatabaseAddress const & address, Question const & question) {
     OvsdbClient const server(address.remotes.front(), address.ssl);
     auto answer = ask(server, question);
-    if (isCutOff(server, question.deadline)) {
+    if (auto const others = cutOffFrom(server, question.deadline)) {
         throw SourceFailure("unreachable: " + Vex::printable(address.remotes.front()) +
-                            " is cut off from the other servers of its cluster");
+                            " is cut off from " + *others);
     }
     return answer;
 }
