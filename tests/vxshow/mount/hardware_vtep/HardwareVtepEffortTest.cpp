@@ -1,4 +1,3 @@
-#include "Vex/Hash.h"
 #include "tests/vxshow/mount/hardware_vtep/HardwareVtepAnswers.h"
 #include "vxshow/mount/live/SourceFailure.h"
 
@@ -127,8 +126,10 @@ TEST(HardwareVtepEffort, ARouterRunsOnceOnASwitchHoweverOftenItsLogicalSwitchIsB
     EXPECT_EQ(state, readAnswer(once).state);
 }
 
+// The deadline has passed, so that no clock decides: there are few steps before it is looked at,
+// enough for a sum of bindings and routers and too few for their product.
 TEST(HardwareVtepEffort, ManyBindingsOfALogicalSwitchWithManyRoutersAreNotMultiplied) {
-    constexpr unsigned many = 20000;
+    constexpr unsigned many = 200;
     Database database;
     database[physicalSwitch] = {switchRow("leaf1", rowsFrom(1000, many))};
     database[physicalPort] = {portRow(1000, many)};
@@ -136,8 +137,7 @@ TEST(HardwareVtepEffort, ManyBindingsOfALogicalSwitchWithManyRoutersAreNotMultip
         database[physicalPort].push_back(portRow(1000 + number, 1));
     }
     addRouters(database, many);
-    EXPECT_EQ(readAnswer(database, Deadline::in(10s)).state.switches.at("leaf1").routers.size(),
-              many);
+    EXPECT_EQ(readAnswer(database, passed()).state.switches.at("leaf1").routers.size(), many);
 }
 
 TEST(HardwareVtepEffort, RowsThatFloodToOneSetAreOneFloodList) {
@@ -231,18 +231,6 @@ TEST(HardwareVtepEffort, AFloodListInALogicalSwitchWhoseKeyIsNoVniIsOneEntry) {
     EXPECT_EQ(answer.findings.warning(),
               "1 entry left out: Mcast_Macs_Remote \"unknown-dst\" in \"odd\": tunnel_key -1, "
               "expected a VNI from 0 to 16777215");
-}
-
-// Those that a mixing without any secret sends to one slot.
-TEST(HardwareVtepEffort, IdentitiesMayBeChosenSoAsToCollide) {
-    constexpr Vex::U64 many = 100000;
-    Database database;
-    for (Vex::U64 low = 0; low < many; ++low) {
-        auto const row = ovsdb::textOf({0x1234U ^ Vex::hashMix(low), low});
-        database[physicalLocator].push_back(R"({"_uuid":["uuid",")" + row +
-                                            R"("],"dst_ip":"10.0.0.1","tunnel_key":1})");
-    }
-    EXPECT_NO_THROW(readAnswer(database, Deadline::in(5s)));
 }
 
 TEST(HardwareVtepEffort, FewRowsAreReadBehindTheDeadline) {
