@@ -2,14 +2,14 @@
 #include "Trace/Handle.h"
 #include "Vex/Errors.h"
 #include "outfmt/Interrupt.h"
-#include "vxshow/CommandLine.h"
-#include "vxshow/Exit.h"
-#include "vxshow/Interrupt.h"
-#include "vxshow/Say.h"
-#include "vxshow/StateReader.h"
-#include "vxshow/TerminalOutput.h"
-#include "vxshow/Watch.h"
-#include "vxshow/process/Children.h"
+#include "vxshow/cli/CommandLine.h"
+#include "vxshow/state/StateReader.h"
+#include "vxshow/system/Children.h"
+#include "vxshow/terminal/Exit.h"
+#include "vxshow/terminal/InterruptSignal.h"
+#include "vxshow/terminal/Say.h"
+#include "vxshow/terminal/TerminalOutput.h"
+#include "vxshow/terminal/Watch.h"
 
 #include <csignal>
 #include <cstdio>

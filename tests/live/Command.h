@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/vxshow/Process.h"
+#include "tests/unit/vxshow/Process.h"
 
 #include <string>
 #include <sys/types.h>

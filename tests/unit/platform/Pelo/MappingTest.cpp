@@ -1,0 +1,122 @@
+#include "Pelo/Mapping.h"
+
+#include "Pelo/Errors.h"
+#include "tests/unit/platform/Pelo/TestTables.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace Pelo {
+namespace {
+
+using Test::errorOf;
+using Test::TemporaryDirectory;
+
+std::size_t filesIn(TemporaryDirectory const & directory) {
+    auto const files = std::filesystem::directory_iterator(directory.path());
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+TEST(Mapping, SaysWhyAFileCannotBeOpened) {
+    TemporaryDirectory const directory;
+    auto const path = directory.file("absent");
+    EXPECT_EQ(errorOf<TableError>([&] { openFile(path); }),
+              "table " + Vex::quoted(path) + ": cannot be opened: No such file or directory");
+}
+
+TEST(Mapping, TakesNothingButARegularFile) {
+    TemporaryDirectory const directory;
+    auto const pipe = directory.file("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (auto const & path : {directory.path().string(), pipe, std::string("/dev/null")}) {
+        auto const file = openFile(path);
+        EXPECT_EQ(errorOf<TableError>([&] { fileSize(file.number(), "t"); }),
+                  "table 't': is no regular file");
+    }
+}
+
+TEST(Mapping, SaysThatADescriptorIsNone) {
+    EXPECT_EQ(errorOf<TableError>([] { fileSize(-1, "t"); }),
+              "table 't': cannot be examined: Bad file descriptor");
+    EXPECT_EQ(errorOf<TableError>([] { duplicate(-1, "t"); }),
+              "table 't': cannot be opened: Bad file descriptor");
+}
+
+TEST(Mapping, SaysThatADescriptorIsNotForReading) {
+    TemporaryDirectory const directory;
+    Descriptor const file(::open(directory.file("f").c_str(), O_WRONLY | O_CREAT, 0600));
+    EXPECT_EQ(
+        errorOf<TableError>([&] { Mapping(file.number(), 4096, Mapping::Access::read, "t"); }),
+        "table 't': cannot be mapped: Permission denied");
+}
+
+TEST(Mapping, MemoryNeitherShrinksNorGrows) {
+    auto const memory = makeMemory("t", 1000);
+    EXPECT_EQ(fileSize(memory.number(), "t"), 1000U);
+    EXPECT_EQ(::ftruncate(memory.number(), 999), -1);
+    EXPECT_EQ(errno, EPERM);
+    EXPECT_EQ(::ftruncate(memory.number(), 1001), -1);
+    EXPECT_EQ(errno, EPERM);
+}
+
+TEST(Mapping, MemoryMayHaveALongName) {
+    EXPECT_GE(makeMemory(std::string(5000, 'n'), 8).number(), 0);
+}
+
+TEST(Mapping, MappingsOfOneMemoryShareIt) {
+    auto const memory = makeMemory("t", 16);
+    Mapping const writable(memory.number(), 16, Mapping::Access::write, "t");
+    Mapping const readable(memory.number(), 16, Mapping::Access::read, "t");
+    writable.words()[1] = 42;
+    EXPECT_EQ(readable.words()[1], 42U);
+}
+
+TEST(Mapping, ANewFileStandsInItsPlaceOnlyWhenItIsPublished) {
+    TemporaryDirectory const directory;
+    auto const path = directory.file("table");
+    {
+        NewFile const abandoned(path, 100);
+        EXPECT_FALSE(std::filesystem::exists(path));
+        EXPECT_EQ(filesIn(directory), 1U);
+    }
+    EXPECT_EQ(filesIn(directory), 0U);
+
+    NewFile file(path, 100);
+    auto const descriptor = file.publish();
+    EXPECT_EQ(fileSize(descriptor.number(), "t"), 100U);
+    EXPECT_EQ(std::filesystem::file_size(path), 100U);
+    EXPECT_EQ(filesIn(directory), 1U);
+}
+
+TEST(Mapping, ANewFileIsReadableByAllAndWritableByItsOwner) {
+    TemporaryDirectory const directory;
+    auto const path = directory.file("table");
+    NewFile(path, 100).publish();
+    auto const permissions = std::filesystem::status(path).permissions();
+    EXPECT_EQ(static_cast<unsigned>(permissions), 0644U);
+}
+
+TEST(Mapping, ANewFileNeedsADirectoryAndAPlace) {
+    TemporaryDirectory const directory;
+    EXPECT_THROW(NewFile(directory.file("absent/table"), 100), TableError);
+    std::filesystem::create_directory(directory.file("taken"));
+    std::ofstream(directory.file("taken/file")) << "x";
+    {
+        NewFile file(directory.file("taken"), 100);
+        EXPECT_THROW(file.publish(), TableError);
+    }
+    EXPECT_EQ(filesIn(directory), 1U);
+}
+
+TEST(Mapping, ANewFileThatGetsNoRoomLeavesNothingBehind) {
+    TemporaryDirectory const directory;
+    EXPECT_THROW(NewFile(directory.file("table"), U64{1} << 62), TableError);
+    EXPECT_EQ(filesIn(directory), 0U);
+}
+
+} // namespace
+} // namespace Pelo

@@ -1,0 +1,204 @@
+#include "Pelo/Region.h"
+
+#include "tests/unit/platform/Pelo/TestTables.h"
+
+#include <atomic>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <optional>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <thread>
+
+/// One who reads while another writes, in processes of their own.
+namespace Pelo::Test {
+namespace {
+
+constexpr U64 generationOffset = generationWord * 8;
+
+// Runs `work` in a process of its own until this object goes away.
+class Process {
+public:
+    template <class Work>
+    explicit Process(Work && work) : pid_(::fork()) {
+        if (pid_ == 0) {
+            work();
+            ::_exit(0);
+        }
+    }
+
+    Process(Process const &) = delete;
+    Process & operator=(Process const &) = delete;
+
+    ~Process() { kill(); }
+
+    void kill() {
+        if (pid_ > 0) {
+            ::kill(pid_, SIGKILL);
+            EXPECT_EQ(::waitpid(pid_, nullptr, 0), pid_);
+            pid_ = -1;
+        }
+    }
+
+    bool started() const { return pid_ > 0; }
+
+private:
+    pid_t pid_;
+};
+
+constexpr U32 stableKeys = 500;
+constexpr U32 fleetingKeys = 500;
+
+PairWriter filled() {
+    auto writer = PairWriter::inMemory("t", stableKeys + fleetingKeys);
+    for (U32 key = 0; key < stableKeys; ++key) {
+        writer.insert(key, Pair::of(0));
+    }
+    return writer;
+}
+
+// Overwrites the stable keys and makes the fleeting ones come and go.
+[[noreturn]] void changeForEver(PairWriter & writer) {
+    for (U64 round = 1;; ++round) {
+        for (U32 key = 0; key < stableKeys; ++key) {
+            writer.insert(key, Pair::of(round * stableKeys + key));
+            U32 const fleeting = stableKeys + static_cast<U32>((round * 7 + key) % fleetingKeys);
+            if (round % 2 == 0) {
+                writer.insert(fleeting, Pair::of(round));
+            } else {
+                writer.erase(fleeting);
+            }
+        }
+    }
+}
+
+TEST(Region, AReaderBesideABusyWriterSeesWholeValuesAndEveryKeyThatStays) {
+    auto writer = filled();
+    auto const reader = readerOf(writer);
+    auto const region = Region::attach(writer.descriptor(), "t", formatOf<PairSchema>);
+    Process const process([&] { changeForEver(writer); });
+    ASSERT_TRUE(process.started());
+
+    U32 walksWithChanges = 0;
+    for (U32 walks = 0; walksWithChanges < 50; ++walks) {
+        ASSERT_LT(walks, 100'000U) << "the writer does nothing";
+        U64 const before = region->generation();
+        std::vector<U32> met(stableKeys + fleetingKeys);
+        for (auto walk = reader.begin(); walk; ++walk) {
+            ASSERT_LT(walk.key(), met.size());
+            ++met[walk.key()];
+            ASSERT_TRUE(walk.value().whole()) << walk.key();
+        }
+        walksWithChanges += region->generation() != before ? 1 : 0;
+        for (U32 key = 0; key < met.size(); ++key) {
+            ASSERT_LE(met[key], 1U) << key;
+            ASSERT_TRUE(met[key] == 1 || key >= stableKeys) << key;
+            auto const value = reader.find(key);
+            ASSERT_TRUE(value || key >= stableKeys) << key;
+            ASSERT_TRUE(!value || value->whole()) << key;
+        }
+        ASSERT_GE(reader.size(), stableKeys);
+        ASSERT_LE(reader.size(), stableKeys + fleetingKeys);
+    }
+}
+
+TEST(Region, TablesOpenedWhileTheWriterMovesThemAreWhole) {
+    TemporaryDirectory const directory;
+    auto const path = directory.file("table");
+    auto writer = PairWriter::inFile(path);
+    Process const process([&] {
+        for (U32 key = 0;; ++key) {
+            writer.insert(key, Pair::of(key));
+            if (key == 20'000) {
+                writer = PairWriter::inFile(path);
+                key = 0;
+            }
+        }
+    });
+    ASSERT_TRUE(process.started());
+    U32 replaced = 0;
+    for (U32 opened = 0; replaced < 20; ++opened) {
+        ASSERT_LT(opened, 100'000U) << "the writer never moves";
+        auto const reader = PairReader::open(path);
+        auto const atLeast = reader.size();
+        U64 met = 0;
+        for (auto walk = reader.begin(); walk; ++walk) {
+            ASSERT_EQ(walk.value(), Pair::of(walk.key()));
+            ++met;
+        }
+        ASSERT_GE(met, atLeast);
+        replaced += reader.replaced() ? 1 : 0;
+    }
+}
+
+TEST(Region, AChangeThatEndsIsWaitedFor) {
+    auto writer = filled();
+    RawMemory const memory(writer.descriptor());
+    auto const reader = readerOf(writer);
+    auto const generation = memory.at<U64>(generationOffset);
+    memory.put(generationOffset, generation + 1);
+    std::thread ending([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        memory.put(generationOffset, generation + 2);
+    });
+    EXPECT_EQ(reader.value(3), Pair::of(0));
+    EXPECT_EQ(memory.at<U64>(generationOffset), generation + 2);
+    ending.join();
+}
+
+TEST(Region, AChangeThatDoesNotEndIsCorruption) {
+    auto const writer = filled();
+    auto const reader = readerOf(writer);
+    auto walk = reader.begin();
+    RawMemory(writer.descriptor()).put(generationOffset, U64{12345});
+    auto const expected = "table 't', header: a change under way, generation 12345, expected an "
+                          "even generation, the end of the change";
+    using Corruption = CorruptionDetectedException;
+    EXPECT_EQ(errorOf<Corruption>([&] { ++walk; }), expected);
+    EXPECT_FALSE(walk);
+    EXPECT_EQ(errorOf<Corruption>([&] { static_cast<void>(reader.find(3)); }), expected);
+    EXPECT_EQ(errorOf<Corruption>([&] { readerOf(writer); }), expected);
+}
+
+TEST(Region, AHeaderThatWasDamagedByAChangeIsNoticedAtTheNextRead) {
+    auto writer = filled();
+    auto const reader = readerOf(writer);
+    auto walk = reader.begin();
+    RawMemory(writer.descriptor()).flip(16, 1);
+    EXPECT_NO_THROW(++walk);
+    writer.insert(1, Pair::of(1));
+    EXPECT_EQ(errorOf<CorruptionDetectedException>([&] { ++walk; }),
+              "table 't', header: another header, expected the one that it was opened with");
+}
+
+TEST(Region, AWriterKilledAtAnyMomentLeavesATableThatIsWholeOrRefused) {
+    U32 refused = 0;
+    U32 whole = 0;
+    for (U32 attempt = 0; refused == 0 || whole == 0; ++attempt) {
+        ASSERT_LT(attempt, 500U) << refused << ' ' << whole;
+        auto writer = filled();
+        auto const reader = readerOf(writer);
+        auto const region = Region::attach(writer.descriptor(), "t", formatOf<PairSchema>);
+        auto const before = region->generation();
+        Process process([&] { changeForEver(writer); });
+        ASSERT_TRUE(process.started());
+        while (region->generation() < before + 1000 + 37 * attempt) {
+            std::this_thread::yield();
+        }
+        process.kill();
+        bool const inTheMiddle = region->generation() % 2 != 0;
+        try {
+            for (auto walk = reader.begin(); walk; ++walk) {
+                ASSERT_TRUE(walk.value().whole());
+            }
+            ASSERT_FALSE(inTheMiddle);
+            ++whole;
+        } catch (CorruptionDetectedException const &) {
+            ASSERT_TRUE(inTheMiddle);
+            ++refused;
+        }
+    }
+}
+
+} // namespace
+} // namespace Pelo::Test

@@ -1,0 +1,46 @@
+#include "tests/unit/vxshow/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+namespace {
+
+/// What a `vxshow` with these arguments shows on a terminal.
+std::string shownOnATerminal(std::vector<std::string> const & arguments) {
+    int const ours = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    EXPECT_EQ(grantpt(ours), 0);
+    EXPECT_EQ(unlockpt(ours), 0);
+    int const theirs = open(ptsname(ours), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    Process process(arguments, {.outFd = theirs});
+    EXPECT_EQ(process.finish().status, 0);
+    std::string text;
+    std::array<char, 4096> some;
+    for (pollfd fd{ours, POLLIN, 0}; poll(&fd, 1, 0) > 0;) {
+        auto const got = read(ours, some.data(), some.size());
+        if (got <= 0) {
+            break;
+        }
+        text.append(some.data(), static_cast<std::size_t>(got));
+    }
+    close(theirs);
+    close(ours);
+    return text;
+}
+
+} // namespace
+
+TEST(Main, ASwitchWhoseNameWouldClearTheScreenIsShownWithoutHarm) {
+    TemporaryFile const state(
+        R"({"format": "vxlan-controller-state", "version": 1, "received": {"switches":
+{"leaf\u001b[2J": {"10": {"unicast": {"02:00:00:00:00:01": {"vtep": "10.0.0.1"}}}}}}})");
+    std::vector<std::string> const arguments{"--state", state.path(), "mac", "received"};
+    EXPECT_NE(vxshow(arguments).out.find("leaf\x1b[2J"), std::string::npos);
+    auto const shown = shownOnATerminal(arguments);
+    EXPECT_NE(shown.find("leaf?[2J"), std::string::npos) << shown;
+    EXPECT_EQ(shown.find('\x1b'), std::string::npos);
+}

@@ -1,0 +1,120 @@
+#include "tests/unit/vxshow/Answers.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Asked const command({"arp", "advertised"}, snapshotWith("advertised", R"({ "vnis": {
+  "4098": { "arp": {
+    "10.0.0.1": { "mac": "02:00:00:00:00:01", "preference": 100, "changes": 3 },
+    "2001:db8::ab": { "mac": "02:00:00:00:00:01" } } },
+  "7": { "arp": { "10.0.0.7": { "mac": "02:00:00:00:00:07" } } } } })"));
+
+constexpr char const * beginning =
+    "                       Advertised ARP Table\n"
+    "-------------------------------------------------------------------------\n"
+    "VNI      IP Address      MAC Address        Changes\n"
+    "-------- --------------- ------------------ --------\n";
+constexpr char const * ipv4Row = "4098     10.0.0.1        0200.0000.0001     3        \n";
+constexpr char const * ipv6Row = "4098     2001:db8::ab    0200.0000.0001     0        \n";
+
+std::string total(int count) {
+    return "\nTotal IP addresses for this criterion: " + std::to_string(count) + "\n";
+}
+
+} // namespace
+
+TEST(ArpAdvertised, ListsAllVnis) {
+    EXPECT_EQ(command.listing({}), std::string(beginning) + ipv4Row + ipv6Row +
+                                       "7        10.0.0.7        0200.0000.0007     0        \n" +
+                                       total(3));
+}
+
+TEST(ArpAdvertised, ListsAsJsonWhateverTheRevision) {
+    std::string const expected =
+        R"({"vnis":{"0.0.7":{"addresses":{}},"0.16.2":{"addresses":{"10.0.0.1":)"
+        R"({"macAddress":"02:00:00:00:00:01","changes":3,"preference":100}}}}})"
+        "\n";
+    EXPECT_EQ(command.listing({"--json", "--dotted", "--ip", "10.0.0.1"}), expected);
+    EXPECT_EQ(command.listing({"--json", "--dotted", "--ip", "10.0.0.1", "--revision", "1"}),
+              expected);
+}
+
+TEST(ArpAdvertised, TakesEachFilterInEachForm) {
+    for (auto const & filters :
+         std::vector<std::vector<std::string>>{{"--vni", "4098"},
+                                               {"--vni=0.16.2"},
+                                               {"--mac", "02:00:00:00:00:01"},
+                                               {"--mac", "02-00-00-00-00-01"},
+                                               {"--mac", "0200.0000.0001"},
+                                               {"--vni", "4098", "--mac", "0200.0000.0001"}}) {
+        EXPECT_EQ(command.listing(filters), std::string(beginning) + ipv4Row + ipv6Row + total(2))
+            << testing::PrintToString(filters);
+    }
+    EXPECT_EQ(command.listing({"--ip", "10.0.0.1"}), std::string(beginning) + ipv4Row + total(1));
+    for (char const * ip : {"2001:db8::ab", "2001:0DB8:0:0:0:0:0:AB", "2001:db8::0.0.0.171"}) {
+        EXPECT_EQ(command.listing({"--ip", ip}), std::string(beginning) + ipv6Row + total(1)) << ip;
+    }
+}
+
+TEST(ArpAdvertised, AFilterThatMatchesNothingIsNoError) {
+    std::string const nothing = beginning + total(0);
+    EXPECT_EQ(command.listing({"--vni", "4097"}), nothing);
+    EXPECT_EQ(command.listing({"--mac", "0200.0000.0002"}), nothing);
+    EXPECT_EQ(command.listing({"--ip", "2001:db8::1"}), nothing);
+    EXPECT_EQ(command.listing({"--json", "--vni", "4097"}), "{\"vnis\":{}}\n");
+}
+
+TEST(ArpAdvertised, StateThatIsAbsentIsAnEmptyTable) {
+    EXPECT_EQ(answer(snapshotWith("received", R"({"switches":{"leaf1":{"7":{}}}})"),
+                     {"arp", "advertised"}),
+              beginning + total(0));
+}
+
+TEST(ArpAdvertised, RefusesValuesOfTheWrongKind) {
+    EXPECT_EQ(command.refusedFilter({"--ip", "10.0.0.256"}),
+              "--ip: '10.0.0.256': expected an IPv4 or IPv6 address such as 10.0.0.1 or "
+              "2001:db8::1");
+    EXPECT_EQ(command.refusedFilter({"--ip", ""}).substr(0, 8), "--ip: ''");
+    EXPECT_EQ(command.refusedFilter({"--vni", "-1"}).substr(0, 5), "--vni");
+    EXPECT_EQ(command.refusedFilter({"--mac", "x"}).substr(0, 12), "--mac: 'x': ");
+    command.knowsNone({"--switch", "--dest", "--vtep"});
+}
+
+TEST(ArpAdvertised, EntriesOfOneVniMayAgree) {
+    auto const twice = snapshotWith("advertised", R"({ "vnis": {
+        "10":  { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01", "changes": 3 } } },
+        "010": { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01", "changes": 3 } } } } })");
+    EXPECT_EQ(answer(twice, {"arp", "advertised"}),
+              std::string(beginning) + "10       10.0.0.1        0200.0000.0001     3        \n" +
+                  total(1));
+}
+
+TEST(ArpAdvertised, EntriesOfOneVniThatDisagreeAreOneLineAndNoTable) {
+    struct Disagreement {
+        char const * attribute;
+        char const * first;
+        char const * second;
+    };
+
+    for (auto const & [attribute, first, second] :
+         {Disagreement{"macAddress", R"({"mac":"02:00:00:00:00:01"})",
+                       R"({"mac":"02:00:00:00:00:02"})"},
+          Disagreement{"preference", R"({"mac":"02:00:00:00:00:01","preference":1})",
+                       R"({"mac":"02:00:00:00:00:01","preference":2})"},
+          Disagreement{"changes", R"({"mac":"02:00:00:00:00:01","changes":1})",
+                       R"({"mac":"02:00:00:00:00:01","changes":2})"}}) {
+        auto const disagreeing = snapshotWith(
+            "advertised", R"({"vnis":{"10":{"arp":{"10.0.0.1":)" + std::string(first) +
+                              R"(}},"10\u001b":{"arp":{"10.0.0.1":)" + second + "}}}}");
+        std::string const expected =
+            "arp advertised: VxlanController::Cli::VxlanArpEntry 10.0.0.1: " +
+            std::string(attribute) + " cannot change from ";
+        for (char const * form : {"--dotted", "--json", "--pretty"}) {
+            EXPECT_EQ(failure(disagreeing, {"arp", "advertised", form}).substr(0, expected.size()),
+                      expected);
+        }
+        EXPECT_EQ(answer(disagreeing, {"arp", "advertised", "--ip", "10.0.0.2"}),
+                  beginning + total(0));
+    }
+}

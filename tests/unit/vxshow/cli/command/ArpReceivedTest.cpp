@@ -1,0 +1,102 @@
+#include "tests/unit/vxshow/Answers.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+Asked const command({"arp", "received"}, snapshotWith("received", R"({ "switches": {
+  "leaf1": {
+    "4098": { "arp": {
+      "10.0.0.1": { "mac": "02:00:00:00:00:01", "preference": 100, "changes": 3 },
+      "2001:db8::ab": { "mac": "02:00:00:00:00:01" } } },
+    "7": { "arp": { "10.0.0.7": { "mac": "02:00:00:00:00:07" } } } },
+  "leaf2": { "4098": {} } } })"));
+
+constexpr char const * beginning =
+    "                        Received ARP Table\n"
+    "-------------------------------------------------------------------------\n"
+    "Switch              VNI      IP Address      MAC Address        Changes\n"
+    "------------------- -------- --------------- ------------------ ---------\n";
+constexpr char const * ipv4Row =
+    "leaf1               4098     10.0.0.1        0200.0000.0001     3        \n";
+constexpr char const * ipv6Row =
+    "leaf1               4098     2001:db8::ab    0200.0000.0001     0        \n";
+
+std::string total(int count) {
+    return "\nTotal IP addresses for this criterion: " + std::to_string(count) + "\n";
+}
+
+} // namespace
+
+TEST(ArpReceived, ListsAllSwitches) {
+    EXPECT_EQ(command.listing({}),
+              std::string(beginning) + ipv4Row + ipv6Row +
+                  "leaf1               7        10.0.0.7        0200.0000.0007     0        \n" +
+                  total(3));
+}
+
+TEST(ArpReceived, ListsAsJsonWhateverTheRevision) {
+    std::string const expected =
+        R"({"switches":{"leaf1":{"vnis":{"0.0.7":{"addresses":{}},"0.16.2":{"addresses":{)"
+        R"("10.0.0.1":{"macAddress":"02:00:00:00:00:01","changes":3,"preference":100}}}}},)"
+        R"("leaf2":{"vnis":{"0.16.2":{"addresses":{}}}}}})"
+        "\n";
+    EXPECT_EQ(command.listing({"--json", "--dotted", "--ip", "10.0.0.1"}), expected);
+    EXPECT_EQ(command.listing({"--json", "--dotted", "--ip", "10.0.0.1", "--revision", "1"}),
+              expected);
+}
+
+TEST(ArpReceived, TakesEachFilterInEachForm) {
+    for (auto const & filters :
+         std::vector<std::vector<std::string>>{{"--vni", "4098"},
+                                               {"--vni", "0.16.2"},
+                                               {"--mac", "02:00:00:00:00:01"},
+                                               {"--mac", "02-00-00-00-00-01"},
+                                               {"--mac=0200.0000.0001"},
+                                               {"--switch", "leaf1", "--vni", "4098"},
+                                               {"--switch", "", "--vni", "4098"}}) {
+        EXPECT_EQ(command.listing(filters), std::string(beginning) + ipv4Row + ipv6Row + total(2))
+            << testing::PrintToString(filters);
+    }
+    EXPECT_EQ(command.listing({"--ip", "10.0.0.1"}), std::string(beginning) + ipv4Row + total(1));
+    for (char const * ip : {"2001:db8::ab", "2001:0DB8:0:0:0:0:0:AB", "2001:db8::0.0.0.171"}) {
+        EXPECT_EQ(command.listing({"--ip", ip}), std::string(beginning) + ipv6Row + total(1)) << ip;
+    }
+}
+
+TEST(ArpReceived, AFilterThatMatchesNothingIsNoError) {
+    std::string const nothing = beginning + total(0);
+    for (auto const & filters : std::vector<std::vector<std::string>>{{"--vni", "4097"},
+                                                                      {"--mac", "0200.0000.0002"},
+                                                                      {"--ip", "10.0.0.2"},
+                                                                      {"--ip", "::ffff:10.0.0.1"},
+                                                                      {"--switch", "leaf3"},
+                                                                      {"--switch", "all"},
+                                                                      {"--switch", "Leaf1"}}) {
+        EXPECT_EQ(command.listing(filters), nothing) << testing::PrintToString(filters);
+    }
+    EXPECT_EQ(command.listing({"--json", "--switch", "leaf3"}), "{\"switches\":{}}\n");
+}
+
+TEST(ArpReceived, StateThatIsAbsentIsAnEmptyTable) {
+    EXPECT_EQ(answer(snapshotWith("advertised", R"({"vnis":{"7":{}}})"), {"arp", "received"}),
+              beginning + total(0));
+}
+
+TEST(ArpReceived, RefusesValuesOfTheWrongKind) {
+    for (char const * ip : {"10.0.0", "10.0.0.1/32", "2001:db8", "fe80::1%eth0", "leaf1", " ::1"}) {
+        EXPECT_EQ(command.refusedFilter({"--ip", ip}),
+                  "--ip: '" + std::string(ip) +
+                      "': expected an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");
+    }
+    EXPECT_EQ(command.refusedFilter({"--ip", ""}),
+              "--ip: '': expected an IPv4 or IPv6 address such as "
+              "10.0.0.1 or 2001:db8::1");
+    EXPECT_EQ(command.refusedFilter({"--ip"}), "--ip: no value; expected IP");
+    EXPECT_EQ(command.refusedFilter({"--switch"}), "--switch: no value; expected NAME");
+    EXPECT_EQ(command.refusedFilter({"--vni", "1.2"}).substr(0, 14), "--vni: '1.2': ");
+    EXPECT_EQ(command.refusedFilter({"--mac", "x"}).substr(0, 12), "--mac: 'x': ");
+    EXPECT_NE(command.refusedFilter({"--ip", "::1", "--ip", "::2"}).find("--ip"),
+              std::string::npos);
+    command.knowsNone({"--source", "--dest", "--vtep"});
+}

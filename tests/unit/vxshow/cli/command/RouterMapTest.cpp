@@ -1,0 +1,161 @@
+#include "tests/unit/vxshow/Answers.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Two switches, the second with a VTEP out of service beside its own; a VTEP that both are
+/// said to have, and a third switch that publishes and has none.
+Asked const command({"router", "map"}, snapshotWith("routers", R"({
+  "switches": {
+    "00:1c:73:00:00:01": { "vteps": [ "10.0.0.1" ] },
+    "00:1c:73:00:00:02": { "vteps": [ "10.0.0.9", "2001:db8:aaaa:bbbb::2" ] },
+    "00:1c:73:00:00:03": {} },
+  "vteps": {
+    "10.0.0.1": { "active": true, "switches": [ "00:1c:73:00:00:01", "00:1c:73:00:00:08" ] },
+    "10.0.0.9": { "active": false,
+                  "switches": [ "00:1c:73:00:00:01", "00:1c:73:00:00:02" ] },
+    "2001:db8:aaaa:bbbb::2": { "active": true, "switches": [ "00:1c:73:00:00:02" ] } },
+  "published": {
+    "00:1c:73:00:00:01": { "vxlancontroller/version2/logicalRouter/prod": "Vxlan",
+                           "vxlancontroller/version2/logicalRouter/other": "vxlan",
+                           "vxlancontroller/version1/logicalRouter/old": "Vxlan" },
+    "001c.7300.0002": { "vxlancontroller/version2/logicalRouter/prod": "Vxlan",
+                        "vxlancontroller/version2/logicalRouter/dmz": "Vxlan" },
+    "00:1c:73:00:00:03": { "vxlancontroller/version2/logicalRouter/prod": "Vxlan" } } })"));
+
+constexpr char const * rule =
+    "--------------------------------------------------------------------------------\n";
+std::string const beginning =
+    rule + std::string("Name                                           VTEP            Switch") +
+    "           \n" + rule;
+constexpr char const * dmzOn2 =
+    "dmz                                            2001:db8:aaaa:b 00:1c:73:00:00:02\n";
+constexpr char const * prodOn1 =
+    "prod                                           10.0.0.1        00:1c:73:00:00:01\n";
+constexpr char const * prodOn2 =
+    "prod                                           2001:db8:aaaa:b 00:1c:73:00:00:02\n";
+constexpr char const * thenOn2 =
+    "                                               2001:db8:aaaa:b 00:1c:73:00:00:02\n";
+
+std::string total(int count) {
+    return "\nTotal entries for this criterion: " + std::to_string(count) + "\n\n";
+}
+
+} // namespace
+
+TEST(RouterMap, ListsEachRouterWithItsSwitches) {
+    EXPECT_EQ(command.listing({}), beginning + dmzOn2 + prodOn1 + thenOn2 + total(3));
+}
+
+TEST(RouterMap, ListsAsJsonWhateverTheRevision) {
+    std::string const expected =
+        R"({"logicalRouterMap":{"dmz":{"switches":[{"switchId":"00:1c:73:00:00:02",)"
+        R"("vtepIp":"2001:db8:aaaa:bbbb::2"}]},"prod":{"switches":[)"
+        R"({"switchId":"00:1c:73:00:00:01","vtepIp":"10.0.0.1"},)"
+        R"({"switchId":"00:1c:73:00:00:02","vtepIp":"2001:db8:aaaa:bbbb::2"}]}}})"
+        "\n";
+    EXPECT_EQ(command.listing({"--json"}), expected);
+    EXPECT_EQ(command.listing({"--json", "--revision", "1", "--dotted"}), expected);
+}
+
+TEST(RouterMap, ListsTheExample) {
+    EXPECT_EQ(answer(exampleFabric(), {"router", "map", "--router", "storage"}),
+              beginning +
+                  "storage                                        10.0.0.1        "
+                  "00:00:5e:00:53:e1\n"
+                  "                                               10.0.0.3        "
+                  "00:00:5e:00:53:e3\n"
+                  "                                               10.0.0.4        "
+                  "00:00:5e:00:53:e4\n" +
+                  total(3));
+    EXPECT_NE(answer(exampleFabric(), {"router", "map"}).find(total(9)), std::string::npos);
+}
+
+TEST(RouterMap, TakesEachFilter) {
+    std::string const first = beginning + prodOn1 + total(1);
+    std::string const second = beginning + dmzOn2 + prodOn2 + total(2);
+    EXPECT_EQ(command.listing({"--router", "dmz"}), beginning + dmzOn2 + total(1));
+    EXPECT_EQ(command.listing({"--router=prod"}), beginning + prodOn1 + thenOn2 + total(2));
+    EXPECT_EQ(command.listing({"--switch", "00:1c:73:00:00:01"}), first);
+    EXPECT_EQ(command.listing({"--switch", "00:1c:73:00:00:02"}), second);
+    EXPECT_EQ(command.listing({"--vtep", "10.0.0.1"}), first);
+    EXPECT_EQ(command.listing({"--vtep", "10.0.0.1", "10.0.0.9"}), command.listing({}));
+    EXPECT_EQ(command.listing({"--vtep", "10.0.0.1", "--vtep", "10.0.0.9"}), command.listing({}));
+    EXPECT_EQ(command.listing({"--vtep", "10.0.0.1", "--router", "prod"}), first);
+    EXPECT_EQ(command.listing({"--router", "", "--switch", ""}), command.listing({}));
+}
+
+TEST(RouterMap, LooksAtTheVtepsOfNoOtherSwitchThanTheOneThatIsNamed) {
+    EXPECT_EQ(command.listing({"--switch", "00:1c:73:00:00:02", "--vtep", "10.0.0.1"}),
+              command.listing({"--switch", "00:1c:73:00:00:02"}));
+}
+
+TEST(RouterMap, AFilterThatMatchesNothingIsNoError) {
+    std::string const nothing = beginning + total(0);
+    for (auto const & filters :
+         std::vector<std::vector<std::string>>{{"--router", "Prod"},
+                                               {"--router", "pro"},
+                                               {"--router", "other"},
+                                               {"--router", "old"},
+                                               {"--switch", "00:1c:73:00:00:03"},
+                                               {"--switch", "00:1c:73:00:00:08"},
+                                               {"--switch", "001c.7300.0002"},
+                                               {"--switch", "00:1C:73:00:00:01"},
+                                               {"--switch", "leaf1"},
+                                               {"--vtep", "10.0.0.2"}}) {
+        EXPECT_EQ(command.listing(filters), nothing) << testing::PrintToString(filters);
+    }
+    EXPECT_EQ(command.listing({"--json", "--router", "Prod"}), "{\"logicalRouterMap\":{}}\n");
+}
+
+TEST(RouterMap, StateThatIsAbsentIsAnEmptyTable) {
+    for (auto const & state :
+         {snapshotWith("received", "{}"), snapshotWith("routers", "{}"),
+          snapshotWith("routers", R"({"status":{"prod":{}}})"),
+          snapshotWith("routers", R"({"switches":{"00:1c:73:00:00:01":{"vteps":["10.0.0.1"]}},)"
+                                  R"("vteps":{"10.0.0.1":{"active":true}}})"),
+          snapshotWith("routers", R"({"published":{"00:1c:73:00:00:01":)"
+                                  R"({"vxlancontroller/version2/logicalRouter/a":"Vxlan"}}})")}) {
+        EXPECT_EQ(answer(state, {"router", "map"}), beginning + total(0)) << state;
+        EXPECT_EQ(answer(state, {"--json", "router", "map"}), "{\"logicalRouterMap\":{}}\n");
+        EXPECT_EQ(answer(state, {"router", "map", "--vtep", "10.0.0.1"}), beginning + total(0));
+    }
+}
+
+TEST(RouterMap, NamesThatHoldFormatsAndControlCharactersAreJustNames) {
+    auto const state = snapshotWith("routers", R"({
+        "switches": { "00:1c:73:00:00:01": { "vteps": [ "10.0.0.1" ] } },
+        "vteps": { "10.0.0.1": { "active": true } },
+        "published": { "00:1c:73:00:00:01": {
+            "vxlancontroller/version2/logicalRouter/%s%n\u0001": "Vxlan",
+            "vxlancontroller/version2/logicalRouter/": "Vxlan" } } })");
+    EXPECT_EQ(answer(state, {"--json", "router", "map"}),
+              R"({"logicalRouterMap":{"":{"switches":[{"switchId":"00:1c:73:00:00:01",)"
+              R"("vtepIp":"10.0.0.1"}]},"%s%n\u0001":{"switches":[)"
+              R"({"switchId":"00:1c:73:00:00:01","vtepIp":"10.0.0.1"}]}}})"
+              "\n");
+    EXPECT_NE(answer(state, {"router", "map"}).find("\n%s%n\x01    "), std::string::npos);
+}
+
+TEST(RouterMap, AVtepThatIsNotDescribedIsARefusedState) {
+    auto const line =
+        failure(snapshotWith("routers", R"({"switches":{"leaf1":{"vteps":["10.0.0.1"]}}})"),
+                {"router", "map"});
+    std::string const end = "routers.switches.leaf1.vteps[0]: found \"10.0.0.1\", expected an "
+                            "address that stands in \"vteps\"";
+    EXPECT_NE(line.find(end), std::string::npos) << line;
+}
+
+TEST(RouterMap, RefusesValuesOfTheWrongKind) {
+    for (char const * ip : {"2001:db8::1", "10.0.0", "10.0.0.1/32", "leaf1", ""}) {
+        EXPECT_EQ(command.refusedFilter({"--vtep", ip}),
+                  "--vtep: '" + std::string(ip) + "': expected an IPv4 address such as 10.0.0.1");
+    }
+    EXPECT_EQ(command.refusedFilter({"--vtep", "10.0.0.1", "2001:db8::1"}),
+              "--vtep: '2001:db8::1': expected an IPv4 address such as 10.0.0.1");
+    EXPECT_EQ(command.refusedFilter({"--router"}), "--router: no value; expected NAME");
+    EXPECT_EQ(command.refusedFilter({"--switch", "--json"}), "--switch: no value; expected ID");
+    EXPECT_EQ(command.refusedFilter({"--vtep", "[10.0.0.1]"}), "--vtep: '[10.0.0.1]': expected IP");
+    command.knowsNone({"--vni", "--prefix", "--mac", "--source"});
+}

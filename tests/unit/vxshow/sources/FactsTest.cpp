@@ -1,0 +1,87 @@
+#include "vxshow/sources/Facts.h"
+
+#include "vxshow/sources/Findings.h"
+
+#include <gtest/gtest.h>
+
+namespace vxshow::test {
+
+namespace {
+
+Vxlan::Vni const vni10(10);
+auto const mac1 = Nolt::EthAddr::ofValue(1);
+auto const mac2 = Nolt::EthAddr::ofValue(2);
+Nolt::IpAddr const vtep1(1);
+Nolt::IpAddr const vtep2(2);
+
+} // namespace
+
+TEST(SourceState, ASettledSideHasEachFactOnceInOneOrder) {
+    SourceSide side;
+    side.macs = {{vni10, mac2, vtep1},
+                 {vni10, mac1, vtep2},
+                 {vni10, mac1, vtep1},
+                 {Vxlan::Vni(9), mac2, vtep1},
+                 {vni10, mac1, vtep2}};
+    side.floods = {{vni10, {}, vtep2}, {vni10, {}, vtep1}, {vni10, {}, vtep2}};
+    side.settle();
+    EXPECT_EQ(side.macs, (std::vector<MacPlace>{{Vxlan::Vni(9), mac2, vtep1},
+                                                {vni10, mac1, vtep1},
+                                                {vni10, mac1, vtep2},
+                                                {vni10, mac2, vtep1}}));
+    EXPECT_EQ(side.floods, (std::vector<FloodTarget>{{vni10, {}, vtep1}, {vni10, {}, vtep2}}));
+    EXPECT_EQ(side.vnis, (std::vector{Vxlan::Vni(9), vni10}));
+}
+
+TEST(SourceState, OfPlacesThatDifferInTheMovesTheMostStay) {
+    SourceSide side;
+    side.macs = {{vni10, mac1, vtep1, 2}, {vni10, mac1, vtep1, 7}, {vni10, mac1, vtep1, 0}};
+    side.settle();
+    EXPECT_EQ(side.macs, (std::vector<MacPlace>{{vni10, mac1, vtep1, 7}}));
+}
+
+TEST(SourceState, TheBindingWithTheBestRightIsTheFirst) {
+    Nolt::IpGenAddr const ip(vtep1);
+    SourceSide side;
+    side.bindings = {{vni10, ip, mac2, 1, 1},
+                     {vni10, ip, mac1, 1, 1},
+                     {vni10, ip, mac2, 1, 2},
+                     {vni10, ip, mac2, 2, 0}};
+    side.settle();
+    EXPECT_EQ(side.bindings, (std::vector<IpBinding>{{vni10, ip, mac2, 2, 0},
+                                                     {vni10, ip, mac2, 1, 2},
+                                                     {vni10, ip, mac1, 1, 1},
+                                                     {vni10, ip, mac2, 1, 1}}));
+}
+
+TEST(SourceState, AVniWithoutFactsStays) {
+    SourceSide side;
+    side.vnis = {vni10, Vxlan::Vni(3), vni10};
+    side.settle();
+    EXPECT_EQ(side.vnis, (std::vector{Vxlan::Vni(3), vni10}));
+}
+
+TEST(SourceFindings, SayNothingOfNothing) {
+    EXPECT_EQ(SourceFindings().warning(), std::nullopt);
+}
+
+TEST(SourceFindings, SayTheRemarkFirst) {
+    SourceFindings findings;
+    findings.remark = "nothing is there";
+    EXPECT_EQ(findings.warning(), "nothing is there");
+    findings.leftOut.add("a");
+    EXPECT_EQ(findings.warning(), "nothing is there; 1 entry left out: a");
+}
+
+TEST(SourceFindings, AreOneLineOfAllKinds) {
+    SourceFindings findings;
+    findings.leftOut.add("b");
+    findings.leftOut.add("a");
+    findings.unplaced.add("c");
+    findings.disputed.add("d");
+    EXPECT_EQ(findings.warning(),
+              "2 entries left out, the first: a; 1 local entry at a VTEP of no switch: c; "
+              "1 IP address with several MAC addresses: d");
+}
+
+} // namespace vxshow::test

@@ -1,0 +1,198 @@
+#include "vxshow/sources/Merge.h"
+
+#include "state/VniFdbStatusV2.h"
+#include "state/VniStatusDirV2.h"
+#include "tests/unit/VxlanController/Rendered.h"
+#include "tests/unit/vxshow/state/snapshot/Snapshots.h"
+
+#include <gtest/gtest.h>
+
+namespace vxshow::test {
+
+namespace {
+
+namespace Cli = VxlanController::Cli;
+
+Vxlan::Vni const vni10(10);
+auto const mac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
+auto const mac2 = Nolt::EthAddr::fromString("02:00:00:00:00:02");
+
+Nolt::IpAddr vtep(unsigned number) {
+    return Nolt::IpAddr(0x0A000000 + number);
+}
+
+SourceSide sideWith(std::vector<MacPlace> macs) {
+    SourceSide side;
+    side.macs = std::move(macs);
+    return side;
+}
+
+SourceState learned(std::string const & name, std::vector<MacPlace> macs) {
+    SourceState state;
+    state.local[name] = sideWith(std::move(macs));
+    return state;
+}
+
+SourceState told(std::vector<MacPlace> macs) {
+    SourceState state;
+    state.remote = sideWith(std::move(macs));
+    return state;
+}
+
+Mount mountOf(std::vector<SourceState> const & states, SourceRole role = SourceRole::switches) {
+    SourceMount mount;
+    for (auto const & state : states) {
+        mount.add(state, role);
+    }
+    return mount.mount();
+}
+
+std::vector<Nolt::IpAddr> pathsOf(VxlanController::VniTables const & tables,
+                                  Nolt::EthAddr const & mac) {
+    std::vector<Nolt::IpAddr> paths;
+    for (Nolt::IpAddr const path : tables.macVtepMultiPathTable(mac).vtepIp()) {
+        paths.push_back(path);
+    }
+    return paths;
+}
+
+} // namespace
+
+TEST(SourceMount, NothingIsMountedOfNothing) {
+    auto const mount = mountOf({});
+    EXPECT_FALSE(mount.received.switches);
+    EXPECT_FALSE(mount.received.sources);
+    EXPECT_FALSE(mount.received.evpn);
+    EXPECT_FALSE(mount.advertised.vnis);
+    EXPECT_FALSE(mount.routers.switchInfoDir);
+}
+
+TEST(SourceMount, AMacThatSwitchesPlaceDifferentlyIsShownUnderEach) {
+    auto const mount = mountOf({learned("leaf1", {{vni10, mac1, vtep(1), 4}}),
+                                learned("leaf2", {{vni10, mac1, vtep(2), 5}})});
+    EXPECT_EQ(switchOf(mount, "leaf1")->vniStatusV2(vni10)->macVtepTable(mac1),
+              VxlanController::MacVtepV2(mac1, vtep(1), 4));
+    EXPECT_EQ(switchOf(mount, "leaf2")->vniStatusV2(vni10)->macVtepTable(mac1),
+              VxlanController::MacVtepV2(mac1, vtep(2), 5));
+}
+
+TEST(SourceMount, AMacThatIsAdvertisedDifferentlyHasEveryVtepThatWasTold) {
+    auto const mount = mountOf({told({{vni10, mac1, vtep(2)}, {vni10, mac2, vtep(2)}}),
+                                told({{vni10, mac1, vtep(1)}, {vni10, mac2, vtep(2), 3}})});
+    auto const entry = entryOf(mount, "10");
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(pathsOf(*entry, mac1), (std::vector{vtep(1), vtep(2)}));
+    EXPECT_EQ(entry->macVtepTable(mac1), VxlanController::MacVtepV2());
+    EXPECT_EQ(entry->macVtepTable(mac2), VxlanController::MacVtepV2(mac2, vtep(2), 3));
+}
+
+TEST(SourceMount, ASwitchIsListedAlikeWhateverElseIsMounted) {
+    auto const one = learned("leaf1", {{vni10, mac1, vtep(1), 4}, {vni10, mac2, vtep(1)}});
+    auto const listing = [](Mount const & mount) {
+        auto const & state = mount.received;
+        return rendered(Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, false,
+                                                   {}, {}, "leaf1", Cli::vtepListFactory()));
+    };
+    auto const alone = listing(mountOf({one}));
+    EXPECT_NE(alone.find("0200.0000.0001"), std::string::npos);
+    auto const other = learned("leaf2", {{vni10, mac1, vtep(2)}});
+    EXPECT_EQ(listing(mountOf({one, other})), alone);
+    EXPECT_EQ(listing(mountOf({other, one})), alone);
+}
+
+TEST(SourceMount, FloodListsOfSeveralSourcesAreJoined) {
+    SourceState one;
+    one.remote.floods = {{vni10, {}, vtep(1)}, {vni10, mac1, vtep(3)}};
+    SourceState other;
+    other.remote.floods = {{vni10, {}, vtep(2)}, {vni10, {}, vtep(1)}};
+    auto const entry = entryOf(mountOf({one, other}), "10");
+    EXPECT_EQ(entry->macVtepFloodListTable({})->vtepIp().size(), 2);
+    EXPECT_EQ(entry->macVtepFloodListTable(mac1)->vtepIp().size(), 1);
+}
+
+TEST(SourceMount, AnIpAddressHasTheMacAddressWithTheBestRightToIt) {
+    Nolt::IpGenAddr const ip(vtep(9));
+    SourceState state;
+    state.remote.bindings = {{vni10, ip, mac1, 1, 9}, {vni10, ip, mac2, 2, 0}};
+    auto const entry = entryOf(mountOf({state}), "10");
+    EXPECT_EQ(entry->arpTable().find(ip)->element().macAddress(), mac2);
+}
+
+TEST(SourceMount, ASourceThatIsNoSwitchTellsWhatItWasToldOfOthers) {
+    auto state = learned("leaf1", {{vni10, mac1, vtep(1)}});
+    state.remote = sideWith({{vni10, mac2, vtep(2)}});
+    auto const mount = mountOf({state}, SourceRole::hsc);
+    EXPECT_FALSE(mount.received.switches);
+    auto const received = mount.received.sources->vniStatusDir("HSC")->vniStatusV2(vni10);
+    EXPECT_EQ(received->macVtepTable(mac2).vtepIp(), vtep(2));
+    EXPECT_EQ(received->macVtepTable().size(), 1);
+    auto const advertised = mount.advertised.sources->vniStatusDir("HSC")->vniStatusV2(vni10);
+    EXPECT_EQ(advertised->macVtepTable(mac1).vtepIp(), vtep(1));
+}
+
+TEST(SourceMount, TheSourcesThatAreNoSwitchesShareTheirLists) {
+    auto hsc = learned("leaf1", {{vni10, mac1, vtep(1)}});
+    hsc.remote = sideWith({{vni10, mac1, vtep(2)}});
+    auto qvx = learned("leaf1", {{vni10, mac1, vtep(3)}});
+    qvx.remote = sideWith({{vni10, mac1, vtep(4)}});
+    SourceMount all;
+    all.add(hsc, SourceRole::hsc);
+    all.add(qvx, SourceRole::qvx);
+    auto const mount = all.mount();
+    auto const vtepOf = [](auto const & sources, char const * name) {
+        return sources->vniStatusDir(name)->vniStatusV2(vni10)->macVtepTable(mac1).vtepIp();
+    };
+    EXPECT_EQ(vtepOf(mount.advertised.sources, "HSC"), vtep(1));
+    EXPECT_EQ(vtepOf(mount.received.sources, "HSC"), vtep(2));
+    EXPECT_FALSE(mount.advertised.sources->vniStatusDir("QVX"));
+    EXPECT_EQ(vtepOf(mount.received.sources, "QVX"), vtep(4));
+}
+
+TEST(SourceMount, QvxAloneMountsNoHsc) {
+    auto const mount = mountOf({told({{vni10, mac1, vtep(1)}})}, SourceRole::qvx);
+    EXPECT_FALSE(mount.received.switches);
+    EXPECT_FALSE(mount.received.evpn);
+    EXPECT_FALSE(mount.received.sources->vniStatusDir("HSC"));
+    ASSERT_TRUE(mount.received.sources->vniStatusDir("QVX"));
+    EXPECT_FALSE(mount.advertised.sources);
+}
+
+TEST(SourceMount, EvpnsTablesHoldTheVtepWithTheMostMoves) {
+    auto state = told({{vni10, mac1, vtep(1), 1},
+                       {vni10, mac1, vtep(2), 7},
+                       {vni10, mac1, vtep(3), 7},
+                       {vni10, mac2, vtep(4)}});
+    state.remote.floods = {{vni10, {}, vtep(5)}, {vni10, mac1, vtep(6)}};
+    auto const tables = mountOf({state}, SourceRole::evpn).received.evpn->hostFloodTable("EVPN");
+    EXPECT_EQ(tables->hostTable()->host({mac1, vni10}), VcsEvpn::Host(vtep(2), 7));
+    EXPECT_EQ(tables->hostTable()->host({mac2, vni10}), VcsEvpn::Host(vtep(4), 0));
+    EXPECT_NE(tables->floodTable()->floodEntry({vni10, vtep(5)}), VcsEvpn::FloodEntry());
+    EXPECT_EQ(tables->floodTable()->floodEntry({vni10, vtep(6)}), VcsEvpn::FloodEntry());
+}
+
+TEST(SourceMount, ASwitchWithoutASystemIdentifierIsInNoMapOfRouters) {
+    SourceState state;
+    state.switches["leaf1"] = {.vteps = {vtep(1)}, .routers = {"prod"}};
+    state.switches["leaf2"] = {.systemId = mac2, .vteps = {vtep(2)}, .routers = {"prod"}};
+    auto const routers = mountOf({state}).routers;
+    auto const text =
+        rendered(Cli::vcsLRMapFactory(routers.publishStatus, routers.switchInfoDir, Vex::String(),
+                                      Vex::String(), Cli::vtepListFactory()));
+    EXPECT_EQ(text.find("leaf1"), std::string::npos);
+    EXPECT_NE(text.find("prod                                           10.0.0.2        "
+                        "02:00:00:00:00:02"),
+              std::string::npos)
+        << text;
+}
+
+TEST(SourceMount, OnlyWhatIsSelectedIsMounted) {
+    auto state = learned("leaf1", {{vni10, mac1, vtep(1)}, {Vxlan::Vni(11), mac1, vtep(1)}});
+    state.local["leaf2"] = state.local["leaf1"];
+    SourceMount mount(Selection{.advertised = false, .vni = Vxlan::Vni(11), .source = "leaf2"});
+    mount.add(state, SourceRole::switches);
+    auto const mounted = mount.mount();
+    EXPECT_TRUE(switchOf(mounted, "leaf1")->vniStatusV2().empty());
+    EXPECT_EQ(switchOf(mounted, "leaf2")->vniStatusV2().size(), 1);
+}
+
+} // namespace vxshow::test

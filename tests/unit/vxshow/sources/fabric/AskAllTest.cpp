@@ -1,0 +1,153 @@
+#include "vxshow/sources/fabric/AskAll.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <iostream>
+#include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace vxshow::test {
+
+namespace {
+
+/// A source whose client is a script; what a vtysh would be asked are its arguments.
+LiveSource scripted(std::string const & name, std::string const & script) {
+    LiveSource source;
+    source.name = name;
+    source.access = VtyshCommand{.words = {"sh", "-c", script}};
+    source.timeLimit = std::chrono::milliseconds(60'000);
+    return source;
+}
+
+LiveSource failing(unsigned number) {
+    auto const text = std::to_string(number);
+    return scripted(text, "echo 'failed as number " + text + "' >&2; exit 1");
+}
+
+std::vector<LiveSource> failing(unsigned first, unsigned last) {
+    std::vector<LiveSource> sources;
+    for (unsigned number = first; number <= last; ++number) {
+        sources.push_back(failing(number));
+    }
+    return sources;
+}
+
+std::string failureOf(std::vector<LiveSource> const & sources) {
+    return readSources(sources, {}).front().failure;
+}
+
+} // namespace
+
+TEST(ReadFabric, EachSourceHasItsOwnOutcomeInItsPlaceHoweverManyThereAre) {
+    constexpr unsigned count = 3 * mostAtOnce + 1;
+    auto const outcomes = readSources(failing(1, count), {});
+    ASSERT_EQ(outcomes.size(), count);
+    for (unsigned number = 1; number <= count; ++number) {
+        auto const & outcome = outcomes[number - 1];
+        EXPECT_FALSE(outcome.reading);
+        EXPECT_NE(outcome.failure.find("failed as number " + std::to_string(number)),
+                  std::string::npos)
+            << outcome.failure;
+    }
+}
+
+TEST(ReadFabric, ASourceThatFailsLeavesTheOthers) {
+    // A vtysh that knows of nothing: the line before each answer, and no answer.
+    auto const good =
+        scripted("good", "for word; do case $word in show*) echo \"host# $word\";; esac; done");
+    auto const outcomes = readSources({failing(1), good, failing(2)}, {});
+    ASSERT_EQ(outcomes.size(), 3U);
+    EXPECT_FALSE(outcomes[0].reading);
+    EXPECT_TRUE(outcomes[1].reading) << outcomes[1].failure;
+    EXPECT_FALSE(outcomes[2].reading);
+}
+
+TEST(ReadFabric, AProgramThatIsNotThereIsTheReason) {
+    LiveSource source = failing(1);
+    source.access = VtyshCommand{.words = {"/nowhere/vtysh"}};
+    EXPECT_EQ(failureOf({source}), "no such program: /nowhere/vtysh");
+}
+
+TEST(ReadFabric, EachSourceHasItsOwnTimeLimit) {
+    auto slow = scripted("slow", "exec sleep 60");
+    slow.timeLimit = std::chrono::milliseconds(200);
+    auto const outcomes = readSources({slow, failing(1)}, {});
+    EXPECT_EQ(outcomes[0].failure, "time limit: no answer within 0.2 s");
+    EXPECT_NE(outcomes[1].failure.find("failed as number 1"), std::string::npos);
+}
+
+TEST(ReadFabric, WhoWatchesSeesHowFarItIs) {
+    FabricProgress last;
+    // The source ends once somebody has watched.
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    auto const source = scripted("waiting", "read line < /proc/" + std::to_string(getpid()) +
+                                                "/fd/" + std::to_string(ends[0]) + "; exit 1");
+    bool told = false;
+    readSources({source}, {}, [&](FabricProgress const & progress) {
+        last = progress;
+        if (!std::exchange(told, true)) {
+            EXPECT_EQ(write(ends[1], "\n", 1), 1);
+        }
+    });
+    EXPECT_TRUE(told);
+    EXPECT_EQ(last.sources, 1U);
+    EXPECT_EQ(last.done, 0U);
+    close(ends[0]);
+    close(ends[1]);
+}
+
+TEST(ReadFabric, WithoutThreadsTheSourcesAreReadAllTheSame) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can become a user without threads: run as root";
+    }
+    auto const withoutThreads = [] {
+        constexpr uid_t nobodyElse = 60001;
+        rlimit const one{1, 1};
+        if (setrlimit(RLIMIT_NPROC, &one) != 0 || setuid(nobodyElse) != 0) {
+            _exit(2);
+        }
+        // A program is a process, too, and so cannot be started.
+        auto const outcomes = readSources(failing(1, 2), {});
+        bool const said =
+            outcomes.size() == 2 && !outcomes[0].failure.empty() && !outcomes[1].failure.empty();
+        _exit(said ? 0 : 1);
+    };
+    EXPECT_EXIT(withoutThreads(), testing::ExitedWithCode(0), "");
+}
+
+TEST(ReadFabric, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
+    auto const withFew = [] {
+        rlimit const few{48, 48};
+        if (setrlimit(RLIMIT_NOFILE, &few) != 0) {
+            _exit(2);
+        }
+        auto sources = failing(1, 2 * mostAtOnce);
+        for (auto & source : sources) {
+            auto & script = std::get<VtyshCommand>(source.access).words.back();
+            script.insert(0, "sleep 0.1; ");
+        }
+        for (auto const & outcome : readSources(sources, {})) {
+            if (outcome.failure.find("failed as number") == std::string::npos) {
+                std::cerr << outcome.failure;
+                _exit(1);
+            }
+        }
+        _exit(0);
+    };
+    EXPECT_EXIT(withFew(), testing::ExitedWithCode(0), "");
+}
+
+TEST(ReadFabric, NothingIsMountedOfWhatFailed) {
+    auto const sources = failing(1, 1);
+    auto const mount = mountSources(sources, readSources(sources, {}), {});
+    EXPECT_FALSE(mount.received.switches);
+    EXPECT_FALSE(mount.advertised.vnis);
+}
+
+} // namespace vxshow::test

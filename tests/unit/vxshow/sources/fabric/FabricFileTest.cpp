@@ -1,0 +1,142 @@
+#include "vxshow/sources/fabric/FabricFile.h"
+
+#include "tests/unit/vxshow/sources/fabric/Fabrics.h"
+#include "tests/unit/vxshow/system/TextFile.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace vxshow::test {
+
+namespace {
+
+std::string errorOf(std::string const & path) {
+    try {
+        readFabricFile(path);
+    } catch (FabricFileError const & error) {
+        return error.what();
+    }
+    return {};
+}
+
+/// So many sources, named by their number.
+std::string sources(int count) {
+    std::string text;
+    for (int number = 0; number < count; ++number) {
+        text += "[[source]]\nkind = \"frr\"\nname = \"" + std::to_string(number) + "\"\n";
+    }
+    return text;
+}
+
+/// Has standard input come from a file for as long as it lives.
+class StandardInput {
+public:
+    explicit StandardInput(std::string_view text) : file_(text), before_(::dup(STDIN_FILENO)) {
+        ::dup2(file_.descriptor(), STDIN_FILENO);
+        ::lseek(STDIN_FILENO, 0, SEEK_SET);
+    }
+
+    StandardInput(StandardInput const &) = delete;
+    StandardInput & operator=(StandardInput const &) = delete;
+
+    ~StandardInput() {
+        ::dup2(before_, STDIN_FILENO);
+        ::close(before_);
+    }
+
+private:
+    TextFile file_;
+    int before_;
+};
+
+} // namespace
+
+TEST(FabricFile, EverySourceIsReadInItsOrder) {
+    auto const read = fabricOf("[[source]]\n"
+                               "kind = \"hardware_vtep\"\n"
+                               "name = \"spine\"\n"
+                               "role = \"hsc\"\n"
+                               "time_limit = 2.5\n"
+                               "remotes = [\"tcp:10.0.0.1:6640\"]\n"
+                               "[source.system_ids]\n"
+                               "leaf1 = \"02:00:00:00:00:01\"\n"
+                               "\n"
+                               "[[source]]\n"
+                               "kind = \"frr\"\n"
+                               "name = \"leaf7\"\n"
+                               "system_id = \"0200.0000.0007\"\n"
+                               "command = [\"ssh\", \"leaf7\", \"sudo\", \"vtysh\"]\n"
+                               "path_space = \"blue\"\n");
+    LiveSource const spine{.name = "spine",
+                           .role = SourceRole::hsc,
+                           .access = DatabaseAddress{{"tcp:10.0.0.1:6640"}},
+                           .systemIds = {{"leaf1", Nolt::EthAddr::fromString("02:00:00:00:00:01")}},
+                           .timeLimit = std::chrono::milliseconds(2500)};
+    LiveSource const leaf{.name = "leaf7",
+                          .access = VtyshCommand{{"ssh", "leaf7", "sudo", "vtysh"}, "blue", true},
+                          .systemId = Nolt::EthAddr::fromString("02:00:00:00:00:07")};
+    EXPECT_EQ(read, (std::vector{spine, leaf}));
+}
+
+TEST(FabricFile, SourcesMayStandInAnArrayToo) {
+    EXPECT_EQ(sourceOf("source = [{ kind = \"frr\", name = \"leaf1\" }]").name, "leaf1");
+}
+
+TEST(FabricFile, ComesFromStandardInputToo) {
+    StandardInput const input(frr(""));
+    EXPECT_EQ(readFabricFile("-").at(0).name, "leaf1");
+}
+
+TEST(FabricFile, StandardInputIsNamedInItsErrors) {
+    StandardInput const input(frr("role = 1"));
+    EXPECT_EQ(errorOf("-"), "standard input:4:8: source[0].role: found 1, expected \"switch\", "
+                            "\"hsc\", \"qvx\" or \"evpn\"");
+}
+
+TEST(FabricFile, FilesOfAFabricFromStandardInputCountFromTheCurrentFolder) {
+    StandardInput const input(databaseAt("[\"ssl:db\"]", "private_key = \"k\"\n"
+                                                         "certificate = \"pki/c\"\n"
+                                                         "ca_certificate = \"/ca\"\n"));
+    EXPECT_EQ(std::get<DatabaseAddress>(readFabricFile("-").at(0).access).ssl,
+              (DatabaseAddress::Ssl{"./k", "./pki/c", "/ca"}));
+}
+
+TEST(FabricFile, AFileThatCannotBeReadIsToldAsTheSystemDoes) {
+    EXPECT_EQ(errorOf("/nowhere/fabric.toml"), "/nowhere/fabric.toml: No such file or directory");
+    EXPECT_EQ(errorOf("/"), "/: Is a directory");
+    EXPECT_EQ(errorOf("/no\nwhere\x1B"), "/no\\x0awhere\\x1b: No such file or directory");
+}
+
+TEST(FabricFile, WithoutASourceIsRefused) {
+    EXPECT_EQ(refusalOf(""), "1:1: found a table, expected \"source\" in it");
+    EXPECT_EQ(refusalOf("# nothing\n"), "1:1: found a table, expected \"source\" in it");
+    EXPECT_EQ(refusalOf("source = []"),
+              "1:10: source: found an empty array, expected 1 to 4096 tables [[source]]");
+}
+
+TEST(FabricFile, ASingleTableIsNoListOfSources) {
+    EXPECT_EQ(refusalOf("[source]\nkind = \"frr\""),
+              "1:1: source: found a table, expected 1 to 4096 tables [[source]]");
+    EXPECT_EQ(refusalOf("source = [1]"), "1:11: source[0]: found 1, expected a table");
+}
+
+TEST(FabricFile, OtherKeysThanSourceAreRefused) {
+    EXPECT_EQ(refusalOf("[[source]]\nkind = \"frr\"\nname = \"a\"\n[[sources]]\n"),
+              "4:3: found \"sources\", expected \"source\"");
+    EXPECT_EQ(refusalOf("  role = \"hsc\"\n" + frr("")),
+              "1:3: found \"role\", expected \"source\"");
+}
+
+TEST(FabricFile, NamesAreUnique) {
+    EXPECT_EQ(refusalOf(frr("") + frr("")),
+              "6:8: source[1].name: found \"leaf1\", expected a name that no source before it has");
+}
+
+TEST(FabricFile, HasAtMost4096Sources) {
+    EXPECT_EQ(fabricOf(sources(4096)).size(), 4096U);
+    EXPECT_EQ(refusalOf(sources(4097)),
+              "1:1: source: found an array of 4097, expected 1 to 4096 tables [[source]]");
+}
+
+} // namespace vxshow::test

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "vxshow/sources/Source.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vxshow::test {
+
+/// What is read from a fabric file of that text.
+std::vector<LiveSource> fabricOf(std::string_view text);
+
+/// As `fabricOf`, the only source.
+LiveSource sourceOf(std::string_view text);
+
+/// Why that text is refused, from the line number on; an empty text if it is not.
+std::string refusalOf(std::string_view text);
+
+/// A source of kind "frr" on lines 1 to 3, with `lines` from line 4 on.
+std::string frr(std::string_view lines);
+
+/// A source of kind "hardware_vtep" on lines 1 to 4, with `lines` from line 5 on.
+std::string database(std::string_view lines);
+
+/// A database whose key `remotes` has that value, on line 4, with `lines` from line 5 on.
+std::string databaseAt(std::string_view remotes, std::string_view lines = "");
+
+} // namespace vxshow::test

@@ -1,0 +1,143 @@
+#include "tests/unit/vxshow/sources/frr/FakeZebra.h"
+
+#include <array>
+#include <cstdio>
+#include <gtest/gtest.h>
+
+namespace vxshow::test {
+
+namespace {
+
+using Kind = FrrQuestion::Kind;
+using namespace std::chrono_literals;
+
+Deadline passed() {
+    return {process::Clock::now() - 1s, 5s};
+}
+
+constexpr char const * noAnswer = "time limit: no answer within 5 s";
+
+struct Answer {
+    FrrQuestion question;
+    std::string text;
+};
+
+FrrAnswer read(std::vector<Answer> const & answers, Deadline const & deadline = Deadline::in(1h)) {
+    std::vector<FrrDocument> documents;
+    for (auto const & [question, text] : answers) {
+        documents.push_back({question, FileBytes::copyOf(text)});
+    }
+    return readFrr(documents, {"leaf1"}, {}, deadline);
+}
+
+std::string timeOver(std::vector<Answer> const & answers) {
+    try {
+        read(answers, passed());
+    } catch (TimeOver const & failure) {
+        return failure.what();
+    }
+    return "accepted";
+}
+
+/// So many texts with a comma between them, each made of its number.
+template <class Make>
+std::string listed(unsigned count, Make && make) {
+    std::string text;
+    for (unsigned number = 0; number < count; ++number) {
+        text.append(number == 0 ? "" : ",").append(make(number));
+    }
+    return text;
+}
+
+std::string macOf(unsigned number) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "02:00:00:00:%02x:%02x", number >> 8 & 0xFF,
+                  number & 0xFF);
+    return text.data();
+}
+
+std::string macsOf10(std::string const & entries) {
+    return R"({"10":{"macs":{)" + entries + "}}}";
+}
+
+std::string macsOf10(unsigned count) {
+    return macsOf10(listed(count, [](unsigned number) { return localMac(macOf(number)); }));
+}
+
+Answer vnis() {
+    return {{Kind::vnis}, "[" + l2Vni(10) + "]"};
+}
+
+} // namespace
+
+TEST(FrrEffort, FewEntriesAreReadBehindTheDeadline) {
+    std::vector<Answer> const answers{vnis(), {{Kind::macs}, macsOf10(5)}};
+    EXPECT_EQ(read(answers, passed()).state, read(answers).state);
+    EXPECT_EQ(read(answers).state.local.at("leaf1").macs.size(), 5U);
+}
+
+TEST(FrrEffort, ManyMacsAreNotReadBehindTheDeadline) {
+    std::vector<Answer> const answers{vnis(), {{Kind::macs}, macsOf10(5000)}};
+    EXPECT_EQ(timeOver(answers), noAnswer);
+    EXPECT_EQ(read(answers).state.local.at("leaf1").macs.size(), 5000U);
+}
+
+TEST(FrrEffort, ManyNeighboursAreNotReadBehindTheDeadline) {
+    auto const entries = listed(5000, [](unsigned number) {
+        return "\"2001:db8::" + std::to_string(number % 1000) + ":" +
+               std::to_string(number / 1000) +
+               R"(":{"type":"local","state":"active","mac":"02:00:00:00:00:01",)"
+               R"("localSequence":0,"remoteSequence":0})";
+    });
+    std::vector<Answer> const answers{vnis(), {{Kind::neighbours}, R"({"10":{)" + entries + "}}"}};
+    EXPECT_EQ(timeOver(answers), noAnswer);
+    EXPECT_EQ(read(answers).state.local.at("leaf1").bindings.size(), 5000U);
+}
+
+TEST(FrrEffort, ManyVnisAreNotReadBehindTheDeadline) {
+    auto const list = listed(5000, [](unsigned number) { return l2Vni(number); });
+    std::vector<Answer> const answers{{{Kind::vnis}, "[" + list + "]"}};
+    EXPECT_EQ(timeOver(answers), noAnswer);
+    EXPECT_EQ(read(answers).state.remote.vnis.size(), 5000U);
+}
+
+TEST(FrrEffort, ManyRoutesAreNotReadBehindTheDeadline) {
+    auto const routes = listed(2500, [](unsigned number) {
+        return "\"10." + std::to_string(number / 250) + "." + std::to_string(number % 250) +
+               R"(.0/24":[{"selected":true,"nexthops":[{"ip":"10.0.0.2","active":true}]}])";
+    });
+    std::vector<Answer> const answers{{{Kind::routes, {}, {}, "red"}, "{" + routes + "}"}};
+    EXPECT_EQ(timeOver(answers), noAnswer);
+    EXPECT_EQ(read(answers).state.routers.at("red").routes.size(), 2500U);
+}
+
+TEST(FrrEffort, ManyMacsBehindASegmentOfManyVtepsAreNotJoinedBehindTheDeadline) {
+    auto const entries = listed(100, [](unsigned number) {
+        return "\"" + macOf(number) +
+               R"(":{"type":"remote","remoteVtep":"0.0.0.0","localSequence":0,)"
+               R"("remoteSequence":0,"esi":"03:01"})";
+    });
+    auto const vteps = listed(100, [](unsigned number) {
+        return R"({"vtep":"10.1.0.)" + std::to_string(number + 1) + "\"}";
+    });
+    std::vector<Answer> const answers{
+        vnis(),
+        {{Kind::macsInDetail}, macsOf10(entries)},
+        {{Kind::segments}, R"([{"esi":"03:01","vteps":[)" + vteps + "]}]"}};
+    EXPECT_EQ(timeOver(answers), noAnswer);
+    EXPECT_EQ(read(answers).state.remote.macs.size(), 10000U);
+}
+
+TEST(FrrEffort, AConversationEndsAtTheDeadline) {
+    auto zebra =
+        zebraWithMacs(listed(5000, [](unsigned number) { return localMac(macOf(number)); }));
+    EXPECT_EQ(zebra.ask().state.local.at("leaf1").macs.size(), 5000U);
+    try {
+        converse(zebra.run(), {"leaf1"}, {}, passed());
+        ADD_FAILURE() << "accepted";
+    } catch (TimeOver const & failure) {
+        EXPECT_STREQ(failure.what(), noAnswer);
+    }
+}
+
+} // namespace vxshow::test

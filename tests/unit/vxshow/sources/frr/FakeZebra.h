@@ -1,0 +1,71 @@
+#pragma once
+
+#include "vxshow/sources/frr/Conversation.h"
+#include "vxshow/sources/frr/Documents.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A zebra that answers from captures of a real one, or what a test writes out.
+namespace vxshow::test {
+
+/// Answers commands as `vtysh -E` prints it. A command that it knows, about what is not there, is
+/// answered with an empty document; any other with a complaint, which ends the run.
+class FakeZebra {
+public:
+    /// Knows nothing yet: of nothing there is anything.
+    FakeZebra() = default;
+
+    /// Answers from the captures of that VTEP, also what is asked of one VNI or MAC address.
+    explicit FakeZebra(std::string const & vtep);
+
+    /// What a command is answered; the test fails when there is no such command.
+    std::string & operator[](std::string const & command);
+
+    /// What `vtysh` prints.
+    std::string printed(std::vector<std::string> const & commands) const;
+
+    FrrRun run() {
+        return [this](std::vector<std::string> const & commands) {
+            runs.push_back(commands);
+            return FileBytes::copyOf(printed(commands));
+        };
+    }
+
+    FrrAnswer ask(Selection const & selection = {});
+
+    std::vector<std::vector<std::string>> runs; ///< the commands of each run so far
+
+private:
+    std::string answerTo(std::string const & command) const;
+    void addOnes(std::string const & all, std::string const & start, std::string const & end);
+
+    std::map<std::string, std::string> answers_;
+};
+
+/// The file of that name among the captures of real VTEPs.
+std::string frrCapture(std::string const & name);
+
+/// Everything, a fact a line.
+std::string linesOf(SourceState const & state);
+
+/// Those of its lines that start so.
+std::string linesOf(SourceState const & state, std::string_view start);
+
+/// The failure of asking for everything; "accepted" when there is none. Expects it to be one
+/// line of printable ASCII.
+std::string failureOf(FakeZebra & zebra);
+
+/// An L2 VNI of the VTEP 10.0.0.1, in VRF red with the interface brN, flooded to 10.0.0.2.
+std::string l2Vni(unsigned vni);
+
+/// Entries of `show evpn mac vni all`.
+std::string localMac(std::string const & mac, unsigned sequence = 0);
+std::string remoteMac(std::string const & mac, std::string const & vtep, unsigned sequence = 0);
+
+/// Answers about VNI 10 alone, with those MAC addresses.
+FakeZebra zebraWithMacs(std::string const & entries);
+
+} // namespace vxshow::test

@@ -1,0 +1,101 @@
+#include "vxshow/sources/frr/Question.h"
+
+#include <gtest/gtest.h>
+
+namespace vxshow::test {
+
+namespace {
+
+using Commands = std::vector<std::string>;
+
+Commands commands(Selection const & selection) {
+    Commands all;
+    for (auto const & question : firstFrrQuestions(selection)) {
+        all.push_back(question.command());
+    }
+    return all;
+}
+
+/// A listing of MAC addresses.
+Selection macs() {
+    Selection selection;
+    selection.routers = false;
+    selection.arpTables = false;
+    return selection;
+}
+
+} // namespace
+
+TEST(FrrQuestion, EverythingIsAskedInFour) {
+    EXPECT_EQ(commands({}), (Commands{"show evpn vni detail json", "show evpn mac vni all json",
+                                      "show evpn arp-cache vni all json", "show vrf vni json"}));
+}
+
+TEST(FrrQuestion, AListingOfMacAddressesAsksForNoOthers) {
+    EXPECT_EQ(commands(macs()),
+              (Commands{"show evpn vni detail json", "show evpn mac vni all json"}));
+}
+
+TEST(FrrQuestion, AListingOfArpAsksForNoMacs) {
+    Selection selection;
+    selection.routers = false;
+    selection.macTables = false;
+    EXPECT_EQ(commands(selection),
+              (Commands{"show evpn vni detail json", "show evpn arp-cache vni all json"}));
+}
+
+TEST(FrrQuestion, AListingOfRoutersAsksForNoTables) {
+    Selection selection;
+    selection.received = false;
+    selection.advertised = false;
+    EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json", "show vrf vni json"}));
+}
+
+TEST(FrrQuestion, OneVniIsAskedForAlone) {
+    auto selection = macs();
+    selection.arpTables = true;
+    selection.vni = Vxlan::Vni(4098);
+    EXPECT_EQ(commands(selection),
+              (Commands{"show evpn vni 4098 json", "show evpn mac vni 4098 json",
+                        "show evpn arp-cache vni 4098 json"}));
+}
+
+TEST(FrrQuestion, OneMacAddressInOneVniIsAskedForAlone) {
+    auto selection = macs();
+    selection.vni = Vxlan::Vni(4098);
+    selection.mac = Nolt::EthAddr::fromString("0240.9800.e501");
+    EXPECT_EQ(commands(selection), (Commands{"show evpn vni 4098 json",
+                                             "show evpn mac vni 4098 mac 02:40:98:00:e5:01 json",
+                                             "show evpn es detail json"}));
+}
+
+TEST(FrrQuestion, RoutersNeedEveryVni) {
+    Selection selection;
+    selection.vni = Vxlan::Vni(10);
+    EXPECT_EQ(commands(selection).front(), "show evpn vni detail json");
+}
+
+TEST(FrrQuestion, VniZeroIsNotAskedFor) {
+    Selection selection;
+    selection.routers = false;
+    selection.vni = Vxlan::Vni(0);
+    EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json"}));
+}
+
+TEST(FrrQuestion, WhatIsShortForAllIsNoVrfWord) {
+    for (auto const * const name : {"a", "al", "all"}) {
+        EXPECT_FALSE(isVrfWord(name)) << name;
+    }
+    for (auto const * const name : {"A", "alL", "alle", "l", "ll", "b"}) {
+        EXPECT_TRUE(isVrfWord(name)) << name;
+    }
+}
+
+TEST(FrrQuestion, ANameThatIsNoWordIsNoVrfWord) {
+    EXPECT_TRUE(isVrfWord("tenant-1_a.b:C"));
+    for (auto const * const name : {"", "a b", "a\nb", "a;b", "'", "\xc3\xa9", "a?"}) {
+        EXPECT_FALSE(isVrfWord(name)) << name;
+    }
+}
+
+} // namespace vxshow::test

@@ -1,0 +1,102 @@
+#include "vxshow/sources/frr/Vtysh.h"
+
+#include "tests/unit/vxshow/sources/frr/FakeZebra.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace vxshow::test {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A `vtysh` that is a script, run with the words that a real one would get.
+class VtyshTest : public testing::Test {
+protected:
+    void SetUp() override {
+        std::string pattern = testing::TempDir() + "vtysh.XXXXXX";
+        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+        folder_ = pattern;
+    }
+
+    void TearDown() override { std::filesystem::remove_all(folder_); }
+
+    /// Asks for everything.
+    FrrAnswer ask(std::string const & script, std::chrono::milliseconds time = 60s) {
+        std::ofstream(folder_ + "/vtysh") << script;
+        VtyshCommand command{{"/bin/sh", folder_ + "/vtysh"}};
+        return askFrr(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + time, 100000,
+                      [this](std::string_view piece) { received_ += piece.size(); });
+    }
+
+    std::string failure(std::string const & script, std::chrono::milliseconds time = 60s) {
+        try {
+            ask(script, time);
+        } catch (SourceFailure const & failure) {
+            return failure.what();
+        }
+        return "accepted";
+    }
+
+    std::string folder_;
+    std::size_t received_ = 0;
+};
+
+/// Prints a line for each command, and no answers.
+constexpr char const * echo = R"(
+while [ $# -gt 0 ]; do
+    if [ "$1" = -c ]; then
+        shift
+        echo "a # b# $1"
+    fi
+    shift
+done
+)";
+
+} // namespace
+
+TEST_F(VtyshTest, IsRunForItsAnswers) {
+    auto const answer = ask(echo);
+    EXPECT_EQ(linesOf(answer.state), "switch leaf1 id none\n");
+    EXPECT_EQ(answer.findings.warning(),
+              "EVPN is not in force: zebra holds no VNIs, as when bgpd is down");
+    EXPECT_EQ(received_, 33U + 34U + 40U + 25U);
+}
+
+TEST_F(VtyshTest, ARemoteShellLeavesTheWordsAsTheyAre) {
+    std::ofstream(folder_ + "/ssh") << "eval \"set -- $*\"\n[ \"$2\" = \"$SPACE\" ] || exit 9\n"
+                                    << echo;
+    std::string const pathSpace = "it's; $(exit 8) \"\\ *";
+    ASSERT_EQ(::setenv("SPACE", pathSpace.c_str(), 1), 0);
+    VtyshCommand const command{{"/bin/sh", folder_ + "/ssh"}, pathSpace, true};
+    auto const answer =
+        askFrr(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + 60s, 100000);
+    ::unsetenv("SPACE");
+    EXPECT_EQ(linesOf(answer.state), "switch leaf1 id none\n");
+}
+
+TEST_F(VtyshTest, ItsFailureIsTold) {
+    EXPECT_EQ(failure("echo 'Exiting: failed to connect to any daemons.' >&2; exit 1"),
+              "unreachable: Exiting: failed to connect to any daemons.");
+}
+
+TEST_F(VtyshTest, AnUnknownCommandIsTold) {
+    EXPECT_EQ(failure("echo 'h# show evpn vni detail json'\n"
+                      "echo '% Unknown command: show evpn vni detail json'; exit 1"),
+              "broken answer: show evpn vni detail json: vtysh says % Unknown command: show evpn "
+              "vni detail json");
+}
+
+TEST_F(VtyshTest, TooMuchOutputIsTold) {
+    EXPECT_EQ(failure("while :; do echo 0123456789012345678901234567890123456789; done"),
+              "broken answer: more than 100000 bytes");
+}
+
+TEST_F(VtyshTest, ADaemonThatHangsIsNotWaitedFor) {
+    EXPECT_EQ(failure("sleep 1000", 300ms), "time limit: no answer within 0.3 s");
+}
+
+} // namespace vxshow::test

@@ -1,0 +1,45 @@
+#include "vxshow/sources/ovsdb/Client.h"
+
+#include "tests/unit/vxshow/sources/ovsdb/ScriptedServers.h"
+
+namespace vxshow::test {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class OvsdbClientReason : public ScriptedServers {
+protected:
+    /// Why a client is of no use that says `errors`, in which the escapes of printf are, on its
+    /// standard error and ends with 1.
+    std::string reasonOf(std::string const & errors) const {
+        auto const remote = server("it", "printf '" + errors + "' >&2; exit 1");
+        std::optional<DatabaseAddress::Ssl> const noSsl;
+        try {
+            OvsdbClient(remote, noSsl).query("[]", Deadline::in(2min));
+        } catch (ServerFailure const & failure) {
+            return failure.what();
+        }
+        return "answered";
+    }
+};
+
+} // namespace
+
+TEST_F(OvsdbClientReason, IsTheLastLineThatIsNotBlankWithoutItsName) {
+    EXPECT_EQ(reasonOf("first\\novsdb-client: failed to connect to \"x\" (No route)\\n"),
+              "unreachable: failed to connect to \"x\" (No route)");
+    EXPECT_EQ(reasonOf("first\\novsdb-client: last\\n \\t\\v\\f\\r\\n\\n"), "broken answer: last");
+}
+
+TEST_F(OvsdbClientReason, HasNoBlanksAround) {
+    EXPECT_EQ(reasonOf("ovsdb-client: last\\r\\n"), "broken answer: last");
+    EXPECT_EQ(reasonOf("first\\r\\n \\tovsdb-client: \\v last \\f\\r\\n"), "broken answer: last");
+}
+
+TEST_F(OvsdbClientReason, IsTheStatusWhereNothingIsSaid) {
+    EXPECT_EQ(reasonOf(""), "ovsdb-client ended with exit status 1");
+    EXPECT_EQ(reasonOf(" \\t\\r\\n\\v\\f\\n"), "ovsdb-client ended with exit status 1");
+}
+
+} // namespace vxshow::test

@@ -1,0 +1,138 @@
+#include "vxshow/sources/ovsdb/ServerStatus.h"
+
+#include "vxshow/sources/AnswerError.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace vxshow::test {
+
+namespace {
+
+std::optional<OvsdbServerStatus> statusIn(std::string_view answer) {
+    return readOvsdbServerStatus(FileBytes::copyOf(answer));
+}
+
+std::string refusalOf(std::string_view answer) {
+    try {
+        statusIn(answer);
+    } catch (AnswerError const & error) {
+        return error.what();
+    }
+    return "accepted";
+}
+
+constexpr ovsdb::Uuid cluster{1, 2};
+
+OvsdbServerStatus member(bool leader, std::int64_t index, bool connected = true) {
+    return {.model = OvsdbServerStatus::Model::clustered,
+            .cluster = cluster,
+            .connected = connected,
+            .leader = leader,
+            .index = index};
+}
+
+constexpr OvsdbServerStatus relay{.model = OvsdbServerStatus::Model::relay, .leader = false};
+
+} // namespace
+
+TEST(OvsdbServerStatus, OfAServerAloneAsItAnswers) {
+    EXPECT_EQ(
+        statusIn(R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":true,)"
+                 R"("model":"standalone"}]}])"),
+        OvsdbServerStatus());
+}
+
+TEST(OvsdbServerStatus, OfARelayAsItAnswers) {
+    EXPECT_EQ(
+        statusIn(
+            R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":false,)"
+            R"("model":"relay"}]}])"),
+        relay);
+}
+
+TEST(OvsdbServerStatus, OfAFollowerAsItAnswers) {
+    EXPECT_EQ(statusIn(R"([{"rows":[{"cid":["uuid","00000000-0000-0001-0000-000000000002"],)"
+                       R"("connected":true,"index":17,"leader":false,"model":"clustered"}]}])"),
+              member(false, 17));
+}
+
+TEST(OvsdbServerStatus, OfAServerWithoutTheDatabaseIsNone) {
+    EXPECT_EQ(statusIn(R"([{"rows":[]}])"), std::nullopt);
+}
+
+TEST(OvsdbServerStatus, WhatIsNoStatusIsRefusedWithItsPlace) {
+    EXPECT_EQ(
+        refusalOf("[]"),
+        "the server's own status: 1:1: found an array of fewer, expected an array of 1 answer");
+    EXPECT_EQ(refusalOf(R"([{"rows":[{"connected":1,"index":17,"leader":false}]}])"),
+              "the server's own status: 1:24: [0].rows[0].connected: found 1, expected true or "
+              "false");
+    EXPECT_EQ(
+        refusalOf(R"([{"rows":[{"connected":true}]}])"),
+        "the server's own status: 1:11: [0].rows[0]: found an object, expected \"cid\" in it");
+    EXPECT_EQ(refusalOf(R"([{"rows":[{"model":"other"}]}])"),
+              "the server's own status: 1:20: [0].rows[0].model: found \"other\", expected "
+              "\"standalone\", \"clustered\" or \"relay\"");
+    EXPECT_EQ(refusalOf("nonsense").substr(0, 29), "the server's own status: 1:1:");
+}
+
+TEST(ServerToRead, IsTheFirstServerAlone) {
+    EXPECT_EQ(serverToRead({std::nullopt, OvsdbServerStatus(), OvsdbServerStatus()}), 1);
+}
+
+TEST(ServerToRead, IsAFollowerThatIsNotBehind) {
+    EXPECT_EQ(serverToRead({member(true, 9), member(false, 8), member(false, 9)}), 2);
+    EXPECT_EQ(serverToRead({member(false, 10), member(true, 9), member(false, 9)}), 0);
+}
+
+TEST(ServerToRead, IsNoServerThatIsCutOff) {
+    EXPECT_EQ(serverToRead({member(false, 9, false), member(true, 9), member(false, 9)}), 2);
+    EXPECT_EQ(serverToRead({OvsdbServerStatus{.connected = false}, OvsdbServerStatus()}), 1);
+}
+
+TEST(ServerToRead, IsNoneWhileAllFollowersAreBehind) {
+    EXPECT_EQ(serverToRead({member(true, 9), member(false, 8), std::nullopt}), std::nullopt);
+}
+
+TEST(ServerToRead, IsNoneWithoutALeader) {
+    EXPECT_EQ(serverToRead({member(false, 9), member(false, 9), std::nullopt}), std::nullopt);
+}
+
+TEST(ServerToRead, IsNoneWhoseIndexIsUnknownBesideALeaderThatHasOne) {
+    OvsdbServerStatus const unknown{.cluster = cluster, .leader = false};
+    EXPECT_EQ(serverToRead({member(true, 9), unknown}), std::nullopt);
+}
+
+TEST(LeaderOf, IsTheConnectedLeader) {
+    EXPECT_EQ(leaderOf({member(false, 9), member(true, 9)}), 1);
+    EXPECT_EQ(leaderOf({member(true, 9, false), member(false, 9)}), std::nullopt);
+    EXPECT_EQ(leaderOf({std::nullopt}), std::nullopt);
+}
+
+TEST(LeaderOf, OfSeveralThatTakeThemselvesForItIsTheOneWithTheMost) {
+    EXPECT_EQ(leaderOf({member(true, 9), member(true, 11), member(false, 11)}), 1);
+}
+
+TEST(ServerToRead, IsTheFirstConnectedRelay) {
+    auto cutOff = relay;
+    cutOff.connected = false;
+    EXPECT_EQ(serverToRead({std::nullopt, cutOff, relay, relay}), 2);
+    EXPECT_EQ(serverToRead({cutOff}), std::nullopt);
+}
+
+TEST(AreOfOneDatabase, ServersOfOneClusterAndRelays) {
+    EXPECT_TRUE(areOfOneDatabase(member(true, 9), member(false, 8)));
+    EXPECT_TRUE(areOfOneDatabase(relay, relay));
+    EXPECT_FALSE(areOfOneDatabase(relay, member(true, 9)));
+    EXPECT_FALSE(areOfOneDatabase(relay, OvsdbServerStatus()));
+    auto other = member(true, 9);
+    other.cluster = ovsdb::Uuid{1, 3};
+    EXPECT_FALSE(areOfOneDatabase(member(true, 9), other));
+    EXPECT_FALSE(areOfOneDatabase(member(true, 9), OvsdbServerStatus()));
+    EXPECT_FALSE(areOfOneDatabase(OvsdbServerStatus(), OvsdbServerStatus()));
+}
+
+} // namespace vxshow::test

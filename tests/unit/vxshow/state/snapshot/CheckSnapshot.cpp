@@ -1,0 +1,16 @@
+#include "vxshow/state/snapshot/Snapshot.h"
+
+#include <cstdio>
+
+/// Tells for each snapshot that is named on the command line, a line each, "accepted" or why
+/// it is refused.
+int main(int argc, char ** argv) {
+    for (int index = 1; index < argc; ++index) {
+        try {
+            vxshow::readSnapshot(argv[index]);
+            std::puts("accepted");
+        } catch (vxshow::SnapshotError const & error) {
+            std::puts(error.what());
+        }
+    }
+}

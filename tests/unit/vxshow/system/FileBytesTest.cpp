@@ -1,0 +1,88 @@
+#include "vxshow/system/FileBytes.h"
+
+#include "tests/unit/vxshow/system/TextFile.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+
+namespace vxshow::test {
+
+namespace {
+
+bool isPadded(FileBytes const & bytes) {
+    auto const * const end = bytes.text().data() + bytes.text().size();
+    return std::all_of(end, end + FileBytes::padding, [](char c) { return c == 0; });
+}
+
+TEST(FileBytes, HoldsAllOfAFileAndZerosBehindIt) {
+    for (std::size_t size : {0U, 1U, 65535U, 65536U, 65537U, 300000U}) {
+        std::string const text(size, 'x');
+        TextFile const file(text);
+        auto const bytes = FileBytes::open(file.path());
+        EXPECT_TRUE(bytes.text() == text) << size;
+        EXPECT_TRUE(isPadded(bytes)) << size;
+    }
+}
+
+TEST(FileBytes, CopiesATextAndPutsZerosBehindIt) {
+    for (std::string const text : {"", "x", "a longer text"}) {
+        auto const bytes = FileBytes::copyOf(text);
+        EXPECT_EQ(bytes.text(), text);
+        EXPECT_TRUE(isPadded(bytes));
+    }
+}
+
+TEST(FileBytes, APartStandsWhereItIsWithAZeroBehindIt) {
+    auto bytes = FileBytes::copyOf("first,second");
+    auto const * const start = bytes.text().data();
+    auto const first = bytes.padded(bytes.text().substr(0, 5));
+    EXPECT_EQ(first.text(), "first");
+    EXPECT_EQ(first.text().data(), start);
+    EXPECT_EQ(start[5], '\0');
+    auto const second = bytes.padded(bytes.text().substr(6));
+    EXPECT_EQ(second.text(), "second");
+    EXPECT_TRUE(isPadded(bytes));
+    EXPECT_EQ(bytes.padded().text().size(), 12U);
+}
+
+TEST(FileBytes, ReadsAPipeToItsEnd) {
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    std::string text;
+    for (int number = 0; number < 100000; ++number) {
+        text.append(std::to_string(number));
+    }
+    std::jthread const writer([&] {
+        for (std::size_t at = 0; at < text.size();) {
+            auto const written = ::write(ends[1], text.data() + at, text.size() - at);
+            at += static_cast<std::size_t>(std::max<ssize_t>(written, 0));
+        }
+        ::close(ends[1]);
+    });
+    auto const bytes = FileBytes::read(ends[0]);
+    ::close(ends[0]);
+    EXPECT_TRUE(bytes.text() == text);
+    EXPECT_TRUE(isPadded(bytes));
+}
+
+TEST(FileBytes, ReadsAFileThatDoesNotTellItsSize) {
+    EXPECT_FALSE(FileBytes::open("/proc/self/status").text().empty());
+}
+
+TEST(FileBytes, RaisesWhatTheSystemSays) {
+    try {
+        FileBytes::open("/no/such/file");
+        FAIL();
+    } catch (std::system_error const & error) {
+        EXPECT_EQ(error.code(), std::errc::no_such_file_or_directory);
+    }
+    EXPECT_THROW(FileBytes::open("/"), std::system_error);
+    EXPECT_THROW(FileBytes::read(-1), std::system_error);
+}
+
+} // namespace
+
+} // namespace vxshow::test

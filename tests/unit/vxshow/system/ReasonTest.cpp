@@ -1,0 +1,97 @@
+#include "vxshow/system/Reason.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+
+using namespace std::chrono_literals;
+
+namespace vxshow::test {
+
+namespace {
+
+using namespace process;
+
+std::string reasonOf(Answer const & answer, std::chrono::milliseconds limit = 5s) {
+    return reason(answer, "vtysh", limit);
+}
+
+Exited exitedWith(int status, std::string errors) {
+    return {status, FileBytes::copyOf("output"), std::move(errors)};
+}
+
+TEST(Reason, AProgramThatIsNotThere) {
+    EXPECT_EQ(reasonOf(NotRun{ENOENT}), "no such program: vtysh");
+}
+
+TEST(Reason, AProgramThatMustNotBeRun) {
+    EXPECT_EQ(reason(NotRun{EACCES}, "/x/y", 5s), "permission: /x/y cannot be run");
+}
+
+TEST(Reason, AnotherErrorOfTheSystem) {
+    EXPECT_EQ(reasonOf(NotRun{EMFILE}), "unreachable: vtysh cannot be run: Too many open files");
+}
+
+TEST(Reason, APathThatLeadsNowhere) {
+    EXPECT_EQ(reasonOf(NotRun{ENOTDIR}), "no such program: vtysh cannot be run: Not a directory");
+}
+
+TEST(Reason, AFileThatIsNoProgram) {
+    EXPECT_EQ(reasonOf(NotRun{ENOEXEC}), "no such program: vtysh cannot be run: Exec format error");
+}
+
+TEST(Reason, ANameThatATerminalWouldObeyIsPrintable) {
+    EXPECT_EQ(reason(NotRun{ENOENT}, "a\x1b[2J\nb", 5s), "no such program: a\\x1b[2J\\x0ab");
+}
+
+TEST(Reason, TheTimeLimitIsInSeconds) {
+    EXPECT_EQ(reasonOf(TimeLimit{}, 5s), "time limit: no answer within 5 s");
+    EXPECT_EQ(reasonOf(TimeLimit{}, 500ms), "time limit: no answer within 0.5 s");
+    EXPECT_EQ(reasonOf(TimeLimit{}, 12250ms), "time limit: no answer within 12.25 s");
+    EXPECT_EQ(reasonOf(TimeLimit{}, 1001ms), "time limit: no answer within 1.001 s");
+    EXPECT_EQ(reasonOf(TimeLimit{}, 100s), "time limit: no answer within 100 s");
+}
+
+TEST(Reason, TooManyBytes) {
+    EXPECT_EQ(reasonOf(OutputLimit{1000}), "broken answer: more than 1000 bytes");
+}
+
+TEST(Reason, ASignal) {
+    EXPECT_EQ(reasonOf(Killed{SIGKILL, "words"}),
+              "broken answer: vtysh was killed by signal 9 (Killed)");
+    EXPECT_EQ(reasonOf(Killed{SIGSEGV, ""}),
+              "broken answer: vtysh was killed by signal 11 (Segmentation fault)");
+}
+
+TEST(Reason, ASignalWithoutAName) {
+    EXPECT_EQ(reasonOf(Killed{50, ""}), "broken answer: vtysh was killed by signal 50");
+}
+
+TEST(Reason, TheFirstLineOfItsErrorsThatIsNotBlank) {
+    EXPECT_EQ(reasonOf(exitedWith(1, "\n \t\r\n  Exiting: no daemons. \r\nmore\n")),
+              "Exiting: no daemons.");
+    EXPECT_EQ(reasonOf(exitedWith(1, "no line end")), "no line end");
+}
+
+TEST(Reason, ErrorsThatATerminalWouldObeyArePrintable) {
+    EXPECT_EQ(reasonOf(exitedWith(1, "\x1b[31mred\xff\n")), "\\x1b[31mred\\xff");
+}
+
+TEST(Reason, ALongLineIsCut) {
+    EXPECT_EQ(reasonOf(exitedWith(1, std::string(300, 'x'))), std::string(300, 'x'));
+    EXPECT_EQ(reasonOf(exitedWith(1, std::string(301, 'x'))), std::string(300, 'x') + "...");
+}
+
+TEST(Reason, WithoutErrorsTheStatus) {
+    EXPECT_EQ(reasonOf(exitedWith(3, "")), "vtysh ended with exit status 3");
+    EXPECT_EQ(reasonOf(exitedWith(3, " \n\n")), "vtysh ended with exit status 3");
+}
+
+TEST(Reason, AnInterrupt) {
+    EXPECT_EQ(reasonOf(Interrupted{}), "interrupted");
+}
+
+} // namespace
+
+} // namespace vxshow::test

@@ -1,0 +1,64 @@
+#include "vxshow/terminal/Screen.h"
+
+#include <gtest/gtest.h>
+
+namespace vxshow::test {
+
+namespace {
+
+constexpr ScreenSize small{5, 6};
+
+/// What is drawn, with each control sequence as its letter in angle brackets.
+std::string seen(std::string text) {
+    for (std::string const sequence : {"\x1b[H", "\x1b[K", "\x1b[J"}) {
+        for (auto at = text.find(sequence); at != std::string::npos; at = text.find(sequence)) {
+            text.replace(at, sequence.size(), std::string("<") + sequence.back() + ">");
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+TEST(Screen, IsDrawnFromTheTopWithTheRestErased) {
+    EXPECT_EQ(seen(drawn("title", {}, "a\nb\n", small)),
+              "<H><K>title\r\n<K>\r\n<K>a\r\n<K>b\r\n<J>");
+}
+
+TEST(Screen, ShowsTheRemarksUnderTheTitle) {
+    EXPECT_EQ(seen(drawn("title", {"one\ntwo"}, "", {9, 9})),
+              "<H><K>title\r\n<K>one\r\n<K>two\r\n<K>\r\n<J>");
+}
+
+TEST(Screen, CutsALineAtTheRightEdge) {
+    EXPECT_EQ(seen(drawn("a title", {}, "1234567\n123456\n", small)),
+              "<H><K>a titl\r\n<K>\r\n<K>123456\r\n<K>123456\r\n<J>");
+}
+
+TEST(Screen, CountsACharacterOfSeveralBytesAsOne) {
+    EXPECT_EQ(seen(drawn("t", {}, "\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\n", small)),
+              "<H><K>t\r\n<K>\r\n<K>\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\r\n<J>");
+}
+
+TEST(Screen, IsFullButForTheLineOfTheCursor) {
+    EXPECT_EQ(seen(drawn("t", {}, "a\nb\n", small)), "<H><K>t\r\n<K>\r\n<K>a\r\n<K>b\r\n<J>");
+}
+
+TEST(Screen, OfOneLineShowsOne) {
+    EXPECT_EQ(seen(drawn("t", {}, "a\nb\n", {1, 20})), "<H><K>... 4 lines more\r\n<J>");
+}
+
+TEST(Screen, CountsTheLinesForWhichThereIsNoRoom) {
+    EXPECT_EQ(seen(drawn("t", {}, "a\nb\nc\nd\n", {5, 20})),
+              "<H><K>t\r\n<K>\r\n<K>a\r\n<K>... 3 lines more\r\n<J>");
+}
+
+TEST(Screen, WhatATerminalObeysIsAQuestionMark) {
+    EXPECT_EQ(seen(drawn("t", {},
+                         "\x1b[2J\r\x07\x7f\xc2\x9b"
+                         "x\n",
+                         {4, 20})),
+              "<H><K>t\r\n<K>\r\n<K>?[2J????x\r\n<J>");
+}
+
+} // namespace vxshow::test

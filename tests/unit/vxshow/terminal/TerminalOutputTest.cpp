@@ -1,0 +1,70 @@
+#include "vxshow/terminal/TerminalOutput.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <fcntl.h>
+#include <string_view>
+#include <system_error>
+#include <unistd.h>
+#include <vector>
+
+namespace vxshow::test {
+
+namespace {
+
+/// What arrives of these pieces.
+std::string passed(std::vector<std::string_view> const & pieces) {
+    int ends[2];
+    EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    {
+        TerminalOutput output(ends[1]);
+        for (std::string_view const piece : pieces) {
+            EXPECT_EQ(write(output.descriptor(), piece.data(), piece.size()),
+                      static_cast<ssize_t>(piece.size()));
+        }
+        output.finish();
+    }
+    close(ends[1]);
+    std::string text;
+    std::array<char, 4096> some;
+    for (ssize_t got = 1; got > 0; text.append(some.data(), static_cast<std::size_t>(got))) {
+        got = read(ends[0], some.data(), some.size());
+    }
+    close(ends[0]);
+    return text;
+}
+
+} // namespace
+
+TEST(TerminalOutput, TextPassesAsItIs) {
+    EXPECT_EQ(passed({"VNI  MAC\n", "\u00e4\t\u2014\n"}), "VNI  MAC\n\u00e4\t\u2014\n");
+}
+
+TEST(TerminalOutput, WhatATerminalObeysIsAQuestionMark) {
+    EXPECT_EQ(passed({"\x1b[2J\r\x07\x7f\n", std::string_view("\0", 1)}), "?[2J???\n?");
+}
+
+TEST(TerminalOutput, ALateControlIsNoneAnyMoreHoweverItComes) {
+    EXPECT_EQ(passed({"a\xc2\x9b"
+                      "b"}),
+              "a\xc2?b");
+    EXPECT_EQ(passed({"\xc2", "\x9b", "\xc2", "\xa9"}), "\xc2?\u00a9");
+}
+
+TEST(TerminalOutput, MuchPassesWhole) {
+    std::vector<std::string_view> const pieces(100, "0123456789\n");
+    EXPECT_EQ(passed(pieces).size(), 1100U);
+}
+
+TEST(TerminalOutput, ATerminalThatTakesNothingIsAnError) {
+    int const full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+    TerminalOutput output(full);
+    for (int count = 0; count < 100; ++count) {
+        EXPECT_EQ(write(output.descriptor(), std::string(1000, 'x').data(), 1000), 1000);
+    }
+    EXPECT_THROW(output.finish(), std::system_error);
+    close(full);
+}
+
+} // namespace vxshow::test

@@ -1,0 +1,88 @@
+#include "vxshow/cli/StateOptions.h"
+
+#include "vxshow/cli/NumberOption.h"
+#include "vxshow/sources/ovsdb/Remote.h"
+
+#include <CLI/Option.hpp>
+
+#include <cstdlib>
+
+namespace vxshow {
+
+namespace {
+
+constexpr unsigned oneDay = 86400;
+
+/// An empty path is what a script writes whose variable is empty; the environment must not
+/// stand in for it.
+std::string refuseEmpty(std::string const & text) {
+    return text.empty() ? "'': expected the name of a file" : "";
+}
+
+std::string refuseRemotes(std::string const & text) {
+    try {
+        readRemotes(text);
+        return "";
+    } catch (RemoteError const & error) {
+        return error.what();
+    }
+}
+
+std::string environment(char const * name) {
+    char const * const value = std::getenv(name);
+    return value ? value : "";
+}
+
+} // namespace
+
+void addStateOptions(CLI::App & app, StateOptions & options) {
+    app.add_option("--state", options.snapshotPath,
+                   "Snapshot to read; - is standard input (or VXSHOW_STATE)")
+        ->type_name("FILE")
+        ->check(refuseEmpty, "");
+    app.add_option("--fabric", options.fabricPath,
+                   "Fabric file: the live sources to read; - is standard input (or VXSHOW_FABRIC)")
+        ->type_name("FILE")
+        ->check(refuseEmpty, "");
+    app.add_option("--ovsdb", options.databases,
+                   "Live hardware_vtep database to read: unix:FILE or tcp:HOST:PORT; the servers "
+                   "of a cluster with commas between; several times for several databases")
+        ->type_name("REMOTE")
+        ->check(refuseRemotes, "")
+        ->expected(1)
+        ->take_all();
+    app.add_flag("--frr", options.frr, "Read the live EVPN of this machine's FRR, through vtysh")
+        ->disable_flag_override();
+    app.add_flag("--all-or-nothing", options.allOrNothing,
+                 "Show nothing when a live source cannot be read")
+        ->disable_flag_override();
+    addNumber(app, "--watch", 1, oneDay,
+              "Read and show again, so many seconds after each time, until Ctrl-C",
+              [&](Vex::U32 seconds) { options.watchSeconds = seconds; });
+}
+
+std::optional<std::string> completeStateOptions(StateOptions & options) {
+    bool const sources = !options.databases.empty() || options.frr;
+    if (options.snapshotPath.empty() && options.fabricPath.empty() && !sources) {
+        options.snapshotPath = environment("VXSHOW_STATE");
+        options.fabricPath = environment("VXSHOW_FABRIC");
+        if (!options.snapshotPath.empty() && !options.fabricPath.empty()) {
+            return "VXSHOW_STATE and VXSHOW_FABRIC: both are set; expected one of them, or an "
+                   "option that says where the state is";
+        }
+        if (options.snapshotPath.empty() && options.fabricPath.empty()) {
+            return "no state to show: give --state FILE, --fabric FILE, --ovsdb REMOTE or --frr, "
+                   "or set VXSHOW_STATE or VXSHOW_FABRIC";
+        }
+    }
+    if (!options.snapshotPath.empty() && !options.fabricPath.empty()) {
+        return "--state and --fabric: expected one of them";
+    }
+    if (sources && !(options.snapshotPath.empty() && options.fabricPath.empty())) {
+        return std::string(options.snapshotPath.empty() ? "--fabric" : "--state") + " and " +
+               (options.frr ? "--frr" : "--ovsdb") + ": expected one of them";
+    }
+    return std::nullopt;
+}
+
+} // namespace vxshow

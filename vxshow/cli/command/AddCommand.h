@@ -1,0 +1,46 @@
+#pragma once
+
+#include "vxshow/cli/CommandLine.h"
+
+#include <CLI/App.hpp>
+
+#include <memory>
+#include <string>
+
+/// What all commands do alike.
+namespace vxshow {
+
+/// Adds the command `name` to `group`. A `Typed` holds the filters that are typed, and the
+/// library's command that is built from them:
+///
+///     void addFilters(CLI::App & command);   // its options, which fill the filters
+///     Selection selection() const;           // what it looks at of the state
+///     void render(Mount const & mount, int fd, Output const & output);
+///
+/// It lives as long as the command line, that is, to the end of the process, and so does
+/// what it holds: taking millions of entries apart first would only keep the user waiting.
+template <class Typed>
+void addCommand(CLI::App & group, std::string const & name, std::string const & help,
+                CommandLine & chosen) {
+    auto * command = group.add_subcommand(name, help);
+    // Lets the options that are no filters stand behind the command as well.
+    command->fallthrough();
+    auto const typed = std::make_shared<Typed>();
+    typed->addFilters(*command);
+    command->callback([&chosen, typed, words = group.get_name() + ' ' + name] {
+        chosen.command = words;
+        chosen.selection = typed->selection();
+        chosen.render = [typed](Mount const & mount, int fd, Output const & output) {
+            typed->render(mount, fd, output);
+        };
+    });
+}
+
+/// Has the library's `command` render itself as the user wants it.
+template <class Command>
+void renderOn(int fd, Output const & output, Command & command) {
+    command.render(static_cast<Vex::U32>(fd), static_cast<Vex::U32>(output.format),
+                   output.revision);
+}
+
+} // namespace vxshow

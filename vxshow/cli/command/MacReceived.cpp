@@ -1,0 +1,45 @@
+#include "vxshow/cli/command/AddCommand.h"
+#include "vxshow/cli/command/Commands.h"
+#include "vxshow/cli/command/Filters.h"
+
+namespace vxshow {
+
+namespace {
+
+namespace Cli = VxlanController::Cli;
+
+struct MacReceived {
+    MacFilters typed;
+    Vex::Ptr<Cli::VcsVniReceived> command;
+
+    void addFilters(CLI::App & options) {
+        typed.addTo(options, "--source",
+                    "Only this switch by name; all: every switch; hsc, qvx, evpn: that source");
+    }
+
+    Selection selection() const {
+        return {.advertised = false,
+                .routers = false,
+                .arpTables = false,
+                .vni = typed.vni,
+                .mac = typed.mac,
+                .source = typed.name};
+    }
+
+    void render(Mount const & mount, int fd, Output const & output) {
+        auto const & state = mount.received;
+        command =
+            Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, output.vniDotted,
+                                       typed.vni, typed.mac, typed.name, typed.vteps);
+        renderOn(fd, output, *command);
+    }
+};
+
+} // namespace
+
+void addMacReceived(CLI::App & mac, CommandLine & chosen) {
+    addCommand<MacReceived>(mac, "received",
+                            "The MAC tables received from switches and other sources", chosen);
+}
+
+} // namespace vxshow

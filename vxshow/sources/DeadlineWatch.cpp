@@ -1,0 +1,15 @@
+#include "vxshow/sources/DeadlineWatch.h"
+
+#include "vxshow/sources/Failure.h"
+#include "vxshow/system/Reason.h"
+
+namespace vxshow {
+
+void DeadlineWatch::look() {
+    left_ = stepsBetweenLooks;
+    if (deadline_.isOver()) {
+        throw TimeOver(process::reason(process::TimeLimit{}, "", deadline_.limit));
+    }
+}
+
+} // namespace vxshow

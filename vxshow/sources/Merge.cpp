@@ -1,0 +1,286 @@
+#include "vxshow/sources/Merge.h"
+
+#include "state/FloodTable.h"
+#include "state/HostTable.h"
+#include "state/VniFdbStatusV2.h"
+#include "state/VniStatusDirV2.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace vxshow {
+
+namespace {
+
+namespace Cli = VxlanController::Cli;
+
+using VxlanController::ArpEntryV2;
+using VxlanController::MacVtepFloodListV2;
+using VxlanController::MacVtepMultiPathV2;
+using VxlanController::MacVtepV2;
+using VxlanController::VniTables;
+
+/// Part of a settled list.
+template <class Fact>
+struct Run {
+    using At = typename std::vector<Fact>::const_iterator;
+
+    At first;
+    At last;
+
+    At begin() const { return first; }
+
+    At end() const { return last; }
+
+    std::size_t size() const { return static_cast<std::size_t>(last - first); }
+};
+
+/// The facts of a settled list, VNI by VNI: asked for ascending VNIs.
+template <class Fact>
+class ByVni {
+public:
+    explicit ByVni(std::vector<Fact> const & facts) : at_(facts.begin()), end_(facts.end()) {}
+
+    Run<Fact> of(Vxlan::Vni vni) {
+        at_ = std::find_if(at_, end_, [&](Fact const & fact) { return fact.vni >= vni; });
+        auto const first = at_;
+        at_ = std::find_if(at_, end_, [&](Fact const & fact) { return fact.vni != vni; });
+        return {first, at_};
+    }
+
+private:
+    typename Run<Fact>::At at_;
+    typename Run<Fact>::At end_;
+};
+
+/// Calls `take` for each part of `run` in which `key` is the same.
+template <class Fact, class Key, class Take>
+void eachPart(Run<Fact> run, Key Fact::*key, Take && take) {
+    while (run.first != run.last) {
+        auto const next = std::find_if(
+            run.first, run.last, [&](Fact const & fact) { return fact.*key != (*run.first).*key; });
+        take(Run<Fact>{run.first, next});
+        run.first = next;
+    }
+}
+
+/// The tables of one VNI after the other, in vectors whose room is used again.
+class TablesMaker {
+public:
+    TablesMaker(SourceSide const & side, Selection const & selection)
+        : selection_(selection), macs_(side.macs), floods_(side.floods), bindings_(side.bindings) {}
+
+    /// Fills `into`, which is empty. Asked for ascending VNIs.
+    void fill(Vxlan::Vni vni, VniTables & into) {
+        if (selection_.macTables) {
+            fillMacs(macs_.of(vni), into);
+            fillFloods(floods_.of(vni), into);
+        }
+        if (selection_.arpTables) {
+            fillBindings(bindings_.of(vni), into);
+        }
+    }
+
+private:
+    void fillMacs(Run<MacPlace> places, VniTables & into) {
+        unicast_.reserve(places.size());
+        eachPart(places, &MacPlace::mac, [&](Run<MacPlace> const & one) {
+            auto const & place = *one.first;
+            if (one.size() == 1) {
+                unicast_.emplace_back(MacVtepV2(place.mac, place.vtep, place.moves));
+                return;
+            }
+            MacVtepMultiPathV2 entry(place.mac);
+            for (MacPlace const & path : one) {
+                entry.vtepIpIs(path.vtep, true);
+            }
+            multipath_.emplace_back(std::move(entry));
+        });
+        into.macVtepTableIs(unicast_);
+        into.macVtepMultiPathTableIs(multipath_);
+    }
+
+    void fillFloods(Run<FloodTarget> targets, VniTables & into) {
+        eachPart(targets, &FloodTarget::mac, [&](Run<FloodTarget> const & list) {
+            auto entry = Vex::makePtr<MacVtepFloodListV2>(list.first->mac);
+            for (FloodTarget const & target : list) {
+                entry->vtepIpIs(target.vtep, true);
+            }
+            flood_.emplace_back(std::move(entry));
+        });
+        into.macVtepFloodListTableIs(flood_);
+    }
+
+    void fillBindings(Run<IpBinding> bindings, VniTables & into) {
+        eachPart(bindings, &IpBinding::ip, [&](Run<IpBinding> const & claims) {
+            auto const & best = *claims.first;
+            arp_.emplace_back(ArpEntryV2(best.ip, best.mac, best.preference, best.changes));
+        });
+        into.arpTableIs(arp_);
+    }
+
+    Selection const & selection_;
+    ByVni<MacPlace> macs_;
+    ByVni<FloodTarget> floods_;
+    ByVni<IpBinding> bindings_;
+    std::vector<VniTables::MacVtepTable::Slot> unicast_;
+    std::vector<VniTables::MacVtepMultiPathTable::Slot> multipath_;
+    std::vector<VniTables::MacVtepFloodListTable::Slot> flood_;
+    std::vector<VniTables::ArpTable::Slot> arp_;
+};
+
+/// The directory of what one switch or source has told; nothing of one that is not `selected`.
+Vex::Ptr<VxlanController::VniStatusDirV2> statusDir(SourceSide & side, bool selected,
+                                                    Selection const & selection) {
+    auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
+    if (!selected) {
+        return dir;
+    }
+    side.settle();
+    TablesMaker tables(side, selection);
+    for (Vxlan::Vni const vni : side.vnis) {
+        if (selection.takesVni(vni)) {
+            tables.fill(vni, *dir->vniStatusV2Is(vni));
+        }
+    }
+    return dir;
+}
+
+Vex::Ptr<VcsEvpn::HostTable const> hostTable(SourceSide const & side) {
+    VcsEvpn::HostTableWriter hosts("EVPN hosts", side.macs.size());
+    for (auto at = side.macs.begin(); at != side.macs.end();) {
+        auto best = at;
+        auto const first = *at;
+        for (; at != side.macs.end() && at->vni == first.vni && at->mac == first.mac; ++at) {
+            best = at->moves > best->moves ? at : best;
+        }
+        hosts.insert({first.mac, first.vni}, VcsEvpn::Host(best->vtep, best->moves));
+    }
+    return hosts.table();
+}
+
+Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SourceSide const & side) {
+    VcsEvpn::FloodTableWriter flood("EVPN flood lists");
+    VcsEvpn::FloodEntry const replicated(VcsEvpn::FloodEntry::TunnelType::ingressReplication);
+    for (FloodTarget const & target : side.floods) {
+        if (target.mac.isZero()) {
+            flood.insert({target.vni, target.vtep}, replicated);
+        }
+    }
+    return flood.table();
+}
+
+Vex::Ptr<Cli::HostFloodTableList> evpnTables(SourceSide & side) {
+    side.settle();
+    auto tables = Cli::hostFloodTableFactory();
+    tables->hostTableIs(hostTable(side));
+    tables->floodTableIs(floodTable(side));
+    auto list = Cli::hostFloodTableListFactory();
+    list->hostFloodTableIs("EVPN", tables);
+    return list;
+}
+
+} // namespace
+
+void SourceMount::add(SourceState const & state, SourceRole role) {
+    any_ = true;
+    addRouters(state);
+    if (role == SourceRole::switches) {
+        if (!switches_) {
+            switches_.emplace();
+        }
+        for (auto const & [name, side] : state.local) {
+            (*switches_)[name].append(side);
+        }
+        advertised_.append(state.remote);
+        return;
+    }
+    auto & sides = sidesOf(role);
+    if (!sides) {
+        sides.emplace();
+    }
+    sides->received.append(state.remote);
+    for (auto const & [name, side] : state.local) {
+        sides->advertised.append(side);
+    }
+}
+
+std::optional<SourceMount::Sides> & SourceMount::sidesOf(SourceRole role) {
+    if (role == SourceRole::evpn) {
+        return evpn_;
+    }
+    return role == SourceRole::hsc ? hsc_ : qvx_;
+}
+
+void SourceMount::addRouters(SourceState const & state) {
+    switchInfo_.insert(switchInfo_.end(), state.switches.begin(), state.switches.end());
+    for (auto const & [name, router] : state.routers) {
+        auto & all = routers_[name];
+        for (auto const & [ip, ports] : router.ports) {
+            all.ports[ip].insert(ports.begin(), ports.end());
+        }
+        for (auto const & [prefix, nexthops] : router.routes) {
+            all.routes[prefix].insert(nexthops.begin(), nexthops.end());
+        }
+    }
+}
+
+void SourceMount::mountSwitches(Mount & mount) {
+    mount.received.switches = Vex::makePtr<Vex::Dir>();
+    for (auto & [name, side] : *switches_) {
+        bool const selected = selection_.received && selection_.takesSwitch(name);
+        mount.received.switches->entityIs(Vex::Name(name), statusDir(side, selected, selection_));
+    }
+    mount.advertised.vnis = Vex::makePtr<Vex::Dir>();
+    if (!selection_.advertised) {
+        return;
+    }
+    advertised_.settle();
+    TablesMaker tables(advertised_, selection_);
+    for (Vxlan::Vni const vni : advertised_.vnis) {
+        if (selection_.takesVni(vni)) {
+            auto entry = Vex::makePtr<VxlanController::VniFdbStatusV2>();
+            tables.fill(vni, *entry);
+            mount.advertised.vnis->entityIs(Vex::Name(vni.stringValue()), entry);
+        }
+    }
+}
+
+void SourceMount::mountSources(Mount & mount) {
+    mount.received.sources = Cli::vniStatusDirListFactory();
+    auto & received = *mount.received.sources;
+    if (qvx_) {
+        received.vniStatusDirIs("QVX", statusDir(qvx_->received, selection_.received, selection_));
+    }
+    if (hsc_) {
+        received.vniStatusDirIs("HSC", statusDir(hsc_->received, selection_.received, selection_));
+        mount.advertised.sources = Cli::vniStatusDirListFactory();
+        mount.advertised.sources->vniStatusDirIs(
+            "HSC", statusDir(hsc_->advertised, selection_.advertised, selection_));
+    }
+}
+
+void SourceMount::mountEvpn(Mount & mount) {
+    mount.received.evpn = evpnTables(evpn_->received);
+    mount.advertised.evpn = evpnTables(evpn_->advertised);
+}
+
+Mount SourceMount::mount() {
+    Mount mount;
+    if (switches_) {
+        mountSwitches(mount);
+    }
+    if (hsc_ || qvx_) {
+        mountSources(mount);
+    }
+    if (evpn_) {
+        mountEvpn(mount);
+    }
+    if (any_) {
+        mount.routers = mountRouters(switchInfo_, routers_);
+    }
+    return mount;
+}
+
+} // namespace vxshow

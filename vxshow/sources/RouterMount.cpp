@@ -1,0 +1,80 @@
+#include "vxshow/sources/RouterMount.h"
+
+#include "state/LRStatusV2.h"
+
+namespace vxshow {
+
+namespace {
+
+using VxlanController::LRIpPortV2;
+using VxlanController::LRRouteV2;
+using VxlanController::LRStatusV2;
+
+constexpr char const * kind = "Vxlan";
+constexpr char const * routerPath = "vxlancontroller/version2/logicalRouter/";
+constexpr char const * vniPath = "vxlancontroller/version2/vniStatus";
+
+// No source tells the VXLAN interface that is the other half of both keys.
+Vex::String const noInterface;
+
+Vex::String identifierOf(NamedSwitch const & named) {
+    auto const & [name, known] = named;
+    return known.systemId ? known.systemId->stringValue() : Vex::String(name);
+}
+
+void mountVteps(NamedSwitch const & named, VxlanController::SwitchInfoDir & dir) {
+    auto const id = identifierOf(named);
+    auto const info = dir.switchInfoIs(id);
+    for (auto const & address : named.second.vteps) {
+        auto const vtep = dir.vtepMapIs(address);
+        vtep->activeIs(true);
+        vtep->switchIdIs({id, noInterface});
+        info->vtepMapIs({address, noInterface}, vtep);
+    }
+}
+
+void mountPublished(SourceSwitch const & known, Statestore::PublishStatus & status) {
+    if (!known.systemId) {
+        return;
+    }
+    auto const system = status.systemIs(Controller::SystemId(*known.systemId));
+    system->publishedMountIs({Vex::String(vniPath), Vex::String(kind)});
+    for (auto const & router : known.routers) {
+        system->publishedMountIs({Vex::String(routerPath + router), Vex::String(kind)});
+    }
+}
+
+Vex::Ptr<LRStatusV2> routerStatus(std::string const & name, SourceRouter const & router) {
+    auto status = Vex::makePtr<LRStatusV2>(Vex::String(name));
+    for (auto const & [ip, ports] : router.ports) {
+        auto const & port = *ports.begin();
+        status->ipPortIs(LRIpPortV2(ip, port.vni, port.mac, port.vtep));
+    }
+    for (auto const & [prefix, nexthops] : router.routes) {
+        LRRouteV2 route(prefix);
+        for (auto const & nexthop : nexthops) {
+            route.nexthopIs(nexthop);
+        }
+        status->routeIs(std::move(route));
+    }
+    return status;
+}
+
+} // namespace
+
+Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
+                            std::map<std::string, SourceRouter> const & routers) {
+    auto const dir = Vex::makePtr<VxlanController::SwitchInfoDir>();
+    auto const published = Vex::makePtr<Statestore::PublishStatus>();
+    auto const status = Vex::makePtr<Vex::Dir>();
+    for (NamedSwitch const & named : switches) {
+        mountVteps(named, *dir);
+        mountPublished(named.second, *published);
+    }
+    for (auto const & [name, router] : routers) {
+        status->entityIs(Vex::Name(name), routerStatus(name, router));
+    }
+    return {dir, published, status};
+}
+
+} // namespace vxshow

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "vxshow/sources/Facts.h"
+#include "vxshow/state/Mount.h"
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vxshow {
+
+/// A switch with the identifier under which it stands among all switches: that of its system,
+/// or its name where no system identifier is known. Nothing is published under a name, so
+/// such a switch is in no map of routers.
+using NamedSwitch = std::pair<std::string, SourceSwitch>;
+
+/// Which switch has which VTEPs, all of them in service; what they publish; and the routers.
+Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
+                            std::map<std::string, SourceRouter> const & routers);
+
+} // namespace vxshow

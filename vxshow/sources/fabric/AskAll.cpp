@@ -1,0 +1,168 @@
+#include "vxshow/sources/fabric/AskAll.h"
+
+#include "Vex/Errors.h"
+#include "Vex/RefCount.h"
+#include "vxshow/sources/Merge.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <sys/resource.h>
+#include <system_error>
+#include <thread>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::chrono::milliseconds betweenLooks{100};
+
+std::size_t rowsOf(SourceSide const & side) {
+    return side.macs.size() + side.floods.size() + side.bindings.size();
+}
+
+std::size_t rowsOf(SourceState const & state) {
+    std::size_t rows = rowsOf(state.remote);
+    for (auto const & [name, side] : state.local) {
+        rows += rowsOf(side);
+    }
+    return rows;
+}
+
+/// Turns the atomic counting of references on while several threads read.
+class ThreadSafePtr {
+public:
+    ThreadSafePtr() : before_(Vex::threadSafePtr()) { Vex::threadSafePtrIs(true); }
+
+    ThreadSafePtr(ThreadSafePtr const &) = delete;
+    ThreadSafePtr & operator=(ThreadSafePtr const &) = delete;
+
+    ~ThreadSafePtr() { Vex::threadSafePtrIs(before_); }
+
+private:
+    bool before_;
+};
+
+/// The sources, dealt out to the threads that read them.
+class Reading {
+public:
+    Reading(std::vector<LiveSource> const & sources, Selection const & selection)
+        : sources_(sources), selection_(selection), outcomes_(sources.size()) {
+        progress_.sources = sources.size();
+    }
+
+    /// Reads one source after the other until none is left.
+    void work() {
+        while (auto const index = next()) {
+            finish(*index, outcomeOf(sources_[*index]));
+        }
+    }
+
+    /// Waits for the next look; whether all sources are done by then.
+    bool wait(FabricProgress & progress) {
+        std::unique_lock lock(mutex_);
+        changed_.wait_for(lock, betweenLooks, [&] { return progress_.done == progress_.sources; });
+        progress = progress_;
+        return progress.done == progress.sources;
+    }
+
+    std::vector<SourceOutcome> & outcomes() { return outcomes_; }
+
+private:
+    std::optional<std::size_t> next() {
+        std::lock_guard const lock(mutex_);
+        return next_ < sources_.size() ? std::optional(next_++) : std::nullopt;
+    }
+
+    SourceOutcome outcomeOf(LiveSource const & source) const {
+        try {
+            return {std::make_shared<SourceReading>(
+                readSource(source, selection_, Deadline::in(source.timeLimit)))};
+        } catch (std::bad_alloc const &) {
+            return {nullptr, "out of memory"};
+        } catch (std::exception const & error) {
+            return {nullptr, Vex::printable(error.what())};
+        }
+    }
+
+    void finish(std::size_t index, SourceOutcome outcome) {
+        std::lock_guard const lock(mutex_);
+        ++progress_.done;
+        progress_.rows += outcome.reading ? rowsOf(outcome.reading->state) : 0;
+        outcomes_[index] = std::move(outcome);
+        changed_.notify_one();
+    }
+
+    std::vector<LiveSource> const & sources_;
+    Selection const & selection_;
+    std::vector<SourceOutcome> outcomes_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::size_t next_ = 0;
+    FabricProgress progress_;
+};
+
+/// How many sources are read at once: fewer where this process may have few descriptors. A
+/// client takes six while it starts; some are left for what else is open. A client that finds
+/// none left waits for others, but its source's time goes on meanwhile.
+std::size_t atOnce(std::size_t sources) {
+    constexpr rlim_t ofOne = 6;
+    constexpr rlim_t others = 16;
+    rlimit limit{};
+    auto most = mostAtOnce;
+    if (::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < others + ofOne * mostAtOnce) {
+        most = limit.rlim_cur < others + ofOne ? 1 : (limit.rlim_cur - others) / ofOne;
+    }
+    return std::min(sources, most);
+}
+
+/// As many threads that read as can be had, up to `most`; they are waited for at their end.
+std::vector<std::jthread> readers(Reading & reading, std::size_t most) {
+    std::vector<std::jthread> threads;
+    threads.reserve(most);
+    try {
+        while (threads.size() < most) {
+            threads.emplace_back([&reading] { reading.work(); });
+        }
+    } catch (std::system_error const &) {
+        return threads;
+    }
+    return threads;
+}
+
+} // namespace
+
+std::vector<SourceOutcome> readSources(std::vector<LiveSource> const & sources,
+                                       Selection const & selection,
+                                       std::function<void(FabricProgress const &)> const & watch) {
+    ThreadSafePtr const safe;
+    Reading reading(sources, selection);
+    {
+        auto const threads = readers(reading, atOnce(sources.size()));
+        if (threads.empty()) {
+            reading.work();
+        }
+        FabricProgress progress;
+        while (!reading.wait(progress)) {
+            if (watch) {
+                watch(progress);
+            }
+        }
+    }
+    return std::move(reading.outcomes());
+}
+
+Mount mountSources(std::vector<LiveSource> const & sources,
+                   std::vector<SourceOutcome> const & outcomes, Selection const & selection) {
+    SourceMount mount(selection);
+    for (std::size_t index = 0; index < sources.size(); ++index) {
+        if (outcomes[index].reading) {
+            mount.add(outcomes[index].reading->state, sources[index].role);
+        }
+    }
+    return mount.mount();
+}
+
+} // namespace vxshow

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "vxshow/sources/Source.h"
+#include "vxshow/sources/fabric/AskOne.h"
+#include "vxshow/state/Mount.h"
+#include "vxshow/state/Selection.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vxshow {
+
+/// How far the reading of a fabric is.
+struct FabricProgress {
+    std::size_t done = 0; ///< sources that have answered or failed
+    std::size_t sources = 0;
+    std::size_t rows = 0; ///< entries that the answers hold
+};
+
+/// What became of one source.
+struct SourceOutcome {
+    std::shared_ptr<SourceReading const> reading; ///< null when it failed
+    std::string failure = {};                     ///< the reason then, printable, on one line
+};
+
+/// Reads all sources, up to `mostAtOnce` side by side, and gives what became of each, in their
+/// order. Each has its own time limit, from the moment in which its turn comes. `watch` is
+/// called on this thread, again and again while it waits. Where the system gives fewer threads,
+/// or few descriptors, it goes on with those; without threads the sources are read on this one,
+/// and nobody watches.
+std::vector<SourceOutcome>
+readSources(std::vector<LiveSource> const & sources, Selection const & selection,
+            std::function<void(FabricProgress const &)> const & watch = {});
+
+/// A source spends its time in its own server and in its client, and the processors here are
+/// shared with both when the servers are local.
+inline constexpr std::size_t mostAtOnce = 16;
+
+/// The mount of all outcomes that have a reading; `outcomes` stand in the order of `sources`.
+Mount mountSources(std::vector<LiveSource> const & sources,
+                   std::vector<SourceOutcome> const & outcomes, Selection const & selection);
+
+} // namespace vxshow

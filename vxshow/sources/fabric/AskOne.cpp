@@ -1,0 +1,48 @@
+#include "vxshow/sources/fabric/AskOne.h"
+
+#include "vxshow/sources/frr/Vtysh.h"
+#include "vxshow/sources/ovsdb/Ask.h"
+
+namespace vxshow {
+
+namespace {
+
+/// Which of a database's MAC tables the selection looks at: those of its own side are received
+/// from a switch, and advertised to any other source that is told anything.
+HardwareVtepWanted wantedOf(Selection const & selection, SourceRole role) {
+    bool const isSwitch = role == SourceRole::switches;
+    bool const isTold = role != SourceRole::qvx;
+    HardwareVtepWanted wanted;
+    wanted.localMacs = isSwitch ? selection.received : isTold && selection.advertised;
+    wanted.remoteMacs = isSwitch ? selection.advertised : selection.received;
+    // The right to an IP address is among all MAC addresses that claim it.
+    wanted.mac = selection.arpTables ? Nolt::EthAddr() : selection.mac;
+    return wanted;
+}
+
+SourceReading readDatabase(LiveSource const & source, DatabaseAddress const & address,
+                           Selection const & selection, Deadline const & deadline) {
+    auto const vni = selection.vni.isNone() ? std::nullopt : std::optional(selection.vni.vni());
+    auto answer = askHardwareVtep(address, {source.name, source.systemId, source.systemIds},
+                                  wantedOf(selection, source.role), vni, deadline);
+    return {std::move(answer.state), std::move(answer.findings)};
+}
+
+SourceReading readVtep(LiveSource const & source, VtyshCommand const & vtysh,
+                       Selection const & selection, Deadline const & deadline) {
+    auto answer =
+        askFrr(vtysh, {source.name, source.systemId}, selection, deadline.end, FileBytes::longest);
+    return {std::move(answer.state), std::move(answer.findings)};
+}
+
+} // namespace
+
+SourceReading readSource(LiveSource const & source, Selection const & selection,
+                         Deadline const & deadline) {
+    if (auto const * address = std::get_if<DatabaseAddress>(&source.access)) {
+        return readDatabase(source, *address, selection, deadline);
+    }
+    return readVtep(source, std::get<VtyshCommand>(source.access), selection, deadline);
+}
+
+} // namespace vxshow

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "vxshow/sources/Deadline.h"
+#include "vxshow/sources/Facts.h"
+#include "vxshow/sources/Findings.h"
+#include "vxshow/sources/Source.h"
+#include "vxshow/state/Selection.h"
+
+namespace vxshow {
+
+/// What one source has told.
+struct SourceReading {
+    SourceState state;
+    SourceFindings findings;
+};
+
+/// Reads what is selected of one source, whatever its kind. Raises `SourceFailure`. May be
+/// called on several threads at once.
+SourceReading readSource(LiveSource const & source, Selection const & selection,
+                         Deadline const & deadline);
+
+} // namespace vxshow

@@ -1,0 +1,73 @@
+#include "vxshow/sources/fabric/FabricFile.h"
+
+#include "Vex/Errors.h"
+#include "vxshow/sources/fabric/SourceTable.h"
+#include "vxshow/system/FileBytes.h"
+
+#include <new>
+#include <set>
+#include <system_error>
+#include <unistd.h>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::size_t mostSources = 4096;
+
+/// With a slash at its end. The current folder is written out, too: see `readDatabaseAddress`.
+std::string folderOf(std::string const & path) {
+    auto const slash = path.rfind('/');
+    return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
+}
+
+TomlField sourcesOf(TomlField const & root) {
+    for (TomlMember const & member : root.table("a table")) {
+        if (member.name != "source") {
+            root.refuseKey(member, "", "\"source\"");
+        }
+    }
+    return root.required("source");
+}
+
+std::vector<LiveSource> readDocument(TomlValue const & document, std::string const & folder) {
+    auto const list = sourcesOf(TomlField(document));
+    std::string const expected = "1 to " + std::to_string(mostSources) + " tables [[source]]";
+    auto const elements = list.elements(expected);
+    if (elements.empty()) {
+        list.refuse(expected);
+    }
+    if (elements.size() > mostSources) {
+        list.refuse("an array of " + std::to_string(elements.size()), expected);
+    }
+    std::vector<LiveSource> sources;
+    std::set<std::string> names;
+    for (TomlField const & element : elements) {
+        sources.push_back(readSource(element, folder));
+        if (!names.insert(sources.back().name).second) {
+            element.required("name").refuse("a name that no source before it has");
+        }
+    }
+    return sources;
+}
+
+} // namespace
+
+std::vector<LiveSource> readFabricFile(std::string const & path) {
+    bool const standardInput = path == "-";
+    std::string const name = standardInput ? "standard input" : Vex::printable(path);
+    try {
+        auto const bytes = standardInput ? FileBytes::read(STDIN_FILENO) : FileBytes::open(path);
+        return readDocument(readToml(bytes.text()), folderOf(path));
+    } catch (TomlRefusal const & refusal) {
+        throw FabricFileError(name + ":" + refusal.what());
+    } catch (std::system_error const & error) {
+        throw FabricFileError(name + ": " + error.code().message());
+    } catch (std::length_error const & error) {
+        throw FabricFileError(name + ": " + error.what());
+    } catch (std::bad_alloc const &) {
+        throw FabricFileError(name + ": not enough memory for it");
+    }
+}
+
+} // namespace vxshow

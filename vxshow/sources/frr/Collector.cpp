@@ -1,0 +1,254 @@
+#include "vxshow/sources/frr/Collector.h"
+
+#include "vxshow/text/Quoting.h"
+
+#include <algorithm>
+
+namespace vxshow {
+
+namespace {
+
+using Kind = FrrQuestion::Kind;
+
+std::string inVni(Vxlan::Vni vni, std::string_view what) {
+    return std::string(what).append(" in VNI ").append(vni.stringValue());
+}
+
+/// fe80::/10 (RFC 4291, 2.5.6).
+bool isLinkLocal(Nolt::IpGenAddr const & address) {
+    return address.family() == Nolt::Family::ipv6 && address.high() >> 54 == 0x3FA;
+}
+
+/// Whether the interface is that of the VNI.
+template <class Vni>
+bool isOf(Vni const & vni, std::string const & vrf, std::string const & interface) {
+    return vni.vrf == vrf && vni.interfaceName == interface && !interface.empty();
+}
+
+} // namespace
+
+void FrrJoin::mac(MacRow const & row) {
+    if (row.side == Side::local) {
+        local_.macs.push_back({row.vni, row.mac, {}, row.moves});
+    } else if (!row.vtep.isZero()) {
+        remote_.macs.push_back({row.vni, row.mac, row.vtep, row.moves});
+    } else {
+        segmented_.push_back({{row.vni, row.mac}, std::string(row.segment), row.moves});
+    }
+}
+
+void FrrJoin::forgetSegmentedMac(Vxlan::Vni vni, Nolt::EthAddr mac) {
+    MacKey const key(vni, mac);
+    segmented_.erase(std::remove_if(segmented_.begin(), segmented_.end(),
+                                    [&](Segmented const & one) { return one.key == key; }),
+                     segmented_.end());
+}
+
+void FrrJoin::forgetMacs() {
+    local_.macs.clear();
+    remote_.macs.clear();
+    segmented_.clear();
+}
+
+void FrrJoin::neighbour(IpBinding const & binding, Side side) {
+    (side == Side::local ? local_ : remote_).bindings.push_back(binding);
+}
+
+void FrrJoin::vrf(std::string const & name, bool isDown) {
+    if (!isVrfWord(name)) {
+        return leaveOut("VRF \"" + shownText(name) +
+                        "\", expected a name of letters, digits, \"_\", \".\", \":\" and \"-\", "
+                        "not short for \"all\"");
+    }
+    vrfs_[name] = isDown;
+}
+
+void FrrJoin::notInForce() {
+    findings_.remark = "EVPN is not in force: zebra holds no VNIs, as when bgpd is down";
+}
+
+bool FrrJoin::isOfVni(std::string const & vrf, std::string const & interface) const {
+    auto const isIn = [&](auto const & vnis) {
+        return std::any_of(vnis.begin(), vnis.end(),
+                           [&](auto const & entry) { return isOf(entry.second, vrf, interface); });
+    };
+    return isIn(l2Vnis_) || isIn(l3Vnis_);
+}
+
+void FrrJoin::interface(std::string const & vrf, std::string const & name, Nolt::EthAddr mac,
+                        std::vector<Nolt::IpGenAddrWithMask> const & addresses) {
+    interfaces_[vrf].push_back({name, mac, addresses});
+}
+
+void FrrJoin::route(std::string const & vrf, Nolt::IpGenPrefix const & prefix,
+                    std::vector<Nolt::IpGenAddr> const & nexthops) {
+    routers_[vrf].routes[prefix].insert(nexthops.begin(), nexthops.end());
+}
+
+std::vector<FrrQuestion> FrrJoin::further() const {
+    std::vector<FrrQuestion> questions;
+    auto const isOpen = [](Segmented const & one) { return one.segment.empty(); };
+    auto const open = std::count_if(segmented_.begin(), segmented_.end(), isOpen);
+    if (static_cast<std::size_t>(open) > mostSingleMacs) {
+        questions.push_back({Kind::macsInDetail});
+    } else {
+        for (Segmented const & one : segmented_) {
+            if (isOpen(one)) {
+                questions.push_back({Kind::mac, one.key.first, one.key.second});
+            }
+        }
+    }
+    if (open != 0) {
+        questions.push_back({Kind::segments});
+    }
+    for (auto const & [name, isDown] : vrfs_) {
+        for (auto const kind : {Kind::interfaces, Kind::routes, Kind::routesIpv6}) {
+            questions.push_back({kind, {}, {}, name});
+        }
+    }
+    return questions;
+}
+
+void FrrJoin::leaveOutDangling(std::string what) {
+    fits_ = false;
+    leaveOut(std::move(what));
+}
+
+void FrrJoin::resolveSegments() {
+    for (Segmented const & one : segmented_) {
+        step();
+        auto const & [vni, mac] = one.key;
+        auto const found = segments_.find(one.segment);
+        if (found == segments_.end() || found->second.empty()) {
+            leaveOutDangling(inVni(vni, mac.stringValue()) +
+                             (one.segment.empty()
+                                  ? ": behind no VTEP, expected an Ethernet segment"
+                                  : ": behind Ethernet segment \"" + shownText(one.segment) +
+                                        "\", of which no VTEP is known"));
+            continue;
+        }
+        for (auto const vtep : found->second) {
+            step();
+            remote_.macs.push_back({vni, mac, vtep, one.moves});
+        }
+    }
+}
+
+/// A VNI that has come between two answers.
+void FrrJoin::dropUnknownVnis(SourceSide & side) {
+    auto const drop = [&](auto & facts, auto const & shown) {
+        auto known = l2Vnis_.end();
+        auto const isUnknown = [&](auto const & fact) {
+            step();
+            if (known == l2Vnis_.end() || known->first != fact.vni) {
+                known = l2Vnis_.find(fact.vni);
+            }
+            if (known == l2Vnis_.end()) {
+                leaveOutDangling(inVni(fact.vni, shown(fact)) + ", which is none of the VNIs");
+            }
+            return known == l2Vnis_.end();
+        };
+        facts.erase(std::remove_if(facts.begin(), facts.end(), isUnknown), facts.end());
+    };
+    drop(side.macs, [](MacPlace const & place) { return place.mac.stringValue(); });
+    drop(side.bindings, [](IpBinding const & binding) { return binding.ip.stringValue(); });
+}
+
+void FrrJoin::placeLocal(SourceSide & local) {
+    auto known = l2Vnis_.end();
+    auto const isNowhere = [&](MacPlace & place) {
+        step();
+        if (known == l2Vnis_.end() || known->first != place.vni) {
+            known = l2Vnis_.find(place.vni);
+        }
+        place.vtep = known->second.vtep;
+        if (place.vtep.isZero()) {
+            leaveOut(inVni(place.vni, place.mac.stringValue()) +
+                     ": local, where the VNI has no VTEP address");
+        }
+        return place.vtep.isZero();
+    };
+    local.macs.erase(std::remove_if(local.macs.begin(), local.macs.end(), isNowhere),
+                     local.macs.end());
+}
+
+void FrrJoin::addVnis(SourceSide & local) {
+    for (auto const & [vni, known] : l2Vnis_) {
+        local.vnis.push_back(vni);
+        remote_.vnis.push_back(vni);
+        if (!known.vtep.isZero()) {
+            local.floods.push_back({vni, {}, known.vtep});
+        }
+        for (auto const vtep : known.floods) {
+            remote_.floods.push_back({vni, {}, vtep});
+        }
+    }
+}
+
+void FrrJoin::addPorts(std::string const & vrf, Interface const & interface,
+                       SourceRouter & router) {
+    auto const add = [&](auto const & vnis) {
+        for (auto const & [vni, known] : vnis) {
+            step();
+            if (!isOf(known, vrf, interface.name)) {
+                continue;
+            }
+            auto const vtep = known.vtep.isZero() ? Nolt::IpGenAddr() : Nolt::IpGenAddr(known.vtep);
+            for (auto const & address : interface.addresses) {
+                step();
+                if (!isLinkLocal(address.address())) {
+                    router.ports[address].insert(RouterPort{vni, interface.mac, vtep});
+                }
+            }
+        }
+    };
+    add(l2Vnis_);
+    add(l3Vnis_);
+}
+
+void FrrJoin::addRouters(SourceSwitch & own) {
+    for (auto const & [name, isDown] : vrfs_) {
+        auto const found = interfaces_.find(name);
+        if (found == interfaces_.end()) {
+            routers_.erase(name);
+            fits_ = fits_ && isDown;
+            leaveOut("VRF \"" + name + "\": without any interface");
+            continue;
+        }
+        auto & router = routers_[name];
+        for (Interface const & interface : found->second) {
+            addPorts(name, interface, router);
+        }
+        own.routers.insert(name);
+    }
+}
+
+FrrAnswer FrrJoin::finished(FrrSource const & source) {
+    FrrAnswer answer;
+    resolveSegments();
+    dropUnknownVnis(local_);
+    dropUnknownVnis(remote_);
+    placeLocal(local_);
+    addVnis(local_);
+    auto & own = answer.state.switches[source.name];
+    own.systemId = source.systemId;
+    auto const addVtep = [&](auto const & vnis) {
+        for (auto const & [vni, known] : vnis) {
+            if (!known.vtep.isZero()) {
+                own.vteps.insert(known.vtep);
+            }
+        }
+    };
+    addVtep(l2Vnis_);
+    addVtep(l3Vnis_);
+    addRouters(own);
+    answer.state.local[source.name] = std::move(local_);
+    answer.state.remote = std::move(remote_);
+    answer.state.routers = std::move(routers_);
+    answer.state.settle();
+    answer.findings = std::move(findings_);
+    answer.fits = fits_;
+    return answer;
+}
+
+} // namespace vxshow

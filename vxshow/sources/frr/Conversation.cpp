@@ -1,0 +1,80 @@
+#include "vxshow/sources/frr/Conversation.h"
+
+#include "vxshow/sources/frr/ReadDocument.h"
+#include "vxshow/sources/frr/VtyshWords.h"
+
+#include <optional>
+#include <utility>
+
+namespace vxshow {
+
+namespace {
+
+/// A remote shell gets all words as one, which Linux takes up to 128 KiB: half of that, since
+/// quoting lengthens them.
+constexpr std::size_t mostCommandBytes = 65536;
+
+/// What an option and its quotes add to a command.
+constexpr std::size_t bytesBeside = 10;
+
+using Questions = std::vector<FrrQuestion>;
+
+/// Asks the questions from `next` on that one run takes, one at least; returns the next.
+Questions::const_iterator askSome(FrrRun const & run, Questions::const_iterator next,
+                                  Questions::const_iterator end, FrrJoin & join) {
+    std::vector<std::string> commands;
+    std::size_t bytes = 0;
+    for (auto one = next; one != end; ++one) {
+        auto command = one->command();
+        bytes += command.size() + bytesBeside;
+        if (bytes > mostCommandBytes && !commands.empty()) {
+            break;
+        }
+        commands.push_back(std::move(command));
+    }
+    auto printed = run(commands);
+    for (auto const answer : vtyshAnswers(printed.text(), commands)) {
+        // Behind an answer stands the next command's line, which has served its purpose.
+        readFrrDocument(*next++, printed.padded(answer), join);
+    }
+    return next;
+}
+
+void ask(FrrRun const & run, Questions const & questions, FrrJoin & join) {
+    for (auto next = questions.begin(); next != questions.end();) {
+        next = askSome(run, next, questions.end(), join);
+    }
+}
+
+FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, Selection const & selection,
+                  Deadline const & deadline) {
+    FrrJoin join(selection, deadline);
+    ask(run, firstFrrQuestions(selection), join);
+    auto const further = join.further();
+    if (!further.empty()) {
+        ask(run, further, join);
+    }
+    return join.finished(source);
+}
+
+} // namespace
+
+FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection,
+                   Deadline const & deadline) {
+    std::optional<FrrAnswer> answer;
+    try {
+        for (unsigned attempt = 0; attempt < mostFrrAttempts && !(answer && answer->fits);
+             ++attempt) {
+            answer = askOnce(run, source, selection, deadline);
+        }
+    } catch (AnswerError const & error) {
+        throw SourceFailure(std::string("broken answer: ") + error.what());
+    } catch (TimeOver const &) {
+        if (!answer) {
+            throw;
+        }
+    }
+    return std::move(*answer);
+}
+
+} // namespace vxshow

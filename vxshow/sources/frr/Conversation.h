@@ -1,0 +1,26 @@
+#pragma once
+
+#include "vxshow/sources/Failure.h"
+#include "vxshow/sources/frr/Documents.h"
+#include "vxshow/system/FileBytes.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vxshow {
+
+/// Runs commands in one `vtysh`, and gives what it prints. Raises `SourceFailure`.
+using FrrRun = std::function<FileBytes(std::vector<std::string> const & commands)>;
+
+/// How often zebra is asked at most until its answers fit together.
+inline constexpr unsigned mostFrrAttempts = 3;
+
+/// Asks for what is selected: in one run, or in two when the answers of the first leave
+/// something open; of some thousand commands, 64 KiB in each run. Asks again while they do not fit
+/// together and there is time, for `run` and until `deadline`, and takes the last answer then as
+/// it is. Raises `SourceFailure`.
+FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection,
+                   Deadline const & deadline = Deadline::never());
+
+} // namespace vxshow

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "vxshow/sources/frr/Collector.h"
+#include "vxshow/text/KnownMembers.h"
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+/// What the documents about entries of VNIs have in common: their keys and addresses, and what an
+/// entry tells of its side. There are hundreds of thousands of entries, so what is called for
+/// each of them stands here.
+namespace vxshow::frr {
+
+inline constexpr std::string_view anEntry = "an object of what is known of it";
+
+/// Counters stand between the entries of an object, and they are no objects.
+inline bool isEntry(JsonValue & value) {
+    return *value.at() == '{';
+}
+
+/// The address that a text is; nothing when it is none.
+inline std::optional<Nolt::EthAddr> anyMac(JsonText const & text) {
+    constexpr auto usual = Nolt::EthAddr::maxTextLength;
+    if (text.mayHaveLength(usual)) [[likely]] {
+        if (auto const mac = Nolt::EthAddr::tryFromString({text.content(), usual})) [[likely]] {
+            return mac;
+        }
+    }
+    return Nolt::EthAddr::tryFromString(text.text());
+}
+
+/// An address of one host: not the zero one.
+inline std::optional<Nolt::EthAddr> hostMac(JsonText const & text) {
+    auto const mac = anyMac(text);
+    return mac && !mac->isZero() ? mac : std::nullopt;
+}
+
+/// The address that a text is; nothing when it is none.
+inline std::optional<Nolt::IpAddr> ipv4(JsonText const & text) {
+    Nolt::IpAddr address;
+    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
+    if (end && *end == '"') [[likely]] {
+        return address;
+    }
+    return Nolt::IpAddr::tryFromString(text.text());
+}
+
+/// Says of a text in a VNI that it is not what was expected there.
+void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
+              std::string_view expected);
+
+/// The VNI whose key `text` is; one that is none is left out.
+std::optional<Vxlan::Vni> readVniKey(JsonText const & text, FrrJoin & join);
+
+/// Calls `take(Vni, JsonValue &)` for the entries of a document by VNI.
+template <class Take>
+void eachVni(JsonReader & json, FrrJoin & join, Take && take) {
+    json.document([&](JsonText const & key, JsonValue & value) {
+        join.step();
+        if (!isEntry(value)) {
+            return;
+        }
+        if (auto const vni = readVniKey(key, join)) {
+            take(*vni, value);
+        }
+    });
+}
+
+/// On which side an entry is, and its mobility sequence there.
+class EntrySide {
+public:
+    /// The members that tell it, by their places among `entryNames`.
+    enum Name : std::size_t { type, localSequence, remoteSequence, end };
+
+    /// Takes the value of the member `name` if it is one of those. Throws `Refusal`.
+    void take(std::size_t name, JsonValue & value) {
+        switch (name) {
+        case type:
+            side_ = readSide(value);
+            break;
+        case localSequence:
+        case remoteSequence:
+            sequences_[name - localSequence] = value.number(0xFFFFFFFF);
+            break;
+        default:
+            break;
+        }
+    }
+
+    /// False for an entry that is on neither: nobody has learned or announced it.
+    bool isKnown() const noexcept { return side_ < sequences_.size(); }
+
+    /// Of an entry that is on one.
+    FrrJoin::Side side() const noexcept {
+        return side_ == 0 ? FrrJoin::Side::local : FrrJoin::Side::remote;
+    }
+
+    /// The sequence in force, that of the side. Throws `Refusal` when it is not among the
+    /// `members` of the object that starts at `object`.
+    Vex::U32 sequence(KnownMembers const & members, char const * object) const {
+        members.require(localSequence + side_, object);
+        return sequences_[side_];
+    }
+
+private:
+    static constexpr std::array<MemberName, 3> sides{"local", "remote", "auto"};
+
+    /// Which of `sides` it is. Throws `Refusal` for another text.
+    static std::size_t readSide(JsonValue & value);
+
+    std::size_t side_ = sides.size();
+    std::array<Vex::U32, 2> sequences_{};
+};
+
+/// The names of the members of an entry: those of `EntrySide`, then its `own`.
+template <class... Own>
+constexpr std::array<MemberName, EntrySide::end + sizeof...(Own)> entryNames(Own const *... own) {
+    return {"type", "localSequence", "remoteSequence", own...};
+}
+
+} // namespace vxshow::frr

@@ -1,0 +1,140 @@
+#include "vxshow/sources/frr/Macs.h"
+
+#include "vxshow/sources/frr/Entries.h"
+#include "vxshow/text/JsonAddresses.h"
+
+namespace vxshow {
+
+namespace {
+
+using Side = FrrJoin::Side;
+
+/// The entry of a MAC address, member by member.
+class MacEntry {
+public:
+    MacEntry(Vxlan::Vni vni, Nolt::EthAddr mac, FrrJoin & join) noexcept
+        : vni_(vni), mac_(mac), join_(join) {}
+
+    void take(JsonText const & name, JsonValue & value) {
+        auto const known = members_.take(name);
+        switch (known) {
+        case remoteVtep:
+            readVtep(value.text(anIpv4Address));
+            break;
+        case esi:
+            segment_ = value.text("an Ethernet segment").text();
+            break;
+        default:
+            side_.take(known, value);
+        }
+    }
+
+    /// In details there may be one of no type: nobody knows where it is.
+    void finish(char const * start, bool detailed) const {
+        if (!detailed) {
+            members_.require(frr::EntrySide::type, start);
+        }
+        if (!side_.isKnown()) {
+            return;
+        }
+        auto const moves = side_.sequence(members_, start);
+        if (side_.side() == Side::local) {
+            return join_.mac({vni_, mac_, Side::local, {}, moves, segment_});
+        }
+        members_.require(remoteVtep, start);
+        if (vtep_) {
+            join_.mac({vni_, mac_, Side::remote, *vtep_, moves, segment_});
+        }
+    }
+
+private:
+    enum Name : std::size_t { remoteVtep = frr::EntrySide::end, esi };
+
+    static constexpr auto names = frr::entryNames("remoteVtep", "esi");
+
+    void readVtep(JsonText const & text) {
+        vtep_ = frr::ipv4(text);
+        if (!vtep_) {
+            frr::leaveOut(join_, vni_, mac_.stringValue() + " at", text.text(), anIpv4Address);
+        }
+    }
+
+    Vxlan::Vni vni_;
+    Nolt::EthAddr mac_;
+    FrrJoin & join_;
+    KnownMembers members_{names};
+    frr::EntrySide side_;
+    std::optional<Nolt::IpAddr> vtep_;
+    std::string segment_;
+};
+
+void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, bool detailed,
+               FrrJoin & join) {
+    join.step();
+    if (!frr::isEntry(value)) {
+        return;
+    }
+    auto const mac = frr::hostMac(key);
+    if (!mac) {
+        return frr::leaveOut(join, vni, "MAC", key.text(), anEthernetAddress);
+    }
+    if (!join.takes(vni, *mac)) {
+        return;
+    }
+    auto const * const start = value.at();
+    MacEntry entry(vni, *mac, join);
+    value.members(frr::anEntry,
+                  [&](JsonText const & name, JsonValue & member) { entry.take(name, member); });
+    entry.finish(start, detailed);
+}
+
+/// What is known of the MAC addresses of a VNI, member by member: they stand in one of them.
+class MacsReader {
+public:
+    MacsReader(Vxlan::Vni vni, bool detailed, FrrJoin & join) noexcept
+        : vni_(vni), detailed_(detailed), join_(join) {}
+
+    void take(JsonText const & name, JsonValue & value) {
+        if (members_.take(name) == 0) {
+            value.members(anObjectByMac, [&](JsonText const & key, JsonValue & entry) {
+                readEntry(key, entry, vni_, detailed_, join_);
+            });
+        }
+    }
+
+    void finish(char const * start) const { members_.require(0, start); }
+
+private:
+    static constexpr std::array<MemberName, 1> names{"macs"};
+
+    Vxlan::Vni vni_;
+    bool detailed_;
+    FrrJoin & join_;
+    KnownMembers members_{names};
+};
+
+} // namespace
+
+void readFrrMacs(JsonReader & json, bool detailed, FrrJoin & join) {
+    frr::eachVni(json, join, [&](Vxlan::Vni vni, JsonValue & value) {
+        auto const * const start = value.at();
+        MacsReader macs(vni, detailed, join);
+        value.members(frr::anEntry,
+                      [&](JsonText const & name, JsonValue & member) { macs.take(name, member); });
+        macs.finish(start);
+    });
+}
+
+void readFrrMacsOfVni(JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
+    auto const * const start = json.at();
+    MacsReader macs(vni, false, join);
+    json.document([&](JsonText const & name, JsonValue & value) { macs.take(name, value); });
+    macs.finish(start);
+}
+
+void readFrrMac(JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
+    json.document(
+        [&](JsonText const & key, JsonValue & value) { readEntry(key, value, vni, true, join); });
+}
+
+} // namespace vxshow

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "vxshow/sources/frr/Collector.h"
+#include "vxshow/text/Json.h"
+
+/// The documents about MAC addresses, as zebra writes them. Each function takes a whole document
+/// into `join`; throws `Refusal` and `MalformedJson`.
+namespace vxshow {
+
+/// Of every VNI. `detailed` tells whether the segments are in it.
+void readFrrMacs(JsonReader & json, bool detailed, FrrJoin & join);
+
+/// Of one VNI, without the segments.
+void readFrrMacsOfVni(JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+
+/// Of one MAC address in one VNI, with its segment.
+void readFrrMac(JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+
+} // namespace vxshow

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "vxshow/sources/frr/Collector.h"
+#include "vxshow/text/Json.h"
+
+/// The documents about IP addresses and the MAC addresses they belong to, as zebra writes them.
+/// Each function takes a whole document into `join`; throws `Refusal` and `MalformedJson`.
+namespace vxshow {
+
+/// Of every VNI.
+void readFrrNeighbours(JsonReader & json, FrrJoin & join);
+
+/// Of one VNI.
+void readFrrNeighboursOfVni(JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+
+} // namespace vxshow

@@ -1,0 +1,101 @@
+#include "vxshow/sources/frr/Question.h"
+
+#include <algorithm>
+
+namespace vxshow {
+
+namespace {
+
+using Kind = FrrQuestion::Kind;
+
+/// VNI 0 is none to zebra, which would not know the command.
+bool isAskable(Vxlan::Vni vni) {
+    return vni.value() != 0;
+}
+
+void addTables(Selection const & selection, std::vector<FrrQuestion> & questions) {
+    if (selection.vni.isNone()) {
+        if (selection.macTables) {
+            questions.push_back({Kind::macs});
+        }
+        if (selection.arpTables) {
+            questions.push_back({Kind::neighbours});
+        }
+        return;
+    }
+    auto const vni = selection.vni.vni();
+    if (!isAskable(vni)) {
+        return;
+    }
+    if (selection.macTables && selection.mac.isZero()) {
+        questions.push_back({Kind::macsOfVni, vni});
+    } else if (selection.macTables) {
+        questions.push_back({Kind::mac, vni, selection.mac});
+        questions.push_back({Kind::segments});
+    }
+    if (selection.arpTables) {
+        questions.push_back({Kind::neighboursOfVni, vni});
+    }
+}
+
+bool isWordCharacter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '.' || c == ':' || c == '-';
+}
+
+} // namespace
+
+std::string FrrQuestion::command() const {
+    auto const ofVni = [&] { return std::to_string(vni.value()); };
+    switch (kind) {
+    case Kind::vnis:
+        return "show evpn vni detail json";
+    case Kind::vni:
+        return "show evpn vni " + ofVni() + " json";
+    case Kind::macs:
+        return "show evpn mac vni all json";
+    case Kind::macsOfVni:
+        return "show evpn mac vni " + ofVni() + " json";
+    case Kind::macsInDetail:
+        return "show evpn mac vni all detail json";
+    case Kind::mac:
+        return "show evpn mac vni " + ofVni() + " mac " + std::string(mac.stringValue()) + " json";
+    case Kind::segments:
+        return "show evpn es detail json";
+    case Kind::neighbours:
+        return "show evpn arp-cache vni all json";
+    case Kind::neighboursOfVni:
+        return "show evpn arp-cache vni " + ofVni() + " json";
+    case Kind::vrfs:
+        return "show vrf vni json";
+    case Kind::interfaces:
+        return "show interface vrf " + vrf + " json";
+    case Kind::routes:
+        return "show ip route vrf " + vrf + " json";
+    case Kind::routesIpv6:
+        return "show ipv6 route vrf " + vrf + " json";
+    }
+    return {};
+}
+
+bool isVrfWord(std::string_view name) noexcept {
+    constexpr std::string_view every = "all";
+    return !every.starts_with(name) && std::all_of(name.begin(), name.end(), isWordCharacter);
+}
+
+std::vector<FrrQuestion> firstFrrQuestions(Selection const & selection) {
+    std::vector<FrrQuestion> questions;
+    bool const one =
+        !selection.routers && !selection.vni.isNone() && isAskable(selection.vni.vni());
+    questions.push_back(one ? FrrQuestion{Kind::vni, selection.vni.vni()}
+                            : FrrQuestion{Kind::vnis});
+    if (selection.received || selection.advertised) {
+        addTables(selection, questions);
+    }
+    if (selection.routers) {
+        questions.push_back({Kind::vrfs});
+    }
+    return questions;
+}
+
+} // namespace vxshow

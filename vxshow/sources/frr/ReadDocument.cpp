@@ -1,0 +1,102 @@
+#include "vxshow/sources/frr/ReadDocument.h"
+
+#include "vxshow/sources/frr/Macs.h"
+#include "vxshow/sources/frr/Neighbours.h"
+#include "vxshow/sources/frr/Segments.h"
+#include "vxshow/sources/frr/Vnis.h"
+#include "vxshow/sources/frr/Vrfs.h"
+#include "vxshow/text/JsonRefusal.h"
+
+namespace vxshow {
+
+namespace {
+
+using Kind = FrrQuestion::Kind;
+
+bool isBlank(std::string_view document) {
+    return pastBlanks(document, 0) == document.size();
+}
+
+/// What stands for nothing, depending on the command: no text, `{}`, `{ }` or `[]`.
+bool isNothing(std::string_view document) {
+    auto const first = pastBlanks(document, 0);
+    if (first == document.size()) {
+        return true;
+    }
+    auto const end = document[first] == '{' ? '}' : document[first] == '[' ? ']' : '\0';
+    auto const last = pastBlanks(document, first + 1);
+    return end != '\0' && last < document.size() && document[last] == end &&
+           pastBlanks(document, last + 1) == document.size();
+}
+
+JsonRoot rootOf(Kind kind) {
+    return kind == Kind::vnis || kind == Kind::segments ? JsonRoot::array : JsonRoot::object;
+}
+
+void read(FrrQuestion const & question, PaddedText document, FrrJoin & join) {
+    JsonReader json(document);
+    switch (question.kind) {
+    case Kind::vnis:
+        return readFrrVnis(json, join);
+    case Kind::vni:
+        return readFrrVni(json, join);
+    case Kind::macs:
+        return readFrrMacs(json, false, join);
+    case Kind::macsOfVni:
+        return readFrrMacsOfVni(json, question.vni, join);
+    case Kind::macsInDetail:
+        return readFrrMacs(json, true, join);
+    case Kind::mac:
+        return readFrrMac(json, question.vni, join);
+    case Kind::segments:
+        return readFrrSegments(json, join);
+    case Kind::neighbours:
+        return readFrrNeighbours(json, join);
+    case Kind::neighboursOfVni:
+        return readFrrNeighboursOfVni(json, question.vni, join);
+    case Kind::vrfs:
+        return readFrrVrfs(json, join);
+    case Kind::interfaces:
+        return readFrrInterfaces(json, question.vrf, join);
+    case Kind::routes:
+    case Kind::routesIpv6:
+        return readFrrRoutes(json, question.vrf, join);
+    }
+}
+
+} // namespace
+
+void readFrrDocument(FrrQuestion const & question, PaddedText document, FrrJoin & join) {
+    if (question.kind == Kind::macsInDetail) {
+        join.forgetMacs();
+    } else if (question.kind == Kind::mac) {
+        join.forgetSegmentedMac(question.vni, question.mac);
+    }
+    bool const isAboutVnis = question.kind == Kind::vnis || question.kind == Kind::vni;
+    if (isAboutVnis && isBlank(document.text())) {
+        return join.notInForce();
+    }
+    if (isNothing(document.text())) {
+        return;
+    }
+    auto const root = rootOf(question.kind);
+    try {
+        read(question, document, join);
+    } catch (Refusal const & refusal) {
+        throw AnswerError(question.command() + ": " + refusalLine(refusal, document.text(), root));
+    } catch (MalformedJson const & malformed) {
+        throw AnswerError(question.command() + ": " +
+                          refusalLine(malformed, document.text(), root));
+    }
+}
+
+FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & source,
+                  Selection const & selection, Deadline const & deadline) {
+    FrrJoin join(selection, deadline);
+    for (auto const & document : documents) {
+        readFrrDocument(document.question, document.bytes.padded(), join);
+    }
+    return join.finished(source);
+}
+
+} // namespace vxshow

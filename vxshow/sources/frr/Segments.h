@@ -1,0 +1,12 @@
+#pragma once
+
+#include "vxshow/sources/frr/Collector.h"
+#include "vxshow/text/Json.h"
+
+namespace vxshow {
+
+/// Takes the document about Ethernet segments and their VTEPs, as zebra writes it, into `join`.
+/// Throws `Refusal` and `MalformedJson`.
+void readFrrSegments(JsonReader & json, FrrJoin & join);
+
+} // namespace vxshow

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "vxshow/sources/frr/Collector.h"
+#include "vxshow/text/Json.h"
+
+/// The documents about VNIs, as zebra writes them. Each function takes a whole document into
+/// `join`; throws `Refusal` and `MalformedJson`.
+namespace vxshow {
+
+/// Of every VNI.
+void readFrrVnis(JsonReader & json, FrrJoin & join);
+
+/// Of one VNI.
+void readFrrVni(JsonReader & json, FrrJoin & join);
+
+} // namespace vxshow

@@ -1,0 +1,207 @@
+#include "vxshow/sources/frr/Vrfs.h"
+
+#include "vxshow/text/JsonAddresses.h"
+#include "vxshow/text/KnownMembers.h"
+#include "vxshow/text/Quoting.h"
+
+#include <array>
+#include <optional>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::string_view aText = "a text";
+
+void leaveOut(FrrJoin & join, std::string const & vrf, std::string_view column,
+              std::string_view text, std::string_view expected) {
+    auto what = "VRF \"" + vrf + "\": ";
+    what.append(column).append(" ").append(shownInQuotes(text)).append(", expected ");
+    join.leaveOut(what.append(expected));
+}
+
+/// What IPv4 looks like where only IPv6 may stand, ::ffff:0:0/96 (RFC 4291, 2.5.5.2): so are the
+/// VTEPs written to which IPv6 prefixes lead.
+Nolt::IpGenAddr unmapped(Nolt::IpGenAddr const & address) {
+    bool const isMapped = address.family() == Nolt::Family::ipv6 && address.high() == 0 &&
+                          address.low() >> 32 == 0xFFFF;
+    return isMapped ? Nolt::IpGenAddr(Nolt::IpAddr(static_cast<Vex::U32>(address.low()))) : address;
+}
+
+void readAddress(JsonValue & value, std::string const & vrf,
+                 std::vector<Nolt::IpGenAddrWithMask> & addresses, FrrJoin & join) {
+    static constexpr std::array<MemberName, 1> names{"address"};
+    join.step();
+    auto const * const start = value.at();
+    KnownMembers members(names);
+    value.members("an address", [&](JsonText const & name, JsonValue & member) {
+        if (members.take(name) != 0) {
+            return;
+        }
+        auto const text = member.text(aText);
+        auto const address = Nolt::IpGenAddrWithMask::tryFromString(text.text());
+        if (address && !address->isNone()) {
+            addresses.push_back(*address);
+        } else {
+            leaveOut(join, vrf, "address", text.text(),
+                     "an address with its prefix length such as 10.1.2.3/24");
+        }
+    });
+    members.require(0, start);
+}
+
+/// A tunnel or the like has no MAC address, or one of another kind.
+void readInterface(std::string const & name, JsonValue & value, std::string const & vrf,
+                   FrrJoin & join) {
+    enum Name : std::size_t { hardwareAddress, ipAddresses };
+
+    static constexpr std::array<MemberName, 2> names{"hardwareAddress", "ipAddresses"};
+    join.step();
+    KnownMembers members(names);
+    std::optional<Nolt::EthAddr> mac;
+    std::string macText;
+    std::vector<Nolt::IpGenAddrWithMask> addresses;
+    value.members("an interface", [&](JsonText const & memberName, JsonValue & member) {
+        switch (members.take(memberName)) {
+        case hardwareAddress:
+            macText = member.text(anEthernetAddress).text();
+            mac = Nolt::EthAddr::tryFromString(macText);
+            break;
+        case ipAddresses:
+            member.elements("a list of addresses",
+                            [&](JsonValue & one) { readAddress(one, vrf, addresses, join); });
+            break;
+        default:
+            break;
+        }
+    });
+    if (!mac && !macText.empty() && !addresses.empty() && join.isOfVni(vrf, name)) {
+        leaveOut(join, vrf, "hardwareAddress", macText, anEthernetAddress);
+    }
+    join.interface(vrf, name, mac.value_or(Nolt::EthAddr()), addresses);
+}
+
+/// Only where it leads is taken, not how a nexthop is reached (`resolver`).
+void readNexthop(JsonValue & value, std::string const & vrf,
+                 std::vector<Nolt::IpGenAddr> & nexthops, FrrJoin & join) {
+    enum Name : std::size_t { ip, active, resolver };
+
+    static constexpr std::array<MemberName, 3> names{"ip", "active", "resolver"};
+    join.step();
+    KnownMembers members(names);
+    bool isActive = false;
+    bool isResolver = false;
+    std::optional<Nolt::IpGenAddr> address;
+    value.members("a nexthop", [&](JsonText const & name, JsonValue & member) {
+        switch (members.take(name)) {
+        case ip: {
+            auto const text = member.text(anIpAddress);
+            address = Nolt::IpGenAddr::tryFromString(text.text());
+            if (!address || address->isNone()) {
+                address.reset();
+                leaveOut(join, vrf, "nexthop", text.text(), anIpAddress);
+            }
+            break;
+        }
+        case active:
+            isActive = member.boolean();
+            break;
+        case resolver:
+            isResolver = member.boolean();
+            break;
+        default:
+            break;
+        }
+    });
+    if (address && isActive && !isResolver) {
+        nexthops.push_back(unmapped(*address));
+    }
+}
+
+void readRoute(JsonValue & value, std::string const & vrf, Nolt::IpGenPrefix const & prefix,
+               FrrJoin & join) {
+    enum Name : std::size_t { selected, nexthops };
+
+    static constexpr std::array<MemberName, 2> names{"selected", "nexthops"};
+    join.step();
+    auto const * const start = value.at();
+    KnownMembers members(names);
+    bool isSelected = false;
+    std::vector<Nolt::IpGenAddr> addresses;
+    value.members("a route", [&](JsonText const & name, JsonValue & member) {
+        switch (members.take(name)) {
+        case selected:
+            isSelected = member.boolean();
+            break;
+        case nexthops:
+            member.elements("a list of nexthops",
+                            [&](JsonValue & one) { readNexthop(one, vrf, addresses, join); });
+            break;
+        default:
+            break;
+        }
+    });
+    members.require(nexthops, start);
+    if (isSelected) {
+        join.route(vrf, prefix, addresses);
+    }
+}
+
+void readVrf(JsonValue & value, FrrJoin & join) {
+    enum Name : std::size_t { vrf, state };
+
+    static constexpr std::array<MemberName, 2> names{"vrf", "state"};
+    join.step();
+    auto const * const start = value.at();
+    KnownMembers members(names);
+    std::string vrfName;
+    bool isDown = false;
+    value.members("a VRF", [&](JsonText const & name, JsonValue & member) {
+        switch (members.take(name)) {
+        case vrf:
+            vrfName = member.text("the name of a VRF").text();
+            break;
+        case state:
+            isDown = member.text(aText).text() == "Down";
+            break;
+        default:
+            break;
+        }
+    });
+    members.require(vrf, start);
+    join.vrf(vrfName, isDown);
+}
+
+} // namespace
+
+void readFrrVrfs(JsonReader & json, FrrJoin & join) {
+    static constexpr std::array<MemberName, 1> names{"vrfs"};
+    auto const * const start = json.at();
+    KnownMembers members(names);
+    json.document([&](JsonText const & name, JsonValue & value) {
+        if (members.take(name) == 0) {
+            value.elements("a list of VRFs", [&](JsonValue & element) { readVrf(element, join); });
+        }
+    });
+    members.require(0, start);
+}
+
+void readFrrInterfaces(JsonReader & json, std::string const & vrf, FrrJoin & join) {
+    json.document([&](JsonText const & key, JsonValue & value) {
+        readInterface(std::string(key.text()), value, vrf, join);
+    });
+}
+
+void readFrrRoutes(JsonReader & json, std::string const & vrf, FrrJoin & join) {
+    json.document([&](JsonText const & key, JsonValue & value) {
+        join.step();
+        auto const prefix = Nolt::IpGenPrefix::tryFromString(key.text());
+        if (!prefix || prefix->isNone()) {
+            return leaveOut(join, vrf, "route", key.text(), "a prefix such as 10.1.0.0/16");
+        }
+        value.elements("a list of routes",
+                       [&](JsonValue & element) { readRoute(element, vrf, *prefix, join); });
+    });
+}
+
+} // namespace vxshow

@@ -1,0 +1,115 @@
+#include "vxshow/sources/frr/VtyshWords.h"
+
+#include "vxshow/sources/AnswerError.h"
+#include "vxshow/text/Quoting.h"
+
+#include <optional>
+
+namespace vxshow {
+
+namespace {
+
+/// For a shell (POSIX, 2.2.2), in whose single quotes nothing but their end has a meaning.
+std::string quoted(std::string_view word) {
+    std::string text = "'";
+    for (char const c : word) {
+        if (c == '\'') {
+            text.append("'\\''");
+        } else {
+            text.push_back(c);
+        }
+    }
+    return text.append("'");
+}
+
+/// A line of what was printed, by its ends; the second without the newline.
+struct Line {
+    std::size_t first;
+    std::size_t end;
+};
+
+/// The next line, from `position` on, which a line begins at, that ends in a `#` and the command.
+std::optional<Line> echoOf(std::string_view printed, std::size_t position,
+                           std::string const & command) {
+    auto const mark = "# " + command;
+    for (auto at = printed.find(mark, position); at != std::string_view::npos;
+         at = printed.find(mark, at + 1)) {
+        // The end first: that is looked at once, where a long line's beginning is far away.
+        auto const end = at + mark.size();
+        if (end == printed.size() || printed[end] == '\n') {
+            auto const before = printed.substr(position, at - position).rfind('\n');
+            return Line{before == std::string_view::npos ? position : position + before + 1, end};
+        }
+    }
+    return std::nullopt;
+}
+
+std::string_view firstLine(std::string_view text) {
+    return text.substr(0, text.find('\n'));
+}
+
+/// Such as "% Unknown command: …", for which there is no document.
+bool isComplaint(std::string_view answer) {
+    return answer.starts_with("% ");
+}
+
+[[noreturn]] void refuseWithoutLine(std::string const & command, std::string const & found) {
+    throw AnswerError(command + ": found " + found +
+                      ", expected a line that ends in the command, and the answer");
+}
+
+} // namespace
+
+std::vector<std::string> vtyshWords(VtyshCommand const & vtysh,
+                                    std::vector<std::string> const & commands) {
+    auto words = vtysh.words;
+    auto const add = [&](std::string const & word) {
+        words.push_back(vtysh.remoteShell ? quoted(word) : word);
+    };
+    if (!vtysh.pathSpace.empty()) {
+        add("-N");
+        add(vtysh.pathSpace);
+    }
+    add("-d");
+    add("zebra");
+    add("-E");
+    for (auto const & command : commands) {
+        add("-c");
+        add(command);
+    }
+    return words;
+}
+
+std::vector<std::string_view> vtyshAnswers(std::string_view printed,
+                                           std::vector<std::string> const & commands) {
+    std::vector<std::string_view> answers;
+    std::size_t position = 0;
+    auto const take = [&](std::size_t end) {
+        auto const answer = printed.substr(position, end - position);
+        if (isComplaint(answer)) {
+            throw AnswerError(commands[answers.size()] + ": vtysh says " +
+                              shownText(firstLine(answer)));
+        }
+        answers.push_back(answer);
+    };
+    for (auto const & command : commands) {
+        bool const first = &command == &commands.front();
+        auto const line = echoOf(printed, position, command);
+        if (!first) {
+            take(line ? line->first : printed.size());
+        }
+        if (!line) {
+            refuseWithoutLine(command, "the end of what vtysh printed");
+        }
+        if (first && line->first != 0) {
+            refuseWithoutLine(command, '"' + shownText(firstLine(printed)) + '"');
+        }
+        position = line->end == printed.size() ? line->end : line->end + 1;
+    }
+    if (!commands.empty()) {
+        take(printed.size());
+    }
+    return answers;
+}
+
+} // namespace vxshow

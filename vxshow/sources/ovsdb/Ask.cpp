@@ -1,0 +1,134 @@
+#include "vxshow/sources/ovsdb/Ask.h"
+
+#include "Vex/Errors.h"
+#include "vxshow/sources/Failure.h"
+#include "vxshow/sources/ovsdb/ServerChoice.h"
+
+#include <cerrno>
+#include <chrono>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+
+namespace vxshow {
+
+namespace {
+
+/// The client does not say which file it cannot read.
+void checkFile(char const * what, std::string const & path) {
+    if (::access(path.c_str(), R_OK) == 0) {
+        return;
+    }
+    int const error = errno;
+    throw SourceFailure((error == EACCES ? "permission: " : "unreachable: ") + std::string(what) +
+                        " " + Vex::printable(path) + ": " + std::generic_category().message(error));
+}
+
+void checkFiles(DatabaseAddress const & address) {
+    if (address.ssl) {
+        checkFile("private key", address.ssl->privateKey);
+        checkFile("certificate", address.ssl->certificate);
+        checkFile("CA certificate", address.ssl->caCertificate);
+    }
+}
+
+/// One reading of a database.
+struct Question {
+    HardwareVtepSource const & source;
+    HardwareVtepWanted const & wanted;
+    std::optional<Vxlan::Vni> vni;
+    Deadline const & deadline;
+};
+
+HardwareVtepAnswer askOnce(OvsdbClient const & server, Question const & question) {
+    auto wanted = question.wanted;
+    if (question.vni && (wanted.localMacs || wanted.remoteMacs)) {
+        auto const survey = server.query(HardwareVtepRequest::survey().text(), question.deadline);
+        wanted.logicalSwitches = logicalSwitchesOf(*question.vni, survey, question.deadline);
+    }
+    auto const request = HardwareVtepRequest::of(wanted);
+    auto const answer = server.query(request.text(), question.deadline);
+    return readHardwareVtep(answer, request, question.source, question.vni, question.deadline);
+}
+
+/// Asks one server. The logical switches of a VNI may change between the two transactions that
+/// it takes to name them, so it may have to be asked again.
+HardwareVtepAnswer ask(OvsdbClient const & server, Question const & question) {
+    try {
+        for (;;) {
+            auto answer = askOnce(server, question);
+            if (answer.fits) {
+                return answer;
+            }
+            if (question.deadline.isOver()) {
+                throw SourceFailure("time limit: the logical switches of VNI " +
+                                    std::string(question.vni->stringValue()) + " keep changing");
+            }
+        }
+    } catch (RequestRefused const & refused) {
+        throw SourceFailure(std::string("no such schema: ") + refused.what());
+    } catch (AnswerError const & error) {
+        throw SourceFailure(std::string("broken answer: ") + error.what());
+    }
+}
+
+/// What a server says that it is cut off from; nothing of one that is not, and of one that does
+/// not tell, as those before 2.9 cannot.
+std::optional<std::string> cutOffFrom(OvsdbClient const & server, Deadline const & deadline) {
+    constexpr std::chrono::milliseconds most{1000};
+    try {
+        auto const status =
+            readOvsdbServerStatus(server.query(ovsdbStatusRequest(), deadline.within(most)));
+        if (!status || status->connected) {
+            return std::nullopt;
+        }
+        return status->model == OvsdbServerStatus::Model::relay
+                   ? "the server behind it"
+                   : "the other servers of its cluster";
+    } catch (SourceFailure const &) {
+        return std::nullopt;
+    } catch (AnswerError const &) {
+        return std::nullopt;
+    }
+}
+
+/// It is asked what it is when it has been read: it was in touch with the others then.
+HardwareVtepAnswer askOnlyOne(DatabaseAddress const & address, Question const & question) {
+    OvsdbClient const server(address.remotes.front(), address.ssl);
+    auto answer = ask(server, question);
+    if (auto const others = cutOffFrom(server, question.deadline)) {
+        throw SourceFailure("unreachable: " + Vex::printable(address.remotes.front()) +
+                            " is cut off from " + *others);
+    }
+    return answer;
+}
+
+HardwareVtepAnswer askCluster(DatabaseAddress const & address, Question const & question) {
+    constexpr std::chrono::milliseconds betweenServers{100};
+    OvsdbServerChoice servers(address);
+    for (;;) {
+        auto const & server = servers.server(question.deadline);
+        try {
+            return ask(server, question);
+        } catch (ServerFailure const &) {
+            std::this_thread::sleep_until(question.deadline.within(betweenServers).end);
+            if (question.deadline.isOver()) {
+                throw;
+            }
+        }
+    }
+}
+
+} // namespace
+
+HardwareVtepAnswer askHardwareVtep(DatabaseAddress const & address,
+                                   HardwareVtepSource const & source,
+                                   HardwareVtepWanted const & wanted, std::optional<Vxlan::Vni> vni,
+                                   Deadline const & deadline) {
+    checkFiles(address);
+    Question const question{source, wanted, vni, deadline};
+    return address.remotes.size() == 1 ? askOnlyOne(address, question)
+                                       : askCluster(address, question);
+}
+
+} // namespace vxshow

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "vxshow/sources/Deadline.h"
+#include "vxshow/sources/Failure.h"
+#include "vxshow/sources/ovsdb/DatabaseAddress.h"
+#include "vxshow/system/FileBytes.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vxshow {
+
+/// A server that could not be asked, or went away meanwhile. Another of its cluster may answer.
+class ServerFailure : public SourceFailure {
+public:
+    using SourceFailure::SourceFailure;
+};
+
+/// One database server, asked through the stock `ovsdb-client` (its manual is ovsdb-client(1)).
+///
+/// Each call is a program of its own with a server of its own: given several, the client waits
+/// for a hung one before it tries the next.
+class OvsdbClient {
+public:
+    static constexpr char const * program = "ovsdb-client";
+
+    /// A longer answer is refused.
+    static constexpr std::size_t longestAnswer = FileBytes::longest;
+
+    /// The server at `remote`. Both arguments outlive this.
+    OvsdbClient(std::string const & remote, std::optional<DatabaseAddress::Ssl> const & ssl)
+        : remote_(remote), ssl_(ssl) {}
+
+    std::string const & remote() const noexcept { return remote_; }
+
+    /// The answer to `transaction`, one line of JSON (RFC 7047, section 4.1.3), within which an
+    /// operation may have failed. The client adds an abort, so nothing is ever written. Raises
+    /// `ServerFailure`.
+    FileBytes query(std::string const & transaction, Deadline const & deadline) const;
+
+private:
+    std::vector<std::string> words(std::string const & transaction) const;
+
+    std::string const & remote_;
+    std::optional<DatabaseAddress::Ssl> const & ssl_;
+};
+
+} // namespace vxshow

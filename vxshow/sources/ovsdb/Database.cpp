@@ -1,0 +1,89 @@
+#include "vxshow/sources/ovsdb/Database.h"
+
+#include "vxshow/sources/ovsdb/Tables.h"
+#include "vxshow/text/JsonRefusal.h"
+
+#include <tuple>
+
+namespace vxshow {
+
+namespace {
+
+std::string answersWanted(std::size_t count) {
+    return "an array of " + std::to_string(count) + (count == 1 ? " answer" : " answers");
+}
+
+/// Reads all of them; `table` is the one that is being read, null around them.
+void readAnswers(FileBytes const & answer, HardwareVtepRequest const & request,
+                 HardwareVtepTable const *& table, HardwareVtepJoin & join) {
+    auto const & tables = request.tables();
+    std::size_t at = 0;
+    auto const wanted = answersWanted(tables.size());
+    JsonReader json(answer);
+    auto const * const start = json.at();
+    json.documentElements(wanted, [&](JsonValue & element) {
+        if (at == tables.size()) {
+            element.refuse(wanted);
+        }
+        table = &tables[at++];
+        readSelect(element, *table, join);
+        table = nullptr;
+    });
+    if (at < tables.size()) {
+        throw Refusal{start, wanted, " of fewer"};
+    }
+}
+
+void join(FileBytes const & answer, HardwareVtepRequest const & request, HardwareVtepJoin & join) {
+    HardwareVtepTable const * table = nullptr;
+    auto const about = [&] {
+        return table ? "answer for " + std::string(nameOf(*table)) + ": " : "answer: ";
+    };
+    try {
+        readAnswers(answer, request, table, join);
+    } catch (SelectRefused const & refused) {
+        auto const line = about() + "the server says " + refused.words;
+        if (refused.schema) {
+            throw RequestRefused(line);
+        }
+        throw AnswerError(line);
+    } catch (Refusal const & refusal) {
+        throw AnswerError(about() + refusalLine(refusal, answer.text(), JsonRoot::array));
+    } catch (MalformedJson const & malformed) {
+        throw AnswerError("answer: " + refusalLine(malformed, answer.text(), JsonRoot::array));
+    }
+}
+
+void setSystemIds(HardwareVtepSource const & source, SourceState & state) {
+    for (auto & [name, known] : state.switches) {
+        auto const own = source.systemIds.find(name);
+        if (own != source.systemIds.end()) {
+            known.systemId = own->second;
+        } else if (state.switches.size() == 1) {
+            known.systemId = source.systemId;
+        }
+    }
+}
+
+} // namespace
+
+HardwareVtepAnswer readHardwareVtep(FileBytes const & answer, HardwareVtepRequest const & request,
+                                    HardwareVtepSource const & source,
+                                    std::optional<Vxlan::Vni> vni, Deadline const & deadline) {
+    HardwareVtepJoin rows(source.name, deadline);
+    join(answer, request, rows);
+    HardwareVtepAnswer result;
+    result.fits = !request.pushed() || (vni && rows.logicalSwitchesOf(*vni) == *request.pushed());
+    std::tie(result.state, result.findings) = rows.finished();
+    setSystemIds(source, result.state);
+    return result;
+}
+
+std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, FileBytes const & surveyed,
+                                        Deadline const & deadline) {
+    HardwareVtepJoin rows("", deadline);
+    join(surveyed, HardwareVtepRequest::survey(), rows);
+    return rows.logicalSwitchesOf(vni);
+}
+
+} // namespace vxshow

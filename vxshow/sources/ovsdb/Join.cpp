@@ -1,0 +1,296 @@
+#include "vxshow/sources/ovsdb/Join.h"
+
+#include "vxshow/sources/ovsdb/Content.h"
+#include "vxshow/sources/ovsdb/LogicalRouter.h"
+#include "vxshow/text/JsonAddresses.h"
+#include "vxshow/text/Quoting.h"
+
+namespace vxshow {
+
+void HardwareVtepJoin::physicalSwitch(std::string const & name,
+                                      std::vector<std::string> const & ips,
+                                      References const & ports) {
+    auto & known = state_.switches[name];
+    auto & local = state_.local[name];
+    for (auto const & text : ips) {
+        auto const ip = hardware_vtep::vtepIp(text);
+        if (!ip) {
+            findings_.leftOut.add("Physical_Switch " + shownInQuotes(name) + ": tunnel_ips " +
+                                  shownInQuotes(text) + ", expected " + std::string(anIpv4Address));
+            continue;
+        }
+        known.vteps.insert(*ip);
+        switchesByIp_[*ip].insert(&local);
+    }
+    auto & own = switchPorts_[name];
+    for (auto const & port : ports) {
+        own.insert(port.row);
+    }
+}
+
+void HardwareVtepJoin::router(std::string const & name,
+                              std::vector<std::pair<std::string, ovsdb::Reference>> const & ports,
+                              std::vector<std::pair<std::string, std::string>> const & routes) {
+    HardwareVtepRouter router(name, state_.routers[name], findings_.leftOut);
+    for (auto const & [address, to] : ports) {
+        auto & logicalSwitch = rows_.logicalSwitch(to);
+        logicalSwitch.routers.insert(name);
+        router.port(address, logicalSwitch);
+    }
+    for (auto const & [prefix, nexthop] : routes) {
+        router.route(prefix, nexthop);
+    }
+}
+
+void HardwareVtepJoin::leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch,
+                                std::string_view column, std::string_view found,
+                                std::string_view expected) {
+    std::string what(nameOf(row.table));
+    what.append(" ")
+        .append(shownInQuotes(row.mac))
+        .append(" in ")
+        .append(shownInQuotes(logicalSwitch.name));
+    what.append(": ").append(column).append(" ").append(found);
+    findings_.leftOut.add(what.append(", expected ").append(expected));
+}
+
+std::optional<Vxlan::Vni> HardwareVtepJoin::vniOf(MacRow const & row,
+                                                  LogicalSwitch const & logicalSwitch,
+                                                  Locator const & locator) {
+    auto const & key = logicalSwitch.key ? logicalSwitch.key : locator.key;
+    auto const vni = key ? hardware_vtep::vniOfKey(*key) : std::nullopt;
+    if (!vni) {
+        leaveOut(row, logicalSwitch, "tunnel_key", key ? std::to_string(*key) : "of neither",
+                 hardware_vtep::aKey);
+    }
+    return vni;
+}
+
+std::set<SourceSide *> const & HardwareVtepJoin::switchesAt(Locator & locator) const {
+    static std::set<SourceSide *> const none;
+    if (!locator.switches) {
+        auto const found = switchesByIp_.find(*locator.ip);
+        locator.switches = found == switchesByIp_.end() ? &none : &found->second;
+    }
+    return *locator.switches;
+}
+
+template <class What, class Take>
+void HardwareVtepJoin::place(Side side, Locator & locator, What && what, Take && take) {
+    if (side == Side::remote) {
+        return take(state_.remote);
+    }
+    auto const & switches = switchesAt(locator);
+    for (SourceSide * const one : switches) {
+        step();
+        take(*one);
+    }
+    if (switches.empty()) {
+        findings_.unplaced.add(what().append(" at ").append(locator.ip->stringValue()));
+        take(state_.local[name_]);
+    }
+}
+
+std::optional<Nolt::IpGenAddr> HardwareVtepJoin::bindingOf(MacRow const & row,
+                                                           LogicalSwitch const & logicalSwitch) {
+    if (row.ip.empty()) {
+        return std::nullopt;
+    }
+    auto const ip = hardware_vtep::someIp(row.ip);
+    if (!ip) {
+        leaveOut(row, logicalSwitch, "ipaddr", shownInQuotes(row.ip), anIpAddress);
+    }
+    return ip;
+}
+
+void HardwareVtepJoin::unicast(MacRow const & row) {
+    auto & logicalSwitch = rows_.logicalSwitch(row.logicalSwitch);
+    auto & locator = rows_.locator(row.target);
+    auto const mac = hardware_vtep::hostMac(row.mac);
+    if (!mac) {
+        return leaveOut(row, logicalSwitch, "MAC", shownInQuotes(row.mac), anEthernetAddress);
+    }
+    auto const ip = bindingOf(row, logicalSwitch);
+    if (!locator.ip) {
+        return leaveOut(row, logicalSwitch, "dst_ip", shownInQuotes(locator.text), anIpv4Address);
+    }
+    auto const vni = vniOf(row, logicalSwitch, locator);
+    if (!vni) {
+        return;
+    }
+    auto const what = [&] {
+        return std::string(nameOf(row.table)) + " " + shownInQuotes(row.mac) + " in " +
+               shownInQuotes(logicalSwitch.name);
+    };
+    place(row.side, locator, what, [&](SourceSide & side) {
+        side.macs.push_back({*vni, *mac, *locator.ip});
+        if (ip) {
+            side.bindings.push_back({*vni, *ip, *mac});
+        }
+    });
+}
+
+void HardwareVtepJoin::leaveOut(LocatorSet const & set, std::string_view found,
+                                std::string_view expected) {
+    std::string what(nameOf(HardwareVtepTable::physicalLocatorSet));
+    what.append(" ").append(ovsdb::textOf(set.row)).append(": ").append(found);
+    findings_.leftOut.add(what.append(", expected ").append(expected));
+}
+
+void HardwareVtepJoin::checkAddresses(LocatorSet & set) {
+    if (std::exchange(set.addressesChecked, true)) {
+        return;
+    }
+    std::erase_if(set.members, [&](Locator const * locator) {
+        step();
+        if (!locator->ip) {
+            leaveOut(set, "dst_ip " + shownInQuotes(locator->text), anIpv4Address);
+        }
+        return !locator->ip;
+    });
+}
+
+void HardwareVtepJoin::checkKeys(LocatorSet & set) {
+    if (std::exchange(set.keysChecked, true)) {
+        return;
+    }
+    for (Locator const * const locator : set.members) {
+        step();
+        if (!locator->vni()) {
+            std::string const at(locator->ip->stringValue());
+            leaveOut(set,
+                     locator->key ? "tunnel_key " + std::to_string(*locator->key) + " of " + at
+                                  : "tunnel_key of neither " + at + " nor the logical switch",
+                     hardware_vtep::aKey);
+        }
+    }
+}
+
+std::set<HardwareVtepJoin::Place> HardwareVtepJoin::flood(Flooding const & flooding, Side side) {
+    std::set<Place> places;
+    for (Locator * const locator : flooding.set->members) {
+        step();
+        auto const vni = flooding.vni ? flooding.vni : locator->vni();
+        if (!vni) {
+            continue;
+        }
+        auto const what = [&] {
+            auto const mac =
+                flooding.mac.isZero() ? "unknown-dst" : std::string(flooding.mac.stringValue());
+            return std::string(nameOf(flooding.table)) + " \"" + mac + "\" in VNI " +
+                   std::string(vni->stringValue());
+        };
+        place(side, *locator, what, [&](SourceSide & to) {
+            to.floods.push_back({*vni, flooding.mac, *locator->ip});
+            places.emplace(&to, *vni);
+        });
+    }
+    return places;
+}
+
+void HardwareVtepJoin::multicast(MacRow const & row) {
+    auto & logicalSwitch = rows_.logicalSwitch(row.logicalSwitch);
+    auto & set = rows_.locatorSet(row.target);
+    auto const mac = hardware_vtep::floodMac(row.mac);
+    if (!mac) {
+        return leaveOut(row, logicalSwitch, "MAC", shownInQuotes(row.mac),
+                        "an Ethernet address or unknown-dst");
+    }
+    auto ip = bindingOf(row, logicalSwitch);
+    if (ip && mac->isZero()) {
+        leaveOut(row, logicalSwitch, "ipaddr", shownInQuotes(row.ip),
+                 "none, as this is no address");
+        ip.reset();
+    }
+    auto const vni = logicalSwitch.vni();
+    if (logicalSwitch.key && !vni) {
+        return leaveOut(row, logicalSwitch, "tunnel_key", std::to_string(*logicalSwitch.key),
+                        hardware_vtep::aKey);
+    }
+    checkAddresses(set);
+    if (!vni) {
+        checkKeys(set);
+    }
+    auto const [flooded, isNew] = flooded_.try_emplace({row.table, vni, *mac, &set});
+    if (isNew) {
+        flooded->second = flood(flooded->first, row.side);
+    }
+    if (ip) {
+        for (auto const & [side, of] : flooded->second) {
+            step();
+            side->bindings.push_back({of, *ip, *mac});
+        }
+    }
+}
+
+std::set<ovsdb::Uuid> HardwareVtepJoin::logicalSwitchesOf(Vxlan::Vni vni) const {
+    std::set<ovsdb::Uuid> rows;
+    for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
+        if (!logicalSwitch.key || logicalSwitch.vni() == vni) {
+            rows.insert(row);
+        }
+    }
+    return rows;
+}
+
+void HardwareVtepJoin::addBound(std::string const & name, LogicalSwitch const & logicalSwitch) {
+    auto & routers = state_.switches[name].routers;
+    for (auto const & router : logicalSwitch.routers) {
+        step();
+        routers.insert(router);
+    }
+    if (auto const vni = logicalSwitch.vni()) {
+        state_.local[name].vnis.push_back(*vni);
+    }
+}
+
+/// A logical switch without any address is known all the same: to whom it was told, and to each
+/// switch with a port in it.
+void HardwareVtepJoin::addVnis() {
+    for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
+        if (auto const vni = logicalSwitch.vni()) {
+            state_.remote.vnis.push_back(*vni);
+        }
+    }
+    for (auto const & [name, ports] : switchPorts_) {
+        std::set<LogicalSwitch const *> bound;
+        for (auto const & port : ports) {
+            for (LogicalSwitch const * const one : rows_.boundTo(port)) {
+                step();
+                if (bound.insert(one).second) {
+                    addBound(name, *one);
+                }
+            }
+        }
+    }
+}
+
+void HardwareVtepJoin::findDisputes() {
+    auto const look = [&](std::string const & side, std::vector<IpBinding> const & bindings) {
+        bool within = false;
+        for (std::size_t index = 1; index < bindings.size(); ++index) {
+            step();
+            auto const & before = bindings[index - 1];
+            auto const & now = bindings[index];
+            bool const same = before.vni == now.vni && before.ip == now.ip;
+            if (same && !within) {
+                findings_.disputed.add(now.ip.stringValue() + " in VNI " + now.vni.stringValue() +
+                                       side);
+            }
+            within = same;
+        }
+    };
+    look(" (remote)", state_.remote.bindings);
+    for (auto const & [name, side] : state_.local) {
+        look(" (local to " + shownInQuotes(name) + ")", side.bindings);
+    }
+}
+
+std::pair<SourceState, SourceFindings> HardwareVtepJoin::finished() {
+    addVnis();
+    state_.settle();
+    findDisputes();
+    return {std::move(state_), std::move(findings_)};
+}
+
+} // namespace vxshow

@@ -1,0 +1,48 @@
+#include "vxshow/sources/ovsdb/LogicalRouter.h"
+
+#include "vxshow/sources/ovsdb/Content.h"
+#include "vxshow/text/JsonAddresses.h"
+#include "vxshow/text/Quoting.h"
+
+namespace vxshow {
+
+void HardwareVtepRouter::port(std::string const & address,
+                              HardwareVtepRows::LogicalSwitch const & in) {
+    constexpr std::string_view column = "switch_binding";
+    auto const ip = Nolt::IpGenAddrWithMask::tryFromString(address);
+    if (!ip || ip->isNone()) {
+        return leaveOut(column, shownInQuotes(address),
+                        "an address with its prefix length such as 10.1.2.3/24");
+    }
+    if (auto const vni = in.vni()) {
+        router_.ports[*ip].insert(RouterPort{*vni});
+        return;
+    }
+    auto const key =
+        in.key ? " with tunnel_key " + std::to_string(*in.key) : " without a tunnel_key";
+    leaveOut(column, shownInQuotes(address) + " to " + shownInQuotes(in.name) + key,
+             hardware_vtep::aKey);
+}
+
+void HardwareVtepRouter::route(std::string const & prefix, std::string const & nexthop) {
+    constexpr std::string_view column = "static_routes";
+    auto const to = Nolt::IpGenPrefix::tryFromString(prefix);
+    if (!to || to->isNone()) {
+        return leaveOut(column, shownInQuotes(prefix), "a prefix such as 10.1.0.0/16");
+    }
+    auto const by = hardware_vtep::someIp(nexthop);
+    if (!by) {
+        return leaveOut(column, shownInQuotes(prefix) + " to " + shownInQuotes(nexthop),
+                        anIpAddress);
+    }
+    router_.routes[*to].insert(*by);
+}
+
+void HardwareVtepRouter::leaveOut(std::string_view column, std::string const & found,
+                                  std::string_view expected) {
+    auto what = "Logical_Router " + shownInQuotes(name_) + ": ";
+    what.append(column).append(" ").append(found);
+    leftOut_.add(what.append(", expected ").append(expected));
+}
+
+} // namespace vxshow

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "vxshow/sources/Facts.h"
+#include "vxshow/sources/Findings.h"
+#include "vxshow/sources/ovsdb/Rows.h"
+
+#include <string>
+#include <string_view>
+
+namespace vxshow {
+
+/// Takes what a row of `Logical_Router` says into a router. What is no address, prefix or VNI is
+/// counted and left out.
+class HardwareVtepRouter {
+public:
+    /// All of them outlive this.
+    HardwareVtepRouter(std::string const & name, SourceRouter & router, Noticed & leftOut) noexcept
+        : name_(name), router_(router), leftOut_(leftOut) {}
+
+    /// A pair of `switch_binding`: an address with its prefix length, and where it is.
+    void port(std::string const & address, HardwareVtepRows::LogicalSwitch const & in);
+
+    /// A pair of `static_routes`.
+    void route(std::string const & prefix, std::string const & nexthop);
+
+private:
+    void leaveOut(std::string_view column, std::string const & found, std::string_view expected);
+
+    std::string const & name_;
+    SourceRouter & router_;
+    Noticed & leftOut_;
+};
+
+} // namespace vxshow

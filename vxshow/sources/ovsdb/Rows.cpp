@@ -1,0 +1,92 @@
+#include "vxshow/sources/ovsdb/Rows.h"
+
+#include "vxshow/sources/ovsdb/Content.h"
+#include "vxshow/sources/ovsdb/Request.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+namespace vxshow {
+
+namespace {
+
+template <class Rows, class Row>
+void insertNew(Rows & rows, ovsdb::Reference const & identity, Row && row) {
+    if (!rows.emplace(identity.row, std::forward<Row>(row)).second) {
+        throw Refusal{identity.at, "it once", " again"};
+    }
+}
+
+template <class Rows>
+auto & rowAt(Rows & rows, ovsdb::Reference const & to, HardwareVtepTable table) {
+    auto const found = rows.find(to.row);
+    if (found == rows.end()) {
+        throw Refusal{to.at, std::string("the _uuid of a row of ").append(nameOf(table))};
+    }
+    return found->second;
+}
+
+/// In the order of places in memory, of which nothing may depend.
+template <class Row>
+void sortUnique(std::vector<Row *> & rows) {
+    std::sort(rows.begin(), rows.end(), std::less<>());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+}
+
+} // namespace
+
+std::optional<Vxlan::Vni> HardwareVtepRows::LogicalSwitch::vni() const {
+    return key ? hardware_vtep::vniOfKey(*key) : std::nullopt;
+}
+
+std::optional<Vxlan::Vni> HardwareVtepRows::Locator::vni() const {
+    return key ? hardware_vtep::vniOfKey(*key) : std::nullopt;
+}
+
+void HardwareVtepRows::addLogicalSwitch(ovsdb::Reference const & row, std::string name, Key key) {
+    insertNew(logicalSwitches_, row, LogicalSwitch{std::move(name), key});
+}
+
+void HardwareVtepRows::addLocator(ovsdb::Reference const & row, std::string_view ip, Key key) {
+    insertNew(locators_, row, Locator{std::string(ip), hardware_vtep::vtepIp(ip), key});
+}
+
+void HardwareVtepRows::addLocatorSet(ovsdb::Reference const & row, References const & locators) {
+    std::vector<Locator *> members;
+    for (auto const & member : locators) {
+        members.push_back(&locator(member));
+    }
+    sortUnique(members);
+    insertNew(locatorSets_, row, LocatorSet{row.row, std::move(members)});
+}
+
+void HardwareVtepRows::addPort(ovsdb::Reference const & row, References const & logicalSwitches) {
+    std::vector<LogicalSwitch *> bound;
+    for (auto const & to : logicalSwitches) {
+        bound.push_back(&logicalSwitch(to));
+    }
+    sortUnique(bound);
+    insertNew(ports_, row, std::move(bound));
+}
+
+HardwareVtepRows::LogicalSwitch & HardwareVtepRows::logicalSwitch(ovsdb::Reference const & to) {
+    return rowAt(logicalSwitches_, to, HardwareVtepTable::logicalSwitch);
+}
+
+HardwareVtepRows::Locator & HardwareVtepRows::locator(ovsdb::Reference const & to) {
+    return rowAt(locators_, to, HardwareVtepTable::physicalLocator);
+}
+
+HardwareVtepRows::LocatorSet & HardwareVtepRows::locatorSet(ovsdb::Reference const & to) {
+    return rowAt(locatorSets_, to, HardwareVtepTable::physicalLocatorSet);
+}
+
+std::vector<HardwareVtepRows::LogicalSwitch *> const &
+HardwareVtepRows::boundTo(ovsdb::Uuid const & port) const {
+    static std::vector<LogicalSwitch *> const none;
+    auto const found = ports_.find(port);
+    return found == ports_.end() ? none : found->second;
+}
+
+} // namespace vxshow

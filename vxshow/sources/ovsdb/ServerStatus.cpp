@@ -1,0 +1,159 @@
+#include "vxshow/sources/ovsdb/ServerStatus.h"
+
+#include "vxshow/sources/AnswerError.h"
+#include "vxshow/sources/ovsdb/Values.h"
+#include "vxshow/text/JsonMembers.h"
+#include "vxshow/text/JsonRefusal.h"
+
+#include <array>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::string_view oneAnswer = "an array of 1 answer";
+
+OvsdbServerStatus::Model readModel(JsonValue & value) {
+    using Model = OvsdbServerStatus::Model;
+    constexpr std::string_view expected = R"("standalone", "clustered" or "relay")";
+    auto const name = value.text(expected);
+    if (name.text() == "standalone") {
+        return Model::standalone;
+    }
+    if (name.text() == "clustered") {
+        return Model::clustered;
+    }
+    if (name.text() != "relay") {
+        name.refuse(std::string(expected));
+    }
+    return Model::relay;
+}
+
+OvsdbServerStatus readRow(JsonValue & value) {
+    static constexpr std::array<MemberName, 5> names{"cid", "connected", "index", "leader",
+                                                     "model"};
+    auto const * const start = value.at();
+    OvsdbServerStatus status;
+    Members members(names);
+    value.members("a row", [&](JsonText const & name, JsonValue & cell) {
+        switch (members.take(name)) {
+        case 0:
+            ovsdb::readReferences(
+                cell, [&](ovsdb::Reference const & cluster) { status.cluster = cluster.row; });
+            break;
+        case 1:
+            status.connected = cell.boolean();
+            break;
+        case 2:
+            status.index = ovsdb::readOptionalInteger(cell);
+            break;
+        case 3:
+            status.leader = cell.boolean();
+            break;
+        default:
+            status.model = readModel(cell);
+        }
+    });
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        members.require(index, start);
+    }
+    return status;
+}
+
+std::optional<OvsdbServerStatus> readRows(JsonValue & value) {
+    static constexpr std::array<MemberName, 1> names{"rows"};
+    std::optional<OvsdbServerStatus> status;
+    auto const * const start = value.at();
+    Members members(names);
+    value.members("an object with rows", [&](JsonText const & name, JsonValue & rows) {
+        members.take(name);
+        rows.elements("a list of rows", [&](JsonValue & row) {
+            if (status) {
+                row.refuse("at most one row");
+            }
+            status = readRow(row);
+        });
+    });
+    members.require(0, start);
+    return status;
+}
+
+std::optional<OvsdbServerStatus> readAnswers(FileBytes const & answer) {
+    std::optional<OvsdbServerStatus> status;
+    std::size_t count = 0;
+    JsonReader json(answer);
+    auto const * const start = json.at();
+    json.documentElements(oneAnswer, [&](JsonValue & element) {
+        if (count++ > 0) {
+            element.refuse(std::string(oneAnswer));
+        }
+        status = readRows(element);
+    });
+    if (count == 0) {
+        throw Refusal{start, std::string(oneAnswer), " of fewer"};
+    }
+    return status;
+}
+
+bool isReady(std::optional<OvsdbServerStatus> const & server) {
+    return server && server->connected;
+}
+
+} // namespace
+
+std::string const & ovsdbStatusRequest() {
+    static std::string const request =
+        R"(["_Server",{"op":"select","table":"Database","where":[["name","==","hardware_vtep"]],)"
+        R"("columns":["cid","connected","index","leader","model"]}])";
+    return request;
+}
+
+std::optional<OvsdbServerStatus> readOvsdbServerStatus(FileBytes const & answer) {
+    constexpr char const * about = "the server's own status: ";
+    try {
+        return readAnswers(answer);
+    } catch (Refusal const & refusal) {
+        throw AnswerError(about + refusalLine(refusal, answer.text(), JsonRoot::array));
+    } catch (MalformedJson const & malformed) {
+        throw AnswerError(about + refusalLine(malformed, answer.text(), JsonRoot::array));
+    }
+}
+
+bool areOfOneDatabase(OvsdbServerStatus const & one, OvsdbServerStatus const & other) {
+    if (one.cluster || other.cluster) {
+        return one.cluster == other.cluster;
+    }
+    constexpr auto relay = OvsdbServerStatus::Model::relay;
+    return one.model == relay && other.model == relay;
+}
+
+std::optional<std::size_t> leaderOf(OvsdbServers const & servers) {
+    std::optional<std::size_t> leader;
+    for (std::size_t index = 0; index < servers.size(); ++index) {
+        auto const & server = servers[index];
+        if (isReady(server) && server->cluster && server->leader &&
+            (!leader || server->index > servers[*leader]->index)) {
+            leader = index;
+        }
+    }
+    return leader;
+}
+
+std::optional<std::size_t> serverToRead(OvsdbServers const & servers) {
+    auto const leader = leaderOf(servers);
+    for (std::size_t index = 0; index < servers.size(); ++index) {
+        auto const & server = servers[index];
+        if (!isReady(server)) {
+            continue;
+        }
+        if (!server->cluster) {
+            return index;
+        }
+        if (leader && !server->leader && server->index >= servers[*leader]->index) {
+            return index;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace vxshow

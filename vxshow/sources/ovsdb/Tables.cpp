@@ -1,0 +1,311 @@
+#include "vxshow/sources/ovsdb/Tables.h"
+
+#include "vxshow/text/JsonMembers.h"
+#include "vxshow/text/Quoting.h"
+
+#include <array>
+
+namespace vxshow {
+
+namespace {
+
+using Join = HardwareVtepJoin;
+using Side = HardwareVtepJoin::Side;
+using ovsdb::Reference;
+
+constexpr std::string_view aText = "a text";
+
+std::string takeText(JsonValue & value) {
+    return std::string(value.text(aText).text());
+}
+
+/// Reads a row, which has exactly the columns `names`: `take(index, cell)` for each of them.
+/// Gives where the row starts.
+template <std::size_t count, class Take>
+void readRow(JsonValue & value, std::array<MemberName, count> const & names, Take && take) {
+    auto const * const start = value.at();
+    Members members(names);
+    value.members("a row",
+                  [&](JsonText const & name, JsonValue & cell) { take(members.take(name), cell); });
+    for (std::size_t index = 0; index < count; ++index) {
+        members.require(index, start);
+    }
+}
+
+Join::References readAll(JsonValue & cell, Join & join) {
+    Join::References all;
+    ovsdb::readReferences(cell, [&](Reference const & one) {
+        join.step();
+        all.push_back(one);
+    });
+    return all;
+}
+
+/// A logical switch or a locator: `textColumn` tells which, and the key may be in either.
+struct KeyedRow {
+    Reference row{};
+    std::string text;
+    Join::Key key;
+};
+
+KeyedRow readKeyedRow(JsonValue & value, std::string_view textColumn) {
+    std::array<MemberName, 3> const names{"_uuid", textColumn, "tunnel_key"};
+    KeyedRow read;
+    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+        switch (column) {
+        case 0:
+            read.row = ovsdb::readReference(cell);
+            break;
+        case 1:
+            read.text = takeText(cell);
+            break;
+        default:
+            read.key = ovsdb::readOptionalInteger(cell);
+        }
+    });
+    return read;
+}
+
+void readLogicalSwitch(JsonValue & value, Join & join) {
+    auto read = readKeyedRow(value, "name");
+    join.logicalSwitch(read.row, std::move(read.text), read.key);
+}
+
+void readLocator(JsonValue & value, Join & join) {
+    auto const read = readKeyedRow(value, "dst_ip");
+    join.locator(read.row, read.text, read.key);
+}
+
+void readLocatorSet(JsonValue & value, Join & join) {
+    static constexpr std::array<MemberName, 2> names{"_uuid", "locators"};
+    Reference row{};
+    Join::References locators;
+    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+        if (column == 0) {
+            row = ovsdb::readReference(cell);
+        } else {
+            locators = readAll(cell, join);
+        }
+    });
+    join.locatorSet(row, locators);
+}
+
+void readPhysicalSwitch(JsonValue & value, Join & join) {
+    static constexpr std::array<MemberName, 3> names{"name", "tunnel_ips", "ports"};
+    std::string name;
+    std::vector<std::string> ips;
+    Join::References ports;
+    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+        switch (column) {
+        case 0:
+            name = takeText(cell);
+            break;
+        case 1:
+            ovsdb::readTexts(cell, [&](JsonText const & ip) {
+                join.step();
+                ips.emplace_back(ip.text());
+            });
+            break;
+        default:
+            ports = readAll(cell, join);
+        }
+    });
+    join.physicalSwitch(name, ips, ports);
+}
+
+void readPort(JsonValue & value, Join & join) {
+    static constexpr std::array<MemberName, 3> names{"_uuid", "name", "vlan_bindings"};
+    Reference row{};
+    Join::References bound;
+    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+        switch (column) {
+        case 0:
+            row = ovsdb::readReference(cell);
+            break;
+        case 1:
+            cell.text(aText).text();
+            break;
+        default:
+            ovsdb::readMap(
+                cell, [](JsonValue & vlan) { vlan.integer("a VLAN"); },
+                [&](JsonValue & to) {
+                    join.step();
+                    bound.push_back(ovsdb::readReference(to));
+                });
+        }
+    });
+    join.port(row, bound);
+}
+
+void readRouter(JsonValue & value, Join & join) {
+    static constexpr std::array<MemberName, 3> names{"name", "switch_binding", "static_routes"};
+    std::string name;
+    std::vector<std::pair<std::string, Reference>> ports;
+    std::vector<std::pair<std::string, std::string>> routes;
+    std::string key;
+    auto const takeKey = [&](JsonValue & half) {
+        join.step();
+        key = takeText(half);
+    };
+    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+        switch (column) {
+        case 0:
+            name = takeText(cell);
+            break;
+        case 1:
+            ovsdb::readMap(cell, takeKey, [&](JsonValue & to) {
+                ports.emplace_back(key, ovsdb::readReference(to));
+            });
+            break;
+        default:
+            ovsdb::readMap(cell, takeKey,
+                           [&](JsonValue & to) { routes.emplace_back(key, takeText(to)); });
+        }
+    });
+    join.router(name, ports, routes);
+}
+
+/// Nothing of the state has a place for these; what they say is checked all the same.
+void readArpSource(JsonValue & value, Join & /* none of this is known elsewhere */) {
+    static constexpr std::array<MemberName, 2> names{"src_mac", "locator"};
+    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+        if (column == 0) {
+            cell.text(aText).text();
+        } else {
+            ovsdb::readReference(cell);
+        }
+    });
+}
+
+/// A text of a row that is put together from several: kept where the document has it as it is,
+/// else copied, since the next text with an escape takes its room.
+class CellText {
+public:
+    void take(JsonValue & cell) {
+        auto const text = cell.text(aText);
+        auto const content = text.text();
+        if (content.data() == text.content()) [[likely]] {
+            text_ = content;
+            return;
+        }
+        copy_.assign(content);
+        text_ = copy_;
+    }
+
+    std::string_view text() const noexcept { return text_; }
+
+private:
+    std::string copy_;
+    std::string_view text_;
+};
+
+/// `take` is the member of the join that takes such a row.
+void readMacRow(JsonValue & value, std::array<MemberName, 4> const & names, HardwareVtepTable table,
+                Side side, Join & join, void (Join::*take)(Join::MacRow const &)) {
+    CellText mac;
+    CellText ip;
+    Reference logicalSwitch{};
+    Reference target{};
+    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+        switch (column) {
+        case 0:
+            mac.take(cell);
+            break;
+        case 1:
+            ip.take(cell);
+            break;
+        case 2:
+            target = ovsdb::readReference(cell);
+            break;
+        default:
+            logicalSwitch = ovsdb::readReference(cell);
+        }
+    });
+    (join.*take)({table, side, mac.text(), logicalSwitch, target, ip.text()});
+}
+
+template <class Read>
+void eachRow(JsonValue & value, Join & join, Read && read) {
+    value.elements("a list of rows", [&](JsonValue & row) {
+        join.step();
+        read(row);
+    });
+}
+
+void readRows(JsonValue & rows, HardwareVtepTable table, Join & join) {
+    static constexpr std::array<MemberName, 4> ucast{"MAC", "ipaddr", "locator", "logical_switch"};
+    static constexpr std::array<MemberName, 4> mcast{"MAC", "ipaddr", "locator_set",
+                                                     "logical_switch"};
+    auto const each = [&](void (*read)(JsonValue &, Join &)) {
+        eachRow(rows, join, [&](JsonValue & row) { read(row, join); });
+    };
+    auto const macs = [&](auto const & names, Side side, void (Join::*take)(Join::MacRow const &)) {
+        eachRow(rows, join,
+                [&](JsonValue & row) { readMacRow(row, names, table, side, join, take); });
+    };
+    switch (table) {
+    case HardwareVtepTable::logicalSwitch:
+        return each(readLogicalSwitch);
+    case HardwareVtepTable::physicalLocator:
+        return each(readLocator);
+    case HardwareVtepTable::physicalLocatorSet:
+        return each(readLocatorSet);
+    case HardwareVtepTable::physicalSwitch:
+        return each(readPhysicalSwitch);
+    case HardwareVtepTable::physicalPort:
+        return each(readPort);
+    case HardwareVtepTable::logicalRouter:
+        return each(readRouter);
+    case HardwareVtepTable::arpSourcesLocal:
+    case HardwareVtepTable::arpSourcesRemote:
+        return each(readArpSource);
+    case HardwareVtepTable::mcastMacsLocal:
+        return macs(mcast, Side::local, &Join::multicast);
+    case HardwareVtepTable::mcastMacsRemote:
+        return macs(mcast, Side::remote, &Join::multicast);
+    case HardwareVtepTable::ucastMacsLocal:
+        return macs(ucast, Side::local, &Join::unicast);
+    case HardwareVtepTable::ucastMacsRemote:
+        return macs(ucast, Side::remote, &Join::unicast);
+    }
+}
+
+} // namespace
+
+void readSelect(JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & join) {
+    enum Name : std::size_t { rows, error, details, syntax };
+
+    static constexpr std::array<MemberName, 4> names{"rows", "error", "details", "syntax"};
+    constexpr std::string_view expected = "an object with \"rows\"";
+    auto const * const start = value.at();
+    Members members(names);
+    std::string problem;
+    std::string more;
+    bool schema = false;
+    value.members(expected, [&](JsonText const & name, JsonValue & member) {
+        switch (members.take(name)) {
+        case rows:
+            return readRows(member, table, join);
+        case error: {
+            auto const word = member.text(aText).text();
+            // The first is what Open vSwitch says, the second what RFC 7047 speaks of.
+            schema = word == "syntax error" || word == "unknown column";
+            problem = shownText(word);
+            break;
+        }
+        case details:
+            more = ": " + shownText(member.text(aText).text());
+            break;
+        default:
+            member.text(aText).text();
+        }
+    });
+    if (members.has(error)) {
+        throw SelectRefused{problem + more, schema};
+    }
+    if (!members.has(rows)) {
+        throw Refusal{start, std::string(expected)};
+    }
+}
+
+} // namespace vxshow

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "vxshow/sources/ovsdb/Join.h"
+#include "vxshow/text/Json.h"
+
+namespace vxshow {
+
+/// A select that the server has refused.
+struct SelectRefused {
+    std::string words; ///< its own, printable, on one line
+    bool schema;       ///< whether it does not know the table or a column
+};
+
+/// Reads the answer to one select, `{"rows":[ROW,…]}`, into `join`. Throws `Refusal`,
+/// `MalformedJson` and `SelectRefused`.
+void readSelect(JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & join);
+
+} // namespace vxshow

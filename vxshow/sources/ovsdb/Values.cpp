@@ -1,0 +1,44 @@
+#include "vxshow/sources/ovsdb/Values.h"
+
+namespace vxshow::ovsdb {
+
+Reference readIdentity(JsonValue & value) {
+    constexpr char const * expected =
+        "the identity of a row such as 8e81973e-0bec-47b0-b898-d190f9ebdacc";
+    auto const text = value.text(expected);
+    auto const row = readUuid(text.text());
+    if (!row) {
+        text.refuse(expected);
+    }
+    return {*row, text.at()};
+}
+
+Reference readReference(JsonValue & value) {
+    constexpr std::string_view expected = "a reference to a row";
+    Reference reference{};
+    readTagged(
+        value, expected, [](std::string_view word) { return word == "uuid"; },
+        [&](JsonValue & rest) { reference = readIdentity(rest); });
+    return reference;
+}
+
+std::optional<std::int64_t> readOptionalInteger(JsonValue & value) {
+    constexpr std::string_view expected = "a whole number of 64 bits or an empty set";
+    if (*value.at() != '[') {
+        return value.integer(expected);
+    }
+    std::optional<std::int64_t> number;
+    readTagged(
+        value, expected, [](std::string_view word) { return word == "set"; },
+        [&](JsonValue & list) {
+            list.elements("a list of at most one number", [&](JsonValue & element) {
+                if (number) {
+                    element.refuse("at most one number");
+                }
+                number = element.integer("a whole number of 64 bits");
+            });
+        });
+    return number;
+}
+
+} // namespace vxshow::ovsdb

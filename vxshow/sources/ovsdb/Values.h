@@ -1,0 +1,119 @@
+#pragma once
+
+#include "vxshow/sources/ovsdb/Uuid.h"
+#include "vxshow/text/Json.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+/// The cells of a row as OVSDB writes them (RFC 7047, section 5.1).
+///
+/// A cell's form depends on its content: a set of one may be written bare, sets otherwise and
+/// references are arrays that start with a word. What a cell may hold is known from its column,
+/// so each function reads one kind of column in all of its forms, and refuses the rest.
+/// Each throws `Refusal` and `MalformedJson`.
+namespace vxshow::ovsdb {
+
+/// A reference to a row, and where it stands in the document.
+struct Reference {
+    Uuid row;
+    char const * at;
+};
+
+/// TEXT, the part of a reference that tells the row.
+Reference readIdentity(JsonValue & value);
+
+/// `["uuid",TEXT]`.
+Reference readReference(JsonValue & value);
+
+/// Zero or one whole number: bare, or a set.
+std::optional<std::int64_t> readOptionalInteger(JsonValue & value);
+
+/// What starts `["set",…]` and `["map",…]`, and what stands behind it, one element at a time.
+///
+/// Calls `word(std::string_view)` with the first element, then `rest(JsonValue &)` with the
+/// second; refuses an array of another length.
+template <class Word, class Rest>
+void readTagged(JsonValue & value, std::string_view expected, Word && word, Rest && rest) {
+    auto const * const start = value.at();
+    std::size_t index = 0;
+    value.elements(expected, [&](JsonValue & element) {
+        switch (index++) {
+        case 0: {
+            auto const text = element.text(expected);
+            if (!word(text.text())) {
+                text.refuse(std::string(expected));
+            }
+            return;
+        }
+        case 1:
+            return rest(element);
+        default:
+            element.refuse("the end of a pair");
+        }
+    });
+    if (index < 2) {
+        throw Refusal{start, std::string(expected)};
+    }
+}
+
+/// A set of texts, bare or not: `take(JsonText const &)` for each.
+template <class Take>
+void readTexts(JsonValue & value, Take && take) {
+    constexpr std::string_view expected = "a text or a set of texts";
+    if (*value.at() != '[') {
+        return take(value.text(expected));
+    }
+    readTagged(
+        value, expected, [](std::string_view word) { return word == "set"; },
+        [&](JsonValue & list) { list.texts("a list of texts", "a text", take); });
+}
+
+/// A set of references, bare or not: `take(Reference const &)` for each.
+template <class Take>
+void readReferences(JsonValue & value, Take && take) {
+    constexpr std::string_view expected = "a reference to a row or a set of such";
+    bool single = false;
+    readTagged(
+        value, expected,
+        [&](std::string_view word) {
+            single = word == "uuid";
+            return single || word == "set";
+        },
+        [&](JsonValue & rest) {
+            if (!single) {
+                return rest.elements("a list of references to rows",
+                                     [&](JsonValue & element) { take(readReference(element)); });
+            }
+            take(readIdentity(rest));
+        });
+}
+
+/// A map: `key(JsonValue &)`, which takes the key, then `element(JsonValue &)`, for each pair.
+template <class Key, class Element>
+void readMap(JsonValue & value, Key && key, Element && element) {
+    readTagged(
+        value, "a map", [](std::string_view word) { return word == "map"; },
+        [&](JsonValue & list) {
+            list.elements("a list of pairs", [&](JsonValue & pair) {
+                auto const * const start = pair.at();
+                std::size_t index = 0;
+                pair.elements("a pair", [&](JsonValue & half) {
+                    switch (index++) {
+                    case 0:
+                        return key(half);
+                    case 1:
+                        return element(half);
+                    default:
+                        half.refuse("the end of a pair");
+                    }
+                });
+                if (index < 2) {
+                    throw Refusal{start, "a pair"};
+                }
+            });
+        });
+}
+
+} // namespace vxshow::ovsdb

@@ -1,0 +1,12 @@
+#include "vxshow/state/Selection.h"
+
+#include "Vex/Digits.h"
+
+namespace vxshow {
+
+bool Selection::takesEntry(std::string_view name) const {
+    auto const number = Vex::readDecimal(name, Vxlan::Vni::max);
+    return !number || takesVni(Vxlan::Vni(*number));
+}
+
+} // namespace vxshow

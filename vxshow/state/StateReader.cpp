@@ -1,0 +1,149 @@
+#include "vxshow/state/StateReader.h"
+
+#include "Vex/Errors.h"
+#include "vxshow/sources/fabric/AskAll.h"
+#include "vxshow/sources/fabric/FabricFile.h"
+#include "vxshow/sources/ovsdb/Remote.h"
+#include "vxshow/state/snapshot/Snapshot.h"
+#include "vxshow/terminal/ProgressLine.h"
+#include "vxshow/terminal/TimeOfDay.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <unistd.h>
+#include <utility>
+
+namespace vxshow {
+
+namespace {
+
+StateReading readOneSnapshot(std::string const & path, Selection const & selection) {
+    try {
+        return {readSnapshot(path, selection)};
+    } catch (std::exception const & error) {
+        throw StateError(error.what());
+    }
+}
+
+/// The sources of a fabric, and what each has told last.
+class LiveState {
+public:
+    LiveState(std::vector<LiveSource> sources, bool allOrNothing, Keep keep)
+        : sources_(std::move(sources)), allOrNothing_(allOrNothing), keep_(keep),
+          lastGood_(sources_.size()) {}
+
+    StateReading read(Selection const & selection) {
+        auto outcomes = readAll(selection);
+        StateReading reading;
+        for (std::size_t index = 0; index < sources_.size(); ++index) {
+            finish(index, outcomes[index], reading);
+        }
+        bool const nothing = std::none_of(outcomes.begin(), outcomes.end(),
+                                          [](auto const & one) { return one.reading; });
+        if (nothing || (allOrNothing_ && !reading.complete)) {
+            throw StateError(joined(reading.remarks));
+        }
+        reading.mount = mountSources(sources_, outcomes, selection);
+        return reading;
+    }
+
+private:
+    struct LastGood {
+        std::shared_ptr<SourceReading const> reading = {};
+        std::string time = {};
+    };
+
+    /// Behind a table that is on the screen there is no place for a line of progress.
+    std::vector<SourceOutcome> readAll(Selection const & selection) {
+        if (keep_ == Keep::lastGood && std::exchange(again_, true)) {
+            return readSources(sources_, selection);
+        }
+        ProgressLine line(STDERR_FILENO);
+        return readSources(sources_, selection,
+                           [&](FabricProgress const & progress) { line.show(progress); });
+    }
+
+    /// Says what there is to say of one source, and has the last good reading stand in for one
+    /// that failed.
+    void finish(std::size_t index, SourceOutcome & outcome, StateReading & reading) {
+        std::string const name = Vex::printable(sources_[index].name);
+        auto & last = lastGood_[index];
+        if (outcome.reading && keep_ == Keep::lastGood) {
+            last = {outcome.reading, timeOfDay()};
+        }
+        if (!outcome.reading) {
+            reading.complete = false;
+            std::string remark = name + ": " + outcome.failure;
+            if (last.reading && !allOrNothing_) {
+                outcome.reading = last.reading;
+                remark += "; shown as it was at " + last.time;
+            }
+            reading.remarks.push_back(remark);
+        }
+        auto const warning = outcome.reading ? outcome.reading->findings.warning() : std::nullopt;
+        if (warning) {
+            reading.remarks.push_back(name + ": " + *warning);
+        }
+    }
+
+    static std::string joined(std::vector<std::string> const & lines) {
+        std::string text;
+        for (std::string const & line : lines) {
+            text.append(text.empty() ? "" : "\n").append(line);
+        }
+        return text;
+    }
+
+    std::vector<LiveSource> sources_;
+    bool allOrNothing_;
+    Keep keep_;
+    std::vector<LastGood> lastGood_;
+    bool again_ = false;
+};
+
+/// The command line has checked the remotes.
+std::vector<LiveSource> typedSources(StateOptions const & options) {
+    std::vector<LiveSource> sources;
+    for (std::string const & remotes : options.databases) {
+        sources.push_back({.name = remotes, .access = readRemotes(remotes)});
+    }
+    if (options.frr) {
+        sources.push_back({.name = "frr", .access = VtyshCommand{}});
+    }
+    return sources;
+}
+
+std::vector<LiveSource> sourcesOf(StateOptions const & options) {
+    if (options.fabricPath.empty()) {
+        return typedSources(options);
+    }
+    try {
+        return readFabricFile(options.fabricPath);
+    } catch (FabricFileError const & error) {
+        throw StateError(error.what());
+    }
+}
+
+} // namespace
+
+std::function<StateReading(Selection const &)> stateReader(StateOptions const & options,
+                                                           Keep keep) {
+    if (!options.snapshotPath.empty()) {
+        return [path = options.snapshotPath](Selection const & selection) {
+            return readOneSnapshot(path, selection);
+        };
+    }
+    auto state = std::make_shared<LiveState>(sourcesOf(options), options.allOrNothing, keep);
+    return [state](Selection const & selection) {
+        try {
+            return state->read(selection);
+        } catch (StateError const &) {
+            throw;
+        } catch (std::exception const & error) {
+            throw StateError(Vex::printable(error.what()));
+        }
+    };
+}
+
+} // namespace vxshow

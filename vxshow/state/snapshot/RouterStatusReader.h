@@ -1,0 +1,12 @@
+#pragma once
+
+#include "Vex/Dir.h"
+#include "vxshow/text/Json.h"
+
+namespace vxshow {
+
+/// Reads `{ ROUTER: { "ports": ..., "uplinks": ..., "routes": ... } }`, each of which may be
+/// missing, into a `VxlanController::LRStatusV2` for each router. Throws `Refusal`.
+Vex::Ptr<Vex::Dir> readRouterStatus(JsonValue & value);
+
+} // namespace vxshow

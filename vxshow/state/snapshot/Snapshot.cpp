@@ -1,0 +1,45 @@
+#include "vxshow/state/snapshot/Snapshot.h"
+
+#include "Vex/Errors.h"
+#include "vxshow/state/snapshot/DocumentReader.h"
+#include "vxshow/text/JsonRefusal.h"
+
+#include <new>
+#include <system_error>
+#include <unistd.h>
+
+namespace vxshow {
+
+namespace {
+
+Mount readBytes(FileBytes const & bytes, std::string const & name, Selection const & selection) {
+    try {
+        JsonReader json(bytes);
+        return readDocument(json, selection);
+    } catch (Refusal const & refusal) {
+        throw SnapshotError(name + ":" + refusalLine(refusal, bytes.text()));
+    } catch (MalformedJson const & malformed) {
+        throw SnapshotError(name + ":" + refusalLine(malformed, bytes.text()));
+    }
+}
+
+} // namespace
+
+Mount readSnapshot(std::string const & path, Selection const & selection) {
+    bool const standardInput = path == "-";
+    auto const name = standardInput ? "standard input" : Vex::printable(path);
+    try {
+        return readBytes(standardInput ? FileBytes::read(STDIN_FILENO) : FileBytes::open(path),
+                         name, selection);
+    } catch (std::system_error const & error) {
+        throw SnapshotError(name + ": " + error.code().message());
+    } catch (std::length_error const & error) {
+        throw SnapshotError(name + ": " + error.what());
+    } catch (std::bad_alloc const &) {
+        throw SnapshotError(name + ": not enough memory for it");
+    } catch (Vex::Error const & error) {
+        throw SnapshotError(name + ": " + error.what());
+    }
+}
+
+} // namespace vxshow

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "vxshow/state/Mount.h"
+#include "vxshow/state/Selection.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace vxshow {
+
+/// A snapshot that cannot be read. Its text is one line of printable ASCII:
+/// `FILE:LINE:COLUMN: MEMBERS: found WHAT, expected WHAT`, or `FILE: WHAT` where no place
+/// in the file is to blame. Lines and columns count from 1, columns in bytes.
+class SnapshotError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads the snapshot in the file `path`, or on standard input when that is "-", and mounts
+/// what is selected of it.
+///
+/// Reading is strict: a document with a member, a number, an address or a byte that is not
+/// understood is refused whole, since a listing that silently lacks what was misspelt is
+/// worse than none. That holds for what is not selected, too. Raises `SnapshotError`.
+///
+/// The document goes through memory once, as it is, up to 4 GB of it; its values go
+/// straight into the tables, and the text is dropped before this returns.
+Mount readSnapshot(std::string const & path, Selection const & selection = {});
+
+} // namespace vxshow

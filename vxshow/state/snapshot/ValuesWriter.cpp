@@ -1,0 +1,50 @@
+#include "vxshow/state/snapshot/ValuesWriter.h"
+
+#include <simdjson.h>
+
+namespace vxshow {
+
+std::string_view writable(std::string_view text) {
+    if (!simdjson::validate_utf8(text)) [[unlikely]] {
+        throw Unwritable("the name " + Vex::quoted(text) +
+                         " is not UTF-8, and a snapshot is nothing else");
+    }
+    return text;
+}
+
+void ValuesWriter::binding(Nolt::EthAddr mac, Nolt::IpAddr vtep, Vex::U32 moves) {
+    object(Spelled(mac), [&] {
+        vtep_.setValue(vtep);
+        if (moves == 0) {
+            printer_.addAttributesJson(1, vtep_.getArg());
+        } else {
+            moves_.setValue(moves);
+            printer_.addAttributesJson(2, vtep_.getArg(), moves_.getArg());
+        }
+    });
+}
+
+void ValuesWriter::element(std::string_view text) {
+    element_.setValue(writable(text));
+    printer_.addAttributesJson(1, element_.getArg());
+}
+
+void ValuesWriter::text(std::string_view key, std::string_view text) {
+    outfmt::StringAttrInfo info(printer_, key);
+    info.setValue(writable(text));
+    printer_.addAttributesJson(1, info.getArg());
+}
+
+void ValuesWriter::number(std::string_view key, Vex::U32 number) {
+    outfmt::Attr64Info info(printer_, key);
+    info.setValue(number);
+    printer_.addAttributesJson(1, info.getArg());
+}
+
+void ValuesWriter::boolean(std::string_view key, bool value) {
+    outfmt::BoolAttrInfo info(printer_, key);
+    info.setValue(value);
+    printer_.addAttributesJson(1, info.getArg());
+}
+
+} // namespace vxshow

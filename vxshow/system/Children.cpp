@@ -1,0 +1,39 @@
+#include "vxshow/system/Children.h"
+
+#include "vxshow/system/ChildSlot.h"
+
+#include <csignal>
+
+namespace vxshow::process {
+
+namespace {
+
+// With the handler entered the signal has its default effect again, and it is held until the
+// handler returns: that is when it ends the process.
+extern "C" void killChildrenAndEnd(int signal) {
+    killAllChildren();
+    static_cast<void>(std::raise(signal));
+}
+
+} // namespace
+
+void killAllChildren() noexcept {
+    ChildSlot::killAll();
+}
+
+void endingSignalsKillChildren() {
+    for (int const signal : {SIGHUP, SIGQUIT, SIGTERM}) {
+        struct sigaction action {};
+
+        if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) {
+            continue;
+        }
+        action = {};
+        action.sa_handler = killChildrenAndEnd;
+        action.sa_flags = static_cast<int>(SA_RESETHAND);
+        sigemptyset(&action.sa_mask);
+        sigaction(signal, &action, nullptr);
+    }
+}
+
+} // namespace vxshow::process

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "vxshow/sources/fabric/AskAll.h"
+#include "vxshow/system/Run.h"
+
+#include <string>
+
+namespace vxshow {
+
+/// One line on a terminal that tells how far the reading of a fabric is: drawn over itself, not
+/// before half a second has gone by, and gone when the object goes.
+class ProgressLine {
+public:
+    /// Writes to `descriptor`, and only when that is a terminal.
+    explicit ProgressLine(int descriptor);
+    ~ProgressLine();
+    ProgressLine(ProgressLine const &) = delete;
+    ProgressLine & operator=(ProgressLine const &) = delete;
+
+    void show(FabricProgress const & progress);
+
+private:
+    void write(std::string const & text) const;
+
+    int descriptor_;
+    bool terminal_;
+    bool drawn_ = false;
+    process::Clock::time_point start_ = process::Clock::now();
+};
+
+} // namespace vxshow

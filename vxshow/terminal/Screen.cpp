@@ -1,0 +1,87 @@
+#include "vxshow/terminal/Screen.h"
+
+#include "vxshow/text/ControlCharacters.h"
+
+#include <algorithm>
+#include <sys/ioctl.h>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::string_view toTheTop = "\x1b[H";
+constexpr std::string_view eraseRestOfLine = "\x1b[K";
+constexpr std::string_view eraseBelow = "\x1b[J";
+
+/// A byte that continues a character of UTF-8, and so takes no column.
+bool continues(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
+}
+
+bool startsWithLateControl(std::string_view text) {
+    return text.size() > 1 && isLateControl(text[0], text[1]);
+}
+
+/// Adds one line of the screen. What was there is erased first: behind a line that is as wide
+/// as the screen the cursor still stands on its last character.
+void appendLine(std::string & out, std::string_view line, std::size_t columns) {
+    out.append(eraseRestOfLine);
+    std::size_t used = 0;
+    while (!line.empty()) {
+        char const c = line.front();
+        used += continues(c) ? 0 : 1;
+        if (used > columns) {
+            break;
+        }
+        bool const late = startsWithLateControl(line);
+        out.push_back(late || isControl(c) ? '?' : c);
+        line.remove_prefix(late ? 2 : 1);
+    }
+    out.append("\r\n");
+}
+
+std::vector<std::string_view> linesOf(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        auto const end = std::min(text.find('\n'), text.size());
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+} // namespace
+
+ScreenSize screenSize(int descriptor) {
+    winsize size{};
+    if (::ioctl(descriptor, TIOCGWINSZ, &size) != 0 || size.ws_row == 0 || size.ws_col == 0) {
+        return {24, 80};
+    }
+    return {size.ws_row, size.ws_col};
+}
+
+std::string drawn(std::string const & title, std::vector<std::string> const & remarks,
+                  std::string_view text, ScreenSize size) {
+    std::vector<std::string_view> lines{title};
+    for (std::string const & remark : remarks) {
+        auto const some = linesOf(remark);
+        lines.insert(lines.end(), some.begin(), some.end());
+    }
+    lines.emplace_back();
+    auto const body = linesOf(text);
+    lines.insert(lines.end(), body.begin(), body.end());
+    auto const room = std::max<std::size_t>(size.lines, 2) - 1;
+    std::string more;
+    if (lines.size() > room) {
+        more = "... " + std::to_string(lines.size() - room + 1) + " lines more";
+        lines.resize(room - 1);
+        lines.emplace_back(more);
+    }
+    std::string out(toTheTop);
+    for (std::string_view const line : lines) {
+        appendLine(out, line, size.columns);
+    }
+    return out.append(eraseBelow);
+}
+
+} // namespace vxshow

@@ -1,0 +1,54 @@
+#include "vxshow/text/Json.h"
+
+#include <cstdint>
+#include <new>
+
+namespace vxshow {
+
+static_assert(FileBytes::padding >= simdjson::SIMDJSON_PADDING);
+
+JsonReader::JsonReader(PaddedText document) {
+    auto const text = document.text();
+    if (text.starts_with("\xEF\xBB\xBF")) {
+        // Later versions of simdjson pass over a byte order mark; JSON has none.
+        throw MalformedJson{simdjson::UTF8_ERROR};
+    }
+    auto const error =
+        parser_.iterate(text.data(), text.size(), text.size() + FileBytes::padding).get(document_);
+    if (error == simdjson::MEMALLOC) {
+        throw std::bad_alloc();
+    }
+    JsonValue::checked(error);
+}
+
+char const * JsonReader::at() {
+    std::string_view token;
+    JsonValue::checked(document_.raw_json_token().get(token));
+    return token.data();
+}
+
+void JsonReader::checkEnd() {
+    // The location behind the root is out of bounds unless something stands there.
+    char const * location = nullptr;
+    if (document_.current_location().get(location) == simdjson::SUCCESS) {
+        throw MalformedJson{simdjson::TRAILING_CONTENT};
+    }
+}
+
+std::string_view JsonReader::unescaped(char const * content) {
+    std::size_t length = 0;
+    while (content[length] != '"') {
+        length += content[length] == '\\' ? 2 : 1;
+    }
+    scratch_.resize(length + simdjson::SIMDJSON_PADDING);
+    auto * to = reinterpret_cast<std::uint8_t *>(scratch_.data());
+    simdjson::ondemand::raw_json_string const raw(reinterpret_cast<std::uint8_t const *>(content));
+    std::string_view result;
+    if (parser_.unescape(raw, to).get(result)) {
+        // A bad escape: as much a fault of the JSON as one that is found while indexing.
+        throw MalformedJson{simdjson::STRING_ERROR};
+    }
+    return result;
+}
+
+} // namespace vxshow

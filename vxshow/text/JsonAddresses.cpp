@@ -1,0 +1,102 @@
+#include "vxshow/text/JsonAddresses.h"
+
+#include "Vex/Digits.h"
+#include "vxshow/text/JsonMembers.h"
+
+#include <array>
+
+namespace vxshow {
+
+namespace {
+
+template <class Address>
+Address required(std::optional<Address> const & address, JsonText const & text,
+                 std::string_view expected) {
+    if (!address) [[unlikely]] {
+        text.refuse(std::string(expected));
+    }
+    return *address;
+}
+
+/// The value that `text` is. The empty text, which these types read as their value for
+/// "none", is nothing here.
+template <class Value>
+std::optional<Value> some(JsonText const & text) {
+    auto value = Value::tryFromString(text.text());
+    if (value && value->isNone()) {
+        value.reset();
+    }
+    return value;
+}
+
+} // namespace
+
+Nolt::EthAddr readMac(JsonText const & text) {
+    constexpr auto usual = Nolt::EthAddr::maxTextLength;
+    if (text.mayHaveLength(usual)) [[likely]] {
+        if (auto const mac = Nolt::EthAddr::tryFromString({text.content(), usual})) [[likely]] {
+            return *mac;
+        }
+    }
+    return required(Nolt::EthAddr::tryFromString(text.text()), text, anEthernetAddress);
+}
+
+Nolt::IpAddr readIpv4(JsonText const & text) {
+    Nolt::IpAddr address;
+    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
+    if (end && *end == '"') [[likely]] {
+        return address;
+    }
+    return required(Nolt::IpAddr::tryFromString(text.text()), text, anIpv4Address);
+}
+
+Nolt::IpGenAddr readIp(JsonText const & text) {
+    Nolt::IpAddr address;
+    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
+    if (end && *end == '"') {
+        return address;
+    }
+    return required(some<Nolt::IpGenAddr>(text), text, anIpAddress);
+}
+
+Nolt::IpGenAddrWithMask readIpWithMask(JsonText const & text) {
+    return required(some<Nolt::IpGenAddrWithMask>(text), text,
+                    "an address with its prefix length such as 10.1.2.3/24 or 2001:db8::1/64");
+}
+
+Nolt::IpGenPrefix readPrefix(JsonText const & text) {
+    auto const prefix = some<Nolt::IpGenPrefix>(text);
+    if (prefix) [[likely]] {
+        return *prefix;
+    }
+    if (auto const value = some<Nolt::IpGenAddrWithMask>(text)) {
+        auto const meant = Nolt::IpGenPrefix::covering(value->address(), value->length());
+        text.refuse(meant.stringValue() + ", with no bits set beyond the prefix length");
+    }
+    text.refuse("a prefix such as 10.1.0.0/16 or 2001:db8::/32");
+}
+
+Vxlan::Vni readVni(JsonText const & text) {
+    auto const number = Vex::readDecimal(text.text(), Vxlan::Vni::max);
+    return Vxlan::Vni(required(number, text, "a VNI from 0 to 16777215 in decimal"));
+}
+
+Binding readBinding(JsonValue & value) {
+    constexpr std::size_t vtep = 0;
+    static constexpr std::array<MemberName, 2> names{"vtep", "moves"};
+    auto const * const start = value.at();
+    Members members(names);
+    Binding binding;
+    value.members("an object of \"vtep\" and \"moves\"",
+                  [&](JsonText const & name, JsonValue & member) {
+                      if (members.take(name) == vtep) {
+                          binding.vtep = readIpv4(member.text(anIpv4Address));
+                      } else {
+                          binding.moves = member.number(0xFFFFFFFF);
+                      }
+                  });
+    members.require(vtep, start);
+    return binding;
+}
+
+} // namespace vxshow

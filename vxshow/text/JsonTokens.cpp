@@ -1,0 +1,185 @@
+#include "vxshow/text/JsonTokens.h"
+
+#include "Vex/Digits.h"
+#include "vxshow/text/Quoting.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\n\r";
+constexpr std::string_view delimiters = " \t\n\r{}[]:,\"";
+constexpr auto none = std::string_view::npos;
+
+/// An escaped surrogate pair: nothing in a string that stands for one character is longer.
+constexpr std::size_t longestSequence = 12;
+
+unsigned char byteAt(std::string_view text, std::size_t position) {
+    return position < text.size() ? static_cast<unsigned char>(text[position]) : 0;
+}
+
+/// Where the string that `text` starts with is closed, or `none`.
+std::size_t closingQuote(std::string_view text) {
+    std::size_t at = text.find_first_of("\"\\", 1);
+    while (at != none && text[at] == '\\') {
+        at = text.find_first_of("\"\\", at + 2);
+    }
+    return at;
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+std::string shownByte(unsigned char byte) {
+    return std::string("the byte 0x") + Vex::hexDigits[byte >> 4] + Vex::hexDigits[byte & 0xF];
+}
+
+/// The length of the UTF-8 sequence at `position`, or 0 when there is none.
+std::size_t utf8Length(std::string_view text, std::size_t position) {
+    // Which first bytes lead how many more, and from where to where the second one may be:
+    // the table of RFC 3629 section 4. The others are from 80 to BF.
+    struct Lead {
+        unsigned char first, last;
+        unsigned char secondFirst, secondLast;
+        std::size_t length;
+    };
+
+    static constexpr std::array<Lead, 8> leads{{{0x00, 0x7F, 0, 0, 1},
+                                                {0xC2, 0xDF, 0x80, 0xBF, 2},
+                                                {0xE0, 0xE0, 0xA0, 0xBF, 3},
+                                                {0xE1, 0xEC, 0x80, 0xBF, 3},
+                                                {0xED, 0xED, 0x80, 0x9F, 3},
+                                                {0xEE, 0xEF, 0x80, 0xBF, 3},
+                                                {0xF0, 0xF0, 0x90, 0xBF, 4},
+                                                {0xF1, 0xF4, 0x80, 0xBF, 4}}};
+    auto const byte = byteAt(text, position);
+    auto const * const lead = std::find_if(leads.begin(), leads.end(), [&](Lead const & l) {
+        return byte >= l.first && byte <= l.last;
+    });
+    if (lead == leads.end()) {
+        return 0;
+    }
+    for (std::size_t index = 1; index < lead->length; ++index) {
+        auto const next = byteAt(text, position + index);
+        bool const beyondUnicode = byte == 0xF4 && index == 1 && next > 0x8F;
+        auto const first = index == 1 ? lead->secondFirst : 0x80;
+        auto const last = index == 1 ? lead->secondLast : 0xBF;
+        if (next < first || next > last || beyondUnicode) {
+            return 0;
+        }
+    }
+    return lead->length;
+}
+
+/// The code unit that an escape \uXXXX at `position` stands for.
+std::optional<unsigned> codeUnit(std::string_view text, std::size_t position) {
+    if (byteAt(text, position) != '\\' || byteAt(text, position + 1) != 'u') {
+        return std::nullopt;
+    }
+    unsigned unit = 0;
+    for (std::size_t index = 2; index < 6; ++index) {
+        auto const digit = Vex::hexValue(static_cast<char>(byteAt(text, position + index)));
+        if (digit == Vex::noHexDigit) {
+            return std::nullopt;
+        }
+        unit = unit * 16 + digit;
+    }
+    return unit;
+}
+
+/// The length of the escape at `position`, of both halves of a surrogate pair, or 0.
+std::size_t escapeLength(std::string_view text, std::size_t position) {
+    constexpr std::string_view letters = "\"\\/bfnrt";
+    if (auto const unit = codeUnit(text, position)) {
+        if (*unit < 0xD800 || *unit > 0xDFFF) {
+            return 6;
+        }
+        auto const low = codeUnit(text, position + 6);
+        return *unit < 0xDC00 && low && *low >= 0xDC00 && *low <= 0xDFFF ? 12 : 0;
+    }
+    bool const letter =
+        position + 1 < text.size() && letters.find(text[position + 1]) != std::string_view::npos;
+    return letter ? 2 : 0;
+}
+
+std::size_t skipDigits(std::string_view text, std::size_t position) {
+    while (position < text.size() && isDigit(text[position])) {
+        ++position;
+    }
+    return position;
+}
+
+bool isNumber(std::string_view text) {
+    std::size_t at = byteAt(text, 0) == '-' ? 1 : 0;
+    std::size_t end = byteAt(text, at) == '0' ? at + 1 : skipDigits(text, at);
+    bool wellFormed = end > at;
+    if (byteAt(text, end) == '.') {
+        at = end + 1;
+        end = skipDigits(text, at);
+        wellFormed = wellFormed && end > at;
+    }
+    if (byteAt(text, end) == 'e' || byteAt(text, end) == 'E') {
+        at = end + 1;
+        at += byteAt(text, at) == '+' || byteAt(text, at) == '-' ? 1U : 0U;
+        end = skipDigits(text, at);
+        wellFormed = wellFormed && end > at;
+    }
+    return wellFormed && end == text.size();
+}
+
+} // namespace
+
+std::size_t pastBlanks(std::string_view document, std::size_t position) noexcept {
+    return std::min(document.find_first_not_of(blanks, position), document.size());
+}
+
+std::string_view tokenAt(std::string_view document, std::size_t position) noexcept {
+    auto const rest = document.substr(position);
+    if (rest[0] == '"') {
+        auto const end = closingQuote(rest);
+        return rest.substr(0, end == none ? none : end + 1);
+    }
+    auto const end = rest.find_first_of(delimiters);
+    return rest.substr(0, end == 0 ? 1 : end);
+}
+
+std::string_view stringContent(std::string_view token) noexcept {
+    auto const end = closingQuote(token);
+    return token.substr(1, end == none ? none : end - 1);
+}
+
+std::optional<SyntaxError> stringError(std::string_view document, std::size_t position) {
+    auto const content = stringContent(document.substr(position));
+    auto const start = position + 1;
+    bool const closed = start + content.size() < document.size();
+    for (std::size_t at = 0; at < content.size();) {
+        auto const byte = byteAt(content, at);
+        if (byte < 0x20) {
+            return SyntaxError{start + at, shownByte(byte), "control characters as escapes"};
+        }
+        bool const escape = byte == '\\';
+        auto const length = escape ? escapeLength(content, at) : utf8Length(content, at);
+        bool const cutOff = !closed && content.size() - at < longestSequence;
+        if (length == 0 && !cutOff) {
+            auto const shown = '"' + shownText(content.substr(at, 6)) + '"';
+            return escape ? SyntaxError{start + at, shown, "an escape that stands for a character"}
+                          : SyntaxError{start + at, shownByte(byte), "UTF-8"};
+        }
+        at += length == 0 ? content.size() : length;
+    }
+    if (closed) {
+        return std::nullopt;
+    }
+    return SyntaxError{document.size(), shownToken(document, document.size()),
+                       "the quote at the end of a text"};
+}
+
+bool isPlainValue(std::string_view token) noexcept {
+    return token == "true" || token == "false" || token == "null" || isNumber(token);
+}
+
+} // namespace vxshow

@@ -1,0 +1,116 @@
+#include "vxshow/text/Toml.h"
+
+#include "Vex/Errors.h"
+
+// What is read here has four levels at most. The library applies this to arrays and inline
+// tables while it reads; to the tables of dotted keys and headers it is applied below.
+#define TOML_MAX_NESTED_VALUES 8
+// The library asserts, before it refuses it, what a document can break, such as that a key
+// begins as one. What is wrong in a file ends no program, however that is built.
+#define TOML_ASSERT(expression) static_assert(true)
+#include <toml++/toml.h>
+
+#include <algorithm>
+
+namespace vxshow {
+
+namespace {
+
+constexpr std::size_t longestDocument = std::size_t{16} << 20;
+
+// A dotted key makes a table for each of its words, and the library frees tables from within
+// each other. So what limits a line limits the stack.
+constexpr std::size_t longestLine = 4096;
+
+[[noreturn]] void refuse(TomlPlace place, std::string const & what) {
+    throw TomlRefusal(std::to_string(place.line) + ":" + std::to_string(place.column) + ": " +
+                      what);
+}
+
+[[noreturn]] void refuseLength(TomlPlace place, std::string const & found, std::size_t longest) {
+    refuse(place, "found " + found + " bytes, expected at most " + std::to_string(longest));
+}
+
+void checkLengths(std::string_view document) {
+    if (document.size() > longestDocument) {
+        refuseLength({1, 1}, std::to_string(document.size()), longestDocument);
+    }
+    for (std::size_t start = 0, line = 1; start < document.size(); ++line) {
+        auto const end = std::min(document.find('\n', start), document.size());
+        if (end - start > longestLine) {
+            refuseLength({line, 1}, "a line of " + std::to_string(end - start), longestLine);
+        }
+        start = end + 1;
+    }
+}
+
+TomlPlace placeOf(toml::source_region const & region) {
+    return {region.begin.line, region.begin.column};
+}
+
+bool isBefore(TomlPlace a, TomlPlace b) {
+    return a.line != b.line ? a.line < b.line : a.column < b.column;
+}
+
+TomlValue valueOf(toml::node const & node, int level);
+
+TomlValue::Array arrayOf(toml::array const & array, int level) {
+    TomlValue::Array values;
+    values.reserve(array.size());
+    for (auto const & element : array) {
+        values.push_back(valueOf(element, level));
+    }
+    return values;
+}
+
+TomlValue::Table tableOf(toml::table const & table, int level) {
+    TomlValue::Table members;
+    members.reserve(table.size());
+    for (auto const & [key, value] : table) {
+        members.push_back({std::string(key.str()), placeOf(key.source()), valueOf(value, level)});
+    }
+    std::sort(members.begin(), members.end(), [](TomlMember const & a, TomlMember const & b) {
+        return isBefore(a.place, b.place);
+    });
+    return members;
+}
+
+TomlValue valueOf(toml::node const & node, int level) {
+    auto const place = placeOf(node.source());
+    if (level > TOML_MAX_NESTED_VALUES) {
+        refuse(place, "found a value in too many others, expected at most " +
+                          std::to_string(TOML_MAX_NESTED_VALUES) + " levels");
+    }
+    if (auto const * const text = node.as_string()) {
+        return {place, text->get()};
+    }
+    if (auto const * const number = node.as_integer()) {
+        return {place, number->get()};
+    }
+    if (auto const * const number = node.as_floating_point()) {
+        return {place, number->get()};
+    }
+    if (auto const * const boolean = node.as_boolean()) {
+        return {place, boolean->get()};
+    }
+    if (auto const * const array = node.as_array()) {
+        return {place, arrayOf(*array, level + 1)};
+    }
+    if (auto const * const table = node.as_table()) {
+        return {place, tableOf(*table, level + 1)};
+    }
+    return {place, TomlValue::Date()};
+}
+
+} // namespace
+
+TomlValue readToml(std::string_view document) {
+    checkLengths(document);
+    try {
+        return valueOf(toml::parse(document), 0);
+    } catch (toml::parse_error const & error) {
+        refuse(placeOf(error.source()), std::string(Vex::printable(error.description())));
+    }
+}
+
+} // namespace vxshow
