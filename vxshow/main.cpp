@@ -79,7 +79,7 @@ StateReading readState(CommandLine const & line) {
     keepFreedMemory();
     // A limit on the size of files is to fail the write, not to end the process.
     std::signal(SIGXFSZ, SIG_IGN);
-    process::endingSignalsKillChildren();
+    system::endingSignalsKillChildren();
     interruptEndsTheProcess();
     if (line.traceLevel) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));

@@ -8,17 +8,17 @@ namespace vxshow {
 
 /// By when something has to be done, and how long that was meant to be, for messages.
 struct Deadline {
-    process::Clock::time_point end;
+    system::Clock::time_point end;
     std::chrono::milliseconds limit;
 
     static Deadline in(std::chrono::milliseconds limit) {
-        return {process::Clock::now() + limit, limit};
+        return {system::Clock::now() + limit, limit};
     }
 
     /// One that is never over.
-    static Deadline never() { return {process::Clock::time_point::max(), {}}; }
+    static Deadline never() { return {system::Clock::time_point::max(), {}}; }
 
-    bool isOver() const { return process::Clock::now() >= end; }
+    bool isOver() const { return system::Clock::now() >= end; }
 
     /// This one, or the one in `most` from now when that is sooner.
     Deadline within(std::chrono::milliseconds most) const {

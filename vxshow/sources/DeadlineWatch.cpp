@@ -8,7 +8,7 @@ namespace vxshow {
 void DeadlineWatch::look() {
     left_ = stepsBetweenLooks;
     if (deadline_.isOver()) {
-        throw TimeOver(process::reason(process::TimeLimit{}, "", deadline_.limit));
+        throw TimeOver(system::reason(system::TimeLimit{}, "", deadline_.limit));
     }
 }
 

@@ -11,7 +11,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace vxshow {
+namespace vxshow::system {
 
 namespace {
 
@@ -172,4 +172,4 @@ void AtomicFile::commit() {
     held_.reset();
 }
 
-} // namespace vxshow
+} // namespace vxshow::system

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace vxshow {
+namespace vxshow::system {
 
 /// Keeps the signals that end a process waiting for as long as it lives: for the moments in
 /// which a file stands in the folder that nobody wants should the process end. The interrupt
@@ -65,4 +65,4 @@ private:
     int descriptor_ = -1;
 };
 
-} // namespace vxshow
+} // namespace vxshow::system

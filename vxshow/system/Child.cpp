@@ -14,7 +14,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace vxshow::process {
+namespace vxshow::system {
 
 namespace {
 
@@ -252,4 +252,4 @@ void Child::letGo() noexcept {
     ::poll(&ended, 1, milliseconds);
 }
 
-} // namespace vxshow::process
+} // namespace vxshow::system

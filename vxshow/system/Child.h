@@ -7,7 +7,7 @@
 #include <sys/types.h>
 #include <vector>
 
-namespace vxshow::process {
+namespace vxshow::system {
 
 /// A program that runs, from its start until it is reaped.
 ///
@@ -54,4 +54,4 @@ private:
     Descriptor ended_;
 };
 
-} // namespace vxshow::process
+} // namespace vxshow::system

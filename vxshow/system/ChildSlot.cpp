@@ -6,7 +6,7 @@
 #include <csignal>
 #include <sched.h>
 
-namespace vxshow::process {
+namespace vxshow::system {
 
 namespace {
 
@@ -81,4 +81,4 @@ void ChildSlot::leave() noexcept {
     }
 }
 
-} // namespace vxshow::process
+} // namespace vxshow::system

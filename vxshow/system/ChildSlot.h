@@ -6,7 +6,7 @@
 #include <sys/types.h>
 #include <utility>
 
-namespace vxshow::process {
+namespace vxshow::system {
 
 /// A place in the list of the programs that run. The list is there for the moment in which all
 /// of them have to be killed, which may be in a signal handler: it is an array of atomic
@@ -55,4 +55,4 @@ private:
 /// Kills the child, which is not reaped yet, and its group. Async-signal-safe.
 void killGroup(pid_t leader) noexcept;
 
-} // namespace vxshow::process
+} // namespace vxshow::system

@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-namespace vxshow::process {
+namespace vxshow::system {
 
 namespace {
 
@@ -36,4 +36,4 @@ void endingSignalsKillChildren() {
     }
 }
 
-} // namespace vxshow::process
+} // namespace vxshow::system

@@ -2,7 +2,7 @@
 
 /// The programs that run, all at once: what has to be done about them when this process ends.
 /// They are in sessions of their own, so a terminal's signals do not reach them.
-namespace vxshow::process {
+namespace vxshow::system {
 
 /// Sends SIGKILL to each program that runs and to its group; from the start of the call on no
 /// program is started any more. Each `run` that is under way, or called later, answers
@@ -21,4 +21,4 @@ void killAllChildren() noexcept;
 /// has started.
 void endingSignalsKillChildren();
 
-} // namespace vxshow::process
+} // namespace vxshow::system

@@ -13,7 +13,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace vxshow {
+namespace vxshow::system {
 
 namespace {
 
@@ -94,4 +94,4 @@ FileBytes FileBytes::open(std::string const & path) {
     return read(file.number());
 }
 
-} // namespace vxshow
+} // namespace vxshow::system

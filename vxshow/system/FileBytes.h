@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace vxshow {
+namespace vxshow::system {
 
 /// Some text that a zero follows, and bytes that do not belong to it: whoever scans it may look
 /// `FileBytes::padding` bytes past its end.
@@ -76,4 +76,4 @@ private:
     std::size_t size_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::system

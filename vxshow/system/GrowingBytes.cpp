@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-namespace vxshow {
+namespace vxshow::system {
 
 namespace {
 
@@ -42,4 +42,4 @@ FileBytes GrowingBytes::take() noexcept {
     return {std::move(bytes_), size_};
 }
 
-} // namespace vxshow
+} // namespace vxshow::system

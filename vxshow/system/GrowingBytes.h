@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-namespace vxshow {
+namespace vxshow::system {
 
 /// Bytes whose number is known once they are all there, as those from a pipe. They are put
 /// where they stay: what has grown becomes the `FileBytes` without being copied.
@@ -40,4 +40,4 @@ private:
     std::size_t size_ = 0;
 };
 
-} // namespace vxshow
+} // namespace vxshow::system

@@ -3,7 +3,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace vxshow {
+namespace vxshow::system {
 
 /// An open descriptor, closed at the end. One that is negative is none.
 class Descriptor {
@@ -35,4 +35,4 @@ private:
     int number_ = -1;
 };
 
-} // namespace vxshow
+} // namespace vxshow::system

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace vxshow::process {
+namespace vxshow::system {
 
 namespace {
 
@@ -97,4 +97,4 @@ std::string reason(Answer const & answer, std::string const & program,
     return std::visit(Reason(program, limit), answer);
 }
 
-} // namespace vxshow::process
+} // namespace vxshow::system

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <string>
 
-namespace vxshow::process {
+namespace vxshow::system {
 
 /// Why a run of `program`, its first word, was of no use, as one line of printable ASCII:
 ///
@@ -26,4 +26,4 @@ namespace vxshow::process {
 std::string reason(Answer const & answer, std::string const & program,
                    std::chrono::milliseconds limit);
 
-} // namespace vxshow::process
+} // namespace vxshow::system

@@ -17,7 +17,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace vxshow::process {
+namespace vxshow::system {
 
 namespace {
 
@@ -277,4 +277,4 @@ Answer run(std::vector<std::string> const & words, Limits const & limits,
     return Listener(*child, limits, received).answer();
 }
 
-} // namespace vxshow::process
+} // namespace vxshow::system

@@ -20,7 +20,7 @@
 /// outlives the call; what it has put in a session of its own does, and so does what runs as
 /// another user whom this one may not signal, as under sudo: that is not waited for. Should
 /// this process be killed, so is it. Any number of threads may call at once.
-namespace vxshow::process {
+namespace vxshow::system {
 
 using Clock = std::chrono::steady_clock;
 
@@ -80,4 +80,4 @@ using Answer = std::variant<Exited, Killed, TimeLimit, OutputLimit, NotRun, Inte
 Answer run(std::vector<std::string> const & words, Limits const & limits,
            std::function<void(std::string_view)> const & received = {});
 
-} // namespace vxshow::process
+} // namespace vxshow::system

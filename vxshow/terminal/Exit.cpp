@@ -9,7 +9,7 @@ namespace vxshow {
 
 void exitNow(ExitStatus status) {
     // First, for a reader who takes nothing may hold up what comes next.
-    process::killAllChildren();
+    system::killAllChildren();
     std::fflush(stdout);
     std::_Exit(static_cast<int>(status));
 }

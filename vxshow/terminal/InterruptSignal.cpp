@@ -20,7 +20,7 @@ volatile std::sig_atomic_t ticks = 0;
 volatile std::sig_atomic_t ticksSinceTaken = 0;
 
 [[noreturn]] void endInterrupted() {
-    process::killAllChildren();
+    system::killAllChildren();
     _exit(static_cast<int>(ExitStatus::interrupted));
 }
 

@@ -24,7 +24,7 @@ ProgressLine::~ProgressLine() {
 }
 
 void ProgressLine::show(FabricProgress const & progress) {
-    if (!terminal_ || process::Clock::now() - start_ < quietAtFirst) {
+    if (!terminal_ || system::Clock::now() - start_ < quietAtFirst) {
         return;
     }
     drawn_ = true;

@@ -25,7 +25,7 @@ private:
     int descriptor_;
     bool terminal_;
     bool drawn_ = false;
-    process::Clock::time_point start_ = process::Clock::now();
+    system::Clock::time_point start_ = system::Clock::now();
 };
 
 } // namespace vxshow

@@ -34,16 +34,16 @@ public:
 
     int descriptor() const noexcept { return descriptor_; }
 
-    FileBytes bytes() const {
+    system::FileBytes bytes() const {
         ::lseek(descriptor_, 0, SEEK_SET);
-        return FileBytes::read(descriptor_);
+        return system::FileBytes::read(descriptor_);
     }
 
 private:
     int descriptor_;
 };
 
-FileBytes answerOf(CommandLine const & line, Mount const & mount) {
+system::FileBytes answerOf(CommandLine const & line, Mount const & mount) {
     Answer answer;
     line.render(mount, answer.descriptor(), line.output);
     return answer.bytes();
@@ -51,7 +51,7 @@ FileBytes answerOf(CommandLine const & line, Mount const & mount) {
 
 /// One look at the state.
 struct Look {
-    FileBytes answer;
+    system::FileBytes answer;
     std::string time;
     std::vector<std::string> remarks;
 };

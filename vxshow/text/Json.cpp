@@ -5,16 +5,17 @@
 
 namespace vxshow {
 
-static_assert(FileBytes::padding >= simdjson::SIMDJSON_PADDING);
+static_assert(system::FileBytes::padding >= simdjson::SIMDJSON_PADDING);
 
-JsonReader::JsonReader(PaddedText document) {
+JsonReader::JsonReader(system::PaddedText document) {
     auto const text = document.text();
     if (text.starts_with("\xEF\xBB\xBF")) {
         // Later versions of simdjson pass over a byte order mark; JSON has none.
         throw MalformedJson{simdjson::UTF8_ERROR};
     }
     auto const error =
-        parser_.iterate(text.data(), text.size(), text.size() + FileBytes::padding).get(document_);
+        parser_.iterate(text.data(), text.size(), text.size() + system::FileBytes::padding)
+            .get(document_);
     if (error == simdjson::MEMALLOC) {
         throw std::bad_alloc();
     }

@@ -201,10 +201,10 @@ private:
 class JsonReader {
 public:
     /// Reads `document`, which outlives the reader. Throws `MalformedJson` and `std::bad_alloc`.
-    explicit JsonReader(PaddedText document);
+    explicit JsonReader(system::PaddedText document);
 
     /// Reads all of `bytes`, which outlives the reader.
-    explicit JsonReader(FileBytes const & bytes) : JsonReader(bytes.padded()) {}
+    explicit JsonReader(system::FileBytes const & bytes) : JsonReader(bytes.padded()) {}
 
     JsonReader(JsonReader const &) = delete;
     JsonReader & operator=(JsonReader const &) = delete;

@@ -24,7 +24,7 @@ void writeOn(int fd, Mount const & mount, Output const & output) {
 
 void writeFile(std::string const & path, Mount const & mount, Output const & output) {
     try {
-        AtomicFile file(path);
+        system::AtomicFile file(path);
         writeOn(file.descriptor(), mount, output);
         outfmt::checkInterrupt();
         file.commit();

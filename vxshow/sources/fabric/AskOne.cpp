@@ -30,8 +30,8 @@ SourceReading readDatabase(LiveSource const & source, DatabaseAddress const & ad
 
 SourceReading readVtep(LiveSource const & source, VtyshCommand const & vtysh,
                        Selection const & selection, Deadline const & deadline) {
-    auto answer =
-        askFrr(vtysh, {source.name, source.systemId}, selection, deadline.end, FileBytes::longest);
+    auto answer = askFrr(vtysh, {source.name, source.systemId}, selection, deadline.end,
+                         system::FileBytes::longest);
     return {std::move(answer.state), std::move(answer.findings)};
 }
 

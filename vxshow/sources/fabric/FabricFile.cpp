@@ -57,7 +57,8 @@ std::vector<LiveSource> readFabricFile(std::string const & path) {
     bool const standardInput = path == "-";
     std::string const name = standardInput ? "standard input" : Vex::printable(path);
     try {
-        auto const bytes = standardInput ? FileBytes::read(STDIN_FILENO) : FileBytes::open(path);
+        auto const bytes =
+            standardInput ? system::FileBytes::read(STDIN_FILENO) : system::FileBytes::open(path);
         return readDocument(readToml(bytes.text()), folderOf(path));
     } catch (TomlRefusal const & refusal) {
         throw FabricFileError(name + ":" + refusal.what());

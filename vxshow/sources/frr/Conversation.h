@@ -11,7 +11,7 @@
 namespace vxshow {
 
 /// Runs commands in one `vtysh`, and gives what it prints. Raises `SourceFailure`.
-using FrrRun = std::function<FileBytes(std::vector<std::string> const & commands)>;
+using FrrRun = std::function<system::FileBytes(std::vector<std::string> const & commands)>;
 
 /// How often zebra is asked at most until its answers fit together.
 inline constexpr unsigned mostFrrAttempts = 3;

@@ -26,7 +26,7 @@ struct FrrSource {
 /// What zebra answered to a question.
 struct FrrDocument {
     FrrQuestion question;
-    FileBytes bytes;
+    system::FileBytes bytes;
 };
 
 struct FrrAnswer {

@@ -33,7 +33,7 @@ JsonRoot rootOf(Kind kind) {
     return kind == Kind::vnis || kind == Kind::segments ? JsonRoot::array : JsonRoot::object;
 }
 
-void read(FrrQuestion const & question, PaddedText document, FrrJoin & join) {
+void read(FrrQuestion const & question, system::PaddedText document, FrrJoin & join) {
     JsonReader json(document);
     switch (question.kind) {
     case Kind::vnis:
@@ -66,7 +66,7 @@ void read(FrrQuestion const & question, PaddedText document, FrrJoin & join) {
 
 } // namespace
 
-void readFrrDocument(FrrQuestion const & question, PaddedText document, FrrJoin & join) {
+void readFrrDocument(FrrQuestion const & question, system::PaddedText document, FrrJoin & join) {
     if (question.kind == Kind::macsInDetail) {
         join.forgetMacs();
     } else if (question.kind == Kind::mac) {

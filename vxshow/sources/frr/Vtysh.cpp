@@ -9,10 +9,10 @@ namespace vxshow {
 FrrAnswer askFrr(VtyshCommand const & vtysh, FrrSource const & source, Selection const & selection,
                  std::chrono::steady_clock::time_point end, std::size_t outputBytes,
                  std::function<void(std::string_view)> const & received) {
-    process::Limits const limits{end, outputBytes};
-    VtyshRun const about{vtysh.words.front(), end - process::Clock::now()};
+    system::Limits const limits{end, outputBytes};
+    VtyshRun const about{vtysh.words.front(), end - system::Clock::now()};
     auto const run = [&](std::vector<std::string> const & commands) {
-        return vtyshOutput(process::run(vtyshWords(vtysh, commands), limits, received), about);
+        return vtyshOutput(system::run(vtyshWords(vtysh, commands), limits, received), about);
     };
     return converse(run, source, selection, {end, shownLimit(about.timeLimit)});
 }

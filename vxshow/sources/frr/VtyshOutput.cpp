@@ -77,7 +77,7 @@ std::string withStatus(std::string_view kind, std::string_view line, int status)
            (line.empty() ? "vtysh ended with status " + std::to_string(status) : shown(line));
 }
 
-[[noreturn]] void refuse(process::Exited const & exited, std::string const & program) {
+[[noreturn]] void refuse(system::Exited const & exited, std::string const & program) {
     auto const errors = withoutConfiguration(exited.errors);
     auto const unconnected = lineWith(errors, "failed to connect to any daemons");
     auto const forbidden = lineWith(errors, "ermission denied");
@@ -107,21 +107,21 @@ std::string withStatus(std::string_view kind, std::string_view line, int status)
 
 } // namespace
 
-std::chrono::milliseconds shownLimit(process::Clock::duration limit) {
+std::chrono::milliseconds shownLimit(system::Clock::duration limit) {
     using namespace std::chrono_literals;
     return limit > 10ms ? (limit + 5ms) / 10ms * 10ms
                         : std::max(std::chrono::ceil<std::chrono::milliseconds>(limit), 1ms);
 }
 
-FileBytes vtyshOutput(process::Answer answer, VtyshRun const & about) {
-    if (auto * const exited = std::get_if<process::Exited>(&answer)) {
+system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about) {
+    if (auto * const exited = std::get_if<system::Exited>(&answer)) {
         if (exited->status != 0 && !complains(exited->output.text())) {
             refuse(*exited, about.program);
         }
         return std::move(exited->output);
     }
-    auto const reason = process::reason(answer, about.program, shownLimit(about.timeLimit));
-    if (std::holds_alternative<process::TimeLimit>(answer)) {
+    auto const reason = system::reason(answer, about.program, shownLimit(about.timeLimit));
+    if (std::holds_alternative<system::TimeLimit>(answer)) {
         throw TimeOver(reason);
     }
     throw SourceFailure(reason);

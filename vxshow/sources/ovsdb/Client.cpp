@@ -56,9 +56,10 @@ std::vector<std::string> OvsdbClient::words(std::string const & transaction) con
     return words;
 }
 
-FileBytes OvsdbClient::query(std::string const & transaction, Deadline const & deadline) const {
-    auto answer = process::run(words(transaction), {deadline.end, longestAnswer});
-    auto * const exited = std::get_if<process::Exited>(&answer);
+system::FileBytes OvsdbClient::query(std::string const & transaction,
+                                     Deadline const & deadline) const {
+    auto answer = system::run(words(transaction), {deadline.end, longestAnswer});
+    auto * const exited = std::get_if<system::Exited>(&answer);
     if (exited && exited->status == 0) {
         return std::move(exited->output);
     }
@@ -67,7 +68,7 @@ FileBytes OvsdbClient::query(std::string const & transaction, Deadline const & d
         throw ServerFailure(std::string(kindOf(line)) + ": " +
                             Vex::printable(line.substr(0, longestComplaint)));
     }
-    throw ServerFailure(process::reason(answer, program, deadline.limit));
+    throw ServerFailure(system::reason(answer, program, deadline.limit));
 }
 
 } // namespace vxshow

@@ -26,7 +26,7 @@ public:
     static constexpr char const * program = "ovsdb-client";
 
     /// A longer answer is refused.
-    static constexpr std::size_t longestAnswer = FileBytes::longest;
+    static constexpr std::size_t longestAnswer = system::FileBytes::longest;
 
     /// The server at `remote`. Both arguments outlive this.
     OvsdbClient(std::string const & remote, std::optional<DatabaseAddress::Ssl> const & ssl)
@@ -37,7 +37,7 @@ public:
     /// The answer to `transaction`, one line of JSON (RFC 7047, section 4.1.3), within which an
     /// operation may have failed. The client adds an abort, so nothing is ever written. Raises
     /// `ServerFailure`.
-    FileBytes query(std::string const & transaction, Deadline const & deadline) const;
+    system::FileBytes query(std::string const & transaction, Deadline const & deadline) const;
 
 private:
     std::vector<std::string> words(std::string const & transaction) const;

@@ -14,7 +14,7 @@ std::string answersWanted(std::size_t count) {
 }
 
 /// Reads all of them; `table` is the one that is being read, null around them.
-void readAnswers(FileBytes const & answer, HardwareVtepRequest const & request,
+void readAnswers(system::FileBytes const & answer, HardwareVtepRequest const & request,
                  HardwareVtepTable const *& table, HardwareVtepJoin & join) {
     auto const & tables = request.tables();
     std::size_t at = 0;
@@ -34,7 +34,8 @@ void readAnswers(FileBytes const & answer, HardwareVtepRequest const & request,
     }
 }
 
-void join(FileBytes const & answer, HardwareVtepRequest const & request, HardwareVtepJoin & join) {
+void join(system::FileBytes const & answer, HardwareVtepRequest const & request,
+          HardwareVtepJoin & join) {
     HardwareVtepTable const * table = nullptr;
     auto const about = [&] {
         return table ? "answer for " + std::string(nameOf(*table)) + ": " : "answer: ";
@@ -67,7 +68,8 @@ void setSystemIds(HardwareVtepSource const & source, SourceState & state) {
 
 } // namespace
 
-HardwareVtepAnswer readHardwareVtep(FileBytes const & answer, HardwareVtepRequest const & request,
+HardwareVtepAnswer readHardwareVtep(system::FileBytes const & answer,
+                                    HardwareVtepRequest const & request,
                                     HardwareVtepSource const & source,
                                     std::optional<Vxlan::Vni> vni, Deadline const & deadline) {
     HardwareVtepJoin rows(source.name, deadline);
@@ -79,7 +81,7 @@ HardwareVtepAnswer readHardwareVtep(FileBytes const & answer, HardwareVtepReques
     return result;
 }
 
-std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, FileBytes const & surveyed,
+std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, system::FileBytes const & surveyed,
                                         Deadline const & deadline) {
     HardwareVtepJoin rows("", deadline);
     join(surveyed, HardwareVtepRequest::survey(), rows);

@@ -54,7 +54,8 @@ struct HardwareVtepAnswer {
 ///   switch without a key, of which no locator tells the VNI.
 /// - `unknown-dst` is the flood list of the zero address. Moves, changes and preferences are
 ///   all 0, for nobody counts them here.
-HardwareVtepAnswer readHardwareVtep(FileBytes const & answer, HardwareVtepRequest const & request,
+HardwareVtepAnswer readHardwareVtep(system::FileBytes const & answer,
+                                    HardwareVtepRequest const & request,
                                     HardwareVtepSource const & source,
                                     std::optional<Vxlan::Vni> vni = {},
                                     Deadline const & deadline = Deadline::never());
@@ -62,7 +63,7 @@ HardwareVtepAnswer readHardwareVtep(FileBytes const & answer, HardwareVtepReques
 /// Reads the answer to `HardwareVtepRequest::survey()`, and gives the logical switches in which
 /// entries of `vni` may be: those with that key, and those without any. Raises as
 /// `readHardwareVtep` does.
-std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, FileBytes const & surveyed,
+std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, system::FileBytes const & surveyed,
                                         Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow

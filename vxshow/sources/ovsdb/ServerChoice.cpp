@@ -33,8 +33,7 @@ void pause(milliseconds time, Deadline const & deadline) {
 
 /// How long an answer is of use: to be read takes a server no less time than to say what it is.
 milliseconds timeToAnswer(Deadline const & deadline) {
-    auto const left =
-        std::chrono::duration_cast<milliseconds>(deadline.end - process::Clock::now());
+    auto const left = std::chrono::duration_cast<milliseconds>(deadline.end - system::Clock::now());
     return std::max(left / 2, mostBesideOthers);
 }
 
@@ -155,7 +154,7 @@ void OvsdbServerChoice::requireAnswers(Deadline const & deadline) const {
 }
 
 std::string OvsdbServerChoice::whyNobodyAnswers(Deadline const & deadline) const {
-    auto const hangs = process::reason(process::TimeLimit{}, OvsdbClient::program, deadline.limit);
+    auto const hangs = system::reason(system::TimeLimit{}, OvsdbClient::program, deadline.limit);
     std::set<std::string_view> different;
     std::vector<std::string> reasons;
     for (bool const hung : {false, true}) {

@@ -78,7 +78,7 @@ std::optional<OvsdbServerStatus> readRows(JsonValue & value) {
     return status;
 }
 
-std::optional<OvsdbServerStatus> readAnswers(FileBytes const & answer) {
+std::optional<OvsdbServerStatus> readAnswers(system::FileBytes const & answer) {
     std::optional<OvsdbServerStatus> status;
     std::size_t count = 0;
     JsonReader json(answer);
@@ -108,7 +108,7 @@ std::string const & ovsdbStatusRequest() {
     return request;
 }
 
-std::optional<OvsdbServerStatus> readOvsdbServerStatus(FileBytes const & answer) {
+std::optional<OvsdbServerStatus> readOvsdbServerStatus(system::FileBytes const & answer) {
     constexpr char const * about = "the server's own status: ";
     try {
         return readAnswers(answer);

@@ -40,7 +40,7 @@ struct OvsdbServerStatus {
 std::string const & ovsdbStatusRequest();
 
 /// Reads the answer. Nothing when the server has no such database. Raises `AnswerError`.
-std::optional<OvsdbServerStatus> readOvsdbServerStatus(FileBytes const & answer);
+std::optional<OvsdbServerStatus> readOvsdbServerStatus(system::FileBytes const & answer);
 
 /// What several servers have answered, by position; nothing for one that has not.
 using OvsdbServers = std::vector<std::optional<OvsdbServerStatus>>;

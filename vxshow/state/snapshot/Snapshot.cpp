@@ -12,7 +12,8 @@ namespace vxshow {
 
 namespace {
 
-Mount readBytes(FileBytes const & bytes, std::string const & name, Selection const & selection) {
+Mount readBytes(system::FileBytes const & bytes, std::string const & name,
+                Selection const & selection) {
     try {
         JsonReader json(bytes);
         return readDocument(json, selection);
@@ -29,7 +30,8 @@ Mount readSnapshot(std::string const & path, Selection const & selection) {
     bool const standardInput = path == "-";
     auto const name = standardInput ? "standard input" : Vex::printable(path);
     try {
-        return readBytes(standardInput ? FileBytes::read(STDIN_FILENO) : FileBytes::open(path),
+        return readBytes(standardInput ? system::FileBytes::read(STDIN_FILENO)
+                                       : system::FileBytes::open(path),
                          name, selection);
     } catch (std::system_error const & error) {
         throw SnapshotError(name + ": " + error.code().message());

@@ -13,7 +13,7 @@ namespace vxshow::test {
 
 namespace {
 
-using namespace process;
+using namespace system;
 
 std::vector<ChildSlot> allSlots() {
     std::vector<ChildSlot> slots;

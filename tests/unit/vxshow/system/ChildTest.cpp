@@ -20,7 +20,7 @@ namespace vxshow::test {
 
 namespace {
 
-using namespace process;
+using namespace system;
 using namespace std::chrono_literals;
 
 std::string outputOf(std::vector<std::string> const & words) {

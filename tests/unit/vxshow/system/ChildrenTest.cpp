@@ -19,7 +19,7 @@ namespace vxshow::test {
 
 namespace {
 
-using namespace process;
+using namespace system;
 
 // After `killAllChildren` a process starts no program any more, so each of these tests has one
 // of its own. What it wants to tell goes through this pipe.

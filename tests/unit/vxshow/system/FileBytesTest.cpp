@@ -10,6 +10,8 @@
 
 namespace vxshow::test {
 
+using namespace system;
+
 namespace {
 
 bool isPadded(FileBytes const & bytes) {

@@ -8,6 +8,8 @@
 
 namespace vxshow::test {
 
+using namespace system;
+
 namespace {
 
 /// Puts `text` in, as much at once as there is room for; returns how much was taken.

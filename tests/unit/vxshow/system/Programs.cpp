@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace vxshow::test {
 
-using namespace process;
+using namespace system;
 
 namespace {
 

@@ -10,14 +10,14 @@
 namespace vxshow::test {
 
 /// Limits that no program of a test reaches, on however busy a machine.
-process::Limits patient();
+system::Limits patient();
 
 /// The words that run `script`, in which `$1` and so on are `arguments`.
 std::vector<std::string> shell(std::string const & script,
                                std::vector<std::string> const & arguments = {});
 
 /// Runs `words` patiently, and fails the test unless they have ended by themselves.
-process::Exited exited(std::vector<std::string> const & words);
+system::Exited exited(std::vector<std::string> const & words);
 
 /// Runs `script` until a time limit that leaves it the time to print what ends in a line end;
 /// returns that.

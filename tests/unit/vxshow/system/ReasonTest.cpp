@@ -11,7 +11,7 @@ namespace vxshow::test {
 
 namespace {
 
-using namespace process;
+using namespace system;
 
 std::string reasonOf(Answer const & answer, std::chrono::milliseconds limit = 5s) {
     return reason(answer, "vtysh", limit);

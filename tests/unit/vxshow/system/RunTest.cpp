@@ -20,7 +20,7 @@ namespace vxshow::test {
 
 namespace {
 
-using namespace process;
+using namespace system;
 
 using Words = std::vector<std::string>;
 

@@ -52,7 +52,7 @@ private:
 
 /// Shows the progress until something is on the terminal, for a minute at most.
 std::string shownAtLast(Terminal & terminal, ProgressLine & line, FabricProgress const & progress) {
-    for (auto const end = process::Clock::now() + 60s; process::Clock::now() < end;) {
+    for (auto const end = system::Clock::now() + 60s; system::Clock::now() < end;) {
         line.show(progress);
         if (auto const text = terminal.written(); !text.empty()) {
             return text;
@@ -82,13 +82,13 @@ TEST(ProgressLine, OfOneSource) {
 
 TEST(ProgressLine, IsNotDrawnForLessThanHalfASecond) {
     Terminal terminal;
-    auto const start = process::Clock::now();
+    auto const start = system::Clock::now();
     {
         ProgressLine line(terminal.descriptor());
         line.show({.sources = 1});
     }
     // On a machine that stood still meanwhile the half second may be over.
-    if (process::Clock::now() - start < 500ms) {
+    if (system::Clock::now() - start < 500ms) {
         EXPECT_EQ(terminal.written(), "");
     }
 }

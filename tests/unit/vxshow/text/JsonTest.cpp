@@ -10,9 +10,9 @@ namespace vxshow::test {
 
 namespace {
 
-FileBytes bytesOf(std::string_view text) {
+system::FileBytes bytesOf(std::string_view text) {
     TextFile const file(text);
-    return FileBytes::read(file.descriptor());
+    return system::FileBytes::read(file.descriptor());
 }
 
 /// The numbers and texts of an object of objects, in the order in which they are handed out.

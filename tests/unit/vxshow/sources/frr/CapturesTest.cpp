@@ -88,7 +88,7 @@ TEST(FrrCaptures, TheDetailedListTellsTheSame) {
               std::pair{Kind::macsInDetail, "show-evpn-mac-vni-all-detail"},
               std::pair{Kind::segments, "show-evpn-es-detail"}}) {
             documents.push_back(
-                {{kind}, FileBytes::copyOf(frrCapture(vtep + "/" + name + ".json"))});
+                {{kind}, system::FileBytes::copyOf(frrCapture(vtep + "/" + name + ".json"))});
         }
         auto const detailed = readFrr(documents, {"leaf1"});
         auto const whole = FakeZebra(vtep).ask().state;

@@ -12,7 +12,7 @@ using Kind = FrrQuestion::Kind;
 using namespace std::chrono_literals;
 
 Deadline passed() {
-    return {process::Clock::now() - 1s, 5s};
+    return {system::Clock::now() - 1s, 5s};
 }
 
 constexpr char const * noAnswer = "time limit: no answer within 5 s";
@@ -25,7 +25,7 @@ struct Answer {
 FrrAnswer read(std::vector<Answer> const & answers, Deadline const & deadline = Deadline::in(1h)) {
     std::vector<FrrDocument> documents;
     for (auto const & [question, text] : answers) {
-        documents.push_back({question, FileBytes::copyOf(text)});
+        documents.push_back({question, system::FileBytes::copyOf(text)});
     }
     return readFrr(documents, {"leaf1"}, {}, deadline);
 }

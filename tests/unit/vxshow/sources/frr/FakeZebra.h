@@ -30,7 +30,7 @@ public:
     FrrRun run() {
         return [this](std::vector<std::string> const & commands) {
             runs.push_back(commands);
-            return FileBytes::copyOf(printed(commands));
+            return system::FileBytes::copyOf(printed(commands));
         };
     }
 

@@ -124,7 +124,7 @@ TEST(FrrShape, TheLineBehindADocumentDoesNotCompleteIt) {
         for (std::size_t at = 0; (at = printed.find("\nleaf1#", at)) != std::string::npos;) {
             printed.replace(at + 1, 5, "}");
         }
-        return FileBytes::copyOf(printed);
+        return system::FileBytes::copyOf(printed);
     };
     try {
         converse(run, {"leaf1"}, {});

@@ -15,11 +15,11 @@ constexpr char const * noConfiguration =
     "% Can't open configuration file /etc/frr/vtep1/vtysh.conf due to 'No such file or "
     "directory'.\n";
 
-process::Answer exited(int status, std::string const & errors, std::string_view output = "") {
-    return process::Exited{status, FileBytes::copyOf(output), errors};
+system::Answer exited(int status, std::string const & errors, std::string_view output = "") {
+    return system::Exited{status, system::FileBytes::copyOf(output), errors};
 }
 
-std::string failure(process::Answer answer) {
+std::string failure(system::Answer answer) {
     try {
         vtyshOutput(std::move(answer), {"vtysh", 4999ms});
     } catch (SourceFailure const & failure) {
@@ -96,9 +96,9 @@ TEST(VtyshOutput, SudosWarningIsNoReason) {
 }
 
 TEST(VtyshOutput, ATimeLimitOfLessThanAHundredthOfASecondIsTold) {
-    auto const reasonOf = [](process::Clock::duration limit) {
+    auto const reasonOf = [](system::Clock::duration limit) {
         try {
-            vtyshOutput(process::TimeLimit{}, {"vtysh", limit});
+            vtyshOutput(system::TimeLimit{}, {"vtysh", limit});
         } catch (TimeOver const & failure) {
             return std::string(failure.what());
         }
@@ -137,10 +137,10 @@ TEST(VtyshOutput, AnyOtherStatusIsABrokenAnswer) {
 }
 
 TEST(VtyshOutput, WhatKeepsItFromEndingIsTold) {
-    EXPECT_EQ(failure(process::NotRun{ENOENT}), "no such program: vtysh");
-    EXPECT_EQ(failure(process::OutputLimit{1000}), "broken answer: more than 1000 bytes");
-    EXPECT_EQ(failure(process::TimeLimit{}), "time limit: no answer within 5 s");
-    EXPECT_THROW(vtyshOutput(process::TimeLimit{}, {"vtysh", 5s}), TimeOver);
+    EXPECT_EQ(failure(system::NotRun{ENOENT}), "no such program: vtysh");
+    EXPECT_EQ(failure(system::OutputLimit{1000}), "broken answer: more than 1000 bytes");
+    EXPECT_EQ(failure(system::TimeLimit{}), "time limit: no answer within 5 s");
+    EXPECT_THROW(vtyshOutput(system::TimeLimit{}, {"vtysh", 5s}), TimeOver);
 }
 
 } // namespace vxshow::test

@@ -83,7 +83,8 @@ std::string Database::answer() const {
 }
 
 HardwareVtepAnswer readAnswer(std::string_view answer) {
-    return readHardwareVtep(FileBytes::copyOf(answer), HardwareVtepRequest::whole(), {"lab"});
+    return readHardwareVtep(system::FileBytes::copyOf(answer), HardwareVtepRequest::whole(),
+                            {"lab"});
 }
 
 HardwareVtepAnswer readAnswer(Database const & database) {

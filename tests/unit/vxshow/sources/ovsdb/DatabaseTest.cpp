@@ -24,7 +24,7 @@ Mount labMount(SourceRole role = SourceRole::switches) {
     HardwareVtepSource source{"lab"};
     source.systemIds = {{"leaf1", Nolt::EthAddr::fromString("00:00:5e:00:53:e1")},
                         {"leaf2", Nolt::EthAddr::fromString("00:00:5e:00:53:e2")}};
-    auto const answer = readHardwareVtep(FileBytes::copyOf(capture("query.json")),
+    auto const answer = readHardwareVtep(system::FileBytes::copyOf(capture("query.json")),
                                          HardwareVtepRequest::whole(), source);
     mount.add(answer.state, role);
     return mount.mount();
@@ -124,8 +124,8 @@ TEST(HardwareVtep, LeavesOutTheTextsOfARouterThatAreNone) {
 TEST(HardwareVtep, TheOnlySwitchHasTheSourcesSystemIdentifier) {
     auto const id = Nolt::EthAddr::fromString("00:00:5e:00:53:e9");
     auto const systemIds = [&](std::string const & answer) {
-        auto const state = readHardwareVtep(FileBytes::copyOf(answer), HardwareVtepRequest::whole(),
-                                            {"lab", id, {}})
+        auto const state = readHardwareVtep(system::FileBytes::copyOf(answer),
+                                            HardwareVtepRequest::whole(), {"lab", id, {}})
                                .state;
         std::vector<std::optional<Nolt::EthAddr>> all;
         for (auto const & [name, known] : state.switches) {
@@ -142,7 +142,7 @@ TEST(HardwareVtep, TheRequestForAVniNamesItsLogicalSwitchesAndThoseWithoutAKey) 
     auto const vni = Vxlan::Vni(5002);
     auto survey = capture("query.json");
     survey = survey.substr(0, survey.find("},{\"rows\"") + 1) + "]";
-    auto const rows = logicalSwitchesOf(vni, FileBytes::copyOf(survey));
+    auto const rows = logicalSwitchesOf(vni, system::FileBytes::copyOf(survey));
     // The keyless logical switch may hold entries of any VNI, so it is named, too.
     ASSERT_EQ(rows.size(), 2);
     EXPECT_EQ(HardwareVtepRequest::of({.logicalSwitches = rows}).tables().size(), 8 + 2 * 4);
@@ -165,7 +165,9 @@ TEST(HardwareVtep, AnAnswerFitsWhileTheNamedLogicalSwitchesAreThoseOfTheVni) {
             answer.append("]}");
         }
         answer.append("]");
-        return readHardwareVtep(FileBytes::copyOf(answer), request, {"lab"}, Vxlan::Vni(5001)).fits;
+        return readHardwareVtep(system::FileBytes::copyOf(answer), request, {"lab"},
+                                Vxlan::Vni(5001))
+            .fits;
     };
     EXPECT_TRUE(fits({red, keyless}));
     EXPECT_FALSE(fits({red}));

@@ -13,12 +13,12 @@ using enum HardwareVtepTable;
 using namespace std::chrono_literals;
 
 Deadline passed() {
-    return {process::Clock::now() - 1s, 5s};
+    return {system::Clock::now() - 1s, 5s};
 }
 
 HardwareVtepAnswer readAnswer(Database const & database, Deadline const & deadline) {
-    return readHardwareVtep(FileBytes::copyOf(database.answer()), HardwareVtepRequest::whole(),
-                            {"lab"}, {}, deadline);
+    return readHardwareVtep(system::FileBytes::copyOf(database.answer()),
+                            HardwareVtepRequest::whole(), {"lab"}, {}, deadline);
 }
 
 std::string timeOver(Database const & database) {
@@ -293,7 +293,7 @@ TEST(HardwareVtepEffort, ManyLogicalSwitchesAreNotSurveyedBehindTheDeadline) {
         rows.push_back(R"({"_uuid":)" + row(number) + R"(,"name":"n","tunnel_key":)" +
                        std::to_string(number) + "}");
     }
-    auto const survey = FileBytes::copyOf(R"([{"rows":)" + list(rows) + "}]");
+    auto const survey = system::FileBytes::copyOf(R"([{"rows":)" + list(rows) + "}]");
     EXPECT_EQ(logicalSwitchesOf(Vxlan::Vni(7), survey).size(), 1);
     EXPECT_THROW(logicalSwitchesOf(Vxlan::Vni(7), survey, passed()), TimeOver);
 }

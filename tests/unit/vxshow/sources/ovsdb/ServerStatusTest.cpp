@@ -12,7 +12,7 @@ namespace vxshow::test {
 namespace {
 
 std::optional<OvsdbServerStatus> statusIn(std::string_view answer) {
-    return readOvsdbServerStatus(FileBytes::copyOf(answer));
+    return readOvsdbServerStatus(system::FileBytes::copyOf(answer));
 }
 
 std::string refusalOf(std::string_view answer) {

@@ -49,7 +49,7 @@ TEST(HardwareVtepShape, AnErrorOfTheServerIsNamedWithItsTable) {
 
 TEST(HardwareVtepShape, AnUnknownTableOrColumnIsAMatterOfTheSchemaAndOtherErrorsAreNot) {
     auto const read = [](std::string const & error) {
-        readHardwareVtep(FileBytes::copyOf("[{\"error\":\"" + error + "\"}]"),
+        readHardwareVtep(system::FileBytes::copyOf("[{\"error\":\"" + error + "\"}]"),
                          HardwareVtepRequest::whole(), {"lab"});
     };
     EXPECT_THROW(read("syntax error"), RequestRefused);
