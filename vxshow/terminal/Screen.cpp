@@ -19,7 +19,7 @@ bool continues(char c) {
 }
 
 bool startsWithLateControl(std::string_view text) {
-    return text.size() > 1 && isLateControl(text[0], text[1]);
+    return text.size() > 1 && text::isLateControl(text[0], text[1]);
 }
 
 /// Adds one line of the screen. What was there is erased first: behind a line that is as wide
@@ -34,7 +34,7 @@ void appendLine(std::string & out, std::string_view line, std::size_t columns) {
             break;
         }
         bool const late = startsWithLateControl(line);
-        out.push_back(late || isControl(c) ? '?' : c);
+        out.push_back(late || text::isControl(c) ? '?' : c);
         line.remove_prefix(late ? 2 : 1);
     }
     out.append("\r\n");

@@ -38,7 +38,8 @@ std::thread withoutSignals(Body && body) {
 /// Makes the control characters of a piece question marks; `last` is the byte before it.
 void withoutControls(std::span<char> piece, char last) {
     for (char & c : piece) {
-        bool const obeyed = (isControl(c) && c != '\n' && c != '\t') || isLateControl(last, c);
+        bool const obeyed =
+            (text::isControl(c) && c != '\n' && c != '\t') || text::isLateControl(last, c);
         last = c;
         c = obeyed ? '?' : c;
     }

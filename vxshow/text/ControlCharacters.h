@@ -1,7 +1,7 @@
 #pragma once
 
 /// What a terminal obeys instead of showing it: the control characters of ECMA-48.
-namespace vxshow {
+namespace vxshow::text {
 
 /// One of C0, or DEL.
 inline bool isControl(char c) {
@@ -14,4 +14,4 @@ inline bool isLateControl(char before, char c) {
            static_cast<unsigned char>(c) < 0xa0;
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

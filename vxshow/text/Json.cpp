@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <new>
 
-namespace vxshow {
+namespace vxshow::text {
 
 static_assert(system::FileBytes::padding >= simdjson::SIMDJSON_PADDING);
 
@@ -52,4 +52,4 @@ std::string_view JsonReader::unescaped(char const * content) {
     return result;
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -17,7 +17,7 @@
 /// is taken in its turn and none is passed over, since On-Demand does not look into what it
 /// passes over. Nothing here keeps track of where it is: what is refused is thrown with its
 /// position, and the place is worked out from that.
-namespace vxshow {
+namespace vxshow::text {
 
 /// Content that is JSON but not what is wanted there.
 struct Refusal {
@@ -276,4 +276,4 @@ inline std::string_view JsonText::text() const {
     return {content_, static_cast<std::size_t>(end - content_)};
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

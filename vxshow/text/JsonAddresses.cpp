@@ -5,7 +5,7 @@
 
 #include <array>
 
-namespace vxshow {
+namespace vxshow::text {
 
 namespace {
 
@@ -99,4 +99,4 @@ Binding readBinding(JsonValue & value) {
     return binding;
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -8,7 +8,7 @@
 
 /// The values that tables are made of. Each function throws `Refusal` when the text is not
 /// the whole of such a value.
-namespace vxshow {
+namespace vxshow::text {
 
 inline constexpr std::string_view anEthernetAddress =
     "an Ethernet address such as 00:1c:73:0a:0b:0c";
@@ -62,4 +62,4 @@ void readVteps(JsonValue & value, Insert && insert) {
     });
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

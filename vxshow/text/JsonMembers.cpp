@@ -1,6 +1,6 @@
 #include "vxshow/text/JsonMembers.h"
 
-namespace vxshow {
+namespace vxshow::text {
 
 bool MemberName::restStandsAt(char const * content) const noexcept {
     // Where the name ends before the text does, the first difference is its quote.
@@ -33,4 +33,4 @@ void Members::require(std::size_t index, char const * object) const {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace vxshow {
+namespace vxshow::text {
 
 /// The name of a known member. It is compared with what stands in the document as one number
 /// of eight bytes, its closing quote among them: a state has millions of members, and most
@@ -87,4 +87,4 @@ private:
     Vex::U32 taken_ = 0;
 };
 
-} // namespace vxshow
+} // namespace vxshow::text

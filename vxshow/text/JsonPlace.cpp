@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::text {
 
 namespace {
 
@@ -203,4 +203,4 @@ std::optional<SyntaxError> firstSyntaxError(std::string_view document, JsonRoot 
     return walk.error();
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -12,7 +12,7 @@
 /// The reader of a document notes nothing but positions: lines, columns and the way through
 /// the members cost time and memory per value, and are wanted once, in an error message.
 /// Then the document is gone through again from its start, slowly.
-namespace vxshow {
+namespace vxshow::text {
 
 /// A position in a document, in the terms of its author.
 struct Place {
@@ -36,4 +36,4 @@ Place placeOf(std::string_view document, std::size_t position, JsonRoot root = J
 std::optional<SyntaxError> firstSyntaxError(std::string_view document,
                                             JsonRoot root = JsonRoot::object);
 
-} // namespace vxshow
+} // namespace vxshow::text

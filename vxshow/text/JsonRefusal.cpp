@@ -2,7 +2,7 @@
 
 #include "vxshow/text/Quoting.h"
 
-namespace vxshow {
+namespace vxshow::text {
 
 namespace {
 
@@ -29,4 +29,4 @@ std::string refusalLine(MalformedJson const & malformed, std::string_view docume
     return std::string(" ").append(simdjson::error_message(malformed.error));
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

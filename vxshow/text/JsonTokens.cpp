@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-namespace vxshow {
+namespace vxshow::text {
 
 namespace {
 
@@ -182,4 +182,4 @@ bool isPlainValue(std::string_view token) noexcept {
     return token == "true" || token == "false" || token == "null" || isNumber(token);
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

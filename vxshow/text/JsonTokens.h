@@ -6,7 +6,7 @@
 
 /// The words of JSON (RFC 8259), one at a time, for telling what is wrong with a document.
 /// Speed does not matter here; that every wrong byte is found does.
-namespace vxshow {
+namespace vxshow::text {
 
 /// A place where a document is no JSON.
 struct SyntaxError {
@@ -34,4 +34,4 @@ std::optional<SyntaxError> stringError(std::string_view document, std::size_t po
 /// Whether `token` is a number (section 6), true, false or null.
 bool isPlainValue(std::string_view token) noexcept;
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -1,6 +1,6 @@
 #include "vxshow/text/KnownMembers.h"
 
-namespace vxshow {
+namespace vxshow::text {
 
 std::size_t KnownMembers::unescapedPlace(JsonText const & name) const {
     auto const text = name.text();
@@ -15,4 +15,4 @@ void KnownMembers::refuseWithout(std::size_t index, char const * object) const {
     throw Refusal{object, oneOf(names_.subspan(index, 1)) + " in it"};
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-namespace vxshow {
+namespace vxshow::text {
 
 /// The members of an object that may have others than the known ones: a newer daemon adds some.
 /// A known one is there once or not at all.
@@ -55,4 +55,4 @@ private:
     Vex::U32 taken_ = 0;
 };
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace vxshow {
+namespace vxshow::text {
 
 namespace {
 
@@ -64,4 +64,4 @@ std::string shownMember(std::string_view raw) {
     return isPlainWord(raw) ? std::string(raw) : shownInQuotes(raw);
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

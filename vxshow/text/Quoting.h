@@ -6,7 +6,7 @@
 /// Parts of a document as they may stand in a message of one line on a terminal: as they
 /// were written, but with every byte outside printable ASCII as \xNN, since bytes of a
 /// file can be a terminal's control sequences.
-namespace vxshow {
+namespace vxshow::text {
 
 /// `text` without quotes, cut after 60 bytes, with three dots for the rest.
 std::string shownText(std::string_view text);
@@ -22,4 +22,4 @@ std::string shownToken(std::string_view document, std::size_t position);
 /// which it stands in the document. `raw` is what stands between those.
 std::string shownMember(std::string_view raw);
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -12,7 +12,7 @@
 
 #include <algorithm>
 
-namespace vxshow {
+namespace vxshow::text {
 
 namespace {
 
@@ -113,4 +113,4 @@ TomlValue readToml(std::string_view document) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

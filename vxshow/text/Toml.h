@@ -13,7 +13,7 @@
 /// The library that reads the text is seen in one file only: it takes seconds to compile, and
 /// keeps a table in the order of its keys, while the first mistake to report is the first one
 /// in the file.
-namespace vxshow {
+namespace vxshow::text {
 
 /// A document that is refused. Its text is one line of printable ASCII that begins with the
 /// place: `LINE:COLUMN: …`.
@@ -56,4 +56,4 @@ struct TomlMember {
 /// 8 others.
 TomlValue readToml(std::string_view document);
 
-} // namespace vxshow
+} // namespace vxshow::text

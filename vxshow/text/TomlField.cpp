@@ -5,7 +5,7 @@
 #include <array>
 #include <charconv>
 
-namespace vxshow {
+namespace vxshow::text {
 
 namespace {
 
@@ -114,4 +114,4 @@ void TomlField::refuseKey(TomlMember const & member, std::string_view note,
     refuseAt(member.place, key_, '"' + shownText(member.name) + '"' + std::string(note), expected);
 }
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::text {
 
 /// A value of a document together with the way to it, and so with what a refusal of it says:
 /// `LINE:COLUMN: KEY: found WHAT, expected WHAT`.
@@ -57,4 +57,4 @@ private:
     std::string key_; ///< such as `source[0].remotes[1]`; empty at the root
 };
 
-} // namespace vxshow
+} // namespace vxshow::text

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::array<char const *, 3> sslKeys{"private_key", "certificate", "ca_certificate"};
 
-std::vector<std::string> readRemoteList(TomlField const & field) {
+std::vector<std::string> readRemoteList(text::TomlField const & field) {
     std::string const expected = "an array of 1 to " + std::to_string(mostRemotes) + " remotes";
     auto const elements = field.elements(expected);
     if (elements.empty()) {
@@ -21,7 +21,7 @@ std::vector<std::string> readRemoteList(TomlField const & field) {
         field.refuse("an array of " + std::to_string(elements.size()), expected);
     }
     std::vector<std::string> remotes;
-    for (TomlField const & element : elements) {
+    for (text::TomlField const & element : elements) {
         auto const & remote = element.text("unix:FILE, tcp:HOST:PORT or ssl:HOST:PORT");
         if (auto const refusal = remoteRefusal(remote)) {
             element.refuse(*refusal);
@@ -31,7 +31,7 @@ std::vector<std::string> readRemoteList(TomlField const & field) {
     return remotes;
 }
 
-std::string readFileName(TomlField const & field, std::string const & folder) {
+std::string readFileName(text::TomlField const & field, std::string const & folder) {
     constexpr auto expected = "the name of a file";
     auto const & name = field.text(expected);
     if (name.empty() || name.find('\0') != std::string::npos) {
@@ -40,7 +40,7 @@ std::string readFileName(TomlField const & field, std::string const & folder) {
     return name[0] == '/' ? name : folder + name;
 }
 
-DatabaseAddress::Ssl readSsl(TomlField const & source, std::string const & folder) {
+DatabaseAddress::Ssl readSsl(text::TomlField const & source, std::string const & folder) {
     auto const file = [&](char const * key) {
         auto const field = source.find(key);
         if (!field) {
@@ -51,7 +51,7 @@ DatabaseAddress::Ssl readSsl(TomlField const & source, std::string const & folde
     return {file(sslKeys[0]), file(sslKeys[1]), file(sslKeys[2])};
 }
 
-void refuseSslKeys(TomlField const & source) {
+void refuseSslKeys(text::TomlField const & source) {
     for (char const * const key : sslKeys) {
         if (auto const field = source.find(key)) {
             field->refuse("no such key, since no remote is ssl:");
@@ -59,10 +59,10 @@ void refuseSslKeys(TomlField const & source) {
     }
 }
 
-std::vector<std::string> readCommand(TomlField const & field) {
+std::vector<std::string> readCommand(text::TomlField const & field) {
     constexpr auto expected = "an array of the words of a command";
     std::vector<std::string> words;
-    for (TomlField const & element : field.elements(expected)) {
+    for (text::TomlField const & element : field.elements(expected)) {
         constexpr auto expectedWord = "a text that is not empty and without U+0000";
         auto const & word = element.text(expectedWord);
         if (word.empty() || word.find('\0') != std::string::npos) {
@@ -81,7 +81,7 @@ bool isPathSpaceCharacter(char c) {
            c == '-';
 }
 
-std::string readPathSpace(TomlField const & field) {
+std::string readPathSpace(text::TomlField const & field) {
     // A dot or a slash, which could lead out of the folder of the daemons, vtysh refuses itself.
     constexpr auto expected = "a path space: letters, digits, \"_\" and \"-\", which is not first";
     auto const & name = field.text(expected);
@@ -100,7 +100,7 @@ bool runsThroughSsh(std::vector<std::string> const & command) {
 
 } // namespace
 
-DatabaseAddress readDatabaseAddress(TomlField const & source, std::string const & folder) {
+DatabaseAddress readDatabaseAddress(text::TomlField const & source, std::string const & folder) {
     DatabaseAddress address;
     address.remotes = readRemoteList(source.required("remotes"));
     if (std::any_of(address.remotes.begin(), address.remotes.end(), isSslRemote)) {
@@ -111,7 +111,7 @@ DatabaseAddress readDatabaseAddress(TomlField const & source, std::string const 
     return address;
 }
 
-VtyshCommand readVtyshCommand(TomlField const & source) {
+VtyshCommand readVtyshCommand(text::TomlField const & source) {
     VtyshCommand command;
     if (auto const field = source.find("command")) {
         command.words = readCommand(*field);

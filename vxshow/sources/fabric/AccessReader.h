@@ -13,9 +13,9 @@ namespace vxshow {
 /// file names count from `folder`, which ends in a slash; the names that come out have a slash
 /// in them in any case, so that none is one of the words, such as `none`, that Open vSwitch
 /// takes for something else than a file.
-DatabaseAddress readDatabaseAddress(TomlField const & source, std::string const & folder);
+DatabaseAddress readDatabaseAddress(text::TomlField const & source, std::string const & folder);
 
 /// The keys `command`, `path_space` and `remote_shell` of `source`.
-VtyshCommand readVtyshCommand(TomlField const & source);
+VtyshCommand readVtyshCommand(text::TomlField const & source);
 
 } // namespace vxshow

@@ -21,8 +21,8 @@ std::string folderOf(std::string const & path) {
     return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
-TomlField sourcesOf(TomlField const & root) {
-    for (TomlMember const & member : root.table("a table")) {
+text::TomlField sourcesOf(text::TomlField const & root) {
+    for (text::TomlMember const & member : root.table("a table")) {
         if (member.name != "source") {
             root.refuseKey(member, "", "\"source\"");
         }
@@ -30,8 +30,8 @@ TomlField sourcesOf(TomlField const & root) {
     return root.required("source");
 }
 
-std::vector<LiveSource> readDocument(TomlValue const & document, std::string const & folder) {
-    auto const list = sourcesOf(TomlField(document));
+std::vector<LiveSource> readDocument(text::TomlValue const & document, std::string const & folder) {
+    auto const list = sourcesOf(text::TomlField(document));
     std::string const expected = "1 to " + std::to_string(mostSources) + " tables [[source]]";
     auto const elements = list.elements(expected);
     if (elements.empty()) {
@@ -42,7 +42,7 @@ std::vector<LiveSource> readDocument(TomlValue const & document, std::string con
     }
     std::vector<LiveSource> sources;
     std::set<std::string> names;
-    for (TomlField const & element : elements) {
+    for (text::TomlField const & element : elements) {
         sources.push_back(readSource(element, folder));
         if (!names.insert(sources.back().name).second) {
             element.required("name").refuse("a name that no source before it has");
@@ -59,8 +59,8 @@ std::vector<LiveSource> readFabricFile(std::string const & path) {
     try {
         auto const bytes =
             standardInput ? system::FileBytes::read(STDIN_FILENO) : system::FileBytes::open(path);
-        return readDocument(readToml(bytes.text()), folderOf(path));
-    } catch (TomlRefusal const & refusal) {
+        return readDocument(text::readToml(bytes.text()), folderOf(path));
+    } catch (text::TomlRefusal const & refusal) {
         throw FabricFileError(name + ":" + refusal.what());
     } catch (std::system_error const & error) {
         throw FabricFileError(name + ": " + error.code().message());

@@ -12,32 +12,33 @@ namespace vxshow {
 
 namespace {
 
-constexpr std::array<MemberName, 5> commonKeys{"kind", "name", "role", "time_limit", "system_id"};
-constexpr std::array<MemberName, 5> databaseKeys{"remotes", "private_key", "certificate",
-                                                 "ca_certificate", "system_ids"};
-constexpr std::array<MemberName, 3> vtyshKeys{"command", "path_space", "remote_shell"};
+constexpr std::array<text::MemberName, 5> commonKeys{"kind", "name", "role", "time_limit",
+                                                     "system_id"};
+constexpr std::array<text::MemberName, 5> databaseKeys{"remotes", "private_key", "certificate",
+                                                       "ca_certificate", "system_ids"};
+constexpr std::array<text::MemberName, 3> vtyshKeys{"command", "path_space", "remote_shell"};
 
 struct Kind {
     char const * name;
-    std::span<MemberName const> keys;
+    std::span<text::MemberName const> keys;
 };
 
 constexpr Kind database{"hardware_vtep", databaseKeys};
 constexpr Kind vtysh{"frr", vtyshKeys};
 
-bool contains(std::span<MemberName const> keys, std::string_view name) {
+bool contains(std::span<text::MemberName const> keys, std::string_view name) {
     return std::any_of(keys.begin(), keys.end(),
-                       [&](MemberName const & key) { return key.text() == name; });
+                       [&](text::MemberName const & key) { return key.text() == name; });
 }
 
 std::string acceptedKeys(Kind const & kind) {
-    std::vector<MemberName> keys(commonKeys.begin(), commonKeys.end());
+    std::vector<text::MemberName> keys(commonKeys.begin(), commonKeys.end());
     keys.insert(keys.end(), kind.keys.begin(), kind.keys.end());
-    return oneOf(keys);
+    return text::oneOf(keys);
 }
 
-void checkKeys(TomlField const & source, Kind const & kind, Kind const & other) {
-    for (TomlMember const & member : source.table("a table")) {
+void checkKeys(text::TomlField const & source, Kind const & kind, Kind const & other) {
+    for (text::TomlMember const & member : source.table("a table")) {
         if (contains(commonKeys, member.name) || contains(kind.keys, member.name)) {
             continue;
         }
@@ -61,7 +62,7 @@ bool hasControls(std::string_view text) {
     return false;
 }
 
-std::string readName(TomlField const & field) {
+std::string readName(text::TomlField const & field) {
     constexpr std::size_t longest = 256;
     constexpr auto expected = "a name of 1 to 256 bytes without control characters";
     auto const & name = field.text(expected);
@@ -71,7 +72,7 @@ std::string readName(TomlField const & field) {
     return name;
 }
 
-SourceRole readRole(TomlField const & field) {
+SourceRole readRole(text::TomlField const & field) {
     constexpr auto expected = R"("switch", "hsc", "qvx" or "evpn")";
     auto const & role = field.text(expected);
     if (role == "switch") {
@@ -89,7 +90,7 @@ SourceRole readRole(TomlField const & field) {
     field.refuse(expected);
 }
 
-std::chrono::milliseconds readTimeLimit(TomlField const & field) {
+std::chrono::milliseconds readTimeLimit(text::TomlField const & field) {
     constexpr double longest = 3600;
     constexpr auto expected = "seconds: a number greater than 0 and at most 3600";
     double const seconds = field.number(expected);
@@ -101,7 +102,7 @@ std::chrono::milliseconds readTimeLimit(TomlField const & field) {
                     std::chrono::milliseconds(1));
 }
 
-Nolt::EthAddr readSystemId(TomlField const & field) {
+Nolt::EthAddr readSystemId(text::TomlField const & field) {
     constexpr auto expected = "an Ethernet address such as 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c "
                               "or 001c.730a.0b0c";
     if (auto const address = Nolt::EthAddr::tryFromString(field.text(expected))) {
@@ -110,16 +111,16 @@ Nolt::EthAddr readSystemId(TomlField const & field) {
     field.refuse(expected);
 }
 
-std::map<std::string, Nolt::EthAddr> readSystemIds(TomlField const & field) {
+std::map<std::string, Nolt::EthAddr> readSystemIds(text::TomlField const & field) {
     std::map<std::string, Nolt::EthAddr> systemIds;
-    for (TomlMember const & member : field.table("a table of system identifiers by switch")) {
+    for (text::TomlMember const & member : field.table("a table of system identifiers by switch")) {
         systemIds.emplace(member.name, readSystemId(field.at(member)));
     }
     return systemIds;
 }
 
 /// The kind is read first: which keys are known depends on it.
-bool isDatabase(TomlField const & source) {
+bool isDatabase(text::TomlField const & source) {
     constexpr auto expected = R"("hardware_vtep" or "frr")";
     auto const field = source.required("kind");
     auto const & kind = field.text(expected);
@@ -131,7 +132,7 @@ bool isDatabase(TomlField const & source) {
 
 } // namespace
 
-LiveSource readSource(TomlField const & source, std::string const & folder) {
+LiveSource readSource(text::TomlField const & source, std::string const & folder) {
     source.table("a table");
     LiveSource result;
     bool const isDatabaseSource = isDatabase(source);

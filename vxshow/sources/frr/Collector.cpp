@@ -56,7 +56,7 @@ void FrrJoin::neighbour(IpBinding const & binding, Side side) {
 
 void FrrJoin::vrf(std::string const & name, bool isDown) {
     if (!isVrfWord(name)) {
-        return leaveOut("VRF \"" + shownText(name) +
+        return leaveOut("VRF \"" + text::shownText(name) +
                         "\", expected a name of letters, digits, \"_\", \".\", \":\" and \"-\", "
                         "not short for \"all\"");
     }
@@ -123,7 +123,7 @@ void FrrJoin::resolveSegments() {
             leaveOutDangling(inVni(vni, mac.stringValue()) +
                              (one.segment.empty()
                                   ? ": behind no VTEP, expected an Ethernet segment"
-                                  : ": behind Ethernet segment \"" + shownText(one.segment) +
+                                  : ": behind Ethernet segment \"" + text::shownText(one.segment) +
                                         "\", of which no VTEP is known"));
             continue;
         }

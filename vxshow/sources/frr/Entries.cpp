@@ -8,21 +8,21 @@ namespace vxshow::frr {
 void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
               std::string_view expected) {
     auto what = "VNI " + std::string(vni.stringValue()) + ": ";
-    what.append(column).append(" ").append(shownInQuotes(text));
+    what.append(column).append(" ").append(text::shownInQuotes(text));
     join.leaveOut(what.append(", expected ").append(expected));
 }
 
-std::optional<Vxlan::Vni> readVniKey(JsonText const & text, FrrJoin & join) {
+std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, FrrJoin & join) {
     if (auto const number = Vex::readDecimal(text.text(), Vxlan::Vni::max)) {
         return Vxlan::Vni(*number);
     }
-    join.leaveOut("VNI " + shownInQuotes(text.text()) + ", expected one from 0 to 16777215");
+    join.leaveOut("VNI " + text::shownInQuotes(text.text()) + ", expected one from 0 to 16777215");
     return std::nullopt;
 }
 
-std::size_t EntrySide::readSide(JsonValue & value) {
+std::size_t EntrySide::readSide(text::JsonValue & value) {
     // Made once: the text is for the error that each of many entries might have.
-    static auto const expected = oneOf(sides);
+    static auto const expected = text::oneOf(sides);
     auto const text = value.text(expected);
     for (std::size_t index = 0; index < sides.size(); ++index) {
         if (sides[index].standsAt(text.content())) {

@@ -15,12 +15,12 @@ namespace vxshow::frr {
 inline constexpr std::string_view anEntry = "an object of what is known of it";
 
 /// Counters stand between the entries of an object, and they are no objects.
-inline bool isEntry(JsonValue & value) {
+inline bool isEntry(text::JsonValue & value) {
     return *value.at() == '{';
 }
 
 /// The address that a text is; nothing when it is none.
-inline std::optional<Nolt::EthAddr> anyMac(JsonText const & text) {
+inline std::optional<Nolt::EthAddr> anyMac(text::JsonText const & text) {
     constexpr auto usual = Nolt::EthAddr::maxTextLength;
     if (text.mayHaveLength(usual)) [[likely]] {
         if (auto const mac = Nolt::EthAddr::tryFromString({text.content(), usual})) [[likely]] {
@@ -31,13 +31,13 @@ inline std::optional<Nolt::EthAddr> anyMac(JsonText const & text) {
 }
 
 /// An address of one host: not the zero one.
-inline std::optional<Nolt::EthAddr> hostMac(JsonText const & text) {
+inline std::optional<Nolt::EthAddr> hostMac(text::JsonText const & text) {
     auto const mac = anyMac(text);
     return mac && !mac->isZero() ? mac : std::nullopt;
 }
 
 /// The address that a text is; nothing when it is none.
-inline std::optional<Nolt::IpAddr> ipv4(JsonText const & text) {
+inline std::optional<Nolt::IpAddr> ipv4(text::JsonText const & text) {
     Nolt::IpAddr address;
     auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
     if (end && *end == '"') [[likely]] {
@@ -51,12 +51,12 @@ void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, std::stri
               std::string_view expected);
 
 /// The VNI whose key `text` is; one that is none is left out.
-std::optional<Vxlan::Vni> readVniKey(JsonText const & text, FrrJoin & join);
+std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, FrrJoin & join);
 
 /// Calls `take(Vni, JsonValue &)` for the entries of a document by VNI.
 template <class Take>
-void eachVni(JsonReader & json, FrrJoin & join, Take && take) {
-    json.document([&](JsonText const & key, JsonValue & value) {
+void eachVni(text::JsonReader & json, FrrJoin & join, Take && take) {
+    json.document([&](text::JsonText const & key, text::JsonValue & value) {
         join.step();
         if (!isEntry(value)) {
             return;
@@ -74,7 +74,7 @@ public:
     enum Name : std::size_t { type, localSequence, remoteSequence, end };
 
     /// Takes the value of the member `name` if it is one of those. Throws `Refusal`.
-    void take(std::size_t name, JsonValue & value) {
+    void take(std::size_t name, text::JsonValue & value) {
         switch (name) {
         case type:
             side_ = readSide(value);
@@ -98,16 +98,16 @@ public:
 
     /// The sequence in force, that of the side. Throws `Refusal` when it is not among the
     /// `members` of the object that starts at `object`.
-    Vex::U32 sequence(KnownMembers const & members, char const * object) const {
+    Vex::U32 sequence(text::KnownMembers const & members, char const * object) const {
         members.require(localSequence + side_, object);
         return sequences_[side_];
     }
 
 private:
-    static constexpr std::array<MemberName, 3> sides{"local", "remote", "auto"};
+    static constexpr std::array<text::MemberName, 3> sides{"local", "remote", "auto"};
 
     /// Which of `sides` it is. Throws `Refusal` for another text.
-    static std::size_t readSide(JsonValue & value);
+    static std::size_t readSide(text::JsonValue & value);
 
     std::size_t side_ = sides.size();
     std::array<Vex::U32, 2> sequences_{};
@@ -115,7 +115,8 @@ private:
 
 /// The names of the members of an entry: those of `EntrySide`, then its `own`.
 template <class... Own>
-constexpr std::array<MemberName, EntrySide::end + sizeof...(Own)> entryNames(Own const *... own) {
+constexpr std::array<text::MemberName, EntrySide::end + sizeof...(Own)>
+entryNames(Own const *... own) {
     return {"type", "localSequence", "remoteSequence", own...};
 }
 

@@ -15,11 +15,11 @@ public:
     MacEntry(Vxlan::Vni vni, Nolt::EthAddr mac, FrrJoin & join) noexcept
         : vni_(vni), mac_(mac), join_(join) {}
 
-    void take(JsonText const & name, JsonValue & value) {
+    void take(text::JsonText const & name, text::JsonValue & value) {
         auto const known = members_.take(name);
         switch (known) {
         case remoteVtep:
-            readVtep(value.text(anIpv4Address));
+            readVtep(value.text(text::anIpv4Address));
             break;
         case esi:
             segment_ = value.text("an Ethernet segment").text();
@@ -52,23 +52,24 @@ private:
 
     static constexpr auto names = frr::entryNames("remoteVtep", "esi");
 
-    void readVtep(JsonText const & text) {
+    void readVtep(text::JsonText const & text) {
         vtep_ = frr::ipv4(text);
         if (!vtep_) {
-            frr::leaveOut(join_, vni_, mac_.stringValue() + " at", text.text(), anIpv4Address);
+            frr::leaveOut(join_, vni_, mac_.stringValue() + " at", text.text(),
+                          text::anIpv4Address);
         }
     }
 
     Vxlan::Vni vni_;
     Nolt::EthAddr mac_;
     FrrJoin & join_;
-    KnownMembers members_{names};
+    text::KnownMembers members_{names};
     frr::EntrySide side_;
     std::optional<Nolt::IpAddr> vtep_;
     std::string segment_;
 };
 
-void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, bool detailed,
+void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni, bool detailed,
                FrrJoin & join) {
     join.step();
     if (!frr::isEntry(value)) {
@@ -76,15 +77,16 @@ void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, bool det
     }
     auto const mac = frr::hostMac(key);
     if (!mac) {
-        return frr::leaveOut(join, vni, "MAC", key.text(), anEthernetAddress);
+        return frr::leaveOut(join, vni, "MAC", key.text(), text::anEthernetAddress);
     }
     if (!join.takes(vni, *mac)) {
         return;
     }
     auto const * const start = value.at();
     MacEntry entry(vni, *mac, join);
-    value.members(frr::anEntry,
-                  [&](JsonText const & name, JsonValue & member) { entry.take(name, member); });
+    value.members(frr::anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
+        entry.take(name, member);
+    });
     entry.finish(start, detailed);
 }
 
@@ -94,47 +96,51 @@ public:
     MacsReader(Vxlan::Vni vni, bool detailed, FrrJoin & join) noexcept
         : vni_(vni), detailed_(detailed), join_(join) {}
 
-    void take(JsonText const & name, JsonValue & value) {
+    void take(text::JsonText const & name, text::JsonValue & value) {
         if (members_.take(name) == 0) {
-            value.members(anObjectByMac, [&](JsonText const & key, JsonValue & entry) {
-                readEntry(key, entry, vni_, detailed_, join_);
-            });
+            value.members(text::anObjectByMac,
+                          [&](text::JsonText const & key, text::JsonValue & entry) {
+                              readEntry(key, entry, vni_, detailed_, join_);
+                          });
         }
     }
 
     void finish(char const * start) const { members_.require(0, start); }
 
 private:
-    static constexpr std::array<MemberName, 1> names{"macs"};
+    static constexpr std::array<text::MemberName, 1> names{"macs"};
 
     Vxlan::Vni vni_;
     bool detailed_;
     FrrJoin & join_;
-    KnownMembers members_{names};
+    text::KnownMembers members_{names};
 };
 
 } // namespace
 
-void readFrrMacs(JsonReader & json, bool detailed, FrrJoin & join) {
-    frr::eachVni(json, join, [&](Vxlan::Vni vni, JsonValue & value) {
+void readFrrMacs(text::JsonReader & json, bool detailed, FrrJoin & join) {
+    frr::eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
         auto const * const start = value.at();
         MacsReader macs(vni, detailed, join);
-        value.members(frr::anEntry,
-                      [&](JsonText const & name, JsonValue & member) { macs.take(name, member); });
+        value.members(frr::anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
+            macs.take(name, member);
+        });
         macs.finish(start);
     });
 }
 
-void readFrrMacsOfVni(JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
+void readFrrMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
     auto const * const start = json.at();
     MacsReader macs(vni, false, join);
-    json.document([&](JsonText const & name, JsonValue & value) { macs.take(name, value); });
+    json.document(
+        [&](text::JsonText const & name, text::JsonValue & value) { macs.take(name, value); });
     macs.finish(start);
 }
 
-void readFrrMac(JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
-    json.document(
-        [&](JsonText const & key, JsonValue & value) { readEntry(key, value, vni, true, join); });
+void readFrrMac(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
+    json.document([&](text::JsonText const & key, text::JsonValue & value) {
+        readEntry(key, value, vni, true, join);
+    });
 }
 
 } // namespace vxshow

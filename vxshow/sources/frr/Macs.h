@@ -8,12 +8,12 @@
 namespace vxshow {
 
 /// Of every VNI. `detailed` tells whether the segments are in it.
-void readFrrMacs(JsonReader & json, bool detailed, FrrJoin & join);
+void readFrrMacs(text::JsonReader & json, bool detailed, FrrJoin & join);
 
 /// Of one VNI, without the segments.
-void readFrrMacsOfVni(JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+void readFrrMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
 
 /// Of one MAC address in one VNI, with its segment.
-void readFrrMac(JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+void readFrrMac(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
 
 } // namespace vxshow

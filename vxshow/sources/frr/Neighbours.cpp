@@ -7,7 +7,7 @@ namespace vxshow {
 
 namespace {
 
-std::optional<Nolt::IpGenAddr> someIp(JsonText const & text) {
+std::optional<Nolt::IpGenAddr> someIp(text::JsonText const & text) {
     auto const ip = Nolt::IpGenAddr::tryFromString(text.text());
     return ip && !ip->isNone() ? ip : std::nullopt;
 }
@@ -18,14 +18,14 @@ public:
     NeighbourEntry(Vxlan::Vni vni, Nolt::IpGenAddr const & ip, FrrJoin & join) noexcept
         : vni_(vni), ip_(ip), join_(join) {}
 
-    void take(JsonText const & name, JsonValue & value) {
+    void take(text::JsonText const & name, text::JsonValue & value) {
         auto const known = members_.take(name);
         switch (known) {
         case state:
             readState(value.text("\"active\" or \"inactive\""));
             break;
         case mac:
-            readMac(value.text(anEthernetAddress));
+            text::readMac(value.text(text::anEthernetAddress));
             break;
         default:
             side_.take(known, value);
@@ -41,7 +41,7 @@ public:
         }
         if (!mac_) {
             return frr::leaveOut(join_, vni_, ip_.stringValue() + " has MAC", macText_,
-                                 anEthernetAddress);
+                                 text::anEthernetAddress);
         }
         auto const changes = side_.sequence(members_, start);
         join_.neighbour({vni_, ip_, *mac_, 0, changes}, side_.side());
@@ -51,16 +51,16 @@ private:
     enum Name : std::size_t { state = frr::EntrySide::end, mac };
 
     static constexpr auto names = frr::entryNames("state", "mac");
-    static constexpr std::array<MemberName, 2> states{"active", "inactive"};
+    static constexpr std::array<text::MemberName, 2> states{"active", "inactive"};
 
-    void readState(JsonText const & text) {
+    void readState(text::JsonText const & text) {
         isActive_ = states[0].standsAt(text.content());
         if (!isActive_ && !states[1].standsAt(text.content())) {
-            text.refuse(oneOf(states));
+            text.refuse(text::oneOf(states));
         }
     }
 
-    void readMac(JsonText const & text) {
+    void readMac(text::JsonText const & text) {
         mac_ = frr::hostMac(text);
         if (!mac_) {
             macText_ = text.text();
@@ -70,42 +70,45 @@ private:
     Vxlan::Vni vni_;
     Nolt::IpGenAddr ip_;
     FrrJoin & join_;
-    KnownMembers members_{names};
+    text::KnownMembers members_{names};
     frr::EntrySide side_;
     bool isActive_ = false;
     std::optional<Nolt::EthAddr> mac_;
     std::string macText_; ///< where it is none
 };
 
-void readEntry(JsonText const & key, JsonValue & value, Vxlan::Vni vni, FrrJoin & join) {
+void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni,
+               FrrJoin & join) {
     join.step();
     if (!frr::isEntry(value)) {
         return;
     }
     auto const ip = someIp(key);
     if (!ip) {
-        return frr::leaveOut(join, vni, "IP address", key.text(), anIpAddress);
+        return frr::leaveOut(join, vni, "IP address", key.text(), text::anIpAddress);
     }
     auto const * const start = value.at();
     NeighbourEntry entry(vni, *ip, join);
-    value.members(frr::anEntry,
-                  [&](JsonText const & name, JsonValue & member) { entry.take(name, member); });
+    value.members(frr::anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
+        entry.take(name, member);
+    });
     entry.finish(start);
 }
 
 } // namespace
 
-void readFrrNeighbours(JsonReader & json, FrrJoin & join) {
-    frr::eachVni(json, join, [&](Vxlan::Vni vni, JsonValue & value) {
-        value.members(frr::anEntry, [&](JsonText const & key, JsonValue & entry) {
+void readFrrNeighbours(text::JsonReader & json, FrrJoin & join) {
+    frr::eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
+        value.members(frr::anEntry, [&](text::JsonText const & key, text::JsonValue & entry) {
             readEntry(key, entry, vni, join);
         });
     });
 }
 
-void readFrrNeighboursOfVni(JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
-    json.document(
-        [&](JsonText const & key, JsonValue & value) { readEntry(key, value, vni, join); });
+void readFrrNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
+    json.document([&](text::JsonText const & key, text::JsonValue & value) {
+        readEntry(key, value, vni, join);
+    });
 }
 
 } // namespace vxshow

@@ -8,9 +8,9 @@
 namespace vxshow {
 
 /// Of every VNI.
-void readFrrNeighbours(JsonReader & json, FrrJoin & join);
+void readFrrNeighbours(text::JsonReader & json, FrrJoin & join);
 
 /// Of one VNI.
-void readFrrNeighboursOfVni(JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+void readFrrNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
 
 } // namespace vxshow

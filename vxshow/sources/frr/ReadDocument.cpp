@@ -14,27 +14,28 @@ namespace {
 using Kind = FrrQuestion::Kind;
 
 bool isBlank(std::string_view document) {
-    return pastBlanks(document, 0) == document.size();
+    return text::pastBlanks(document, 0) == document.size();
 }
 
 /// What stands for nothing, depending on the command: no text, `{}`, `{ }` or `[]`.
 bool isNothing(std::string_view document) {
-    auto const first = pastBlanks(document, 0);
+    auto const first = text::pastBlanks(document, 0);
     if (first == document.size()) {
         return true;
     }
     auto const end = document[first] == '{' ? '}' : document[first] == '[' ? ']' : '\0';
-    auto const last = pastBlanks(document, first + 1);
+    auto const last = text::pastBlanks(document, first + 1);
     return end != '\0' && last < document.size() && document[last] == end &&
-           pastBlanks(document, last + 1) == document.size();
+           text::pastBlanks(document, last + 1) == document.size();
 }
 
-JsonRoot rootOf(Kind kind) {
-    return kind == Kind::vnis || kind == Kind::segments ? JsonRoot::array : JsonRoot::object;
+text::JsonRoot rootOf(Kind kind) {
+    return kind == Kind::vnis || kind == Kind::segments ? text::JsonRoot::array
+                                                        : text::JsonRoot::object;
 }
 
 void read(FrrQuestion const & question, system::PaddedText document, FrrJoin & join) {
-    JsonReader json(document);
+    text::JsonReader json(document);
     switch (question.kind) {
     case Kind::vnis:
         return readFrrVnis(json, join);
@@ -82,11 +83,12 @@ void readFrrDocument(FrrQuestion const & question, system::PaddedText document, 
     auto const root = rootOf(question.kind);
     try {
         read(question, document, join);
-    } catch (Refusal const & refusal) {
-        throw AnswerError(question.command() + ": " + refusalLine(refusal, document.text(), root));
-    } catch (MalformedJson const & malformed) {
+    } catch (text::Refusal const & refusal) {
         throw AnswerError(question.command() + ": " +
-                          refusalLine(malformed, document.text(), root));
+                          text::refusalLine(refusal, document.text(), root));
+    } catch (text::MalformedJson const & malformed) {
+        throw AnswerError(question.command() + ": " +
+                          text::refusalLine(malformed, document.text(), root));
     }
 }
 

@@ -8,59 +8,60 @@ namespace vxshow {
 
 namespace {
 
-void takeVtep(JsonText const & text, std::vector<Nolt::IpAddr> & vteps, FrrJoin & join) {
+void takeVtep(text::JsonText const & text, std::vector<Nolt::IpAddr> & vteps, FrrJoin & join) {
     auto const address = frr::ipv4(text);
     if (address && !address->isZero()) {
         return vteps.push_back(*address);
     }
-    join.leaveOut("Ethernet segment: VTEP " + shownInQuotes(text.text()) + ", expected " +
-                  std::string(anIpv4Address));
+    join.leaveOut("Ethernet segment: VTEP " + text::shownInQuotes(text.text()) + ", expected " +
+                  std::string(text::anIpv4Address));
 }
 
-void readVtep(JsonValue & value, std::vector<Nolt::IpAddr> & vteps, FrrJoin & join) {
-    static constexpr std::array<MemberName, 1> names{"vtep"};
+void readVtep(text::JsonValue & value, std::vector<Nolt::IpAddr> & vteps, FrrJoin & join) {
+    static constexpr std::array<text::MemberName, 1> names{"vtep"};
     join.step();
     auto const * const start = value.at();
-    KnownMembers members(names);
-    value.members("a VTEP", [&](JsonText const & name, JsonValue & member) {
+    text::KnownMembers members(names);
+    value.members("a VTEP", [&](text::JsonText const & name, text::JsonValue & member) {
         if (members.take(name) == 0) {
-            takeVtep(member.text(anIpv4Address), vteps, join);
+            takeVtep(member.text(text::anIpv4Address), vteps, join);
         }
     });
     members.require(0, start);
 }
 
-void readSegment(JsonValue & value, FrrJoin & join) {
+void readSegment(text::JsonValue & value, FrrJoin & join) {
     enum Name : std::size_t { esi, vteps };
 
-    static constexpr std::array<MemberName, 2> names{"esi", "vteps"};
+    static constexpr std::array<text::MemberName, 2> names{"esi", "vteps"};
     join.step();
     auto const * const start = value.at();
-    KnownMembers members(names);
+    text::KnownMembers members(names);
     std::string segment;
     std::vector<Nolt::IpAddr> addresses;
-    value.members("an Ethernet segment", [&](JsonText const & name, JsonValue & member) {
-        switch (members.take(name)) {
-        case esi:
-            segment = member.text("an Ethernet segment's identifier").text();
-            break;
-        case vteps:
-            member.elements("a list of VTEPs",
-                            [&](JsonValue & one) { readVtep(one, addresses, join); });
-            break;
-        default:
-            break;
-        }
-    });
+    value.members(
+        "an Ethernet segment", [&](text::JsonText const & name, text::JsonValue & member) {
+            switch (members.take(name)) {
+            case esi:
+                segment = member.text("an Ethernet segment's identifier").text();
+                break;
+            case vteps:
+                member.elements("a list of VTEPs",
+                                [&](text::JsonValue & one) { readVtep(one, addresses, join); });
+                break;
+            default:
+                break;
+            }
+        });
     members.require(esi, start);
     join.segment(std::move(segment), std::move(addresses));
 }
 
 } // namespace
 
-void readFrrSegments(JsonReader & json, FrrJoin & join) {
+void readFrrSegments(text::JsonReader & json, FrrJoin & join) {
     json.documentElements("a list of Ethernet segments",
-                          [&](JsonValue & element) { readSegment(element, join); });
+                          [&](text::JsonValue & element) { readSegment(element, join); });
 }
 
 } // namespace vxshow

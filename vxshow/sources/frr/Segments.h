@@ -7,6 +7,6 @@ namespace vxshow {
 
 /// Takes the document about Ethernet segments and their VTEPs, as zebra writes it, into `join`.
 /// Throws `Refusal` and `MalformedJson`.
-void readFrrSegments(JsonReader & json, FrrJoin & join);
+void readFrrSegments(text::JsonReader & json, FrrJoin & join);
 
 } // namespace vxshow

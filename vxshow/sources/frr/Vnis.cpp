@@ -15,13 +15,13 @@ class VniReader {
 public:
     explicit VniReader(FrrJoin & join) noexcept : join_(join) {}
 
-    void take(JsonText const & name, JsonValue & value) {
+    void take(text::JsonText const & name, text::JsonValue & value) {
         switch (members_.take(name)) {
         case vni:
             vni_ = value.number(Vxlan::Vni::max);
             break;
         case type:
-            readKind(value.text(oneOf(kinds)));
+            readKind(value.text(text::oneOf(kinds)));
             break;
         case vrf:
             vrf_ = value.text(aText).text();
@@ -50,7 +50,7 @@ public:
         Vxlan::Vni const number(vni_);
         for (auto const & text : noAddresses_) {
             join_.leaveOut("VNI " + std::to_string(vni_) + ": VTEP " + text + ", expected " +
-                           std::string(anIpv4Address));
+                           std::string(text::anIpv4Address));
         }
         if (isL3_) {
             return join_.l3Vni(number, {vrf_, interface_, address_});
@@ -70,14 +70,14 @@ private:
         remoteVteps
     };
 
-    static constexpr std::array<MemberName, 8> names{
+    static constexpr std::array<text::MemberName, 8> names{
         "vni", "type", "vrf", "sviInterface", "sviIntf", "vtepIp", "localVtepIp", "numRemoteVteps"};
-    static constexpr std::array<MemberName, 2> kinds{"L2", "L3"};
+    static constexpr std::array<text::MemberName, 2> kinds{"L2", "L3"};
 
-    void readKind(JsonText const & text) {
+    void readKind(text::JsonText const & text) {
         isL3_ = text.text() == kinds[1].text();
         if (!isL3_ && text.text() != kinds[0].text()) {
-            text.refuse(oneOf(kinds));
+            text.refuse(text::oneOf(kinds));
         }
     }
 
@@ -89,29 +89,30 @@ private:
         }
     }
 
-    void readAddress(JsonText const & text) {
+    void readAddress(text::JsonText const & text) {
         if (auto const address = frr::ipv4(text)) {
             address_ = *address;
         } else {
-            noAddresses_.push_back(shownInQuotes(text.text()));
+            noAddresses_.push_back(text::shownInQuotes(text.text()));
         }
     }
 
     /// Under that name stands the list, not its length.
-    void readFloods(JsonValue & value) {
-        value.texts("a list of IPv4 addresses", anIpv4Address, [&](JsonText const & text) {
-            join_.step();
-            auto const address = frr::ipv4(text);
-            if (address && !address->isZero()) {
-                floods_.push_back(*address);
-            } else {
-                noAddresses_.push_back(shownInQuotes(text.text()));
-            }
-        });
+    void readFloods(text::JsonValue & value) {
+        value.texts("a list of IPv4 addresses", text::anIpv4Address,
+                    [&](text::JsonText const & text) {
+                        join_.step();
+                        auto const address = frr::ipv4(text);
+                        if (address && !address->isZero()) {
+                            floods_.push_back(*address);
+                        } else {
+                            noAddresses_.push_back(text::shownInQuotes(text.text()));
+                        }
+                    });
     }
 
     FrrJoin & join_;
-    KnownMembers members_{names};
+    text::KnownMembers members_{names};
     bool isL3_ = false;
     Vex::U32 vni_ = 0;
     std::string vrf_;
@@ -123,21 +124,23 @@ private:
 
 } // namespace
 
-void readFrrVnis(JsonReader & json, FrrJoin & join) {
-    json.documentElements("a list of VNIs", [&](JsonValue & element) {
+void readFrrVnis(text::JsonReader & json, FrrJoin & join) {
+    json.documentElements("a list of VNIs", [&](text::JsonValue & element) {
         join.step();
         auto const * const start = element.at();
         VniReader vni(join);
-        element.members("a VNI",
-                        [&](JsonText const & name, JsonValue & value) { vni.take(name, value); });
+        element.members("a VNI", [&](text::JsonText const & name, text::JsonValue & value) {
+            vni.take(name, value);
+        });
         vni.finish(start);
     });
 }
 
-void readFrrVni(JsonReader & json, FrrJoin & join) {
+void readFrrVni(text::JsonReader & json, FrrJoin & join) {
     auto const * const start = json.at();
     VniReader vni(join);
-    json.document([&](JsonText const & name, JsonValue & value) { vni.take(name, value); });
+    json.document(
+        [&](text::JsonText const & name, text::JsonValue & value) { vni.take(name, value); });
     vni.finish(start);
 }
 

@@ -8,9 +8,9 @@
 namespace vxshow {
 
 /// Of every VNI.
-void readFrrVnis(JsonReader & json, FrrJoin & join);
+void readFrrVnis(text::JsonReader & json, FrrJoin & join);
 
 /// Of one VNI.
-void readFrrVni(JsonReader & json, FrrJoin & join);
+void readFrrVni(text::JsonReader & json, FrrJoin & join);
 
 } // namespace vxshow

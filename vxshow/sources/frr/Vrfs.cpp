@@ -16,7 +16,7 @@ constexpr std::string_view aText = "a text";
 void leaveOut(FrrJoin & join, std::string const & vrf, std::string_view column,
               std::string_view text, std::string_view expected) {
     auto what = "VRF \"" + vrf + "\": ";
-    what.append(column).append(" ").append(shownInQuotes(text)).append(", expected ");
+    what.append(column).append(" ").append(text::shownInQuotes(text)).append(", expected ");
     join.leaveOut(what.append(expected));
 }
 
@@ -28,13 +28,13 @@ Nolt::IpGenAddr unmapped(Nolt::IpGenAddr const & address) {
     return isMapped ? Nolt::IpGenAddr(Nolt::IpAddr(static_cast<Vex::U32>(address.low()))) : address;
 }
 
-void readAddress(JsonValue & value, std::string const & vrf,
+void readAddress(text::JsonValue & value, std::string const & vrf,
                  std::vector<Nolt::IpGenAddrWithMask> & addresses, FrrJoin & join) {
-    static constexpr std::array<MemberName, 1> names{"address"};
+    static constexpr std::array<text::MemberName, 1> names{"address"};
     join.step();
     auto const * const start = value.at();
-    KnownMembers members(names);
-    value.members("an address", [&](JsonText const & name, JsonValue & member) {
+    text::KnownMembers members(names);
+    value.members("an address", [&](text::JsonText const & name, text::JsonValue & member) {
         if (members.take(name) != 0) {
             return;
         }
@@ -51,55 +51,55 @@ void readAddress(JsonValue & value, std::string const & vrf,
 }
 
 /// A tunnel or the like has no MAC address, or one of another kind.
-void readInterface(std::string const & name, JsonValue & value, std::string const & vrf,
+void readInterface(std::string const & name, text::JsonValue & value, std::string const & vrf,
                    FrrJoin & join) {
     enum Name : std::size_t { hardwareAddress, ipAddresses };
 
-    static constexpr std::array<MemberName, 2> names{"hardwareAddress", "ipAddresses"};
+    static constexpr std::array<text::MemberName, 2> names{"hardwareAddress", "ipAddresses"};
     join.step();
-    KnownMembers members(names);
+    text::KnownMembers members(names);
     std::optional<Nolt::EthAddr> mac;
     std::string macText;
     std::vector<Nolt::IpGenAddrWithMask> addresses;
-    value.members("an interface", [&](JsonText const & memberName, JsonValue & member) {
+    value.members("an interface", [&](text::JsonText const & memberName, text::JsonValue & member) {
         switch (members.take(memberName)) {
         case hardwareAddress:
-            macText = member.text(anEthernetAddress).text();
+            macText = member.text(text::anEthernetAddress).text();
             mac = Nolt::EthAddr::tryFromString(macText);
             break;
         case ipAddresses:
             member.elements("a list of addresses",
-                            [&](JsonValue & one) { readAddress(one, vrf, addresses, join); });
+                            [&](text::JsonValue & one) { readAddress(one, vrf, addresses, join); });
             break;
         default:
             break;
         }
     });
     if (!mac && !macText.empty() && !addresses.empty() && join.isOfVni(vrf, name)) {
-        leaveOut(join, vrf, "hardwareAddress", macText, anEthernetAddress);
+        leaveOut(join, vrf, "hardwareAddress", macText, text::anEthernetAddress);
     }
     join.interface(vrf, name, mac.value_or(Nolt::EthAddr()), addresses);
 }
 
 /// Only where it leads is taken, not how a nexthop is reached (`resolver`).
-void readNexthop(JsonValue & value, std::string const & vrf,
+void readNexthop(text::JsonValue & value, std::string const & vrf,
                  std::vector<Nolt::IpGenAddr> & nexthops, FrrJoin & join) {
     enum Name : std::size_t { ip, active, resolver };
 
-    static constexpr std::array<MemberName, 3> names{"ip", "active", "resolver"};
+    static constexpr std::array<text::MemberName, 3> names{"ip", "active", "resolver"};
     join.step();
-    KnownMembers members(names);
+    text::KnownMembers members(names);
     bool isActive = false;
     bool isResolver = false;
     std::optional<Nolt::IpGenAddr> address;
-    value.members("a nexthop", [&](JsonText const & name, JsonValue & member) {
+    value.members("a nexthop", [&](text::JsonText const & name, text::JsonValue & member) {
         switch (members.take(name)) {
         case ip: {
-            auto const text = member.text(anIpAddress);
+            auto const text = member.text(text::anIpAddress);
             address = Nolt::IpGenAddr::tryFromString(text.text());
             if (!address || address->isNone()) {
                 address.reset();
-                leaveOut(join, vrf, "nexthop", text.text(), anIpAddress);
+                leaveOut(join, vrf, "nexthop", text.text(), text::anIpAddress);
             }
             break;
         }
@@ -118,24 +118,24 @@ void readNexthop(JsonValue & value, std::string const & vrf,
     }
 }
 
-void readRoute(JsonValue & value, std::string const & vrf, Nolt::IpGenPrefix const & prefix,
+void readRoute(text::JsonValue & value, std::string const & vrf, Nolt::IpGenPrefix const & prefix,
                FrrJoin & join) {
     enum Name : std::size_t { selected, nexthops };
 
-    static constexpr std::array<MemberName, 2> names{"selected", "nexthops"};
+    static constexpr std::array<text::MemberName, 2> names{"selected", "nexthops"};
     join.step();
     auto const * const start = value.at();
-    KnownMembers members(names);
+    text::KnownMembers members(names);
     bool isSelected = false;
     std::vector<Nolt::IpGenAddr> addresses;
-    value.members("a route", [&](JsonText const & name, JsonValue & member) {
+    value.members("a route", [&](text::JsonText const & name, text::JsonValue & member) {
         switch (members.take(name)) {
         case selected:
             isSelected = member.boolean();
             break;
         case nexthops:
             member.elements("a list of nexthops",
-                            [&](JsonValue & one) { readNexthop(one, vrf, addresses, join); });
+                            [&](text::JsonValue & one) { readNexthop(one, vrf, addresses, join); });
             break;
         default:
             break;
@@ -147,16 +147,16 @@ void readRoute(JsonValue & value, std::string const & vrf, Nolt::IpGenPrefix con
     }
 }
 
-void readVrf(JsonValue & value, FrrJoin & join) {
+void readVrf(text::JsonValue & value, FrrJoin & join) {
     enum Name : std::size_t { vrf, state };
 
-    static constexpr std::array<MemberName, 2> names{"vrf", "state"};
+    static constexpr std::array<text::MemberName, 2> names{"vrf", "state"};
     join.step();
     auto const * const start = value.at();
-    KnownMembers members(names);
+    text::KnownMembers members(names);
     std::string vrfName;
     bool isDown = false;
-    value.members("a VRF", [&](JsonText const & name, JsonValue & member) {
+    value.members("a VRF", [&](text::JsonText const & name, text::JsonValue & member) {
         switch (members.take(name)) {
         case vrf:
             vrfName = member.text("the name of a VRF").text();
@@ -174,33 +174,34 @@ void readVrf(JsonValue & value, FrrJoin & join) {
 
 } // namespace
 
-void readFrrVrfs(JsonReader & json, FrrJoin & join) {
-    static constexpr std::array<MemberName, 1> names{"vrfs"};
+void readFrrVrfs(text::JsonReader & json, FrrJoin & join) {
+    static constexpr std::array<text::MemberName, 1> names{"vrfs"};
     auto const * const start = json.at();
-    KnownMembers members(names);
-    json.document([&](JsonText const & name, JsonValue & value) {
+    text::KnownMembers members(names);
+    json.document([&](text::JsonText const & name, text::JsonValue & value) {
         if (members.take(name) == 0) {
-            value.elements("a list of VRFs", [&](JsonValue & element) { readVrf(element, join); });
+            value.elements("a list of VRFs",
+                           [&](text::JsonValue & element) { readVrf(element, join); });
         }
     });
     members.require(0, start);
 }
 
-void readFrrInterfaces(JsonReader & json, std::string const & vrf, FrrJoin & join) {
-    json.document([&](JsonText const & key, JsonValue & value) {
+void readFrrInterfaces(text::JsonReader & json, std::string const & vrf, FrrJoin & join) {
+    json.document([&](text::JsonText const & key, text::JsonValue & value) {
         readInterface(std::string(key.text()), value, vrf, join);
     });
 }
 
-void readFrrRoutes(JsonReader & json, std::string const & vrf, FrrJoin & join) {
-    json.document([&](JsonText const & key, JsonValue & value) {
+void readFrrRoutes(text::JsonReader & json, std::string const & vrf, FrrJoin & join) {
+    json.document([&](text::JsonText const & key, text::JsonValue & value) {
         join.step();
         auto const prefix = Nolt::IpGenPrefix::tryFromString(key.text());
         if (!prefix || prefix->isNone()) {
             return leaveOut(join, vrf, "route", key.text(), "a prefix such as 10.1.0.0/16");
         }
         value.elements("a list of routes",
-                       [&](JsonValue & element) { readRoute(element, vrf, *prefix, join); });
+                       [&](text::JsonValue & element) { readRoute(element, vrf, *prefix, join); });
     });
 }
 

@@ -9,10 +9,10 @@
 /// `join`; throws `Refusal` and `MalformedJson`.
 namespace vxshow {
 
-void readFrrVrfs(JsonReader & json, FrrJoin & join);
-void readFrrInterfaces(JsonReader & json, std::string const & vrf, FrrJoin & join);
+void readFrrVrfs(text::JsonReader & json, FrrJoin & join);
+void readFrrInterfaces(text::JsonReader & json, std::string const & vrf, FrrJoin & join);
 
 /// Of one address family.
-void readFrrRoutes(JsonReader & json, std::string const & vrf, FrrJoin & join);
+void readFrrRoutes(text::JsonReader & json, std::string const & vrf, FrrJoin & join);
 
 } // namespace vxshow

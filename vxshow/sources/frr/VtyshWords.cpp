@@ -88,7 +88,7 @@ std::vector<std::string_view> vtyshAnswers(std::string_view printed,
         auto const answer = printed.substr(position, end - position);
         if (isComplaint(answer)) {
             throw AnswerError(commands[answers.size()] + ": vtysh says " +
-                              shownText(firstLine(answer)));
+                              text::shownText(firstLine(answer)));
         }
         answers.push_back(answer);
     };
@@ -102,7 +102,7 @@ std::vector<std::string_view> vtyshAnswers(std::string_view printed,
             refuseWithoutLine(command, "the end of what vtysh printed");
         }
         if (first && line->first != 0) {
-            refuseWithoutLine(command, '"' + shownText(firstLine(printed)) + '"');
+            refuseWithoutLine(command, '"' + text::shownText(firstLine(printed)) + '"');
         }
         position = line->end == printed.size() ? line->end : line->end + 1;
     }

@@ -19,9 +19,9 @@ void readAnswers(system::FileBytes const & answer, HardwareVtepRequest const & r
     auto const & tables = request.tables();
     std::size_t at = 0;
     auto const wanted = answersWanted(tables.size());
-    JsonReader json(answer);
+    text::JsonReader json(answer);
     auto const * const start = json.at();
-    json.documentElements(wanted, [&](JsonValue & element) {
+    json.documentElements(wanted, [&](text::JsonValue & element) {
         if (at == tables.size()) {
             element.refuse(wanted);
         }
@@ -30,7 +30,7 @@ void readAnswers(system::FileBytes const & answer, HardwareVtepRequest const & r
         table = nullptr;
     });
     if (at < tables.size()) {
-        throw Refusal{start, wanted, " of fewer"};
+        throw text::Refusal{start, wanted, " of fewer"};
     }
 }
 
@@ -48,10 +48,12 @@ void join(system::FileBytes const & answer, HardwareVtepRequest const & request,
             throw RequestRefused(line);
         }
         throw AnswerError(line);
-    } catch (Refusal const & refusal) {
-        throw AnswerError(about() + refusalLine(refusal, answer.text(), JsonRoot::array));
-    } catch (MalformedJson const & malformed) {
-        throw AnswerError("answer: " + refusalLine(malformed, answer.text(), JsonRoot::array));
+    } catch (text::Refusal const & refusal) {
+        throw AnswerError(about() +
+                          text::refusalLine(refusal, answer.text(), text::JsonRoot::array));
+    } catch (text::MalformedJson const & malformed) {
+        throw AnswerError("answer: " +
+                          text::refusalLine(malformed, answer.text(), text::JsonRoot::array));
     }
 }
 

@@ -15,8 +15,9 @@ void HardwareVtepJoin::physicalSwitch(std::string const & name,
     for (auto const & text : ips) {
         auto const ip = hardware_vtep::vtepIp(text);
         if (!ip) {
-            findings_.leftOut.add("Physical_Switch " + shownInQuotes(name) + ": tunnel_ips " +
-                                  shownInQuotes(text) + ", expected " + std::string(anIpv4Address));
+            findings_.leftOut.add("Physical_Switch " + text::shownInQuotes(name) + ": tunnel_ips " +
+                                  text::shownInQuotes(text) + ", expected " +
+                                  std::string(text::anIpv4Address));
             continue;
         }
         known.vteps.insert(*ip);
@@ -47,9 +48,9 @@ void HardwareVtepJoin::leaveOut(MacRow const & row, LogicalSwitch const & logica
                                 std::string_view expected) {
     std::string what(nameOf(row.table));
     what.append(" ")
-        .append(shownInQuotes(row.mac))
+        .append(text::shownInQuotes(row.mac))
         .append(" in ")
-        .append(shownInQuotes(logicalSwitch.name));
+        .append(text::shownInQuotes(logicalSwitch.name));
     what.append(": ").append(column).append(" ").append(found);
     findings_.leftOut.add(what.append(", expected ").append(expected));
 }
@@ -98,7 +99,7 @@ std::optional<Nolt::IpGenAddr> HardwareVtepJoin::bindingOf(MacRow const & row,
     }
     auto const ip = hardware_vtep::someIp(row.ip);
     if (!ip) {
-        leaveOut(row, logicalSwitch, "ipaddr", shownInQuotes(row.ip), anIpAddress);
+        leaveOut(row, logicalSwitch, "ipaddr", text::shownInQuotes(row.ip), text::anIpAddress);
     }
     return ip;
 }
@@ -108,19 +109,21 @@ void HardwareVtepJoin::unicast(MacRow const & row) {
     auto & locator = rows_.locator(row.target);
     auto const mac = hardware_vtep::hostMac(row.mac);
     if (!mac) {
-        return leaveOut(row, logicalSwitch, "MAC", shownInQuotes(row.mac), anEthernetAddress);
+        return leaveOut(row, logicalSwitch, "MAC", text::shownInQuotes(row.mac),
+                        text::anEthernetAddress);
     }
     auto const ip = bindingOf(row, logicalSwitch);
     if (!locator.ip) {
-        return leaveOut(row, logicalSwitch, "dst_ip", shownInQuotes(locator.text), anIpv4Address);
+        return leaveOut(row, logicalSwitch, "dst_ip", text::shownInQuotes(locator.text),
+                        text::anIpv4Address);
     }
     auto const vni = vniOf(row, logicalSwitch, locator);
     if (!vni) {
         return;
     }
     auto const what = [&] {
-        return std::string(nameOf(row.table)) + " " + shownInQuotes(row.mac) + " in " +
-               shownInQuotes(logicalSwitch.name);
+        return std::string(nameOf(row.table)) + " " + text::shownInQuotes(row.mac) + " in " +
+               text::shownInQuotes(logicalSwitch.name);
     };
     place(row.side, locator, what, [&](SourceSide & side) {
         side.macs.push_back({*vni, *mac, *locator.ip});
@@ -144,7 +147,7 @@ void HardwareVtepJoin::checkAddresses(LocatorSet & set) {
     std::erase_if(set.members, [&](Locator const * locator) {
         step();
         if (!locator->ip) {
-            leaveOut(set, "dst_ip " + shownInQuotes(locator->text), anIpv4Address);
+            leaveOut(set, "dst_ip " + text::shownInQuotes(locator->text), text::anIpv4Address);
         }
         return !locator->ip;
     });
@@ -167,7 +170,7 @@ void HardwareVtepJoin::checkKeys(LocatorSet & set) {
 }
 
 std::set<HardwareVtepJoin::Place> HardwareVtepJoin::flood(Flooding const & flooding, Side side) {
-    std::set<Place> places;
+    std::set<text::Place> places;
     for (Locator * const locator : flooding.set->members) {
         step();
         auto const vni = flooding.vni ? flooding.vni : locator->vni();
@@ -193,12 +196,12 @@ void HardwareVtepJoin::multicast(MacRow const & row) {
     auto & set = rows_.locatorSet(row.target);
     auto const mac = hardware_vtep::floodMac(row.mac);
     if (!mac) {
-        return leaveOut(row, logicalSwitch, "MAC", shownInQuotes(row.mac),
+        return leaveOut(row, logicalSwitch, "MAC", text::shownInQuotes(row.mac),
                         "an Ethernet address or unknown-dst");
     }
     auto ip = bindingOf(row, logicalSwitch);
     if (ip && mac->isZero()) {
-        leaveOut(row, logicalSwitch, "ipaddr", shownInQuotes(row.ip),
+        leaveOut(row, logicalSwitch, "ipaddr", text::shownInQuotes(row.ip),
                  "none, as this is no address");
         ip.reset();
     }
@@ -282,7 +285,7 @@ void HardwareVtepJoin::findDisputes() {
     };
     look(" (remote)", state_.remote.bindings);
     for (auto const & [name, side] : state_.local) {
-        look(" (local to " + shownInQuotes(name) + ")", side.bindings);
+        look(" (local to " + text::shownInQuotes(name) + ")", side.bindings);
     }
 }
 

@@ -109,11 +109,11 @@ private:
         auto operator<=>(Flooding const &) const = default;
     };
 
-    using Place = std::pair<SourceSide *, Vxlan::Vni>;
+    using text::Place = std::pair<SourceSide *, Vxlan::Vni>;
 
     /// Adds the flood targets; gives the sides and VNIs they are in. What is told of them is the
     /// same for every row that floods so.
-    std::set<Place> flood(Flooding const & flooding, Side side);
+    std::set<text::Place> flood(Flooding const & flooding, Side side);
 
     /// Each looks once at a set to which a row floods: tells of the locators without an address,
     /// and takes them out; and of those without a VNI, for a logical switch without a key.
@@ -136,7 +136,7 @@ private:
     HardwareVtepRows rows_;
     std::map<std::string, std::set<ovsdb::Uuid>> switchPorts_;
     std::map<Nolt::IpAddr, std::set<SourceSide *>> switchesByIp_;
-    std::map<Flooding, std::set<Place>> flooded_;
+    std::map<Flooding, std::set<text::Place>> flooded_;
     DeadlineWatch watch_;
 };
 

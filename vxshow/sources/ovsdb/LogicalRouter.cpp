@@ -11,7 +11,7 @@ void HardwareVtepRouter::port(std::string const & address,
     constexpr std::string_view column = "switch_binding";
     auto const ip = Nolt::IpGenAddrWithMask::tryFromString(address);
     if (!ip || ip->isNone()) {
-        return leaveOut(column, shownInQuotes(address),
+        return leaveOut(column, text::shownInQuotes(address),
                         "an address with its prefix length such as 10.1.2.3/24");
     }
     if (auto const vni = in.vni()) {
@@ -20,7 +20,7 @@ void HardwareVtepRouter::port(std::string const & address,
     }
     auto const key =
         in.key ? " with tunnel_key " + std::to_string(*in.key) : " without a tunnel_key";
-    leaveOut(column, shownInQuotes(address) + " to " + shownInQuotes(in.name) + key,
+    leaveOut(column, text::shownInQuotes(address) + " to " + text::shownInQuotes(in.name) + key,
              hardware_vtep::aKey);
 }
 
@@ -28,19 +28,19 @@ void HardwareVtepRouter::route(std::string const & prefix, std::string const & n
     constexpr std::string_view column = "static_routes";
     auto const to = Nolt::IpGenPrefix::tryFromString(prefix);
     if (!to || to->isNone()) {
-        return leaveOut(column, shownInQuotes(prefix), "a prefix such as 10.1.0.0/16");
+        return leaveOut(column, text::shownInQuotes(prefix), "a prefix such as 10.1.0.0/16");
     }
     auto const by = hardware_vtep::someIp(nexthop);
     if (!by) {
-        return leaveOut(column, shownInQuotes(prefix) + " to " + shownInQuotes(nexthop),
-                        anIpAddress);
+        return leaveOut(column, text::shownInQuotes(prefix) + " to " + text::shownInQuotes(nexthop),
+                        text::anIpAddress);
     }
     router_.routes[*to].insert(*by);
 }
 
 void HardwareVtepRouter::leaveOut(std::string_view column, std::string const & found,
                                   std::string_view expected) {
-    auto what = "Logical_Router " + shownInQuotes(name_) + ": ";
+    auto what = "Logical_Router " + text::shownInQuotes(name_) + ": ";
     what.append(column).append(" ").append(found);
     leftOut_.add(what.append(", expected ").append(expected));
 }

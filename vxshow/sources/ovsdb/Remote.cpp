@@ -78,7 +78,7 @@ std::optional<std::string> serverRefusal(std::string_view text) {
 }
 
 [[noreturn]] void refuse(std::string_view found, std::string const & expected) {
-    throw RemoteError("found \"" + shownText(found) + "\", expected " + expected);
+    throw RemoteError("found \"" + text::shownText(found) + "\", expected " + expected);
 }
 
 std::string_view withoutBlanks(std::string_view text) {

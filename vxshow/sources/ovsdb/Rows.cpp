@@ -14,7 +14,7 @@ namespace {
 template <class Rows, class Row>
 void insertNew(Rows & rows, ovsdb::Reference const & identity, Row && row) {
     if (!rows.emplace(identity.row, std::forward<Row>(row)).second) {
-        throw Refusal{identity.at, "it once", " again"};
+        throw text::Refusal{identity.at, "it once", " again"};
     }
 }
 
@@ -22,7 +22,7 @@ template <class Rows>
 auto & rowAt(Rows & rows, ovsdb::Reference const & to, HardwareVtepTable table) {
     auto const found = rows.find(to.row);
     if (found == rows.end()) {
-        throw Refusal{to.at, std::string("the _uuid of a row of ").append(nameOf(table))};
+        throw text::Refusal{to.at, std::string("the _uuid of a row of ").append(nameOf(table))};
     }
     return found->second;
 }

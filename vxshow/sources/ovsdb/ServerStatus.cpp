@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view oneAnswer = "an array of 1 answer";
 
-OvsdbServerStatus::Model readModel(JsonValue & value) {
+OvsdbServerStatus::Model readModel(text::JsonValue & value) {
     using Model = OvsdbServerStatus::Model;
     constexpr std::string_view expected = R"("standalone", "clustered" or "relay")";
     auto const name = value.text(expected);
@@ -29,13 +29,13 @@ OvsdbServerStatus::Model readModel(JsonValue & value) {
     return Model::relay;
 }
 
-OvsdbServerStatus readRow(JsonValue & value) {
-    static constexpr std::array<MemberName, 5> names{"cid", "connected", "index", "leader",
-                                                     "model"};
+OvsdbServerStatus readRow(text::JsonValue & value) {
+    static constexpr std::array<text::MemberName, 5> names{"cid", "connected", "index", "leader",
+                                                           "model"};
     auto const * const start = value.at();
     OvsdbServerStatus status;
-    Members members(names);
-    value.members("a row", [&](JsonText const & name, JsonValue & cell) {
+    text::Members members(names);
+    value.members("a row", [&](text::JsonText const & name, text::JsonValue & cell) {
         switch (members.take(name)) {
         case 0:
             ovsdb::readReferences(
@@ -60,14 +60,14 @@ OvsdbServerStatus readRow(JsonValue & value) {
     return status;
 }
 
-std::optional<OvsdbServerStatus> readRows(JsonValue & value) {
-    static constexpr std::array<MemberName, 1> names{"rows"};
+std::optional<OvsdbServerStatus> readRows(text::JsonValue & value) {
+    static constexpr std::array<text::MemberName, 1> names{"rows"};
     std::optional<OvsdbServerStatus> status;
     auto const * const start = value.at();
-    Members members(names);
-    value.members("an object with rows", [&](JsonText const & name, JsonValue & rows) {
+    text::Members members(names);
+    value.members("an object with rows", [&](text::JsonText const & name, text::JsonValue & rows) {
         members.take(name);
-        rows.elements("a list of rows", [&](JsonValue & row) {
+        rows.elements("a list of rows", [&](text::JsonValue & row) {
             if (status) {
                 row.refuse("at most one row");
             }
@@ -81,16 +81,16 @@ std::optional<OvsdbServerStatus> readRows(JsonValue & value) {
 std::optional<OvsdbServerStatus> readAnswers(system::FileBytes const & answer) {
     std::optional<OvsdbServerStatus> status;
     std::size_t count = 0;
-    JsonReader json(answer);
+    text::JsonReader json(answer);
     auto const * const start = json.at();
-    json.documentElements(oneAnswer, [&](JsonValue & element) {
+    json.documentElements(oneAnswer, [&](text::JsonValue & element) {
         if (count++ > 0) {
             element.refuse(std::string(oneAnswer));
         }
         status = readRows(element);
     });
     if (count == 0) {
-        throw Refusal{start, std::string(oneAnswer), " of fewer"};
+        throw text::Refusal{start, std::string(oneAnswer), " of fewer"};
     }
     return status;
 }
@@ -112,10 +112,11 @@ std::optional<OvsdbServerStatus> readOvsdbServerStatus(system::FileBytes const &
     constexpr char const * about = "the server's own status: ";
     try {
         return readAnswers(answer);
-    } catch (Refusal const & refusal) {
-        throw AnswerError(about + refusalLine(refusal, answer.text(), JsonRoot::array));
-    } catch (MalformedJson const & malformed) {
-        throw AnswerError(about + refusalLine(malformed, answer.text(), JsonRoot::array));
+    } catch (text::Refusal const & refusal) {
+        throw AnswerError(about + text::refusalLine(refusal, answer.text(), text::JsonRoot::array));
+    } catch (text::MalformedJson const & malformed) {
+        throw AnswerError(about +
+                          text::refusalLine(malformed, answer.text(), text::JsonRoot::array));
     }
 }
 

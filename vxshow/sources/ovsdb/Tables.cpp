@@ -15,24 +15,26 @@ using ovsdb::Reference;
 
 constexpr std::string_view aText = "a text";
 
-std::string takeText(JsonValue & value) {
+std::string takeText(text::JsonValue & value) {
     return std::string(value.text(aText).text());
 }
 
 /// Reads a row, which has exactly the columns `names`: `take(index, cell)` for each of them.
 /// Gives where the row starts.
 template <std::size_t count, class Take>
-void readRow(JsonValue & value, std::array<MemberName, count> const & names, Take && take) {
+void readRow(text::JsonValue & value, std::array<text::MemberName, count> const & names,
+             Take && take) {
     auto const * const start = value.at();
-    Members members(names);
-    value.members("a row",
-                  [&](JsonText const & name, JsonValue & cell) { take(members.take(name), cell); });
+    text::Members members(names);
+    value.members("a row", [&](text::JsonText const & name, text::JsonValue & cell) {
+        take(members.take(name), cell);
+    });
     for (std::size_t index = 0; index < count; ++index) {
         members.require(index, start);
     }
 }
 
-Join::References readAll(JsonValue & cell, Join & join) {
+Join::References readAll(text::JsonValue & cell, Join & join) {
     Join::References all;
     ovsdb::readReferences(cell, [&](Reference const & one) {
         join.step();
@@ -48,10 +50,10 @@ struct KeyedRow {
     Join::Key key;
 };
 
-KeyedRow readKeyedRow(JsonValue & value, std::string_view textColumn) {
-    std::array<MemberName, 3> const names{"_uuid", textColumn, "tunnel_key"};
+KeyedRow readKeyedRow(text::JsonValue & value, std::string_view textColumn) {
+    std::array<text::MemberName, 3> const names{"_uuid", textColumn, "tunnel_key"};
     KeyedRow read;
-    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         switch (column) {
         case 0:
             read.row = ovsdb::readReference(cell);
@@ -66,21 +68,21 @@ KeyedRow readKeyedRow(JsonValue & value, std::string_view textColumn) {
     return read;
 }
 
-void readLogicalSwitch(JsonValue & value, Join & join) {
+void readLogicalSwitch(text::JsonValue & value, Join & join) {
     auto read = readKeyedRow(value, "name");
     join.logicalSwitch(read.row, std::move(read.text), read.key);
 }
 
-void readLocator(JsonValue & value, Join & join) {
+void readLocator(text::JsonValue & value, Join & join) {
     auto const read = readKeyedRow(value, "dst_ip");
     join.locator(read.row, read.text, read.key);
 }
 
-void readLocatorSet(JsonValue & value, Join & join) {
-    static constexpr std::array<MemberName, 2> names{"_uuid", "locators"};
+void readLocatorSet(text::JsonValue & value, Join & join) {
+    static constexpr std::array<text::MemberName, 2> names{"_uuid", "locators"};
     Reference row{};
     Join::References locators;
-    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         if (column == 0) {
             row = ovsdb::readReference(cell);
         } else {
@@ -90,18 +92,18 @@ void readLocatorSet(JsonValue & value, Join & join) {
     join.locatorSet(row, locators);
 }
 
-void readPhysicalSwitch(JsonValue & value, Join & join) {
-    static constexpr std::array<MemberName, 3> names{"name", "tunnel_ips", "ports"};
+void readPhysicalSwitch(text::JsonValue & value, Join & join) {
+    static constexpr std::array<text::MemberName, 3> names{"name", "tunnel_ips", "ports"};
     std::string name;
     std::vector<std::string> ips;
     Join::References ports;
-    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         switch (column) {
         case 0:
             name = takeText(cell);
             break;
         case 1:
-            ovsdb::readTexts(cell, [&](JsonText const & ip) {
+            ovsdb::readTexts(cell, [&](text::JsonText const & ip) {
                 join.step();
                 ips.emplace_back(ip.text());
             });
@@ -113,11 +115,11 @@ void readPhysicalSwitch(JsonValue & value, Join & join) {
     join.physicalSwitch(name, ips, ports);
 }
 
-void readPort(JsonValue & value, Join & join) {
-    static constexpr std::array<MemberName, 3> names{"_uuid", "name", "vlan_bindings"};
+void readPort(text::JsonValue & value, Join & join) {
+    static constexpr std::array<text::MemberName, 3> names{"_uuid", "name", "vlan_bindings"};
     Reference row{};
     Join::References bound;
-    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         switch (column) {
         case 0:
             row = ovsdb::readReference(cell);
@@ -127,8 +129,8 @@ void readPort(JsonValue & value, Join & join) {
             break;
         default:
             ovsdb::readMap(
-                cell, [](JsonValue & vlan) { vlan.integer("a VLAN"); },
-                [&](JsonValue & to) {
+                cell, [](text::JsonValue & vlan) { vlan.integer("a VLAN"); },
+                [&](text::JsonValue & to) {
                     join.step();
                     bound.push_back(ovsdb::readReference(to));
                 });
@@ -137,38 +139,39 @@ void readPort(JsonValue & value, Join & join) {
     join.port(row, bound);
 }
 
-void readRouter(JsonValue & value, Join & join) {
-    static constexpr std::array<MemberName, 3> names{"name", "switch_binding", "static_routes"};
+void readRouter(text::JsonValue & value, Join & join) {
+    static constexpr std::array<text::MemberName, 3> names{"name", "switch_binding",
+                                                           "static_routes"};
     std::string name;
     std::vector<std::pair<std::string, Reference>> ports;
     std::vector<std::pair<std::string, std::string>> routes;
     std::string key;
-    auto const takeKey = [&](JsonValue & half) {
+    auto const takeKey = [&](text::JsonValue & half) {
         join.step();
         key = takeText(half);
     };
-    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         switch (column) {
         case 0:
             name = takeText(cell);
             break;
         case 1:
-            ovsdb::readMap(cell, takeKey, [&](JsonValue & to) {
+            ovsdb::readMap(cell, takeKey, [&](text::JsonValue & to) {
                 ports.emplace_back(key, ovsdb::readReference(to));
             });
             break;
         default:
             ovsdb::readMap(cell, takeKey,
-                           [&](JsonValue & to) { routes.emplace_back(key, takeText(to)); });
+                           [&](text::JsonValue & to) { routes.emplace_back(key, takeText(to)); });
         }
     });
     join.router(name, ports, routes);
 }
 
 /// Nothing of the state has a place for these; what they say is checked all the same.
-void readArpSource(JsonValue & value, Join & /* none of this is known elsewhere */) {
-    static constexpr std::array<MemberName, 2> names{"src_mac", "locator"};
-    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+void readArpSource(text::JsonValue & value, Join & /* none of this is known elsewhere */) {
+    static constexpr std::array<text::MemberName, 2> names{"src_mac", "locator"};
+    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         if (column == 0) {
             cell.text(aText).text();
         } else {
@@ -181,7 +184,7 @@ void readArpSource(JsonValue & value, Join & /* none of this is known elsewhere 
 /// else copied, since the next text with an escape takes its room.
 class CellText {
 public:
-    void take(JsonValue & cell) {
+    void take(text::JsonValue & cell) {
         auto const text = cell.text(aText);
         auto const content = text.text();
         if (content.data() == text.content()) [[likely]] {
@@ -200,13 +203,14 @@ private:
 };
 
 /// `take` is the member of the join that takes such a row.
-void readMacRow(JsonValue & value, std::array<MemberName, 4> const & names, HardwareVtepTable table,
-                Side side, Join & join, void (Join::*take)(Join::MacRow const &)) {
+void readMacRow(text::JsonValue & value, std::array<text::MemberName, 4> const & names,
+                HardwareVtepTable table, Side side, Join & join,
+                void (Join::*take)(Join::MacRow const &)) {
     CellText mac;
     CellText ip;
     Reference logicalSwitch{};
     Reference target{};
-    readRow(value, names, [&](std::size_t column, JsonValue & cell) {
+    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         switch (column) {
         case 0:
             mac.take(cell);
@@ -225,23 +229,24 @@ void readMacRow(JsonValue & value, std::array<MemberName, 4> const & names, Hard
 }
 
 template <class Read>
-void eachRow(JsonValue & value, Join & join, Read && read) {
-    value.elements("a list of rows", [&](JsonValue & row) {
+void eachRow(text::JsonValue & value, Join & join, Read && read) {
+    value.elements("a list of rows", [&](text::JsonValue & row) {
         join.step();
         read(row);
     });
 }
 
-void readRows(JsonValue & rows, HardwareVtepTable table, Join & join) {
-    static constexpr std::array<MemberName, 4> ucast{"MAC", "ipaddr", "locator", "logical_switch"};
-    static constexpr std::array<MemberName, 4> mcast{"MAC", "ipaddr", "locator_set",
-                                                     "logical_switch"};
-    auto const each = [&](void (*read)(JsonValue &, Join &)) {
-        eachRow(rows, join, [&](JsonValue & row) { read(row, join); });
+void readRows(text::JsonValue & rows, HardwareVtepTable table, Join & join) {
+    static constexpr std::array<text::MemberName, 4> ucast{"MAC", "ipaddr", "locator",
+                                                           "logical_switch"};
+    static constexpr std::array<text::MemberName, 4> mcast{"MAC", "ipaddr", "locator_set",
+                                                           "logical_switch"};
+    auto const each = [&](void (*read)(text::JsonValue &, Join &)) {
+        eachRow(rows, join, [&](text::JsonValue & row) { read(row, join); });
     };
     auto const macs = [&](auto const & names, Side side, void (Join::*take)(Join::MacRow const &)) {
         eachRow(rows, join,
-                [&](JsonValue & row) { readMacRow(row, names, table, side, join, take); });
+                [&](text::JsonValue & row) { readMacRow(row, names, table, side, join, take); });
     };
     switch (table) {
     case HardwareVtepTable::logicalSwitch:
@@ -272,17 +277,17 @@ void readRows(JsonValue & rows, HardwareVtepTable table, Join & join) {
 
 } // namespace
 
-void readSelect(JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & join) {
+void readSelect(text::JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & join) {
     enum Name : std::size_t { rows, error, details, syntax };
 
-    static constexpr std::array<MemberName, 4> names{"rows", "error", "details", "syntax"};
+    static constexpr std::array<text::MemberName, 4> names{"rows", "error", "details", "syntax"};
     constexpr std::string_view expected = "an object with \"rows\"";
     auto const * const start = value.at();
-    Members members(names);
+    text::Members members(names);
     std::string problem;
     std::string more;
     bool schema = false;
-    value.members(expected, [&](JsonText const & name, JsonValue & member) {
+    value.members(expected, [&](text::JsonText const & name, text::JsonValue & member) {
         switch (members.take(name)) {
         case rows:
             return readRows(member, table, join);
@@ -290,11 +295,11 @@ void readSelect(JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & j
             auto const word = member.text(aText).text();
             // The first is what Open vSwitch says, the second what RFC 7047 speaks of.
             schema = word == "syntax error" || word == "unknown column";
-            problem = shownText(word);
+            problem = text::shownText(word);
             break;
         }
         case details:
-            more = ": " + shownText(member.text(aText).text());
+            more = ": " + text::shownText(member.text(aText).text());
             break;
         default:
             member.text(aText).text();
@@ -304,7 +309,7 @@ void readSelect(JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & j
         throw SelectRefused{problem + more, schema};
     }
     if (!members.has(rows)) {
-        throw Refusal{start, std::string(expected)};
+        throw text::Refusal{start, std::string(expected)};
     }
 }
 

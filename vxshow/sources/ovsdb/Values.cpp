@@ -2,7 +2,7 @@
 
 namespace vxshow::ovsdb {
 
-Reference readIdentity(JsonValue & value) {
+Reference readIdentity(text::JsonValue & value) {
     constexpr char const * expected =
         "the identity of a row such as 8e81973e-0bec-47b0-b898-d190f9ebdacc";
     auto const text = value.text(expected);
@@ -13,16 +13,16 @@ Reference readIdentity(JsonValue & value) {
     return {*row, text.at()};
 }
 
-Reference readReference(JsonValue & value) {
+Reference readReference(text::JsonValue & value) {
     constexpr std::string_view expected = "a reference to a row";
     Reference reference{};
     readTagged(
         value, expected, [](std::string_view word) { return word == "uuid"; },
-        [&](JsonValue & rest) { reference = readIdentity(rest); });
+        [&](text::JsonValue & rest) { reference = readIdentity(rest); });
     return reference;
 }
 
-std::optional<std::int64_t> readOptionalInteger(JsonValue & value) {
+std::optional<std::int64_t> readOptionalInteger(text::JsonValue & value) {
     constexpr std::string_view expected = "a whole number of 64 bits or an empty set";
     if (*value.at() != '[') {
         return value.integer(expected);
@@ -30,8 +30,8 @@ std::optional<std::int64_t> readOptionalInteger(JsonValue & value) {
     std::optional<std::int64_t> number;
     readTagged(
         value, expected, [](std::string_view word) { return word == "set"; },
-        [&](JsonValue & list) {
-            list.elements("a list of at most one number", [&](JsonValue & element) {
+        [&](text::JsonValue & list) {
+            list.elements("a list of at most one number", [&](text::JsonValue & element) {
                 if (number) {
                     element.refuse("at most one number");
                 }

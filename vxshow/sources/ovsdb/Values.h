@@ -22,23 +22,23 @@ struct Reference {
 };
 
 /// TEXT, the part of a reference that tells the row.
-Reference readIdentity(JsonValue & value);
+Reference readIdentity(text::JsonValue & value);
 
 /// `["uuid",TEXT]`.
-Reference readReference(JsonValue & value);
+Reference readReference(text::JsonValue & value);
 
 /// Zero or one whole number: bare, or a set.
-std::optional<std::int64_t> readOptionalInteger(JsonValue & value);
+std::optional<std::int64_t> readOptionalInteger(text::JsonValue & value);
 
 /// What starts `["set",…]` and `["map",…]`, and what stands behind it, one element at a time.
 ///
 /// Calls `word(std::string_view)` with the first element, then `rest(JsonValue &)` with the
 /// second; refuses an array of another length.
 template <class Word, class Rest>
-void readTagged(JsonValue & value, std::string_view expected, Word && word, Rest && rest) {
+void readTagged(text::JsonValue & value, std::string_view expected, Word && word, Rest && rest) {
     auto const * const start = value.at();
     std::size_t index = 0;
-    value.elements(expected, [&](JsonValue & element) {
+    value.elements(expected, [&](text::JsonValue & element) {
         switch (index++) {
         case 0: {
             auto const text = element.text(expected);
@@ -54,25 +54,25 @@ void readTagged(JsonValue & value, std::string_view expected, Word && word, Rest
         }
     });
     if (index < 2) {
-        throw Refusal{start, std::string(expected)};
+        throw text::Refusal{start, std::string(expected)};
     }
 }
 
 /// A set of texts, bare or not: `take(JsonText const &)` for each.
 template <class Take>
-void readTexts(JsonValue & value, Take && take) {
+void readTexts(text::JsonValue & value, Take && take) {
     constexpr std::string_view expected = "a text or a set of texts";
     if (*value.at() != '[') {
         return take(value.text(expected));
     }
     readTagged(
         value, expected, [](std::string_view word) { return word == "set"; },
-        [&](JsonValue & list) { list.texts("a list of texts", "a text", take); });
+        [&](text::JsonValue & list) { list.texts("a list of texts", "a text", take); });
 }
 
 /// A set of references, bare or not: `take(Reference const &)` for each.
 template <class Take>
-void readReferences(JsonValue & value, Take && take) {
+void readReferences(text::JsonValue & value, Take && take) {
     constexpr std::string_view expected = "a reference to a row or a set of such";
     bool single = false;
     readTagged(
@@ -81,10 +81,11 @@ void readReferences(JsonValue & value, Take && take) {
             single = word == "uuid";
             return single || word == "set";
         },
-        [&](JsonValue & rest) {
+        [&](text::JsonValue & rest) {
             if (!single) {
-                return rest.elements("a list of references to rows",
-                                     [&](JsonValue & element) { take(readReference(element)); });
+                return rest.elements(
+                    "a list of references to rows",
+                    [&](text::JsonValue & element) { take(readReference(element)); });
             }
             take(readIdentity(rest));
         });
@@ -92,14 +93,14 @@ void readReferences(JsonValue & value, Take && take) {
 
 /// A map: `key(JsonValue &)`, which takes the key, then `element(JsonValue &)`, for each pair.
 template <class Key, class Element>
-void readMap(JsonValue & value, Key && key, Element && element) {
+void readMap(text::JsonValue & value, Key && key, Element && element) {
     readTagged(
         value, "a map", [](std::string_view word) { return word == "map"; },
-        [&](JsonValue & list) {
-            list.elements("a list of pairs", [&](JsonValue & pair) {
+        [&](text::JsonValue & list) {
+            list.elements("a list of pairs", [&](text::JsonValue & pair) {
                 auto const * const start = pair.at();
                 std::size_t index = 0;
-                pair.elements("a pair", [&](JsonValue & half) {
+                pair.elements("a pair", [&](text::JsonValue & half) {
                     switch (index++) {
                     case 0:
                         return key(half);
@@ -110,7 +111,7 @@ void readMap(JsonValue & value, Key && key, Element && element) {
                     }
                 });
                 if (index < 2) {
-                    throw Refusal{start, "a pair"};
+                    throw text::Refusal{start, "a pair"};
                 }
             });
         });

@@ -11,12 +11,12 @@ namespace vxshow {
 /// `readEntity(Vex::Name const &, JsonValue &)` makes of it, under the member's name. Throws
 /// `Refusal`, in whose words `expected` is about the object.
 template <class ReadEntity>
-Vex::Ptr<Vex::Dir> readDirectory(JsonValue & value, std::string_view expected,
+Vex::Ptr<Vex::Dir> readDirectory(text::JsonValue & value, std::string_view expected,
                                  ReadEntity && readEntity) {
     auto dir = Vex::makePtr<Vex::Dir>();
-    value.members(expected, [&](JsonText const & key, JsonValue & member) {
+    value.members(expected, [&](text::JsonText const & key, text::JsonValue & member) {
         Vex::Name const name(key.text());
-        onlyNew(dir->entryState(name) == nullptr, key);
+        text::onlyNew(dir->entryState(name) == nullptr, key);
         dir->entityIs(name, readEntity(name, member));
     });
     return dir;

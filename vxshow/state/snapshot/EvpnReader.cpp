@@ -20,46 +20,49 @@ using VcsEvpn::HostTableWriter;
 /// The tables are flat, keyed by VNI and address: that a VNI stands in the document once is
 /// nothing that they know.
 template <class Take>
-void eachVni(JsonValue & value, Take && take) {
+void eachVni(text::JsonValue & value, Take && take) {
     std::unordered_set<Vxlan::Vni> vnis;
     value.members("an object whose members are VNIs",
-                  [&](JsonText const & key, JsonValue & member) {
-                      auto const vni = readVni(key);
-                      onlyNew(vnis.insert(vni).second, key);
+                  [&](text::JsonText const & key, text::JsonValue & member) {
+                      auto const vni = text::readVni(key);
+                      text::onlyNew(vnis.insert(vni).second, key);
                       take(vni, member);
                   });
 }
 
-Vex::Ptr<VcsEvpn::HostTable const> readHosts(JsonValue & value) {
+Vex::Ptr<VcsEvpn::HostTable const> readHosts(text::JsonValue & value) {
     HostTableWriter hosts("EVPN hosts");
-    eachVni(value, [&](Vxlan::Vni vni, JsonValue & entries) {
-        entries.members(anObjectByMac, [&](JsonText const & key, JsonValue & entry) {
-            auto const mac = readMac(key);
-            auto const binding = readBinding(entry);
-            onlyNew(hosts.insert({mac, vni}, Host(binding.vtep, binding.moves)), key);
-        });
+    eachVni(value, [&](Vxlan::Vni vni, text::JsonValue & entries) {
+        entries.members(
+            text::anObjectByMac, [&](text::JsonText const & key, text::JsonValue & entry) {
+                auto const mac = text::readMac(key);
+                auto const binding = text::readBinding(entry);
+                text::onlyNew(hosts.insert({mac, vni}, Host(binding.vtep, binding.moves)), key);
+            });
     });
     return hosts.table();
 }
 
-Vex::Ptr<VcsEvpn::FloodTable const> readFlood(JsonValue & value) {
+Vex::Ptr<VcsEvpn::FloodTable const> readFlood(text::JsonValue & value) {
     FloodTableWriter flood("EVPN flood lists");
     FloodEntry const replicated(FloodEntry::TunnelType::ingressReplication);
-    eachVni(value, [&](Vxlan::Vni vni, JsonValue & list) {
-        readVteps(list, [&](Nolt::IpAddr vtep) { return flood.insert({vni, vtep}, replicated); });
+    eachVni(value, [&](Vxlan::Vni vni, text::JsonValue & list) {
+        text::readVteps(list, [&](Nolt::IpAddr vtep) {
+            return flood.insert({vni, vtep}, replicated);
+        });
     });
     return flood.table();
 }
 
 } // namespace
 
-Vex::Ptr<VxlanController::Cli::HostFloodTable> readEvpn(JsonValue & value) {
+Vex::Ptr<VxlanController::Cli::HostFloodTable> readEvpn(text::JsonValue & value) {
     constexpr std::size_t hosts = 0;
-    static constexpr std::array<MemberName, 2> names{"hosts", "flood"};
-    Members members(names);
+    static constexpr std::array<text::MemberName, 2> names{"hosts", "flood"};
+    text::Members members(names);
     auto tables = VxlanController::Cli::hostFloodTableFactory();
     value.members("an object of \"hosts\" and \"flood\"",
-                  [&](JsonText const & name, JsonValue & table) {
+                  [&](text::JsonText const & name, text::JsonValue & table) {
                       if (members.take(name) == hosts) {
                           tables->hostTableIs(readHosts(table));
                       } else {

@@ -29,17 +29,18 @@ struct PortPlace {
 /// Reads the object of a port, whose members are `names`: `mac` is the place of "mac" among them,
 /// "vtep" comes next. All are required up to "mac". Calls `takeOwn(JsonValue &)` for any other.
 template <class TakeOwn>
-PortPlace readPlace(JsonValue & value, std::string_view expected,
-                    std::array<MemberName, 3> const & names, std::size_t mac, TakeOwn && takeOwn) {
-    Members members(names);
+PortPlace readPlace(text::JsonValue & value, std::string_view expected,
+                    std::array<text::MemberName, 3> const & names, std::size_t mac,
+                    TakeOwn && takeOwn) {
+    text::Members members(names);
     PortPlace read;
     auto const * const start = value.at();
-    value.members(expected, [&](JsonText const & name, JsonValue & member) {
+    value.members(expected, [&](text::JsonText const & name, text::JsonValue & member) {
         auto const place = members.take(name);
         if (place == mac) {
-            read.mac = readMac(member.text(anEthernetAddress));
+            read.mac = text::readMac(member.text(text::anEthernetAddress));
         } else if (place == mac + 1) {
-            read.vtep = readIp(member.text(anIpAddress));
+            read.vtep = text::readIp(member.text(text::anIpAddress));
         } else {
             takeOwn(member);
         }
@@ -50,31 +51,31 @@ PortPlace readPlace(JsonValue & value, std::string_view expected,
     return read;
 }
 
-LRIpPortV2 readPort(Nolt::IpGenAddrWithMask const & ip, JsonValue & value) {
-    static constexpr std::array<MemberName, 3> names{"vni", "mac", "vtep"};
+LRIpPortV2 readPort(Nolt::IpGenAddrWithMask const & ip, text::JsonValue & value) {
+    static constexpr std::array<text::MemberName, 3> names{"vni", "mac", "vtep"};
     Vxlan::Vni vni;
-    auto const place =
-        readPlace(value, "an object of \"vni\", \"mac\" and \"vtep\"", names, 1,
-                  [&](JsonValue & member) { vni = Vxlan::Vni(member.number(Vxlan::Vni::max)); });
+    auto const place = readPlace(
+        value, "an object of \"vni\", \"mac\" and \"vtep\"", names, 1,
+        [&](text::JsonValue & member) { vni = Vxlan::Vni(member.number(Vxlan::Vni::max)); });
     return {ip, vni, place.mac, place.vtep};
 }
 
-void readPorts(JsonValue & value, LRStatusV2 & status) {
-    value.members(anObjectByAddress, [&](JsonText const & key, JsonValue & entry) {
-        auto const ip = readIpWithMask(key);
-        onlyNew(status.ipPortIs(readPort(ip, entry)), key);
+void readPorts(text::JsonValue & value, LRStatusV2 & status) {
+    value.members(anObjectByAddress, [&](text::JsonText const & key, text::JsonValue & entry) {
+        auto const ip = text::readIpWithMask(key);
+        text::onlyNew(status.ipPortIs(readPort(ip, entry)), key);
     });
 }
 
-PortVlanPairV2 readPortVlan(JsonValue & value) {
+PortVlanPairV2 readPortVlan(text::JsonValue & value) {
     constexpr std::size_t port = 0;
     constexpr Vex::U32 maxVlan = 0xFFFF;
-    static constexpr std::array<MemberName, 2> names{"port", "vlan"};
-    Members members(names);
+    static constexpr std::array<text::MemberName, 2> names{"port", "vlan"};
+    text::Members members(names);
     PortVlanPairV2 pair;
     auto const * const start = value.at();
     value.members("an object of \"port\" and \"vlan\"",
-                  [&](JsonText const & name, JsonValue & member) {
+                  [&](text::JsonText const & name, text::JsonValue & member) {
                       if (members.take(name) == port) {
                           pair.port = Vex::String(member.text("the name of a port").text());
                       } else {
@@ -87,9 +88,9 @@ PortVlanPairV2 readPortVlan(JsonValue & value) {
 }
 
 /// Each port on each of its VLANs, as often as that is a pair of its own.
-LRIpUplinkPortV2::PortVlans readPortVlans(JsonValue & value) {
+LRIpUplinkPortV2::PortVlans readPortVlans(text::JsonValue & value) {
     LRIpUplinkPortV2::PortVlans pairs;
-    value.elements("a list of ports", [&](JsonValue & element) {
+    value.elements("a list of ports", [&](text::JsonValue & element) {
         auto pair = readPortVlan(element);
         if (pairs.has(pair)) [[unlikely]] {
             element.refuseAgain();
@@ -99,47 +100,49 @@ LRIpUplinkPortV2::PortVlans readPortVlans(JsonValue & value) {
     return pairs;
 }
 
-LRIpUplinkPortV2 readUplink(Nolt::IpGenAddrWithMask const & ip, JsonValue & value) {
-    static constexpr std::array<MemberName, 3> names{"mac", "vtep", "ports"};
+LRIpUplinkPortV2 readUplink(Nolt::IpGenAddrWithMask const & ip, text::JsonValue & value) {
+    static constexpr std::array<text::MemberName, 3> names{"mac", "vtep", "ports"};
     LRIpUplinkPortV2::PortVlans pairs;
     auto const place = readPlace(value, "an object of \"mac\", \"vtep\" and \"ports\"", names, 0,
-                                 [&](JsonValue & member) { pairs = readPortVlans(member); });
+                                 [&](text::JsonValue & member) { pairs = readPortVlans(member); });
     LRIpUplinkPortV2 uplink(ip, place.mac, place.vtep);
     uplink.portVlansAre(std::move(pairs));
     return uplink;
 }
 
-void readUplinks(JsonValue & value, LRStatusV2 & status) {
-    value.members(anObjectByAddress, [&](JsonText const & key, JsonValue & entry) {
-        auto const ip = readIpWithMask(key);
-        onlyNew(status.ipUplinkPortIs(readUplink(ip, entry)), key);
+void readUplinks(text::JsonValue & value, LRStatusV2 & status) {
+    value.members(anObjectByAddress, [&](text::JsonText const & key, text::JsonValue & entry) {
+        auto const ip = text::readIpWithMask(key);
+        text::onlyNew(status.ipUplinkPortIs(readUplink(ip, entry)), key);
     });
 }
 
-void readRoutes(JsonValue & value, LRStatusV2 & status) {
-    value.members(
-        "an object whose members are prefixes", [&](JsonText const & key, JsonValue & nexthops) {
-            LRRouteV2 route(readPrefix(key));
-            nexthops.texts("a list of IP addresses", anIpAddress, [&](JsonText const & text) {
-                onlyNew(route.nexthopIs(readIp(text)), text);
-            });
-            onlyNew(status.routeIs(std::move(route)), key);
-        });
+void readRoutes(text::JsonValue & value, LRStatusV2 & status) {
+    value.members("an object whose members are prefixes",
+                  [&](text::JsonText const & key, text::JsonValue & nexthops) {
+                      LRRouteV2 route(text::readPrefix(key));
+                      nexthops.texts("a list of IP addresses", text::anIpAddress,
+                                     [&](text::JsonText const & text) {
+                                         text::onlyNew(route.nexthopIs(text::readIp(text)), text);
+                                     });
+                      text::onlyNew(status.routeIs(std::move(route)), key);
+                  });
 }
 
 } // namespace
 
-Vex::Ptr<Vex::Dir> readRouterStatus(JsonValue & value) {
-    static constexpr std::array<MemberName, 3> names{"ports", "uplinks", "routes"};
+Vex::Ptr<Vex::Dir> readRouterStatus(text::JsonValue & value) {
+    static constexpr std::array<text::MemberName, 3> names{"ports", "uplinks", "routes"};
     static constexpr std::array readers{readPorts, readUplinks, readRoutes};
     return readDirectory(value, "an object whose members are logical routers",
-                         [](Vex::Name const & name, JsonValue & member) {
-                             Members members(names);
+                         [](Vex::Name const & name, text::JsonValue & member) {
+                             text::Members members(names);
                              auto status = Vex::makePtr<LRStatusV2>(name.stringValue());
-                             member.members("an object of \"ports\", \"uplinks\" and \"routes\"",
-                                            [&](JsonText const & tableName, JsonValue & table) {
-                                                readers[members.take(tableName)](table, *status);
-                                            });
+                             member.members(
+                                 "an object of \"ports\", \"uplinks\" and \"routes\"",
+                                 [&](text::JsonText const & tableName, text::JsonValue & table) {
+                                     readers[members.take(tableName)](table, *status);
+                                 });
                              return status;
                          });
 }

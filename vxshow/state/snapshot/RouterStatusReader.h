@@ -7,6 +7,6 @@ namespace vxshow {
 
 /// Reads `{ ROUTER: { "ports": ..., "uplinks": ..., "routes": ... } }`, each of which may be
 /// missing, into a `VxlanController::LRStatusV2` for each router. Throws `Refusal`.
-Vex::Ptr<Vex::Dir> readRouterStatus(JsonValue & value);
+Vex::Ptr<Vex::Dir> readRouterStatus(text::JsonValue & value);
 
 } // namespace vxshow

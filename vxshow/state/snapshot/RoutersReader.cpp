@@ -13,22 +13,22 @@ namespace {
 
 constexpr std::string_view aKind = "the kind of what is published there, a text";
 
-void readPaths(JsonValue & value, Statestore::SystemPublishedMount & system) {
+void readPaths(text::JsonValue & value, Statestore::SystemPublishedMount & system) {
     value.members("an object whose members are published paths",
-                  [&](JsonText const & key, JsonValue & member) {
+                  [&](text::JsonText const & key, text::JsonValue & member) {
                       Vex::String path(key.text());
-                      onlyNew(!system.publishedMount().has(path), key);
+                      text::onlyNew(!system.publishedMount().has(path), key);
                       Vex::String kind(member.text(aKind).text());
                       system.publishedMountIs({std::move(path), std::move(kind)});
                   });
 }
 
-Vex::Ptr<Statestore::PublishStatus> readPublished(JsonValue & value) {
+Vex::Ptr<Statestore::PublishStatus> readPublished(text::JsonValue & value) {
     auto status = Vex::makePtr<Statestore::PublishStatus>();
     value.members("an object whose members are system identifiers",
-                  [&](JsonText const & key, JsonValue & paths) {
-                      Controller::SystemId const id(readMac(key));
-                      onlyNew(!status->system(id), key);
+                  [&](text::JsonText const & key, text::JsonValue & paths) {
+                      Controller::SystemId const id(text::readMac(key));
+                      text::onlyNew(!status->system(id), key);
                       readPaths(paths, *status->systemIs(id));
                   });
     return status;
@@ -36,15 +36,16 @@ Vex::Ptr<Statestore::PublishStatus> readPublished(JsonValue & value) {
 
 } // namespace
 
-Mount::Routers readRouters(JsonValue & value) {
+Mount::Routers readRouters(text::JsonValue & value) {
     enum Name : std::size_t { switches, vteps, published, status };
 
-    static constexpr std::array<MemberName, 4> names{"switches", "vteps", "published", "status"};
-    Members members(names);
+    static constexpr std::array<text::MemberName, 4> names{"switches", "vteps", "published",
+                                                           "status"};
+    text::Members members(names);
     Mount::Routers routers;
     SwitchInfoReader switchInfo;
     value.members("an object of what is known of logical routers",
-                  [&](JsonText const & name, JsonValue & member) {
+                  [&](text::JsonText const & name, text::JsonValue & member) {
                       switch (members.take(name)) {
                       case switches:
                           switchInfo.readSwitches(member);

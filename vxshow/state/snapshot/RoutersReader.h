@@ -8,6 +8,6 @@ namespace vxshow {
 /// Reads `{ "switches": ..., "vteps": ..., "published": ..., "status": ... }`, each of which
 /// may be missing: a state that is absent then. Switches and VTEPs describe each other and
 /// are one state, which is there when either of them is. Throws `Refusal`.
-Mount::Routers readRouters(JsonValue & value);
+Mount::Routers readRouters(text::JsonValue & value);
 
 } // namespace vxshow

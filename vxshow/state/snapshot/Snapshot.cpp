@@ -15,12 +15,12 @@ namespace {
 Mount readBytes(system::FileBytes const & bytes, std::string const & name,
                 Selection const & selection) {
     try {
-        JsonReader json(bytes);
+        text::JsonReader json(bytes);
         return readDocument(json, selection);
-    } catch (Refusal const & refusal) {
-        throw SnapshotError(name + ":" + refusalLine(refusal, bytes.text()));
-    } catch (MalformedJson const & malformed) {
-        throw SnapshotError(name + ":" + refusalLine(malformed, bytes.text()));
+    } catch (text::Refusal const & refusal) {
+        throw SnapshotError(name + ":" + text::refusalLine(refusal, bytes.text()));
+    } catch (text::MalformedJson const & malformed) {
+        throw SnapshotError(name + ":" + text::refusalLine(malformed, bytes.text()));
     }
 }
 

@@ -16,22 +16,22 @@ using VxlanController::VtepMap;
 // A snapshot does not tell the VXLAN interface that is the other half of both keys.
 Vex::String const noInterface;
 
-void readSwitchesOf(JsonValue & value, VtepMap & vtep) {
+void readSwitchesOf(text::JsonValue & value, VtepMap & vtep) {
     value.texts("a list of switch identifiers", "a switch identifier, a text",
-                [&](JsonText const & text) {
+                [&](text::JsonText const & text) {
                     VxlanController::SwitchIdVtepKeyPair key{Vex::String(text.text()), noInterface};
-                    onlyNew(!vtep.switchId().has(key), text);
+                    text::onlyNew(!vtep.switchId().has(key), text);
                     vtep.switchIdIs(std::move(key));
                 });
 }
 
-void readVtep(JsonValue & value, VtepMap & vtep) {
+void readVtep(text::JsonValue & value, VtepMap & vtep) {
     constexpr std::size_t active = 0;
-    static constexpr std::array<MemberName, 2> names{"active", "switches"};
-    Members members(names);
+    static constexpr std::array<text::MemberName, 2> names{"active", "switches"};
+    text::Members members(names);
     auto const * const start = value.at();
     value.members("an object of \"active\" and \"switches\"",
-                  [&](JsonText const & name, JsonValue & member) {
+                  [&](text::JsonText const & name, text::JsonValue & member) {
                       if (members.take(name) == active) {
                           vtep.activeIs(member.boolean());
                       } else {
@@ -50,38 +50,39 @@ SwitchInfoDir & SwitchInfoReader::directory() {
     return *directory_;
 }
 
-void SwitchInfoReader::readVtepsOf(JsonValue & value, SwitchInfo & switchInfo) {
-    value.texts("a list of IP addresses", anIpAddress, [&](JsonText const & text) {
-        auto const address = readIp(text);
+void SwitchInfoReader::readVtepsOf(text::JsonValue & value, SwitchInfo & switchInfo) {
+    value.texts("a list of IP addresses", text::anIpAddress, [&](text::JsonText const & text) {
+        auto const address = text::readIp(text);
         VxlanController::IpVtepKeyPair key{address, noInterface};
-        onlyNew(!switchInfo.vtepMap().has(key), text);
+        text::onlyNew(!switchInfo.vtepMap().has(key), text);
         switchInfo.vtepMapIs(std::move(key), directory().vtepMapIs(address));
         named_.emplace(address, text.at());
     });
 }
 
-void SwitchInfoReader::readSwitches(JsonValue & value) {
-    static constexpr std::array<MemberName, 1> names{"vteps"};
+void SwitchInfoReader::readSwitches(text::JsonValue & value) {
+    static constexpr std::array<text::MemberName, 1> names{"vteps"};
     auto & dir = directory();
-    value.members("an object whose members are switch identifiers", [&](JsonText const & key,
-                                                                        JsonValue & entry) {
-        Vex::String const id(key.text());
-        onlyNew(!dir.switchInfo(id), key);
-        auto const switchInfo = dir.switchInfoIs(id);
-        Members members(names);
-        entry.members("an object of \"vteps\"", [&](JsonText const & name, JsonValue & list) {
-            members.take(name);
-            readVtepsOf(list, *switchInfo);
-        });
-    });
+    value.members("an object whose members are switch identifiers",
+                  [&](text::JsonText const & key, text::JsonValue & entry) {
+                      Vex::String const id(key.text());
+                      text::onlyNew(!dir.switchInfo(id), key);
+                      auto const switchInfo = dir.switchInfoIs(id);
+                      text::Members members(names);
+                      entry.members("an object of \"vteps\"",
+                                    [&](text::JsonText const & name, text::JsonValue & list) {
+                                        members.take(name);
+                                        readVtepsOf(list, *switchInfo);
+                                    });
+                  });
 }
 
-void SwitchInfoReader::readVteps(JsonValue & value) {
+void SwitchInfoReader::readVteps(text::JsonValue & value) {
     auto & dir = directory();
     value.members("an object whose members are IP addresses",
-                  [&](JsonText const & key, JsonValue & entry) {
-                      auto const address = readIp(key);
-                      onlyNew(described_.insert(address).second, key);
+                  [&](text::JsonText const & key, text::JsonValue & entry) {
+                      auto const address = text::readIp(key);
+                      text::onlyNew(described_.insert(address).second, key);
                       readVtep(entry, *dir.vtepMapIs(address));
                   });
 }
@@ -94,7 +95,7 @@ Vex::Ptr<SwitchInfoDir> SwitchInfoReader::finished() const {
         }
     }
     if (first) {
-        throw Refusal{first, "an address that stands in \"vteps\""};
+        throw text::Refusal{first, "an address that stands in \"vteps\""};
     }
     return directory_;
 }

@@ -17,10 +17,10 @@ namespace vxshow {
 class SwitchInfoReader {
 public:
     /// Reads `{ SWITCH-ID: { "vteps": [ IP, ... ] } }`. Throws `Refusal`.
-    void readSwitches(JsonValue & value);
+    void readSwitches(text::JsonValue & value);
 
     /// Reads `{ IP: { "active": BOOL, "switches": [ SWITCH-ID, ... ] } }`. Throws `Refusal`.
-    void readVteps(JsonValue & value);
+    void readVteps(text::JsonValue & value);
 
     /// The directory, or null when neither object was read. Throws the `Refusal` of the first
     /// VTEP that a switch names and that is not described.
@@ -28,7 +28,7 @@ public:
 
 private:
     VxlanController::SwitchInfoDir & directory();
-    void readVtepsOf(JsonValue & value, VxlanController::SwitchInfo & switchInfo);
+    void readVtepsOf(text::JsonValue & value, VxlanController::SwitchInfo & switchInfo);
 
     Vex::Ptr<VxlanController::SwitchInfoDir> directory_;
     std::unordered_set<Nolt::IpGenAddr> described_;

@@ -18,15 +18,15 @@ using VxlanController::VniTables;
 
 constexpr Vex::U32 maxCount = 0xFFFFFFFF;
 
-MacVtepV2 readUnicastEntry(JsonText const & key, JsonValue & value) {
-    auto const mac = readMac(key);
-    auto const binding = readBinding(value);
+MacVtepV2 readUnicastEntry(text::JsonText const & key, text::JsonValue & value) {
+    auto const mac = text::readMac(key);
+    auto const binding = text::readBinding(value);
     return {mac, binding.vtep, binding.moves};
 }
 
-MacVtepMultiPathV2 readMultipathEntry(JsonText const & key, JsonValue & list) {
-    MacVtepMultiPathV2 entry(readMac(key));
-    readVteps(list, [&](Nolt::IpAddr vtep) {
+MacVtepMultiPathV2 readMultipathEntry(text::JsonText const & key, text::JsonValue & list) {
+    MacVtepMultiPathV2 entry(text::readMac(key));
+    text::readVteps(list, [&](Nolt::IpAddr vtep) {
         auto const before = entry.vtepIp().size();
         entry.vtepIpIs(vtep, true);
         return entry.vtepIp().size() > before;
@@ -34,9 +34,9 @@ MacVtepMultiPathV2 readMultipathEntry(JsonText const & key, JsonValue & list) {
     return entry;
 }
 
-Vex::Ptr<MacVtepFloodListV2> readFloodEntry(JsonText const & key, JsonValue & list) {
-    auto entry = Vex::makePtr<MacVtepFloodListV2>(readMac(key));
-    readVteps(list, [&](Nolt::IpAddr vtep) {
+Vex::Ptr<MacVtepFloodListV2> readFloodEntry(text::JsonText const & key, text::JsonValue & list) {
+    auto entry = Vex::makePtr<MacVtepFloodListV2>(text::readMac(key));
+    text::readVteps(list, [&](Nolt::IpAddr vtep) {
         auto const before = entry->vtepIp().size();
         entry->vtepIpIs(vtep, true);
         return entry->vtepIp().size() > before;
@@ -44,21 +44,21 @@ Vex::Ptr<MacVtepFloodListV2> readFloodEntry(JsonText const & key, JsonValue & li
     return entry;
 }
 
-ArpEntryV2 readArpEntry(JsonText const & key, JsonValue & value) {
+ArpEntryV2 readArpEntry(text::JsonText const & key, text::JsonValue & value) {
     enum Name : std::size_t { macName, preferenceName, changesName };
 
-    static constexpr std::array<MemberName, 3> names{"mac", "preference", "changes"};
-    auto const ip = readIp(key);
-    Members members(names);
+    static constexpr std::array<text::MemberName, 3> names{"mac", "preference", "changes"};
+    auto const ip = text::readIp(key);
+    text::Members members(names);
     Nolt::EthAddr mac;
     Vex::U32 preference = 0;
     Vex::U32 changes = 0;
     auto const * const start = value.at();
     value.members("an object of \"mac\", \"preference\" and \"changes\"",
-                  [&](JsonText const & name, JsonValue & member) {
+                  [&](text::JsonText const & name, text::JsonValue & member) {
                       switch (members.take(name)) {
                       case macName:
-                          mac = readMac(member.text(anEthernetAddress));
+                          mac = text::readMac(member.text(text::anEthernetAddress));
                           break;
                       case preferenceName:
                           preference = member.number(0xFF);
@@ -74,18 +74,18 @@ ArpEntryV2 readArpEntry(JsonText const & key, JsonValue & value) {
 } // namespace
 
 template <class Slot, class Read, class Fill>
-void TablesReader::readTable(JsonValue & value, std::string_view expected,
+void TablesReader::readTable(text::JsonValue & value, std::string_view expected,
                              std::vector<Slot> & entries, Read && read, Fill && fill) {
     auto const * const start = value.at();
     entries.clear();
     keys_.clear();
     auto const fillTable = [&] {
         if (auto const repeated = fill(entries)) [[unlikely]] {
-            throw Refusal{start + keys_[*repeated], "it once", " again"};
+            throw text::Refusal{start + keys_[*repeated], "it once", " again"};
         }
     };
     try {
-        value.members(expected, [&](JsonText const & key, JsonValue & entry) {
+        value.members(expected, [&](text::JsonText const & key, text::JsonValue & entry) {
             Slot slot(read(key, entry));
             keys_.push_back(static_cast<Vex::U32>(key.at() - start));
             entries.push_back(std::move(slot));
@@ -98,24 +98,25 @@ void TablesReader::readTable(JsonValue & value, std::string_view expected,
     fillTable();
 }
 
-void TablesReader::readTables(JsonValue & value, VniTables & macTables, VniTables & arpTable) {
+void TablesReader::readTables(text::JsonValue & value, VniTables & macTables,
+                              VniTables & arpTable) {
     enum Name : std::size_t { unicast, multipath, flood, arp };
 
-    static constexpr std::array<MemberName, 4> names{"unicast", "multipath", "flood", "arp"};
-    Members members(names);
-    value.members("an object of tables", [&](JsonText const & name, JsonValue & table) {
+    static constexpr std::array<text::MemberName, 4> names{"unicast", "multipath", "flood", "arp"};
+    text::Members members(names);
+    value.members("an object of tables", [&](text::JsonText const & name, text::JsonValue & table) {
         switch (members.take(name)) {
         case unicast:
-            return readTable(table, anObjectByMac, unicast_, readUnicastEntry,
+            return readTable(table, text::anObjectByMac, unicast_, readUnicastEntry,
                              [&](auto & entries) { return macTables.macVtepTableIs(entries); });
         case multipath:
             return readTable(
-                table, anObjectByMac, multipath_, readMultipathEntry,
+                table, text::anObjectByMac, multipath_, readMultipathEntry,
                 [&](auto & entries) { return macTables.macVtepMultiPathTableIs(entries); });
         case flood:
-            return readTable(table, anObjectByMac, flood_, readFloodEntry, [&](auto & entries) {
-                return macTables.macVtepFloodListTableIs(entries);
-            });
+            return readTable(
+                table, text::anObjectByMac, flood_, readFloodEntry,
+                [&](auto & entries) { return macTables.macVtepFloodListTableIs(entries); });
         default:
             return readTable(table, "an object whose members are IP addresses", arp_, readArpEntry,
                              [&](auto & entries) { return arpTable.arpTableIs(entries); });
@@ -123,23 +124,23 @@ void TablesReader::readTables(JsonValue & value, VniTables & macTables, VniTable
     });
 }
 
-void TablesReader::read(JsonValue & value, VniTables & into) {
+void TablesReader::read(text::JsonValue & value, VniTables & into) {
     readTables(value, selection_.macTables ? into : unselected_,
                selection_.arpTables ? into : unselected_);
 }
 
-void TablesReader::check(JsonValue & value) {
+void TablesReader::check(text::JsonValue & value) {
     readTables(value, unselected_, unselected_);
 }
 
-Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(JsonValue & value,
+Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(text::JsonValue & value,
                                                                          bool selected) {
     auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
     vnis_.clear();
     value.members("an object whose members are VNIs",
-                  [&](JsonText const & key, JsonValue & tables) {
-                      auto const vni = readVni(key);
-                      onlyNew(vnis_.upsert(VniSet::Slot(vni, true)), key);
+                  [&](text::JsonText const & key, text::JsonValue & tables) {
+                      auto const vni = text::readVni(key);
+                      text::onlyNew(vnis_.upsert(VniSet::Slot(vni, true)), key);
                       if (selected && selection_.takesVni(vni)) {
                           read(tables, *dir->vniStatusV2Is(vni));
                       } else {

@@ -23,23 +23,24 @@ public:
     explicit TablesReader(Selection const & selection) : selection_(selection) {}
 
     /// Fills `into`, which is empty, with the selected tables. Throws `Refusal`.
-    void read(JsonValue & value, VxlanController::VniTables & into);
+    void read(text::JsonValue & value, VxlanController::VniTables & into);
 
     /// Only checks. Throws `Refusal`.
-    void check(JsonValue & value);
+    void check(text::JsonValue & value);
 
     /// Reads `{ VNI: TABLES }`: what is selected of a source, and nothing of one that is not
     /// `selected` itself. Throws `Refusal`.
-    Vex::Ptr<VxlanController::VniStatusDirV2> readVniStatusDir(JsonValue & value, bool selected);
+    Vex::Ptr<VxlanController::VniStatusDirV2> readVniStatusDir(text::JsonValue & value,
+                                                               bool selected);
 
 private:
     using VniSet = Vex::FlatHashMap<Vex::SetSlot<Vxlan::Vni>>;
     using Tables = VxlanController::VniTables;
 
-    void readTables(JsonValue & value, Tables & macTables, Tables & arpTable);
+    void readTables(text::JsonValue & value, Tables & macTables, Tables & arpTable);
 
     template <class Slot, class Read, class Fill>
-    void readTable(JsonValue & value, std::string_view expected, std::vector<Slot> & entries,
+    void readTable(text::JsonValue & value, std::string_view expected, std::vector<Slot> & entries,
                    Read && read, Fill && fill);
 
     Selection const & selection_;

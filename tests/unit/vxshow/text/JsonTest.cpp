@@ -8,6 +8,8 @@
 
 namespace vxshow::test {
 
+using namespace text;
+
 namespace {
 
 system::FileBytes bytesOf(std::string_view text) {

@@ -4,6 +4,8 @@
 
 namespace vxshow::test {
 
+using namespace text;
+
 namespace {
 
 std::string refusalOfToml(std::string_view document) {

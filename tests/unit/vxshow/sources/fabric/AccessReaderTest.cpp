@@ -22,8 +22,8 @@ VtyshCommand commandOf(std::string_view lines) {
 
 /// What the keys of a database at `ssl:db` come to, with that folder.
 DatabaseAddress addressOf(std::string_view lines, std::string const & folder) {
-    auto const document = readToml("remotes = [\"ssl:db\"]\n" + std::string(lines));
-    return readDatabaseAddress(TomlField(document), folder);
+    auto const document = text::readToml("remotes = [\"ssl:db\"]\n" + std::string(lines));
+    return readDatabaseAddress(text::TomlField(document), folder);
 }
 
 } // namespace
