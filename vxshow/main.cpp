@@ -38,7 +38,7 @@ void keepFreedMemory() {
 }
 
 /// Writes the listing. What a terminal shows is made harmless for it.
-void render(CommandLine const & line, Mount const & mount) {
+void render(CommandLine const & line, state::Mount const & mount) {
     if (::isatty(STDOUT_FILENO) != 1) {
         return line.render(mount, STDOUT_FILENO, line.output);
     }
@@ -48,20 +48,20 @@ void render(CommandLine const & line, Mount const & mount) {
 }
 
 /// Reads the state; what there is to say of it goes to standard error.
-StateReading readState(CommandLine const & line) {
+state::StateReading readState(CommandLine const & line) {
     try {
-        auto reading = stateReader(line.state, Keep::nothing)(line.selection);
+        auto reading = state::stateReader(line.state, state::Keep::nothing)(line.selection);
         for (std::string const & remark : reading.remarks) {
             say(remark);
         }
         return reading;
-    } catch (StateError const & error) {
+    } catch (state::StateError const & error) {
         fail(ExitStatus::failed, error.what());
     }
 }
 
 [[noreturn]] void showOnce(CommandLine const & line) {
-    StateReading const state = line.readsState ? readState(line) : StateReading();
+    state::StateReading const state = line.readsState ? readState(line) : state::StateReading();
     interruptEndsTheListing();
     try {
         render(line, state.mount);

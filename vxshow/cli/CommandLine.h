@@ -18,14 +18,14 @@ struct CommandLine {
     Output output;
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 
-    std::string command;    ///< its words, "mac received"
-    bool readsState = true; ///< whether the state is mounted for it
-    bool draws = true;      ///< whether it shows the state, and would show it again
-    Selection selection;    ///< what it looks at of the state
+    std::string command;        ///< its words, "mac received"
+    bool readsState = true;     ///< whether the state is mounted for it
+    bool draws = true;          ///< whether it shows the state, and would show it again
+    state::Selection selection; ///< what it looks at of the state
 
     /// Builds the library's command from the state and the typed filters, and renders it
     /// on `fd`. Raises what the library raises.
-    std::function<void(Mount const &, int fd, Output const &)> render;
+    std::function<void(state::Mount const &, int fd, Output const &)> render;
 };
 
 /// The command line asked for a text instead of a command: help, or the version.

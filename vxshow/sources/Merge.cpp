@@ -68,7 +68,7 @@ void eachPart(Run<Fact> run, Key Fact::*key, Take && take) {
 /// The tables of one VNI after the other, in vectors whose room is used again.
 class TablesMaker {
 public:
-    TablesMaker(SourceSide const & side, Selection const & selection)
+    TablesMaker(SourceSide const & side, state::Selection const & selection)
         : selection_(selection), macs_(side.macs), floods_(side.floods), bindings_(side.bindings) {}
 
     /// Fills `into`, which is empty. Asked for ascending VNIs.
@@ -120,7 +120,7 @@ private:
         into.arpTableIs(arp_);
     }
 
-    Selection const & selection_;
+    state::Selection const & selection_;
     ByVni<MacPlace> macs_;
     ByVni<FloodTarget> floods_;
     ByVni<IpBinding> bindings_;
@@ -132,7 +132,7 @@ private:
 
 /// The directory of what one switch or source has told; nothing of one that is not `selected`.
 Vex::Ptr<VxlanController::VniStatusDirV2> statusDir(SourceSide & side, bool selected,
-                                                    Selection const & selection) {
+                                                    state::Selection const & selection) {
     auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
     if (!selected) {
         return dir;
@@ -226,7 +226,7 @@ void SourceMount::addRouters(SourceState const & state) {
     }
 }
 
-void SourceMount::mountSwitches(Mount & mount) {
+void SourceMount::mountSwitches(state::Mount & mount) {
     mount.received.switches = Vex::makePtr<Vex::Dir>();
     for (auto & [name, side] : *switches_) {
         bool const selected = selection_.received && selection_.takesSwitch(name);
@@ -247,7 +247,7 @@ void SourceMount::mountSwitches(Mount & mount) {
     }
 }
 
-void SourceMount::mountSources(Mount & mount) {
+void SourceMount::mountSources(state::Mount & mount) {
     mount.received.sources = Cli::vniStatusDirListFactory();
     auto & received = *mount.received.sources;
     if (qvx_) {
@@ -261,13 +261,13 @@ void SourceMount::mountSources(Mount & mount) {
     }
 }
 
-void SourceMount::mountEvpn(Mount & mount) {
+void SourceMount::mountEvpn(state::Mount & mount) {
     mount.received.evpn = evpnTables(evpn_->received);
     mount.advertised.evpn = evpnTables(evpn_->advertised);
 }
 
-Mount SourceMount::mount() {
-    Mount mount;
+state::Mount SourceMount::mount() {
+    state::Mount mount;
     if (switches_) {
         mountSwitches(mount);
     }

@@ -46,13 +46,13 @@ enum class SourceRole {
 class SourceMount {
 public:
     /// Mounts what is selected.
-    explicit SourceMount(Selection selection = {}) : selection_(std::move(selection)) {}
+    explicit SourceMount(state::Selection selection = {}) : selection_(std::move(selection)) {}
 
     void add(SourceState const & state, SourceRole role);
 
     /// The mount of all that was added. A part of it for which no source of its role was
     /// added stays null. Raises `Pelo::TableError` when there is no room for a shared table.
-    Mount mount();
+    state::Mount mount();
 
 private:
     /// What is known on both sides of one destination that is no switch.
@@ -63,11 +63,11 @@ private:
 
     std::optional<Sides> & sidesOf(SourceRole role);
     void addRouters(SourceState const & state);
-    void mountSwitches(Mount & mount);
-    void mountSources(Mount & mount);
-    void mountEvpn(Mount & mount);
+    void mountSwitches(state::Mount & mount);
+    void mountSources(state::Mount & mount);
+    void mountEvpn(state::Mount & mount);
 
-    Selection selection_;
+    state::Selection selection_;
     std::optional<std::map<std::string, SourceSide>> switches_;
     SourceSide advertised_;
     std::optional<Sides> hsc_;

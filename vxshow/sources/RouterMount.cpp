@@ -62,8 +62,8 @@ Vex::Ptr<LRStatusV2> routerStatus(std::string const & name, SourceRouter const &
 
 } // namespace
 
-Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
-                            std::map<std::string, SourceRouter> const & routers) {
+state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
+                                   std::map<std::string, SourceRouter> const & routers) {
     auto const dir = Vex::makePtr<VxlanController::SwitchInfoDir>();
     auto const published = Vex::makePtr<Statestore::PublishStatus>();
     auto const status = Vex::makePtr<Vex::Dir>();

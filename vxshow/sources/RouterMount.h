@@ -16,7 +16,7 @@ namespace vxshow {
 using NamedSwitch = std::pair<std::string, SourceSwitch>;
 
 /// Which switch has which VTEPs, all of them in service; what they publish; and the routers.
-Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
-                            std::map<std::string, SourceRouter> const & routers);
+state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
+                                   std::map<std::string, SourceRouter> const & routers);
 
 } // namespace vxshow

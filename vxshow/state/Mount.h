@@ -5,7 +5,7 @@
 #include "state/PublishStatus.h"
 #include "state/SwitchInfoDir.h"
 
-namespace vxshow {
+namespace vxshow::state {
 
 /// The state that the commands show, in the form in which the library takes it.
 ///
@@ -50,4 +50,4 @@ struct Mount {
     Routers routers;
 };
 
-} // namespace vxshow
+} // namespace vxshow::state

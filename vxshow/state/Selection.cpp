@@ -2,11 +2,11 @@
 
 #include "Vex/Digits.h"
 
-namespace vxshow {
+namespace vxshow::state {
 
 bool Selection::takesEntry(std::string_view name) const {
     auto const number = Vex::readDecimal(name, Vxlan::Vni::max);
     return !number || takesVni(Vxlan::Vni(*number));
 }
 
-} // namespace vxshow
+} // namespace vxshow::state

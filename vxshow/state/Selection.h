@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace vxshow {
+namespace vxshow::state {
 
 /// What of the state a command is going to look at; at first everything.
 ///
@@ -36,4 +36,4 @@ struct Selection {
     }
 };
 
-} // namespace vxshow
+} // namespace vxshow::state

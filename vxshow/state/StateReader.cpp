@@ -14,13 +14,13 @@
 #include <unistd.h>
 #include <utility>
 
-namespace vxshow {
+namespace vxshow::state {
 
 namespace {
 
 StateReading readOneSnapshot(std::string const & path, Selection const & selection) {
     try {
-        return {readSnapshot(path, selection)};
+        return {snapshot::readSnapshot(path, selection)};
     } catch (std::exception const & error) {
         throw StateError(error.what());
     }
@@ -146,4 +146,4 @@ std::function<StateReading(Selection const &)> stateReader(StateOptions const & 
     };
 }
 
-} // namespace vxshow
+} // namespace vxshow::state

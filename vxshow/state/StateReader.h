@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::state {
 
 /// One reading of the state.
 struct StateReading {
@@ -35,4 +35,4 @@ enum class Keep : bool { nothing, lastGood };
 /// one that cannot be.
 std::function<StateReading(Selection const &)> stateReader(StateOptions const & options, Keep keep);
 
-} // namespace vxshow
+} // namespace vxshow::state

@@ -43,7 +43,7 @@ private:
     int descriptor_;
 };
 
-system::FileBytes answerOf(CommandLine const & line, Mount const & mount) {
+system::FileBytes answerOf(CommandLine const & line, state::Mount const & mount) {
     Answer answer;
     line.render(mount, answer.descriptor(), line.output);
     return answer.bytes();
@@ -58,12 +58,12 @@ struct Look {
 
 /// Raises `StateError` when there is nothing to show.
 Look look(CommandLine const & line,
-          std::function<StateReading(Selection const &)> const & readState) {
+          std::function<state::StateReading(state::Selection const &)> const & readState) {
     auto reading = readState(line.selection);
     try {
         return {answerOf(line, reading.mount), timeOfDay(), std::move(reading.remarks)};
     } catch (std::exception const & error) {
-        throw StateError(line.command + ": " + Vex::printable(error.what()));
+        throw state::StateError(line.command + ": " + Vex::printable(error.what()));
     }
 }
 
@@ -97,14 +97,14 @@ void show(CommandLine const & line, Look const & look) {
 
 void watch(CommandLine const & line) {
     try {
-        auto const readState = stateReader(line.state, Keep::lastGood);
+        auto const readState = state::stateReader(line.state, state::Keep::lastGood);
         auto last = look(line, readState);
         for (;;) {
             show(line, last);
             std::this_thread::sleep_for(std::chrono::seconds(*line.state.watchSeconds));
             try {
                 last = look(line, readState);
-            } catch (StateError const & error) {
+            } catch (state::StateError const & error) {
                 last.remarks = {error.what(), "shown as it was at " + last.time};
             }
         }

@@ -30,7 +30,7 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
     command->callback([&chosen, typed, words = group.get_name() + ' ' + name] {
         chosen.command = words;
         chosen.selection = typed->selection();
-        chosen.render = [typed](Mount const & mount, int fd, Output const & output) {
+        chosen.render = [typed](state::Mount const & mount, int fd, Output const & output) {
             typed->render(mount, fd, output);
         };
     });

@@ -15,11 +15,11 @@ struct ArpAdvertised {
 
     void addFilters(CLI::App & options) { typed.addTo(options); }
 
-    Selection selection() const {
+    state::Selection selection() const {
         return {.received = false, .routers = false, .macTables = false, .vni = typed.vni};
     }
 
-    void render(Mount const & mount, int fd, Output const & output) {
+    void render(state::Mount const & mount, int fd, Output const & output) {
         auto const & entries = mount.advertised.vnis;
         command =
             Cli::arpAdvertisedFactory(entries, output.vniDotted, typed.vni, typed.mac, typed.ip);

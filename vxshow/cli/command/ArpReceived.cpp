@@ -18,7 +18,7 @@ struct ArpReceived {
         options.add_option("--switch", switchName, "Only this switch by name")->type_name("NAME");
     }
 
-    Selection selection() const {
+    state::Selection selection() const {
         return {.advertised = false,
                 .routers = false,
                 .macTables = false,
@@ -26,7 +26,7 @@ struct ArpReceived {
                 .source = switchName};
     }
 
-    void render(Mount const & mount, int fd, Output const & output) {
+    void render(state::Mount const & mount, int fd, Output const & output) {
         command = Cli::arpReceivedFactory(mount.received.switches, output.vniDotted, typed.vni,
                                           typed.mac, typed.ip, switchName);
         renderOn(fd, output, *command);

@@ -14,15 +14,15 @@ namespace vxshow {
 
 namespace {
 
-void writeOn(int fd, Mount const & mount, Output const & output) {
+void writeOn(int fd, state::Mount const & mount, Output const & output) {
     // There is no snapshot in text; compact is what JSON is unless asked for otherwise.
     auto const format =
         output.format == Format::indentedJson ? Format::indentedJson : Format::compactJson;
     outfmt::Printer printer(fd, static_cast<unsigned>(format), true, false, true, 0);
-    writeSnapshot(mount, printer);
+    state::snapshot::writeSnapshot(mount, printer);
 }
 
-void writeFile(std::string const & path, Mount const & mount, Output const & output) {
+void writeFile(std::string const & path, state::Mount const & mount, Output const & output) {
     try {
         system::AtomicFile file(path);
         writeOn(file.descriptor(), mount, output);
@@ -35,7 +35,7 @@ void writeFile(std::string const & path, Mount const & mount, Output const & out
     }
 }
 
-void capture(std::string const & path, Mount const & mount, int fd, Output const & output) {
+void capture(std::string const & path, state::Mount const & mount, int fd, Output const & output) {
     try {
         if (path == "-") {
             writeOn(fd, mount, output);
@@ -64,7 +64,7 @@ void addCapture(CLI::App & app, CommandLine & chosen) {
         }
         chosen.command = "capture";
         chosen.draws = false;
-        chosen.render = [path](Mount const & mount, int fd, Output const & output) {
+        chosen.render = [path](state::Mount const & mount, int fd, Output const & output) {
             capture(*path, mount, fd, output);
         };
     });

@@ -38,7 +38,7 @@ struct ArpFilters {
 };
 
 /// What all commands of `router` look at.
-inline Selection selectsRouters() {
+inline state::Selection selectsRouters() {
     return {.received = false, .advertised = false};
 }
 

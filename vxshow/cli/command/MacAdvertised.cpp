@@ -19,7 +19,7 @@ struct MacAdvertised {
                     "what the switches are told, which is the same for all of them");
     }
 
-    Selection selection() const {
+    state::Selection selection() const {
         return {.received = false,
                 .routers = false,
                 .arpTables = false,
@@ -27,7 +27,7 @@ struct MacAdvertised {
                 .mac = typed.mac};
     }
 
-    void render(Mount const & mount, int fd, Output const & output) {
+    void render(state::Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.advertised;
         command =
             Cli::vcsVniAdvertisedFactory(state.vnis, state.sources, state.evpn, output.vniDotted,

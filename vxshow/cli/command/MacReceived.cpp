@@ -17,7 +17,7 @@ struct MacReceived {
                     "Only this switch by name; all: every switch; hsc, qvx, evpn: that source");
     }
 
-    Selection selection() const {
+    state::Selection selection() const {
         return {.advertised = false,
                 .routers = false,
                 .arpTables = false,
@@ -26,7 +26,7 @@ struct MacReceived {
                 .source = typed.name};
     }
 
-    void render(Mount const & mount, int fd, Output const & output) {
+    void render(state::Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.received;
         command =
             Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, output.vniDotted,

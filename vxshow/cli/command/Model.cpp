@@ -109,7 +109,7 @@ void addModel(CLI::App & app, CommandLine & chosen) {
         chosen.command = "model";
         chosen.readsState = false;
         chosen.draws = false;
-        chosen.render = [only](Mount const &, int fd, Output const & output) {
+        chosen.render = [only](state::Mount const &, int fd, Output const & output) {
             list(only, fd, output);
         };
     });

@@ -14,9 +14,9 @@ struct RouterDetail {
 
     void addFilters(CLI::App & options) { router.addTo(options); }
 
-    Selection selection() const { return selectsRouters(); }
+    state::Selection selection() const { return selectsRouters(); }
 
-    void render(Mount const & mount, int fd, Output const & output) {
+    void render(state::Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.routers;
         command = Cli::vcsLRFactory(state.publishStatus, state.switchInfoDir, state.lRStatusDir,
                                     output.vniDotted, router.name);

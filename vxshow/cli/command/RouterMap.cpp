@@ -25,9 +25,9 @@ struct RouterMap {
                       "Only the switches of these VTEPs, IPv4; ignored when --switch is given");
     }
 
-    Selection selection() const { return selectsRouters(); }
+    state::Selection selection() const { return selectsRouters(); }
 
-    void render(Mount const & mount, int fd, Output const & output) {
+    void render(state::Mount const & mount, int fd, Output const & output) {
         auto const & state = mount.routers;
         command = Cli::vcsLRMapFactory(state.publishStatus, state.switchInfoDir, router.name,
                                        switchId, vteps);

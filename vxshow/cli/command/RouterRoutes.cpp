@@ -18,9 +18,9 @@ struct RouterRoutes {
         addPrefixFilter(options, prefix);
     }
 
-    Selection selection() const { return selectsRouters(); }
+    state::Selection selection() const { return selectsRouters(); }
 
-    void render(Mount const & mount, int fd, Output const & output) {
+    void render(state::Mount const & mount, int fd, Output const & output) {
         command = Cli::vcsLRRouteFactory(mount.routers.lRStatusDir, router.name, prefix);
         renderOn(fd, output, *command);
     }

@@ -48,7 +48,7 @@ private:
 /// The sources, dealt out to the threads that read them.
 class Reading {
 public:
-    Reading(std::vector<LiveSource> const & sources, Selection const & selection)
+    Reading(std::vector<LiveSource> const & sources, state::Selection const & selection)
         : sources_(sources), selection_(selection), outcomes_(sources.size()) {
         progress_.sources = sources.size();
     }
@@ -96,7 +96,7 @@ private:
     }
 
     std::vector<LiveSource> const & sources_;
-    Selection const & selection_;
+    state::Selection const & selection_;
     std::vector<SourceOutcome> outcomes_;
     std::mutex mutex_;
     std::condition_variable changed_;
@@ -135,7 +135,7 @@ std::vector<std::jthread> readers(Reading & reading, std::size_t most) {
 } // namespace
 
 std::vector<SourceOutcome> readSources(std::vector<LiveSource> const & sources,
-                                       Selection const & selection,
+                                       state::Selection const & selection,
                                        std::function<void(FabricProgress const &)> const & watch) {
     ThreadSafePtr const safe;
     Reading reading(sources, selection);
@@ -154,8 +154,9 @@ std::vector<SourceOutcome> readSources(std::vector<LiveSource> const & sources,
     return std::move(reading.outcomes());
 }
 
-Mount mountSources(std::vector<LiveSource> const & sources,
-                   std::vector<SourceOutcome> const & outcomes, Selection const & selection) {
+state::Mount mountSources(std::vector<LiveSource> const & sources,
+                          std::vector<SourceOutcome> const & outcomes,
+                          state::Selection const & selection) {
     SourceMount mount(selection);
     for (std::size_t index = 0; index < sources.size(); ++index) {
         if (outcomes[index].reading) {

@@ -32,7 +32,7 @@ struct SourceOutcome {
 /// or few descriptors, it goes on with those; without threads the sources are read on this one,
 /// and nobody watches.
 std::vector<SourceOutcome>
-readSources(std::vector<LiveSource> const & sources, Selection const & selection,
+readSources(std::vector<LiveSource> const & sources, state::Selection const & selection,
             std::function<void(FabricProgress const &)> const & watch = {});
 
 /// A source spends its time in its own server and in its client, and the processors here are
@@ -40,7 +40,8 @@ readSources(std::vector<LiveSource> const & sources, Selection const & selection
 inline constexpr std::size_t mostAtOnce = 16;
 
 /// The mount of all outcomes that have a reading; `outcomes` stand in the order of `sources`.
-Mount mountSources(std::vector<LiveSource> const & sources,
-                   std::vector<SourceOutcome> const & outcomes, Selection const & selection);
+state::Mount mountSources(std::vector<LiveSource> const & sources,
+                          std::vector<SourceOutcome> const & outcomes,
+                          state::Selection const & selection);
 
 } // namespace vxshow

@@ -9,7 +9,7 @@ namespace {
 
 /// Which of a database's MAC tables the selection looks at: those of its own side are received
 /// from a switch, and advertised to any other source that is told anything.
-HardwareVtepWanted wantedOf(Selection const & selection, SourceRole role) {
+HardwareVtepWanted wantedOf(state::Selection const & selection, SourceRole role) {
     bool const isSwitch = role == SourceRole::switches;
     bool const isTold = role != SourceRole::qvx;
     HardwareVtepWanted wanted;
@@ -21,7 +21,7 @@ HardwareVtepWanted wantedOf(Selection const & selection, SourceRole role) {
 }
 
 SourceReading readDatabase(LiveSource const & source, DatabaseAddress const & address,
-                           Selection const & selection, Deadline const & deadline) {
+                           state::Selection const & selection, Deadline const & deadline) {
     auto const vni = selection.vni.isNone() ? std::nullopt : std::optional(selection.vni.vni());
     auto answer = askHardwareVtep(address, {source.name, source.systemId, source.systemIds},
                                   wantedOf(selection, source.role), vni, deadline);
@@ -29,7 +29,7 @@ SourceReading readDatabase(LiveSource const & source, DatabaseAddress const & ad
 }
 
 SourceReading readVtep(LiveSource const & source, VtyshCommand const & vtysh,
-                       Selection const & selection, Deadline const & deadline) {
+                       state::Selection const & selection, Deadline const & deadline) {
     auto answer = askFrr(vtysh, {source.name, source.systemId}, selection, deadline.end,
                          system::FileBytes::longest);
     return {std::move(answer.state), std::move(answer.findings)};
@@ -37,7 +37,7 @@ SourceReading readVtep(LiveSource const & source, VtyshCommand const & vtysh,
 
 } // namespace
 
-SourceReading readSource(LiveSource const & source, Selection const & selection,
+SourceReading readSource(LiveSource const & source, state::Selection const & selection,
                          Deadline const & deadline) {
     if (auto const * address = std::get_if<DatabaseAddress>(&source.access)) {
         return readDatabase(source, *address, selection, deadline);

@@ -41,7 +41,7 @@ public:
         std::string_view segment; ///< empty: not told
     };
 
-    FrrJoin(Selection const & selection, Deadline const & deadline)
+    FrrJoin(state::Selection const & selection, Deadline const & deadline)
         : selection_(selection), watch_(deadline) {}
 
     /// To be called for each entry that is read. Throws `TimeOver`.
@@ -119,7 +119,7 @@ private:
     void addPorts(std::string const & vrf, Interface const & interface, SourceRouter & router);
     void addRouters(SourceSwitch & own);
 
-    Selection selection_;
+    state::Selection selection_;
     DeadlineWatch watch_;
     SourceSide local_; ///< its MAC addresses are at no VTEP yet
     SourceSide remote_;

@@ -46,7 +46,7 @@ void ask(FrrRun const & run, Questions const & questions, FrrJoin & join) {
     }
 }
 
-FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, Selection const & selection,
+FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, state::Selection const & selection,
                   Deadline const & deadline) {
     FrrJoin join(selection, deadline);
     ask(run, firstFrrQuestions(selection), join);
@@ -59,7 +59,7 @@ FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, Selection const 
 
 } // namespace
 
-FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection,
+FrrAnswer converse(FrrRun const & run, FrrSource const & source, state::Selection const & selection,
                    Deadline const & deadline) {
     std::optional<FrrAnswer> answer;
     try {

@@ -20,7 +20,7 @@ inline constexpr unsigned mostFrrAttempts = 3;
 /// something open; of some thousand commands, 64 KiB in each run. Asks again while they do not fit
 /// together and there is time, for `run` and until `deadline`, and takes the last answer then as
 /// it is. Raises `SourceFailure`.
-FrrAnswer converse(FrrRun const & run, FrrSource const & source, Selection const & selection,
+FrrAnswer converse(FrrRun const & run, FrrSource const & source, state::Selection const & selection,
                    Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow

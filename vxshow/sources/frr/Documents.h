@@ -61,6 +61,7 @@ struct FrrAnswer {
 /// - Unknown members are passed over, and so is what stands between entries without being one.
 ///   Text that is no MAC address, IP address, prefix or VNI is left out and noticed.
 FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & source,
-                  Selection const & selection = {}, Deadline const & deadline = Deadline::never());
+                  state::Selection const & selection = {},
+                  Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow

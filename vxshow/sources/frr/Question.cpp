@@ -13,7 +13,7 @@ bool isAskable(Vxlan::Vni vni) {
     return vni.value() != 0;
 }
 
-void addTables(Selection const & selection, std::vector<FrrQuestion> & questions) {
+void addTables(state::Selection const & selection, std::vector<FrrQuestion> & questions) {
     if (selection.vni.isNone()) {
         if (selection.macTables) {
             questions.push_back({Kind::macs});
@@ -83,7 +83,7 @@ bool isVrfWord(std::string_view name) noexcept {
     return !every.starts_with(name) && std::all_of(name.begin(), name.end(), isWordCharacter);
 }
 
-std::vector<FrrQuestion> firstFrrQuestions(Selection const & selection) {
+std::vector<FrrQuestion> firstFrrQuestions(state::Selection const & selection) {
     std::vector<FrrQuestion> questions;
     bool const one =
         !selection.routers && !selection.vni.isNone() && isAskable(selection.vni.vni());

@@ -50,6 +50,6 @@ bool isVrfWord(std::string_view name) noexcept;
 
 /// What is asked at first for what is selected. What else is to be asked depends on the
 /// answers.
-std::vector<FrrQuestion> firstFrrQuestions(Selection const & selection);
+std::vector<FrrQuestion> firstFrrQuestions(state::Selection const & selection);
 
 } // namespace vxshow

@@ -93,7 +93,7 @@ void readFrrDocument(FrrQuestion const & question, system::PaddedText document, 
 }
 
 FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & source,
-                  Selection const & selection, Deadline const & deadline) {
+                  state::Selection const & selection, Deadline const & deadline) {
     FrrJoin join(selection, deadline);
     for (auto const & document : documents) {
         readFrrDocument(document.question, document.bytes.padded(), join);

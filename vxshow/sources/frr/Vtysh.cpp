@@ -6,9 +6,9 @@
 
 namespace vxshow {
 
-FrrAnswer askFrr(VtyshCommand const & vtysh, FrrSource const & source, Selection const & selection,
-                 std::chrono::steady_clock::time_point end, std::size_t outputBytes,
-                 std::function<void(std::string_view)> const & received) {
+FrrAnswer askFrr(VtyshCommand const & vtysh, FrrSource const & source,
+                 state::Selection const & selection, std::chrono::steady_clock::time_point end,
+                 std::size_t outputBytes, std::function<void(std::string_view)> const & received) {
     system::Limits const limits{end, outputBytes};
     VtyshRun const about{vtysh.words.front(), end - system::Clock::now()};
     auto const run = [&](std::vector<std::string> const & commands) {

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// Reads an object into a directory: for each member the entity that
 /// `readEntity(Vex::Name const &, JsonValue &)` makes of it, under the member's name. Throws
@@ -22,4 +22,4 @@ Vex::Ptr<Vex::Dir> readDirectory(text::JsonValue & value, std::string_view expec
     return dir;
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// The member `key`, an object with a member for each entity of a directory, by name, which
 /// `write(entity)` fills. What is no `Entity` is nothing to the commands either.
@@ -32,4 +32,4 @@ void writeDirectory(ValuesWriter & values, std::string_view key, Vex::Dir const 
     });
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -10,7 +10,7 @@
 #include <array>
 #include <span>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -159,4 +159,4 @@ Mount readDocument(text::JsonReader & json, Selection const & selection) {
     return mount;
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -8,7 +8,7 @@
 
 #include <initializer_list>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -107,4 +107,4 @@ void writeSnapshot(Mount const & mount, outfmt::Printer & printer) {
     printer.flush();
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -3,7 +3,7 @@
 #include "outfmt/Printer.h"
 #include "vxshow/state/Mount.h"
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// Writes what is mounted as a snapshot: the document of which `readSnapshot` makes the same
 /// mount, as far as any command can tell. Its order depends on the content alone, so the same
@@ -14,4 +14,4 @@ namespace vxshow {
 /// the printer; and `Pelo::CorruptionDetectedException` for a shared table that is damaged.
 void writeSnapshot(Mount const & mount, outfmt::Printer & printer);
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -8,7 +8,7 @@
 #include <array>
 #include <unordered_set>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -72,4 +72,4 @@ Vex::Ptr<VxlanController::Cli::HostFloodTable> readEvpn(text::JsonValue & value)
     return tables;
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

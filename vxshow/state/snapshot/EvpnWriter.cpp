@@ -3,7 +3,7 @@
 #include "state/FloodTable.h"
 #include "state/HostTable.h"
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -81,4 +81,4 @@ void writeEvpn(ValuesWriter & values, VxlanController::Cli::HostFloodTable const
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

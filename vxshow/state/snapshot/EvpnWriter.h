@@ -3,7 +3,7 @@
 #include "VxlanController/VxlanControllerCliModel.h"
 #include "vxshow/state/snapshot/ValuesWriter.h"
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// Writes the shared tables of the EVPN service as members of the open object, as `readEvpn`
 /// reads them. A table that is missing is left out.
@@ -14,4 +14,4 @@ namespace vxshow {
 /// back as a whole.
 void writeEvpn(ValuesWriter & values, VxlanController::Cli::HostFloodTable const & tables);
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -7,7 +7,7 @@
 
 #include <array>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -147,4 +147,4 @@ Vex::Ptr<Vex::Dir> readRouterStatus(text::JsonValue & value) {
                          });
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -2,7 +2,7 @@
 
 #include "vxshow/state/snapshot/SortedByKey.h"
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -73,4 +73,4 @@ void writeRouterStatus(ValuesWriter & values, LRStatusV2 const & status) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -7,7 +7,7 @@
 
 #include <array>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -64,4 +64,4 @@ Mount::Routers readRouters(text::JsonValue & value) {
     return routers;
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -4,7 +4,7 @@
 #include "vxshow/state/snapshot/DirectoryWriter.h"
 #include "vxshow/state/snapshot/RouterStatusWriter.h"
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -94,4 +94,4 @@ void writeRouters(ValuesWriter & values, Mount::Routers const & routers) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -3,7 +3,7 @@
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/snapshot/ValuesWriter.h"
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// Writes what is known of logical routers as members of the open object, as `readRouters`
 /// reads it.
@@ -16,4 +16,4 @@ namespace vxshow {
 /// key, and no router is at that path.
 void writeRouters(ValuesWriter & values, Mount::Routers const & routers);
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

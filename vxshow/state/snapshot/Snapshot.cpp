@@ -8,7 +8,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -44,4 +44,4 @@ Mount readSnapshot(std::string const & path, Selection const & selection) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

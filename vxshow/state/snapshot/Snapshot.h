@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// A snapshot that cannot be read. Its text is one line of printable ASCII:
 /// `FILE:LINE:COLUMN: MEMBERS: found WHAT, expected WHAT`, or `FILE: WHAT` where no place
@@ -27,4 +27,4 @@ public:
 /// straight into the tables, and the text is dropped before this returns.
 Mount readSnapshot(std::string const & path, Selection const & selection = {});
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -7,7 +7,7 @@
 #include <type_traits>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// Calls `visit(entry)` for each entry of a published table in ascending order of `key`, a
 /// getter of theirs.
@@ -39,4 +39,4 @@ void forEachByKey(Table const & table, Key key, Visit && visit) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

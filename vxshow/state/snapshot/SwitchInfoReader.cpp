@@ -5,7 +5,7 @@
 
 #include <array>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -100,4 +100,4 @@ Vex::Ptr<SwitchInfoDir> SwitchInfoReader::finished() const {
     return directory_;
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

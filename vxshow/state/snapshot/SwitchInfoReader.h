@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// Reads switches and VTEPs, two objects of a document in either order, into one directory.
 ///
@@ -35,4 +35,4 @@ private:
     std::unordered_map<Nolt::IpGenAddr, char const *> named_; ///< with its first place
 };
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

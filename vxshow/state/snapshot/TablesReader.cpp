@@ -6,7 +6,7 @@
 #include <array>
 #include <utility>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 namespace {
 
@@ -150,4 +150,4 @@ Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(text::J
     return dir;
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// The reader of the tables that the controller publishes for each VNI of a switch or source:
 /// `{ "unicast": …, "multipath": …, "flood": …, "arp": … }`, each of which may be missing.
@@ -53,4 +53,4 @@ private:
     std::vector<Vex::U32> keys_; ///< where each key stands, counted from its table's start
 };
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

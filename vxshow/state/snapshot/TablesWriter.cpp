@@ -2,7 +2,7 @@
 
 #include "vxshow/state/snapshot/SortedByKey.h"
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 using VxlanController::ArpEntryV2;
 using VxlanController::MacVtepFloodListV2;
@@ -66,4 +66,4 @@ void TablesWriter::write(VxlanController::VniStatusDirV2 const & source) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -3,7 +3,7 @@
 #include "state/VniStatusDirV2.h"
 #include "vxshow/state/snapshot/ValuesWriter.h"
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// Writes the tables that are published for each VNI of a switch or source, as `TablesReader`
 /// reads them: entries by key, an empty table not at all, for the reader takes both the same.
@@ -30,4 +30,4 @@ private:
     outfmt::Attr64Info changes_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -2,7 +2,7 @@
 
 #include <simdjson.h>
 
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 std::string_view writable(std::string_view text) {
     if (!simdjson::validate_utf8(text)) [[unlikely]] {
@@ -47,4 +47,4 @@ void ValuesWriter::boolean(std::string_view key, bool value) {
     printer_.addAttributesJson(1, info.getArg());
 }
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -15,7 +15,7 @@
 #include <vector>
 
 /// The values that a snapshot is written of, the other way round from `Values.h`.
-namespace vxshow {
+namespace vxshow::state::snapshot {
 
 /// What a snapshot has no words for. Its text is one line of printable ASCII.
 class Unwritable : public Vex::Error {
@@ -107,4 +107,4 @@ private:
     outfmt::StringAttrInfo element_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::state::snapshot

@@ -39,7 +39,8 @@ SourceState told(std::vector<MacPlace> macs) {
     return state;
 }
 
-Mount mountOf(std::vector<SourceState> const & states, SourceRole role = SourceRole::switches) {
+state::Mount mountOf(std::vector<SourceState> const & states,
+                     SourceRole role = SourceRole::switches) {
     SourceMount mount;
     for (auto const & state : states) {
         mount.add(state, role);
@@ -88,7 +89,7 @@ TEST(SourceMount, AMacThatIsAdvertisedDifferentlyHasEveryVtepThatWasTold) {
 
 TEST(SourceMount, ASwitchIsListedAlikeWhateverElseIsMounted) {
     auto const one = learned("leaf1", {{vni10, mac1, vtep(1), 4}, {vni10, mac2, vtep(1)}});
-    auto const listing = [](Mount const & mount) {
+    auto const listing = [](state::Mount const & mount) {
         auto const & state = mount.received;
         return rendered(Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, false,
                                                    {}, {}, "leaf1", Cli::vtepListFactory()));
@@ -188,7 +189,8 @@ TEST(SourceMount, ASwitchWithoutASystemIdentifierIsInNoMapOfRouters) {
 TEST(SourceMount, OnlyWhatIsSelectedIsMounted) {
     auto state = learned("leaf1", {{vni10, mac1, vtep(1)}, {Vxlan::Vni(11), mac1, vtep(1)}});
     state.local["leaf2"] = state.local["leaf1"];
-    SourceMount mount(Selection{.advertised = false, .vni = Vxlan::Vni(11), .source = "leaf2"});
+    SourceMount mount(
+        state::Selection{.advertised = false, .vni = Vxlan::Vni(11), .source = "leaf2"});
     mount.add(state, SourceRole::switches);
     auto const mounted = mount.mount();
     EXPECT_TRUE(switchOf(mounted, "leaf1")->vniStatusV2().empty());

@@ -6,6 +6,8 @@
 
 namespace vxshow::test {
 
+using namespace state;
+
 namespace {
 
 constexpr std::string_view twoSwitches = R"({"switches":{
@@ -18,7 +20,7 @@ constexpr std::string_view twoSwitches = R"({"switches":{
 
 Mount received(Selection const & selection) {
     TextFile const file(withReceived(twoSwitches));
-    return readSnapshot(file.path(), selection);
+    return state::snapshot::readSnapshot(file.path(), selection);
 }
 
 /// How many unicast entries, and how many entries of any kind, a VNI of a switch has; nothing
@@ -37,8 +39,8 @@ std::string entriesOf(Mount const & mount, std::string_view name, Vex::U32 vni) 
 std::string refusedWith(Selection const & selection, std::string const & text) {
     TextFile const file(text);
     try {
-        readSnapshot(file.path(), selection);
-    } catch (SnapshotError const & error) {
+        state::snapshot::readSnapshot(file.path(), selection);
+    } catch (state::snapshot::SnapshotError const & error) {
         return error.what();
     }
     return "accepted";
@@ -90,7 +92,7 @@ TEST(Selection, OfAVniMountsItsAdvertisedEntryAndTheNamesOfTheOthers) {
     TextFile const file(withAdvertised(
         R"({"vnis":{"10":{"unicast":{"02:00:00:00:00:01":{"vtep":"10.0.0.1"}}},
                     "20":{"unicast":{"02:00:00:00:00:02":{"vtep":"10.0.0.1"}}}}})"));
-    auto const mount = readSnapshot(file.path(), {.vni = Vxlan::Vni(20)});
+    auto const mount = state::snapshot::readSnapshot(file.path(), {.vni = Vxlan::Vni(20)});
     EXPECT_EQ(entryOf(mount, "10")->macVtepTable().size(), 0U);
     EXPECT_EQ(entryOf(mount, "20")->macVtepTable().size(), 1U);
 }

@@ -25,7 +25,7 @@ SourceSide partOf(SourceSide side, Vxlan::Vni vni, Nolt::EthAddr mac = {}) {
 }
 
 /// The answer for what is selected, and that part of the answer for everything, are the same.
-void expectPart(Selection const & selection) {
+void expectPart(state::Selection const & selection) {
     for (auto const * const vtep : {"vtep1", "vtep2", "vtep3"}) {
         FakeZebra zebra(vtep);
         auto const whole = zebra.ask().state;
@@ -40,8 +40,8 @@ void expectPart(Selection const & selection) {
     }
 }
 
-Selection tablesOf(unsigned vni) {
-    Selection selection;
+state::Selection tablesOf(unsigned vni) {
+    state::Selection selection;
     selection.routers = false;
     selection.vni = Vxlan::Vni(vni);
     return selection;

@@ -153,7 +153,7 @@ std::string FakeZebra::printed(std::vector<std::string> const & commands) const 
     return text;
 }
 
-FrrAnswer FakeZebra::ask(Selection const & selection) {
+FrrAnswer FakeZebra::ask(state::Selection const & selection) {
     return converse(run(), {"leaf1", Nolt::EthAddr::fromString("00:00:5e:00:53:e1")}, selection);
 }
 

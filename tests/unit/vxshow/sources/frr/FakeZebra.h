@@ -34,7 +34,7 @@ public:
         };
     }
 
-    FrrAnswer ask(Selection const & selection = {});
+    FrrAnswer ask(state::Selection const & selection = {});
 
     std::vector<std::vector<std::string>> runs; ///< the commands of each run so far
 

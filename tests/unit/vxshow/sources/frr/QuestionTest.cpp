@@ -8,7 +8,7 @@ namespace {
 
 using Commands = std::vector<std::string>;
 
-Commands commands(Selection const & selection) {
+Commands commands(state::Selection const & selection) {
     Commands all;
     for (auto const & question : firstFrrQuestions(selection)) {
         all.push_back(question.command());
@@ -17,8 +17,8 @@ Commands commands(Selection const & selection) {
 }
 
 /// A listing of MAC addresses.
-Selection macs() {
-    Selection selection;
+state::Selection macs() {
+    state::Selection selection;
     selection.routers = false;
     selection.arpTables = false;
     return selection;
@@ -37,7 +37,7 @@ TEST(FrrQuestion, AListingOfMacAddressesAsksForNoOthers) {
 }
 
 TEST(FrrQuestion, AListingOfArpAsksForNoMacs) {
-    Selection selection;
+    state::Selection selection;
     selection.routers = false;
     selection.macTables = false;
     EXPECT_EQ(commands(selection),
@@ -45,7 +45,7 @@ TEST(FrrQuestion, AListingOfArpAsksForNoMacs) {
 }
 
 TEST(FrrQuestion, AListingOfRoutersAsksForNoTables) {
-    Selection selection;
+    state::Selection selection;
     selection.received = false;
     selection.advertised = false;
     EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json", "show vrf vni json"}));
@@ -70,13 +70,13 @@ TEST(FrrQuestion, OneMacAddressInOneVniIsAskedForAlone) {
 }
 
 TEST(FrrQuestion, RoutersNeedEveryVni) {
-    Selection selection;
+    state::Selection selection;
     selection.vni = Vxlan::Vni(10);
     EXPECT_EQ(commands(selection).front(), "show evpn vni detail json");
 }
 
 TEST(FrrQuestion, VniZeroIsNotAskedFor) {
-    Selection selection;
+    state::Selection selection;
     selection.routers = false;
     selection.vni = Vxlan::Vni(0);
     EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json"}));

@@ -80,11 +80,11 @@ TEST(FrrQuirks, NoTextInPlaceOfTheVnisMeansThatEvpnIsNotInForce) {
               "show evpn mac vni 10 json", "show evpn arp-cache vni all json"}) {
             zebra[command] = nothing;
         }
-        Selection one;
+        state::Selection one;
         one.routers = false;
         one.arpTables = false;
         one.vni = Vxlan::Vni(10);
-        for (auto const & selection : {Selection(), one}) {
+        for (auto const & selection : {state::Selection(), one}) {
             auto const answer = zebra.ask(selection);
             EXPECT_TRUE(answer.fits);
             EXPECT_EQ(linesOf(answer.state), "switch leaf1 id 00:00:5e:00:53:e1\n");
@@ -175,7 +175,7 @@ TEST(FrrQuirks, ManyMacsBehindSegmentsAreAskedForAtOnce) {
     EXPECT_EQ(all.state.remote.macs.size(), 130U);
     EXPECT_EQ(all.state.local.at("leaf1").macs.size(), 1U);
 
-    Selection one;
+    state::Selection one;
     one.routers = false;
     one.vni = Vxlan::Vni(10);
     auto const selected = zebra.ask(one);
@@ -249,7 +249,7 @@ TEST(FrrQuirks, ALocalMacOnASegmentIsAtThisVtep) {
     zebra["show evpn mac vni 10 mac 02:00:00:00:00:01 json"] =
         R"({"02:00:00:00:00:01":{"type":"local","localSequence":0,"esi":"03:01"}})";
     zebra["show evpn es detail json"] = R"([{"esi":"03:01","vteps":[{"vtep":"10.0.0.3"}]}])";
-    Selection one;
+    state::Selection one;
     one.routers = false;
     one.vni = Vxlan::Vni(10);
     one.mac = Nolt::EthAddr::fromString("02:00:00:00:00:01");

@@ -19,7 +19,7 @@ HardwareVtepAnswer labAnswer() {
     return readAnswer(capture("query.json"));
 }
 
-Mount labMount(SourceRole role = SourceRole::switches) {
+state::Mount labMount(SourceRole role = SourceRole::switches) {
     SourceMount mount;
     HardwareVtepSource source{"lab"};
     source.systemIds = {{"leaf1", Nolt::EthAddr::fromString("00:00:5e:00:53:e1")},
@@ -30,24 +30,24 @@ Mount labMount(SourceRole role = SourceRole::switches) {
     return mount.mount();
 }
 
-std::string macReceived(Mount const & mount, std::string const & source = "") {
+std::string macReceived(state::Mount const & mount, std::string const & source = "") {
     auto const & state = mount.received;
     return rendered(Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, false, {},
                                                {}, Vex::String(source), Cli::vtepListFactory()));
 }
 
-std::string macAdvertised(Mount const & mount, std::string const & source = "") {
+std::string macAdvertised(state::Mount const & mount, std::string const & source = "") {
     auto const & state = mount.advertised;
     return rendered(Cli::vcsVniAdvertisedFactory(state.vnis, state.sources, state.evpn, false, {},
                                                  {}, Vex::String(source), Cli::vtepListFactory()));
 }
 
-std::string arpReceived(Mount const & mount) {
+std::string arpReceived(state::Mount const & mount) {
     return rendered(
         Cli::arpReceivedFactory(mount.received.switches, false, {}, {}, {}, Vex::String()));
 }
 
-std::string routerMap(Mount const & mount) {
+std::string routerMap(state::Mount const & mount) {
     auto const & state = mount.routers;
     return rendered(Cli::vcsLRMapFactory(state.publishStatus, state.switchInfoDir, Vex::String(),
                                          Vex::String(), Cli::vtepListFactory()));

@@ -14,6 +14,9 @@
 
 namespace vxshow::test {
 
+using namespace state;
+using namespace state::snapshot;
+
 namespace {
 
 namespace Cli = VxlanController::Cli;

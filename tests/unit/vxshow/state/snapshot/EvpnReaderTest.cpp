@@ -7,6 +7,9 @@
 
 namespace vxshow::test {
 
+using namespace state;
+using namespace state::snapshot;
+
 namespace {
 
 Nolt::EthAddr mac(std::string_view text) {

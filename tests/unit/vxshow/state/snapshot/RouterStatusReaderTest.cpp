@@ -7,6 +7,9 @@
 
 namespace vxshow::test {
 
+using namespace state;
+using namespace state::snapshot;
+
 namespace {
 
 using VxlanController::LRIpPortV2;

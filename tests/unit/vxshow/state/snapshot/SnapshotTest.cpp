@@ -9,6 +9,9 @@
 
 namespace vxshow::test {
 
+using namespace state;
+using namespace state::snapshot;
+
 namespace {
 
 std::string errorFor(std::string const & path) {

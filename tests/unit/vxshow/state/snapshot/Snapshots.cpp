@@ -4,6 +4,9 @@
 
 namespace vxshow::test {
 
+using namespace state;
+using namespace state::snapshot;
+
 namespace {
 
 std::string withMember(std::string_view name, std::string_view value) {

@@ -12,7 +12,7 @@
 namespace vxshow::test {
 
 /// The mount that the document `text` gives.
-Mount mounted(std::string_view text);
+state::Mount mounted(std::string_view text);
 
 /// What the error for the document `text` says behind the name of the file, from the line
 /// number on; "accepted" when there is none.
@@ -43,10 +43,11 @@ std::string tablesRefusal(std::string_view tables);
 Vex::Ptr<VxlanController::VniStatusV2 const> mountedTables(std::string_view tables);
 
 /// What is mounted as the advertised entry `name`, or null.
-Vex::Ptr<VxlanController::VniFdbStatusV2 const> entryOf(Mount const & mount, std::string_view name);
+Vex::Ptr<VxlanController::VniFdbStatusV2 const> entryOf(state::Mount const & mount,
+                                                        std::string_view name);
 
 /// What is mounted for the switch `name`, or null.
-Vex::Ptr<VxlanController::VniStatusDirV2 const> switchOf(Mount const & mount,
+Vex::Ptr<VxlanController::VniStatusDirV2 const> switchOf(state::Mount const & mount,
                                                          std::string_view name);
 
 } // namespace vxshow::test

@@ -6,6 +6,9 @@
 
 namespace vxshow::test {
 
+using namespace state;
+using namespace state::snapshot;
+
 namespace {
 
 using VxlanController::IpVtepKeyPair;

@@ -4,6 +4,9 @@
 
 namespace vxshow::test {
 
+using namespace state;
+using namespace state::snapshot;
+
 namespace {
 
 using VxlanController::ArpEntryV2;
