@@ -21,9 +21,9 @@ std::string refuseEmpty(std::string const & text) {
 
 std::string refuseRemotes(std::string const & text) {
     try {
-        readRemotes(text);
+        sources::ovsdb::readRemotes(text);
         return "";
-    } catch (RemoteError const & error) {
+    } catch (sources::ovsdb::RemoteError const & error) {
         return error.what();
     }
 }

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 /// An answer of a source that is not what it should be. Its text is one line of printable
 /// ASCII: what was read, where in it, what was found and what was expected.
@@ -11,4 +11,4 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources

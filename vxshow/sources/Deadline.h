@@ -4,7 +4,7 @@
 
 #include <chrono>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 /// By when something has to be done, and how long that was meant to be, for messages.
 struct Deadline {
@@ -27,4 +27,4 @@ struct Deadline {
     }
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources

@@ -3,7 +3,7 @@
 #include "vxshow/sources/Failure.h"
 #include "vxshow/system/Reason.h"
 
-namespace vxshow {
+namespace vxshow::sources {
 
 void DeadlineWatch::look() {
     left_ = stepsBetweenLooks;
@@ -12,4 +12,4 @@ void DeadlineWatch::look() {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources

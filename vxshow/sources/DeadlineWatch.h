@@ -2,7 +2,7 @@
 
 #include "vxshow/sources/Deadline.h"
 
-namespace vxshow {
+namespace vxshow::sources {
 
 /// Looks at a deadline now and then while what a source has answered is read and joined. That may
 /// take far longer than the answer did to come, and an answer may be made so that it does.
@@ -27,4 +27,4 @@ private:
     unsigned left_ = stepsBetweenLooks;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources

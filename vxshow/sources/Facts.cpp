@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 namespace {
 
@@ -81,4 +81,4 @@ void SourceState::settle() {
     remote.settle();
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources

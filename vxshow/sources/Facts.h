@@ -20,7 +20,7 @@
 /// is put together by appending, and that the order in which rows came is gone once a list is
 /// sorted. There is nothing here but values: a source is read on a thread of its own, and
 /// what it knows is handed over without sharing anything.
-namespace vxshow {
+namespace vxshow::sources {
 
 /// A unicast MAC address is behind a VTEP. One that is behind several at once is one such
 /// fact for each of them.
@@ -116,4 +116,4 @@ struct SourceState {
     bool operator==(SourceState const &) const = default;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources

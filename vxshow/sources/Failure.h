@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 /// A source that could not be read. Its text is the reason: one line of printable ASCII
 /// without the source's name, such as "unreachable: …", "time limit: no answer within 5 s",
@@ -18,4 +18,4 @@ public:
     using SourceFailure::SourceFailure;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 namespace {
 
@@ -35,4 +35,4 @@ std::optional<std::string> SourceFindings::warning() const {
     return line.empty() ? std::nullopt : std::optional(std::move(line));
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources

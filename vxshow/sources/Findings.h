@@ -9,7 +9,7 @@
 /// A source whose text nobody checks may hold any number of entries that are none; a line for
 /// each would bury the listing, and no line at all would let them pass for absent. So they are
 /// counted, and the first one is told: the least by its text, since rows come in no order.
-namespace vxshow {
+namespace vxshow::sources {
 
 /// Entries of one kind: how many, and one of them as an example.
 class Noticed {
@@ -39,4 +39,4 @@ struct SourceFindings {
     std::optional<std::string> warning() const;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 namespace {
 
@@ -272,7 +272,7 @@ state::Mount SourceMount::mount() {
         mountSwitches(mount);
     }
     if (hsc_ || qvx_) {
-        mountSources(mount);
+        fabric::mountSources(mount);
     }
     if (evpn_) {
         mountEvpn(mount);
@@ -283,4 +283,4 @@ state::Mount SourceMount::mount() {
     return mount;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources

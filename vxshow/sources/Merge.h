@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 /// What a source is to the fabric, and so where its state is mounted.
 enum class SourceRole {
@@ -78,4 +78,4 @@ private:
     bool any_ = false;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources

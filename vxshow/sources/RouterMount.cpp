@@ -2,7 +2,7 @@
 
 #include "state/LRStatusV2.h"
 
-namespace vxshow {
+namespace vxshow::sources {
 
 namespace {
 
@@ -77,4 +77,4 @@ state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
     return {dir, published, status};
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources

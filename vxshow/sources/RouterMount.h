@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 /// A switch with the identifier under which it stands among all switches: that of its system,
 /// or its name where no system identifier is known. Nothing is published under a name, so
@@ -19,4 +19,4 @@ using NamedSwitch = std::pair<std::string, SourceSwitch>;
 state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
                                    std::map<std::string, SourceRouter> const & routers);
 
-} // namespace vxshow
+} // namespace vxshow::sources

@@ -11,7 +11,7 @@
 #include <string>
 #include <variant>
 
-namespace vxshow {
+namespace vxshow::sources {
 
 /// One source of a fabric, as its operator describes it.
 struct LiveSource {
@@ -19,7 +19,7 @@ struct LiveSource {
     /// whatever a database holds at a VTEP of no switch.
     std::string name;
     SourceRole role = SourceRole::switches;
-    std::variant<DatabaseAddress, VtyshCommand> access;
+    std::variant<ovsdb::DatabaseAddress, frr::VtyshCommand> access;
     /// The system identifier of the source's switch; of none when it holds several.
     std::optional<Nolt::EthAddr> systemId = {};
     /// The system identifiers of a database's switches by name, before the one above.
@@ -30,4 +30,4 @@ struct LiveSource {
     bool operator==(LiveSource const &) const = default;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources

@@ -29,7 +29,7 @@ StateReading readOneSnapshot(std::string const & path, Selection const & selecti
 /// The sources of a fabric, and what each has told last.
 class LiveState {
 public:
-    LiveState(std::vector<LiveSource> sources, bool allOrNothing, Keep keep)
+    LiveState(std::vector<sources::LiveSource> sources, bool allOrNothing, Keep keep)
         : sources_(std::move(sources)), allOrNothing_(allOrNothing), keep_(keep),
           lastGood_(sources_.size()) {}
 
@@ -44,29 +44,31 @@ public:
         if (nothing || (allOrNothing_ && !reading.complete)) {
             throw StateError(joined(reading.remarks));
         }
-        reading.mount = mountSources(sources_, outcomes, selection);
+        reading.mount = sources::fabric::mountSources(sources_, outcomes, selection);
         return reading;
     }
 
 private:
     struct LastGood {
-        std::shared_ptr<SourceReading const> reading = {};
+        std::shared_ptr<sources::fabric::SourceReading const> reading = {};
         std::string time = {};
     };
 
     /// Behind a table that is on the screen there is no place for a line of progress.
-    std::vector<SourceOutcome> readAll(Selection const & selection) {
+    std::vector<sources::fabric::SourceOutcome> readAll(Selection const & selection) {
         if (keep_ == Keep::lastGood && std::exchange(again_, true)) {
-            return readSources(sources_, selection);
+            return sources::fabric::readSources(sources_, selection);
         }
         ProgressLine line(STDERR_FILENO);
-        return readSources(sources_, selection,
-                           [&](FabricProgress const & progress) { line.show(progress); });
+        return sources::fabric::readSources(
+            sources_, selection,
+            [&](sources::fabric::FabricProgress const & progress) { line.show(progress); });
     }
 
     /// Says what there is to say of one source, and has the last good reading stand in for one
     /// that failed.
-    void finish(std::size_t index, SourceOutcome & outcome, StateReading & reading) {
+    void finish(std::size_t index, sources::fabric::SourceOutcome & outcome,
+                StateReading & reading) {
         std::string const name = Vex::printable(sources_[index].name);
         auto & last = lastGood_[index];
         if (outcome.reading && keep_ == Keep::lastGood) {
@@ -95,7 +97,7 @@ private:
         return text;
     }
 
-    std::vector<LiveSource> sources_;
+    std::vector<sources::LiveSource> sources_;
     bool allOrNothing_;
     Keep keep_;
     std::vector<LastGood> lastGood_;
@@ -103,24 +105,24 @@ private:
 };
 
 /// The command line has checked the remotes.
-std::vector<LiveSource> typedSources(StateOptions const & options) {
-    std::vector<LiveSource> sources;
+std::vector<sources::LiveSource> typedSources(StateOptions const & options) {
+    std::vector<sources::LiveSource> sources;
     for (std::string const & remotes : options.databases) {
-        sources.push_back({.name = remotes, .access = readRemotes(remotes)});
+        sources.push_back({.name = remotes, .access = sources::ovsdb::readRemotes(remotes)});
     }
     if (options.frr) {
-        sources.push_back({.name = "frr", .access = VtyshCommand{}});
+        sources.push_back({.name = "frr", .access = sources::frr::VtyshCommand{}});
     }
     return sources;
 }
 
-std::vector<LiveSource> sourcesOf(StateOptions const & options) {
+std::vector<sources::LiveSource> sourcesOf(StateOptions const & options) {
     if (options.fabricPath.empty()) {
         return typedSources(options);
     }
     try {
-        return readFabricFile(options.fabricPath);
-    } catch (FabricFileError const & error) {
+        return sources::fabric::readFabricFile(options.fabricPath);
+    } catch (sources::fabric::FabricFileError const & error) {
         throw StateError(error.what());
     }
 }

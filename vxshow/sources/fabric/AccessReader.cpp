@@ -5,25 +5,26 @@
 #include <algorithm>
 #include <array>
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 namespace {
 
 constexpr std::array<char const *, 3> sslKeys{"private_key", "certificate", "ca_certificate"};
 
 std::vector<std::string> readRemoteList(text::TomlField const & field) {
-    std::string const expected = "an array of 1 to " + std::to_string(mostRemotes) + " remotes";
+    std::string const expected =
+        "an array of 1 to " + std::to_string(ovsdb::mostRemotes) + " remotes";
     auto const elements = field.elements(expected);
     if (elements.empty()) {
         field.refuse(expected);
     }
-    if (elements.size() > mostRemotes) {
+    if (elements.size() > ovsdb::mostRemotes) {
         field.refuse("an array of " + std::to_string(elements.size()), expected);
     }
     std::vector<std::string> remotes;
     for (text::TomlField const & element : elements) {
         auto const & remote = element.text("unix:FILE, tcp:HOST:PORT or ssl:HOST:PORT");
-        if (auto const refusal = remoteRefusal(remote)) {
+        if (auto const refusal = ovsdb::remoteRefusal(remote)) {
             element.refuse(*refusal);
         }
         remotes.push_back(remote);
@@ -40,7 +41,7 @@ std::string readFileName(text::TomlField const & field, std::string const & fold
     return name[0] == '/' ? name : folder + name;
 }
 
-DatabaseAddress::Ssl readSsl(text::TomlField const & source, std::string const & folder) {
+ovsdb::DatabaseAddress::Ssl readSsl(text::TomlField const & source, std::string const & folder) {
     auto const file = [&](char const * key) {
         auto const field = source.find(key);
         if (!field) {
@@ -100,8 +101,9 @@ bool runsThroughSsh(std::vector<std::string> const & command) {
 
 } // namespace
 
-DatabaseAddress readDatabaseAddress(text::TomlField const & source, std::string const & folder) {
-    DatabaseAddress address;
+ovsdb::DatabaseAddress readDatabaseAddress(text::TomlField const & source,
+                                           std::string const & folder) {
+    ovsdb::DatabaseAddress address;
     address.remotes = readRemoteList(source.required("remotes"));
     if (std::any_of(address.remotes.begin(), address.remotes.end(), isSslRemote)) {
         address.ssl = readSsl(source, folder);
@@ -111,8 +113,8 @@ DatabaseAddress readDatabaseAddress(text::TomlField const & source, std::string 
     return address;
 }
 
-VtyshCommand readVtyshCommand(text::TomlField const & source) {
-    VtyshCommand command;
+frr::VtyshCommand readVtyshCommand(text::TomlField const & source) {
+    frr::VtyshCommand command;
     if (auto const field = source.find("command")) {
         command.words = readCommand(*field);
     }
@@ -124,4 +126,4 @@ VtyshCommand readVtyshCommand(text::TomlField const & source) {
     return command;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

@@ -13,7 +13,7 @@
 #include <system_error>
 #include <thread>
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 namespace {
 
@@ -166,4 +166,4 @@ state::Mount mountSources(std::vector<LiveSource> const & sources,
     return mount.mount();
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

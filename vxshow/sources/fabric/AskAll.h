@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 /// How far the reading of a fabric is.
 struct FabricProgress {
@@ -44,4 +44,4 @@ state::Mount mountSources(std::vector<LiveSource> const & sources,
                           std::vector<SourceOutcome> const & outcomes,
                           state::Selection const & selection);
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

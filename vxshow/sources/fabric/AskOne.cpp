@@ -3,16 +3,16 @@
 #include "vxshow/sources/frr/Vtysh.h"
 #include "vxshow/sources/ovsdb/Ask.h"
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 namespace {
 
 /// Which of a database's MAC tables the selection looks at: those of its own side are received
 /// from a switch, and advertised to any other source that is told anything.
-HardwareVtepWanted wantedOf(state::Selection const & selection, SourceRole role) {
+ovsdb::HardwareVtepWanted wantedOf(state::Selection const & selection, SourceRole role) {
     bool const isSwitch = role == SourceRole::switches;
     bool const isTold = role != SourceRole::qvx;
-    HardwareVtepWanted wanted;
+    ovsdb::HardwareVtepWanted wanted;
     wanted.localMacs = isSwitch ? selection.received : isTold && selection.advertised;
     wanted.remoteMacs = isSwitch ? selection.advertised : selection.received;
     // The right to an IP address is among all MAC addresses that claim it.
@@ -20,18 +20,18 @@ HardwareVtepWanted wantedOf(state::Selection const & selection, SourceRole role)
     return wanted;
 }
 
-SourceReading readDatabase(LiveSource const & source, DatabaseAddress const & address,
+SourceReading readDatabase(LiveSource const & source, ovsdb::DatabaseAddress const & address,
                            state::Selection const & selection, Deadline const & deadline) {
     auto const vni = selection.vni.isNone() ? std::nullopt : std::optional(selection.vni.vni());
-    auto answer = askHardwareVtep(address, {source.name, source.systemId, source.systemIds},
-                                  wantedOf(selection, source.role), vni, deadline);
+    auto answer = ovsdb::askHardwareVtep(address, {source.name, source.systemId, source.systemIds},
+                                         wantedOf(selection, source.role), vni, deadline);
     return {std::move(answer.state), std::move(answer.findings)};
 }
 
-SourceReading readVtep(LiveSource const & source, VtyshCommand const & vtysh,
+SourceReading readVtep(LiveSource const & source, frr::VtyshCommand const & vtysh,
                        state::Selection const & selection, Deadline const & deadline) {
-    auto answer = askFrr(vtysh, {source.name, source.systemId}, selection, deadline.end,
-                         system::FileBytes::longest);
+    auto answer = frr::askFrr(vtysh, {source.name, source.systemId}, selection, deadline.end,
+                              system::FileBytes::longest);
     return {std::move(answer.state), std::move(answer.findings)};
 }
 
@@ -39,10 +39,10 @@ SourceReading readVtep(LiveSource const & source, VtyshCommand const & vtysh,
 
 SourceReading readSource(LiveSource const & source, state::Selection const & selection,
                          Deadline const & deadline) {
-    if (auto const * address = std::get_if<DatabaseAddress>(&source.access)) {
+    if (auto const * address = std::get_if<ovsdb::DatabaseAddress>(&source.access)) {
         return readDatabase(source, *address, selection, deadline);
     }
-    return readVtep(source, std::get<VtyshCommand>(source.access), selection, deadline);
+    return readVtep(source, std::get<frr::VtyshCommand>(source.access), selection, deadline);
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

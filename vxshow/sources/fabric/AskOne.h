@@ -6,7 +6,7 @@
 #include "vxshow/sources/Source.h"
 #include "vxshow/state/Selection.h"
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 /// What one source has told.
 struct SourceReading {
@@ -19,4 +19,4 @@ struct SourceReading {
 SourceReading readSource(LiveSource const & source, state::Selection const & selection,
                          Deadline const & deadline);
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

@@ -9,7 +9,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 namespace {
 
@@ -71,4 +71,4 @@ std::vector<LiveSource> readFabricFile(std::string const & path) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 /// A fabric file that cannot be read. Its text is one line of printable ASCII:
 /// `FILE:LINE:COLUMN: KEY: found WHAT, expected WHAT`, `FILE:LINE:COLUMN: WHAT` for what is no
@@ -27,4 +27,4 @@ public:
 /// `FabricFileError`.
 std::vector<LiveSource> readFabricFile(std::string const & path);
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <span>
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 namespace {
 
@@ -158,4 +158,4 @@ LiveSource readSource(text::TomlField const & source, std::string const & folder
     return result;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

@@ -5,10 +5,10 @@
 
 #include <string>
 
-namespace vxshow {
+namespace vxshow::sources::fabric {
 
 /// Reads one table `[[source]]` of a fabric file. Relative file names in it count from `folder`,
 /// which ends in a slash. Raises `TomlRefusal`, also for a key that is not known.
 LiveSource readSource(text::TomlField const & source, std::string const & folder);
 
-} // namespace vxshow
+} // namespace vxshow::sources::fabric

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -251,4 +251,4 @@ FrrAnswer FrrJoin::finished(FrrSource const & source) {
     return answer;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// Joins what zebra tells in several documents, entry by entry as they come.
 class FrrJoin {
@@ -134,4 +134,4 @@ private:
     bool fits_ = true;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -6,7 +6,7 @@
 #include <optional>
 #include <utility>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -77,4 +77,4 @@ FrrAnswer converse(FrrRun const & run, FrrSource const & source, state::Selectio
     return std::move(*answer);
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

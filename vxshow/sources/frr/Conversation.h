@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// Runs commands in one `vtysh`, and gives what it prints. Raises `SourceFailure`.
 using FrrRun = std::function<system::FileBytes(std::vector<std::string> const & commands)>;
@@ -23,4 +23,4 @@ inline constexpr unsigned mostFrrAttempts = 3;
 FrrAnswer converse(FrrRun const & run, FrrSource const & source, state::Selection const & selection,
                    Deadline const & deadline = Deadline::never());
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

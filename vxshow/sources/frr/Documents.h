@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// What the one who names a VTEP that runs FRR tells of it.
 struct FrrSource {
@@ -64,4 +64,4 @@ FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & 
                   state::Selection const & selection = {},
                   Deadline const & deadline = Deadline::never());
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

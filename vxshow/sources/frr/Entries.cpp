@@ -3,7 +3,7 @@
 #include "Vex/Digits.h"
 #include "vxshow/text/Quoting.h"
 
-namespace vxshow::frr {
+namespace vxshow::sources::frr {
 
 void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
               std::string_view expected) {
@@ -32,4 +32,4 @@ std::size_t EntrySide::readSide(text::JsonValue & value) {
     text.refuse(expected);
 }
 
-} // namespace vxshow::frr
+} // namespace vxshow::sources::frr

@@ -10,7 +10,7 @@
 /// What the documents about entries of VNIs have in common: their keys and addresses, and what an
 /// entry tells of its side. There are hundreds of thousands of entries, so what is called for
 /// each of them stands here.
-namespace vxshow::frr {
+namespace vxshow::sources::frr {
 
 inline constexpr std::string_view anEntry = "an object of what is known of it";
 
@@ -120,4 +120,4 @@ entryNames(Own const *... own) {
     return {"type", "localSequence", "remoteSequence", own...};
 }
 
-} // namespace vxshow::frr
+} // namespace vxshow::sources::frr

@@ -3,7 +3,7 @@
 #include "vxshow/sources/frr/Entries.h"
 #include "vxshow/text/JsonAddresses.h"
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -32,7 +32,7 @@ public:
     /// In details there may be one of no type: nobody knows where it is.
     void finish(char const * start, bool detailed) const {
         if (!detailed) {
-            members_.require(frr::EntrySide::type, start);
+            members_.require(EntrySide::type, start);
         }
         if (!side_.isKnown()) {
             return;
@@ -48,15 +48,14 @@ public:
     }
 
 private:
-    enum Name : std::size_t { remoteVtep = frr::EntrySide::end, esi };
+    enum Name : std::size_t { remoteVtep = EntrySide::end, esi };
 
-    static constexpr auto names = frr::entryNames("remoteVtep", "esi");
+    static constexpr auto names = entryNames("remoteVtep", "esi");
 
     void readVtep(text::JsonText const & text) {
-        vtep_ = frr::ipv4(text);
+        vtep_ = ipv4(text);
         if (!vtep_) {
-            frr::leaveOut(join_, vni_, mac_.stringValue() + " at", text.text(),
-                          text::anIpv4Address);
+            leaveOut(join_, vni_, mac_.stringValue() + " at", text.text(), text::anIpv4Address);
         }
     }
 
@@ -64,7 +63,7 @@ private:
     Nolt::EthAddr mac_;
     FrrJoin & join_;
     text::KnownMembers members_{names};
-    frr::EntrySide side_;
+    EntrySide side_;
     std::optional<Nolt::IpAddr> vtep_;
     std::string segment_;
 };
@@ -72,19 +71,19 @@ private:
 void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni, bool detailed,
                FrrJoin & join) {
     join.step();
-    if (!frr::isEntry(value)) {
+    if (!isEntry(value)) {
         return;
     }
-    auto const mac = frr::hostMac(key);
+    auto const mac = hostMac(key);
     if (!mac) {
-        return frr::leaveOut(join, vni, "MAC", key.text(), text::anEthernetAddress);
+        return leaveOut(join, vni, "MAC", key.text(), text::anEthernetAddress);
     }
     if (!join.takes(vni, *mac)) {
         return;
     }
     auto const * const start = value.at();
     MacEntry entry(vni, *mac, join);
-    value.members(frr::anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
+    value.members(anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
         entry.take(name, member);
     });
     entry.finish(start, detailed);
@@ -119,10 +118,10 @@ private:
 } // namespace
 
 void readFrrMacs(text::JsonReader & json, bool detailed, FrrJoin & join) {
-    frr::eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
+    eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
         auto const * const start = value.at();
         MacsReader macs(vni, detailed, join);
-        value.members(frr::anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
+        value.members(anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
             macs.take(name, member);
         });
         macs.finish(start);
@@ -143,4 +142,4 @@ void readFrrMac(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
     });
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

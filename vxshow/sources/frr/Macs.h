@@ -5,7 +5,7 @@
 
 /// The documents about MAC addresses, as zebra writes them. Each function takes a whole document
 /// into `join`; throws `Refusal` and `MalformedJson`.
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// Of every VNI. `detailed` tells whether the segments are in it.
 void readFrrMacs(text::JsonReader & json, bool detailed, FrrJoin & join);
@@ -16,4 +16,4 @@ void readFrrMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
 /// Of one MAC address in one VNI, with its segment.
 void readFrrMac(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

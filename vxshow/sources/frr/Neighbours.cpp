@@ -3,7 +3,7 @@
 #include "vxshow/sources/frr/Entries.h"
 #include "vxshow/text/JsonAddresses.h"
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -33,24 +33,24 @@ public:
     }
 
     void finish(char const * start) const {
-        members_.require(frr::EntrySide::type, start);
+        members_.require(EntrySide::type, start);
         members_.require(state, start);
         members_.require(mac, start);
         if (!side_.isKnown() || !isActive_) {
             return;
         }
         if (!mac_) {
-            return frr::leaveOut(join_, vni_, ip_.stringValue() + " has MAC", macText_,
-                                 text::anEthernetAddress);
+            return leaveOut(join_, vni_, ip_.stringValue() + " has MAC", macText_,
+                            text::anEthernetAddress);
         }
         auto const changes = side_.sequence(members_, start);
         join_.neighbour({vni_, ip_, *mac_, 0, changes}, side_.side());
     }
 
 private:
-    enum Name : std::size_t { state = frr::EntrySide::end, mac };
+    enum Name : std::size_t { state = EntrySide::end, mac };
 
-    static constexpr auto names = frr::entryNames("state", "mac");
+    static constexpr auto names = entryNames("state", "mac");
     static constexpr std::array<text::MemberName, 2> states{"active", "inactive"};
 
     void readState(text::JsonText const & text) {
@@ -61,7 +61,7 @@ private:
     }
 
     void readMac(text::JsonText const & text) {
-        mac_ = frr::hostMac(text);
+        mac_ = hostMac(text);
         if (!mac_) {
             macText_ = text.text();
         }
@@ -71,7 +71,7 @@ private:
     Nolt::IpGenAddr ip_;
     FrrJoin & join_;
     text::KnownMembers members_{names};
-    frr::EntrySide side_;
+    EntrySide side_;
     bool isActive_ = false;
     std::optional<Nolt::EthAddr> mac_;
     std::string macText_; ///< where it is none
@@ -80,16 +80,16 @@ private:
 void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni,
                FrrJoin & join) {
     join.step();
-    if (!frr::isEntry(value)) {
+    if (!isEntry(value)) {
         return;
     }
     auto const ip = someIp(key);
     if (!ip) {
-        return frr::leaveOut(join, vni, "IP address", key.text(), text::anIpAddress);
+        return leaveOut(join, vni, "IP address", key.text(), text::anIpAddress);
     }
     auto const * const start = value.at();
     NeighbourEntry entry(vni, *ip, join);
-    value.members(frr::anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
+    value.members(anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
         entry.take(name, member);
     });
     entry.finish(start);
@@ -98,8 +98,8 @@ void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni v
 } // namespace
 
 void readFrrNeighbours(text::JsonReader & json, FrrJoin & join) {
-    frr::eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
-        value.members(frr::anEntry, [&](text::JsonText const & key, text::JsonValue & entry) {
+    eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
+        value.members(anEntry, [&](text::JsonText const & key, text::JsonValue & entry) {
             readEntry(key, entry, vni, join);
         });
     });
@@ -111,4 +111,4 @@ void readFrrNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & j
     });
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -5,7 +5,7 @@
 
 /// The documents about IP addresses and the MAC addresses they belong to, as zebra writes them.
 /// Each function takes a whole document into `join`; throws `Refusal` and `MalformedJson`.
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// Of every VNI.
 void readFrrNeighbours(text::JsonReader & json, FrrJoin & join);
@@ -13,4 +13,4 @@ void readFrrNeighbours(text::JsonReader & json, FrrJoin & join);
 /// Of one VNI.
 void readFrrNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -98,4 +98,4 @@ std::vector<FrrQuestion> firstFrrQuestions(state::Selection const & selection) {
     return questions;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// One command of zebra, the daemon that holds what a VTEP has learned and was told.
 ///
@@ -52,4 +52,4 @@ bool isVrfWord(std::string_view name) noexcept;
 /// answers.
 std::vector<FrrQuestion> firstFrrQuestions(state::Selection const & selection);
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

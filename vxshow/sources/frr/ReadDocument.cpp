@@ -7,7 +7,7 @@
 #include "vxshow/sources/frr/Vrfs.h"
 #include "vxshow/text/JsonRefusal.h"
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -101,4 +101,4 @@ FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & 
     return join.finished(source);
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

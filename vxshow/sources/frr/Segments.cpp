@@ -4,12 +4,12 @@
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
 void takeVtep(text::JsonText const & text, std::vector<Nolt::IpAddr> & vteps, FrrJoin & join) {
-    auto const address = frr::ipv4(text);
+    auto const address = ipv4(text);
     if (address && !address->isZero()) {
         return vteps.push_back(*address);
     }
@@ -64,4 +64,4 @@ void readFrrSegments(text::JsonReader & json, FrrJoin & join) {
                           [&](text::JsonValue & element) { readSegment(element, join); });
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

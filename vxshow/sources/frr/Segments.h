@@ -3,10 +3,10 @@
 #include "vxshow/sources/frr/Collector.h"
 #include "vxshow/text/Json.h"
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// Takes the document about Ethernet segments and their VTEPs, as zebra writes it, into `join`.
 /// Throws `Refusal` and `MalformedJson`.
 void readFrrSegments(text::JsonReader & json, FrrJoin & join);
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

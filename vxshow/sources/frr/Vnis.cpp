@@ -4,7 +4,7 @@
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -90,7 +90,7 @@ private:
     }
 
     void readAddress(text::JsonText const & text) {
-        if (auto const address = frr::ipv4(text)) {
+        if (auto const address = ipv4(text)) {
             address_ = *address;
         } else {
             noAddresses_.push_back(text::shownInQuotes(text.text()));
@@ -102,7 +102,7 @@ private:
         value.texts("a list of IPv4 addresses", text::anIpv4Address,
                     [&](text::JsonText const & text) {
                         join_.step();
-                        auto const address = frr::ipv4(text);
+                        auto const address = ipv4(text);
                         if (address && !address->isZero()) {
                             floods_.push_back(*address);
                         } else {
@@ -144,4 +144,4 @@ void readFrrVni(text::JsonReader & json, FrrJoin & join) {
     vni.finish(start);
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -5,7 +5,7 @@
 
 /// The documents about VNIs, as zebra writes them. Each function takes a whole document into
 /// `join`; throws `Refusal` and `MalformedJson`.
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// Of every VNI.
 void readFrrVnis(text::JsonReader & json, FrrJoin & join);
@@ -13,4 +13,4 @@ void readFrrVnis(text::JsonReader & json, FrrJoin & join);
 /// Of one VNI.
 void readFrrVni(text::JsonReader & json, FrrJoin & join);
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

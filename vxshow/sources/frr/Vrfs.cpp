@@ -7,7 +7,7 @@
 #include <array>
 #include <optional>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -205,4 +205,4 @@ void readFrrRoutes(text::JsonReader & json, std::string const & vrf, FrrJoin & j
     });
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

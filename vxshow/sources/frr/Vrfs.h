@@ -7,7 +7,7 @@
 
 /// The documents about VRFs, as zebra writes them. Each function takes a whole document into
 /// `join`; throws `Refusal` and `MalformedJson`.
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 void readFrrVrfs(text::JsonReader & json, FrrJoin & join);
 void readFrrInterfaces(text::JsonReader & json, std::string const & vrf, FrrJoin & join);
@@ -15,4 +15,4 @@ void readFrrInterfaces(text::JsonReader & json, std::string const & vrf, FrrJoin
 /// Of one address family.
 void readFrrRoutes(text::JsonReader & json, std::string const & vrf, FrrJoin & join);
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -4,7 +4,7 @@
 #include "vxshow/sources/frr/VtyshOutput.h"
 #include "vxshow/sources/frr/VtyshWords.h"
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 FrrAnswer askFrr(VtyshCommand const & vtysh, FrrSource const & source,
                  state::Selection const & selection, std::chrono::steady_clock::time_point end,
@@ -17,4 +17,4 @@ FrrAnswer askFrr(VtyshCommand const & vtysh, FrrSource const & source,
     return converse(run, source, selection, {end, shownLimit(about.timeLimit)});
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -9,7 +9,7 @@
 #include <functional>
 #include <string_view>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// Asks the zebra that `vtysh` reaches for what is selected, until `end`. `received` is called
 /// with the bytes of each piece of an answer as it comes; a run that prints more than
@@ -19,4 +19,4 @@ FrrAnswer askFrr(VtyshCommand const & vtysh, FrrSource const & source,
                  std::size_t outputBytes,
                  std::function<void(std::string_view)> const & received = {});
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// How the `vtysh` of a routing daemon is run.
 struct VtyshCommand {
@@ -19,4 +19,4 @@ struct VtyshCommand {
     bool operator==(VtyshCommand const &) const = default;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -127,4 +127,4 @@ system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about) {
     throw SourceFailure(reason);
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -7,7 +7,7 @@
 #include <chrono>
 #include <string>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// What a run of `vtysh` is told apart by when it fails.
 struct VtyshRun {
@@ -25,4 +25,4 @@ std::chrono::milliseconds shownLimit(system::Clock::duration limit);
 /// on standard error tells whether the daemon could not be reached, or may not be.
 system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about);
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 namespace {
 
@@ -112,4 +112,4 @@ std::vector<std::string_view> vtyshAnswers(std::string_view printed,
     return answers;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::frr {
 
 /// The words that run `commands` in one `vtysh`, connected to zebra alone, which prints a line
 /// before each answer that ends in the command. Behind a remote shell every word but the
@@ -21,4 +21,4 @@ std::vector<std::string> vtyshWords(VtyshCommand const & vtysh,
 std::vector<std::string_view> vtyshAnswers(std::string_view printed,
                                            std::vector<std::string> const & commands);
 
-} // namespace vxshow
+} // namespace vxshow::sources::frr

@@ -10,7 +10,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
@@ -131,4 +131,4 @@ HardwareVtepAnswer askHardwareVtep(DatabaseAddress const & address,
                                        : askCluster(address, question);
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

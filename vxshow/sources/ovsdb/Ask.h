@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// Reads what is wanted of the database at `address`, in one transaction. `vni` is the VNI that
 /// is looked at, if it is one; `wanted` names no logical switches. Raises `SourceFailure`.
@@ -20,4 +20,4 @@ HardwareVtepAnswer askHardwareVtep(DatabaseAddress const & address,
                                    HardwareVtepWanted const & wanted, std::optional<Vxlan::Vni> vni,
                                    Deadline const & deadline);
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
@@ -71,4 +71,4 @@ system::FileBytes OvsdbClient::query(std::string const & transaction,
     throw ServerFailure(system::reason(answer, program, deadline.limit));
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// A server that could not be asked, or went away meanwhile. Another of its cluster may answer.
 class ServerFailure : public SourceFailure {
@@ -46,4 +46,4 @@ private:
     std::optional<DatabaseAddress::Ssl> const & ssl_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

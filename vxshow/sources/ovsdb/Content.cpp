@@ -1,6 +1,6 @@
 #include "vxshow/sources/ovsdb/Content.h"
 
-namespace vxshow::hardware_vtep {
+namespace vxshow::sources::ovsdb {
 
 std::optional<Vxlan::Vni> vniOfKey(std::int64_t key) {
     if (key < Vxlan::Vni::min || key > Vxlan::Vni::max) {
@@ -28,4 +28,4 @@ std::optional<Nolt::IpGenAddr> someIp(std::string_view text) {
     return ip && !ip->isNone() ? ip : std::nullopt;
 }
 
-} // namespace vxshow::hardware_vtep
+} // namespace vxshow::sources::ovsdb

@@ -11,7 +11,7 @@
 
 /// What texts and keys stand for in a `hardware_vtep` database. Nobody checks them there, so each
 /// function gives nothing for one that stands for nothing.
-namespace vxshow::hardware_vtep {
+namespace vxshow::sources::ovsdb {
 
 inline constexpr std::string_view aKey = "a VNI from 0 to 16777215";
 
@@ -31,4 +31,4 @@ std::optional<Nolt::IpAddr> vtepIp(std::string_view text);
 /// IPv4 or IPv6; the empty text is neither.
 std::optional<Nolt::IpGenAddr> someIp(std::string_view text);
 
-} // namespace vxshow::hardware_vtep
+} // namespace vxshow::sources::ovsdb

@@ -5,7 +5,7 @@
 
 #include <tuple>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
@@ -83,11 +83,11 @@ HardwareVtepAnswer readHardwareVtep(system::FileBytes const & answer,
     return result;
 }
 
-std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, system::FileBytes const & surveyed,
-                                        Deadline const & deadline) {
+std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni, system::FileBytes const & surveyed,
+                                 Deadline const & deadline) {
     HardwareVtepJoin rows("", deadline);
     join(surveyed, HardwareVtepRequest::survey(), rows);
     return rows.logicalSwitchesOf(vni);
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

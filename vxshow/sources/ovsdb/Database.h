@@ -11,7 +11,7 @@
 #include <optional>
 #include <string>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// The server does not know a table or a column of the request: its schema is an older one.
 class RequestRefused : public AnswerError {
@@ -63,7 +63,7 @@ HardwareVtepAnswer readHardwareVtep(system::FileBytes const & answer,
 /// Reads the answer to `HardwareVtepRequest::survey()`, and gives the logical switches in which
 /// entries of `vni` may be: those with that key, and those without any. Raises as
 /// `readHardwareVtep` does.
-std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni, system::FileBytes const & surveyed,
-                                        Deadline const & deadline = Deadline::never());
+std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni, system::FileBytes const & surveyed,
+                                 Deadline const & deadline = Deadline::never());
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// Where a database is, and with what it is opened.
 struct DatabaseAddress {
@@ -25,4 +25,4 @@ struct DatabaseAddress {
     bool operator==(DatabaseAddress const &) const = default;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

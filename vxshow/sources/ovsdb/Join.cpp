@@ -5,7 +5,7 @@
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 void HardwareVtepJoin::physicalSwitch(std::string const & name,
                                       std::vector<std::string> const & ips,
@@ -13,7 +13,7 @@ void HardwareVtepJoin::physicalSwitch(std::string const & name,
     auto & known = state_.switches[name];
     auto & local = state_.local[name];
     for (auto const & text : ips) {
-        auto const ip = hardware_vtep::vtepIp(text);
+        auto const ip = vtepIp(text);
         if (!ip) {
             findings_.leftOut.add("Physical_Switch " + text::shownInQuotes(name) + ": tunnel_ips " +
                                   text::shownInQuotes(text) + ", expected " +
@@ -30,7 +30,7 @@ void HardwareVtepJoin::physicalSwitch(std::string const & name,
 }
 
 void HardwareVtepJoin::router(std::string const & name,
-                              std::vector<std::pair<std::string, ovsdb::Reference>> const & ports,
+                              std::vector<std::pair<std::string, Reference>> const & ports,
                               std::vector<std::pair<std::string, std::string>> const & routes) {
     HardwareVtepRouter router(name, state_.routers[name], findings_.leftOut);
     for (auto const & [address, to] : ports) {
@@ -59,10 +59,9 @@ std::optional<Vxlan::Vni> HardwareVtepJoin::vniOf(MacRow const & row,
                                                   LogicalSwitch const & logicalSwitch,
                                                   Locator const & locator) {
     auto const & key = logicalSwitch.key ? logicalSwitch.key : locator.key;
-    auto const vni = key ? hardware_vtep::vniOfKey(*key) : std::nullopt;
+    auto const vni = key ? vniOfKey(*key) : std::nullopt;
     if (!vni) {
-        leaveOut(row, logicalSwitch, "tunnel_key", key ? std::to_string(*key) : "of neither",
-                 hardware_vtep::aKey);
+        leaveOut(row, logicalSwitch, "tunnel_key", key ? std::to_string(*key) : "of neither", aKey);
     }
     return vni;
 }
@@ -97,7 +96,7 @@ std::optional<Nolt::IpGenAddr> HardwareVtepJoin::bindingOf(MacRow const & row,
     if (row.ip.empty()) {
         return std::nullopt;
     }
-    auto const ip = hardware_vtep::someIp(row.ip);
+    auto const ip = someIp(row.ip);
     if (!ip) {
         leaveOut(row, logicalSwitch, "ipaddr", text::shownInQuotes(row.ip), text::anIpAddress);
     }
@@ -107,7 +106,7 @@ std::optional<Nolt::IpGenAddr> HardwareVtepJoin::bindingOf(MacRow const & row,
 void HardwareVtepJoin::unicast(MacRow const & row) {
     auto & logicalSwitch = rows_.logicalSwitch(row.logicalSwitch);
     auto & locator = rows_.locator(row.target);
-    auto const mac = hardware_vtep::hostMac(row.mac);
+    auto const mac = hostMac(row.mac);
     if (!mac) {
         return leaveOut(row, logicalSwitch, "MAC", text::shownInQuotes(row.mac),
                         text::anEthernetAddress);
@@ -136,7 +135,7 @@ void HardwareVtepJoin::unicast(MacRow const & row) {
 void HardwareVtepJoin::leaveOut(LocatorSet const & set, std::string_view found,
                                 std::string_view expected) {
     std::string what(nameOf(HardwareVtepTable::physicalLocatorSet));
-    what.append(" ").append(ovsdb::textOf(set.row)).append(": ").append(found);
+    what.append(" ").append(textOf(set.row)).append(": ").append(found);
     findings_.leftOut.add(what.append(", expected ").append(expected));
 }
 
@@ -164,7 +163,7 @@ void HardwareVtepJoin::checkKeys(LocatorSet & set) {
             leaveOut(set,
                      locator->key ? "tunnel_key " + std::to_string(*locator->key) + " of " + at
                                   : "tunnel_key of neither " + at + " nor the logical switch",
-                     hardware_vtep::aKey);
+                     aKey);
         }
     }
 }
@@ -194,7 +193,7 @@ std::set<HardwareVtepJoin::Place> HardwareVtepJoin::flood(Flooding const & flood
 void HardwareVtepJoin::multicast(MacRow const & row) {
     auto & logicalSwitch = rows_.logicalSwitch(row.logicalSwitch);
     auto & set = rows_.locatorSet(row.target);
-    auto const mac = hardware_vtep::floodMac(row.mac);
+    auto const mac = floodMac(row.mac);
     if (!mac) {
         return leaveOut(row, logicalSwitch, "MAC", text::shownInQuotes(row.mac),
                         "an Ethernet address or unknown-dst");
@@ -207,8 +206,7 @@ void HardwareVtepJoin::multicast(MacRow const & row) {
     }
     auto const vni = logicalSwitch.vni();
     if (logicalSwitch.key && !vni) {
-        return leaveOut(row, logicalSwitch, "tunnel_key", std::to_string(*logicalSwitch.key),
-                        hardware_vtep::aKey);
+        return leaveOut(row, logicalSwitch, "tunnel_key", std::to_string(*logicalSwitch.key), aKey);
     }
     checkAddresses(set);
     if (!vni) {
@@ -226,8 +224,8 @@ void HardwareVtepJoin::multicast(MacRow const & row) {
     }
 }
 
-std::set<ovsdb::Uuid> HardwareVtepJoin::logicalSwitchesOf(Vxlan::Vni vni) const {
-    std::set<ovsdb::Uuid> rows;
+std::set<Uuid> HardwareVtepJoin::logicalSwitchesOf(Vxlan::Vni vni) const {
+    std::set<Uuid> rows;
     for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
         if (!logicalSwitch.key || logicalSwitch.vni() == vni) {
             rows.insert(row);
@@ -296,4 +294,4 @@ std::pair<SourceState, SourceFindings> HardwareVtepJoin::finished() {
     return {std::move(state_), std::move(findings_)};
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// Joins the rows of a `hardware_vtep` database into what it knows, row by row as they come.
 ///
@@ -34,8 +34,8 @@ public:
         HardwareVtepTable table;
         Side side;
         std::string_view mac;
-        ovsdb::Reference logicalSwitch;
-        ovsdb::Reference target; ///< the locator, or the set of them
+        Reference logicalSwitch;
+        Reference target; ///< the locator, or the set of them
         std::string_view ip;
     };
 
@@ -47,33 +47,33 @@ public:
     void step() { watch_.step(); }
 
     /// Each takes one row. Throws `Refusal`.
-    void logicalSwitch(ovsdb::Reference const & row, std::string name, Key key) {
+    void logicalSwitch(Reference const & row, std::string name, Key key) {
         rows_.addLogicalSwitch(row, std::move(name), key);
     }
 
-    void locator(ovsdb::Reference const & row, std::string_view ip, Key key) {
+    void locator(Reference const & row, std::string_view ip, Key key) {
         rows_.addLocator(row, ip, key);
     }
 
-    void locatorSet(ovsdb::Reference const & row, References const & locators) {
+    void locatorSet(Reference const & row, References const & locators) {
         rows_.addLocatorSet(row, locators);
     }
 
-    void port(ovsdb::Reference const & row, References const & logicalSwitches) {
+    void port(Reference const & row, References const & logicalSwitches) {
         rows_.addPort(row, logicalSwitches);
     }
 
     void physicalSwitch(std::string const & name, std::vector<std::string> const & ips,
                         References const & ports);
     void router(std::string const & name,
-                std::vector<std::pair<std::string, ovsdb::Reference>> const & ports,
+                std::vector<std::pair<std::string, Reference>> const & ports,
                 std::vector<std::pair<std::string, std::string>> const & routes);
     void unicast(MacRow const & row);
     void multicast(MacRow const & row);
 
     /// The logical switches with the key `vni`, and those without any key: what is in those has
     /// the VNI of its locator.
-    std::set<ovsdb::Uuid> logicalSwitchesOf(Vxlan::Vni vni) const;
+    std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni) const;
 
     /// What has been joined, settled, and what was noticed. The join is over.
     std::pair<SourceState, SourceFindings> finished();
@@ -134,10 +134,10 @@ private:
     SourceState state_;
     SourceFindings findings_;
     HardwareVtepRows rows_;
-    std::map<std::string, std::set<ovsdb::Uuid>> switchPorts_;
+    std::map<std::string, std::set<Uuid>> switchPorts_;
     std::map<Nolt::IpAddr, std::set<SourceSide *>> switchesByIp_;
     std::map<Flooding, std::set<text::Place>> flooded_;
     DeadlineWatch watch_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -4,7 +4,7 @@
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 void HardwareVtepRouter::port(std::string const & address,
                               HardwareVtepRows::LogicalSwitch const & in) {
@@ -21,7 +21,7 @@ void HardwareVtepRouter::port(std::string const & address,
     auto const key =
         in.key ? " with tunnel_key " + std::to_string(*in.key) : " without a tunnel_key";
     leaveOut(column, text::shownInQuotes(address) + " to " + text::shownInQuotes(in.name) + key,
-             hardware_vtep::aKey);
+             aKey);
 }
 
 void HardwareVtepRouter::route(std::string const & prefix, std::string const & nexthop) {
@@ -30,7 +30,7 @@ void HardwareVtepRouter::route(std::string const & prefix, std::string const & n
     if (!to || to->isNone()) {
         return leaveOut(column, text::shownInQuotes(prefix), "a prefix such as 10.1.0.0/16");
     }
-    auto const by = hardware_vtep::someIp(nexthop);
+    auto const by = someIp(nexthop);
     if (!by) {
         return leaveOut(column, text::shownInQuotes(prefix) + " to " + text::shownInQuotes(nexthop),
                         text::anIpAddress);
@@ -45,4 +45,4 @@ void HardwareVtepRouter::leaveOut(std::string_view column, std::string const & f
     leftOut_.add(what.append(", expected ").append(expected));
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// Takes what a row of `Logical_Router` says into a router. What is no address, prefix or VNI is
 /// counted and left out.
@@ -31,4 +31,4 @@ private:
     Noticed & leftOut_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
@@ -136,4 +136,4 @@ DatabaseAddress readRemotes(std::string_view text) {
     return address;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

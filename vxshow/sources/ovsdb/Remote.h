@@ -12,7 +12,7 @@
 /// `ssl:HOST:PORT`, after ovsdb(7), "Connection Methods". HOST is a name, an IPv4 address, or
 /// an IPv6 address in brackets, with its zone behind a `%` where it needs one; PORT is from 1
 /// to 65535, and left out together with its colon it is 6640.
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// How many servers one database may have.
 constexpr std::size_t mostRemotes = 16;
@@ -37,4 +37,4 @@ public:
 /// commas. Raises `RemoteError`, also for `ssl:`, since there is no room for its files here.
 DatabaseAddress readRemotes(std::string_view text);
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

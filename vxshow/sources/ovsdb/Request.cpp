@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
@@ -132,7 +132,7 @@ HardwareVtepRequest HardwareVtepRequest::of(HardwareVtepWanted const & wanted) {
     return request;
 }
 
-void HardwareVtepRequest::addWheres(std::optional<ovsdb::Uuid> const & logicalSwitch,
+void HardwareVtepRequest::addWheres(std::optional<Uuid> const & logicalSwitch,
                                     std::vector<std::string> const & macs,
                                     std::vector<Where> & wheres) {
     for (std::string const & mac : macs) {
@@ -143,8 +143,7 @@ void HardwareVtepRequest::addWheres(std::optional<ovsdb::Uuid> const & logicalSw
 std::string HardwareVtepRequest::conditions(Where const & where) {
     std::string text;
     if (where.logicalSwitch) {
-        text.append(R"(["logical_switch","==",["uuid",")")
-            .append(ovsdb::textOf(*where.logicalSwitch));
+        text.append(R"(["logical_switch","==",["uuid",")").append(textOf(*where.logicalSwitch));
         text.append("\"]]");
     }
     if (!where.mac.empty()) {
@@ -165,4 +164,4 @@ std::string HardwareVtepRequest::text() const {
     return text.append("]");
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// The tables of a `hardware_vtep` database that are read.
 enum class HardwareVtepTable {
@@ -34,7 +34,7 @@ struct HardwareVtepWanted {
     bool localMacs = true;  ///< the tables of what its switches have learned
     bool remoteMacs = true; ///< the tables of what they were told
     /// Of the MAC tables, only what is in these logical switches; nothing: in all of them.
-    std::optional<std::set<ovsdb::Uuid>> logicalSwitches = {};
+    std::optional<std::set<Uuid>> logicalSwitches = {};
     Nolt::EthAddr mac = {}; ///< of the MAC tables, only this address; zero: every one
 };
 
@@ -72,7 +72,7 @@ public:
     std::vector<HardwareVtepTable> const & tables() const noexcept { return tables_; }
 
     /// The logical switches that are named; nothing when none is, and all are read.
-    std::optional<std::set<ovsdb::Uuid>> const & pushed() const noexcept { return pushed_; }
+    std::optional<std::set<Uuid>> const & pushed() const noexcept { return pushed_; }
 
     /// The transaction, as one argument of `ovsdb-client query`. On one line.
     std::string text() const;
@@ -80,11 +80,11 @@ public:
 private:
     /// The condition of a select; none: every row.
     struct Where {
-        std::optional<ovsdb::Uuid> logicalSwitch = {};
+        std::optional<Uuid> logicalSwitch = {};
         std::string mac = {}; ///< as it is spelt; empty: any
     };
 
-    static void addWheres(std::optional<ovsdb::Uuid> const & logicalSwitch,
+    static void addWheres(std::optional<Uuid> const & logicalSwitch,
                           std::vector<std::string> const & macs, std::vector<Where> & wheres);
     static std::string conditions(Where const & where);
 
@@ -92,7 +92,7 @@ private:
 
     std::vector<HardwareVtepTable> tables_;
     std::vector<Where> where_; ///< by position
-    std::optional<std::set<ovsdb::Uuid>> pushed_;
+    std::optional<std::set<Uuid>> pushed_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -7,19 +7,19 @@
 #include <functional>
 #include <utility>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
 template <class Rows, class Row>
-void insertNew(Rows & rows, ovsdb::Reference const & identity, Row && row) {
+void insertNew(Rows & rows, Reference const & identity, Row && row) {
     if (!rows.emplace(identity.row, std::forward<Row>(row)).second) {
         throw text::Refusal{identity.at, "it once", " again"};
     }
 }
 
 template <class Rows>
-auto & rowAt(Rows & rows, ovsdb::Reference const & to, HardwareVtepTable table) {
+auto & rowAt(Rows & rows, Reference const & to, HardwareVtepTable table) {
     auto const found = rows.find(to.row);
     if (found == rows.end()) {
         throw text::Refusal{to.at, std::string("the _uuid of a row of ").append(nameOf(table))};
@@ -37,22 +37,22 @@ void sortUnique(std::vector<Row *> & rows) {
 } // namespace
 
 std::optional<Vxlan::Vni> HardwareVtepRows::LogicalSwitch::vni() const {
-    return key ? hardware_vtep::vniOfKey(*key) : std::nullopt;
+    return key ? vniOfKey(*key) : std::nullopt;
 }
 
 std::optional<Vxlan::Vni> HardwareVtepRows::Locator::vni() const {
-    return key ? hardware_vtep::vniOfKey(*key) : std::nullopt;
+    return key ? vniOfKey(*key) : std::nullopt;
 }
 
-void HardwareVtepRows::addLogicalSwitch(ovsdb::Reference const & row, std::string name, Key key) {
+void HardwareVtepRows::addLogicalSwitch(Reference const & row, std::string name, Key key) {
     insertNew(logicalSwitches_, row, LogicalSwitch{std::move(name), key});
 }
 
-void HardwareVtepRows::addLocator(ovsdb::Reference const & row, std::string_view ip, Key key) {
-    insertNew(locators_, row, Locator{std::string(ip), hardware_vtep::vtepIp(ip), key});
+void HardwareVtepRows::addLocator(Reference const & row, std::string_view ip, Key key) {
+    insertNew(locators_, row, Locator{std::string(ip), vtepIp(ip), key});
 }
 
-void HardwareVtepRows::addLocatorSet(ovsdb::Reference const & row, References const & locators) {
+void HardwareVtepRows::addLocatorSet(Reference const & row, References const & locators) {
     std::vector<Locator *> members;
     for (auto const & member : locators) {
         members.push_back(&locator(member));
@@ -61,7 +61,7 @@ void HardwareVtepRows::addLocatorSet(ovsdb::Reference const & row, References co
     insertNew(locatorSets_, row, LocatorSet{row.row, std::move(members)});
 }
 
-void HardwareVtepRows::addPort(ovsdb::Reference const & row, References const & logicalSwitches) {
+void HardwareVtepRows::addPort(Reference const & row, References const & logicalSwitches) {
     std::vector<LogicalSwitch *> bound;
     for (auto const & to : logicalSwitches) {
         bound.push_back(&logicalSwitch(to));
@@ -70,23 +70,23 @@ void HardwareVtepRows::addPort(ovsdb::Reference const & row, References const & 
     insertNew(ports_, row, std::move(bound));
 }
 
-HardwareVtepRows::LogicalSwitch & HardwareVtepRows::logicalSwitch(ovsdb::Reference const & to) {
+HardwareVtepRows::LogicalSwitch & HardwareVtepRows::logicalSwitch(Reference const & to) {
     return rowAt(logicalSwitches_, to, HardwareVtepTable::logicalSwitch);
 }
 
-HardwareVtepRows::Locator & HardwareVtepRows::locator(ovsdb::Reference const & to) {
+HardwareVtepRows::Locator & HardwareVtepRows::locator(Reference const & to) {
     return rowAt(locators_, to, HardwareVtepTable::physicalLocator);
 }
 
-HardwareVtepRows::LocatorSet & HardwareVtepRows::locatorSet(ovsdb::Reference const & to) {
+HardwareVtepRows::LocatorSet & HardwareVtepRows::locatorSet(Reference const & to) {
     return rowAt(locatorSets_, to, HardwareVtepTable::physicalLocatorSet);
 }
 
 std::vector<HardwareVtepRows::LogicalSwitch *> const &
-HardwareVtepRows::boundTo(ovsdb::Uuid const & port) const {
+HardwareVtepRows::boundTo(Uuid const & port) const {
     static std::vector<LogicalSwitch *> const none;
     auto const found = ports_.find(port);
     return found == ports_.end() ? none : found->second;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -13,7 +13,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// The rows of a `hardware_vtep` database to which others refer, by their identity.
 ///
@@ -23,7 +23,7 @@ class HardwareVtepRows {
 public:
     /// A tunnel_key as it stands there: a set of at most one number, any number.
     using Key = std::optional<std::int64_t>;
-    using References = std::vector<ovsdb::Reference>;
+    using References = std::vector<Reference>;
 
     struct LogicalSwitch {
         std::string name;
@@ -46,30 +46,30 @@ public:
     };
 
     struct LocatorSet {
-        ovsdb::Uuid row;
+        Uuid row;
         std::vector<Locator *> members; ///< each once
         bool addressesChecked = false;  ///< those without an address are told, and taken out
         bool keysChecked = false;       ///< those without a VNI of their own are told
     };
 
     template <class Row>
-    using ByIdentity = std::unordered_map<ovsdb::Uuid, Row, ovsdb::UuidHash>;
+    using ByIdentity = std::unordered_map<Uuid, Row, UuidHash>;
 
     /// Each takes one row, which refers to rows that are there. Throws `Refusal`.
-    void addLogicalSwitch(ovsdb::Reference const & row, std::string name, Key key);
-    void addLocator(ovsdb::Reference const & row, std::string_view ip, Key key);
-    void addLocatorSet(ovsdb::Reference const & row, References const & locators);
-    void addPort(ovsdb::Reference const & row, References const & logicalSwitches);
+    void addLogicalSwitch(Reference const & row, std::string name, Key key);
+    void addLocator(Reference const & row, std::string_view ip, Key key);
+    void addLocatorSet(Reference const & row, References const & locators);
+    void addPort(Reference const & row, References const & logicalSwitches);
 
     /// Each gives the row to which a reference leads. Throws `Refusal` when it leads nowhere.
-    LogicalSwitch & logicalSwitch(ovsdb::Reference const & to);
-    Locator & locator(ovsdb::Reference const & to);
-    LocatorSet & locatorSet(ovsdb::Reference const & to);
+    LogicalSwitch & logicalSwitch(Reference const & to);
+    Locator & locator(Reference const & to);
+    LocatorSet & locatorSet(Reference const & to);
 
     ByIdentity<LogicalSwitch> const & logicalSwitches() const noexcept { return logicalSwitches_; }
 
     /// The logical switches that are bound to a port, each once; none when there is no such port.
-    std::vector<LogicalSwitch *> const & boundTo(ovsdb::Uuid const & port) const;
+    std::vector<LogicalSwitch *> const & boundTo(Uuid const & port) const;
 
 private:
     ByIdentity<LogicalSwitch> logicalSwitches_;
@@ -78,4 +78,4 @@ private:
     ByIdentity<std::vector<LogicalSwitch *>> ports_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

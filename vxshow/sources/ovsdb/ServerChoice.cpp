@@ -11,7 +11,7 @@
 #include <system_error>
 #include <thread>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
@@ -237,4 +237,4 @@ OvsdbClient const & OvsdbServerChoice::server(Deadline const & deadline) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

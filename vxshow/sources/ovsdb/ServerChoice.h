@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// The servers of a cluster, or relays of one database, and which of them is read.
 class OvsdbServerChoice {
@@ -56,4 +56,4 @@ private:
     OvsdbServers statuses_; ///< by position
 };
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -7,7 +7,7 @@
 
 #include <array>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
@@ -38,14 +38,13 @@ OvsdbServerStatus readRow(text::JsonValue & value) {
     value.members("a row", [&](text::JsonText const & name, text::JsonValue & cell) {
         switch (members.take(name)) {
         case 0:
-            ovsdb::readReferences(
-                cell, [&](ovsdb::Reference const & cluster) { status.cluster = cluster.row; });
+            readReferences(cell, [&](Reference const & cluster) { status.cluster = cluster.row; });
             break;
         case 1:
             status.connected = cell.boolean();
             break;
         case 2:
-            status.index = ovsdb::readOptionalInteger(cell);
+            status.index = readOptionalInteger(cell);
             break;
         case 3:
             status.leader = cell.boolean();
@@ -157,4 +156,4 @@ std::optional<std::size_t> serverToRead(OvsdbServers const & servers) {
     return std::nullopt;
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -16,7 +16,7 @@
 /// from a follower never disturbs, and a healthy follower is current within a millisecond. But
 /// one that is cut off from the others answers old data for some two seconds before it knows,
 /// so a follower is read when it has all that the leader had.
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// The row of the database `hardware_vtep` in a server's own database `_Server`
 /// (ovsdb-server(5)).
@@ -28,7 +28,7 @@ struct OvsdbServerStatus {
     };
 
     Model model = Model::standalone;
-    std::optional<ovsdb::Uuid> cluster = {}; ///< none: it is in none, or has not joined it yet
+    std::optional<Uuid> cluster = {}; ///< none: it is in none, or has not joined it yet
     bool connected = true;
     bool leader = true;
     std::optional<std::int64_t> index = {}; ///< of the last entry of the log that is applied
@@ -58,4 +58,4 @@ std::optional<std::size_t> serverToRead(OvsdbServers const & servers);
 /// the one with the most.
 std::optional<std::size_t> leaderOf(OvsdbServers const & servers);
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

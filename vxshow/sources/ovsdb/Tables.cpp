@@ -5,13 +5,13 @@
 
 #include <array>
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
 using Join = HardwareVtepJoin;
 using Side = HardwareVtepJoin::Side;
-using ovsdb::Reference;
+using Reference;
 
 constexpr std::string_view aText = "a text";
 
@@ -36,7 +36,7 @@ void readRow(text::JsonValue & value, std::array<text::MemberName, count> const 
 
 Join::References readAll(text::JsonValue & cell, Join & join) {
     Join::References all;
-    ovsdb::readReferences(cell, [&](Reference const & one) {
+    readReferences(cell, [&](Reference const & one) {
         join.step();
         all.push_back(one);
     });
@@ -56,13 +56,13 @@ KeyedRow readKeyedRow(text::JsonValue & value, std::string_view textColumn) {
     readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         switch (column) {
         case 0:
-            read.row = ovsdb::readReference(cell);
+            read.row = readReference(cell);
             break;
         case 1:
             read.text = takeText(cell);
             break;
         default:
-            read.key = ovsdb::readOptionalInteger(cell);
+            read.key = readOptionalInteger(cell);
         }
     });
     return read;
@@ -84,7 +84,7 @@ void readLocatorSet(text::JsonValue & value, Join & join) {
     Join::References locators;
     readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         if (column == 0) {
-            row = ovsdb::readReference(cell);
+            row = readReference(cell);
         } else {
             locators = readAll(cell, join);
         }
@@ -103,7 +103,7 @@ void readPhysicalSwitch(text::JsonValue & value, Join & join) {
             name = takeText(cell);
             break;
         case 1:
-            ovsdb::readTexts(cell, [&](text::JsonText const & ip) {
+            readTexts(cell, [&](text::JsonText const & ip) {
                 join.step();
                 ips.emplace_back(ip.text());
             });
@@ -122,17 +122,17 @@ void readPort(text::JsonValue & value, Join & join) {
     readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
         switch (column) {
         case 0:
-            row = ovsdb::readReference(cell);
+            row = readReference(cell);
             break;
         case 1:
             cell.text(aText).text();
             break;
         default:
-            ovsdb::readMap(
+            readMap(
                 cell, [](text::JsonValue & vlan) { vlan.integer("a VLAN"); },
                 [&](text::JsonValue & to) {
                     join.step();
-                    bound.push_back(ovsdb::readReference(to));
+                    bound.push_back(readReference(to));
                 });
         }
     });
@@ -156,13 +156,12 @@ void readRouter(text::JsonValue & value, Join & join) {
             name = takeText(cell);
             break;
         case 1:
-            ovsdb::readMap(cell, takeKey, [&](text::JsonValue & to) {
-                ports.emplace_back(key, ovsdb::readReference(to));
-            });
+            readMap(cell, takeKey,
+                    [&](text::JsonValue & to) { ports.emplace_back(key, readReference(to)); });
             break;
         default:
-            ovsdb::readMap(cell, takeKey,
-                           [&](text::JsonValue & to) { routes.emplace_back(key, takeText(to)); });
+            readMap(cell, takeKey,
+                    [&](text::JsonValue & to) { routes.emplace_back(key, takeText(to)); });
         }
     });
     join.router(name, ports, routes);
@@ -175,7 +174,7 @@ void readArpSource(text::JsonValue & value, Join & /* none of this is known else
         if (column == 0) {
             cell.text(aText).text();
         } else {
-            ovsdb::readReference(cell);
+            readReference(cell);
         }
     });
 }
@@ -219,10 +218,10 @@ void readMacRow(text::JsonValue & value, std::array<text::MemberName, 4> const &
             ip.take(cell);
             break;
         case 2:
-            target = ovsdb::readReference(cell);
+            target = readReference(cell);
             break;
         default:
-            logicalSwitch = ovsdb::readReference(cell);
+            logicalSwitch = readReference(cell);
         }
     });
     (join.*take)({table, side, mac.text(), logicalSwitch, target, ip.text()});
@@ -313,4 +312,4 @@ void readSelect(text::JsonValue & value, HardwareVtepTable table, HardwareVtepJo
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -3,7 +3,7 @@
 #include "vxshow/sources/ovsdb/Join.h"
 #include "vxshow/text/Json.h"
 
-namespace vxshow {
+namespace vxshow::sources::ovsdb {
 
 /// A select that the server has refused.
 struct SelectRefused {
@@ -15,4 +15,4 @@ struct SelectRefused {
 /// `MalformedJson` and `SelectRefused`.
 void readSelect(text::JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & join);
 
-} // namespace vxshow
+} // namespace vxshow::sources::ovsdb

@@ -2,7 +2,7 @@
 
 #include <random>
 
-namespace vxshow::ovsdb {
+namespace vxshow::sources::ovsdb {
 
 namespace {
 
@@ -75,4 +75,4 @@ UuidHash::Factors const & UuidHash::drawn() {
     return factors;
 }
 
-} // namespace vxshow::ovsdb
+} // namespace vxshow::sources::ovsdb

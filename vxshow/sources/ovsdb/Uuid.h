@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace vxshow::ovsdb {
+namespace vxshow::sources::ovsdb {
 
 /// The identity of a row.
 struct Uuid {
@@ -53,4 +53,4 @@ private:
     Factors factors_;
 };
 
-} // namespace vxshow::ovsdb
+} // namespace vxshow::sources::ovsdb

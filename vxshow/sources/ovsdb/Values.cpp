@@ -1,6 +1,6 @@
 #include "vxshow/sources/ovsdb/Values.h"
 
-namespace vxshow::ovsdb {
+namespace vxshow::sources::ovsdb {
 
 Reference readIdentity(text::JsonValue & value) {
     constexpr char const * expected =
@@ -41,4 +41,4 @@ std::optional<std::int64_t> readOptionalInteger(text::JsonValue & value) {
     return number;
 }
 
-} // namespace vxshow::ovsdb
+} // namespace vxshow::sources::ovsdb

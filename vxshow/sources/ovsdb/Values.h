@@ -13,7 +13,7 @@
 /// references are arrays that start with a word. What a cell may hold is known from its column,
 /// so each function reads one kind of column in all of its forms, and refuses the rest.
 /// Each throws `Refusal` and `MalformedJson`.
-namespace vxshow::ovsdb {
+namespace vxshow::sources::ovsdb {
 
 /// A reference to a row, and where it stands in the document.
 struct Reference {
@@ -117,4 +117,4 @@ void readMap(text::JsonValue & value, Key && key, Element && element) {
         });
 }
 
-} // namespace vxshow::ovsdb
+} // namespace vxshow::sources::ovsdb

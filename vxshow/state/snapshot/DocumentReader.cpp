@@ -89,19 +89,19 @@ State readState(text::JsonValue & value, std::string_view directoryName,
     std::array<text::MemberName, 3> const names{directoryName, "sources", "evpn"};
     text::Members members(names);
     State state;
-    value.members("an object of published state",
-                  [&](text::JsonText const & name, text::JsonValue & member) {
-                      switch (members.take(name)) {
-                      case inDirectory:
-                          state.*directory = readDirectory(member, wanted);
-                          break;
-                      case sources:
-                          state.sources = readSources(member, sourceNames, selected, wanted);
-                          break;
-                      default:
-                          state.evpn = readEvpnSources(member);
-                      }
-                  });
+    value.members(
+        "an object of published state", [&](text::JsonText const & name, text::JsonValue & member) {
+            switch (members.take(name)) {
+            case inDirectory:
+                state.*directory = readDirectory(member, wanted);
+                break;
+            case sources:
+                state.sources = sources::fabric::readSources(member, sourceNames, selected, wanted);
+                break;
+            default:
+                state.evpn = readEvpnSources(member);
+            }
+        });
     return state;
 }
 

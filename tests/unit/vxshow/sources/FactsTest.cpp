@@ -6,6 +6,8 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+
 namespace {
 
 Vxlan::Vni const vni10(10);

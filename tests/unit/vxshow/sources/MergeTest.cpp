@@ -9,6 +9,8 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+
 namespace {
 
 namespace Cli = VxlanController::Cli;

@@ -7,21 +7,24 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::fabric;
+
 namespace {
 
 constexpr auto sslFiles = "private_key = \"/k.pem\"\ncertificate = \"c.pem\"\n"
                           "ca_certificate = \"pki/ca.pem\"\n";
 
 std::vector<std::string> remotesOf(std::string_view value) {
-    return std::get<DatabaseAddress>(sourceOf(databaseAt(value)).access).remotes;
+    return std::get<sources::ovsdb::DatabaseAddress>(sourceOf(databaseAt(value)).access).remotes;
 }
 
-VtyshCommand commandOf(std::string_view lines) {
-    return std::get<VtyshCommand>(sourceOf(frr(lines)).access);
+sources::frr::VtyshCommand commandOf(std::string_view lines) {
+    return std::get<sources::frr::VtyshCommand>(sourceOf(frr(lines)).access);
 }
 
 /// What the keys of a database at `ssl:db` come to, with that folder.
-DatabaseAddress addressOf(std::string_view lines, std::string const & folder) {
+sources::ovsdb::DatabaseAddress addressOf(std::string_view lines, std::string const & folder) {
     auto const document = text::readToml("remotes = [\"ssl:db\"]\n" + std::string(lines));
     return readDatabaseAddress(text::TomlField(document), folder);
 }
@@ -61,15 +64,16 @@ TEST(AccessReader, AWrongRemoteIsRefusedAtItsPlace) {
 TEST(AccessReader, AnSslRemoteHasItsFiles) {
     auto const ssl = addressOf(sslFiles, "/etc/vxshow/").ssl;
     ASSERT_TRUE(ssl);
-    EXPECT_EQ(*ssl,
-              (DatabaseAddress::Ssl{"/k.pem", "/etc/vxshow/c.pem", "/etc/vxshow/pki/ca.pem"}));
+    EXPECT_EQ(*ssl, (sources::ovsdb::DatabaseAddress::Ssl{"/k.pem", "/etc/vxshow/c.pem",
+                                                          "/etc/vxshow/pki/ca.pem"}));
 }
 
 TEST(AccessReader, ARelativeFileNameCountsFromTheFolderOfTheFile) {
     TextFile const file(databaseAt("[\"ssl:db\"]", sslFiles));
     auto const folder = file.path().substr(0, file.path().rfind('/') + 1);
     auto const source = sourceOf(databaseAt("[\"tcp:db\", \"ssl:db\"]", sslFiles));
-    EXPECT_EQ(std::get<DatabaseAddress>(source.access).ssl->certificate, folder + "c.pem");
+    EXPECT_EQ(std::get<sources::ovsdb::DatabaseAddress>(source.access).ssl->certificate,
+              folder + "c.pem");
 }
 
 TEST(AccessReader, NoFileNameTurnsTheCheckOfTheServerOff) {

@@ -13,13 +13,16 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::fabric;
+
 namespace {
 
 /// A source whose client is a script; what a vtysh would be asked are its arguments.
 LiveSource scripted(std::string const & name, std::string const & script) {
     LiveSource source;
     source.name = name;
-    source.access = VtyshCommand{.words = {"sh", "-c", script}};
+    source.access = sources::frr::VtyshCommand{.words = {"sh", "-c", script}};
     source.timeLimit = std::chrono::milliseconds(60'000);
     return source;
 }
@@ -69,7 +72,7 @@ TEST(ReadFabric, ASourceThatFailsLeavesTheOthers) {
 
 TEST(ReadFabric, AProgramThatIsNotThereIsTheReason) {
     LiveSource source = failing(1);
-    source.access = VtyshCommand{.words = {"/nowhere/vtysh"}};
+    source.access = sources::frr::VtyshCommand{.words = {"/nowhere/vtysh"}};
     EXPECT_EQ(failureOf({source}), "no such program: /nowhere/vtysh");
 }
 
@@ -129,7 +132,7 @@ TEST(ReadFabric, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
         }
         auto sources = failing(1, 2 * mostAtOnce);
         for (auto & source : sources) {
-            auto & script = std::get<VtyshCommand>(source.access).words.back();
+            auto & script = std::get<sources::frr::VtyshCommand>(source.access).words.back();
             script.insert(0, "sleep 0.1; ");
         }
         for (auto const & outcome : readSources(sources, {})) {

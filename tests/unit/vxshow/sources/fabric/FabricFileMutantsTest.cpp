@@ -6,6 +6,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::fabric;
+
 namespace {
 
 constexpr int mutants = 5000;

@@ -9,6 +9,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::fabric;
+
 namespace {
 
 std::string errorOf(std::string const & path) {
@@ -70,12 +73,13 @@ TEST(FabricFile, EverySourceIsReadInItsOrder) {
                                "path_space = \"blue\"\n");
     LiveSource const spine{.name = "spine",
                            .role = SourceRole::hsc,
-                           .access = DatabaseAddress{{"tcp:10.0.0.1:6640"}},
+                           .access = sources::ovsdb::DatabaseAddress{{"tcp:10.0.0.1:6640"}},
                            .systemIds = {{"leaf1", Nolt::EthAddr::fromString("02:00:00:00:00:01")}},
                            .timeLimit = std::chrono::milliseconds(2500)};
-    LiveSource const leaf{.name = "leaf7",
-                          .access = VtyshCommand{{"ssh", "leaf7", "sudo", "vtysh"}, "blue", true},
-                          .systemId = Nolt::EthAddr::fromString("02:00:00:00:00:07")};
+    LiveSource const leaf{
+        .name = "leaf7",
+        .access = sources::frr::VtyshCommand{{"ssh", "leaf7", "sudo", "vtysh"}, "blue", true},
+        .systemId = Nolt::EthAddr::fromString("02:00:00:00:00:07")};
     EXPECT_EQ(read, (std::vector{spine, leaf}));
 }
 
@@ -98,8 +102,8 @@ TEST(FabricFile, FilesOfAFabricFromStandardInputCountFromTheCurrentFolder) {
     StandardInput const input(databaseAt("[\"ssl:db\"]", "private_key = \"k\"\n"
                                                          "certificate = \"pki/c\"\n"
                                                          "ca_certificate = \"/ca\"\n"));
-    EXPECT_EQ(std::get<DatabaseAddress>(readFabricFile("-").at(0).access).ssl,
-              (DatabaseAddress::Ssl{"./k", "./pki/c", "/ca"}));
+    EXPECT_EQ(std::get<sources::ovsdb::DatabaseAddress>(readFabricFile("-").at(0).access).ssl,
+              (sources::ovsdb::DatabaseAddress::Ssl{"./k", "./pki/c", "/ca"}));
 }
 
 TEST(FabricFile, AFileThatCannotBeReadIsToldAsTheSystemDoes) {

@@ -7,6 +7,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::fabric;
+
 std::vector<LiveSource> fabricOf(std::string_view text) {
     return readFabricFile(TextFile(text).path());
 }

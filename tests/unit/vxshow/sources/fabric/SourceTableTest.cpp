@@ -4,6 +4,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::fabric;
+
 namespace {
 
 auto const mac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
@@ -21,12 +24,14 @@ std::chrono::milliseconds timeLimitOf(std::string const & value) {
 } // namespace
 
 TEST(SourceReader, AnFrrSourceNeedsItsNameOnly) {
-    EXPECT_EQ(sourceOf(frr("")), (LiveSource{.name = "leaf1", .access = VtyshCommand()}));
+    EXPECT_EQ(sourceOf(frr("")),
+              (LiveSource{.name = "leaf1", .access = sources::frr::VtyshCommand()}));
 }
 
 TEST(SourceReader, ADatabaseNeedsItsNameAndItsRemotes) {
     EXPECT_EQ(sourceOf(database("")),
-              (LiveSource{.name = "leaf1", .access = DatabaseAddress{{"unix:/run/ovs/db.sock"}}}));
+              (LiveSource{.name = "leaf1",
+                          .access = sources::ovsdb::DatabaseAddress{{"unix:/run/ovs/db.sock"}}}));
 }
 
 TEST(SourceReader, TheKindIsOneOfTwo) {

@@ -5,6 +5,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 namespace {
 
 /// What of `side` is in `vni`; of the MAC addresses, only `mac` unless it is zero.

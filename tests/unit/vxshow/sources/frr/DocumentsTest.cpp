@@ -5,6 +5,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 TEST(FakeZebra, AMisspeltCommandEndsTheRunWithAComplaint) {
     EXPECT_EQ(FakeZebra().printed(
                   {"show vrf vni json", "show evpn es details json", "show evpn es detail json"}),

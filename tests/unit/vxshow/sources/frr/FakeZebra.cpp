@@ -10,6 +10,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 namespace {
 
 void sideLines(std::string const & name, SourceSide const & side, std::ostream & out) {

@@ -27,14 +27,14 @@ public:
     /// What `vtysh` prints.
     std::string printed(std::vector<std::string> const & commands) const;
 
-    FrrRun run() {
+    sources::frr::FrrRun run() {
         return [this](std::vector<std::string> const & commands) {
             runs.push_back(commands);
             return system::FileBytes::copyOf(printed(commands));
         };
     }
 
-    FrrAnswer ask(state::Selection const & selection = {});
+    sources::frr::FrrAnswer ask(state::Selection const & selection = {});
 
     std::vector<std::vector<std::string>> runs; ///< the commands of each run so far
 
@@ -49,10 +49,10 @@ private:
 std::string frrCapture(std::string const & name);
 
 /// Everything, a fact a line.
-std::string linesOf(SourceState const & state);
+std::string linesOf(sources::SourceState const & state);
 
 /// Those of its lines that start so.
-std::string linesOf(SourceState const & state, std::string_view start);
+std::string linesOf(sources::SourceState const & state, std::string_view start);
 
 /// The failure of asking for everything; "accepted" when there is none. Expects it to be one
 /// line of printable ASCII.

@@ -4,6 +4,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 namespace {
 
 using Commands = std::vector<std::string>;

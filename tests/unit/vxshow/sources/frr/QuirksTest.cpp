@@ -7,6 +7,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 namespace {
 
 /// A MAC address behind a segment of VTEPs 2 and 3, as each command tells it.

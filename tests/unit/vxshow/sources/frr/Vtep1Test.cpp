@@ -4,6 +4,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 TEST(FrrCaptures, TheWholeStateOfVtep1) {
     auto const answer = FakeZebra("vtep1").ask();
     EXPECT_TRUE(answer.fits);

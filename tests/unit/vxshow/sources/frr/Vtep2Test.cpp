@@ -4,6 +4,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 TEST(FrrCaptures, TheWholeStateOfVtep2) {
     auto const answer = FakeZebra("vtep2").ask();
     EXPECT_TRUE(answer.fits);

@@ -4,6 +4,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 TEST(FrrCaptures, TheWholeStateOfVtep3) {
     auto const answer = FakeZebra("vtep3").ask();
     EXPECT_TRUE(answer.fits);

@@ -9,6 +9,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 namespace {
 
 using namespace std::chrono_literals;

@@ -6,6 +6,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::frr;
+
 namespace {
 
 using Words = std::vector<std::string>;

@@ -20,17 +20,17 @@ std::string row(unsigned number);
 struct Database {
     Database();
 
-    std::vector<std::string> & operator[](HardwareVtepTable table) {
+    std::vector<std::string> & operator[](sources::ovsdb::HardwareVtepTable table) {
         return rows[static_cast<std::size_t>(table)];
     }
 
     /// Adds a unicast row.
-    Database & unicast(HardwareVtepTable table, std::string_view mac, unsigned logicalSwitch,
-                       unsigned locator, std::string_view ip = "");
+    Database & unicast(sources::ovsdb::HardwareVtepTable table, std::string_view mac,
+                       unsigned logicalSwitch, unsigned locator, std::string_view ip = "");
 
     /// Adds a multicast row.
-    Database & multicast(HardwareVtepTable table, std::string_view mac, unsigned logicalSwitch,
-                         unsigned locatorSet, std::string_view ip = "");
+    Database & multicast(sources::ovsdb::HardwareVtepTable table, std::string_view mac,
+                         unsigned logicalSwitch, unsigned locatorSet, std::string_view ip = "");
 
     /// The answer to the request of everything.
     std::string answer() const;
@@ -42,8 +42,8 @@ struct Database {
 std::string jsonText(std::string_view text);
 
 /// What is read of the answer to the request of everything, from the source "lab".
-HardwareVtepAnswer readAnswer(std::string_view answer);
-HardwareVtepAnswer readAnswer(Database const & database);
+sources::ovsdb::HardwareVtepAnswer readAnswer(std::string_view answer);
+sources::ovsdb::HardwareVtepAnswer readAnswer(Database const & database);
 
 /// The error for that answer; "accepted" when there is none. Expects it to be one line of
 /// printable ASCII.

@@ -9,6 +9,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::ovsdb;
+
 namespace {
 
 namespace Cli = VxlanController::Cli;
@@ -150,10 +153,10 @@ TEST(HardwareVtep, TheRequestForAVniNamesItsLogicalSwitchesAndThoseWithoutAKey) 
 
 TEST(HardwareVtep, AnAnswerFitsWhileTheNamedLogicalSwitchesAreThoseOfTheVni) {
     Database database;
-    auto const named = [](std::string_view text) { return *ovsdb::readUuid(text); };
+    auto const named = [](std::string_view text) { return *sources::ovsdb::readUuid(text); };
     auto const red = named("00000000-0000-4000-8000-000000000001");
     auto const keyless = named("00000000-0000-4000-8000-000000000002");
-    auto const fits = [&](std::set<ovsdb::Uuid> const & rows) {
+    auto const fits = [&](std::set<sources::ovsdb::Uuid> const & rows) {
         auto const request = HardwareVtepRequest::of({.logicalSwitches = rows});
         std::string answer = "[";
         for (auto const table : request.tables()) {

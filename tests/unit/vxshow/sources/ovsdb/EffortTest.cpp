@@ -7,6 +7,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::ovsdb;
+
 namespace {
 
 using enum HardwareVtepTable;

@@ -4,6 +4,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::ovsdb;
+
 namespace {
 
 using enum HardwareVtepTable;

@@ -5,6 +5,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::ovsdb;
+
 TEST(HardwareVtepRequest, TheWholeIsWhatTheCapturedAnswerWasAskedWith) {
     auto captured = capture("query-request.json");
     captured.erase(std::remove(captured.begin(), captured.end(), '\n'), captured.end());
@@ -18,7 +21,7 @@ TEST(HardwareVtepRequest, TheSurveyIsOneSelect) {
 }
 
 TEST(HardwareVtepRequest, ALogicalSwitchIsNamedInTheSelectsOfTheMacTablesAlone) {
-    auto const uuid = *ovsdb::readUuid("0f1e2d3c-0bec-47b0-b898-d190f9ebdacc");
+    auto const uuid = *sources::ovsdb::readUuid("0f1e2d3c-0bec-47b0-b898-d190f9ebdacc");
     auto const text = HardwareVtepRequest::of({.logicalSwitches = {{uuid}}}).text();
     std::string_view const where =
         R"("where":[["logical_switch","==",["uuid","0f1e2d3c-0bec-47b0-b898-d190f9ebdacc"]]])";
@@ -33,7 +36,7 @@ TEST(HardwareVtepRequest, ALogicalSwitchIsNamedInTheSelectsOfTheMacTablesAlone) 
 }
 
 TEST(HardwareVtepRequest, TooManyLogicalSwitchesAreNotNamed) {
-    std::set<ovsdb::Uuid> rows;
+    std::set<sources::ovsdb::Uuid> rows;
     for (Vex::U64 number = 0; number < HardwareVtepRequest::mostPushed + 1; ++number) {
         rows.insert({1, number});
     }
@@ -94,7 +97,7 @@ TEST(HardwareVtepRequest, AMacOfTooManyLettersIsNotNamed) {
 }
 
 TEST(HardwareVtepRequest, AMacInALogicalSwitchIsNamedWithIt) {
-    auto const uuid = *ovsdb::readUuid("0f1e2d3c-0bec-47b0-b898-d190f9ebdacc");
+    auto const uuid = *sources::ovsdb::readUuid("0f1e2d3c-0bec-47b0-b898-d190f9ebdacc");
     auto const mac = Nolt::EthAddr::fromString("02:00:00:00:00:01");
     auto const text = HardwareVtepRequest::of({.logicalSwitches = {{uuid}}, .mac = mac}).text();
     EXPECT_EQ(timesIn(text, R"(["uuid","0f1e2d3c-0bec-47b0-b898-d190f9ebdacc"]],)"
@@ -103,7 +106,7 @@ TEST(HardwareVtepRequest, AMacInALogicalSwitchIsNamedWithIt) {
 }
 
 TEST(HardwareVtepRequest, WithTooManyLogicalSwitchesForTheSpellingsTheSpellingsAreNamed) {
-    std::set<ovsdb::Uuid> rows;
+    std::set<sources::ovsdb::Uuid> rows;
     for (Vex::U64 number = 0; number < 17; ++number) {
         rows.insert({1, number});
     }
@@ -114,7 +117,7 @@ TEST(HardwareVtepRequest, WithTooManyLogicalSwitchesForTheSpellingsTheSpellingsA
 }
 
 TEST(HardwareVtepRequest, OfAMacOfTooManyLettersTheLogicalSwitchesAreNamed) {
-    std::set<ovsdb::Uuid> const rows{{1, 1}};
+    std::set<sources::ovsdb::Uuid> const rows{{1, 1}};
     auto const mac = Nolt::EthAddr::fromString("02:00:00:0e:ab:cd");
     auto const request = HardwareVtepRequest::of({.logicalSwitches = rows, .mac = mac});
     EXPECT_EQ(request.pushed(), rows);
@@ -122,7 +125,7 @@ TEST(HardwareVtepRequest, OfAMacOfTooManyLettersTheLogicalSwitchesAreNamed) {
 }
 
 TEST(HardwareVtepRequest, TheLongestFitsIntoOneArgument) {
-    std::set<ovsdb::Uuid> rows;
+    std::set<sources::ovsdb::Uuid> rows;
     for (Vex::U64 number = 0; number < 16; ++number) {
         rows.insert({1, number});
     }

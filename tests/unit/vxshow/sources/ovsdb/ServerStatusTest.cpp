@@ -9,6 +9,9 @@
 
 namespace vxshow::test {
 
+using namespace sources;
+using namespace sources::ovsdb;
+
 namespace {
 
 std::optional<OvsdbServerStatus> statusIn(std::string_view answer) {
@@ -24,7 +27,7 @@ std::string refusalOf(std::string_view answer) {
     return "accepted";
 }
 
-constexpr ovsdb::Uuid cluster{1, 2};
+constexpr sources::ovsdb::Uuid cluster{1, 2};
 
 OvsdbServerStatus member(bool leader, std::int64_t index, bool connected = true) {
     return {.model = OvsdbServerStatus::Model::clustered,
@@ -129,7 +132,7 @@ TEST(AreOfOneDatabase, ServersOfOneClusterAndRelays) {
     EXPECT_FALSE(areOfOneDatabase(relay, member(true, 9)));
     EXPECT_FALSE(areOfOneDatabase(relay, OvsdbServerStatus()));
     auto other = member(true, 9);
-    other.cluster = ovsdb::Uuid{1, 3};
+    other.cluster = sources::ovsdb::Uuid{1, 3};
     EXPECT_FALSE(areOfOneDatabase(member(true, 9), other));
     EXPECT_FALSE(areOfOneDatabase(member(true, 9), OvsdbServerStatus()));
     EXPECT_FALSE(areOfOneDatabase(OvsdbServerStatus(), OvsdbServerStatus()));
