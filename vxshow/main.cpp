@@ -20,12 +20,12 @@
 namespace vxshow {
 namespace {
 
-[[noreturn]] void answer(Help const & help) {
+[[noreturn]] void answer(cli::Help const & help) {
     bool const written = std::fputs(help.text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
     if (!written) {
-        fail(ExitStatus::failed, "standard output: cannot be written");
+        terminal::fail(terminal::ExitStatus::failed, "standard output: cannot be written");
     }
-    exitNow(ExitStatus::success);
+    terminal::exitNow(terminal::ExitStatus::success);
 }
 
 /// Has the memory that reading frees kept for the listing, which comes next: pages from the
@@ -38,55 +38,57 @@ void keepFreedMemory() {
 }
 
 /// Writes the listing. What a terminal shows is made harmless for it.
-void render(CommandLine const & line, state::Mount const & mount) {
+void render(cli::CommandLine const & line, state::Mount const & mount) {
     if (::isatty(STDOUT_FILENO) != 1) {
         return line.render(mount, STDOUT_FILENO, line.output);
     }
-    TerminalOutput terminal(STDOUT_FILENO);
+    terminal::TerminalOutput terminal(STDOUT_FILENO);
     line.render(mount, terminal.descriptor(), line.output);
     terminal.finish();
 }
 
 /// Reads the state; what there is to say of it goes to standard error.
-state::StateReading readState(CommandLine const & line) {
+state::StateReading readState(cli::CommandLine const & line) {
     try {
         auto reading = state::stateReader(line.state, state::Keep::nothing)(line.selection);
         for (std::string const & remark : reading.remarks) {
-            say(remark);
+            terminal::say(remark);
         }
         return reading;
     } catch (state::StateError const & error) {
-        fail(ExitStatus::failed, error.what());
+        terminal::fail(terminal::ExitStatus::failed, error.what());
     }
 }
 
-[[noreturn]] void showOnce(CommandLine const & line) {
+[[noreturn]] void showOnce(cli::CommandLine const & line) {
     state::StateReading const state = line.readsState ? readState(line) : state::StateReading();
-    interruptEndsTheListing();
+    terminal::interruptEndsTheListing();
     try {
         render(line, state.mount);
     } catch (std::exception const & error) {
-        fail(ExitStatus::failed, line.command + ": " + Vex::printable(error.what()));
+        terminal::fail(terminal::ExitStatus::failed,
+                       line.command + ": " + Vex::printable(error.what()));
     }
-    interruptEndsTheProcess();
+    terminal::interruptEndsTheProcess();
     if (outfmt::interruptTaken()) {
-        exitNow(ExitStatus::interrupted);
+        terminal::exitNow(terminal::ExitStatus::interrupted);
     }
-    exitNow(state.complete ? ExitStatus::success : ExitStatus::incomplete);
+    terminal::exitNow(state.complete ? terminal::ExitStatus::success
+                                     : terminal::ExitStatus::incomplete);
 }
 
-[[noreturn]] void show(CommandLine const & line) {
+[[noreturn]] void show(cli::CommandLine const & line) {
     keepFreedMemory();
     // A limit on the size of files is to fail the write, not to end the process.
     std::signal(SIGXFSZ, SIG_IGN);
     system::endingSignalsKillChildren();
-    interruptEndsTheProcess();
+    terminal::interruptEndsTheProcess();
     if (line.traceLevel) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));
         Trace::enableAllUpTo(*line.traceLevel);
     }
     if (line.state.watchSeconds) {
-        watch(line);
+        terminal::watch(line);
     }
     showOnce(line);
 }
@@ -96,12 +98,12 @@ state::StateReading readState(CommandLine const & line) {
 
 int main(int argc, char ** argv) {
     using namespace vxshow;
-    auto const read = readCommandLine(argc, argv);
-    if (auto const * help = std::get_if<Help>(&read)) {
+    auto const read = cli::readCommandLine(argc, argv);
+    if (auto const * help = std::get_if<cli::Help>(&read)) {
         answer(*help);
     }
-    if (auto const * error = std::get_if<UsageError>(&read)) {
-        fail(ExitStatus::usage, error->line);
+    if (auto const * error = std::get_if<cli::UsageError>(&read)) {
+        terminal::fail(terminal::ExitStatus::usage, error->line);
     }
-    show(std::get<CommandLine>(read));
+    show(std::get<cli::CommandLine>(read));
 }

@@ -8,7 +8,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-namespace vxshow {
+namespace vxshow::cli {
 
 namespace {
 
@@ -57,17 +57,17 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     addOutputOptions(app, chosen);
 
     auto * mac = addGroup(app, "mac", "MAC address tables");
-    addMacReceived(*mac, chosen);
-    addMacAdvertised(*mac, chosen);
+    command::addMacReceived(*mac, chosen);
+    command::addMacAdvertised(*mac, chosen);
     auto * arp = addGroup(app, "arp", "ARP tables: which IP address has which MAC address");
-    addArpReceived(*arp, chosen);
-    addArpAdvertised(*arp, chosen);
+    command::addArpReceived(*arp, chosen);
+    command::addArpAdvertised(*arp, chosen);
     auto * router = addGroup(app, "router", "Logical routers: where they are, ports and routes");
-    addRouterMap(*router, chosen);
-    addRouterDetail(*router, chosen);
-    addRouterRoutes(*router, chosen);
-    addCapture(app, chosen);
-    addModel(app, chosen);
+    command::addRouterMap(*router, chosen);
+    command::addRouterDetail(*router, chosen);
+    command::addRouterRoutes(*router, chosen);
+    command::addCapture(app, chosen);
+    command::addModel(app, chosen);
 
     if (auto line = missingValue(app, argc, argv)) {
         return UsageError{*std::move(line)};
@@ -94,4 +94,4 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     return chosen;
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli

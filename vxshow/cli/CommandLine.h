@@ -10,7 +10,7 @@
 #include <string>
 #include <variant>
 
-namespace vxshow {
+namespace vxshow::cli {
 
 /// A checked command line: everything that was typed has become a value.
 struct CommandLine {
@@ -41,4 +41,4 @@ struct UsageError {
 /// Reads the arguments of `main`, and the environment where an option may stand there.
 std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv);
 
-} // namespace vxshow
+} // namespace vxshow::cli

@@ -3,7 +3,7 @@
 #include "Vex/Errors.h"
 #include "Vxlan/Vni.h"
 
-namespace vxshow {
+namespace vxshow::cli {
 
 namespace {
 
@@ -85,4 +85,4 @@ void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps,
         ->type_name("IP");
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli

@@ -10,7 +10,7 @@
 /// The filters that several commands share. Each adds one option to a command and reads
 /// its value strictly while the command line is read: what is no value of the type ends
 /// the program there, with a line that names the option and what it accepts.
-namespace vxshow {
+namespace vxshow::cli {
 
 void addVniFilter(CLI::App & command, Vxlan::VniOrNone & vni);
 void addMacFilter(CLI::App & command, Nolt::EthAddr & mac);
@@ -27,4 +27,4 @@ void addPrefixFilter(CLI::App & command, Nolt::IpGenPrefix & prefix);
 void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps,
                    std::string const & help);
 
-} // namespace vxshow
+} // namespace vxshow::cli

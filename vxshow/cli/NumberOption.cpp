@@ -5,7 +5,7 @@
 
 #include <charconv>
 
-namespace vxshow {
+namespace vxshow::cli {
 
 void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 high,
                std::string const & help, std::function<void(Vex::U32)> const & store) {
@@ -27,4 +27,4 @@ void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 
         ->type_name("N");
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli

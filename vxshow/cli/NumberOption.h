@@ -7,11 +7,11 @@
 #include <functional>
 #include <string>
 
-namespace vxshow {
+namespace vxshow::cli {
 
 /// Adds an option whose value is a whole number from `low` to `high`, read to its last
 /// character; `store` is called with it.
 void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 high,
                std::string const & help, std::function<void(Vex::U32)> const & store);
 
-} // namespace vxshow
+} // namespace vxshow::cli

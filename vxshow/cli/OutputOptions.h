@@ -2,7 +2,7 @@
 
 #include "Vex/Types.h"
 
-namespace vxshow {
+namespace vxshow::cli {
 
 /// The formats that the library's `render` takes.
 enum class Format : Vex::U32 { text = 1, compactJson = 2, indentedJson = 3 };
@@ -14,4 +14,4 @@ struct Output {
     bool vniDotted = false;
 };
 
-} // namespace vxshow
+} // namespace vxshow::cli

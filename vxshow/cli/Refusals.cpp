@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::cli {
 
 namespace {
 
@@ -106,4 +106,4 @@ std::string refusal(CLI::App const & app, CLI::ParseError const & error) {
     return Vex::printable(error.what());
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli

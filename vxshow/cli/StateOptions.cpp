@@ -7,7 +7,7 @@
 
 #include <cstdlib>
 
-namespace vxshow {
+namespace vxshow::cli {
 
 namespace {
 
@@ -85,4 +85,4 @@ std::optional<std::string> completeStateOptions(StateOptions & options) {
     return std::nullopt;
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::cli {
 
 /// Where the state comes from, as it was typed or stands in the environment. One of the first
 /// three, or the last two together.
@@ -28,4 +28,4 @@ void addStateOptions(CLI::App & app, StateOptions & options);
 /// result, if it tells of no state or of several.
 std::optional<std::string> completeStateOptions(StateOptions & options);
 
-} // namespace vxshow
+} // namespace vxshow::cli

@@ -59,7 +59,7 @@ private:
         if (keep_ == Keep::lastGood && std::exchange(again_, true)) {
             return sources::fabric::readSources(sources_, selection);
         }
-        ProgressLine line(STDERR_FILENO);
+        terminal::ProgressLine line(STDERR_FILENO);
         return sources::fabric::readSources(
             sources_, selection,
             [&](sources::fabric::FabricProgress const & progress) { line.show(progress); });
@@ -72,7 +72,7 @@ private:
         std::string const name = Vex::printable(sources_[index].name);
         auto & last = lastGood_[index];
         if (outcome.reading && keep_ == Keep::lastGood) {
-            last = {outcome.reading, timeOfDay()};
+            last = {outcome.reading, terminal::timeOfDay()};
         }
         if (!outcome.reading) {
             reading.complete = false;
@@ -105,7 +105,7 @@ private:
 };
 
 /// The command line has checked the remotes.
-std::vector<sources::LiveSource> typedSources(StateOptions const & options) {
+std::vector<sources::LiveSource> typedSources(cli::StateOptions const & options) {
     std::vector<sources::LiveSource> sources;
     for (std::string const & remotes : options.databases) {
         sources.push_back({.name = remotes, .access = sources::ovsdb::readRemotes(remotes)});
@@ -116,7 +116,7 @@ std::vector<sources::LiveSource> typedSources(StateOptions const & options) {
     return sources;
 }
 
-std::vector<sources::LiveSource> sourcesOf(StateOptions const & options) {
+std::vector<sources::LiveSource> sourcesOf(cli::StateOptions const & options) {
     if (options.fabricPath.empty()) {
         return typedSources(options);
     }
@@ -129,7 +129,7 @@ std::vector<sources::LiveSource> sourcesOf(StateOptions const & options) {
 
 } // namespace
 
-std::function<StateReading(Selection const &)> stateReader(StateOptions const & options,
+std::function<StateReading(Selection const &)> stateReader(cli::StateOptions const & options,
                                                            Keep keep) {
     if (!options.snapshotPath.empty()) {
         return [path = options.snapshotPath](Selection const & selection) {

@@ -33,6 +33,7 @@ enum class Keep : bool { nothing, lastGood };
 /// What reads the state, as it is at the time of the call, each time that it is called; it
 /// raises `StateError`. A fabric file is read when this is called, and `StateError` raised for
 /// one that cannot be.
-std::function<StateReading(Selection const &)> stateReader(StateOptions const & options, Keep keep);
+std::function<StateReading(Selection const &)> stateReader(cli::StateOptions const & options,
+                                                           Keep keep);
 
 } // namespace vxshow::state

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 void exitNow(ExitStatus status) {
     // First, for a reader who takes nothing may hold up what comes next.
@@ -14,4 +14,4 @@ void exitNow(ExitStatus status) {
     std::_Exit(static_cast<int>(status));
 }
 
-} // namespace vxshow
+} // namespace vxshow::terminal

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 /// The exit statuses that scripts rely on.
 enum class ExitStatus : int {
@@ -16,4 +16,4 @@ enum class ExitStatus : int {
 /// than their destructors do.
 [[noreturn]] void exitNow(ExitStatus status);
 
-} // namespace vxshow
+} // namespace vxshow::terminal

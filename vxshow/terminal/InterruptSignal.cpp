@@ -9,7 +9,7 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 namespace {
 
@@ -89,4 +89,4 @@ void interruptEndsTheListing() {
     onInterrupt(endTheListing);
 }
 
-} // namespace vxshow
+} // namespace vxshow::terminal

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <unistd.h>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 namespace {
 
@@ -38,4 +38,4 @@ void ProgressLine::write(std::string const & text) const {
     [[maybe_unused]] auto const written = ::write(descriptor_, text.data(), text.size());
 }
 
-} // namespace vxshow
+} // namespace vxshow::terminal

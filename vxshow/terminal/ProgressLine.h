@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 /// One line on a terminal that tells how far the reading of a fabric is: drawn over itself, not
 /// before half a second has gone by, and gone when the object goes.
@@ -28,4 +28,4 @@ private:
     system::Clock::time_point start_ = system::Clock::now();
 };
 
-} // namespace vxshow
+} // namespace vxshow::terminal

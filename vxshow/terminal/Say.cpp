@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 void say(std::string_view text) {
     for (;;) {
@@ -21,4 +21,4 @@ void fail(ExitStatus status, std::string_view text) {
     exitNow(status);
 }
 
-} // namespace vxshow
+} // namespace vxshow::terminal

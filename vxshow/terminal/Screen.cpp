@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <sys/ioctl.h>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 namespace {
 
@@ -84,4 +84,4 @@ std::string drawn(std::string const & title, std::vector<std::string> const & re
     return out.append(eraseBelow);
 }
 
-} // namespace vxshow
+} // namespace vxshow::terminal

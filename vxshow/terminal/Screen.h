@@ -6,7 +6,7 @@
 #include <vector>
 
 /// Drawing in place on a terminal, with the control functions of ECMA-48.
-namespace vxshow {
+namespace vxshow::terminal {
 
 struct ScreenSize {
     std::size_t lines;
@@ -23,4 +23,4 @@ ScreenSize screenSize(int descriptor);
 std::string drawn(std::string const & title, std::vector<std::string> const & remarks,
                   std::string_view text, ScreenSize size);
 
-} // namespace vxshow
+} // namespace vxshow::terminal

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 namespace {
 
@@ -108,4 +108,4 @@ void TerminalOutput::pass() noexcept {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::terminal

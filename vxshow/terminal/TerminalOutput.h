@@ -4,7 +4,7 @@
 
 #include <thread>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 /// The way of a listing to a terminal. The names in it come from snapshots and from the network,
 /// and a terminal would obey what control characters they have: on this way those become question
@@ -40,4 +40,4 @@ private:
     std::thread passing_;
 };
 
-} // namespace vxshow
+} // namespace vxshow::terminal

@@ -3,7 +3,7 @@
 #include <array>
 #include <ctime>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 std::string timeOfDay() {
     std::time_t const now = std::time(nullptr);
@@ -15,4 +15,4 @@ std::string timeOfDay() {
     return {text.data(), std::strftime(text.data(), text.size(), "%H:%M:%S", &local)};
 }
 
-} // namespace vxshow
+} // namespace vxshow::terminal

@@ -2,9 +2,9 @@
 
 #include <string>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 /// Now, in the local time zone: 02:30:00.
 std::string timeOfDay();
 
-} // namespace vxshow
+} // namespace vxshow::terminal

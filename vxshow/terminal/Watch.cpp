@@ -14,7 +14,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 namespace {
 
@@ -43,7 +43,7 @@ private:
     int descriptor_;
 };
 
-system::FileBytes answerOf(CommandLine const & line, state::Mount const & mount) {
+system::FileBytes answerOf(cli::CommandLine const & line, state::Mount const & mount) {
     Answer answer;
     line.render(mount, answer.descriptor(), line.output);
     return answer.bytes();
@@ -57,7 +57,7 @@ struct Look {
 };
 
 /// Raises `StateError` when there is nothing to show.
-Look look(CommandLine const & line,
+Look look(cli::CommandLine const & line,
           std::function<state::StateReading(state::Selection const &)> const & readState) {
     auto reading = readState(line.selection);
     try {
@@ -80,7 +80,7 @@ void writeAll(std::string_view text) {
     }
 }
 
-void show(CommandLine const & line, Look const & look) {
+void show(cli::CommandLine const & line, Look const & look) {
     if (::isatty(STDOUT_FILENO) == 1) {
         std::string title = "vxshow " + line.command + ", every " +
                             std::to_string(*line.state.watchSeconds) + " s, at " + look.time;
@@ -95,7 +95,7 @@ void show(CommandLine const & line, Look const & look) {
 
 } // namespace
 
-void watch(CommandLine const & line) {
+void watch(cli::CommandLine const & line) {
     try {
         auto const readState = state::stateReader(line.state, state::Keep::lastGood);
         auto last = look(line, readState);
@@ -113,4 +113,4 @@ void watch(CommandLine const & line) {
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::terminal

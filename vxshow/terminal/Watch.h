@@ -2,7 +2,7 @@
 
 #include "vxshow/cli/CommandLine.h"
 
-namespace vxshow {
+namespace vxshow::terminal {
 
 /// Reads the state and shows the command's answer again and again, with the seconds that were
 /// asked for between, until the process is interrupted.
@@ -15,6 +15,6 @@ namespace vxshow {
 /// Where a source fails it is shown as it was at its last good reading; where nothing can be
 /// shown the last good answer stays. Either is said. The first reading alone ends the process
 /// when there is nothing to show.
-[[noreturn]] void watch(CommandLine const & line);
+[[noreturn]] void watch(cli::CommandLine const & line);
 
-} // namespace vxshow
+} // namespace vxshow::terminal

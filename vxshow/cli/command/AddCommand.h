@@ -8,7 +8,7 @@
 #include <string>
 
 /// What all commands do alike.
-namespace vxshow {
+namespace vxshow::cli::command {
 
 /// Adds the command `name` to `group`. A `Typed` holds the filters that are typed, and the
 /// library's command that is built from them:
@@ -43,4 +43,4 @@ void renderOn(int fd, Output const & output, Command & command) {
                    output.revision);
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

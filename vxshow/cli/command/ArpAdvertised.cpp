@@ -3,7 +3,7 @@
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/Filters.h"
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -33,4 +33,4 @@ void addArpAdvertised(CLI::App & arp, CommandLine & chosen) {
     addCommand<ArpAdvertised>(arp, "advertised", "The ARP tables advertised to switches", chosen);
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

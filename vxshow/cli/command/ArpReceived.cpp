@@ -2,7 +2,7 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -39,4 +39,4 @@ void addArpReceived(CLI::App & arp, CommandLine & chosen) {
     addCommand<ArpReceived>(arp, "received", "The ARP tables received from switches", chosen);
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -10,7 +10,7 @@
 #include <string>
 #include <system_error>
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -70,4 +70,4 @@ void addCapture(CLI::App & app, CommandLine & chosen) {
     });
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -7,7 +7,7 @@
 /// The commands, a file each. Each function adds one of them to the command that its first
 /// word is. When it is the one that was typed, it fills the command and the render step of
 /// `chosen`, which must outlive the parsing.
-namespace vxshow {
+namespace vxshow::cli::command {
 
 void addMacReceived(CLI::App & mac, CommandLine & chosen);
 void addMacAdvertised(CLI::App & mac, CommandLine & chosen);
@@ -19,4 +19,4 @@ void addRouterRoutes(CLI::App & router, CommandLine & chosen);
 void addCapture(CLI::App & app, CommandLine & chosen);
 void addModel(CLI::App & app, CommandLine & chosen);
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

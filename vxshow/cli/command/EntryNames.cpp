@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -36,4 +36,4 @@ std::optional<std::string> misnamedEntry(Vex::Dir const & entries, NoNumber noNu
     return "entry " + Vex::quoted(first->stringValue()) + ": " + whyNot(*first, noNumber);
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

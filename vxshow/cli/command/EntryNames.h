@@ -12,7 +12,7 @@
 /// The name should be the VNI in decimal, but nothing in the published state makes it so. The
 /// commands end with an error then that tells what is wrong with a number, but not which
 /// entry has it: whoever publishes the state needs to know that, so it is looked for here.
-namespace vxshow {
+namespace vxshow::cli::command {
 
 /// What a command makes of a name that does not begin with a number.
 enum class NoNumber { isZero, isAnError };
@@ -41,4 +41,4 @@ void namingTheEntry(Vex::Ptr<Vex::Dir> const & entries, NoNumber noNumber, Rende
     }
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

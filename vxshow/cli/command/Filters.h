@@ -6,7 +6,7 @@
 #include <string>
 
 /// The filters of each subject, which its received and its advertised command share.
-namespace vxshow {
+namespace vxshow::cli::command {
 
 /// The filters of `mac`. The last one is a source or a destination: its option is named by
 /// the command.
@@ -51,4 +51,4 @@ struct RouterFilter {
     }
 };
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -3,7 +3,7 @@
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/Filters.h"
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -43,4 +43,4 @@ void addMacAdvertised(CLI::App & mac, CommandLine & chosen) {
         mac, "advertised", "The MAC tables advertised to switches or another destination", chosen);
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -2,7 +2,7 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -42,4 +42,4 @@ void addMacReceived(CLI::App & mac, CommandLine & chosen) {
                             "The MAC tables received from switches and other sources", chosen);
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -115,4 +115,4 @@ void addModel(CLI::App & app, CommandLine & chosen) {
     });
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -152,4 +152,4 @@ void renderTypesJson(outfmt::Printer & printer, ModelTypes const & types) {
     printer.end();
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

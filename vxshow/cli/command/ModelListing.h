@@ -6,7 +6,7 @@
 #include <vector>
 
 /// How the types of the model are shown. Everything comes from their reflection records.
-namespace vxshow {
+namespace vxshow::cli::command {
 
 using ModelTypes = std::vector<Vex::Type const *>;
 
@@ -27,4 +27,4 @@ void printType(outfmt::Printer & printer, Vex::Type const & type);
 /// "base" is absent from a type without one, "key" from an attribute that is no collection.
 void renderTypesJson(outfmt::Printer & printer, ModelTypes const & types);
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -2,7 +2,7 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -42,4 +42,4 @@ void addRouterMap(CLI::App & router, CommandLine & chosen) {
                           "Which switches carry which logical router, and by which VTEP", chosen);
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -2,7 +2,7 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 
-namespace vxshow {
+namespace vxshow::cli::command {
 
 namespace {
 
@@ -33,4 +33,4 @@ void addRouterRoutes(CLI::App & router, CommandLine & chosen) {
                              chosen);
 }
 
-} // namespace vxshow
+} // namespace vxshow::cli::command

@@ -11,6 +11,8 @@
 
 namespace vxshow::test {
 
+using namespace terminal;
+
 namespace {
 
 using namespace std::chrono_literals;

@@ -4,6 +4,8 @@
 
 namespace vxshow::test {
 
+using namespace terminal;
+
 namespace {
 
 constexpr ScreenSize small{5, 6};

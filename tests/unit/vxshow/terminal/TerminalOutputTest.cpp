@@ -11,6 +11,8 @@
 
 namespace vxshow::test {
 
+using namespace terminal;
+
 namespace {
 
 /// What arrives of these pieces.
