@@ -48,7 +48,7 @@ void render(cli::CommandLine const & line, state::Mount const & mount) {
 }
 
 /// Reads the state; what there is to say of it goes to standard error.
-state::StateReading readState(cli::CommandLine const & line) {
+state::Reading readState(cli::CommandLine const & line) {
     try {
         auto reading = state::stateReader(line.state, state::Keep::nothing)(line.selection);
         for (std::string const & remark : reading.remarks) {
@@ -61,7 +61,7 @@ state::StateReading readState(cli::CommandLine const & line) {
 }
 
 [[noreturn]] void showOnce(cli::CommandLine const & line) {
-    state::StateReading const state = line.readsState ? readState(line) : state::StateReading();
+    state::Reading const state = line.readsState ? readState(line) : state::Reading();
     terminal::interruptEndsTheListing();
     try {
         render(line, state.mount);

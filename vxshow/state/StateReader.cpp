@@ -18,7 +18,7 @@ namespace vxshow::state {
 
 namespace {
 
-StateReading readOneSnapshot(std::string const & path, Selection const & selection) {
+Reading readOneSnapshot(std::string const & path, Selection const & selection) {
     try {
         return {snapshot::readSnapshot(path, selection)};
     } catch (std::exception const & error) {
@@ -33,9 +33,9 @@ public:
         : sources_(std::move(sources)), allOrNothing_(allOrNothing), keep_(keep),
           lastGood_(sources_.size()) {}
 
-    StateReading read(Selection const & selection) {
+    Reading read(Selection const & selection) {
         auto outcomes = readAll(selection);
-        StateReading reading;
+        Reading reading;
         for (std::size_t index = 0; index < sources_.size(); ++index) {
             finish(index, outcomes[index], reading);
         }
@@ -55,20 +55,19 @@ private:
     };
 
     /// Behind a table that is on the screen there is no place for a line of progress.
-    std::vector<sources::fabric::SourceOutcome> readAll(Selection const & selection) {
+    std::vector<sources::fabric::Outcome> readAll(Selection const & selection) {
         if (keep_ == Keep::lastGood && std::exchange(again_, true)) {
-            return sources::fabric::readSources(sources_, selection);
+            return sources::fabric::askAll(sources_, selection);
         }
         terminal::ProgressLine line(STDERR_FILENO);
-        return sources::fabric::readSources(
+        return sources::fabric::askAll(
             sources_, selection,
-            [&](sources::fabric::FabricProgress const & progress) { line.show(progress); });
+            [&](sources::fabric::Progress const & progress) { line.show(progress); });
     }
 
     /// Says what there is to say of one source, and has the last good reading stand in for one
     /// that failed.
-    void finish(std::size_t index, sources::fabric::SourceOutcome & outcome,
-                StateReading & reading) {
+    void finish(std::size_t index, sources::fabric::Outcome & outcome, Reading & reading) {
         std::string const name = Vex::printable(sources_[index].name);
         auto & last = lastGood_[index];
         if (outcome.reading && keep_ == Keep::lastGood) {
@@ -129,8 +128,8 @@ std::vector<sources::LiveSource> sourcesOf(cli::StateOptions const & options) {
 
 } // namespace
 
-std::function<StateReading(Selection const &)> stateReader(cli::StateOptions const & options,
-                                                           Keep keep) {
+std::function<Reading(Selection const &)> stateReader(cli::StateOptions const & options,
+                                                      Keep keep) {
     if (!options.snapshotPath.empty()) {
         return [path = options.snapshotPath](Selection const & selection) {
             return readOneSnapshot(path, selection);

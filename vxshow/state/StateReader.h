@@ -12,7 +12,7 @@
 namespace vxshow::state {
 
 /// One reading of the state.
-struct StateReading {
+struct Reading {
     Mount mount;
     /// Whether every source is in it as it is now.
     bool complete = true;
@@ -33,7 +33,6 @@ enum class Keep : bool { nothing, lastGood };
 /// What reads the state, as it is at the time of the call, each time that it is called; it
 /// raises `StateError`. A fabric file is read when this is called, and `StateError` raised for
 /// one that cannot be.
-std::function<StateReading(Selection const &)> stateReader(cli::StateOptions const & options,
-                                                           Keep keep);
+std::function<Reading(Selection const &)> stateReader(cli::StateOptions const & options, Keep keep);
 
 } // namespace vxshow::state

@@ -26,8 +26,8 @@ constexpr int firstOther = STDERR_FILENO + 1;
 
 /// Takes `number` over, but not as one of the standard streams: those it would get where this
 /// process was started without them, and the child's own are put there.
-Descriptor beyondStandard(int number) {
-    Descriptor first(number);
+OwnedDescriptor beyondStandard(int number) {
+    OwnedDescriptor first(number);
     if (number < 0) {
         throwError(errno);
     }
@@ -38,19 +38,19 @@ Descriptor beyondStandard(int number) {
     if (higher < 0) {
         throwError(errno);
     }
-    return Descriptor(higher);
+    return OwnedDescriptor(higher);
 }
 
 struct Pipe {
-    Descriptor reader;
-    Descriptor writer;
+    OwnedDescriptor reader;
+    OwnedDescriptor writer;
 
     Pipe() {
         int ends[2];
         if (::pipe2(ends, O_CLOEXEC) != 0) {
             throwError(errno);
         }
-        Descriptor second(ends[1]);
+        OwnedDescriptor second(ends[1]);
         reader = beyondStandard(ends[0]);
         writer = beyondStandard(second.release());
         if (::fcntl(reader.number(), F_SETFL, O_NONBLOCK) != 0) {
@@ -213,7 +213,7 @@ void Child::start(std::vector<std::string> const & words, int output, int errors
         pid_ = ::clone(become, stack.top(), flags, &start, &ended);
         start.error = pid_ < 0 ? errno : start.error;
     }
-    ended_ = Descriptor(ended);
+    ended_ = OwnedDescriptor(ended);
     if (start.error != 0) {
         end();
         throwError(start.error);
@@ -246,8 +246,8 @@ int Child::end() noexcept {
 /// output: what prints ends by that.
 void Child::letGo() noexcept {
     constexpr int milliseconds = 100;
-    output_ = Descriptor();
-    errors_ = Descriptor();
+    output_ = OwnedDescriptor();
+    errors_ = OwnedDescriptor();
     pollfd ended{ended_.number(), POLLIN, 0};
     ::poll(&ended, 1, milliseconds);
 }

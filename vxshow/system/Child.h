@@ -49,9 +49,9 @@ private:
 
     ChildSlot slot_;
     pid_t pid_ = -1;
-    Descriptor output_;
-    Descriptor errors_;
-    Descriptor ended_;
+    OwnedDescriptor output_;
+    OwnedDescriptor errors_;
+    OwnedDescriptor ended_;
 };
 
 } // namespace vxshow::system

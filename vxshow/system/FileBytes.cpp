@@ -90,7 +90,7 @@ FileBytes FileBytes::open(std::string const & path) {
     if (number < 0) {
         throwErrno();
     }
-    Descriptor const file(number);
+    OwnedDescriptor const file(number);
     return read(file.number());
 }
 

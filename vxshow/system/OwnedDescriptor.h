@@ -6,21 +6,22 @@
 namespace vxshow::system {
 
 /// An open descriptor, closed at the end. One that is negative is none.
-class Descriptor {
+class OwnedDescriptor {
 public:
-    Descriptor() = default;
+    OwnedDescriptor() = default;
 
     /// Takes `number` over.
-    explicit Descriptor(int number) noexcept : number_(number) {}
+    explicit OwnedDescriptor(int number) noexcept : number_(number) {}
 
-    Descriptor(Descriptor && other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    OwnedDescriptor(OwnedDescriptor && other) noexcept
+        : number_(std::exchange(other.number_, -1)) {}
 
-    Descriptor & operator=(Descriptor && other) noexcept {
+    OwnedDescriptor & operator=(OwnedDescriptor && other) noexcept {
         std::swap(number_, other.number_);
         return *this;
     }
 
-    ~Descriptor() {
+    ~OwnedDescriptor() {
         if (number_ >= 0) {
             ::close(number_);
         }

@@ -23,7 +23,7 @@ ProgressLine::~ProgressLine() {
     }
 }
 
-void ProgressLine::show(sources::fabric::FabricProgress const & progress) {
+void ProgressLine::show(sources::fabric::Progress const & progress) {
     if (!terminal_ || system::Clock::now() - start_ < quietAtFirst) {
         return;
     }

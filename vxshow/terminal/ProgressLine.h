@@ -17,7 +17,7 @@ public:
     ProgressLine(ProgressLine const &) = delete;
     ProgressLine & operator=(ProgressLine const &) = delete;
 
-    void show(sources::fabric::FabricProgress const & progress);
+    void show(sources::fabric::Progress const & progress);
 
 private:
     void write(std::string const & text) const;

@@ -64,15 +64,15 @@ TerminalOutput::TerminalOutput(int terminal) : terminal_(terminal) {
     if (::pipe2(ends, O_CLOEXEC) != 0) {
         throw std::system_error(errno, std::generic_category());
     }
-    reader_ = system::Descriptor(ends[0]);
-    writer_ = system::Descriptor(ends[1]);
+    reader_ = system::OwnedDescriptor(ends[0]);
+    writer_ = system::OwnedDescriptor(ends[1]);
     // Where that is refused, more is on the way: no harm.
     ::fcntl(ends[1], F_SETPIPE_SZ, page);
     passing_ = withoutSignals([this] { pass(); });
 }
 
 TerminalOutput::~TerminalOutput() {
-    writer_ = system::Descriptor();
+    writer_ = system::OwnedDescriptor();
     if (passing_.joinable()) {
         passing_.join();
     }

@@ -35,8 +35,8 @@ private:
 
     int terminal_;
     int error_ = 0; ///< of the system, when the terminal took no more
-    system::Descriptor reader_;
-    system::Descriptor writer_;
+    system::OwnedDescriptor reader_;
+    system::OwnedDescriptor writer_;
     std::thread passing_;
 };
 

@@ -58,7 +58,7 @@ struct Look {
 
 /// Raises `StateError` when there is nothing to show.
 Look look(cli::CommandLine const & line,
-          std::function<state::StateReading(state::Selection const &)> const & readState) {
+          std::function<state::Reading(state::Selection const &)> const & readState) {
     auto reading = readState(line.selection);
     try {
         return {answerOf(line, reading.mount), timeOfDay(), std::move(reading.remarks)};

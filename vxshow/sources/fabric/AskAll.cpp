@@ -61,14 +61,14 @@ public:
     }
 
     /// Waits for the next look; whether all sources are done by then.
-    bool wait(FabricProgress & progress) {
+    bool wait(Progress & progress) {
         std::unique_lock lock(mutex_);
         changed_.wait_for(lock, betweenLooks, [&] { return progress_.done == progress_.sources; });
         progress = progress_;
         return progress.done == progress.sources;
     }
 
-    std::vector<SourceOutcome> & outcomes() { return outcomes_; }
+    std::vector<Outcome> & outcomes() { return outcomes_; }
 
 private:
     std::optional<std::size_t> next() {
@@ -76,10 +76,10 @@ private:
         return next_ < sources_.size() ? std::optional(next_++) : std::nullopt;
     }
 
-    SourceOutcome outcomeOf(LiveSource const & source) const {
+    Outcome outcomeOf(LiveSource const & source) const {
         try {
             return {std::make_shared<SourceReading>(
-                readSource(source, selection_, Deadline::in(source.timeLimit)))};
+                askOne(source, selection_, Deadline::in(source.timeLimit)))};
         } catch (std::bad_alloc const &) {
             return {nullptr, "out of memory"};
         } catch (std::exception const & error) {
@@ -87,7 +87,7 @@ private:
         }
     }
 
-    void finish(std::size_t index, SourceOutcome outcome) {
+    void finish(std::size_t index, Outcome outcome) {
         std::lock_guard const lock(mutex_);
         ++progress_.done;
         progress_.rows += outcome.reading ? rowsOf(outcome.reading->state) : 0;
@@ -97,11 +97,11 @@ private:
 
     std::vector<LiveSource> const & sources_;
     state::Selection const & selection_;
-    std::vector<SourceOutcome> outcomes_;
+    std::vector<Outcome> outcomes_;
     std::mutex mutex_;
     std::condition_variable changed_;
     std::size_t next_ = 0;
-    FabricProgress progress_;
+    Progress progress_;
 };
 
 /// How many sources are read at once: fewer where this process may have few descriptors. A
@@ -111,8 +111,9 @@ std::size_t atOnce(std::size_t sources) {
     constexpr rlim_t ofOne = 6;
     constexpr rlim_t others = 16;
     rlimit limit{};
-    auto most = mostAtOnce;
-    if (::getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < others + ofOne * mostAtOnce) {
+    auto most = maxParallelReads;
+    if (::getrlimit(RLIMIT_NOFILE, &limit) == 0 &&
+        limit.rlim_cur < others + ofOne * maxParallelReads) {
         most = limit.rlim_cur < others + ofOne ? 1 : (limit.rlim_cur - others) / ofOne;
     }
     return std::min(sources, most);
@@ -134,9 +135,9 @@ std::vector<std::jthread> readers(Reading & reading, std::size_t most) {
 
 } // namespace
 
-std::vector<SourceOutcome> readSources(std::vector<LiveSource> const & sources,
-                                       state::Selection const & selection,
-                                       std::function<void(FabricProgress const &)> const & watch) {
+std::vector<Outcome> askAll(std::vector<LiveSource> const & sources,
+                            state::Selection const & selection,
+                            std::function<void(Progress const &)> const & watch) {
     ThreadSafePtr const safe;
     Reading reading(sources, selection);
     {
@@ -144,7 +145,7 @@ std::vector<SourceOutcome> readSources(std::vector<LiveSource> const & sources,
         if (threads.empty()) {
             reading.work();
         }
-        FabricProgress progress;
+        Progress progress;
         while (!reading.wait(progress)) {
             if (watch) {
                 watch(progress);
@@ -155,7 +156,7 @@ std::vector<SourceOutcome> readSources(std::vector<LiveSource> const & sources,
 }
 
 state::Mount mountSources(std::vector<LiveSource> const & sources,
-                          std::vector<SourceOutcome> const & outcomes,
+                          std::vector<Outcome> const & outcomes,
                           state::Selection const & selection) {
     SourceMount mount(selection);
     for (std::size_t index = 0; index < sources.size(); ++index) {

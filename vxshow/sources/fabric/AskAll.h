@@ -14,34 +14,34 @@
 namespace vxshow::sources::fabric {
 
 /// How far the reading of a fabric is.
-struct FabricProgress {
+struct Progress {
     std::size_t done = 0; ///< sources that have answered or failed
     std::size_t sources = 0;
     std::size_t rows = 0; ///< entries that the answers hold
 };
 
 /// What became of one source.
-struct SourceOutcome {
+struct Outcome {
     std::shared_ptr<SourceReading const> reading; ///< null when it failed
     std::string failure = {};                     ///< the reason then, printable, on one line
 };
 
-/// Reads all sources, up to `mostAtOnce` side by side, and gives what became of each, in their
-/// order. Each has its own time limit, from the moment in which its turn comes. `watch` is
+/// Reads all sources, up to `maxParallelReads` side by side, and gives what became of each, in
+/// their order. Each has its own time limit, from the moment in which its turn comes. `watch` is
 /// called on this thread, again and again while it waits. Where the system gives fewer threads,
 /// or few descriptors, it goes on with those; without threads the sources are read on this one,
 /// and nobody watches.
-std::vector<SourceOutcome>
-readSources(std::vector<LiveSource> const & sources, state::Selection const & selection,
-            std::function<void(FabricProgress const &)> const & watch = {});
+std::vector<Outcome> askAll(std::vector<LiveSource> const & sources,
+                            state::Selection const & selection,
+                            std::function<void(Progress const &)> const & watch = {});
 
 /// A source spends its time in its own server and in its client, and the processors here are
 /// shared with both when the servers are local.
-inline constexpr std::size_t mostAtOnce = 16;
+inline constexpr std::size_t maxParallelReads = 16;
 
 /// The mount of all outcomes that have a reading; `outcomes` stand in the order of `sources`.
 state::Mount mountSources(std::vector<LiveSource> const & sources,
-                          std::vector<SourceOutcome> const & outcomes,
+                          std::vector<Outcome> const & outcomes,
                           state::Selection const & selection);
 
 } // namespace vxshow::sources::fabric

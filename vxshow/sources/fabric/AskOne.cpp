@@ -37,8 +37,8 @@ SourceReading readVtep(LiveSource const & source, frr::VtyshCommand const & vtys
 
 } // namespace
 
-SourceReading readSource(LiveSource const & source, state::Selection const & selection,
-                         Deadline const & deadline) {
+SourceReading askOne(LiveSource const & source, state::Selection const & selection,
+                     Deadline const & deadline) {
     if (auto const * address = std::get_if<ovsdb::DatabaseAddress>(&source.access)) {
         return readDatabase(source, *address, selection, deadline);
     }

@@ -16,7 +16,7 @@ struct SourceReading {
 
 /// Reads what is selected of one source, whatever its kind. Raises `SourceFailure`. May be
 /// called on several threads at once.
-SourceReading readSource(LiveSource const & source, state::Selection const & selection,
-                         Deadline const & deadline);
+SourceReading askOne(LiveSource const & source, state::Selection const & selection,
+                     Deadline const & deadline);
 
 } // namespace vxshow::sources::fabric

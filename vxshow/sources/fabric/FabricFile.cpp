@@ -43,7 +43,7 @@ std::vector<LiveSource> readDocument(text::TomlValue const & document, std::stri
     std::vector<LiveSource> sources;
     std::set<std::string> names;
     for (text::TomlField const & element : elements) {
-        sources.push_back(readSource(element, folder));
+        sources.push_back(readSourceTable(element, folder));
         if (!names.insert(sources.back().name).second) {
             element.required("name").refuse("a name that no source before it has");
         }

@@ -132,7 +132,7 @@ bool isDatabase(text::TomlField const & source) {
 
 } // namespace
 
-LiveSource readSource(text::TomlField const & source, std::string const & folder) {
+LiveSource readSourceTable(text::TomlField const & source, std::string const & folder) {
     source.table("a table");
     LiveSource result;
     bool const isDatabaseSource = isDatabase(source);

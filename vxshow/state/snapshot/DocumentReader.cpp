@@ -54,8 +54,8 @@ Vex::Ptr<Vex::Dir> readVniEntries(text::JsonValue & value, Wanted & wanted) {
 /// The sources that may stand in one part of the document.
 using SourceNames = std::span<text::MemberName const>;
 
-Vex::Ptr<Cli::VniStatusDirList> readSources(text::JsonValue & value, SourceNames names,
-                                            bool selected, Wanted & wanted) {
+Vex::Ptr<Cli::VniStatusDirList> askAll(text::JsonValue & value, SourceNames names, bool selected,
+                                       Wanted & wanted) {
     text::Members members(names);
     auto list = Cli::vniStatusDirListFactory();
     value.members(
@@ -96,7 +96,7 @@ State readState(text::JsonValue & value, std::string_view directoryName,
                 state.*directory = readDirectory(member, wanted);
                 break;
             case sources:
-                state.sources = sources::fabric::readSources(member, sourceNames, selected, wanted);
+                state.sources = sources::fabric::askAll(member, sourceNames, selected, wanted);
                 break;
             default:
                 state.evpn = readEvpnSources(member);

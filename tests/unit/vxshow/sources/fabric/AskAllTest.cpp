@@ -41,14 +41,14 @@ std::vector<LiveSource> failing(unsigned first, unsigned last) {
 }
 
 std::string failureOf(std::vector<LiveSource> const & sources) {
-    return readSources(sources, {}).front().failure;
+    return askAll(sources, {}).front().failure;
 }
 
 } // namespace
 
 TEST(ReadFabric, EachSourceHasItsOwnOutcomeInItsPlaceHoweverManyThereAre) {
-    constexpr unsigned count = 3 * mostAtOnce + 1;
-    auto const outcomes = readSources(failing(1, count), {});
+    constexpr unsigned count = 3 * maxParallelReads + 1;
+    auto const outcomes = askAll(failing(1, count), {});
     ASSERT_EQ(outcomes.size(), count);
     for (unsigned number = 1; number <= count; ++number) {
         auto const & outcome = outcomes[number - 1];
@@ -63,7 +63,7 @@ TEST(ReadFabric, ASourceThatFailsLeavesTheOthers) {
     // A vtysh that knows of nothing: the line before each answer, and no answer.
     auto const good =
         scripted("good", "for word; do case $word in show*) echo \"host# $word\";; esac; done");
-    auto const outcomes = readSources({failing(1), good, failing(2)}, {});
+    auto const outcomes = askAll({failing(1), good, failing(2)}, {});
     ASSERT_EQ(outcomes.size(), 3U);
     EXPECT_FALSE(outcomes[0].reading);
     EXPECT_TRUE(outcomes[1].reading) << outcomes[1].failure;
@@ -79,20 +79,20 @@ TEST(ReadFabric, AProgramThatIsNotThereIsTheReason) {
 TEST(ReadFabric, EachSourceHasItsOwnTimeLimit) {
     auto slow = scripted("slow", "exec sleep 60");
     slow.timeLimit = std::chrono::milliseconds(200);
-    auto const outcomes = readSources({slow, failing(1)}, {});
+    auto const outcomes = askAll({slow, failing(1)}, {});
     EXPECT_EQ(outcomes[0].failure, "time limit: no answer within 0.2 s");
     EXPECT_NE(outcomes[1].failure.find("failed as number 1"), std::string::npos);
 }
 
 TEST(ReadFabric, WhoWatchesSeesHowFarItIs) {
-    FabricProgress last;
+    Progress last;
     // The source ends once somebody has watched.
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     auto const source = scripted("waiting", "read line < /proc/" + std::to_string(getpid()) +
                                                 "/fd/" + std::to_string(ends[0]) + "; exit 1");
     bool told = false;
-    readSources({source}, {}, [&](FabricProgress const & progress) {
+    askAll({source}, {}, [&](Progress const & progress) {
         last = progress;
         if (!std::exchange(told, true)) {
             EXPECT_EQ(write(ends[1], "\n", 1), 1);
@@ -116,7 +116,7 @@ TEST(ReadFabric, WithoutThreadsTheSourcesAreReadAllTheSame) {
             _exit(2);
         }
         // A program is a process, too, and so cannot be started.
-        auto const outcomes = readSources(failing(1, 2), {});
+        auto const outcomes = askAll(failing(1, 2), {});
         bool const said =
             outcomes.size() == 2 && !outcomes[0].failure.empty() && !outcomes[1].failure.empty();
         _exit(said ? 0 : 1);
@@ -130,12 +130,12 @@ TEST(ReadFabric, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
         if (setrlimit(RLIMIT_NOFILE, &few) != 0) {
             _exit(2);
         }
-        auto sources = failing(1, 2 * mostAtOnce);
+        auto sources = failing(1, 2 * maxParallelReads);
         for (auto & source : sources) {
             auto & script = std::get<sources::frr::VtyshCommand>(source.access).words.back();
             script.insert(0, "sleep 0.1; ");
         }
-        for (auto const & outcome : readSources(sources, {})) {
+        for (auto const & outcome : askAll(sources, {})) {
             if (outcome.failure.find("failed as number") == std::string::npos) {
                 std::cerr << outcome.failure;
                 _exit(1);
@@ -148,7 +148,7 @@ TEST(ReadFabric, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
 
 TEST(ReadFabric, NothingIsMountedOfWhatFailed) {
     auto const sources = failing(1, 1);
-    auto const mount = mountSources(sources, readSources(sources, {}), {});
+    auto const mount = mountSources(sources, askAll(sources, {}), {});
     EXPECT_FALSE(mount.received.switches);
     EXPECT_FALSE(mount.advertised.vnis);
 }
