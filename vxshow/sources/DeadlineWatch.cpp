@@ -8,7 +8,7 @@ namespace vxshow::sources {
 void DeadlineWatch::look() {
     left_ = stepsBetweenLooks;
     if (deadline_.isOver()) {
-        throw TimeOver(system::reason(system::TimeLimit{}, "", deadline_.limit));
+        throw TimedOut(system::reason(system::TimeLimit{}, "", deadline_.limit));
     }
 }
 

@@ -11,7 +11,7 @@ public:
     explicit DeadlineWatch(Deadline const & deadline) noexcept : deadline_(deadline) {}
 
     /// To be called at each step of the work, such as a row or a fact that is made of several
-    /// rows: a small part of the steps looks at the clock. Throws `TimeOver` when the time is.
+    /// rows: a small part of the steps looks at the clock. Throws `TimedOut` when the time is.
     void step() {
         if (--left_ == 0) [[unlikely]] {
             look();

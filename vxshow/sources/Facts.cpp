@@ -57,14 +57,14 @@ void appendVnis(std::vector<Fact> const & facts, std::vector<Vxlan::Vni> & vnis)
 
 } // namespace
 
-void SourceSide::append(SourceSide const & other) {
+void SideFacts::append(SideFacts const & other) {
     appendTo(vnis, other.vnis);
     appendTo(macs, other.macs);
     appendTo(floods, other.floods);
     appendTo(bindings, other.bindings);
 }
 
-void SourceSide::settle() {
+void SideFacts::settle() {
     sortUnique(macs, PlaceLess(), samePlace);
     sortUnique(floods, std::less<>(), std::equal_to<>());
     sortUnique(bindings, BindingLess(), std::equal_to<>());
@@ -74,7 +74,7 @@ void SourceSide::settle() {
     sortUnique(vnis, std::less<>(), std::equal_to<>());
 }
 
-void SourceState::settle() {
+void Facts::settle() {
     for (auto & [name, side] : local) {
         side.settle();
     }

@@ -55,14 +55,14 @@ struct IpBinding {
 };
 
 /// What is known from one side: what a VTEP has learned itself, or what it was told.
-struct SourceSide {
+struct SideFacts {
     std::vector<Vxlan::Vni> vnis; ///< also those of which nothing else is known
     std::vector<MacPlace> macs;
     std::vector<FloodTarget> floods;
     std::vector<IpBinding> bindings;
 
     /// Adds all that `other` knows.
-    void append(SourceSide const & other);
+    void append(SideFacts const & other);
 
     /// Puts each list into its one order, without repetitions, and every VNI that a fact is
     /// about into `vnis`. Of places that differ in the moves alone, the one with the most
@@ -70,16 +70,16 @@ struct SourceSide {
     /// preference first, then the more changes, then the lower MAC address.
     void settle();
 
-    bool operator==(SourceSide const &) const = default;
+    bool operator==(SideFacts const &) const = default;
 };
 
 /// A switch and the addresses of its VTEPs.
-struct SourceSwitch {
+struct SwitchFacts {
     std::optional<Nolt::EthAddr> systemId = {}; ///< none: nobody has told
     std::set<Nolt::IpGenAddr> vteps = {};
     std::set<std::string> routers = {}; ///< the logical routers that run on it
 
-    bool operator==(SourceSwitch const &) const = default;
+    bool operator==(SwitchFacts const &) const = default;
 };
 
 /// An IP interface of a logical router in a VNI.
@@ -93,27 +93,27 @@ struct RouterPort {
 
 /// A logical router. Of several sources' ports with one address the least is shown; the
 /// nexthops of a prefix are those of all of them.
-struct SourceRouter {
+struct RouterFacts {
     std::map<Nolt::IpGenAddrWithMask, std::set<RouterPort>> ports = {};
     std::map<Nolt::IpGenPrefix, std::set<Nolt::IpGenAddr>> routes = {};
 
-    bool operator==(SourceRouter const &) const = default;
+    bool operator==(RouterFacts const &) const = default;
 };
 
 /// All that one source knows.
-struct SourceState {
+struct Facts {
     /// What was learned locally, by the name of the switch that learned it. A switch that has
     /// learned nothing stands here, too.
-    std::map<std::string, SourceSide> local;
+    std::map<std::string, SideFacts> local;
     /// What the source was told of everything else.
-    SourceSide remote;
-    std::map<std::string, SourceSwitch> switches; ///< by name
-    std::map<std::string, SourceRouter> routers;  ///< by name
+    SideFacts remote;
+    std::map<std::string, SwitchFacts> switches; ///< by name
+    std::map<std::string, RouterFacts> routers;  ///< by name
 
     /// Settles every side.
     void settle();
 
-    bool operator==(SourceState const &) const = default;
+    bool operator==(Facts const &) const = default;
 };
 
 } // namespace vxshow::sources

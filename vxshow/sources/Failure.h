@@ -7,15 +7,15 @@ namespace vxshow::sources {
 /// A source that could not be read. Its text is the reason: one line of printable ASCII
 /// without the source's name, such as "unreachable: …", "time limit: no answer within 5 s",
 /// "permission: …", "no such program: vtysh", "no such schema: …", "broken answer: …".
-class SourceFailure : public std::runtime_error {
+class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
 /// The time for an answer is over: "time limit: …".
-class TimeOver : public SourceFailure {
+class TimedOut : public Failure {
 public:
-    using SourceFailure::SourceFailure;
+    using Failure::Failure;
 };
 
 } // namespace vxshow::sources

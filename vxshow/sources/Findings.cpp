@@ -25,7 +25,7 @@ void Noticed::add(std::string what) {
     ++count_;
 }
 
-std::optional<std::string> SourceFindings::warning() const {
+std::optional<std::string> Findings::warning() const {
     auto line = remark.value_or("");
     appendTo(line, leftOut, "entry left out", "entries left out");
     appendTo(line, unplaced, "local entry at a VTEP of no switch",

@@ -27,7 +27,7 @@ private:
     std::string first_;
 };
 
-struct SourceFindings {
+struct Findings {
     /// What is to be said of the source as a whole, in printable ASCII, on one line.
     std::optional<std::string> remark;
     Noticed leftOut;  ///< entries without a usable MAC, address or key: not in the state

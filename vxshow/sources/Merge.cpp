@@ -68,7 +68,7 @@ void eachPart(Run<Fact> run, Key Fact::*key, Take && take) {
 /// The tables of one VNI after the other, in vectors whose room is used again.
 class TablesMaker {
 public:
-    TablesMaker(SourceSide const & side, state::Selection const & selection)
+    TablesMaker(SideFacts const & side, state::Selection const & selection)
         : selection_(selection), macs_(side.macs), floods_(side.floods), bindings_(side.bindings) {}
 
     /// Fills `into`, which is empty. Asked for ascending VNIs.
@@ -131,7 +131,7 @@ private:
 };
 
 /// The directory of what one switch or source has told; nothing of one that is not `selected`.
-Vex::Ptr<VxlanController::VniStatusDirV2> statusDir(SourceSide & side, bool selected,
+Vex::Ptr<VxlanController::VniStatusDirV2> statusDir(SideFacts & side, bool selected,
                                                     state::Selection const & selection) {
     auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
     if (!selected) {
@@ -147,7 +147,7 @@ Vex::Ptr<VxlanController::VniStatusDirV2> statusDir(SourceSide & side, bool sele
     return dir;
 }
 
-Vex::Ptr<VcsEvpn::HostTable const> hostTable(SourceSide const & side) {
+Vex::Ptr<VcsEvpn::HostTable const> hostTable(SideFacts const & side) {
     VcsEvpn::HostTableWriter hosts("EVPN hosts", side.macs.size());
     for (auto at = side.macs.begin(); at != side.macs.end();) {
         auto best = at;
@@ -160,7 +160,7 @@ Vex::Ptr<VcsEvpn::HostTable const> hostTable(SourceSide const & side) {
     return hosts.table();
 }
 
-Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SourceSide const & side) {
+Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SideFacts const & side) {
     VcsEvpn::FloodTableWriter flood("EVPN flood lists");
     VcsEvpn::FloodEntry const replicated(VcsEvpn::FloodEntry::TunnelType::ingressReplication);
     for (FloodTarget const & target : side.floods) {
@@ -171,7 +171,7 @@ Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SourceSide const & side) {
     return flood.table();
 }
 
-Vex::Ptr<Cli::HostFloodTableList> evpnTables(SourceSide & side) {
+Vex::Ptr<Cli::HostFloodTableList> evpnTables(SideFacts & side) {
     side.settle();
     auto tables = Cli::hostFloodTableFactory();
     tables->hostTableIs(hostTable(side));
@@ -183,10 +183,10 @@ Vex::Ptr<Cli::HostFloodTableList> evpnTables(SourceSide & side) {
 
 } // namespace
 
-void SourceMount::add(SourceState const & state, SourceRole role) {
+void Merge::add(Facts const & state, Role role) {
     any_ = true;
     addRouters(state);
-    if (role == SourceRole::switches) {
+    if (role == Role::switches) {
         if (!switches_) {
             switches_.emplace();
         }
@@ -206,14 +206,14 @@ void SourceMount::add(SourceState const & state, SourceRole role) {
     }
 }
 
-std::optional<SourceMount::Sides> & SourceMount::sidesOf(SourceRole role) {
-    if (role == SourceRole::evpn) {
+std::optional<Merge::Sides> & Merge::sidesOf(Role role) {
+    if (role == Role::evpn) {
         return evpn_;
     }
-    return role == SourceRole::hsc ? hsc_ : qvx_;
+    return role == Role::hsc ? hsc_ : qvx_;
 }
 
-void SourceMount::addRouters(SourceState const & state) {
+void Merge::addRouters(Facts const & state) {
     switchInfo_.insert(switchInfo_.end(), state.switches.begin(), state.switches.end());
     for (auto const & [name, router] : state.routers) {
         auto & all = routers_[name];
@@ -226,7 +226,7 @@ void SourceMount::addRouters(SourceState const & state) {
     }
 }
 
-void SourceMount::mountSwitches(state::Mount & mount) {
+void Merge::mountSwitches(state::Mount & mount) {
     mount.received.switches = Vex::makePtr<Vex::Dir>();
     for (auto & [name, side] : *switches_) {
         bool const selected = selection_.received && selection_.takesSwitch(name);
@@ -247,7 +247,7 @@ void SourceMount::mountSwitches(state::Mount & mount) {
     }
 }
 
-void SourceMount::mountSources(state::Mount & mount) {
+void Merge::mountSources(state::Mount & mount) {
     mount.received.sources = Cli::vniStatusDirListFactory();
     auto & received = *mount.received.sources;
     if (qvx_) {
@@ -261,12 +261,12 @@ void SourceMount::mountSources(state::Mount & mount) {
     }
 }
 
-void SourceMount::mountEvpn(state::Mount & mount) {
+void Merge::mountEvpn(state::Mount & mount) {
     mount.received.evpn = evpnTables(evpn_->received);
     mount.advertised.evpn = evpnTables(evpn_->advertised);
 }
 
-state::Mount SourceMount::mount() {
+state::Mount Merge::mount() {
     state::Mount mount;
     if (switches_) {
         mountSwitches(mount);

@@ -13,7 +13,7 @@
 namespace vxshow::sources {
 
 /// What a source is to the fabric, and so where its state is mounted.
-enum class SourceRole {
+enum class Role {
     /// One or several switches. What they learned locally is received from each of them under
     /// its name; what they were told is advertised, in the entry of each VNI.
     switches,
@@ -39,16 +39,16 @@ enum class SourceRole {
 /// - A MAC address that all place alike has the most moves that any has counted.
 /// - Flood lists are the union of all; so are the nexthops of a route.
 /// - An IP address with several MAC addresses has the one with the best right to it, as
-///   `SourceSide::settle` orders them.
+///   `SideFacts::settle` orders them.
 /// - EVPN's shared tables hold one VTEP for a MAC address, no flood list but that of the zero
 ///   address, and no bindings. Of several VTEPs it is the one with the most moves, the lowest
 ///   of those.
-class SourceMount {
+class Merge {
 public:
     /// Mounts what is selected.
-    explicit SourceMount(state::Selection selection = {}) : selection_(std::move(selection)) {}
+    explicit Merge(state::Selection selection = {}) : selection_(std::move(selection)) {}
 
-    void add(SourceState const & state, SourceRole role);
+    void add(Facts const & state, Role role);
 
     /// The mount of all that was added. A part of it for which no source of its role was
     /// added stays null. Raises `Pelo::TableError` when there is no room for a shared table.
@@ -57,24 +57,24 @@ public:
 private:
     /// What is known on both sides of one destination that is no switch.
     struct Sides {
-        SourceSide received;
-        SourceSide advertised;
+        SideFacts received;
+        SideFacts advertised;
     };
 
-    std::optional<Sides> & sidesOf(SourceRole role);
-    void addRouters(SourceState const & state);
+    std::optional<Sides> & sidesOf(Role role);
+    void addRouters(Facts const & state);
     void mountSwitches(state::Mount & mount);
     void mountSources(state::Mount & mount);
     void mountEvpn(state::Mount & mount);
 
     state::Selection selection_;
-    std::optional<std::map<std::string, SourceSide>> switches_;
-    SourceSide advertised_;
+    std::optional<std::map<std::string, SideFacts>> switches_;
+    SideFacts advertised_;
     std::optional<Sides> hsc_;
     std::optional<Sides> qvx_;
     std::optional<Sides> evpn_;
     std::vector<NamedSwitch> switchInfo_;
-    std::map<std::string, SourceRouter> routers_;
+    std::map<std::string, RouterFacts> routers_;
     bool any_ = false;
 };
 

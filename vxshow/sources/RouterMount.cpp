@@ -33,7 +33,7 @@ void mountVteps(NamedSwitch const & named, VxlanController::SwitchInfoDir & dir)
     }
 }
 
-void mountPublished(SourceSwitch const & known, Statestore::PublishStatus & status) {
+void mountPublished(SwitchFacts const & known, Statestore::PublishStatus & status) {
     if (!known.systemId) {
         return;
     }
@@ -44,7 +44,7 @@ void mountPublished(SourceSwitch const & known, Statestore::PublishStatus & stat
     }
 }
 
-Vex::Ptr<LRStatusV2> routerStatus(std::string const & name, SourceRouter const & router) {
+Vex::Ptr<LRStatusV2> routerStatus(std::string const & name, RouterFacts const & router) {
     auto status = Vex::makePtr<LRStatusV2>(Vex::String(name));
     for (auto const & [ip, ports] : router.ports) {
         auto const & port = *ports.begin();
@@ -63,7 +63,7 @@ Vex::Ptr<LRStatusV2> routerStatus(std::string const & name, SourceRouter const &
 } // namespace
 
 state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
-                                   std::map<std::string, SourceRouter> const & routers) {
+                                   std::map<std::string, RouterFacts> const & routers) {
     auto const dir = Vex::makePtr<VxlanController::SwitchInfoDir>();
     auto const published = Vex::makePtr<Statestore::PublishStatus>();
     auto const status = Vex::makePtr<Vex::Dir>();

@@ -14,11 +14,11 @@
 namespace vxshow::sources {
 
 /// One source of a fabric, as its operator describes it.
-struct LiveSource {
+struct Source {
     /// Names the source in messages. As a switch, it is also the name of an FRR source, and of
     /// whatever a database holds at a VTEP of no switch.
     std::string name;
-    SourceRole role = SourceRole::switches;
+    Role role = Role::switches;
     std::variant<ovsdb::DatabaseAddress, frr::VtyshCommand> access;
     /// The system identifier of the source's switch; of none when it holds several.
     std::optional<Nolt::EthAddr> systemId = {};
@@ -27,7 +27,7 @@ struct LiveSource {
     /// Reading all of it may take so long.
     std::chrono::milliseconds timeLimit{5000};
 
-    bool operator==(LiveSource const &) const = default;
+    bool operator==(Source const &) const = default;
 };
 
 } // namespace vxshow::sources

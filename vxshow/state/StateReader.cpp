@@ -29,7 +29,7 @@ Reading readOneSnapshot(std::string const & path, Selection const & selection) {
 /// The sources of a fabric, and what each has told last.
 class LiveState {
 public:
-    LiveState(std::vector<sources::LiveSource> sources, bool allOrNothing, Keep keep)
+    LiveState(std::vector<sources::Source> sources, bool allOrNothing, Keep keep)
         : sources_(std::move(sources)), allOrNothing_(allOrNothing), keep_(keep),
           lastGood_(sources_.size()) {}
 
@@ -96,7 +96,7 @@ private:
         return text;
     }
 
-    std::vector<sources::LiveSource> sources_;
+    std::vector<sources::Source> sources_;
     bool allOrNothing_;
     Keep keep_;
     std::vector<LastGood> lastGood_;
@@ -104,8 +104,8 @@ private:
 };
 
 /// The command line has checked the remotes.
-std::vector<sources::LiveSource> typedSources(cli::StateOptions const & options) {
-    std::vector<sources::LiveSource> sources;
+std::vector<sources::Source> typedSources(cli::StateOptions const & options) {
+    std::vector<sources::Source> sources;
     for (std::string const & remotes : options.databases) {
         sources.push_back({.name = remotes, .access = sources::ovsdb::readRemotes(remotes)});
     }
@@ -115,7 +115,7 @@ std::vector<sources::LiveSource> typedSources(cli::StateOptions const & options)
     return sources;
 }
 
-std::vector<sources::LiveSource> sourcesOf(cli::StateOptions const & options) {
+std::vector<sources::Source> sourcesOf(cli::StateOptions const & options) {
     if (options.fabricPath.empty()) {
         return typedSources(options);
     }

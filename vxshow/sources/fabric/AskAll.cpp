@@ -19,11 +19,11 @@ namespace {
 
 constexpr std::chrono::milliseconds betweenLooks{100};
 
-std::size_t rowsOf(SourceSide const & side) {
+std::size_t rowsOf(SideFacts const & side) {
     return side.macs.size() + side.floods.size() + side.bindings.size();
 }
 
-std::size_t rowsOf(SourceState const & state) {
+std::size_t rowsOf(Facts const & state) {
     std::size_t rows = rowsOf(state.remote);
     for (auto const & [name, side] : state.local) {
         rows += rowsOf(side);
@@ -48,7 +48,7 @@ private:
 /// The sources, dealt out to the threads that read them.
 class Reading {
 public:
-    Reading(std::vector<LiveSource> const & sources, state::Selection const & selection)
+    Reading(std::vector<Source> const & sources, state::Selection const & selection)
         : sources_(sources), selection_(selection), outcomes_(sources.size()) {
         progress_.sources = sources.size();
     }
@@ -76,7 +76,7 @@ private:
         return next_ < sources_.size() ? std::optional(next_++) : std::nullopt;
     }
 
-    Outcome outcomeOf(LiveSource const & source) const {
+    Outcome outcomeOf(Source const & source) const {
         try {
             return {std::make_shared<SourceReading>(
                 askOne(source, selection_, Deadline::in(source.timeLimit)))};
@@ -95,7 +95,7 @@ private:
         changed_.notify_one();
     }
 
-    std::vector<LiveSource> const & sources_;
+    std::vector<Source> const & sources_;
     state::Selection const & selection_;
     std::vector<Outcome> outcomes_;
     std::mutex mutex_;
@@ -135,8 +135,7 @@ std::vector<std::jthread> readers(Reading & reading, std::size_t most) {
 
 } // namespace
 
-std::vector<Outcome> askAll(std::vector<LiveSource> const & sources,
-                            state::Selection const & selection,
+std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
                             std::function<void(Progress const &)> const & watch) {
     ThreadSafePtr const safe;
     Reading reading(sources, selection);
@@ -155,10 +154,10 @@ std::vector<Outcome> askAll(std::vector<LiveSource> const & sources,
     return std::move(reading.outcomes());
 }
 
-state::Mount mountSources(std::vector<LiveSource> const & sources,
+state::Mount mountSources(std::vector<Source> const & sources,
                           std::vector<Outcome> const & outcomes,
                           state::Selection const & selection) {
-    SourceMount mount(selection);
+    Merge mount(selection);
     for (std::size_t index = 0; index < sources.size(); ++index) {
         if (outcomes[index].reading) {
             mount.add(outcomes[index].reading->state, sources[index].role);

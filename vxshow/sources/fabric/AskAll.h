@@ -31,8 +31,7 @@ struct Outcome {
 /// called on this thread, again and again while it waits. Where the system gives fewer threads,
 /// or few descriptors, it goes on with those; without threads the sources are read on this one,
 /// and nobody watches.
-std::vector<Outcome> askAll(std::vector<LiveSource> const & sources,
-                            state::Selection const & selection,
+std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
                             std::function<void(Progress const &)> const & watch = {});
 
 /// A source spends its time in its own server and in its client, and the processors here are
@@ -40,7 +39,7 @@ std::vector<Outcome> askAll(std::vector<LiveSource> const & sources,
 inline constexpr std::size_t maxParallelReads = 16;
 
 /// The mount of all outcomes that have a reading; `outcomes` stand in the order of `sources`.
-state::Mount mountSources(std::vector<LiveSource> const & sources,
+state::Mount mountSources(std::vector<Source> const & sources,
                           std::vector<Outcome> const & outcomes,
                           state::Selection const & selection);
 

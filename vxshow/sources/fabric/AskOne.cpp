@@ -9,9 +9,9 @@ namespace {
 
 /// Which of a database's MAC tables the selection looks at: those of its own side are received
 /// from a switch, and advertised to any other source that is told anything.
-ovsdb::HardwareVtepWanted wantedOf(state::Selection const & selection, SourceRole role) {
-    bool const isSwitch = role == SourceRole::switches;
-    bool const isTold = role != SourceRole::qvx;
+ovsdb::HardwareVtepWanted wantedOf(state::Selection const & selection, Role role) {
+    bool const isSwitch = role == Role::switches;
+    bool const isTold = role != Role::qvx;
     ovsdb::HardwareVtepWanted wanted;
     wanted.localMacs = isSwitch ? selection.received : isTold && selection.advertised;
     wanted.remoteMacs = isSwitch ? selection.advertised : selection.received;
@@ -20,7 +20,7 @@ ovsdb::HardwareVtepWanted wantedOf(state::Selection const & selection, SourceRol
     return wanted;
 }
 
-SourceReading readDatabase(LiveSource const & source, ovsdb::DatabaseAddress const & address,
+SourceReading readDatabase(Source const & source, ovsdb::DatabaseAddress const & address,
                            state::Selection const & selection, Deadline const & deadline) {
     auto const vni = selection.vni.isNone() ? std::nullopt : std::optional(selection.vni.vni());
     auto answer = ovsdb::askHardwareVtep(address, {source.name, source.systemId, source.systemIds},
@@ -28,7 +28,7 @@ SourceReading readDatabase(LiveSource const & source, ovsdb::DatabaseAddress con
     return {std::move(answer.state), std::move(answer.findings)};
 }
 
-SourceReading readVtep(LiveSource const & source, frr::VtyshCommand const & vtysh,
+SourceReading readVtep(Source const & source, frr::VtyshCommand const & vtysh,
                        state::Selection const & selection, Deadline const & deadline) {
     auto answer = frr::askFrr(vtysh, {source.name, source.systemId}, selection, deadline.end,
                               system::FileBytes::longest);
@@ -37,7 +37,7 @@ SourceReading readVtep(LiveSource const & source, frr::VtyshCommand const & vtys
 
 } // namespace
 
-SourceReading askOne(LiveSource const & source, state::Selection const & selection,
+SourceReading askOne(Source const & source, state::Selection const & selection,
                      Deadline const & deadline) {
     if (auto const * address = std::get_if<ovsdb::DatabaseAddress>(&source.access)) {
         return readDatabase(source, *address, selection, deadline);

@@ -10,13 +10,13 @@ namespace vxshow::sources::fabric {
 
 /// What one source has told.
 struct SourceReading {
-    SourceState state;
-    SourceFindings findings;
+    Facts state;
+    Findings findings;
 };
 
-/// Reads what is selected of one source, whatever its kind. Raises `SourceFailure`. May be
+/// Reads what is selected of one source, whatever its kind. Raises `Failure`. May be
 /// called on several threads at once.
-SourceReading askOne(LiveSource const & source, state::Selection const & selection,
+SourceReading askOne(Source const & source, state::Selection const & selection,
                      Deadline const & deadline);
 
 } // namespace vxshow::sources::fabric

@@ -30,7 +30,7 @@ text::TomlField sourcesOf(text::TomlField const & root) {
     return root.required("source");
 }
 
-std::vector<LiveSource> readDocument(text::TomlValue const & document, std::string const & folder) {
+std::vector<Source> readDocument(text::TomlValue const & document, std::string const & folder) {
     auto const list = sourcesOf(text::TomlField(document));
     std::string const expected = "1 to " + std::to_string(mostSources) + " tables [[source]]";
     auto const elements = list.elements(expected);
@@ -40,7 +40,7 @@ std::vector<LiveSource> readDocument(text::TomlValue const & document, std::stri
     if (elements.size() > mostSources) {
         list.refuse("an array of " + std::to_string(elements.size()), expected);
     }
-    std::vector<LiveSource> sources;
+    std::vector<Source> sources;
     std::set<std::string> names;
     for (text::TomlField const & element : elements) {
         sources.push_back(readSourceTable(element, folder));
@@ -53,7 +53,7 @@ std::vector<LiveSource> readDocument(text::TomlValue const & document, std::stri
 
 } // namespace
 
-std::vector<LiveSource> readFabricFile(std::string const & path) {
+std::vector<Source> readFabricFile(std::string const & path) {
     bool const standardInput = path == "-";
     std::string const name = standardInput ? "standard input" : Vex::printable(path);
     try {

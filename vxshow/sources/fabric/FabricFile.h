@@ -25,6 +25,6 @@ public:
 /// lacks what was misspelt is worse than none. Nothing is opened but the file itself. File names
 /// in it that are relative count from its folder; on standard input from the current one. Raises
 /// `FabricFileError`.
-std::vector<LiveSource> readFabricFile(std::string const & path);
+std::vector<Source> readFabricFile(std::string const & path);
 
 } // namespace vxshow::sources::fabric

@@ -72,20 +72,20 @@ std::string readName(text::TomlField const & field) {
     return name;
 }
 
-SourceRole readRole(text::TomlField const & field) {
+Role readRole(text::TomlField const & field) {
     constexpr auto expected = R"("switch", "hsc", "qvx" or "evpn")";
     auto const & role = field.text(expected);
     if (role == "switch") {
-        return SourceRole::switches;
+        return Role::switches;
     }
     if (role == "hsc") {
-        return SourceRole::hsc;
+        return Role::hsc;
     }
     if (role == "qvx") {
-        return SourceRole::qvx;
+        return Role::qvx;
     }
     if (role == "evpn") {
-        return SourceRole::evpn;
+        return Role::evpn;
     }
     field.refuse(expected);
 }
@@ -132,9 +132,9 @@ bool isDatabase(text::TomlField const & source) {
 
 } // namespace
 
-LiveSource readSourceTable(text::TomlField const & source, std::string const & folder) {
+Source readSourceTable(text::TomlField const & source, std::string const & folder) {
     source.table("a table");
-    LiveSource result;
+    Source result;
     bool const isDatabaseSource = isDatabase(source);
     checkKeys(source, isDatabaseSource ? database : vtysh, isDatabaseSource ? vtysh : database);
     result.name = readName(source.required("name"));

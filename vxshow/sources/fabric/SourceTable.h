@@ -9,6 +9,6 @@ namespace vxshow::sources::fabric {
 
 /// Reads one table `[[source]]` of a fabric file. Relative file names in it count from `folder`,
 /// which ends in a slash. Raises `TomlRefusal`, also for a key that is not known.
-LiveSource readSourceTable(text::TomlField const & source, std::string const & folder);
+Source readSourceTable(text::TomlField const & source, std::string const & folder);
 
 } // namespace vxshow::sources::fabric

@@ -135,7 +135,7 @@ void FrrJoin::resolveSegments() {
 }
 
 /// A VNI that has come between two answers.
-void FrrJoin::dropUnknownVnis(SourceSide & side) {
+void FrrJoin::dropUnknownVnis(SideFacts & side) {
     auto const drop = [&](auto & facts, auto const & shown) {
         auto known = l2Vnis_.end();
         auto const isUnknown = [&](auto const & fact) {
@@ -154,7 +154,7 @@ void FrrJoin::dropUnknownVnis(SourceSide & side) {
     drop(side.bindings, [](IpBinding const & binding) { return binding.ip.stringValue(); });
 }
 
-void FrrJoin::placeLocal(SourceSide & local) {
+void FrrJoin::placeLocal(SideFacts & local) {
     auto known = l2Vnis_.end();
     auto const isNowhere = [&](MacPlace & place) {
         step();
@@ -172,7 +172,7 @@ void FrrJoin::placeLocal(SourceSide & local) {
                      local.macs.end());
 }
 
-void FrrJoin::addVnis(SourceSide & local) {
+void FrrJoin::addVnis(SideFacts & local) {
     for (auto const & [vni, known] : l2Vnis_) {
         local.vnis.push_back(vni);
         remote_.vnis.push_back(vni);
@@ -185,8 +185,7 @@ void FrrJoin::addVnis(SourceSide & local) {
     }
 }
 
-void FrrJoin::addPorts(std::string const & vrf, Interface const & interface,
-                       SourceRouter & router) {
+void FrrJoin::addPorts(std::string const & vrf, Interface const & interface, RouterFacts & router) {
     auto const add = [&](auto const & vnis) {
         for (auto const & [vni, known] : vnis) {
             step();
@@ -206,7 +205,7 @@ void FrrJoin::addPorts(std::string const & vrf, Interface const & interface,
     add(l3Vnis_);
 }
 
-void FrrJoin::addRouters(SourceSwitch & own) {
+void FrrJoin::addRouters(SwitchFacts & own) {
     for (auto const & [name, isDown] : vrfs_) {
         auto const found = interfaces_.find(name);
         if (found == interfaces_.end()) {

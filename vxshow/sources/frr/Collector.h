@@ -44,7 +44,7 @@ public:
     FrrJoin(state::Selection const & selection, Deadline const & deadline)
         : selection_(selection), watch_(deadline) {}
 
-    /// To be called for each entry that is read. Throws `TimeOver`.
+    /// To be called for each entry that is read. Throws `TimedOut`.
     void step() { watch_.step(); }
 
     void l2Vni(Vxlan::Vni vni, L2Vni known) { l2Vnis_[vni] = std::move(known); }
@@ -113,24 +113,24 @@ private:
 
     void leaveOutDangling(std::string what);
     void resolveSegments();
-    void placeLocal(SourceSide & local);
-    void dropUnknownVnis(SourceSide & side);
-    void addVnis(SourceSide & local);
-    void addPorts(std::string const & vrf, Interface const & interface, SourceRouter & router);
-    void addRouters(SourceSwitch & own);
+    void placeLocal(SideFacts & local);
+    void dropUnknownVnis(SideFacts & side);
+    void addVnis(SideFacts & local);
+    void addPorts(std::string const & vrf, Interface const & interface, RouterFacts & router);
+    void addRouters(SwitchFacts & own);
 
     state::Selection selection_;
     DeadlineWatch watch_;
-    SourceSide local_; ///< its MAC addresses are at no VTEP yet
-    SourceSide remote_;
+    SideFacts local_; ///< its MAC addresses are at no VTEP yet
+    SideFacts remote_;
     std::map<Vxlan::Vni, L2Vni> l2Vnis_;
     std::map<Vxlan::Vni, L3Vni> l3Vnis_;
     std::vector<Segmented> segmented_;
     std::map<std::string, std::vector<Nolt::IpAddr>, std::less<>> segments_;
     std::map<std::string, bool> vrfs_;                         ///< and whether the L3 VNI is down
     std::map<std::string, std::vector<Interface>> interfaces_; ///< by VRF
-    std::map<std::string, SourceRouter> routers_;
-    SourceFindings findings_;
+    std::map<std::string, RouterFacts> routers_;
+    Findings findings_;
     bool fits_ = true;
 };
 

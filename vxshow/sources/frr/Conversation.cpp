@@ -68,8 +68,8 @@ FrrAnswer converse(FrrRun const & run, FrrSource const & source, state::Selectio
             answer = askOnce(run, source, selection, deadline);
         }
     } catch (AnswerError const & error) {
-        throw SourceFailure(std::string("broken answer: ") + error.what());
-    } catch (TimeOver const &) {
+        throw Failure(std::string("broken answer: ") + error.what());
+    } catch (TimedOut const &) {
         if (!answer) {
             throw;
         }

@@ -30,8 +30,8 @@ struct FrrDocument {
 };
 
 struct FrrAnswer {
-    SourceState state;
-    SourceFindings findings;
+    Facts state;
+    Findings findings;
     /// Whether every reference leads somewhere. Answers are of different moments, so what one
     /// refers to may be gone in the next; what dangles is left out, and asking again may help.
     bool fits = true;
@@ -40,7 +40,7 @@ struct FrrAnswer {
 /// Reads answers of zebra, in the order in which they were asked for. What `macsInDetail` tells
 /// replaces all that was said of MAC addresses before; what is told of one MAC address replaces
 /// that it is behind an Ethernet segment. Raises `AnswerError` for a document that is not as
-/// zebra writes it, with the command and the place, and `TimeOver` when many entries are left at
+/// zebra writes it, with the command and the place, and `TimedOut` when many entries are left at
 /// the deadline.
 ///
 /// - No text at all in place of the VNIs, or of one, is what zebra answers when EVPN is not in

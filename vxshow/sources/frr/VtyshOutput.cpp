@@ -85,24 +85,24 @@ std::string withStatus(std::string_view kind, std::string_view line, int status)
     auto const last = lastLine(errors);
     bool const isNotFound = last.ends_with("command not found");
     if (!unconnected.empty() && !lineWith(errors, "Hint:").empty()) {
-        throw SourceFailure("permission: " + shown(unconnected));
+        throw Failure("permission: " + shown(unconnected));
     }
     if (!forbidden.empty()) {
-        throw SourceFailure("permission: " + shown(forbidden));
+        throw Failure("permission: " + shown(forbidden));
     }
     if (isRefusedBySudo(last) && !isNotFound) {
-        throw SourceFailure("permission: " + shown(last));
+        throw Failure("permission: " + shown(last));
     }
     if (!unconnected.empty() || !stopped.empty()) {
-        throw SourceFailure("unreachable: " + shown(stopped.empty() ? unconnected : stopped));
+        throw Failure("unreachable: " + shown(stopped.empty() ? unconnected : stopped));
     }
     if (exited.status == statusSsh) {
-        throw SourceFailure(withStatus("unreachable", last, exited.status));
+        throw Failure(withStatus("unreachable", last, exited.status));
     }
     if (isNotFound || exited.status == statusNotFound || exited.status == statusNotRun) {
-        throw SourceFailure("no such program: " + shown(last.empty() ? program : last));
+        throw Failure("no such program: " + shown(last.empty() ? program : last));
     }
-    throw SourceFailure(withStatus("broken answer", last, exited.status));
+    throw Failure(withStatus("broken answer", last, exited.status));
 }
 
 } // namespace
@@ -122,9 +122,9 @@ system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about) {
     }
     auto const reason = system::reason(answer, about.program, shownLimit(about.timeLimit));
     if (std::holds_alternative<system::TimeLimit>(answer)) {
-        throw TimeOver(reason);
+        throw TimedOut(reason);
     }
-    throw SourceFailure(reason);
+    throw Failure(reason);
 }
 
 } // namespace vxshow::sources::frr

@@ -21,7 +21,7 @@ std::chrono::milliseconds shownLimit(system::Clock::duration limit);
 
 /// What `vtysh` printed, of a run that ended as it should: status 0, or with a complaint about
 /// a command at the end of what it printed, since that stands in its place among the answers.
-/// Its warning that it has no configuration file is none. Raises `SourceFailure`: what is told
+/// Its warning that it has no configuration file is none. Raises `Failure`: what is told
 /// on standard error tells whether the daemon could not be reached, or may not be.
 system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about);
 

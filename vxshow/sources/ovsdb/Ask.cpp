@@ -20,8 +20,8 @@ void checkFile(char const * what, std::string const & path) {
         return;
     }
     int const error = errno;
-    throw SourceFailure((error == EACCES ? "permission: " : "unreachable: ") + std::string(what) +
-                        " " + Vex::printable(path) + ": " + std::generic_category().message(error));
+    throw Failure((error == EACCES ? "permission: " : "unreachable: ") + std::string(what) + " " +
+                  Vex::printable(path) + ": " + std::generic_category().message(error));
 }
 
 void checkFiles(DatabaseAddress const & address) {
@@ -61,14 +61,14 @@ HardwareVtepAnswer ask(OvsdbClient const & server, Question const & question) {
                 return answer;
             }
             if (question.deadline.isOver()) {
-                throw SourceFailure("time limit: the logical switches of VNI " +
-                                    std::string(question.vni->stringValue()) + " keep changing");
+                throw Failure("time limit: the logical switches of VNI " +
+                              std::string(question.vni->stringValue()) + " keep changing");
             }
         }
     } catch (RequestRefused const & refused) {
-        throw SourceFailure(std::string("no such schema: ") + refused.what());
+        throw Failure(std::string("no such schema: ") + refused.what());
     } catch (AnswerError const & error) {
-        throw SourceFailure(std::string("broken answer: ") + error.what());
+        throw Failure(std::string("broken answer: ") + error.what());
     }
 }
 
@@ -85,7 +85,7 @@ std::optional<std::string> cutOffFrom(OvsdbClient const & server, Deadline const
         return status->model == OvsdbServerStatus::Model::relay
                    ? "the server behind it"
                    : "the other servers of its cluster";
-    } catch (SourceFailure const &) {
+    } catch (Failure const &) {
         return std::nullopt;
     } catch (AnswerError const &) {
         return std::nullopt;
@@ -97,8 +97,8 @@ HardwareVtepAnswer askOnlyOne(DatabaseAddress const & address, Question const & 
     OvsdbClient const server(address.remotes.front(), address.ssl);
     auto answer = ask(server, question);
     if (auto const others = cutOffFrom(server, question.deadline)) {
-        throw SourceFailure("unreachable: " + Vex::printable(address.remotes.front()) +
-                            " is cut off from " + *others);
+        throw Failure("unreachable: " + Vex::printable(address.remotes.front()) +
+                      " is cut off from " + *others);
     }
     return answer;
 }

@@ -9,7 +9,7 @@
 namespace vxshow::sources::ovsdb {
 
 /// Reads what is wanted of the database at `address`, in one transaction. `vni` is the VNI that
-/// is looked at, if it is one; `wanted` names no logical switches. Raises `SourceFailure`.
+/// is looked at, if it is one; `wanted` names no logical switches. Raises `Failure`.
 ///
 /// Of a cluster, that is of several remotes, a follower that is not behind is read, and the
 /// leader when there is none (`OvsdbServerStatus.h` says why). While the cluster has no leader,

@@ -12,9 +12,9 @@
 namespace vxshow::sources::ovsdb {
 
 /// A server that could not be asked, or went away meanwhile. Another of its cluster may answer.
-class ServerFailure : public SourceFailure {
+class ServerFailure : public Failure {
 public:
-    using SourceFailure::SourceFailure;
+    using Failure::Failure;
 };
 
 /// One database server, asked through the stock `ovsdb-client` (its manual is ovsdb-client(1)).

@@ -57,7 +57,7 @@ void join(system::FileBytes const & answer, HardwareVtepRequest const & request,
     }
 }
 
-void setSystemIds(HardwareVtepSource const & source, SourceState & state) {
+void setSystemIds(HardwareVtepSource const & source, Facts & state) {
     for (auto & [name, known] : state.switches) {
         auto const own = source.systemIds.find(name);
         if (own != source.systemIds.end()) {

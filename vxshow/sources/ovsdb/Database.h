@@ -30,8 +30,8 @@ struct HardwareVtepSource {
 };
 
 struct HardwareVtepAnswer {
-    SourceState state;
-    SourceFindings findings;
+    Facts state;
+    Findings findings;
     /// Whether the logical switches that the request named are still those of its VNI. If not,
     /// the state lacks entries, and the source is to be asked again.
     bool fits = true;
@@ -39,7 +39,7 @@ struct HardwareVtepAnswer {
 
 /// Reads the answer to `request`, the bytes that `ovsdb-client query` prints. A request that
 /// names logical switches was made for `vni`. Raises `AnswerError`, when the server has refused a
-/// part of the request, too: nothing is taken from an answer that is not whole. Raises `TimeOver`
+/// part of the request, too: nothing is taken from an answer that is not whole. Raises `TimedOut`
 /// when much of it is left at the deadline.
 ///
 /// - The VNI of an entry is the tunnel_key of its logical switch, or of its locator when that

@@ -66,8 +66,8 @@ std::optional<Vxlan::Vni> HardwareVtepJoin::vniOf(MacRow const & row,
     return vni;
 }
 
-std::set<SourceSide *> const & HardwareVtepJoin::switchesAt(Locator & locator) const {
-    static std::set<SourceSide *> const none;
+std::set<SideFacts *> const & HardwareVtepJoin::switchesAt(Locator & locator) const {
+    static std::set<SideFacts *> const none;
     if (!locator.switches) {
         auto const found = switchesByIp_.find(*locator.ip);
         locator.switches = found == switchesByIp_.end() ? &none : &found->second;
@@ -81,7 +81,7 @@ void HardwareVtepJoin::place(Side side, Locator & locator, What && what, Take &&
         return take(state_.remote);
     }
     auto const & switches = switchesAt(locator);
-    for (SourceSide * const one : switches) {
+    for (SideFacts * const one : switches) {
         step();
         take(*one);
     }
@@ -124,7 +124,7 @@ void HardwareVtepJoin::unicast(MacRow const & row) {
         return std::string(nameOf(row.table)) + " " + text::shownInQuotes(row.mac) + " in " +
                text::shownInQuotes(logicalSwitch.name);
     };
-    place(row.side, locator, what, [&](SourceSide & side) {
+    place(row.side, locator, what, [&](SideFacts & side) {
         side.macs.push_back({*vni, *mac, *locator.ip});
         if (ip) {
             side.bindings.push_back({*vni, *ip, *mac});
@@ -182,7 +182,7 @@ std::set<HardwareVtepJoin::Place> HardwareVtepJoin::flood(Flooding const & flood
             return std::string(nameOf(flooding.table)) + " \"" + mac + "\" in VNI " +
                    std::string(vni->stringValue());
         };
-        place(side, *locator, what, [&](SourceSide & to) {
+        place(side, *locator, what, [&](SideFacts & to) {
             to.floods.push_back({*vni, flooding.mac, *locator->ip});
             places.emplace(&to, *vni);
         });
@@ -287,7 +287,7 @@ void HardwareVtepJoin::findDisputes() {
     }
 }
 
-std::pair<SourceState, SourceFindings> HardwareVtepJoin::finished() {
+std::pair<Facts, Findings> HardwareVtepJoin::finished() {
     addVnis();
     state_.settle();
     findDisputes();

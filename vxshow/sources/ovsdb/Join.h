@@ -43,7 +43,7 @@ public:
     HardwareVtepJoin(std::string name, Deadline const & deadline)
         : name_(std::move(name)), watch_(deadline) {}
 
-    /// To be called for each row and each reference that is read. Throws `TimeOver`.
+    /// To be called for each row and each reference that is read. Throws `TimedOut`.
     void step() { watch_.step(); }
 
     /// Each takes one row. Throws `Refusal`.
@@ -76,7 +76,7 @@ public:
     std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni) const;
 
     /// What has been joined, settled, and what was noticed. The join is over.
-    std::pair<SourceState, SourceFindings> finished();
+    std::pair<Facts, Findings> finished();
 
 private:
     using LogicalSwitch = HardwareVtepRows::LogicalSwitch;
@@ -87,7 +87,7 @@ private:
     std::optional<Vxlan::Vni> vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
                                     Locator const & locator);
 
-    /// Calls `take(SourceSide &)` for each side that an entry at `locator`, which has an address,
+    /// Calls `take(SideFacts &)` for each side that an entry at `locator`, which has an address,
     /// is on; `what()` tells the entry when that is of no switch.
     template <class What, class Take>
     void place(Side side, Locator & locator, What && what, Take && take);
@@ -97,7 +97,7 @@ private:
                                              LogicalSwitch const & logicalSwitch);
 
     /// The sides of the switches that have the locator's address; none, one or several.
-    std::set<SourceSide *> const & switchesAt(Locator & locator) const;
+    std::set<SideFacts *> const & switchesAt(Locator & locator) const;
 
     /// Frames for `mac` are flooded to the locators of a set.
     struct Flooding {
@@ -109,7 +109,7 @@ private:
         auto operator<=>(Flooding const &) const = default;
     };
 
-    using text::Place = std::pair<SourceSide *, Vxlan::Vni>;
+    using text::Place = std::pair<SideFacts *, Vxlan::Vni>;
 
     /// Adds the flood targets; gives the sides and VNIs they are in. What is told of them is the
     /// same for every row that floods so.
@@ -131,11 +131,11 @@ private:
     void findDisputes();
 
     std::string name_;
-    SourceState state_;
-    SourceFindings findings_;
+    Facts state_;
+    Findings findings_;
     HardwareVtepRows rows_;
     std::map<std::string, std::set<Uuid>> switchPorts_;
-    std::map<Nolt::IpAddr, std::set<SourceSide *>> switchesByIp_;
+    std::map<Nolt::IpAddr, std::set<SideFacts *>> switchesByIp_;
     std::map<Flooding, std::set<text::Place>> flooded_;
     DeadlineWatch watch_;
 };

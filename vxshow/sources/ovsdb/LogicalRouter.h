@@ -14,7 +14,7 @@ namespace vxshow::sources::ovsdb {
 class HardwareVtepRouter {
 public:
     /// All of them outlive this.
-    HardwareVtepRouter(std::string const & name, SourceRouter & router, Noticed & leftOut) noexcept
+    HardwareVtepRouter(std::string const & name, RouterFacts & router, Noticed & leftOut) noexcept
         : name_(name), router_(router), leftOut_(leftOut) {}
 
     /// A pair of `switch_binding`: an address with its prefix length, and where it is.
@@ -27,7 +27,7 @@ private:
     void leaveOut(std::string_view column, std::string const & found, std::string_view expected);
 
     std::string const & name_;
-    SourceRouter & router_;
+    RouterFacts & router_;
     Noticed & leftOut_;
 };
 

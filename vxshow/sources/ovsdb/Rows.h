@@ -39,7 +39,7 @@ public:
         std::optional<Nolt::IpAddr> ip;
         Key key;
         /// The sides of the switches that have the address; null until it has been looked for.
-        std::set<SourceSide *> const * switches = nullptr;
+        std::set<SideFacts *> const * switches = nullptr;
 
         /// The VNI that its own key is.
         std::optional<Vxlan::Vni> vni() const;

@@ -80,7 +80,7 @@ void OvsdbServerChoice::askOne(std::size_t index, Deadline const & deadline) {
     try {
         status = readOvsdbServerStatus(server.client.query(ovsdbStatusRequest(), most));
         failure = status ? "" : "no such schema: the server has no database hardware_vtep";
-    } catch (SourceFailure const & refused) {
+    } catch (Failure const & refused) {
         failure = refused.what();
         hung = most.isOver();
     } catch (std::exception const & error) {
@@ -149,7 +149,7 @@ void OvsdbServerChoice::requireAnswers(Deadline const & deadline) const {
     bool const hung = std::any_of(servers_.begin(), servers_.end(),
                                   [](Server const & server) { return server.hung; });
     if (nobodyAnswers() && !hung) {
-        throw SourceFailure(whyNobodyAnswers(deadline));
+        throw Failure(whyNobodyAnswers(deadline));
     }
 }
 
@@ -177,7 +177,7 @@ void OvsdbServerChoice::requireOneDatabase() const {
         if (!first) {
             first = index;
         } else if (!areOfOneDatabase(*statuses_[*first], *statuses_[index])) {
-            throw SourceFailure("broken answer: " + whyNotOneDatabase(*first, index));
+            throw Failure("broken answer: " + whyNotOneDatabase(*first, index));
         }
     }
 }
@@ -232,7 +232,7 @@ OvsdbClient const & OvsdbServerChoice::server(Deadline const & deadline) {
         growPatience();
         pause(betweenQuestions, deadline);
         if (deadline.isOver()) {
-            throw SourceFailure(whyNoneIsChosen(deadline));
+            throw Failure(whyNoneIsChosen(deadline));
         }
     }
 }

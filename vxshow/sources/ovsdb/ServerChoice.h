@@ -18,7 +18,7 @@ public:
     explicit OvsdbServerChoice(DatabaseAddress const & address);
 
     /// Asks them all at once what they are, and chooses one. While there is none to choose it
-    /// asks again, and waits longer for those that hang. Raises `SourceFailure`: when each has
+    /// asks again, and waits longer for those that hang. Raises `Failure`: when each has
     /// refused to answer, when they are not of one database, when there is none to choose until
     /// the deadline.
     OvsdbClient const & server(Deadline const & deadline);

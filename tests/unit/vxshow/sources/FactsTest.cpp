@@ -18,8 +18,8 @@ Nolt::IpAddr const vtep2(2);
 
 } // namespace
 
-TEST(SourceState, ASettledSideHasEachFactOnceInOneOrder) {
-    SourceSide side;
+TEST(Facts, ASettledSideHasEachFactOnceInOneOrder) {
+    SideFacts side;
     side.macs = {{vni10, mac2, vtep1},
                  {vni10, mac1, vtep2},
                  {vni10, mac1, vtep1},
@@ -35,16 +35,16 @@ TEST(SourceState, ASettledSideHasEachFactOnceInOneOrder) {
     EXPECT_EQ(side.vnis, (std::vector{Vxlan::Vni(9), vni10}));
 }
 
-TEST(SourceState, OfPlacesThatDifferInTheMovesTheMostStay) {
-    SourceSide side;
+TEST(Facts, OfPlacesThatDifferInTheMovesTheMostStay) {
+    SideFacts side;
     side.macs = {{vni10, mac1, vtep1, 2}, {vni10, mac1, vtep1, 7}, {vni10, mac1, vtep1, 0}};
     side.settle();
     EXPECT_EQ(side.macs, (std::vector<MacPlace>{{vni10, mac1, vtep1, 7}}));
 }
 
-TEST(SourceState, TheBindingWithTheBestRightIsTheFirst) {
+TEST(Facts, TheBindingWithTheBestRightIsTheFirst) {
     Nolt::IpGenAddr const ip(vtep1);
-    SourceSide side;
+    SideFacts side;
     side.bindings = {{vni10, ip, mac2, 1, 1},
                      {vni10, ip, mac1, 1, 1},
                      {vni10, ip, mac2, 1, 2},
@@ -56,27 +56,27 @@ TEST(SourceState, TheBindingWithTheBestRightIsTheFirst) {
                                                      {vni10, ip, mac2, 1, 1}}));
 }
 
-TEST(SourceState, AVniWithoutFactsStays) {
-    SourceSide side;
+TEST(Facts, AVniWithoutFactsStays) {
+    SideFacts side;
     side.vnis = {vni10, Vxlan::Vni(3), vni10};
     side.settle();
     EXPECT_EQ(side.vnis, (std::vector{Vxlan::Vni(3), vni10}));
 }
 
-TEST(SourceFindings, SayNothingOfNothing) {
-    EXPECT_EQ(SourceFindings().warning(), std::nullopt);
+TEST(Findings, SayNothingOfNothing) {
+    EXPECT_EQ(Findings().warning(), std::nullopt);
 }
 
-TEST(SourceFindings, SayTheRemarkFirst) {
-    SourceFindings findings;
+TEST(Findings, SayTheRemarkFirst) {
+    Findings findings;
     findings.remark = "nothing is there";
     EXPECT_EQ(findings.warning(), "nothing is there");
     findings.leftOut.add("a");
     EXPECT_EQ(findings.warning(), "nothing is there; 1 entry left out: a");
 }
 
-TEST(SourceFindings, AreOneLineOfAllKinds) {
-    SourceFindings findings;
+TEST(Findings, AreOneLineOfAllKinds) {
+    Findings findings;
     findings.leftOut.add("b");
     findings.leftOut.add("a");
     findings.unplaced.add("c");

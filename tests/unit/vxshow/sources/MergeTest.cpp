@@ -23,27 +23,26 @@ Nolt::IpAddr vtep(unsigned number) {
     return Nolt::IpAddr(0x0A000000 + number);
 }
 
-SourceSide sideWith(std::vector<MacPlace> macs) {
-    SourceSide side;
+SideFacts sideWith(std::vector<MacPlace> macs) {
+    SideFacts side;
     side.macs = std::move(macs);
     return side;
 }
 
-SourceState learned(std::string const & name, std::vector<MacPlace> macs) {
-    SourceState state;
+Facts learned(std::string const & name, std::vector<MacPlace> macs) {
+    Facts state;
     state.local[name] = sideWith(std::move(macs));
     return state;
 }
 
-SourceState told(std::vector<MacPlace> macs) {
-    SourceState state;
+Facts told(std::vector<MacPlace> macs) {
+    Facts state;
     state.remote = sideWith(std::move(macs));
     return state;
 }
 
-state::Mount mountOf(std::vector<SourceState> const & states,
-                     SourceRole role = SourceRole::switches) {
-    SourceMount mount;
+state::Mount mountOf(std::vector<Facts> const & states, Role role = Role::switches) {
+    Merge mount;
     for (auto const & state : states) {
         mount.add(state, role);
     }
@@ -61,7 +60,7 @@ std::vector<Nolt::IpAddr> pathsOf(VxlanController::VniTables const & tables,
 
 } // namespace
 
-TEST(SourceMount, NothingIsMountedOfNothing) {
+TEST(Merge, NothingIsMountedOfNothing) {
     auto const mount = mountOf({});
     EXPECT_FALSE(mount.received.switches);
     EXPECT_FALSE(mount.received.sources);
@@ -70,7 +69,7 @@ TEST(SourceMount, NothingIsMountedOfNothing) {
     EXPECT_FALSE(mount.routers.switchInfoDir);
 }
 
-TEST(SourceMount, AMacThatSwitchesPlaceDifferentlyIsShownUnderEach) {
+TEST(Merge, AMacThatSwitchesPlaceDifferentlyIsShownUnderEach) {
     auto const mount = mountOf({learned("leaf1", {{vni10, mac1, vtep(1), 4}}),
                                 learned("leaf2", {{vni10, mac1, vtep(2), 5}})});
     EXPECT_EQ(switchOf(mount, "leaf1")->vniStatusV2(vni10)->macVtepTable(mac1),
@@ -79,7 +78,7 @@ TEST(SourceMount, AMacThatSwitchesPlaceDifferentlyIsShownUnderEach) {
               VxlanController::MacVtepV2(mac1, vtep(2), 5));
 }
 
-TEST(SourceMount, AMacThatIsAdvertisedDifferentlyHasEveryVtepThatWasTold) {
+TEST(Merge, AMacThatIsAdvertisedDifferentlyHasEveryVtepThatWasTold) {
     auto const mount = mountOf({told({{vni10, mac1, vtep(2)}, {vni10, mac2, vtep(2)}}),
                                 told({{vni10, mac1, vtep(1)}, {vni10, mac2, vtep(2), 3}})});
     auto const entry = entryOf(mount, "10");
@@ -89,7 +88,7 @@ TEST(SourceMount, AMacThatIsAdvertisedDifferentlyHasEveryVtepThatWasTold) {
     EXPECT_EQ(entry->macVtepTable(mac2), VxlanController::MacVtepV2(mac2, vtep(2), 3));
 }
 
-TEST(SourceMount, ASwitchIsListedAlikeWhateverElseIsMounted) {
+TEST(Merge, ASwitchIsListedAlikeWhateverElseIsMounted) {
     auto const one = learned("leaf1", {{vni10, mac1, vtep(1), 4}, {vni10, mac2, vtep(1)}});
     auto const listing = [](state::Mount const & mount) {
         auto const & state = mount.received;
@@ -103,28 +102,28 @@ TEST(SourceMount, ASwitchIsListedAlikeWhateverElseIsMounted) {
     EXPECT_EQ(listing(mountOf({other, one})), alone);
 }
 
-TEST(SourceMount, FloodListsOfSeveralSourcesAreJoined) {
-    SourceState one;
+TEST(Merge, FloodListsOfSeveralSourcesAreJoined) {
+    Facts one;
     one.remote.floods = {{vni10, {}, vtep(1)}, {vni10, mac1, vtep(3)}};
-    SourceState other;
+    Facts other;
     other.remote.floods = {{vni10, {}, vtep(2)}, {vni10, {}, vtep(1)}};
     auto const entry = entryOf(mountOf({one, other}), "10");
     EXPECT_EQ(entry->macVtepFloodListTable({})->vtepIp().size(), 2);
     EXPECT_EQ(entry->macVtepFloodListTable(mac1)->vtepIp().size(), 1);
 }
 
-TEST(SourceMount, AnIpAddressHasTheMacAddressWithTheBestRightToIt) {
+TEST(Merge, AnIpAddressHasTheMacAddressWithTheBestRightToIt) {
     Nolt::IpGenAddr const ip(vtep(9));
-    SourceState state;
+    Facts state;
     state.remote.bindings = {{vni10, ip, mac1, 1, 9}, {vni10, ip, mac2, 2, 0}};
     auto const entry = entryOf(mountOf({state}), "10");
     EXPECT_EQ(entry->arpTable().find(ip)->element().macAddress(), mac2);
 }
 
-TEST(SourceMount, ASourceThatIsNoSwitchTellsWhatItWasToldOfOthers) {
+TEST(Merge, ASourceThatIsNoSwitchTellsWhatItWasToldOfOthers) {
     auto state = learned("leaf1", {{vni10, mac1, vtep(1)}});
     state.remote = sideWith({{vni10, mac2, vtep(2)}});
-    auto const mount = mountOf({state}, SourceRole::hsc);
+    auto const mount = mountOf({state}, Role::hsc);
     EXPECT_FALSE(mount.received.switches);
     auto const received = mount.received.sources->vniStatusDir("HSC")->vniStatusV2(vni10);
     EXPECT_EQ(received->macVtepTable(mac2).vtepIp(), vtep(2));
@@ -133,14 +132,14 @@ TEST(SourceMount, ASourceThatIsNoSwitchTellsWhatItWasToldOfOthers) {
     EXPECT_EQ(advertised->macVtepTable(mac1).vtepIp(), vtep(1));
 }
 
-TEST(SourceMount, TheSourcesThatAreNoSwitchesShareTheirLists) {
+TEST(Merge, TheSourcesThatAreNoSwitchesShareTheirLists) {
     auto hsc = learned("leaf1", {{vni10, mac1, vtep(1)}});
     hsc.remote = sideWith({{vni10, mac1, vtep(2)}});
     auto qvx = learned("leaf1", {{vni10, mac1, vtep(3)}});
     qvx.remote = sideWith({{vni10, mac1, vtep(4)}});
-    SourceMount all;
-    all.add(hsc, SourceRole::hsc);
-    all.add(qvx, SourceRole::qvx);
+    Merge all;
+    all.add(hsc, Role::hsc);
+    all.add(qvx, Role::qvx);
     auto const mount = all.mount();
     auto const vtepOf = [](auto const & sources, char const * name) {
         return sources->vniStatusDir(name)->vniStatusV2(vni10)->macVtepTable(mac1).vtepIp();
@@ -151,8 +150,8 @@ TEST(SourceMount, TheSourcesThatAreNoSwitchesShareTheirLists) {
     EXPECT_EQ(vtepOf(mount.received.sources, "QVX"), vtep(4));
 }
 
-TEST(SourceMount, QvxAloneMountsNoHsc) {
-    auto const mount = mountOf({told({{vni10, mac1, vtep(1)}})}, SourceRole::qvx);
+TEST(Merge, QvxAloneMountsNoHsc) {
+    auto const mount = mountOf({told({{vni10, mac1, vtep(1)}})}, Role::qvx);
     EXPECT_FALSE(mount.received.switches);
     EXPECT_FALSE(mount.received.evpn);
     EXPECT_FALSE(mount.received.sources->vniStatusDir("HSC"));
@@ -160,21 +159,21 @@ TEST(SourceMount, QvxAloneMountsNoHsc) {
     EXPECT_FALSE(mount.advertised.sources);
 }
 
-TEST(SourceMount, EvpnsTablesHoldTheVtepWithTheMostMoves) {
+TEST(Merge, EvpnsTablesHoldTheVtepWithTheMostMoves) {
     auto state = told({{vni10, mac1, vtep(1), 1},
                        {vni10, mac1, vtep(2), 7},
                        {vni10, mac1, vtep(3), 7},
                        {vni10, mac2, vtep(4)}});
     state.remote.floods = {{vni10, {}, vtep(5)}, {vni10, mac1, vtep(6)}};
-    auto const tables = mountOf({state}, SourceRole::evpn).received.evpn->hostFloodTable("EVPN");
+    auto const tables = mountOf({state}, Role::evpn).received.evpn->hostFloodTable("EVPN");
     EXPECT_EQ(tables->hostTable()->host({mac1, vni10}), VcsEvpn::Host(vtep(2), 7));
     EXPECT_EQ(tables->hostTable()->host({mac2, vni10}), VcsEvpn::Host(vtep(4), 0));
     EXPECT_NE(tables->floodTable()->floodEntry({vni10, vtep(5)}), VcsEvpn::FloodEntry());
     EXPECT_EQ(tables->floodTable()->floodEntry({vni10, vtep(6)}), VcsEvpn::FloodEntry());
 }
 
-TEST(SourceMount, ASwitchWithoutASystemIdentifierIsInNoMapOfRouters) {
-    SourceState state;
+TEST(Merge, ASwitchWithoutASystemIdentifierIsInNoMapOfRouters) {
+    Facts state;
     state.switches["leaf1"] = {.vteps = {vtep(1)}, .routers = {"prod"}};
     state.switches["leaf2"] = {.systemId = mac2, .vteps = {vtep(2)}, .routers = {"prod"}};
     auto const routers = mountOf({state}).routers;
@@ -188,12 +187,11 @@ TEST(SourceMount, ASwitchWithoutASystemIdentifierIsInNoMapOfRouters) {
         << text;
 }
 
-TEST(SourceMount, OnlyWhatIsSelectedIsMounted) {
+TEST(Merge, OnlyWhatIsSelectedIsMounted) {
     auto state = learned("leaf1", {{vni10, mac1, vtep(1)}, {Vxlan::Vni(11), mac1, vtep(1)}});
     state.local["leaf2"] = state.local["leaf1"];
-    SourceMount mount(
-        state::Selection{.advertised = false, .vni = Vxlan::Vni(11), .source = "leaf2"});
-    mount.add(state, SourceRole::switches);
+    Merge mount(state::Selection{.advertised = false, .vni = Vxlan::Vni(11), .source = "leaf2"});
+    mount.add(state, Role::switches);
     auto const mounted = mount.mount();
     EXPECT_TRUE(switchOf(mounted, "leaf1")->vniStatusV2().empty());
     EXPECT_EQ(switchOf(mounted, "leaf2")->vniStatusV2().size(), 1);

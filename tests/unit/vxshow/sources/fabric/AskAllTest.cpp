@@ -19,28 +19,28 @@ using namespace sources::fabric;
 namespace {
 
 /// A source whose client is a script; what a vtysh would be asked are its arguments.
-LiveSource scripted(std::string const & name, std::string const & script) {
-    LiveSource source;
+Source scripted(std::string const & name, std::string const & script) {
+    Source source;
     source.name = name;
     source.access = sources::frr::VtyshCommand{.words = {"sh", "-c", script}};
     source.timeLimit = std::chrono::milliseconds(60'000);
     return source;
 }
 
-LiveSource failing(unsigned number) {
+Source failing(unsigned number) {
     auto const text = std::to_string(number);
     return scripted(text, "echo 'failed as number " + text + "' >&2; exit 1");
 }
 
-std::vector<LiveSource> failing(unsigned first, unsigned last) {
-    std::vector<LiveSource> sources;
+std::vector<Source> failing(unsigned first, unsigned last) {
+    std::vector<Source> sources;
     for (unsigned number = first; number <= last; ++number) {
         sources.push_back(failing(number));
     }
     return sources;
 }
 
-std::string failureOf(std::vector<LiveSource> const & sources) {
+std::string failureOf(std::vector<Source> const & sources) {
     return askAll(sources, {}).front().failure;
 }
 
@@ -71,7 +71,7 @@ TEST(ReadFabric, ASourceThatFailsLeavesTheOthers) {
 }
 
 TEST(ReadFabric, AProgramThatIsNotThereIsTheReason) {
-    LiveSource source = failing(1);
+    Source source = failing(1);
     source.access = sources::frr::VtyshCommand{.words = {"/nowhere/vtysh"}};
     EXPECT_EQ(failureOf({source}), "no such program: /nowhere/vtysh");
 }

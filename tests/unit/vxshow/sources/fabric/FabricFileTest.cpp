@@ -71,12 +71,12 @@ TEST(FabricFile, EverySourceIsReadInItsOrder) {
                                "system_id = \"0200.0000.0007\"\n"
                                "command = [\"ssh\", \"leaf7\", \"sudo\", \"vtysh\"]\n"
                                "path_space = \"blue\"\n");
-    LiveSource const spine{.name = "spine",
-                           .role = SourceRole::hsc,
-                           .access = sources::ovsdb::DatabaseAddress{{"tcp:10.0.0.1:6640"}},
-                           .systemIds = {{"leaf1", Nolt::EthAddr::fromString("02:00:00:00:00:01")}},
-                           .timeLimit = std::chrono::milliseconds(2500)};
-    LiveSource const leaf{
+    Source const spine{.name = "spine",
+                       .role = Role::hsc,
+                       .access = sources::ovsdb::DatabaseAddress{{"tcp:10.0.0.1:6640"}},
+                       .systemIds = {{"leaf1", Nolt::EthAddr::fromString("02:00:00:00:00:01")}},
+                       .timeLimit = std::chrono::milliseconds(2500)};
+    Source const leaf{
         .name = "leaf7",
         .access = sources::frr::VtyshCommand{{"ssh", "leaf7", "sudo", "vtysh"}, "blue", true},
         .systemId = Nolt::EthAddr::fromString("02:00:00:00:00:07")};

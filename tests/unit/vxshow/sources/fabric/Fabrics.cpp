@@ -10,11 +10,11 @@ namespace vxshow::test {
 using namespace sources;
 using namespace sources::fabric;
 
-std::vector<LiveSource> fabricOf(std::string_view text) {
+std::vector<Source> fabricOf(std::string_view text) {
     return readFabricFile(TextFile(text).path());
 }
 
-LiveSource sourceOf(std::string_view text) {
+Source sourceOf(std::string_view text) {
     auto const sources = fabricOf(text);
     EXPECT_EQ(sources.size(), 1U);
     return sources.at(0);

@@ -9,10 +9,10 @@
 namespace vxshow::test {
 
 /// What is read from a fabric file of that text.
-std::vector<sources::LiveSource> fabricOf(std::string_view text);
+std::vector<sources::Source> fabricOf(std::string_view text);
 
 /// As `fabricOf`, the only source.
-sources::LiveSource sourceOf(std::string_view text);
+sources::Source sourceOf(std::string_view text);
 
 /// Why that text is refused, from the line number on; an empty text if it is not.
 std::string refusalOf(std::string_view text);

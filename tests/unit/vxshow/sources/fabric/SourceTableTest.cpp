@@ -24,14 +24,13 @@ std::chrono::milliseconds timeLimitOf(std::string const & value) {
 } // namespace
 
 TEST(SourceReader, AnFrrSourceNeedsItsNameOnly) {
-    EXPECT_EQ(sourceOf(frr("")),
-              (LiveSource{.name = "leaf1", .access = sources::frr::VtyshCommand()}));
+    EXPECT_EQ(sourceOf(frr("")), (Source{.name = "leaf1", .access = sources::frr::VtyshCommand()}));
 }
 
 TEST(SourceReader, ADatabaseNeedsItsNameAndItsRemotes) {
     EXPECT_EQ(sourceOf(database("")),
-              (LiveSource{.name = "leaf1",
-                          .access = sources::ovsdb::DatabaseAddress{{"unix:/run/ovs/db.sock"}}}));
+              (Source{.name = "leaf1",
+                      .access = sources::ovsdb::DatabaseAddress{{"unix:/run/ovs/db.sock"}}}));
 }
 
 TEST(SourceReader, TheKindIsOneOfTwo) {
@@ -73,11 +72,11 @@ TEST(SourceReader, ANameWithAControlCharacterIsShownWithoutIt) {
 }
 
 TEST(SourceReader, TheRoleIsOneOfFourAndOtherwiseASwitch) {
-    EXPECT_EQ(sourceOf(frr("")).role, SourceRole::switches);
-    EXPECT_EQ(sourceOf(frr("role = \"switch\"")).role, SourceRole::switches);
-    EXPECT_EQ(sourceOf(frr("role = \"hsc\"")).role, SourceRole::hsc);
-    EXPECT_EQ(sourceOf(frr("role = \"qvx\"")).role, SourceRole::qvx);
-    EXPECT_EQ(sourceOf(frr("role = \"evpn\"")).role, SourceRole::evpn);
+    EXPECT_EQ(sourceOf(frr("")).role, Role::switches);
+    EXPECT_EQ(sourceOf(frr("role = \"switch\"")).role, Role::switches);
+    EXPECT_EQ(sourceOf(frr("role = \"hsc\"")).role, Role::hsc);
+    EXPECT_EQ(sourceOf(frr("role = \"qvx\"")).role, Role::qvx);
+    EXPECT_EQ(sourceOf(frr("role = \"evpn\"")).role, Role::evpn);
     EXPECT_EQ(refusalOf(frr("role = \"EVPN\"")),
               R"(4:8: source[0].role: found "EVPN", expected "switch", "hsc", "qvx" or "evpn")");
     EXPECT_EQ(refusalOf(frr("role = [\"hsc\"]")),

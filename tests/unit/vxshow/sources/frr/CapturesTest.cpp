@@ -11,7 +11,7 @@ using namespace sources::frr;
 namespace {
 
 /// What of `side` is in `vni`; of the MAC addresses, only `mac` unless it is zero.
-SourceSide partOf(SourceSide side, Vxlan::Vni vni, Nolt::EthAddr mac = {}) {
+SideFacts partOf(SideFacts side, Vxlan::Vni vni, Nolt::EthAddr mac = {}) {
     auto const keep = [](auto & facts, auto const & isKept) {
         facts.erase(std::remove_if(facts.begin(), facts.end(),
                                    [&](auto const & fact) { return !isKept(fact); }),
@@ -36,7 +36,7 @@ void expectPart(state::Selection const & selection) {
         auto const vni = selection.vni.vni();
         EXPECT_TRUE(selected.fits);
         EXPECT_FALSE(selected.findings.warning());
-        auto const part = [&](SourceSide const & side) { return partOf(side, vni, selection.mac); };
+        auto const part = [&](SideFacts const & side) { return partOf(side, vni, selection.mac); };
         EXPECT_EQ(selected.state.remote, part(whole.remote)) << vtep << " " << vni.stringValue();
         EXPECT_EQ(selected.state.local.at("leaf1"), part(whole.local.at("leaf1")))
             << vtep << " " << vni.stringValue();

@@ -36,7 +36,7 @@ FrrAnswer read(std::vector<Answer> const & answers, Deadline const & deadline = 
 std::string timeOver(std::vector<Answer> const & answers) {
     try {
         read(answers, passed());
-    } catch (TimeOver const & failure) {
+    } catch (TimedOut const & failure) {
         return failure.what();
     }
     return "accepted";
@@ -138,7 +138,7 @@ TEST(FrrEffort, AConversationEndsAtTheDeadline) {
     try {
         converse(zebra.run(), {"leaf1"}, {}, passed());
         ADD_FAILURE() << "accepted";
-    } catch (TimeOver const & failure) {
+    } catch (TimedOut const & failure) {
         EXPECT_STREQ(failure.what(), noAnswer);
     }
 }

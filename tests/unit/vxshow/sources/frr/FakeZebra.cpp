@@ -15,7 +15,7 @@ using namespace sources::frr;
 
 namespace {
 
-void sideLines(std::string const & name, SourceSide const & side, std::ostream & out) {
+void sideLines(std::string const & name, SideFacts const & side, std::ostream & out) {
     for (auto const vni : side.vnis) {
         out << name << " vni " << vni.stringValue() << "\n";
     }
@@ -33,7 +33,7 @@ void sideLines(std::string const & name, SourceSide const & side, std::ostream &
     }
 }
 
-void routerLines(std::string const & name, SourceRouter const & router, std::ostream & out) {
+void routerLines(std::string const & name, RouterFacts const & router, std::ostream & out) {
     for (auto const & [ip, ports] : router.ports) {
         for (auto const & port : ports) {
             out << "router " << name << " port " << ip.stringValue() << " vni "
@@ -166,7 +166,7 @@ std::string frrCapture(std::string const & name) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::string linesOf(SourceState const & state) {
+std::string linesOf(Facts const & state) {
     std::ostringstream out;
     for (auto const & [name, one] : state.switches) {
         out << "switch " << name << " id " << (one.systemId ? one.systemId->stringValue() : "none");
@@ -188,7 +188,7 @@ std::string linesOf(SourceState const & state) {
     return out.str();
 }
 
-std::string linesOf(SourceState const & state, std::string_view start) {
+std::string linesOf(Facts const & state, std::string_view start) {
     std::istringstream in(linesOf(state));
     std::string lines;
     for (std::string line; std::getline(in, line);) {
@@ -202,7 +202,7 @@ std::string linesOf(SourceState const & state, std::string_view start) {
 std::string failureOf(FakeZebra & zebra) {
     try {
         zebra.ask();
-    } catch (SourceFailure const & failure) {
+    } catch (Failure const & failure) {
         std::string const line(failure.what());
         EXPECT_TRUE(std::all_of(line.begin(), line.end(), [](char c) {
             return c >= ' ' && c <= '~';

@@ -49,10 +49,10 @@ private:
 std::string frrCapture(std::string const & name);
 
 /// Everything, a fact a line.
-std::string linesOf(sources::SourceState const & state);
+std::string linesOf(sources::Facts const & state);
 
 /// Those of its lines that start so.
-std::string linesOf(sources::SourceState const & state, std::string_view start);
+std::string linesOf(sources::Facts const & state, std::string_view start);
 
 /// The failure of asking for everything; "accepted" when there is none. Expects it to be one
 /// line of printable ASCII.

@@ -228,7 +228,7 @@ TEST(FrrQuirks, WhenTheTimeIsOverTheLastAnswerIsTaken) {
     auto const answer = converse(
         [&](std::vector<std::string> const & commands) {
             if (++runs > 2) {
-                throw TimeOver("time limit");
+                throw TimedOut("time limit");
             }
             return zebra.run()(commands);
         },

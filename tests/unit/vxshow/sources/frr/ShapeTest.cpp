@@ -132,7 +132,7 @@ TEST(FrrShape, TheLineBehindADocumentDoesNotCompleteIt) {
     try {
         converse(run, {"leaf1"}, {});
         ADD_FAILURE() << "accepted";
-    } catch (SourceFailure const & failure) {
+    } catch (Failure const & failure) {
         EXPECT_TRUE(std::string_view(failure.what())
                         .starts_with("broken answer: show evpn mac vni all json: "))
             << failure.what();

@@ -25,7 +25,7 @@ system::Answer exited(int status, std::string const & errors, std::string_view o
 std::string failure(system::Answer answer) {
     try {
         vtyshOutput(std::move(answer), {"vtysh", 4999ms});
-    } catch (SourceFailure const & failure) {
+    } catch (Failure const & failure) {
         return failure.what();
     }
     return "accepted";
@@ -102,7 +102,7 @@ TEST(VtyshOutput, ATimeLimitOfLessThanAHundredthOfASecondIsTold) {
     auto const reasonOf = [](system::Clock::duration limit) {
         try {
             vtyshOutput(system::TimeLimit{}, {"vtysh", limit});
-        } catch (TimeOver const & failure) {
+        } catch (TimedOut const & failure) {
             return std::string(failure.what());
         }
         return std::string("accepted");
@@ -143,7 +143,7 @@ TEST(VtyshOutput, WhatKeepsItFromEndingIsTold) {
     EXPECT_EQ(failure(system::NotRun{ENOENT}), "no such program: vtysh");
     EXPECT_EQ(failure(system::OutputLimit{1000}), "broken answer: more than 1000 bytes");
     EXPECT_EQ(failure(system::TimeLimit{}), "time limit: no answer within 5 s");
-    EXPECT_THROW(vtyshOutput(system::TimeLimit{}, {"vtysh", 5s}), TimeOver);
+    EXPECT_THROW(vtyshOutput(system::TimeLimit{}, {"vtysh", 5s}), TimedOut);
 }
 
 } // namespace vxshow::test

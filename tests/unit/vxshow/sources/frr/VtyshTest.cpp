@@ -38,7 +38,7 @@ protected:
     std::string failure(std::string const & script, std::chrono::milliseconds time = 60s) {
         try {
             ask(script, time);
-        } catch (SourceFailure const & failure) {
+        } catch (Failure const & failure) {
             return failure.what();
         }
         return "accepted";

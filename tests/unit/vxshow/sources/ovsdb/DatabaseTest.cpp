@@ -22,8 +22,8 @@ HardwareVtepAnswer labAnswer() {
     return readAnswer(capture("query.json"));
 }
 
-state::Mount labMount(SourceRole role = SourceRole::switches) {
-    SourceMount mount;
+state::Mount labMount(Role role = Role::switches) {
+    Merge mount;
     HardwareVtepSource source{"lab"};
     source.systemIds = {{"leaf1", Nolt::EthAddr::fromString("00:00:5e:00:53:e1")},
                         {"leaf2", Nolt::EthAddr::fromString("00:00:5e:00:53:e2")}};
@@ -272,7 +272,7 @@ Total entries for this criterion: 2
 }
 
 TEST(HardwareVtepText, MacReceivedFromTheHardwareSwitchController) {
-    EXPECT_EQ(macReceived(labMount(SourceRole::hsc), "hsc"), R"(         Received Mac Address Table
+    EXPECT_EQ(macReceived(labMount(Role::hsc), "hsc"), R"(         Received Mac Address Table
 ---------------------------------------------------------------------
 
 Source            VNI         Mac Address       VTEP            Moves
@@ -310,7 +310,7 @@ Total Mac Addresses for this criterion: 11
 }
 
 TEST(HardwareVtepText, MacReceivedFromEvpn) {
-    EXPECT_EQ(macReceived(labMount(SourceRole::evpn), "evpn"),
+    EXPECT_EQ(macReceived(labMount(Role::evpn), "evpn"),
               R"(         Received Mac Address Table
 ---------------------------------------------------------------------
 

@@ -27,7 +27,7 @@ HardwareVtepAnswer readAnswer(Database const & database, Deadline const & deadli
 std::string timeOver(Database const & database) {
     try {
         readAnswer(database, passed());
-    } catch (TimeOver const & failure) {
+    } catch (TimedOut const & failure) {
         return failure.what();
     }
     return "accepted";
@@ -298,7 +298,7 @@ TEST(HardwareVtepEffort, ManyLogicalSwitchesAreNotSurveyedBehindTheDeadline) {
     }
     auto const survey = system::FileBytes::copyOf(R"([{"rows":)" + list(rows) + "}]");
     EXPECT_EQ(logicalSwitchesOf(Vxlan::Vni(7), survey).size(), 1);
-    EXPECT_THROW(logicalSwitchesOf(Vxlan::Vni(7), survey, passed()), TimeOver);
+    EXPECT_THROW(logicalSwitchesOf(Vxlan::Vni(7), survey, passed()), TimedOut);
 }
 
 } // namespace vxshow::test

@@ -68,7 +68,7 @@ TEST(HardwareVtepQuirks, AKeyThatIsNoVniLeavesItsEntriesOut) {
         // The locator's key is no substitute for a wrong one.
         database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 3, 13);
         auto const answer = readAnswer(database);
-        EXPECT_EQ(answer.state.local.at("leaf1"), SourceSide());
+        EXPECT_EQ(answer.state.local.at("leaf1"), SideFacts());
         EXPECT_EQ(warningOf(answer), "1 entry left out: Ucast_Macs_Local \"02:00:00:00:00:01\" in "
                                      "\"odd\": tunnel_key " +
                                          std::string(key) + ", expected a VNI from 0 to 16777215");

@@ -57,7 +57,7 @@ protected:
         vxshow::OvsdbServerChoice servers(address);
         try {
             return servers.server(Deadline::in(limit)).remote();
-        } catch (SourceFailure const & failure) {
+        } catch (Failure const & failure) {
             return failure.what();
         }
     }
