@@ -9,10 +9,10 @@ namespace {
 
 /// Which of a database's MAC tables the selection looks at: those of its own side are received
 /// from a switch, and advertised to any other source that is told anything.
-ovsdb::HardwareVtepWanted wantedOf(state::Selection const & selection, Role role) {
+ovsdb::Wanted wantedOf(state::Selection const & selection, Role role) {
     bool const isSwitch = role == Role::switches;
     bool const isTold = role != Role::qvx;
-    ovsdb::HardwareVtepWanted wanted;
+    ovsdb::Wanted wanted;
     wanted.localMacs = isSwitch ? selection.received : isTold && selection.advertised;
     wanted.remoteMacs = isSwitch ? selection.advertised : selection.received;
     // The right to an IP address is among all MAC addresses that claim it.
@@ -23,8 +23,8 @@ ovsdb::HardwareVtepWanted wantedOf(state::Selection const & selection, Role role
 SourceReading readDatabase(Source const & source, ovsdb::DatabaseAddress const & address,
                            state::Selection const & selection, Deadline const & deadline) {
     auto const vni = selection.vni.isNone() ? std::nullopt : std::optional(selection.vni.vni());
-    auto answer = ovsdb::askHardwareVtep(address, {source.name, source.systemId, source.systemIds},
-                                         wantedOf(selection, source.role), vni, deadline);
+    auto answer = ovsdb::askDatabase(address, {source.name, source.systemId, source.systemIds},
+                                     wantedOf(selection, source.role), vni, deadline);
     return {std::move(answer.state), std::move(answer.findings)};
 }
 

@@ -34,26 +34,26 @@ void checkFiles(DatabaseAddress const & address) {
 
 /// One reading of a database.
 struct Question {
-    HardwareVtepSource const & source;
-    HardwareVtepWanted const & wanted;
+    DatabaseSource const & source;
+    Wanted const & wanted;
     std::optional<Vxlan::Vni> vni;
     Deadline const & deadline;
 };
 
-HardwareVtepAnswer askOnce(OvsdbClient const & server, Question const & question) {
+HardwareVtepAnswer askOnce(Client const & server, Question const & question) {
     auto wanted = question.wanted;
     if (question.vni && (wanted.localMacs || wanted.remoteMacs)) {
-        auto const survey = server.query(HardwareVtepRequest::survey().text(), question.deadline);
+        auto const survey = server.query(Request::survey().text(), question.deadline);
         wanted.logicalSwitches = logicalSwitchesOf(*question.vni, survey, question.deadline);
     }
-    auto const request = HardwareVtepRequest::of(wanted);
+    auto const request = Request::of(wanted);
     auto const answer = server.query(request.text(), question.deadline);
-    return readHardwareVtep(answer, request, question.source, question.vni, question.deadline);
+    return readDatabase(answer, request, question.source, question.vni, question.deadline);
 }
 
 /// Asks one server. The logical switches of a VNI may change between the two transactions that
 /// it takes to name them, so it may have to be asked again.
-HardwareVtepAnswer ask(OvsdbClient const & server, Question const & question) {
+HardwareVtepAnswer ask(Client const & server, Question const & question) {
     try {
         for (;;) {
             auto answer = askOnce(server, question);
@@ -74,17 +74,15 @@ HardwareVtepAnswer ask(OvsdbClient const & server, Question const & question) {
 
 /// What a server says that it is cut off from; nothing of one that is not, and of one that does
 /// not tell, as those before 2.9 cannot.
-std::optional<std::string> cutOffFrom(OvsdbClient const & server, Deadline const & deadline) {
+std::optional<std::string> cutOffFrom(Client const & server, Deadline const & deadline) {
     constexpr std::chrono::milliseconds most{1000};
     try {
-        auto const status =
-            readOvsdbServerStatus(server.query(ovsdbStatusRequest(), deadline.within(most)));
+        auto const status = readServerStatus(server.query(statusRequest(), deadline.within(most)));
         if (!status || status->connected) {
             return std::nullopt;
         }
-        return status->model == OvsdbServerStatus::Model::relay
-                   ? "the server behind it"
-                   : "the other servers of its cluster";
+        return status->model == ServerStatus::Model::relay ? "the server behind it"
+                                                           : "the other servers of its cluster";
     } catch (Failure const &) {
         return std::nullopt;
     } catch (AnswerError const &) {
@@ -94,7 +92,7 @@ std::optional<std::string> cutOffFrom(OvsdbClient const & server, Deadline const
 
 /// It is asked what it is when it has been read: it was in touch with the others then.
 HardwareVtepAnswer askOnlyOne(DatabaseAddress const & address, Question const & question) {
-    OvsdbClient const server(address.remotes.front(), address.ssl);
+    Client const server(address.remotes.front(), address.ssl);
     auto answer = ask(server, question);
     if (auto const others = cutOffFrom(server, question.deadline)) {
         throw Failure("unreachable: " + Vex::printable(address.remotes.front()) +
@@ -105,7 +103,7 @@ HardwareVtepAnswer askOnlyOne(DatabaseAddress const & address, Question const & 
 
 HardwareVtepAnswer askCluster(DatabaseAddress const & address, Question const & question) {
     constexpr std::chrono::milliseconds betweenServers{100};
-    OvsdbServerChoice servers(address);
+    ServerChoice servers(address);
     for (;;) {
         auto const & server = servers.server(question.deadline);
         try {
@@ -121,10 +119,9 @@ HardwareVtepAnswer askCluster(DatabaseAddress const & address, Question const & 
 
 } // namespace
 
-HardwareVtepAnswer askHardwareVtep(DatabaseAddress const & address,
-                                   HardwareVtepSource const & source,
-                                   HardwareVtepWanted const & wanted, std::optional<Vxlan::Vni> vni,
-                                   Deadline const & deadline) {
+HardwareVtepAnswer askDatabase(DatabaseAddress const & address, DatabaseSource const & source,
+                               Wanted const & wanted, std::optional<Vxlan::Vni> vni,
+                               Deadline const & deadline) {
     checkFiles(address);
     Question const question{source, wanted, vni, deadline};
     return address.remotes.size() == 1 ? askOnlyOne(address, question)

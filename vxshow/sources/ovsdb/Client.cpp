@@ -44,7 +44,7 @@ std::string_view kindOf(std::string_view complaint) {
 
 } // namespace
 
-std::vector<std::string> OvsdbClient::words(std::string const & transaction) const {
+std::vector<std::string> Client::words(std::string const & transaction) const {
     // Its log would be mixed with the one line that tells why it fails.
     std::vector<std::string> words{program, "-vconsole:off"};
     if (ssl_) {
@@ -56,8 +56,7 @@ std::vector<std::string> OvsdbClient::words(std::string const & transaction) con
     return words;
 }
 
-system::FileBytes OvsdbClient::query(std::string const & transaction,
-                                     Deadline const & deadline) const {
+system::FileBytes Client::query(std::string const & transaction, Deadline const & deadline) const {
     auto answer = system::run(words(transaction), {deadline.end, longestAnswer});
     auto * const exited = std::get_if<system::Exited>(&answer);
     if (exited && exited->status == 0) {

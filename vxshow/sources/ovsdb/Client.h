@@ -21,7 +21,7 @@ public:
 ///
 /// Each call is a program of its own with a server of its own: given several, the client waits
 /// for a hung one before it tries the next.
-class OvsdbClient {
+class Client {
 public:
     static constexpr char const * program = "ovsdb-client";
 
@@ -29,7 +29,7 @@ public:
     static constexpr std::size_t longestAnswer = system::FileBytes::longest;
 
     /// The server at `remote`. Both arguments outlive this.
-    OvsdbClient(std::string const & remote, std::optional<DatabaseAddress::Ssl> const & ssl)
+    Client(std::string const & remote, std::optional<DatabaseAddress::Ssl> const & ssl)
         : remote_(remote), ssl_(ssl) {}
 
     std::string const & remote() const noexcept { return remote_; }

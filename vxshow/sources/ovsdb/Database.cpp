@@ -14,8 +14,8 @@ std::string answersWanted(std::size_t count) {
 }
 
 /// Reads all of them; `table` is the one that is being read, null around them.
-void readAnswers(system::FileBytes const & answer, HardwareVtepRequest const & request,
-                 HardwareVtepTable const *& table, HardwareVtepJoin & join) {
+void readAnswers(system::FileBytes const & answer, Request const & request, Table const *& table,
+                 Join & join) {
     auto const & tables = request.tables();
     std::size_t at = 0;
     auto const wanted = answersWanted(tables.size());
@@ -34,9 +34,8 @@ void readAnswers(system::FileBytes const & answer, HardwareVtepRequest const & r
     }
 }
 
-void join(system::FileBytes const & answer, HardwareVtepRequest const & request,
-          HardwareVtepJoin & join) {
-    HardwareVtepTable const * table = nullptr;
+void join(system::FileBytes const & answer, Request const & request, Join & join) {
+    Table const * table = nullptr;
     auto const about = [&] {
         return table ? "answer for " + std::string(nameOf(*table)) + ": " : "answer: ";
     };
@@ -57,7 +56,7 @@ void join(system::FileBytes const & answer, HardwareVtepRequest const & request,
     }
 }
 
-void setSystemIds(HardwareVtepSource const & source, Facts & state) {
+void setSystemIds(DatabaseSource const & source, Facts & state) {
     for (auto & [name, known] : state.switches) {
         auto const own = source.systemIds.find(name);
         if (own != source.systemIds.end()) {
@@ -70,11 +69,10 @@ void setSystemIds(HardwareVtepSource const & source, Facts & state) {
 
 } // namespace
 
-HardwareVtepAnswer readHardwareVtep(system::FileBytes const & answer,
-                                    HardwareVtepRequest const & request,
-                                    HardwareVtepSource const & source,
-                                    std::optional<Vxlan::Vni> vni, Deadline const & deadline) {
-    HardwareVtepJoin rows(source.name, deadline);
+HardwareVtepAnswer readDatabase(system::FileBytes const & answer, Request const & request,
+                                DatabaseSource const & source, std::optional<Vxlan::Vni> vni,
+                                Deadline const & deadline) {
+    Join rows(source.name, deadline);
     join(answer, request, rows);
     HardwareVtepAnswer result;
     result.fits = !request.pushed() || (vni && rows.logicalSwitchesOf(*vni) == *request.pushed());
@@ -85,8 +83,8 @@ HardwareVtepAnswer readHardwareVtep(system::FileBytes const & answer,
 
 std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni, system::FileBytes const & surveyed,
                                  Deadline const & deadline) {
-    HardwareVtepJoin rows("", deadline);
-    join(surveyed, HardwareVtepRequest::survey(), rows);
+    Join rows("", deadline);
+    join(surveyed, Request::survey(), rows);
     return rows.logicalSwitchesOf(vni);
 }
 

@@ -20,7 +20,7 @@ public:
 };
 
 /// What the one who names a `hardware_vtep` database tells of it.
-struct HardwareVtepSource {
+struct DatabaseSource {
     /// Local entries at a VTEP of no switch stand under this name.
     std::string name;
     /// The system identifier of the database's switch; of none when it holds several.
@@ -54,15 +54,13 @@ struct HardwareVtepAnswer {
 ///   switch without a key, of which no locator tells the VNI.
 /// - `unknown-dst` is the flood list of the zero address. Moves, changes and preferences are
 ///   all 0, for nobody counts them here.
-HardwareVtepAnswer readHardwareVtep(system::FileBytes const & answer,
-                                    HardwareVtepRequest const & request,
-                                    HardwareVtepSource const & source,
-                                    std::optional<Vxlan::Vni> vni = {},
-                                    Deadline const & deadline = Deadline::never());
+HardwareVtepAnswer readDatabase(system::FileBytes const & answer, Request const & request,
+                                DatabaseSource const & source, std::optional<Vxlan::Vni> vni = {},
+                                Deadline const & deadline = Deadline::never());
 
-/// Reads the answer to `HardwareVtepRequest::survey()`, and gives the logical switches in which
+/// Reads the answer to `Request::survey()`, and gives the logical switches in which
 /// entries of `vni` may be: those with that key, and those without any. Raises as
-/// `readHardwareVtep` does.
+/// `readDatabase` does.
 std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni, system::FileBytes const & surveyed,
                                  Deadline const & deadline = Deadline::never());
 

@@ -7,9 +7,8 @@
 
 namespace vxshow::sources::ovsdb {
 
-void HardwareVtepJoin::physicalSwitch(std::string const & name,
-                                      std::vector<std::string> const & ips,
-                                      References const & ports) {
+void Join::physicalSwitch(std::string const & name, std::vector<std::string> const & ips,
+                          References const & ports) {
     auto & known = state_.switches[name];
     auto & local = state_.local[name];
     for (auto const & text : ips) {
@@ -29,10 +28,10 @@ void HardwareVtepJoin::physicalSwitch(std::string const & name,
     }
 }
 
-void HardwareVtepJoin::router(std::string const & name,
-                              std::vector<std::pair<std::string, Reference>> const & ports,
-                              std::vector<std::pair<std::string, std::string>> const & routes) {
-    HardwareVtepRouter router(name, state_.routers[name], findings_.leftOut);
+void Join::router(std::string const & name,
+                  std::vector<std::pair<std::string, Reference>> const & ports,
+                  std::vector<std::pair<std::string, std::string>> const & routes) {
+    LogicalRouter router(name, state_.routers[name], findings_.leftOut);
     for (auto const & [address, to] : ports) {
         auto & logicalSwitch = rows_.logicalSwitch(to);
         logicalSwitch.routers.insert(name);
@@ -43,9 +42,8 @@ void HardwareVtepJoin::router(std::string const & name,
     }
 }
 
-void HardwareVtepJoin::leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch,
-                                std::string_view column, std::string_view found,
-                                std::string_view expected) {
+void Join::leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch,
+                    std::string_view column, std::string_view found, std::string_view expected) {
     std::string what(nameOf(row.table));
     what.append(" ")
         .append(text::shownInQuotes(row.mac))
@@ -55,9 +53,8 @@ void HardwareVtepJoin::leaveOut(MacRow const & row, LogicalSwitch const & logica
     findings_.leftOut.add(what.append(", expected ").append(expected));
 }
 
-std::optional<Vxlan::Vni> HardwareVtepJoin::vniOf(MacRow const & row,
-                                                  LogicalSwitch const & logicalSwitch,
-                                                  Locator const & locator) {
+std::optional<Vxlan::Vni> Join::vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
+                                      Locator const & locator) {
     auto const & key = logicalSwitch.key ? logicalSwitch.key : locator.key;
     auto const vni = key ? vniOfKey(*key) : std::nullopt;
     if (!vni) {
@@ -66,7 +63,7 @@ std::optional<Vxlan::Vni> HardwareVtepJoin::vniOf(MacRow const & row,
     return vni;
 }
 
-std::set<SideFacts *> const & HardwareVtepJoin::switchesAt(Locator & locator) const {
+std::set<SideFacts *> const & Join::switchesAt(Locator & locator) const {
     static std::set<SideFacts *> const none;
     if (!locator.switches) {
         auto const found = switchesByIp_.find(*locator.ip);
@@ -76,7 +73,7 @@ std::set<SideFacts *> const & HardwareVtepJoin::switchesAt(Locator & locator) co
 }
 
 template <class What, class Take>
-void HardwareVtepJoin::place(Side side, Locator & locator, What && what, Take && take) {
+void Join::place(Side side, Locator & locator, What && what, Take && take) {
     if (side == Side::remote) {
         return take(state_.remote);
     }
@@ -91,8 +88,8 @@ void HardwareVtepJoin::place(Side side, Locator & locator, What && what, Take &&
     }
 }
 
-std::optional<Nolt::IpGenAddr> HardwareVtepJoin::bindingOf(MacRow const & row,
-                                                           LogicalSwitch const & logicalSwitch) {
+std::optional<Nolt::IpGenAddr> Join::bindingOf(MacRow const & row,
+                                               LogicalSwitch const & logicalSwitch) {
     if (row.ip.empty()) {
         return std::nullopt;
     }
@@ -103,7 +100,7 @@ std::optional<Nolt::IpGenAddr> HardwareVtepJoin::bindingOf(MacRow const & row,
     return ip;
 }
 
-void HardwareVtepJoin::unicast(MacRow const & row) {
+void Join::unicast(MacRow const & row) {
     auto & logicalSwitch = rows_.logicalSwitch(row.logicalSwitch);
     auto & locator = rows_.locator(row.target);
     auto const mac = hostMac(row.mac);
@@ -132,14 +129,13 @@ void HardwareVtepJoin::unicast(MacRow const & row) {
     });
 }
 
-void HardwareVtepJoin::leaveOut(LocatorSet const & set, std::string_view found,
-                                std::string_view expected) {
-    std::string what(nameOf(HardwareVtepTable::physicalLocatorSet));
+void Join::leaveOut(LocatorSet const & set, std::string_view found, std::string_view expected) {
+    std::string what(nameOf(Table::physicalLocatorSet));
     what.append(" ").append(textOf(set.row)).append(": ").append(found);
     findings_.leftOut.add(what.append(", expected ").append(expected));
 }
 
-void HardwareVtepJoin::checkAddresses(LocatorSet & set) {
+void Join::checkAddresses(LocatorSet & set) {
     if (std::exchange(set.addressesChecked, true)) {
         return;
     }
@@ -152,7 +148,7 @@ void HardwareVtepJoin::checkAddresses(LocatorSet & set) {
     });
 }
 
-void HardwareVtepJoin::checkKeys(LocatorSet & set) {
+void Join::checkKeys(LocatorSet & set) {
     if (std::exchange(set.keysChecked, true)) {
         return;
     }
@@ -168,7 +164,7 @@ void HardwareVtepJoin::checkKeys(LocatorSet & set) {
     }
 }
 
-std::set<HardwareVtepJoin::Place> HardwareVtepJoin::flood(Flooding const & flooding, Side side) {
+std::set<Join::Place> Join::flood(Flooding const & flooding, Side side) {
     std::set<text::Place> places;
     for (Locator * const locator : flooding.set->members) {
         step();
@@ -190,7 +186,7 @@ std::set<HardwareVtepJoin::Place> HardwareVtepJoin::flood(Flooding const & flood
     return places;
 }
 
-void HardwareVtepJoin::multicast(MacRow const & row) {
+void Join::multicast(MacRow const & row) {
     auto & logicalSwitch = rows_.logicalSwitch(row.logicalSwitch);
     auto & set = rows_.locatorSet(row.target);
     auto const mac = floodMac(row.mac);
@@ -224,7 +220,7 @@ void HardwareVtepJoin::multicast(MacRow const & row) {
     }
 }
 
-std::set<Uuid> HardwareVtepJoin::logicalSwitchesOf(Vxlan::Vni vni) const {
+std::set<Uuid> Join::logicalSwitchesOf(Vxlan::Vni vni) const {
     std::set<Uuid> rows;
     for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
         if (!logicalSwitch.key || logicalSwitch.vni() == vni) {
@@ -234,7 +230,7 @@ std::set<Uuid> HardwareVtepJoin::logicalSwitchesOf(Vxlan::Vni vni) const {
     return rows;
 }
 
-void HardwareVtepJoin::addBound(std::string const & name, LogicalSwitch const & logicalSwitch) {
+void Join::addBound(std::string const & name, LogicalSwitch const & logicalSwitch) {
     auto & routers = state_.switches[name].routers;
     for (auto const & router : logicalSwitch.routers) {
         step();
@@ -247,7 +243,7 @@ void HardwareVtepJoin::addBound(std::string const & name, LogicalSwitch const & 
 
 /// A logical switch without any address is known all the same: to whom it was told, and to each
 /// switch with a port in it.
-void HardwareVtepJoin::addVnis() {
+void Join::addVnis() {
     for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
         if (auto const vni = logicalSwitch.vni()) {
             state_.remote.vnis.push_back(*vni);
@@ -266,7 +262,7 @@ void HardwareVtepJoin::addVnis() {
     }
 }
 
-void HardwareVtepJoin::findDisputes() {
+void Join::findDisputes() {
     auto const look = [&](std::string const & side, std::vector<IpBinding> const & bindings) {
         bool within = false;
         for (std::size_t index = 1; index < bindings.size(); ++index) {
@@ -287,7 +283,7 @@ void HardwareVtepJoin::findDisputes() {
     }
 }
 
-std::pair<Facts, Findings> HardwareVtepJoin::finished() {
+std::pair<Facts, Findings> Join::finished() {
     addVnis();
     state_.settle();
     findDisputes();

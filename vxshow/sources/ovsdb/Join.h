@@ -22,16 +22,16 @@ namespace vxshow::sources::ovsdb {
 ///
 /// References must lead to a row that has come, or they are refused. Text is another matter, for
 /// nobody checks it: a row whose text is no address, prefix or VNI is counted and left out.
-class HardwareVtepJoin {
+class Join {
 public:
     enum class Side { local, remote };
 
-    using Key = HardwareVtepRows::Key;
-    using References = HardwareVtepRows::References;
+    using Key = Rows::Key;
+    using References = Rows::References;
 
     /// What stands in several columns of one row.
     struct MacRow {
-        HardwareVtepTable table;
+        Table table;
         Side side;
         std::string_view mac;
         Reference logicalSwitch;
@@ -40,8 +40,7 @@ public:
     };
 
     /// Local entries at a VTEP of no switch stand under `name`.
-    HardwareVtepJoin(std::string name, Deadline const & deadline)
-        : name_(std::move(name)), watch_(deadline) {}
+    Join(std::string name, Deadline const & deadline) : name_(std::move(name)), watch_(deadline) {}
 
     /// To be called for each row and each reference that is read. Throws `TimedOut`.
     void step() { watch_.step(); }
@@ -79,9 +78,9 @@ public:
     std::pair<Facts, Findings> finished();
 
 private:
-    using LogicalSwitch = HardwareVtepRows::LogicalSwitch;
-    using Locator = HardwareVtepRows::Locator;
-    using LocatorSet = HardwareVtepRows::LocatorSet;
+    using LogicalSwitch = Rows::LogicalSwitch;
+    using Locator = Rows::Locator;
+    using LocatorSet = Rows::LocatorSet;
 
     /// The VNI of an entry; notices an entry that has none.
     std::optional<Vxlan::Vni> vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
@@ -101,7 +100,7 @@ private:
 
     /// Frames for `mac` are flooded to the locators of a set.
     struct Flooding {
-        HardwareVtepTable table;
+        Table table;
         std::optional<Vxlan::Vni> vni; ///< of the logical switch; none: of each locator its own
         Nolt::EthAddr mac;
         LocatorSet const * set;
@@ -133,7 +132,7 @@ private:
     std::string name_;
     Facts state_;
     Findings findings_;
-    HardwareVtepRows rows_;
+    Rows rows_;
     std::map<std::string, std::set<Uuid>> switchPorts_;
     std::map<Nolt::IpAddr, std::set<SideFacts *>> switchesByIp_;
     std::map<Flooding, std::set<text::Place>> flooded_;

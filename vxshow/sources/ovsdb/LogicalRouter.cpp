@@ -6,8 +6,7 @@
 
 namespace vxshow::sources::ovsdb {
 
-void HardwareVtepRouter::port(std::string const & address,
-                              HardwareVtepRows::LogicalSwitch const & in) {
+void LogicalRouter::port(std::string const & address, Rows::LogicalSwitch const & in) {
     constexpr std::string_view column = "switch_binding";
     auto const ip = Nolt::IpGenAddrWithMask::tryFromString(address);
     if (!ip || ip->isNone()) {
@@ -24,7 +23,7 @@ void HardwareVtepRouter::port(std::string const & address,
              aKey);
 }
 
-void HardwareVtepRouter::route(std::string const & prefix, std::string const & nexthop) {
+void LogicalRouter::route(std::string const & prefix, std::string const & nexthop) {
     constexpr std::string_view column = "static_routes";
     auto const to = Nolt::IpGenPrefix::tryFromString(prefix);
     if (!to || to->isNone()) {
@@ -38,8 +37,8 @@ void HardwareVtepRouter::route(std::string const & prefix, std::string const & n
     router_.routes[*to].insert(*by);
 }
 
-void HardwareVtepRouter::leaveOut(std::string_view column, std::string const & found,
-                                  std::string_view expected) {
+void LogicalRouter::leaveOut(std::string_view column, std::string const & found,
+                             std::string_view expected) {
     auto what = "Logical_Router " + text::shownInQuotes(name_) + ": ";
     what.append(column).append(" ").append(found);
     leftOut_.add(what.append(", expected ").append(expected));

@@ -11,14 +11,14 @@ namespace vxshow::sources::ovsdb {
 
 /// Takes what a row of `Logical_Router` says into a router. What is no address, prefix or VNI is
 /// counted and left out.
-class HardwareVtepRouter {
+class LogicalRouter {
 public:
     /// All of them outlive this.
-    HardwareVtepRouter(std::string const & name, RouterFacts & router, Noticed & leftOut) noexcept
+    LogicalRouter(std::string const & name, RouterFacts & router, Noticed & leftOut) noexcept
         : name_(name), router_(router), leftOut_(leftOut) {}
 
     /// A pair of `switch_binding`: an address with its prefix length, and where it is.
-    void port(std::string const & address, HardwareVtepRows::LogicalSwitch const & in);
+    void port(std::string const & address, Rows::LogicalSwitch const & in);
 
     /// A pair of `static_routes`.
     void route(std::string const & prefix, std::string const & nexthop);

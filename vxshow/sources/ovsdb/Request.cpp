@@ -8,12 +8,12 @@ namespace vxshow::sources::ovsdb {
 namespace {
 
 struct Select {
-    HardwareVtepTable table;
+    Table table;
     std::string_view name;
     std::string_view columns;
 };
 
-using enum HardwareVtepTable;
+using enum Table;
 
 constexpr std::string_view mcastColumns = R"("MAC","logical_switch","locator_set","ipaddr")";
 constexpr std::string_view ucastColumns = R"("MAC","logical_switch","locator","ipaddr")";
@@ -35,14 +35,14 @@ constexpr std::array<Select, 12> selects{{
     {ucastMacsRemote, "Ucast_Macs_Remote", ucastColumns},
 }};
 
-Select const & selectOf(HardwareVtepTable table) {
+Select const & selectOf(Table table) {
     return selects[static_cast<std::size_t>(table)];
 }
 
 /// How much of a table is asked for: nothing, what is pushed down, all.
 enum class Share { none, pushed, all };
 
-Share shareOf(HardwareVtepTable table, HardwareVtepWanted const & wanted) {
+Share shareOf(Table table, Wanted const & wanted) {
     switch (table) {
     case mcastMacsLocal:
     case ucastMacsLocal:
@@ -85,23 +85,23 @@ std::vector<std::string> spellingsOf(Nolt::EthAddr mac) {
 
 } // namespace
 
-std::string_view nameOf(HardwareVtepTable table) {
+std::string_view nameOf(Table table) {
     return selectOf(table).name;
 }
 
-void HardwareVtepRequest::add(HardwareVtepTable table, Where where) {
+void Request::add(Table table, Where where) {
     tables_.push_back(table);
     where_.push_back(std::move(where));
 }
 
-HardwareVtepRequest HardwareVtepRequest::survey() {
-    HardwareVtepRequest request;
+Request Request::survey() {
+    Request request;
     request.add(logicalSwitch, {});
     return request;
 }
 
-HardwareVtepRequest HardwareVtepRequest::of(HardwareVtepWanted const & wanted) {
-    HardwareVtepRequest request;
+Request Request::of(Wanted const & wanted) {
+    Request request;
     std::vector<std::string> spellings{""};
     if (!wanted.mac.isZero() && spellingsOf(wanted.mac).size() <= mostPushed) {
         spellings = spellingsOf(wanted.mac);
@@ -132,15 +132,14 @@ HardwareVtepRequest HardwareVtepRequest::of(HardwareVtepWanted const & wanted) {
     return request;
 }
 
-void HardwareVtepRequest::addWheres(std::optional<Uuid> const & logicalSwitch,
-                                    std::vector<std::string> const & macs,
-                                    std::vector<Where> & wheres) {
+void Request::addWheres(std::optional<Uuid> const & logicalSwitch,
+                        std::vector<std::string> const & macs, std::vector<Where> & wheres) {
     for (std::string const & mac : macs) {
         wheres.push_back({logicalSwitch, mac});
     }
 }
 
-std::string HardwareVtepRequest::conditions(Where const & where) {
+std::string Request::conditions(Where const & where) {
     std::string text;
     if (where.logicalSwitch) {
         text.append(R"(["logical_switch","==",["uuid",")").append(textOf(*where.logicalSwitch));
@@ -153,7 +152,7 @@ std::string HardwareVtepRequest::conditions(Where const & where) {
     return text;
 }
 
-std::string HardwareVtepRequest::text() const {
+std::string Request::text() const {
     std::string text = R"(["hardware_vtep")";
     for (std::size_t index = 0; index < tables_.size(); ++index) {
         Select const & select = selectOf(tables_[index]);

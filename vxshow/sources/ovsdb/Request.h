@@ -11,7 +11,7 @@
 namespace vxshow::sources::ovsdb {
 
 /// The tables of a `hardware_vtep` database that are read.
-enum class HardwareVtepTable {
+enum class Table {
     logicalSwitch,
     physicalLocator,
     physicalLocatorSet,
@@ -27,10 +27,10 @@ enum class HardwareVtepTable {
 };
 
 /// The table's name in the schema.
-std::string_view nameOf(HardwareVtepTable table);
+std::string_view nameOf(Table table);
 
 /// What of a database is asked for; at first everything.
-struct HardwareVtepWanted {
+struct Wanted {
     bool localMacs = true;  ///< the tables of what its switches have learned
     bool remoteMacs = true; ///< the tables of what they were told
     /// Of the MAC tables, only what is in these logical switches; nothing: in all of them.
@@ -53,23 +53,23 @@ struct HardwareVtepWanted {
 /// two for each digit that is a letter. An address with so many letters that this would be more
 /// than `mostPushed` selects of a table is not pushed, since a request that names only the
 /// usual spellings would now and then miss a row, and no answer would show that.
-class HardwareVtepRequest {
+class Request {
 public:
     /// Everything.
-    static HardwareVtepRequest whole() { return of({}); }
+    static Request whole() { return of({}); }
 
     /// The logical switches alone.
-    static HardwareVtepRequest survey();
+    static Request survey();
 
     /// What is wanted, and maybe more: where `mostPushed` selects of a table are too few to
     /// name all spellings of the address, none is named, and where they are too few for all
     /// logical switches, with each spelling that is, no logical switch is.
-    static HardwareVtepRequest of(HardwareVtepWanted const & wanted);
+    static Request of(Wanted const & wanted);
 
     static constexpr std::size_t mostPushed = 48;
 
     /// By position, the table of each select.
-    std::vector<HardwareVtepTable> const & tables() const noexcept { return tables_; }
+    std::vector<Table> const & tables() const noexcept { return tables_; }
 
     /// The logical switches that are named; nothing when none is, and all are read.
     std::optional<std::set<Uuid>> const & pushed() const noexcept { return pushed_; }
@@ -88,9 +88,9 @@ private:
                           std::vector<std::string> const & macs, std::vector<Where> & wheres);
     static std::string conditions(Where const & where);
 
-    void add(HardwareVtepTable table, Where where);
+    void add(Table table, Where where);
 
-    std::vector<HardwareVtepTable> tables_;
+    std::vector<Table> tables_;
     std::vector<Where> where_; ///< by position
     std::optional<std::set<Uuid>> pushed_;
 };

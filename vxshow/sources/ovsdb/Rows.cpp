@@ -19,7 +19,7 @@ void insertNew(Rows & rows, Reference const & identity, Row && row) {
 }
 
 template <class Rows>
-auto & rowAt(Rows & rows, Reference const & to, HardwareVtepTable table) {
+auto & rowAt(Rows & rows, Reference const & to, Table table) {
     auto const found = rows.find(to.row);
     if (found == rows.end()) {
         throw text::Refusal{to.at, std::string("the _uuid of a row of ").append(nameOf(table))};
@@ -36,23 +36,23 @@ void sortUnique(std::vector<Row *> & rows) {
 
 } // namespace
 
-std::optional<Vxlan::Vni> HardwareVtepRows::LogicalSwitch::vni() const {
+std::optional<Vxlan::Vni> Rows::LogicalSwitch::vni() const {
     return key ? vniOfKey(*key) : std::nullopt;
 }
 
-std::optional<Vxlan::Vni> HardwareVtepRows::Locator::vni() const {
+std::optional<Vxlan::Vni> Rows::Locator::vni() const {
     return key ? vniOfKey(*key) : std::nullopt;
 }
 
-void HardwareVtepRows::addLogicalSwitch(Reference const & row, std::string name, Key key) {
+void Rows::addLogicalSwitch(Reference const & row, std::string name, Key key) {
     insertNew(logicalSwitches_, row, LogicalSwitch{std::move(name), key});
 }
 
-void HardwareVtepRows::addLocator(Reference const & row, std::string_view ip, Key key) {
+void Rows::addLocator(Reference const & row, std::string_view ip, Key key) {
     insertNew(locators_, row, Locator{std::string(ip), vtepIp(ip), key});
 }
 
-void HardwareVtepRows::addLocatorSet(Reference const & row, References const & locators) {
+void Rows::addLocatorSet(Reference const & row, References const & locators) {
     std::vector<Locator *> members;
     for (auto const & member : locators) {
         members.push_back(&locator(member));
@@ -61,7 +61,7 @@ void HardwareVtepRows::addLocatorSet(Reference const & row, References const & l
     insertNew(locatorSets_, row, LocatorSet{row.row, std::move(members)});
 }
 
-void HardwareVtepRows::addPort(Reference const & row, References const & logicalSwitches) {
+void Rows::addPort(Reference const & row, References const & logicalSwitches) {
     std::vector<LogicalSwitch *> bound;
     for (auto const & to : logicalSwitches) {
         bound.push_back(&logicalSwitch(to));
@@ -70,20 +70,19 @@ void HardwareVtepRows::addPort(Reference const & row, References const & logical
     insertNew(ports_, row, std::move(bound));
 }
 
-HardwareVtepRows::LogicalSwitch & HardwareVtepRows::logicalSwitch(Reference const & to) {
-    return rowAt(logicalSwitches_, to, HardwareVtepTable::logicalSwitch);
+Rows::LogicalSwitch & Rows::logicalSwitch(Reference const & to) {
+    return rowAt(logicalSwitches_, to, Table::logicalSwitch);
 }
 
-HardwareVtepRows::Locator & HardwareVtepRows::locator(Reference const & to) {
-    return rowAt(locators_, to, HardwareVtepTable::physicalLocator);
+Rows::Locator & Rows::locator(Reference const & to) {
+    return rowAt(locators_, to, Table::physicalLocator);
 }
 
-HardwareVtepRows::LocatorSet & HardwareVtepRows::locatorSet(Reference const & to) {
-    return rowAt(locatorSets_, to, HardwareVtepTable::physicalLocatorSet);
+Rows::LocatorSet & Rows::locatorSet(Reference const & to) {
+    return rowAt(locatorSets_, to, Table::physicalLocatorSet);
 }
 
-std::vector<HardwareVtepRows::LogicalSwitch *> const &
-HardwareVtepRows::boundTo(Uuid const & port) const {
+std::vector<Rows::LogicalSwitch *> const & Rows::boundTo(Uuid const & port) const {
     static std::vector<LogicalSwitch *> const none;
     auto const found = ports_.find(port);
     return found == ports_.end() ? none : found->second;

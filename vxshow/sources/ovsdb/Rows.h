@@ -19,7 +19,7 @@ namespace vxshow::sources::ovsdb {
 ///
 /// References must lead to a row that has come: a server keeps them so, and a broken one is
 /// refused like any wrong form. The places of rows do not move.
-class HardwareVtepRows {
+class Rows {
 public:
     /// A tunnel_key as it stands there: a set of at most one number, any number.
     using Key = std::optional<std::int64_t>;

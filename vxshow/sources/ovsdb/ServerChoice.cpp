@@ -63,22 +63,21 @@ std::string joined(std::vector<std::string> const & reasons) {
 
 } // namespace
 
-OvsdbServerChoice::OvsdbServerChoice(DatabaseAddress const & address)
-    : statuses_(address.remotes.size()) {
+ServerChoice::ServerChoice(DatabaseAddress const & address) : statuses_(address.remotes.size()) {
     for (std::string const & remote : address.remotes) {
-        servers_.push_back({OvsdbClient(remote, address.ssl)});
+        servers_.push_back({Client(remote, address.ssl)});
     }
 }
 
-void OvsdbServerChoice::askOne(std::size_t index, Deadline const & deadline) {
+void ServerChoice::askOne(std::size_t index, Deadline const & deadline) {
     auto & server = servers_[index];
     auto const time = std::min(server.patience, timeToAnswer(deadline));
     auto const most = deadline.within(time);
-    std::optional<OvsdbServerStatus> status;
+    std::optional<ServerStatus> status;
     std::string failure;
     bool hung = false;
     try {
-        status = readOvsdbServerStatus(server.client.query(ovsdbStatusRequest(), most));
+        status = readServerStatus(server.client.query(statusRequest(), most));
         failure = status ? "" : "no such schema: the server has no database hardware_vtep";
     } catch (Failure const & refused) {
         failure = refused.what();
@@ -97,7 +96,7 @@ void OvsdbServerChoice::askOne(std::size_t index, Deadline const & deadline) {
     server.asked = true;
 }
 
-void OvsdbServerChoice::growPatience() {
+void ServerChoice::growPatience() {
     bool const none = nobodyAnswers();
     for (auto & server : servers_) {
         if (!server.hung) {
@@ -110,7 +109,7 @@ void OvsdbServerChoice::growPatience() {
     }
 }
 
-void OvsdbServerChoice::ask(std::vector<std::size_t> const & which, Deadline const & deadline) {
+void ServerChoice::ask(std::vector<std::size_t> const & which, Deadline const & deadline) {
     std::vector<std::jthread> threads;
     threads.reserve(which.size());
     for (std::size_t const index : which) {
@@ -122,7 +121,7 @@ void OvsdbServerChoice::ask(std::vector<std::size_t> const & which, Deadline con
     }
 }
 
-std::vector<std::size_t> OvsdbServerChoice::all() const {
+std::vector<std::size_t> ServerChoice::all() const {
     std::vector<std::size_t> which;
     for (std::size_t index = 0; index < servers_.size(); ++index) {
         which.push_back(index);
@@ -130,7 +129,7 @@ std::vector<std::size_t> OvsdbServerChoice::all() const {
     return which;
 }
 
-std::vector<std::size_t> OvsdbServerChoice::followers() const {
+std::vector<std::size_t> ServerChoice::followers() const {
     std::vector<std::size_t> which;
     for (std::size_t index = 0; index < statuses_.size(); ++index) {
         if (statuses_[index] && statuses_[index]->connected && !statuses_[index]->leader) {
@@ -140,12 +139,12 @@ std::vector<std::size_t> OvsdbServerChoice::followers() const {
     return which;
 }
 
-bool OvsdbServerChoice::nobodyAnswers() const {
+bool ServerChoice::nobodyAnswers() const {
     return std::none_of(statuses_.begin(), statuses_.end(),
                         [](auto const & status) { return status.has_value(); });
 }
 
-void OvsdbServerChoice::requireAnswers(Deadline const & deadline) const {
+void ServerChoice::requireAnswers(Deadline const & deadline) const {
     bool const hung = std::any_of(servers_.begin(), servers_.end(),
                                   [](Server const & server) { return server.hung; });
     if (nobodyAnswers() && !hung) {
@@ -153,8 +152,8 @@ void OvsdbServerChoice::requireAnswers(Deadline const & deadline) const {
     }
 }
 
-std::string OvsdbServerChoice::whyNobodyAnswers(Deadline const & deadline) const {
-    auto const hangs = system::reason(system::TimeLimit{}, OvsdbClient::program, deadline.limit);
+std::string ServerChoice::whyNobodyAnswers(Deadline const & deadline) const {
+    auto const hangs = system::reason(system::TimeLimit{}, Client::program, deadline.limit);
     std::set<std::string_view> different;
     std::vector<std::string> reasons;
     for (bool const hung : {false, true}) {
@@ -168,7 +167,7 @@ std::string OvsdbServerChoice::whyNobodyAnswers(Deadline const & deadline) const
     return different.size() == 1 ? std::string(*different.begin()) : joined(reasons);
 }
 
-void OvsdbServerChoice::requireOneDatabase() const {
+void ServerChoice::requireOneDatabase() const {
     std::optional<std::size_t> first;
     for (std::size_t index = 0; index < statuses_.size(); ++index) {
         if (!statuses_[index]) {
@@ -182,26 +181,26 @@ void OvsdbServerChoice::requireOneDatabase() const {
     }
 }
 
-std::string OvsdbServerChoice::whyNotOneDatabase(std::size_t one, std::size_t other) const {
+std::string ServerChoice::whyNotOneDatabase(std::size_t one, std::size_t other) const {
     auto const name = [this](std::size_t index) {
         return std::string(Vex::printable(servers_[index].client.remote()));
     };
     for (std::size_t const index : {one, other}) {
-        if (statuses_[index]->model == OvsdbServerStatus::Model::standalone) {
+        if (statuses_[index]->model == ServerStatus::Model::standalone) {
             return "several remotes, but " + name(index) + " is a server alone";
         }
     }
     return name(one) + " and " + name(other) + " are not of one cluster";
 }
 
-std::string OvsdbServerChoice::whyNoneIsChosen(Deadline const & deadline) const {
+std::string ServerChoice::whyNoneIsChosen(Deadline const & deadline) const {
     if (nobodyAnswers()) {
         return whyNobodyAnswers(deadline);
     }
     auto const answering = std::count_if(statuses_.begin(), statuses_.end(),
                                          [](auto const & status) { return status.has_value(); });
     bool const relays = std::any_of(statuses_.begin(), statuses_.end(), [](auto const & status) {
-        return status && status->model == OvsdbServerStatus::Model::relay;
+        return status && status->model == ServerStatus::Model::relay;
     });
     auto const ofThem = " the " + std::to_string(answering) + " of " +
                         std::to_string(statuses_.size()) + (relays ? " relays" : " servers") +
@@ -210,7 +209,7 @@ std::string OvsdbServerChoice::whyNoneIsChosen(Deadline const & deadline) const 
                   : "unreachable: no leader among" + ofThem;
 }
 
-std::optional<std::size_t> OvsdbServerChoice::chosen(Deadline const & deadline) {
+std::optional<std::size_t> ServerChoice::chosen(Deadline const & deadline) {
     auto const leader = leaderOf(statuses_);
     auto follower = serverToRead(statuses_);
     for (int again = 0; leader && !follower && again < mostCatchingUp; ++again) {
@@ -221,7 +220,7 @@ std::optional<std::size_t> OvsdbServerChoice::chosen(Deadline const & deadline) 
     return follower ? follower : leader;
 }
 
-OvsdbClient const & OvsdbServerChoice::server(Deadline const & deadline) {
+Client const & ServerChoice::server(Deadline const & deadline) {
     for (;;) {
         ask(all(), deadline);
         requireAnswers(deadline);

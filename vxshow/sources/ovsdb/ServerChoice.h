@@ -12,16 +12,16 @@
 namespace vxshow::sources::ovsdb {
 
 /// The servers of a cluster, or relays of one database, and which of them is read.
-class OvsdbServerChoice {
+class ServerChoice {
 public:
     /// `address` outlives this.
-    explicit OvsdbServerChoice(DatabaseAddress const & address);
+    explicit ServerChoice(DatabaseAddress const & address);
 
     /// Asks them all at once what they are, and chooses one. While there is none to choose it
     /// asks again, and waits longer for those that hang. Raises `Failure`: when each has
     /// refused to answer, when they are not of one database, when there is none to choose until
     /// the deadline.
-    OvsdbClient const & server(Deadline const & deadline);
+    Client const & server(Deadline const & deadline);
 
 private:
     struct Server {
@@ -29,7 +29,7 @@ private:
         /// for a second or two.
         static constexpr std::chrono::milliseconds patienceAtFirst{1000};
 
-        OvsdbClient client;
+        Client client;
         bool asked = false;
         std::string failure = {}; ///< why it has not answered
         bool hung = false;        ///< whether it took all its time when it was last asked
@@ -53,7 +53,7 @@ private:
     std::string whyNoneIsChosen(Deadline const & deadline) const;
 
     std::vector<Server> servers_;
-    OvsdbServers statuses_; ///< by position
+    Servers statuses_; ///< by position
 };
 
 } // namespace vxshow::sources::ovsdb

@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::string_view oneAnswer = "an array of 1 answer";
 
-OvsdbServerStatus::Model readModel(text::JsonValue & value) {
-    using Model = OvsdbServerStatus::Model;
+ServerStatus::Model readModel(text::JsonValue & value) {
+    using Model = ServerStatus::Model;
     constexpr std::string_view expected = R"("standalone", "clustered" or "relay")";
     auto const name = value.text(expected);
     if (name.text() == "standalone") {
@@ -29,11 +29,11 @@ OvsdbServerStatus::Model readModel(text::JsonValue & value) {
     return Model::relay;
 }
 
-OvsdbServerStatus readRow(text::JsonValue & value) {
+ServerStatus readRow(text::JsonValue & value) {
     static constexpr std::array<text::MemberName, 5> names{"cid", "connected", "index", "leader",
                                                            "model"};
     auto const * const start = value.at();
-    OvsdbServerStatus status;
+    ServerStatus status;
     text::Members members(names);
     value.members("a row", [&](text::JsonText const & name, text::JsonValue & cell) {
         switch (members.take(name)) {
@@ -59,9 +59,9 @@ OvsdbServerStatus readRow(text::JsonValue & value) {
     return status;
 }
 
-std::optional<OvsdbServerStatus> readRows(text::JsonValue & value) {
+std::optional<ServerStatus> readRows(text::JsonValue & value) {
     static constexpr std::array<text::MemberName, 1> names{"rows"};
-    std::optional<OvsdbServerStatus> status;
+    std::optional<ServerStatus> status;
     auto const * const start = value.at();
     text::Members members(names);
     value.members("an object with rows", [&](text::JsonText const & name, text::JsonValue & rows) {
@@ -77,8 +77,8 @@ std::optional<OvsdbServerStatus> readRows(text::JsonValue & value) {
     return status;
 }
 
-std::optional<OvsdbServerStatus> readAnswers(system::FileBytes const & answer) {
-    std::optional<OvsdbServerStatus> status;
+std::optional<ServerStatus> readAnswers(system::FileBytes const & answer) {
+    std::optional<ServerStatus> status;
     std::size_t count = 0;
     text::JsonReader json(answer);
     auto const * const start = json.at();
@@ -94,20 +94,20 @@ std::optional<OvsdbServerStatus> readAnswers(system::FileBytes const & answer) {
     return status;
 }
 
-bool isReady(std::optional<OvsdbServerStatus> const & server) {
+bool isReady(std::optional<ServerStatus> const & server) {
     return server && server->connected;
 }
 
 } // namespace
 
-std::string const & ovsdbStatusRequest() {
+std::string const & statusRequest() {
     static std::string const request =
         R"(["_Server",{"op":"select","table":"Database","where":[["name","==","hardware_vtep"]],)"
         R"("columns":["cid","connected","index","leader","model"]}])";
     return request;
 }
 
-std::optional<OvsdbServerStatus> readOvsdbServerStatus(system::FileBytes const & answer) {
+std::optional<ServerStatus> readServerStatus(system::FileBytes const & answer) {
     constexpr char const * about = "the server's own status: ";
     try {
         return readAnswers(answer);
@@ -119,15 +119,15 @@ std::optional<OvsdbServerStatus> readOvsdbServerStatus(system::FileBytes const &
     }
 }
 
-bool areOfOneDatabase(OvsdbServerStatus const & one, OvsdbServerStatus const & other) {
+bool areOfOneDatabase(ServerStatus const & one, ServerStatus const & other) {
     if (one.cluster || other.cluster) {
         return one.cluster == other.cluster;
     }
-    constexpr auto relay = OvsdbServerStatus::Model::relay;
+    constexpr auto relay = ServerStatus::Model::relay;
     return one.model == relay && other.model == relay;
 }
 
-std::optional<std::size_t> leaderOf(OvsdbServers const & servers) {
+std::optional<std::size_t> leaderOf(Servers const & servers) {
     std::optional<std::size_t> leader;
     for (std::size_t index = 0; index < servers.size(); ++index) {
         auto const & server = servers[index];
@@ -139,7 +139,7 @@ std::optional<std::size_t> leaderOf(OvsdbServers const & servers) {
     return leader;
 }
 
-std::optional<std::size_t> serverToRead(OvsdbServers const & servers) {
+std::optional<std::size_t> serverToRead(Servers const & servers) {
     auto const leader = leaderOf(servers);
     for (std::size_t index = 0; index < servers.size(); ++index) {
         auto const & server = servers[index];

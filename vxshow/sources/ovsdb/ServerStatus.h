@@ -20,7 +20,7 @@ namespace vxshow::sources::ovsdb {
 
 /// The row of the database `hardware_vtep` in a server's own database `_Server`
 /// (ovsdb-server(5)).
-struct OvsdbServerStatus {
+struct ServerStatus {
     enum class Model {
         standalone,
         clustered,
@@ -33,29 +33,29 @@ struct OvsdbServerStatus {
     bool leader = true;
     std::optional<std::int64_t> index = {}; ///< of the last entry of the log that is applied
 
-    bool operator==(OvsdbServerStatus const &) const = default;
+    bool operator==(ServerStatus const &) const = default;
 };
 
 /// The transaction that asks for it.
-std::string const & ovsdbStatusRequest();
+std::string const & statusRequest();
 
 /// Reads the answer. Nothing when the server has no such database. Raises `AnswerError`.
-std::optional<OvsdbServerStatus> readOvsdbServerStatus(system::FileBytes const & answer);
+std::optional<ServerStatus> readServerStatus(system::FileBytes const & answer);
 
 /// What several servers have answered, by position; nothing for one that has not.
-using OvsdbServers = std::vector<std::optional<OvsdbServerStatus>>;
+using Servers = std::vector<std::optional<ServerStatus>>;
 
 /// Whether both may be asked for the same: servers of one cluster, or relays, which do not tell
 /// of what. Nobody has the same as a server alone.
-bool areOfOneDatabase(OvsdbServerStatus const & one, OvsdbServerStatus const & other);
+bool areOfOneDatabase(ServerStatus const & one, ServerStatus const & other);
 
 /// The server to read from: the first connected one that is alone or a relay, or the first
 /// connected follower that is not behind the leader. Nothing when there is no such server.
-std::optional<std::size_t> serverToRead(OvsdbServers const & servers);
+std::optional<std::size_t> serverToRead(Servers const & servers);
 
 /// The connected leader; nothing when none of them is. For some two seconds after the others
 /// have chosen another, one that is cut off takes itself for the leader still: of several it is
 /// the one with the most.
-std::optional<std::size_t> leaderOf(OvsdbServers const & servers);
+std::optional<std::size_t> leaderOf(Servers const & servers);
 
 } // namespace vxshow::sources::ovsdb

@@ -9,8 +9,8 @@ namespace vxshow::sources::ovsdb {
 
 namespace {
 
-using Join = HardwareVtepJoin;
-using Side = HardwareVtepJoin::Side;
+using Join = Join;
+using Side = Join::Side;
 using Reference;
 
 constexpr std::string_view aText = "a text";
@@ -202,9 +202,8 @@ private:
 };
 
 /// `take` is the member of the join that takes such a row.
-void readMacRow(text::JsonValue & value, std::array<text::MemberName, 4> const & names,
-                HardwareVtepTable table, Side side, Join & join,
-                void (Join::*take)(Join::MacRow const &)) {
+void readMacRow(text::JsonValue & value, std::array<text::MemberName, 4> const & names, Table table,
+                Side side, Join & join, void (Join::*take)(Join::MacRow const &)) {
     CellText mac;
     CellText ip;
     Reference logicalSwitch{};
@@ -235,7 +234,7 @@ void eachRow(text::JsonValue & value, Join & join, Read && read) {
     });
 }
 
-void readRows(text::JsonValue & rows, HardwareVtepTable table, Join & join) {
+void readRows(text::JsonValue & rows, Table table, Join & join) {
     static constexpr std::array<text::MemberName, 4> ucast{"MAC", "ipaddr", "locator",
                                                            "logical_switch"};
     static constexpr std::array<text::MemberName, 4> mcast{"MAC", "ipaddr", "locator_set",
@@ -248,35 +247,35 @@ void readRows(text::JsonValue & rows, HardwareVtepTable table, Join & join) {
                 [&](text::JsonValue & row) { readMacRow(row, names, table, side, join, take); });
     };
     switch (table) {
-    case HardwareVtepTable::logicalSwitch:
+    case Table::logicalSwitch:
         return each(readLogicalSwitch);
-    case HardwareVtepTable::physicalLocator:
+    case Table::physicalLocator:
         return each(readLocator);
-    case HardwareVtepTable::physicalLocatorSet:
+    case Table::physicalLocatorSet:
         return each(readLocatorSet);
-    case HardwareVtepTable::physicalSwitch:
+    case Table::physicalSwitch:
         return each(readPhysicalSwitch);
-    case HardwareVtepTable::physicalPort:
+    case Table::physicalPort:
         return each(readPort);
-    case HardwareVtepTable::logicalRouter:
+    case Table::logicalRouter:
         return each(readRouter);
-    case HardwareVtepTable::arpSourcesLocal:
-    case HardwareVtepTable::arpSourcesRemote:
+    case Table::arpSourcesLocal:
+    case Table::arpSourcesRemote:
         return each(readArpSource);
-    case HardwareVtepTable::mcastMacsLocal:
+    case Table::mcastMacsLocal:
         return macs(mcast, Side::local, &Join::multicast);
-    case HardwareVtepTable::mcastMacsRemote:
+    case Table::mcastMacsRemote:
         return macs(mcast, Side::remote, &Join::multicast);
-    case HardwareVtepTable::ucastMacsLocal:
+    case Table::ucastMacsLocal:
         return macs(ucast, Side::local, &Join::unicast);
-    case HardwareVtepTable::ucastMacsRemote:
+    case Table::ucastMacsRemote:
         return macs(ucast, Side::remote, &Join::unicast);
     }
 }
 
 } // namespace
 
-void readSelect(text::JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & join) {
+void readSelect(text::JsonValue & value, Table table, Join & join) {
     enum Name : std::size_t { rows, error, details, syntax };
 
     static constexpr std::array<text::MemberName, 4> names{"rows", "error", "details", "syntax"};

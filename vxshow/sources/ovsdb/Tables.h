@@ -13,6 +13,6 @@ struct SelectRefused {
 
 /// Reads the answer to one select, `{"rows":[ROW,…]}`, into `join`. Throws `Refusal`,
 /// `MalformedJson` and `SelectRefused`.
-void readSelect(text::JsonValue & value, HardwareVtepTable table, HardwareVtepJoin & join);
+void readSelect(text::JsonValue & value, Table table, Join & join);
 
 } // namespace vxshow::sources::ovsdb

@@ -19,7 +19,7 @@ protected:
         auto const remote = server("it", "printf '" + errors + "' >&2; exit 1");
         std::optional<DatabaseAddress::Ssl> const noSsl;
         try {
-            OvsdbClient(remote, noSsl).query("[]", Deadline::in(2min));
+            Client(remote, noSsl).query("[]", Deadline::in(2min));
         } catch (ServerFailure const & failure) {
             return failure.what();
         }

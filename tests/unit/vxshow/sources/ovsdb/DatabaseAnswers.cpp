@@ -13,7 +13,7 @@ using namespace sources::ovsdb;
 
 namespace {
 
-using enum HardwareVtepTable;
+using enum Table;
 
 std::string macRow(std::string_view mac, std::string_view targetColumn, unsigned logicalSwitch,
                    unsigned target, std::string_view ip) {
@@ -61,14 +61,14 @@ Database::Database() {
     self[physicalSwitch] = {R"({"name":"leaf1","ports":["set",[]],"tunnel_ips":"10.0.0.1"})"};
 }
 
-Database & Database::unicast(HardwareVtepTable table, std::string_view mac, unsigned logicalSwitch,
+Database & Database::unicast(Table table, std::string_view mac, unsigned logicalSwitch,
                              unsigned locator, std::string_view ip) {
     (*this)[table].push_back(macRow(mac, "locator", logicalSwitch, locator, ip));
     return *this;
 }
 
-Database & Database::multicast(HardwareVtepTable table, std::string_view mac,
-                               unsigned logicalSwitch, unsigned locatorSet, std::string_view ip) {
+Database & Database::multicast(Table table, std::string_view mac, unsigned logicalSwitch,
+                               unsigned locatorSet, std::string_view ip) {
     (*this)[table].push_back(macRow(mac, "locator_set", logicalSwitch, locatorSet, ip));
     return *this;
 }
@@ -86,8 +86,7 @@ std::string Database::answer() const {
 }
 
 HardwareVtepAnswer readAnswer(std::string_view answer) {
-    return readHardwareVtep(system::FileBytes::copyOf(answer), HardwareVtepRequest::whole(),
-                            {"lab"});
+    return readDatabase(system::FileBytes::copyOf(answer), Request::whole(), {"lab"});
 }
 
 HardwareVtepAnswer readAnswer(Database const & database) {

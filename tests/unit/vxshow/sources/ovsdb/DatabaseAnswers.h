@@ -20,17 +20,17 @@ std::string row(unsigned number);
 struct Database {
     Database();
 
-    std::vector<std::string> & operator[](sources::ovsdb::HardwareVtepTable table) {
+    std::vector<std::string> & operator[](sources::ovsdb::Table table) {
         return rows[static_cast<std::size_t>(table)];
     }
 
     /// Adds a unicast row.
-    Database & unicast(sources::ovsdb::HardwareVtepTable table, std::string_view mac,
-                       unsigned logicalSwitch, unsigned locator, std::string_view ip = "");
+    Database & unicast(sources::ovsdb::Table table, std::string_view mac, unsigned logicalSwitch,
+                       unsigned locator, std::string_view ip = "");
 
     /// Adds a multicast row.
-    Database & multicast(sources::ovsdb::HardwareVtepTable table, std::string_view mac,
-                         unsigned logicalSwitch, unsigned locatorSet, std::string_view ip = "");
+    Database & multicast(sources::ovsdb::Table table, std::string_view mac, unsigned logicalSwitch,
+                         unsigned locatorSet, std::string_view ip = "");
 
     /// The answer to the request of everything.
     std::string answer() const;

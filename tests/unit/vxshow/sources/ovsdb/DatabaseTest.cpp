@@ -16,7 +16,7 @@ namespace {
 
 namespace Cli = VxlanController::Cli;
 
-using enum HardwareVtepTable;
+using enum Table;
 
 HardwareVtepAnswer labAnswer() {
     return readAnswer(capture("query.json"));
@@ -24,11 +24,11 @@ HardwareVtepAnswer labAnswer() {
 
 state::Mount labMount(Role role = Role::switches) {
     Merge mount;
-    HardwareVtepSource source{"lab"};
+    DatabaseSource source{"lab"};
     source.systemIds = {{"leaf1", Nolt::EthAddr::fromString("00:00:5e:00:53:e1")},
                         {"leaf2", Nolt::EthAddr::fromString("00:00:5e:00:53:e2")}};
-    auto const answer = readHardwareVtep(system::FileBytes::copyOf(capture("query.json")),
-                                         HardwareVtepRequest::whole(), source);
+    auto const answer =
+        readDatabase(system::FileBytes::copyOf(capture("query.json")), Request::whole(), source);
     mount.add(answer.state, role);
     return mount.mount();
 }
@@ -127,9 +127,9 @@ TEST(HardwareVtep, LeavesOutTheTextsOfARouterThatAreNone) {
 TEST(HardwareVtep, TheOnlySwitchHasTheSourcesSystemIdentifier) {
     auto const id = Nolt::EthAddr::fromString("00:00:5e:00:53:e9");
     auto const systemIds = [&](std::string const & answer) {
-        auto const state = readHardwareVtep(system::FileBytes::copyOf(answer),
-                                            HardwareVtepRequest::whole(), {"lab", id, {}})
-                               .state;
+        auto const state =
+            readDatabase(system::FileBytes::copyOf(answer), Request::whole(), {"lab", id, {}})
+                .state;
         std::vector<std::optional<Nolt::EthAddr>> all;
         for (auto const & [name, known] : state.switches) {
             all.push_back(known.systemId);
@@ -148,7 +148,7 @@ TEST(HardwareVtep, TheRequestForAVniNamesItsLogicalSwitchesAndThoseWithoutAKey) 
     auto const rows = logicalSwitchesOf(vni, system::FileBytes::copyOf(survey));
     // The keyless logical switch may hold entries of any VNI, so it is named, too.
     ASSERT_EQ(rows.size(), 2);
-    EXPECT_EQ(HardwareVtepRequest::of({.logicalSwitches = rows}).tables().size(), 8 + 2 * 4);
+    EXPECT_EQ(Request::of({.logicalSwitches = rows}).tables().size(), 8 + 2 * 4);
 }
 
 TEST(HardwareVtep, AnAnswerFitsWhileTheNamedLogicalSwitchesAreThoseOfTheVni) {
@@ -157,7 +157,7 @@ TEST(HardwareVtep, AnAnswerFitsWhileTheNamedLogicalSwitchesAreThoseOfTheVni) {
     auto const red = named("00000000-0000-4000-8000-000000000001");
     auto const keyless = named("00000000-0000-4000-8000-000000000002");
     auto const fits = [&](std::set<sources::ovsdb::Uuid> const & rows) {
-        auto const request = HardwareVtepRequest::of({.logicalSwitches = rows});
+        auto const request = Request::of({.logicalSwitches = rows});
         std::string answer = "[";
         for (auto const table : request.tables()) {
             answer.append(answer.size() == 1 ? "" : ",").append("{\"rows\":[");
@@ -168,8 +168,7 @@ TEST(HardwareVtep, AnAnswerFitsWhileTheNamedLogicalSwitchesAreThoseOfTheVni) {
             answer.append("]}");
         }
         answer.append("]");
-        return readHardwareVtep(system::FileBytes::copyOf(answer), request, {"lab"},
-                                Vxlan::Vni(5001))
+        return readDatabase(system::FileBytes::copyOf(answer), request, {"lab"}, Vxlan::Vni(5001))
             .fits;
     };
     EXPECT_TRUE(fits({red, keyless}));

@@ -12,7 +12,7 @@ using namespace sources::ovsdb;
 
 namespace {
 
-using enum HardwareVtepTable;
+using enum Table;
 using namespace std::chrono_literals;
 
 Deadline passed() {
@@ -20,8 +20,8 @@ Deadline passed() {
 }
 
 HardwareVtepAnswer readAnswer(Database const & database, Deadline const & deadline) {
-    return readHardwareVtep(system::FileBytes::copyOf(database.answer()),
-                            HardwareVtepRequest::whole(), {"lab"}, {}, deadline);
+    return readDatabase(system::FileBytes::copyOf(database.answer()), Request::whole(), {"lab"}, {},
+                        deadline);
 }
 
 std::string timeOver(Database const & database) {

@@ -9,7 +9,7 @@ using namespace sources::ovsdb;
 
 namespace {
 
-using enum HardwareVtepTable;
+using enum Table;
 
 Vxlan::Vni vni(Vex::U32 number) {
     return Vxlan::Vni(number);

@@ -8,21 +8,21 @@ namespace vxshow::test {
 using namespace sources;
 using namespace sources::ovsdb;
 
-TEST(HardwareVtepRequest, TheWholeIsWhatTheCapturedAnswerWasAskedWith) {
+TEST(Request, TheWholeIsWhatTheCapturedAnswerWasAskedWith) {
     auto captured = capture("query-request.json");
     captured.erase(std::remove(captured.begin(), captured.end(), '\n'), captured.end());
-    EXPECT_EQ(HardwareVtepRequest::whole().text(), captured);
+    EXPECT_EQ(Request::whole().text(), captured);
 }
 
-TEST(HardwareVtepRequest, TheSurveyIsOneSelect) {
-    EXPECT_EQ(HardwareVtepRequest::survey().text(),
+TEST(Request, TheSurveyIsOneSelect) {
+    EXPECT_EQ(Request::survey().text(),
               R"(["hardware_vtep",{"op":"select","table":"Logical_Switch","where":[],)"
               R"("columns":["_uuid","name","tunnel_key"]}])");
 }
 
-TEST(HardwareVtepRequest, ALogicalSwitchIsNamedInTheSelectsOfTheMacTablesAlone) {
+TEST(Request, ALogicalSwitchIsNamedInTheSelectsOfTheMacTablesAlone) {
     auto const uuid = *sources::ovsdb::readUuid("0f1e2d3c-0bec-47b0-b898-d190f9ebdacc");
-    auto const text = HardwareVtepRequest::of({.logicalSwitches = {{uuid}}}).text();
+    auto const text = Request::of({.logicalSwitches = {{uuid}}}).text();
     std::string_view const where =
         R"("where":[["logical_switch","==",["uuid","0f1e2d3c-0bec-47b0-b898-d190f9ebdacc"]]])";
     std::size_t count = 0;
@@ -35,16 +35,15 @@ TEST(HardwareVtepRequest, ALogicalSwitchIsNamedInTheSelectsOfTheMacTablesAlone) 
               std::string::npos);
 }
 
-TEST(HardwareVtepRequest, TooManyLogicalSwitchesAreNotNamed) {
+TEST(Request, TooManyLogicalSwitchesAreNotNamed) {
     std::set<sources::ovsdb::Uuid> rows;
-    for (Vex::U64 number = 0; number < HardwareVtepRequest::mostPushed + 1; ++number) {
+    for (Vex::U64 number = 0; number < Request::mostPushed + 1; ++number) {
         rows.insert({1, number});
     }
-    EXPECT_EQ(HardwareVtepRequest::of({.logicalSwitches = rows}).text(),
-              HardwareVtepRequest::whole().text());
-    EXPECT_EQ(HardwareVtepRequest::of({.logicalSwitches = rows}).pushed(), std::nullopt);
+    EXPECT_EQ(Request::of({.logicalSwitches = rows}).text(), Request::whole().text());
+    EXPECT_EQ(Request::of({.logicalSwitches = rows}).pushed(), std::nullopt);
     rows.erase(rows.begin());
-    EXPECT_EQ(HardwareVtepRequest::of({.logicalSwitches = rows}).pushed(), rows);
+    EXPECT_EQ(Request::of({.logicalSwitches = rows}).pushed(), rows);
 }
 
 /// How often `part` stands in `text`.
@@ -57,22 +56,22 @@ std::size_t timesIn(std::string_view text, std::string_view part) {
 }
 
 std::string requestForMac(std::string_view mac) {
-    return HardwareVtepRequest::of({.mac = Nolt::EthAddr::fromString(mac)}).text();
+    return Request::of({.mac = Nolt::EthAddr::fromString(mac)}).text();
 }
 
-TEST(HardwareVtepRequest, OneSideNamesTheMacTablesOfThatSideAlone) {
-    auto const local = HardwareVtepRequest::of({.remoteMacs = false}).text();
+TEST(Request, OneSideNamesTheMacTablesOfThatSideAlone) {
+    auto const local = Request::of({.remoteMacs = false}).text();
     EXPECT_EQ(timesIn(local, "Macs_Local"), 2);
     EXPECT_EQ(timesIn(local, "Macs_Remote"), 0);
-    auto const remote = HardwareVtepRequest::of({.localMacs = false}).text();
+    auto const remote = Request::of({.localMacs = false}).text();
     EXPECT_EQ(timesIn(remote, "Macs_Local"), 0);
     EXPECT_EQ(timesIn(remote, "Macs_Remote"), 2);
-    auto const neither = HardwareVtepRequest::of({.localMacs = false, .remoteMacs = false}).text();
+    auto const neither = Request::of({.localMacs = false, .remoteMacs = false}).text();
     EXPECT_EQ(timesIn(neither, "Macs_"), 0);
     EXPECT_EQ(timesIn(neither, "Logical_Router"), 1);
 }
 
-TEST(HardwareVtepRequest, AMacIsNamedInEachSeparatorInTheSelectsOfTheMacTablesAlone) {
+TEST(Request, AMacIsNamedInEachSeparatorInTheSelectsOfTheMacTablesAlone) {
     auto const text = requestForMac("02:00:00:00:00:01");
     for (char const * spelling : {"02:00:00:00:00:01", "02-00-00-00-00-01", "0200.0000.0001"}) {
         auto const where = std::string(R"("where":[["MAC","==",")").append(spelling).append("\"]]");
@@ -81,7 +80,7 @@ TEST(HardwareVtepRequest, AMacIsNamedInEachSeparatorInTheSelectsOfTheMacTablesAl
     EXPECT_EQ(timesIn(text, R"("op":"select")"), 8 + 4 * 3);
 }
 
-TEST(HardwareVtepRequest, AMacIsNamedInEveryMixtureOfUpperAndLowerCase) {
+TEST(Request, AMacIsNamedInEveryMixtureOfUpperAndLowerCase) {
     auto const text = requestForMac("02:00:00:00:00:ab");
     for (char const * spelling :
          {"02:00:00:00:00:ab", "02:00:00:00:00:aB", "02:00:00:00:00:Ab", "02:00:00:00:00:AB"}) {
@@ -90,47 +89,47 @@ TEST(HardwareVtepRequest, AMacIsNamedInEveryMixtureOfUpperAndLowerCase) {
     EXPECT_EQ(timesIn(text, R"(["MAC","==")"), 4 * 3 * 4);
 }
 
-TEST(HardwareVtepRequest, AMacOfTooManyLettersIsNotNamed) {
+TEST(Request, AMacOfTooManyLettersIsNotNamed) {
     // Four letters have 16 spellings with each separator.
     EXPECT_EQ(timesIn(requestForMac("02:00:00:00:ab:cd"), R"(["MAC","==")"), 4 * 48);
-    EXPECT_EQ(requestForMac("02:00:00:0e:ab:cd"), HardwareVtepRequest::whole().text());
+    EXPECT_EQ(requestForMac("02:00:00:0e:ab:cd"), Request::whole().text());
 }
 
-TEST(HardwareVtepRequest, AMacInALogicalSwitchIsNamedWithIt) {
+TEST(Request, AMacInALogicalSwitchIsNamedWithIt) {
     auto const uuid = *sources::ovsdb::readUuid("0f1e2d3c-0bec-47b0-b898-d190f9ebdacc");
     auto const mac = Nolt::EthAddr::fromString("02:00:00:00:00:01");
-    auto const text = HardwareVtepRequest::of({.logicalSwitches = {{uuid}}, .mac = mac}).text();
+    auto const text = Request::of({.logicalSwitches = {{uuid}}, .mac = mac}).text();
     EXPECT_EQ(timesIn(text, R"(["uuid","0f1e2d3c-0bec-47b0-b898-d190f9ebdacc"]],)"
                             R"(["MAC","==","02:00:00:00:00:01"]])"),
               4);
 }
 
-TEST(HardwareVtepRequest, WithTooManyLogicalSwitchesForTheSpellingsTheSpellingsAreNamed) {
+TEST(Request, WithTooManyLogicalSwitchesForTheSpellingsTheSpellingsAreNamed) {
     std::set<sources::ovsdb::Uuid> rows;
     for (Vex::U64 number = 0; number < 17; ++number) {
         rows.insert({1, number});
     }
     auto const mac = Nolt::EthAddr::fromString("02:00:00:00:00:01");
-    auto const request = HardwareVtepRequest::of({.logicalSwitches = rows, .mac = mac});
+    auto const request = Request::of({.logicalSwitches = rows, .mac = mac});
     EXPECT_EQ(request.pushed(), std::nullopt);
     EXPECT_EQ(request.text(), requestForMac("02:00:00:00:00:01"));
 }
 
-TEST(HardwareVtepRequest, OfAMacOfTooManyLettersTheLogicalSwitchesAreNamed) {
+TEST(Request, OfAMacOfTooManyLettersTheLogicalSwitchesAreNamed) {
     std::set<sources::ovsdb::Uuid> const rows{{1, 1}};
     auto const mac = Nolt::EthAddr::fromString("02:00:00:0e:ab:cd");
-    auto const request = HardwareVtepRequest::of({.logicalSwitches = rows, .mac = mac});
+    auto const request = Request::of({.logicalSwitches = rows, .mac = mac});
     EXPECT_EQ(request.pushed(), rows);
     EXPECT_EQ(timesIn(request.text(), R"(["MAC","==")"), 0);
 }
 
-TEST(HardwareVtepRequest, TheLongestFitsIntoOneArgument) {
+TEST(Request, TheLongestFitsIntoOneArgument) {
     std::set<sources::ovsdb::Uuid> rows;
     for (Vex::U64 number = 0; number < 16; ++number) {
         rows.insert({1, number});
     }
     auto const mac = Nolt::EthAddr::fromString("02:00:00:00:00:01");
-    auto const text = HardwareVtepRequest::of({.logicalSwitches = rows, .mac = mac}).text();
+    auto const text = Request::of({.logicalSwitches = rows, .mac = mac}).text();
     EXPECT_EQ(timesIn(text, R"(["MAC","==")"), 4 * 48);
     EXPECT_LT(text.size(), 128 * 1024);
 }

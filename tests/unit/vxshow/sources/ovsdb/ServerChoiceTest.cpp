@@ -48,13 +48,13 @@ std::string fails(std::string const & error) {
     return "echo 'ovsdb-client: " + error + "' >&2; exit 1";
 }
 
-class OvsdbServerChoice : public ScriptedServers {
+class ServerChoice : public ScriptedServers {
 protected:
     /// The remote that is chosen within `limit`, or why none is.
     static std::string chosen(std::vector<std::string> const & remotes,
                               std::chrono::milliseconds limit = 2min) {
         DatabaseAddress const address{.remotes = remotes};
-        vxshow::OvsdbServerChoice servers(address);
+        vxshow::ServerChoice servers(address);
         try {
             return servers.server(Deadline::in(limit)).remote();
         } catch (Failure const & failure) {
@@ -65,17 +65,17 @@ protected:
 
 } // namespace
 
-TEST_F(OvsdbServerChoice, IsOfServersThatAllTakeLongerThanTheFirstQuestion) {
+TEST_F(ServerChoice, IsOfServersThatAllTakeLongerThanTheFirstQuestion) {
     auto const slow = after("1.3", follower);
     EXPECT_EQ(chosen({server("a", after("1.3", leader)), server("b", slow), server("c", slow)}),
               remoteOf("b"));
 }
 
-TEST_F(OvsdbServerChoice, WaitsForASlowLeaderBesideOthersThatAnswer) {
+TEST_F(ServerChoice, WaitsForASlowLeaderBesideOthersThatAnswer) {
     EXPECT_EQ(chosen({server("a", after("1.1", leader)), server("b", follower)}), remoteOf("b"));
 }
 
-TEST_F(OvsdbServerChoice, LeavesTimeToReadBesideAServerThatHangs) {
+TEST_F(ServerChoice, LeavesTimeToReadBesideAServerThatHangs) {
     std::vector<std::string> const remotes{server("a", hangs), server("b", leader),
                                            server("c", follower)};
     auto const start = system::Clock::now();
@@ -84,7 +84,7 @@ TEST_F(OvsdbServerChoice, LeavesTimeToReadBesideAServerThatHangs) {
     EXPECT_EQ(chosen(remotes, 1s), remoteOf("c"));
 }
 
-TEST_F(OvsdbServerChoice, AServerThatHungAndThenFailsHasFailed) {
+TEST_F(ServerChoice, AServerThatHungAndThenFailsHasFailed) {
     auto const start = system::Clock::now();
     EXPECT_EQ(chosen({server("a", hangs, "echo nonsense"), server("b", hangs, "echo nonsense")}),
               "broken answer: the server's own status: 1:1: found nonsense, "
@@ -92,7 +92,7 @@ TEST_F(OvsdbServerChoice, AServerThatHungAndThenFailsHasFailed) {
     EXPECT_LT(system::Clock::now() - start, 60s);
 }
 
-TEST_F(OvsdbServerChoice, EachReasonIsToldWithTheServerThatGivesIt) {
+TEST_F(ServerChoice, EachReasonIsToldWithTheServerThatGivesIt) {
     EXPECT_EQ(chosen({server("a", fails("failed to connect to \"a\" (Connection refused)")),
                       server("b", fails("open of the key failed (Permission denied)")),
                       server("c", fails("open of the key failed (Permission denied)"))}),
@@ -101,7 +101,7 @@ TEST_F(OvsdbServerChoice, EachReasonIsToldWithTheServerThatGivesIt) {
                   remoteOf("b") + ": open of the key failed (Permission denied)");
 }
 
-TEST_F(OvsdbServerChoice, AServerIsNotNamedTwice) {
+TEST_F(ServerChoice, AServerIsNotNamedTwice) {
     auto const refused = [this](std::string const & name) {
         return "failed to connect to \"" + remoteOf(name) + "\" (Connection refused)";
     };
@@ -109,7 +109,7 @@ TEST_F(OvsdbServerChoice, AServerIsNotNamedTwice) {
               "unreachable: " + refused("a") + "; unreachable: " + refused("b"));
 }
 
-TEST_F(OvsdbServerChoice, ThreeReasonsAreToldAndTheOthersCounted) {
+TEST_F(ServerChoice, ThreeReasonsAreToldAndTheOthersCounted) {
     std::vector<std::string> remotes;
     for (std::string const name : {"a", "b", "c", "d", "e"}) {
         remotes.push_back(server(name, fails("failure " + name)));
@@ -119,7 +119,7 @@ TEST_F(OvsdbServerChoice, ThreeReasonsAreToldAndTheOthersCounted) {
                   ": failure b; broken answer: " + remoteOf("c") + ": failure c; and 2 more");
 }
 
-TEST_F(OvsdbServerChoice, AReasonThatAllGiveIsOfNoneOfThem) {
+TEST_F(ServerChoice, AReasonThatAllGiveIsOfNoneOfThem) {
     auto const without = "echo '[{\"rows\":[]}]'";
     EXPECT_EQ(chosen({server("a", without), server("b", without)}),
               "no such schema: the server has no database hardware_vtep");
@@ -127,18 +127,18 @@ TEST_F(OvsdbServerChoice, AReasonThatAllGiveIsOfNoneOfThem) {
               "time limit: no answer within 0.5 s");
 }
 
-TEST_F(OvsdbServerChoice, AFailureIsToldBeforeTheTimeLimit) {
+TEST_F(ServerChoice, AFailureIsToldBeforeTheTimeLimit) {
     EXPECT_EQ(chosen({server("a", hangs), server("b", fails("no such thing"))}, 1s),
               "broken answer: " + remoteOf("b") + ": no such thing; time limit: " + remoteOf("a") +
                   ": no answer within 1 s");
 }
 
-TEST_F(OvsdbServerChoice, WithoutALeaderNoneIsChosen) {
+TEST_F(ServerChoice, WithoutALeaderNoneIsChosen) {
     EXPECT_EQ(chosen({server("a", follower), server("b", follower), server("c", hangs)}, 1s),
               "unreachable: no leader among the 2 of 3 servers that answer");
 }
 
-TEST_F(OvsdbServerChoice, OfRelaysItIsAnyThatIsConnected) {
+TEST_F(ServerChoice, OfRelaysItIsAnyThatIsConnected) {
     EXPECT_EQ(chosen({server("a", relay), server("b", relay)}), remoteOf("a"));
     EXPECT_EQ(chosen({server("a", cutOff(relay)), server("b", relay)}), remoteOf("b"));
     EXPECT_EQ(chosen({server("a", fails("gone")), server("b", relay)}), remoteOf("b"));
@@ -146,7 +146,7 @@ TEST_F(OvsdbServerChoice, OfRelaysItIsAnyThatIsConnected) {
               "unreachable: no server behind the 1 of 2 relays that answer");
 }
 
-TEST_F(OvsdbServerChoice, AServerAloneIsNoneOfSeveral) {
+TEST_F(ServerChoice, AServerAloneIsNoneOfSeveral) {
     EXPECT_EQ(chosen({server("a", alone), server("b", alone)}),
               "broken answer: several remotes, but " + remoteOf("a") + " is a server alone");
     EXPECT_EQ(chosen({server("a", leader), server("b", alone)}),

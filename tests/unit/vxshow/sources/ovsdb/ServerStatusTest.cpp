@@ -14,8 +14,8 @@ using namespace sources::ovsdb;
 
 namespace {
 
-std::optional<OvsdbServerStatus> statusIn(std::string_view answer) {
-    return readOvsdbServerStatus(system::FileBytes::copyOf(answer));
+std::optional<ServerStatus> statusIn(std::string_view answer) {
+    return readServerStatus(system::FileBytes::copyOf(answer));
 }
 
 std::string refusalOf(std::string_view answer) {
@@ -29,26 +29,26 @@ std::string refusalOf(std::string_view answer) {
 
 constexpr sources::ovsdb::Uuid cluster{1, 2};
 
-OvsdbServerStatus member(bool leader, std::int64_t index, bool connected = true) {
-    return {.model = OvsdbServerStatus::Model::clustered,
+ServerStatus member(bool leader, std::int64_t index, bool connected = true) {
+    return {.model = ServerStatus::Model::clustered,
             .cluster = cluster,
             .connected = connected,
             .leader = leader,
             .index = index};
 }
 
-constexpr OvsdbServerStatus relay{.model = OvsdbServerStatus::Model::relay, .leader = false};
+constexpr ServerStatus relay{.model = ServerStatus::Model::relay, .leader = false};
 
 } // namespace
 
-TEST(OvsdbServerStatus, OfAServerAloneAsItAnswers) {
+TEST(ServerStatus, OfAServerAloneAsItAnswers) {
     EXPECT_EQ(
         statusIn(R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":true,)"
                  R"("model":"standalone"}]}])"),
-        OvsdbServerStatus());
+        ServerStatus());
 }
 
-TEST(OvsdbServerStatus, OfARelayAsItAnswers) {
+TEST(ServerStatus, OfARelayAsItAnswers) {
     EXPECT_EQ(
         statusIn(
             R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":false,)"
@@ -56,17 +56,17 @@ TEST(OvsdbServerStatus, OfARelayAsItAnswers) {
         relay);
 }
 
-TEST(OvsdbServerStatus, OfAFollowerAsItAnswers) {
+TEST(ServerStatus, OfAFollowerAsItAnswers) {
     EXPECT_EQ(statusIn(R"([{"rows":[{"cid":["uuid","00000000-0000-0001-0000-000000000002"],)"
                        R"("connected":true,"index":17,"leader":false,"model":"clustered"}]}])"),
               member(false, 17));
 }
 
-TEST(OvsdbServerStatus, OfAServerWithoutTheDatabaseIsNone) {
+TEST(ServerStatus, OfAServerWithoutTheDatabaseIsNone) {
     EXPECT_EQ(statusIn(R"([{"rows":[]}])"), std::nullopt);
 }
 
-TEST(OvsdbServerStatus, WhatIsNoStatusIsRefusedWithItsPlace) {
+TEST(ServerStatus, WhatIsNoStatusIsRefusedWithItsPlace) {
     EXPECT_EQ(
         refusalOf("[]"),
         "the server's own status: 1:1: found an array of fewer, expected an array of 1 answer");
@@ -83,7 +83,7 @@ TEST(OvsdbServerStatus, WhatIsNoStatusIsRefusedWithItsPlace) {
 }
 
 TEST(ServerToRead, IsTheFirstServerAlone) {
-    EXPECT_EQ(serverToRead({std::nullopt, OvsdbServerStatus(), OvsdbServerStatus()}), 1);
+    EXPECT_EQ(serverToRead({std::nullopt, ServerStatus(), ServerStatus()}), 1);
 }
 
 TEST(ServerToRead, IsAFollowerThatIsNotBehind) {
@@ -93,7 +93,7 @@ TEST(ServerToRead, IsAFollowerThatIsNotBehind) {
 
 TEST(ServerToRead, IsNoServerThatIsCutOff) {
     EXPECT_EQ(serverToRead({member(false, 9, false), member(true, 9), member(false, 9)}), 2);
-    EXPECT_EQ(serverToRead({OvsdbServerStatus{.connected = false}, OvsdbServerStatus()}), 1);
+    EXPECT_EQ(serverToRead({ServerStatus{.connected = false}, ServerStatus()}), 1);
 }
 
 TEST(ServerToRead, IsNoneWhileAllFollowersAreBehind) {
@@ -105,7 +105,7 @@ TEST(ServerToRead, IsNoneWithoutALeader) {
 }
 
 TEST(ServerToRead, IsNoneWhoseIndexIsUnknownBesideALeaderThatHasOne) {
-    OvsdbServerStatus const unknown{.cluster = cluster, .leader = false};
+    ServerStatus const unknown{.cluster = cluster, .leader = false};
     EXPECT_EQ(serverToRead({member(true, 9), unknown}), std::nullopt);
 }
 
@@ -130,12 +130,12 @@ TEST(AreOfOneDatabase, ServersOfOneClusterAndRelays) {
     EXPECT_TRUE(areOfOneDatabase(member(true, 9), member(false, 8)));
     EXPECT_TRUE(areOfOneDatabase(relay, relay));
     EXPECT_FALSE(areOfOneDatabase(relay, member(true, 9)));
-    EXPECT_FALSE(areOfOneDatabase(relay, OvsdbServerStatus()));
+    EXPECT_FALSE(areOfOneDatabase(relay, ServerStatus()));
     auto other = member(true, 9);
     other.cluster = sources::ovsdb::Uuid{1, 3};
     EXPECT_FALSE(areOfOneDatabase(member(true, 9), other));
-    EXPECT_FALSE(areOfOneDatabase(member(true, 9), OvsdbServerStatus()));
-    EXPECT_FALSE(areOfOneDatabase(OvsdbServerStatus(), OvsdbServerStatus()));
+    EXPECT_FALSE(areOfOneDatabase(member(true, 9), ServerStatus()));
+    EXPECT_FALSE(areOfOneDatabase(ServerStatus(), ServerStatus()));
 }
 
 } // namespace vxshow::test

@@ -9,10 +9,10 @@ using namespace sources::ovsdb;
 
 namespace {
 
-using enum HardwareVtepTable;
+using enum Table;
 
 /// The error for a database whose table has that one row.
-std::string rowError(HardwareVtepTable table, std::string const & row) {
+std::string rowError(Table table, std::string const & row) {
     Database database;
     database[table] = {row};
     return answerError(database.answer());
@@ -52,8 +52,8 @@ TEST(HardwareVtepShape, AnErrorOfTheServerIsNamedWithItsTable) {
 
 TEST(HardwareVtepShape, AnUnknownTableOrColumnIsAMatterOfTheSchemaAndOtherErrorsAreNot) {
     auto const read = [](std::string const & error) {
-        readHardwareVtep(system::FileBytes::copyOf("[{\"error\":\"" + error + "\"}]"),
-                         HardwareVtepRequest::whole(), {"lab"});
+        readDatabase(system::FileBytes::copyOf("[{\"error\":\"" + error + "\"}]"), Request::whole(),
+                     {"lab"});
     };
     EXPECT_THROW(read("syntax error"), RequestRefused);
     EXPECT_THROW(read("unknown column"), RequestRefused);
