@@ -30,8 +30,8 @@ SourceReading readDatabase(Source const & source, ovsdb::DatabaseAddress const &
 
 SourceReading readVtep(Source const & source, frr::VtyshCommand const & vtysh,
                        state::Selection const & selection, Deadline const & deadline) {
-    auto answer = frr::askFrr(vtysh, {source.name, source.systemId}, selection, deadline.end,
-                              system::FileBytes::longest);
+    auto answer = frr::askVtysh(vtysh, {source.name, source.systemId}, selection, deadline.end,
+                                system::FileBytes::longest);
     return {std::move(answer.state), std::move(answer.findings)};
 }
 

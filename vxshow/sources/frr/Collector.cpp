@@ -8,7 +8,7 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-using Kind = FrrQuestion::Kind;
+using Kind = Question::Kind;
 
 std::string inVni(Vxlan::Vni vni, std::string_view what) {
     return std::string(what).append(" in VNI ").append(vni.stringValue());
@@ -27,7 +27,7 @@ bool isOf(Vni const & vni, std::string const & vrf, std::string const & interfac
 
 } // namespace
 
-void FrrJoin::mac(MacRow const & row) {
+void Collector::mac(MacRow const & row) {
     if (row.side == Side::local) {
         local_.macs.push_back({row.vni, row.mac, {}, row.moves});
     } else if (!row.vtep.isZero()) {
@@ -37,24 +37,24 @@ void FrrJoin::mac(MacRow const & row) {
     }
 }
 
-void FrrJoin::forgetSegmentedMac(Vxlan::Vni vni, Nolt::EthAddr mac) {
+void Collector::forgetSegmentedMac(Vxlan::Vni vni, Nolt::EthAddr mac) {
     MacKey const key(vni, mac);
     segmented_.erase(std::remove_if(segmented_.begin(), segmented_.end(),
                                     [&](Segmented const & one) { return one.key == key; }),
                      segmented_.end());
 }
 
-void FrrJoin::forgetMacs() {
+void Collector::forgetMacs() {
     local_.macs.clear();
     remote_.macs.clear();
     segmented_.clear();
 }
 
-void FrrJoin::neighbour(IpBinding const & binding, Side side) {
+void Collector::neighbour(IpBinding const & binding, Side side) {
     (side == Side::local ? local_ : remote_).bindings.push_back(binding);
 }
 
-void FrrJoin::vrf(std::string const & name, bool isDown) {
+void Collector::vrf(std::string const & name, bool isDown) {
     if (!isVrfWord(name)) {
         return leaveOut("VRF \"" + text::shownText(name) +
                         "\", expected a name of letters, digits, \"_\", \".\", \":\" and \"-\", "
@@ -63,11 +63,11 @@ void FrrJoin::vrf(std::string const & name, bool isDown) {
     vrfs_[name] = isDown;
 }
 
-void FrrJoin::notInForce() {
+void Collector::notInForce() {
     findings_.remark = "EVPN is not in force: zebra holds no VNIs, as when bgpd is down";
 }
 
-bool FrrJoin::isOfVni(std::string const & vrf, std::string const & interface) const {
+bool Collector::isOfVni(std::string const & vrf, std::string const & interface) const {
     auto const isIn = [&](auto const & vnis) {
         return std::any_of(vnis.begin(), vnis.end(),
                            [&](auto const & entry) { return isOf(entry.second, vrf, interface); });
@@ -75,18 +75,18 @@ bool FrrJoin::isOfVni(std::string const & vrf, std::string const & interface) co
     return isIn(l2Vnis_) || isIn(l3Vnis_);
 }
 
-void FrrJoin::interface(std::string const & vrf, std::string const & name, Nolt::EthAddr mac,
-                        std::vector<Nolt::IpGenAddrWithMask> const & addresses) {
+void Collector::interface(std::string const & vrf, std::string const & name, Nolt::EthAddr mac,
+                          std::vector<Nolt::IpGenAddrWithMask> const & addresses) {
     interfaces_[vrf].push_back({name, mac, addresses});
 }
 
-void FrrJoin::route(std::string const & vrf, Nolt::IpGenPrefix const & prefix,
-                    std::vector<Nolt::IpGenAddr> const & nexthops) {
+void Collector::route(std::string const & vrf, Nolt::IpGenPrefix const & prefix,
+                      std::vector<Nolt::IpGenAddr> const & nexthops) {
     routers_[vrf].routes[prefix].insert(nexthops.begin(), nexthops.end());
 }
 
-std::vector<FrrQuestion> FrrJoin::further() const {
-    std::vector<FrrQuestion> questions;
+std::vector<Question> Collector::further() const {
+    std::vector<Question> questions;
     auto const isOpen = [](Segmented const & one) { return one.segment.empty(); };
     auto const open = std::count_if(segmented_.begin(), segmented_.end(), isOpen);
     if (static_cast<std::size_t>(open) > mostSingleMacs) {
@@ -109,12 +109,12 @@ std::vector<FrrQuestion> FrrJoin::further() const {
     return questions;
 }
 
-void FrrJoin::leaveOutDangling(std::string what) {
+void Collector::leaveOutDangling(std::string what) {
     fits_ = false;
     leaveOut(std::move(what));
 }
 
-void FrrJoin::resolveSegments() {
+void Collector::resolveSegments() {
     for (Segmented const & one : segmented_) {
         step();
         auto const & [vni, mac] = one.key;
@@ -135,7 +135,7 @@ void FrrJoin::resolveSegments() {
 }
 
 /// A VNI that has come between two answers.
-void FrrJoin::dropUnknownVnis(SideFacts & side) {
+void Collector::dropUnknownVnis(SideFacts & side) {
     auto const drop = [&](auto & facts, auto const & shown) {
         auto known = l2Vnis_.end();
         auto const isUnknown = [&](auto const & fact) {
@@ -154,7 +154,7 @@ void FrrJoin::dropUnknownVnis(SideFacts & side) {
     drop(side.bindings, [](IpBinding const & binding) { return binding.ip.stringValue(); });
 }
 
-void FrrJoin::placeLocal(SideFacts & local) {
+void Collector::placeLocal(SideFacts & local) {
     auto known = l2Vnis_.end();
     auto const isNowhere = [&](MacPlace & place) {
         step();
@@ -172,7 +172,7 @@ void FrrJoin::placeLocal(SideFacts & local) {
                      local.macs.end());
 }
 
-void FrrJoin::addVnis(SideFacts & local) {
+void Collector::addVnis(SideFacts & local) {
     for (auto const & [vni, known] : l2Vnis_) {
         local.vnis.push_back(vni);
         remote_.vnis.push_back(vni);
@@ -185,7 +185,8 @@ void FrrJoin::addVnis(SideFacts & local) {
     }
 }
 
-void FrrJoin::addPorts(std::string const & vrf, Interface const & interface, RouterFacts & router) {
+void Collector::addPorts(std::string const & vrf, Interface const & interface,
+                         RouterFacts & router) {
     auto const add = [&](auto const & vnis) {
         for (auto const & [vni, known] : vnis) {
             step();
@@ -205,7 +206,7 @@ void FrrJoin::addPorts(std::string const & vrf, Interface const & interface, Rou
     add(l3Vnis_);
 }
 
-void FrrJoin::addRouters(SwitchFacts & own) {
+void Collector::addRouters(SwitchFacts & own) {
     for (auto const & [name, isDown] : vrfs_) {
         auto const found = interfaces_.find(name);
         if (found == interfaces_.end()) {
@@ -222,7 +223,7 @@ void FrrJoin::addRouters(SwitchFacts & own) {
     }
 }
 
-FrrAnswer FrrJoin::finished(FrrSource const & source) {
+FrrAnswer Collector::finished(VtepSource const & source) {
     FrrAnswer answer;
     resolveSegments();
     dropUnknownVnis(local_);

@@ -12,7 +12,7 @@
 namespace vxshow::sources::frr {
 
 /// Joins what zebra tells in several documents, entry by entry as they come.
-class FrrJoin {
+class Collector {
 public:
     /// The most MAC addresses behind segments that are asked for one by one: a command each.
     static constexpr std::size_t mostSingleMacs = 64;
@@ -41,7 +41,7 @@ public:
         std::string_view segment; ///< empty: not told
     };
 
-    FrrJoin(state::Selection const & selection, Deadline const & deadline)
+    Collector(state::Selection const & selection, Deadline const & deadline)
         : selection_(selection), watch_(deadline) {}
 
     /// To be called for each entry that is read. Throws `TimedOut`.
@@ -91,10 +91,10 @@ public:
     void notInForce();
 
     /// What the answers so far leave open. Asked once.
-    std::vector<FrrQuestion> further() const;
+    std::vector<Question> further() const;
 
     /// What has been joined, settled. The join is over.
-    FrrAnswer finished(FrrSource const & source);
+    FrrAnswer finished(VtepSource const & source);
 
 private:
     using MacKey = std::pair<Vxlan::Vni, Nolt::EthAddr>;

@@ -17,11 +17,11 @@ constexpr std::size_t mostCommandBytes = 65536;
 /// What an option and its quotes add to a command.
 constexpr std::size_t bytesBeside = 10;
 
-using Questions = std::vector<FrrQuestion>;
+using Questions = std::vector<Question>;
 
 /// Asks the questions from `next` on that one run takes, one at least; returns the next.
-Questions::const_iterator askSome(FrrRun const & run, Questions::const_iterator next,
-                                  Questions::const_iterator end, FrrJoin & join) {
+Questions::const_iterator askSome(RunVtysh const & run, Questions::const_iterator next,
+                                  Questions::const_iterator end, Collector & join) {
     std::vector<std::string> commands;
     std::size_t bytes = 0;
     for (auto one = next; one != end; ++one) {
@@ -35,21 +35,21 @@ Questions::const_iterator askSome(FrrRun const & run, Questions::const_iterator 
     auto printed = run(commands);
     for (auto const answer : vtyshAnswers(printed.text(), commands)) {
         // Behind an answer stands the next command's line, which has served its purpose.
-        readFrrDocument(*next++, printed.padded(answer), join);
+        readDocument(*next++, printed.padded(answer), join);
     }
     return next;
 }
 
-void ask(FrrRun const & run, Questions const & questions, FrrJoin & join) {
+void ask(RunVtysh const & run, Questions const & questions, Collector & join) {
     for (auto next = questions.begin(); next != questions.end();) {
         next = askSome(run, next, questions.end(), join);
     }
 }
 
-FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, state::Selection const & selection,
-                  Deadline const & deadline) {
-    FrrJoin join(selection, deadline);
-    ask(run, firstFrrQuestions(selection), join);
+FrrAnswer askOnce(RunVtysh const & run, VtepSource const & source,
+                  state::Selection const & selection, Deadline const & deadline) {
+    Collector join(selection, deadline);
+    ask(run, firstQuestions(selection), join);
     auto const further = join.further();
     if (!further.empty()) {
         ask(run, further, join);
@@ -59,12 +59,11 @@ FrrAnswer askOnce(FrrRun const & run, FrrSource const & source, state::Selection
 
 } // namespace
 
-FrrAnswer converse(FrrRun const & run, FrrSource const & source, state::Selection const & selection,
-                   Deadline const & deadline) {
+FrrAnswer converse(RunVtysh const & run, VtepSource const & source,
+                   state::Selection const & selection, Deadline const & deadline) {
     std::optional<FrrAnswer> answer;
     try {
-        for (unsigned attempt = 0; attempt < mostFrrAttempts && !(answer && answer->fits);
-             ++attempt) {
+        for (unsigned attempt = 0; attempt < maxAttempts && !(answer && answer->fits); ++attempt) {
             answer = askOnce(run, source, selection, deadline);
         }
     } catch (AnswerError const & error) {

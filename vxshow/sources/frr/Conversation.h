@@ -11,16 +11,17 @@
 namespace vxshow::sources::frr {
 
 /// Runs commands in one `vtysh`, and gives what it prints. Raises `Failure`.
-using FrrRun = std::function<system::FileBytes(std::vector<std::string> const & commands)>;
+using RunVtysh = std::function<system::FileBytes(std::vector<std::string> const & commands)>;
 
 /// How often zebra is asked at most until its answers fit together.
-inline constexpr unsigned mostFrrAttempts = 3;
+inline constexpr unsigned maxAttempts = 3;
 
 /// Asks for what is selected: in one run, or in two when the answers of the first leave
 /// something open; of some thousand commands, 64 KiB in each run. Asks again while they do not fit
 /// together and there is time, for `run` and until `deadline`, and takes the last answer then as
 /// it is. Raises `Failure`.
-FrrAnswer converse(FrrRun const & run, FrrSource const & source, state::Selection const & selection,
+FrrAnswer converse(RunVtysh const & run, VtepSource const & source,
+                   state::Selection const & selection,
                    Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow::sources::frr

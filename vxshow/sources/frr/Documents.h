@@ -16,7 +16,7 @@
 namespace vxshow::sources::frr {
 
 /// What the one who names a VTEP that runs FRR tells of it.
-struct FrrSource {
+struct VtepSource {
     /// The name of the switch.
     std::string name;
     /// The system identifier of the switch.
@@ -24,8 +24,8 @@ struct FrrSource {
 };
 
 /// What zebra answered to a question.
-struct FrrDocument {
-    FrrQuestion question;
+struct Document {
+    Question question;
     system::FileBytes bytes;
 };
 
@@ -60,8 +60,8 @@ struct FrrAnswer {
 ///   without a nexthop is connected, or a dead end.
 /// - Unknown members are passed over, and so is what stands between entries without being one.
 ///   Text that is no MAC address, IP address, prefix or VNI is left out and noticed.
-FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & source,
-                  state::Selection const & selection = {},
-                  Deadline const & deadline = Deadline::never());
+FrrAnswer readDocuments(std::vector<Document> const & documents, VtepSource const & source,
+                        state::Selection const & selection = {},
+                        Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow::sources::frr

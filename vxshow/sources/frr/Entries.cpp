@@ -5,14 +5,14 @@
 
 namespace vxshow::sources::frr {
 
-void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
+void leaveOut(Collector & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
               std::string_view expected) {
     auto what = "VNI " + std::string(vni.stringValue()) + ": ";
     what.append(column).append(" ").append(text::shownInQuotes(text));
     join.leaveOut(what.append(", expected ").append(expected));
 }
 
-std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, FrrJoin & join) {
+std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Collector & join) {
     if (auto const number = Vex::readDecimal(text.text(), Vxlan::Vni::max)) {
         return Vxlan::Vni(*number);
     }

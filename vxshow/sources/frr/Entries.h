@@ -47,15 +47,15 @@ inline std::optional<Nolt::IpAddr> ipv4(text::JsonText const & text) {
 }
 
 /// Says of a text in a VNI that it is not what was expected there.
-void leaveOut(FrrJoin & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
+void leaveOut(Collector & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
               std::string_view expected);
 
 /// The VNI whose key `text` is; one that is none is left out.
-std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, FrrJoin & join);
+std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Collector & join);
 
 /// Calls `take(Vni, JsonValue &)` for the entries of a document by VNI.
 template <class Take>
-void eachVni(text::JsonReader & json, FrrJoin & join, Take && take) {
+void eachVni(text::JsonReader & json, Collector & join, Take && take) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
         join.step();
         if (!isEntry(value)) {
@@ -92,8 +92,8 @@ public:
     bool isKnown() const noexcept { return side_ < sequences_.size(); }
 
     /// Of an entry that is on one.
-    FrrJoin::Side side() const noexcept {
-        return side_ == 0 ? FrrJoin::Side::local : FrrJoin::Side::remote;
+    Collector::Side side() const noexcept {
+        return side_ == 0 ? Collector::Side::local : Collector::Side::remote;
     }
 
     /// The sequence in force, that of the side. Throws `Refusal` when it is not among the

@@ -7,12 +7,12 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-using Side = FrrJoin::Side;
+using Side = Collector::Side;
 
 /// The entry of a MAC address, member by member.
 class MacEntry {
 public:
-    MacEntry(Vxlan::Vni vni, Nolt::EthAddr mac, FrrJoin & join) noexcept
+    MacEntry(Vxlan::Vni vni, Nolt::EthAddr mac, Collector & join) noexcept
         : vni_(vni), mac_(mac), join_(join) {}
 
     void take(text::JsonText const & name, text::JsonValue & value) {
@@ -61,7 +61,7 @@ private:
 
     Vxlan::Vni vni_;
     Nolt::EthAddr mac_;
-    FrrJoin & join_;
+    Collector & join_;
     text::KnownMembers members_{names};
     EntrySide side_;
     std::optional<Nolt::IpAddr> vtep_;
@@ -69,7 +69,7 @@ private:
 };
 
 void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni, bool detailed,
-               FrrJoin & join) {
+               Collector & join) {
     join.step();
     if (!isEntry(value)) {
         return;
@@ -92,7 +92,7 @@ void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni v
 /// What is known of the MAC addresses of a VNI, member by member: they stand in one of them.
 class MacsReader {
 public:
-    MacsReader(Vxlan::Vni vni, bool detailed, FrrJoin & join) noexcept
+    MacsReader(Vxlan::Vni vni, bool detailed, Collector & join) noexcept
         : vni_(vni), detailed_(detailed), join_(join) {}
 
     void take(text::JsonText const & name, text::JsonValue & value) {
@@ -111,13 +111,13 @@ private:
 
     Vxlan::Vni vni_;
     bool detailed_;
-    FrrJoin & join_;
+    Collector & join_;
     text::KnownMembers members_{names};
 };
 
 } // namespace
 
-void readFrrMacs(text::JsonReader & json, bool detailed, FrrJoin & join) {
+void readMacs(text::JsonReader & json, bool detailed, Collector & join) {
     eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
         auto const * const start = value.at();
         MacsReader macs(vni, detailed, join);
@@ -128,7 +128,7 @@ void readFrrMacs(text::JsonReader & json, bool detailed, FrrJoin & join) {
     });
 }
 
-void readFrrMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
+void readMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, Collector & join) {
     auto const * const start = json.at();
     MacsReader macs(vni, false, join);
     json.document(
@@ -136,7 +136,7 @@ void readFrrMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
     macs.finish(start);
 }
 
-void readFrrMac(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
+void readMac(text::JsonReader & json, Vxlan::Vni vni, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
         readEntry(key, value, vni, true, join);
     });

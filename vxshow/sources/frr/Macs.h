@@ -8,12 +8,12 @@
 namespace vxshow::sources::frr {
 
 /// Of every VNI. `detailed` tells whether the segments are in it.
-void readFrrMacs(text::JsonReader & json, bool detailed, FrrJoin & join);
+void readMacs(text::JsonReader & json, bool detailed, Collector & join);
 
 /// Of one VNI, without the segments.
-void readFrrMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+void readMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, Collector & join);
 
 /// Of one MAC address in one VNI, with its segment.
-void readFrrMac(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+void readMac(text::JsonReader & json, Vxlan::Vni vni, Collector & join);
 
 } // namespace vxshow::sources::frr

@@ -15,7 +15,7 @@ std::optional<Nolt::IpGenAddr> someIp(text::JsonText const & text) {
 /// The entry of an IP address, member by member.
 class NeighbourEntry {
 public:
-    NeighbourEntry(Vxlan::Vni vni, Nolt::IpGenAddr const & ip, FrrJoin & join) noexcept
+    NeighbourEntry(Vxlan::Vni vni, Nolt::IpGenAddr const & ip, Collector & join) noexcept
         : vni_(vni), ip_(ip), join_(join) {}
 
     void take(text::JsonText const & name, text::JsonValue & value) {
@@ -69,7 +69,7 @@ private:
 
     Vxlan::Vni vni_;
     Nolt::IpGenAddr ip_;
-    FrrJoin & join_;
+    Collector & join_;
     text::KnownMembers members_{names};
     EntrySide side_;
     bool isActive_ = false;
@@ -78,7 +78,7 @@ private:
 };
 
 void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni,
-               FrrJoin & join) {
+               Collector & join) {
     join.step();
     if (!isEntry(value)) {
         return;
@@ -97,7 +97,7 @@ void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni v
 
 } // namespace
 
-void readFrrNeighbours(text::JsonReader & json, FrrJoin & join) {
+void readNeighbours(text::JsonReader & json, Collector & join) {
     eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
         value.members(anEntry, [&](text::JsonText const & key, text::JsonValue & entry) {
             readEntry(key, entry, vni, join);
@@ -105,7 +105,7 @@ void readFrrNeighbours(text::JsonReader & json, FrrJoin & join) {
     });
 }
 
-void readFrrNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join) {
+void readNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
         readEntry(key, value, vni, join);
     });

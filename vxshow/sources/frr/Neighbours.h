@@ -8,9 +8,9 @@
 namespace vxshow::sources::frr {
 
 /// Of every VNI.
-void readFrrNeighbours(text::JsonReader & json, FrrJoin & join);
+void readNeighbours(text::JsonReader & json, Collector & join);
 
 /// Of one VNI.
-void readFrrNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, FrrJoin & join);
+void readNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, Collector & join);
 
 } // namespace vxshow::sources::frr

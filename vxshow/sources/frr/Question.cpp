@@ -6,14 +6,14 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-using Kind = FrrQuestion::Kind;
+using Kind = Question::Kind;
 
 /// VNI 0 is none to zebra, which would not know the command.
 bool isAskable(Vxlan::Vni vni) {
     return vni.value() != 0;
 }
 
-void addTables(state::Selection const & selection, std::vector<FrrQuestion> & questions) {
+void addTables(state::Selection const & selection, std::vector<Question> & questions) {
     if (selection.vni.isNone()) {
         if (selection.macTables) {
             questions.push_back({Kind::macs});
@@ -45,7 +45,7 @@ bool isWordCharacter(char c) {
 
 } // namespace
 
-std::string FrrQuestion::command() const {
+std::string Question::command() const {
     auto const ofVni = [&] { return std::to_string(vni.value()); };
     switch (kind) {
     case Kind::vnis:
@@ -83,12 +83,11 @@ bool isVrfWord(std::string_view name) noexcept {
     return !every.starts_with(name) && std::all_of(name.begin(), name.end(), isWordCharacter);
 }
 
-std::vector<FrrQuestion> firstFrrQuestions(state::Selection const & selection) {
-    std::vector<FrrQuestion> questions;
+std::vector<Question> firstQuestions(state::Selection const & selection) {
+    std::vector<Question> questions;
     bool const one =
         !selection.routers && !selection.vni.isNone() && isAskable(selection.vni.vni());
-    questions.push_back(one ? FrrQuestion{Kind::vni, selection.vni.vni()}
-                            : FrrQuestion{Kind::vnis});
+    questions.push_back(one ? Question{Kind::vni, selection.vni.vni()} : Question{Kind::vnis});
     if (selection.received || selection.advertised) {
         addTables(selection, questions);
     }

@@ -14,7 +14,7 @@ namespace vxshow::sources::frr {
 /// zebra builds the whole answer to a command before it sends any of it, and answers nobody
 /// else meanwhile: half a second for 100,000 MAC addresses, twice that with their details.
 /// So each command asks for what is needed and no more.
-struct FrrQuestion {
+struct Question {
     enum class Kind {
         vnis,            ///< every VNI, with its addresses and flood list
         vni,             ///< one of them
@@ -40,7 +40,7 @@ struct FrrQuestion {
     /// What is typed to ask it.
     std::string command() const;
 
-    bool operator==(FrrQuestion const &) const = default;
+    bool operator==(Question const &) const = default;
 };
 
 /// Whether `name` may be a word in a command: it is not empty, has nothing but letters, digits
@@ -50,6 +50,6 @@ bool isVrfWord(std::string_view name) noexcept;
 
 /// What is asked at first for what is selected. What else is to be asked depends on the
 /// answers.
-std::vector<FrrQuestion> firstFrrQuestions(state::Selection const & selection);
+std::vector<Question> firstQuestions(state::Selection const & selection);
 
 } // namespace vxshow::sources::frr

@@ -11,7 +11,7 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-using Kind = FrrQuestion::Kind;
+using Kind = Question::Kind;
 
 bool isBlank(std::string_view document) {
     return text::pastBlanks(document, 0) == document.size();
@@ -34,40 +34,40 @@ text::JsonRoot rootOf(Kind kind) {
                                                         : text::JsonRoot::object;
 }
 
-void read(FrrQuestion const & question, system::PaddedText document, FrrJoin & join) {
+void read(Question const & question, system::PaddedText document, Collector & join) {
     text::JsonReader json(document);
     switch (question.kind) {
     case Kind::vnis:
-        return readFrrVnis(json, join);
+        return readVnis(json, join);
     case Kind::vni:
-        return readFrrVni(json, join);
+        return readVni(json, join);
     case Kind::macs:
-        return readFrrMacs(json, false, join);
+        return readMacs(json, false, join);
     case Kind::macsOfVni:
-        return readFrrMacsOfVni(json, question.vni, join);
+        return readMacsOfVni(json, question.vni, join);
     case Kind::macsInDetail:
-        return readFrrMacs(json, true, join);
+        return readMacs(json, true, join);
     case Kind::mac:
-        return readFrrMac(json, question.vni, join);
+        return readMac(json, question.vni, join);
     case Kind::segments:
-        return readFrrSegments(json, join);
+        return readSegments(json, join);
     case Kind::neighbours:
-        return readFrrNeighbours(json, join);
+        return readNeighbours(json, join);
     case Kind::neighboursOfVni:
-        return readFrrNeighboursOfVni(json, question.vni, join);
+        return readNeighboursOfVni(json, question.vni, join);
     case Kind::vrfs:
-        return readFrrVrfs(json, join);
+        return readVrfs(json, join);
     case Kind::interfaces:
-        return readFrrInterfaces(json, question.vrf, join);
+        return readInterfaces(json, question.vrf, join);
     case Kind::routes:
     case Kind::routesIpv6:
-        return readFrrRoutes(json, question.vrf, join);
+        return readRoutes(json, question.vrf, join);
     }
 }
 
 } // namespace
 
-void readFrrDocument(FrrQuestion const & question, system::PaddedText document, FrrJoin & join) {
+void readDocument(Question const & question, system::PaddedText document, Collector & join) {
     if (question.kind == Kind::macsInDetail) {
         join.forgetMacs();
     } else if (question.kind == Kind::mac) {
@@ -92,11 +92,11 @@ void readFrrDocument(FrrQuestion const & question, system::PaddedText document, 
     }
 }
 
-FrrAnswer readFrr(std::vector<FrrDocument> const & documents, FrrSource const & source,
-                  state::Selection const & selection, Deadline const & deadline) {
-    FrrJoin join(selection, deadline);
+FrrAnswer readDocuments(std::vector<Document> const & documents, VtepSource const & source,
+                        state::Selection const & selection, Deadline const & deadline) {
+    Collector join(selection, deadline);
     for (auto const & document : documents) {
-        readFrrDocument(document.question, document.bytes.padded(), join);
+        readDocument(document.question, document.bytes.padded(), join);
     }
     return join.finished(source);
 }

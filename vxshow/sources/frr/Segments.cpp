@@ -8,7 +8,7 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-void takeVtep(text::JsonText const & text, std::vector<Nolt::IpAddr> & vteps, FrrJoin & join) {
+void takeVtep(text::JsonText const & text, std::vector<Nolt::IpAddr> & vteps, Collector & join) {
     auto const address = ipv4(text);
     if (address && !address->isZero()) {
         return vteps.push_back(*address);
@@ -17,7 +17,7 @@ void takeVtep(text::JsonText const & text, std::vector<Nolt::IpAddr> & vteps, Fr
                   std::string(text::anIpv4Address));
 }
 
-void readVtep(text::JsonValue & value, std::vector<Nolt::IpAddr> & vteps, FrrJoin & join) {
+void readVtep(text::JsonValue & value, std::vector<Nolt::IpAddr> & vteps, Collector & join) {
     static constexpr std::array<text::MemberName, 1> names{"vtep"};
     join.step();
     auto const * const start = value.at();
@@ -30,7 +30,7 @@ void readVtep(text::JsonValue & value, std::vector<Nolt::IpAddr> & vteps, FrrJoi
     members.require(0, start);
 }
 
-void readSegment(text::JsonValue & value, FrrJoin & join) {
+void readSegment(text::JsonValue & value, Collector & join) {
     enum Name : std::size_t { esi, vteps };
 
     static constexpr std::array<text::MemberName, 2> names{"esi", "vteps"};
@@ -59,7 +59,7 @@ void readSegment(text::JsonValue & value, FrrJoin & join) {
 
 } // namespace
 
-void readFrrSegments(text::JsonReader & json, FrrJoin & join) {
+void readSegments(text::JsonReader & json, Collector & join) {
     json.documentElements("a list of Ethernet segments",
                           [&](text::JsonValue & element) { readSegment(element, join); });
 }

@@ -7,6 +7,6 @@ namespace vxshow::sources::frr {
 
 /// Takes the document about Ethernet segments and their VTEPs, as zebra writes it, into `join`.
 /// Throws `Refusal` and `MalformedJson`.
-void readFrrSegments(text::JsonReader & json, FrrJoin & join);
+void readSegments(text::JsonReader & json, Collector & join);
 
 } // namespace vxshow::sources::frr

@@ -13,7 +13,7 @@ constexpr std::string_view aText = "a text";
 /// A VNI, member by member: what its kind is stands among them.
 class VniReader {
 public:
-    explicit VniReader(FrrJoin & join) noexcept : join_(join) {}
+    explicit VniReader(Collector & join) noexcept : join_(join) {}
 
     void take(text::JsonText const & name, text::JsonValue & value) {
         switch (members_.take(name)) {
@@ -111,7 +111,7 @@ private:
                     });
     }
 
-    FrrJoin & join_;
+    Collector & join_;
     text::KnownMembers members_{names};
     bool isL3_ = false;
     Vex::U32 vni_ = 0;
@@ -124,7 +124,7 @@ private:
 
 } // namespace
 
-void readFrrVnis(text::JsonReader & json, FrrJoin & join) {
+void readVnis(text::JsonReader & json, Collector & join) {
     json.documentElements("a list of VNIs", [&](text::JsonValue & element) {
         join.step();
         auto const * const start = element.at();
@@ -136,7 +136,7 @@ void readFrrVnis(text::JsonReader & json, FrrJoin & join) {
     });
 }
 
-void readFrrVni(text::JsonReader & json, FrrJoin & join) {
+void readVni(text::JsonReader & json, Collector & join) {
     auto const * const start = json.at();
     VniReader vni(join);
     json.document(

@@ -8,9 +8,9 @@
 namespace vxshow::sources::frr {
 
 /// Of every VNI.
-void readFrrVnis(text::JsonReader & json, FrrJoin & join);
+void readVnis(text::JsonReader & json, Collector & join);
 
 /// Of one VNI.
-void readFrrVni(text::JsonReader & json, FrrJoin & join);
+void readVni(text::JsonReader & json, Collector & join);
 
 } // namespace vxshow::sources::frr

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view aText = "a text";
 
-void leaveOut(FrrJoin & join, std::string const & vrf, std::string_view column,
+void leaveOut(Collector & join, std::string const & vrf, std::string_view column,
               std::string_view text, std::string_view expected) {
     auto what = "VRF \"" + vrf + "\": ";
     what.append(column).append(" ").append(text::shownInQuotes(text)).append(", expected ");
@@ -29,7 +29,7 @@ Nolt::IpGenAddr unmapped(Nolt::IpGenAddr const & address) {
 }
 
 void readAddress(text::JsonValue & value, std::string const & vrf,
-                 std::vector<Nolt::IpGenAddrWithMask> & addresses, FrrJoin & join) {
+                 std::vector<Nolt::IpGenAddrWithMask> & addresses, Collector & join) {
     static constexpr std::array<text::MemberName, 1> names{"address"};
     join.step();
     auto const * const start = value.at();
@@ -52,7 +52,7 @@ void readAddress(text::JsonValue & value, std::string const & vrf,
 
 /// A tunnel or the like has no MAC address, or one of another kind.
 void readInterface(std::string const & name, text::JsonValue & value, std::string const & vrf,
-                   FrrJoin & join) {
+                   Collector & join) {
     enum Name : std::size_t { hardwareAddress, ipAddresses };
 
     static constexpr std::array<text::MemberName, 2> names{"hardwareAddress", "ipAddresses"};
@@ -83,7 +83,7 @@ void readInterface(std::string const & name, text::JsonValue & value, std::strin
 
 /// Only where it leads is taken, not how a nexthop is reached (`resolver`).
 void readNexthop(text::JsonValue & value, std::string const & vrf,
-                 std::vector<Nolt::IpGenAddr> & nexthops, FrrJoin & join) {
+                 std::vector<Nolt::IpGenAddr> & nexthops, Collector & join) {
     enum Name : std::size_t { ip, active, resolver };
 
     static constexpr std::array<text::MemberName, 3> names{"ip", "active", "resolver"};
@@ -119,7 +119,7 @@ void readNexthop(text::JsonValue & value, std::string const & vrf,
 }
 
 void readRoute(text::JsonValue & value, std::string const & vrf, Nolt::IpGenPrefix const & prefix,
-               FrrJoin & join) {
+               Collector & join) {
     enum Name : std::size_t { selected, nexthops };
 
     static constexpr std::array<text::MemberName, 2> names{"selected", "nexthops"};
@@ -147,7 +147,7 @@ void readRoute(text::JsonValue & value, std::string const & vrf, Nolt::IpGenPref
     }
 }
 
-void readVrf(text::JsonValue & value, FrrJoin & join) {
+void readVrf(text::JsonValue & value, Collector & join) {
     enum Name : std::size_t { vrf, state };
 
     static constexpr std::array<text::MemberName, 2> names{"vrf", "state"};
@@ -174,7 +174,7 @@ void readVrf(text::JsonValue & value, FrrJoin & join) {
 
 } // namespace
 
-void readFrrVrfs(text::JsonReader & json, FrrJoin & join) {
+void readVrfs(text::JsonReader & json, Collector & join) {
     static constexpr std::array<text::MemberName, 1> names{"vrfs"};
     auto const * const start = json.at();
     text::KnownMembers members(names);
@@ -187,13 +187,13 @@ void readFrrVrfs(text::JsonReader & json, FrrJoin & join) {
     members.require(0, start);
 }
 
-void readFrrInterfaces(text::JsonReader & json, std::string const & vrf, FrrJoin & join) {
+void readInterfaces(text::JsonReader & json, std::string const & vrf, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
         readInterface(std::string(key.text()), value, vrf, join);
     });
 }
 
-void readFrrRoutes(text::JsonReader & json, std::string const & vrf, FrrJoin & join) {
+void readRoutes(text::JsonReader & json, std::string const & vrf, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
         join.step();
         auto const prefix = Nolt::IpGenPrefix::tryFromString(key.text());

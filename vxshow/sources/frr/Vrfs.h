@@ -9,10 +9,10 @@
 /// `join`; throws `Refusal` and `MalformedJson`.
 namespace vxshow::sources::frr {
 
-void readFrrVrfs(text::JsonReader & json, FrrJoin & join);
-void readFrrInterfaces(text::JsonReader & json, std::string const & vrf, FrrJoin & join);
+void readVrfs(text::JsonReader & json, Collector & join);
+void readInterfaces(text::JsonReader & json, std::string const & vrf, Collector & join);
 
 /// Of one address family.
-void readFrrRoutes(text::JsonReader & json, std::string const & vrf, FrrJoin & join);
+void readRoutes(text::JsonReader & json, std::string const & vrf, Collector & join);
 
 } // namespace vxshow::sources::frr

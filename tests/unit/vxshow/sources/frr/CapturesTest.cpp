@@ -84,8 +84,8 @@ TEST(FrrCaptures, AnUnknownVniHasNothing) {
 
 TEST(FrrCaptures, TheDetailedListTellsTheSame) {
     for (std::string const vtep : {"vtep1", "vtep2", "vtep3"}) {
-        using Kind = FrrQuestion::Kind;
-        std::vector<FrrDocument> documents;
+        using Kind = Question::Kind;
+        std::vector<Document> documents;
         for (auto const & [kind, name] :
              {std::pair{Kind::vnis, "show-evpn-vni-detail"},
               std::pair{Kind::macsInDetail, "show-evpn-mac-vni-all-detail"},
@@ -93,7 +93,7 @@ TEST(FrrCaptures, TheDetailedListTellsTheSame) {
             documents.push_back(
                 {{kind}, system::FileBytes::copyOf(frrCapture(vtep + "/" + name + ".json"))});
         }
-        auto const detailed = readFrr(documents, {"leaf1"});
+        auto const detailed = readDocuments(documents, {"leaf1"});
         auto const whole = FakeZebra(vtep).ask().state;
         EXPECT_TRUE(detailed.fits);
         EXPECT_EQ(detailed.state.remote.macs, whole.remote.macs);

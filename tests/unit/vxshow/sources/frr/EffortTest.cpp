@@ -11,7 +11,7 @@ using namespace sources::frr;
 
 namespace {
 
-using Kind = FrrQuestion::Kind;
+using Kind = Question::Kind;
 using namespace std::chrono_literals;
 
 Deadline passed() {
@@ -21,16 +21,16 @@ Deadline passed() {
 constexpr char const * noAnswer = "time limit: no answer within 5 s";
 
 struct Answer {
-    FrrQuestion question;
+    Question question;
     std::string text;
 };
 
 FrrAnswer read(std::vector<Answer> const & answers, Deadline const & deadline = Deadline::in(1h)) {
-    std::vector<FrrDocument> documents;
+    std::vector<Document> documents;
     for (auto const & [question, text] : answers) {
         documents.push_back({question, system::FileBytes::copyOf(text)});
     }
-    return readFrr(documents, {"leaf1"}, {}, deadline);
+    return readDocuments(documents, {"leaf1"}, {}, deadline);
 }
 
 std::string timeOver(std::vector<Answer> const & answers) {

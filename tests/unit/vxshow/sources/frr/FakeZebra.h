@@ -27,7 +27,7 @@ public:
     /// What `vtysh` prints.
     std::string printed(std::vector<std::string> const & commands) const;
 
-    sources::frr::FrrRun run() {
+    sources::frr::RunVtysh run() {
         return [this](std::vector<std::string> const & commands) {
             runs.push_back(commands);
             return system::FileBytes::copyOf(printed(commands));

@@ -13,7 +13,7 @@ using Commands = std::vector<std::string>;
 
 Commands commands(state::Selection const & selection) {
     Commands all;
-    for (auto const & question : firstFrrQuestions(selection)) {
+    for (auto const & question : firstQuestions(selection)) {
         all.push_back(question.command());
     }
     return all;
@@ -29,17 +29,17 @@ state::Selection macs() {
 
 } // namespace
 
-TEST(FrrQuestion, EverythingIsAskedInFour) {
+TEST(Question, EverythingIsAskedInFour) {
     EXPECT_EQ(commands({}), (Commands{"show evpn vni detail json", "show evpn mac vni all json",
                                       "show evpn arp-cache vni all json", "show vrf vni json"}));
 }
 
-TEST(FrrQuestion, AListingOfMacAddressesAsksForNoOthers) {
+TEST(Question, AListingOfMacAddressesAsksForNoOthers) {
     EXPECT_EQ(commands(macs()),
               (Commands{"show evpn vni detail json", "show evpn mac vni all json"}));
 }
 
-TEST(FrrQuestion, AListingOfArpAsksForNoMacs) {
+TEST(Question, AListingOfArpAsksForNoMacs) {
     state::Selection selection;
     selection.routers = false;
     selection.macTables = false;
@@ -47,14 +47,14 @@ TEST(FrrQuestion, AListingOfArpAsksForNoMacs) {
               (Commands{"show evpn vni detail json", "show evpn arp-cache vni all json"}));
 }
 
-TEST(FrrQuestion, AListingOfRoutersAsksForNoTables) {
+TEST(Question, AListingOfRoutersAsksForNoTables) {
     state::Selection selection;
     selection.received = false;
     selection.advertised = false;
     EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json", "show vrf vni json"}));
 }
 
-TEST(FrrQuestion, OneVniIsAskedForAlone) {
+TEST(Question, OneVniIsAskedForAlone) {
     auto selection = macs();
     selection.arpTables = true;
     selection.vni = Vxlan::Vni(4098);
@@ -63,7 +63,7 @@ TEST(FrrQuestion, OneVniIsAskedForAlone) {
                         "show evpn arp-cache vni 4098 json"}));
 }
 
-TEST(FrrQuestion, OneMacAddressInOneVniIsAskedForAlone) {
+TEST(Question, OneMacAddressInOneVniIsAskedForAlone) {
     auto selection = macs();
     selection.vni = Vxlan::Vni(4098);
     selection.mac = Nolt::EthAddr::fromString("0240.9800.e501");
@@ -72,20 +72,20 @@ TEST(FrrQuestion, OneMacAddressInOneVniIsAskedForAlone) {
                                              "show evpn es detail json"}));
 }
 
-TEST(FrrQuestion, RoutersNeedEveryVni) {
+TEST(Question, RoutersNeedEveryVni) {
     state::Selection selection;
     selection.vni = Vxlan::Vni(10);
     EXPECT_EQ(commands(selection).front(), "show evpn vni detail json");
 }
 
-TEST(FrrQuestion, VniZeroIsNotAskedFor) {
+TEST(Question, VniZeroIsNotAskedFor) {
     state::Selection selection;
     selection.routers = false;
     selection.vni = Vxlan::Vni(0);
     EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json"}));
 }
 
-TEST(FrrQuestion, WhatIsShortForAllIsNoVrfWord) {
+TEST(Question, WhatIsShortForAllIsNoVrfWord) {
     for (auto const * const name : {"a", "al", "all"}) {
         EXPECT_FALSE(isVrfWord(name)) << name;
     }
@@ -94,7 +94,7 @@ TEST(FrrQuestion, WhatIsShortForAllIsNoVrfWord) {
     }
 }
 
-TEST(FrrQuestion, ANameThatIsNoWordIsNoVrfWord) {
+TEST(Question, ANameThatIsNoWordIsNoVrfWord) {
     EXPECT_TRUE(isVrfWord("tenant-1_a.b:C"));
     for (auto const * const name : {"", "a b", "a\nb", "a;b", "'", "\xc3\xa9", "a?"}) {
         EXPECT_FALSE(isVrfWord(name)) << name;

@@ -31,8 +31,8 @@ protected:
     FrrAnswer ask(std::string const & script, std::chrono::milliseconds time = 60s) {
         std::ofstream(folder_ + "/vtysh") << script;
         VtyshCommand command{{"/bin/sh", folder_ + "/vtysh"}};
-        return askFrr(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + time, 100000,
-                      [this](std::string_view piece) { received_ += piece.size(); });
+        return askVtysh(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + time, 100000,
+                        [this](std::string_view piece) { received_ += piece.size(); });
     }
 
     std::string failure(std::string const & script, std::chrono::milliseconds time = 60s) {
@@ -76,7 +76,7 @@ TEST_F(VtyshTest, ARemoteShellLeavesTheWordsAsTheyAre) {
     ASSERT_EQ(::setenv("SPACE", pathSpace.c_str(), 1), 0);
     VtyshCommand const command{{"/bin/sh", folder_ + "/ssh"}, pathSpace, true};
     auto const answer =
-        askFrr(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + 60s, 100000);
+        askVtysh(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + 60s, 100000);
     ::unsetenv("SPACE");
     EXPECT_EQ(linesOf(answer.state), "switch leaf1 id none\n");
 }
