@@ -272,7 +272,7 @@ state::Mount Merge::mount() {
         mountSwitches(mount);
     }
     if (hsc_ || qvx_) {
-        fabric::mountSources(mount);
+        mountSources(mount);
     }
     if (evpn_) {
         mountEvpn(mount);

@@ -46,9 +46,9 @@ void printDoc(outfmt::Printer & printer, std::string_view margin, std::string_vi
 }
 
 /// The members of one type or attribute, each made for one value.
-class text::Members {
+class Members {
 public:
-    explicit text::Members(outfmt::Printer & printer) : printer_(printer) {}
+    explicit Members(outfmt::Printer & printer) : printer_(printer) {}
 
     void text(std::string_view key, std::string_view value) {
         outfmt::StringAttrInfo info(printer_, key);
@@ -73,7 +73,7 @@ private:
 };
 
 void renderAttributesJson(outfmt::Printer & printer, Vex::Type const & type) {
-    text::Members members(printer);
+    Members members(printer);
     printer.startList("attributes");
     for (auto const * attribute : allAttributes(type)) {
         bool const own =
@@ -129,7 +129,7 @@ void printType(outfmt::Printer & printer, Vex::Type const & type) {
 }
 
 void renderTypesJson(outfmt::Printer & printer, ModelTypes const & types) {
-    text::Members members(printer);
+    Members members(printer);
     printer.start();
     printer.startList("types");
     for (auto const * type : types) {

@@ -105,7 +105,7 @@ ovsdb::DatabaseAddress readDatabaseAddress(text::TomlField const & source,
                                            std::string const & folder) {
     ovsdb::DatabaseAddress address;
     address.remotes = readRemoteList(source.required("remotes"));
-    if (std::any_of(address.remotes.begin(), address.remotes.end(), isSslRemote)) {
+    if (std::any_of(address.remotes.begin(), address.remotes.end(), ovsdb::isSslRemote)) {
         address.ssl = readSsl(source, folder);
     } else {
         refuseSslKeys(source);

@@ -59,7 +59,7 @@ std::vector<Source> readFabricFile(std::string const & path) {
     try {
         auto const bytes =
             standardInput ? system::FileBytes::read(STDIN_FILENO) : system::FileBytes::open(path);
-        return state::snapshot::readDocument(text::readToml(bytes.text()), folderOf(path));
+        return readDocument(text::readToml(bytes.text()), folderOf(path));
     } catch (text::TomlRefusal const & refusal) {
         throw FabricFileError(name + ":" + refusal.what());
     } catch (std::system_error const & error) {

@@ -165,7 +165,7 @@ void Join::checkKeys(LocatorSet & set) {
 }
 
 std::set<Join::Place> Join::flood(Flooding const & flooding, Side side) {
-    std::set<text::Place> places;
+    std::set<Place> places;
     for (Locator * const locator : flooding.set->members) {
         step();
         auto const vni = flooding.vni ? flooding.vni : locator->vni();

@@ -108,11 +108,11 @@ private:
         auto operator<=>(Flooding const &) const = default;
     };
 
-    using text::Place = std::pair<SideFacts *, Vxlan::Vni>;
+    using Place = std::pair<SideFacts *, Vxlan::Vni>;
 
     /// Adds the flood targets; gives the sides and VNIs they are in. What is told of them is the
     /// same for every row that floods so.
-    std::set<text::Place> flood(Flooding const & flooding, Side side);
+    std::set<Place> flood(Flooding const & flooding, Side side);
 
     /// Each looks once at a set to which a row floods: tells of the locators without an address,
     /// and takes them out; and of those without a VNI, for a logical switch without a key.
@@ -135,7 +135,7 @@ private:
     Rows rows_;
     std::map<std::string, std::set<Uuid>> switchPorts_;
     std::map<Nolt::IpAddr, std::set<SideFacts *>> switchesByIp_;
-    std::map<Flooding, std::set<text::Place>> flooded_;
+    std::map<Flooding, std::set<Place>> flooded_;
     DeadlineWatch watch_;
 };
 

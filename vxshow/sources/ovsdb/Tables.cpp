@@ -9,9 +9,7 @@ namespace vxshow::sources::ovsdb {
 
 namespace {
 
-using Join = Join;
 using Side = Join::Side;
-using Reference;
 
 constexpr std::string_view aText = "a text";
 

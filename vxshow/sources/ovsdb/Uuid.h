@@ -34,7 +34,7 @@ std::string textOf(Uuid const & uuid);
 class UuidHash {
 public:
     /// Raises `std::system_error` where there is no source of randomness.
-    UuidHash() : factors_(terminal::drawn()) {}
+    UuidHash() : factors_(drawn()) {}
 
     std::size_t operator()(Uuid const & uuid) const noexcept {
         auto const pair = [](Vex::U64 number, Vex::U64 a, Vex::U64 b) {
@@ -48,7 +48,7 @@ public:
 private:
     using Factors = std::array<Vex::U64, 5>;
 
-    static Factors const & terminal::drawn();
+    static Factors const & drawn();
 
     Factors factors_;
 };

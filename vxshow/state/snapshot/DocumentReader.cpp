@@ -54,8 +54,8 @@ Vex::Ptr<Vex::Dir> readVniEntries(text::JsonValue & value, Wanted & wanted) {
 /// The sources that may stand in one part of the document.
 using SourceNames = std::span<text::MemberName const>;
 
-Vex::Ptr<Cli::VniStatusDirList> askAll(text::JsonValue & value, SourceNames names, bool selected,
-                                       Wanted & wanted) {
+Vex::Ptr<Cli::VniStatusDirList> readSources(text::JsonValue & value, SourceNames names,
+                                            bool selected, Wanted & wanted) {
     text::Members members(names);
     auto list = Cli::vniStatusDirListFactory();
     value.members(
@@ -89,19 +89,19 @@ State readState(text::JsonValue & value, std::string_view directoryName,
     std::array<text::MemberName, 3> const names{directoryName, "sources", "evpn"};
     text::Members members(names);
     State state;
-    value.members(
-        "an object of published state", [&](text::JsonText const & name, text::JsonValue & member) {
-            switch (members.take(name)) {
-            case inDirectory:
-                state.*directory = readDirectory(member, wanted);
-                break;
-            case sources:
-                state.sources = sources::fabric::askAll(member, sourceNames, selected, wanted);
-                break;
-            default:
-                state.evpn = readEvpnSources(member);
-            }
-        });
+    value.members("an object of published state",
+                  [&](text::JsonText const & name, text::JsonValue & member) {
+                      switch (members.take(name)) {
+                      case inDirectory:
+                          state.*directory = readDirectory(member, wanted);
+                          break;
+                      case sources:
+                          state.sources = readSources(member, sourceNames, selected, wanted);
+                          break;
+                      default:
+                          state.evpn = readEvpnSources(member);
+                      }
+                  });
     return state;
 }
 

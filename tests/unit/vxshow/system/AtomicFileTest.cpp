@@ -12,7 +12,9 @@
 #include <unistd.h>
 #include <vector>
 
-namespace vxshow {
+namespace vxshow::test {
+
+using namespace system;
 
 namespace {
 
@@ -222,4 +224,4 @@ TEST(HeldSignals, WaitForItsEnd) {
 
 } // namespace
 
-} // namespace vxshow
+} // namespace vxshow::test

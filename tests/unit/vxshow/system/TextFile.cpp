@@ -6,8 +6,6 @@
 
 namespace vxshow::test {
 
-using namespace system;
-
 TextFile::TextFile(std::string_view text) : descriptor_(::memfd_create("text", MFD_CLOEXEC)) {
     while (!text.empty()) {
         auto const written = ::write(descriptor_, text.data(), text.size());

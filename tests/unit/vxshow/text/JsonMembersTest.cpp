@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 #include <string>
 
-namespace vxshow {
+namespace vxshow::test {
+
+using namespace text;
 
 namespace {
 
@@ -37,4 +39,4 @@ TEST(Members, NamesOfEveryLengthStandWhereTheirBytesAndAQuoteDo) {
 
 } // namespace
 
-} // namespace vxshow
+} // namespace vxshow::test

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-namespace vxshow {
+namespace vxshow::test {
+
+using namespace text;
 
 namespace {
 
@@ -90,4 +92,4 @@ TEST(Place, RefusesToGoDeeperThanAnyDocumentIs) {
 
 } // namespace
 
-} // namespace vxshow
+} // namespace vxshow::test

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-namespace vxshow {
+namespace vxshow::test {
+
+using namespace text;
 
 namespace {
 
@@ -87,4 +89,4 @@ TEST(Tokens, KnowsPlainValues) {
 
 } // namespace
 
-} // namespace vxshow
+} // namespace vxshow::test

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-namespace vxshow {
+namespace vxshow::test {
+
+using namespace text;
 
 namespace {
 
@@ -47,4 +49,4 @@ TEST(Shown, QuotesMembersThatAreNoPlainWords) {
 
 } // namespace
 
-} // namespace vxshow
+} // namespace vxshow::test

@@ -7,7 +7,6 @@
 namespace vxshow::test {
 
 using namespace sources;
-using namespace sources::fabric;
 
 namespace {
 

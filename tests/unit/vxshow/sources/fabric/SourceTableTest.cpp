@@ -5,7 +5,6 @@
 namespace vxshow::test {
 
 using namespace sources;
-using namespace sources::fabric;
 
 namespace {
 

@@ -127,7 +127,7 @@ struct Refused {
 
 void expectRefused(std::initializer_list<Refused> all) {
     for (auto const & refused : all) {
-        EXPECT_EQ(cli::refusal(refused.document), refused.error) << refused.document;
+        EXPECT_EQ(refusal(refused.document), refused.error) << refused.document;
     }
 }
 

@@ -121,7 +121,7 @@ bool blamesCutWord(std::string const & line, std::string const & document) {
 TEST(Snapshot, ThatIsCutOffAnywhereIsRefused) {
     for (std::size_t length = 0; length < everything.size(); ++length) {
         auto const document = everything.substr(0, length);
-        auto const line = cli::refusal(document);
+        auto const line = refusal(document);
         EXPECT_TRUE(line.find("found the end of the file, expected ") != std::string::npos ||
                     blamesCutWord(line, document))
             << length << ": " << line;
@@ -134,7 +134,7 @@ bool isOneLine(std::string const & line) {
 
 /// Either reads or is refused with a whole message.
 void readsOrIsRefused(std::string const & document) {
-    auto const line = cli::refusal(document);
+    auto const line = refusal(document);
     bool const placed = line.find(": ") != std::string::npos &&
                         line.find("found ") != std::string::npos &&
                         line.find(", expected ") != std::string::npos;
@@ -171,7 +171,7 @@ struct Malformed {
 
 void expectRefused(std::initializer_list<Malformed> all) {
     for (auto const & malformed : all) {
-        EXPECT_EQ(cli::refusal(malformed.document), malformed.error) << malformed.document;
+        EXPECT_EQ(refusal(malformed.document), malformed.error) << malformed.document;
     }
 }
 
@@ -239,14 +239,14 @@ TEST(Snapshot, RefusesBadTextsAtTheFirstWrongByte) {
 
 TEST(Snapshot, ShowsOnlyTheStartOfALongText) {
     std::string const longText(1000000, 'x');
-    EXPECT_EQ(cli::refusal("{\"" + longText + "\":1}"),
+    EXPECT_EQ(refusal("{\"" + longText + "\":1}"),
               "1:2: found \"" + std::string(60, 'x') +
                   "...\", expected \"format\", \"version\", \"received\", \"advertised\" or "
                   "\"routers\"");
     EXPECT_EQ(tablesRefusal("{\"arp\":{\"" + longText + "\":{}}}"),
               ".arp: found \"" + std::string(60, 'x') +
                   "...\", expected an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");
-    EXPECT_EQ(cli::refusal(withReceived("{\"switches\":{\"" + longText + "\":1}}")),
+    EXPECT_EQ(refusal(withReceived("{\"switches\":{\"" + longText + "\":1}}")),
               "1:1000075: received.switches.\"" + std::string(60, 'x') +
                   "...\": found 1, expected an object whose members are VNIs");
 }
@@ -260,18 +260,18 @@ TEST(Snapshot, TakesLongNames) {
 }
 
 TEST(Snapshot, SurvivesDeepNesting) {
-    EXPECT_EQ(cli::refusal(withTables(std::string(10000, '[') + std::string(10000, ']'))),
+    EXPECT_EQ(refusal(withTables(std::string(10000, '[') + std::string(10000, ']'))),
               "1:86: received.switches.leaf1.\"10\": found an array, expected an object of tables");
-    EXPECT_EQ(cli::refusal(std::string(1000000, '[')), "1:1: found an array, expected an object");
+    EXPECT_EQ(refusal(std::string(1000000, '[')), "1:1: found an array, expected an object");
     std::string objects;
     for (int level = 0; level < 10000; ++level) {
         objects.append("{\"a\":");
     }
-    EXPECT_TRUE(cli::refusal(objects).ends_with(".a: found an object, expected at most 64 levels"));
+    EXPECT_TRUE(refusal(objects).ends_with(".a: found an object, expected at most 64 levels"));
 }
 
 TEST(Snapshot, SurvivesALongNumber) {
-    EXPECT_EQ(cli::refusal("{\"version\":" + std::string(1000000, '1') + "}"),
+    EXPECT_EQ(refusal("{\"version\":" + std::string(1000000, '1') + "}"),
               "1:12: version: found " + std::string(60, '1') + "..., expected 1");
 }
 

@@ -50,7 +50,7 @@ std::string withTables(std::string_view tables) {
 }
 
 std::string refusalBehind(std::string_view path, std::string_view text) {
-    auto const line = cli::refusal(text);
+    auto const line = refusal(text);
     auto const at = line.find(path);
     return at == std::string::npos ? line : line.substr(at + path.size());
 }

@@ -193,8 +193,8 @@ TEST(SwitchInfoReader, RefusesTheFirstVtepOfASwitchThatIsNotDescribed) {
 }
 
 TEST(SwitchInfoReader, TellsTheLineOfAVtepThatIsNotDescribed) {
-    EXPECT_EQ(cli::refusal("{\"routers\":{\"switches\":{\n \"leaf1\":{\"vteps\":[\"10.0.0.1\",\n"
-                           "   \"10.0.0.2\"]}},\n\"vteps\":{\"10.0.0.1\":{\"active\":true}}}}"),
+    EXPECT_EQ(refusal("{\"routers\":{\"switches\":{\n \"leaf1\":{\"vteps\":[\"10.0.0.1\",\n"
+                      "   \"10.0.0.2\"]}},\n\"vteps\":{\"10.0.0.1\":{\"active\":true}}}}"),
               "3:4: routers.switches.leaf1.vteps[1]: found \"10.0.0.2\", expected an address that "
               "stands in \"vteps\"");
 }

@@ -299,16 +299,15 @@ TEST(TablesReader, RefusesNumbersWithAnythingButANumberBehindThem) {
 TEST(TablesReader, RefusesNamesThatAreNoVni) {
     for (std::string const name : {"16777216", "010", "-1", "+1", "0.0.10", " 10", "ten", "", "1e1",
                                    "4294967306", "18446744073709551626"}) {
-        EXPECT_EQ(cli::refusal(withReceived(R"({"switches":{"leaf1":{")" + name + R"(":{}}}})")),
+        EXPECT_EQ(refusal(withReceived(R"({"switches":{"leaf1":{")" + name + R"(":{}}}})")),
                   "1:81: received.switches.leaf1: found \"" + name +
                       "\", expected a VNI from 0 to 16777215 in decimal");
     }
 }
 
 TEST(TablesReader, RefusesAVniThatIsThereTwice) {
-    EXPECT_EQ(
-        cli::refusal(withReceived(R"({"switches":{"leaf1":{"10":{},"11":{},"1\u0030":{}}}})")),
-        R"(1:97: received.switches.leaf1: found "1\u0030" again, expected it once)");
+    EXPECT_EQ(refusal(withReceived(R"({"switches":{"leaf1":{"10":{},"11":{},"1\u0030":{}}}})")),
+              R"(1:97: received.switches.leaf1: found "1\u0030" again, expected it once)");
 }
 
 } // namespace
