@@ -1,5 +1,6 @@
-# How every target is compiled: C++20, warnings as errors, symbols hidden unless a
-# public header shows them, and one place per preset for programs and libraries.
+# How every target is compiled: C++20, symbols hidden unless a public header shows them, and
+# one place per build tree for programs and libraries.
+include(Launcher)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -9,15 +10,18 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+# The presets turn warnings into errors (CMAKE_COMPILE_WARNING_AS_ERROR); a packager's
+# compiler, which may know more of them, does not.
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 
-# Nobody replaces a function of our libraries by one of the same name. Without that promise
-# their own calls of exported functions, several for each JSON attribute, are never inlined.
+# No program replaces a function of our libraries with its own of the same name. Without that
+# promise their own calls of exported functions, several for each JSON attribute, are never
+# inlined.
 add_compile_options(-fno-semantic-interposition)
 
 option(VXLAN_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
@@ -27,12 +31,25 @@ if(VXLAN_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
-# Link-time optimisation pays where small functions meet across files: in the two
-# libraries and the front end. Tests and tools link faster without it.
+# Link-time optimisation pays where small functions meet across files: in the two shared
+# libraries and the front end, and nowhere else.
 option(VXLAN_LTO "Optimise the shipped targets at link time" OFF)
+
+# vxlan_shipped(TARGET) optimises a shared library or the front end when it is linked.
 function(vxlan_shipped target)
     if(VXLAN_LTO)
         set_target_properties(${target} PROPERTIES INTERPROCEDURAL_OPTIMIZATION ON)
-        target_link_options(${target} PRIVATE -flto=auto)
+        if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+            target_link_options(${target} PRIVATE -flto=auto)
+        endif()
+    endif()
+endfunction()
+
+# vxlan_shipped_part(TARGET) does the same for a static library of the front end. Tests link it
+# plainly, so where there are any, its objects also hold finished machine code.
+function(vxlan_shipped_part target)
+    vxlan_shipped(${target})
+    if(VXLAN_LTO AND VXLAN_TESTING AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(${target} PRIVATE -ffat-lto-objects)
     endif()
 endfunction()

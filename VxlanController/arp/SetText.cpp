@@ -5,7 +5,7 @@ namespace VxlanController::Cli {
 
 namespace {
 
-constexpr char rule[] =
+constexpr char arpRule[] =
     "-------------------------------------------------------------------------\n";
 
 /// Switches and the advertised set hold their tables in collections of the same type.
@@ -31,7 +31,7 @@ void printTotal(outfmt::Printer & printer, int rows) {
 
 void renderVxlanFdbSetText(outfmt::Printer & printer, Vex::Ptr<VxlanFdbSet const> const & set) {
     printer.addFrills("                       Advertised ARP Table\n");
-    printer.addFrills(rule);
+    printer.addFrills(arpRule);
     printer.addFrills("VNI      IP Address      MAC Address        Changes\n");
     printer.addFrills("-------- --------------- ------------------ --------\n");
     AdvertisedArpTableRenderer renderer(printer);
@@ -40,7 +40,7 @@ void renderVxlanFdbSetText(outfmt::Printer & printer, Vex::Ptr<VxlanFdbSet const
 
 void renderVxlanVtepSetText(outfmt::Printer & printer, Vex::Ptr<VxlanVtepSet const> const & set) {
     printer.addFrills("                        Received ARP Table\n");
-    printer.addFrills(rule);
+    printer.addFrills(arpRule);
     printer.addFrills("Switch              VNI      IP Address      MAC Address        Changes\n");
     // One dash more in the last column than the advertised table has: scripts find the
     // columns by these lines, so either keeps its own.

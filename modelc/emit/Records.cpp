@@ -40,7 +40,7 @@ std::string kindName(AttributeKind kind) {
 }
 
 /// A method's arguments as the model writes them; they stand where others have their type.
-std::string signature(Attribute const & method) {
+std::string methodSignature(Attribute const & method) {
     std::vector<std::string> arguments;
     for (auto const & parameter : method.parameters) {
         bool const entity = parameter.type.kind == TypeClass::entity;
@@ -68,7 +68,7 @@ std::string row(Attribute const & attribute) {
         quotedForCpp(attribute.name),
         std::to_string(attribute.number),
         "Vex::AttributeKind::" + kindName(attribute.kind),
-        quotedForCpp(attribute.kind == AttributeKind::method ? signature(attribute)
+        quotedForCpp(attribute.kind == AttributeKind::method ? methodSignature(attribute)
                                                              : attribute.type.name),
         quotedForCpp(attribute.key.name),
     };

@@ -25,13 +25,13 @@ std::string opening(Model const & model, Type const & value) {
 }
 
 /// An attribute of the value, and what stands before it.
-struct Part {
+struct FormPart {
     std::string label;
     Attribute const & attribute;
 };
 
-std::vector<Part> partsOf(Type const & value) {
-    std::vector<Part> parts;
+std::vector<FormPart> partsOf(Type const & value) {
+    std::vector<FormPart> parts;
     for (auto const & attribute : value.attributes) {
         if (attribute.kind != AttributeKind::constant) {
             std::string const label = "'" + attribute.name + "': ";
@@ -79,9 +79,9 @@ std::vector<std::string> reading(Model const & model, Type const & value) {
 }
 
 /// Whether the form depends on the value.
-bool holdsForms(std::vector<Part> const & parts) {
+bool holdsForms(std::vector<FormPart> const & parts) {
     return std::any_of(parts.begin(), parts.end(),
-                       [](Part const & part) { return !isCollection(part.attribute.kind); });
+                       [](FormPart const & part) { return !isCollection(part.attribute.kind); });
 }
 
 std::vector<std::string> writing(Model const & model, Type const & value) {

@@ -8,22 +8,22 @@ namespace VcsEvpn {
 
 namespace {
 
-constexpr std::size_t vniSize = 3;
-constexpr std::size_t ipSize = 4;
+constexpr std::size_t floodVniSize = 3;
+constexpr std::size_t floodVtepSize = 4;
 constexpr std::size_t tunnelTypeSize = 1;
-static_assert(FloodSchema::keySize == vniSize + ipSize);
+static_assert(FloodSchema::keySize == floodVniSize + floodVtepSize);
 static_assert(FloodSchema::valueSize == tunnelTypeSize);
 
 } // namespace
 
 void FloodSchema::encodeKey(FloodKey const & key, Vex::U8 * out) noexcept {
-    out = Pelo::writeNumber<vniSize>(out, key.vni.value());
-    Pelo::writeNumber<ipSize>(out, key.vtepIp.value());
+    out = Pelo::writeNumber<floodVniSize>(out, key.vni.value());
+    Pelo::writeNumber<floodVtepSize>(out, key.vtepIp.value());
 }
 
 FloodKey FloodSchema::decodeKey(Vex::U8 const * in) noexcept {
-    auto const vni = Pelo::readNumber<vniSize>(in);
-    auto const vtepIp = Pelo::readNumber<ipSize>(in + vniSize);
+    auto const vni = Pelo::readNumber<floodVniSize>(in);
+    auto const vtepIp = Pelo::readNumber<floodVtepSize>(in + floodVniSize);
     return {Vxlan::Vni(static_cast<Vex::U32>(vni)), Nolt::IpAddr(static_cast<Vex::U32>(vtepIp))};
 }
 

@@ -10,34 +10,34 @@ namespace VcsEvpn {
 namespace {
 
 constexpr std::size_t macSize = 6;
-constexpr std::size_t vniSize = 3;
-constexpr std::size_t ipSize = 4;
+constexpr std::size_t hostVniSize = 3;
+constexpr std::size_t hostVtepSize = 4;
 constexpr std::size_t moveCountSize = 4;
-static_assert(HostSchema::keySize == macSize + vniSize);
-static_assert(HostSchema::valueSize == ipSize + moveCountSize);
+static_assert(HostSchema::keySize == macSize + hostVniSize);
+static_assert(HostSchema::valueSize == hostVtepSize + moveCountSize);
 
 } // namespace
 
 void HostSchema::encodeKey(HostKey const & key, Vex::U8 * out) noexcept {
     out = Pelo::writeNumber<macSize>(out, key.mac.value());
-    Pelo::writeNumber<vniSize>(out, key.vni.value());
+    Pelo::writeNumber<hostVniSize>(out, key.vni.value());
 }
 
 HostKey HostSchema::decodeKey(Vex::U8 const * in) noexcept {
     Nolt::EthAddr::Bytes mac;
     std::copy_n(in, macSize, mac.begin());
-    auto const vni = Pelo::readNumber<vniSize>(in + macSize);
+    auto const vni = Pelo::readNumber<hostVniSize>(in + macSize);
     return {Nolt::EthAddr(mac), Vxlan::Vni(static_cast<Vex::U32>(vni))};
 }
 
 void HostSchema::encodeValue(Host const & host, Vex::U8 * out) noexcept {
-    out = Pelo::writeNumber<ipSize>(out, host.vtepIp().value());
+    out = Pelo::writeNumber<hostVtepSize>(out, host.vtepIp().value());
     Pelo::writeNumber<moveCountSize>(out, host.moveCount());
 }
 
 Host HostSchema::decodeValue(Vex::U8 const * in) noexcept {
-    auto const vtepIp = Pelo::readNumber<ipSize>(in);
-    auto const moveCount = Pelo::readNumber<moveCountSize>(in + ipSize);
+    auto const vtepIp = Pelo::readNumber<hostVtepSize>(in);
+    auto const moveCount = Pelo::readNumber<moveCountSize>(in + hostVtepSize);
     return {Nolt::IpAddr(static_cast<Vex::U32>(vtepIp)), static_cast<Vex::U32>(moveCount)};
 }
 
