@@ -9,14 +9,14 @@ namespace Cli = VxlanController::Cli;
 
 namespace {
 
-char const * const mac = "02:00:00:00:00:01";
+char const * const anyMac = "02:00:00:00:00:01";
 
 /// One entry in each part of the state: VNI 1 advertised, VNI 2 to HSC, VNI 3 to EVPN.
 AdvertisedFabric fabricOfAllDestinations() {
     AdvertisedFabric fabric;
-    addUnicast(fabric.entry("1"), mac, "10.0.0.1");
-    addUnicast(fabric.hsc(2), mac, "10.0.0.1");
-    fabric.evpn.host(3, mac, "10.0.0.1");
+    addUnicast(fabric.entry("1"), anyMac, "10.0.0.1");
+    addUnicast(fabric.hsc(2), anyMac, "10.0.0.1");
+    fabric.evpn.host(3, anyMac, "10.0.0.1");
     return fabric;
 }
 
@@ -82,9 +82,9 @@ TEST(Advertised, AbsentStateIsAnEmptyTableWithoutAMessage) {
 
 TEST(Advertised, TheVniFilterTakesThatVni) {
     auto fabric = fabricOfAllDestinations();
-    addUnicast(fabric.entry("4098"), mac, "10.0.0.1");
-    addUnicast(fabric.hsc(4098), mac, "10.0.0.1");
-    fabric.evpn.host(4098, mac, "10.0.0.1");
+    addUnicast(fabric.entry("4098"), anyMac, "10.0.0.1");
+    addUnicast(fabric.hsc(4098), anyMac, "10.0.0.1");
+    fabric.evpn.host(4098, anyMac, "10.0.0.1");
     for (char const * word : {"", "hsc", "evpn"}) {
         EXPECT_EQ(collected(fabric, {.vni = Vxlan::Vni(4098), .source = word}), "4098:100 ");
         EXPECT_EQ(collected(fabric, {.vni = Vxlan::Vni(4097), .source = word}), "");
@@ -93,21 +93,21 @@ TEST(Advertised, TheVniFilterTakesThatVni) {
 
 TEST(Advertised, AVniFilterFindsItsEntryByTheDecimalNameAlone) {
     AdvertisedFabric fabric;
-    addUnicast(fabric.entry("010"), mac, "10.0.0.1");
+    addUnicast(fabric.entry("010"), anyMac, "10.0.0.1");
     EXPECT_EQ(collected(fabric), "10:100 ");
     EXPECT_EQ(collected(fabric, {.vni = Vxlan::Vni(10)}), "");
 }
 
 TEST(Advertised, AnEntryNameWithoutANumberIsVniZero) {
     AdvertisedFabric fabric;
-    addUnicast(fabric.entry("abc"), mac, "10.0.0.1");
+    addUnicast(fabric.entry("abc"), anyMac, "10.0.0.1");
     EXPECT_EQ(collected(fabric), "0:100 ");
 }
 
 TEST(Advertised, TheLeadingNumberOfAnEntryNameCounts) {
     AdvertisedFabric fabric;
     for (char const * name : {" 7", "+8", "9x", "00000010"}) {
-        addUnicast(fabric.entry(name), mac, "10.0.0.1");
+        addUnicast(fabric.entry(name), anyMac, "10.0.0.1");
     }
     EXPECT_EQ(collected(fabric), "7:100 8:100 9:100 10:100 ");
 }
@@ -142,21 +142,21 @@ TEST(Advertised, AFloodListYieldsToItsMultipathEntryOnlyWhenAllMacsAreListed) {
     for (char const * word : {"", "hsc"}) {
         AdvertisedFabric fabric;
         for (auto * tables : {&fabric.entry("1"), &fabric.hsc(1)}) {
-            addFlood(*tables, mac, {"10.0.0.1"});
-            addMultipath(*tables, mac, {"10.0.0.2"});
+            addFlood(*tables, anyMac, {"10.0.0.1"});
+            addMultipath(*tables, anyMac, {"10.0.0.2"});
             addFlood(*tables, "02:00:00:00:00:02", {"10.0.0.1"});
         }
         EXPECT_EQ(collected(fabric, {.source = word}), "1:011 ");
-        EXPECT_EQ(collected(fabric, {.mac = mac, .source = word}), "1:011 ");
+        EXPECT_EQ(collected(fabric, {.mac = anyMac, .source = word}), "1:011 ");
         EXPECT_EQ(collected(fabric, {.source = word, .vteps = {{"10.0.0.1", true}}}), "1:001 ");
     }
 }
 
 TEST(Advertised, ASingleMacShowsBothItsFloodListAndItsMultipathEntry) {
     AdvertisedFabric fabric;
-    addFlood(fabric.entry("1"), mac, {"10.0.0.1"});
-    addMultipath(fabric.entry("1"), mac, {"10.0.0.2"});
-    EXPECT_EQ(collected(fabric, {.mac = mac}), "1:011 ");
+    addFlood(fabric.entry("1"), anyMac, {"10.0.0.1"});
+    addMultipath(fabric.entry("1"), anyMac, {"10.0.0.2"});
+    EXPECT_EQ(collected(fabric, {.mac = anyMac}), "1:011 ");
     EXPECT_EQ(collected(fabric), "1:010 ");
 }
 
@@ -170,18 +170,18 @@ TEST(Advertised, DefaultEntriesAreShownWhenAllMacsAreListed) {
 
 TEST(Advertised, TwoEntriesOfOneVniAreMerged) {
     AdvertisedFabric fabric;
-    addUnicast(fabric.entry("10"), mac, "10.0.0.1");
+    addUnicast(fabric.entry("10"), anyMac, "10.0.0.1");
     addUnicast(fabric.entry("010"), "02:00:00:00:00:02", "10.0.0.1");
     EXPECT_EQ(collected(fabric), "10:200 ");
 }
 
 TEST(Advertised, EvpnFloodVtepsFormOneListAndAMacFilterExcludesThem) {
     AdvertisedFabric fabric;
-    fabric.evpn.host(3, mac, "10.0.0.1");
+    fabric.evpn.host(3, anyMac, "10.0.0.1");
     fabric.evpn.floodVtep(3, "10.0.0.1");
     fabric.evpn.floodVtep(3, "10.0.0.2");
     EXPECT_EQ(collected(fabric, {.source = "evpn"}), "3:101 ");
-    EXPECT_EQ(collected(fabric, {.mac = mac, .source = "evpn"}), "3:100 ");
+    EXPECT_EQ(collected(fabric, {.mac = anyMac, .source = "evpn"}), "3:100 ");
 }
 
 TEST(Advertised, RenderingTwiceCollectsAfreshAndDroppingFreesEverything) {

@@ -22,7 +22,7 @@ TEST(AdvertisedText, AnEmptyStateIsTwoHeadersAndTwoTotals) {
 namespace {
 
 /// The rows of a listing with the total that closes them, by section.
-std::string rows(std::string const & text, bool flood) {
+std::string advertisedRows(std::string const & text, bool flood) {
     std::size_t const section = flood ? text.find("Advertised Flood Table") : 0;
     std::size_t const dashes = text.find("----------- -----------------", section);
     std::size_t const start = text.find('\n', dashes) + 1;
@@ -30,11 +30,11 @@ std::string rows(std::string const & text, bool flood) {
 }
 
 std::string ucastRows(AdvertisedFabric const & fabric, MacFilter const & filter = {}) {
-    return rows(advertisedText(fabric, filter), false);
+    return advertisedRows(advertisedText(fabric, filter), false);
 }
 
 std::string floodRows(AdvertisedFabric const & fabric, MacFilter const & filter = {}) {
-    return rows(advertisedText(fabric, filter), true);
+    return advertisedRows(advertisedText(fabric, filter), true);
 }
 
 } // namespace

@@ -63,7 +63,7 @@ TEST(ReceivedText, ShowsSwitchesThenOtherSourcesWithOneTotalOverBoth) {
 namespace {
 
 /// The rows of a listing: what stands between the column dashes and the total, by section.
-std::string rows(std::string const & text, bool flood) {
+std::string receivedRows(std::string const & text, bool flood) {
     std::size_t section = flood ? text.find("Received Flood Table") : 0;
     std::size_t const dashes = text.find("----------------- -----------", section);
     std::size_t const start = text.find('\n', dashes) + 1;
@@ -72,11 +72,11 @@ std::string rows(std::string const & text, bool flood) {
 }
 
 std::string ucastRows(Fabric const & fabric, MacFilter const & filter = {}) {
-    return rows(receivedText(fabric, filter), false);
+    return receivedRows(receivedText(fabric, filter), false);
 }
 
 std::string floodRows(Fabric const & fabric, MacFilter const & filter = {}) {
-    return rows(receivedText(fabric, filter), true);
+    return receivedRows(receivedText(fabric, filter), true);
 }
 
 } // namespace

@@ -11,10 +11,6 @@ using Nolt::IpGenAddr;
 
 namespace {
 
-std::string const one = "02:00:00:00:00:01";
-std::string const two = "02:00:00:00:00:02";
-std::string const three = "02:00:00:00:00:03";
-
 /// The switches and VTEPs of a listing of one router, a line for each.
 std::string rows(RouterState const & state, RouterFilters const & filters = {}) {
     auto const command = mapCommand(state, filters);
@@ -32,31 +28,31 @@ std::string rows(RouterState const & state, RouterFilters const & filters = {}) 
 /// Three switches with one router each.
 RouterState threeLeaves() {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"red"})
-        .leaf(two, {"10.0.0.2"}, {"red"})
-        .leaf(three, {"10.0.0.3"}, {"red"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"red"})
+        .leaf(leafTwo, {"10.0.0.2"}, {"red"})
+        .leaf(leafThree, {"10.0.0.3"}, {"red"});
     return state;
 }
 
-std::string const emptyBody = "\n"
-                              "Total entries for this criterion: 0\n"
-                              "\n";
+std::string const emptyMapBody = "\n"
+                                 "Total entries for this criterion: 0\n"
+                                 "\n";
 
 } // namespace
 
 TEST(BuildMap, WithoutSwitchInformationTheMapIsEmpty) {
     RouterState state = threeLeaves();
     state.switchInfoDir = nullptr;
-    EXPECT_EQ(mapBody(state), emptyBody);
-    EXPECT_EQ(mapBody(state, {.switchId = one}), emptyBody);
-    EXPECT_EQ(mapBody(state, {.vteps = {"10.0.0.1"}}), emptyBody);
+    EXPECT_EQ(mapBody(state), emptyMapBody);
+    EXPECT_EQ(mapBody(state, {.switchId = leafOne}), emptyMapBody);
+    EXPECT_EQ(mapBody(state, {.vteps = {"10.0.0.1"}}), emptyMapBody);
     EXPECT_EQ(mapJson(state), "{\"logicalRouterMap\":{}}\n");
 }
 
 TEST(BuildMap, WithoutPublishStatusTheMapIsEmpty) {
     RouterState state = threeLeaves();
     state.publishStatus = nullptr;
-    EXPECT_EQ(mapBody(state), emptyBody);
+    EXPECT_EQ(mapBody(state), emptyMapBody);
     EXPECT_EQ(mapJson(state), "{\"logicalRouterMap\":{}}\n");
 }
 
@@ -69,20 +65,20 @@ TEST(BuildMap, ANullVtepFilterIsNoFilter) {
 }
 
 TEST(BuildMap, ASwitchFilterSelectsThatSwitch) {
-    EXPECT_EQ(rows(threeLeaves(), {.switchId = two}), "red 02:00:00:00:00:02 10.0.0.2\n");
+    EXPECT_EQ(rows(threeLeaves(), {.switchId = leafTwo}), "red 02:00:00:00:00:02 10.0.0.2\n");
 }
 
 TEST(BuildMap, AnUnknownSwitchSelectsNothingSilently) {
     Traced const trace;
     for (std::string const & unknown :
          {"02:00:00:00:00:04"s, "leaf1"s, "0200.0000.0001"s, "02:00:00:00:00:0"s}) {
-        EXPECT_EQ(mapBody(threeLeaves(), {.switchId = unknown}), emptyBody);
+        EXPECT_EQ(mapBody(threeLeaves(), {.switchId = unknown}), emptyMapBody);
     }
     EXPECT_EQ(trace.text, "");
 }
 
 TEST(BuildMap, ASwitchFilterTakesPrecedenceOverAVtepFilter) {
-    EXPECT_EQ(rows(threeLeaves(), {.switchId = two, .vteps = {"10.0.0.1", "10.0.0.3"}}),
+    EXPECT_EQ(rows(threeLeaves(), {.switchId = leafTwo, .vteps = {"10.0.0.1", "10.0.0.3"}}),
               "red 02:00:00:00:00:02 10.0.0.2\n");
     EXPECT_EQ(rows(threeLeaves(), {.switchId = "leaf9", .vteps = {"10.0.0.1"}}), "");
 }
@@ -92,14 +88,14 @@ TEST(BuildMap, AVtepFilterSelectsTheSwitchesOfEachVtep) {
               "red 02:00:00:00:00:01 10.0.0.1\n"
               "red 02:00:00:00:00:03 10.0.0.3\n");
     RouterState anycast;
-    anycast.leaf(one, {"10.0.0.9"}, {"red"}).leaf(two, {"10.0.0.9"}, {"red"});
+    anycast.leaf(leafOne, {"10.0.0.9"}, {"red"}).leaf(leafTwo, {"10.0.0.9"}, {"red"});
     EXPECT_EQ(rows(anycast, {.vteps = {"10.0.0.9"}}), "red 02:00:00:00:00:01 10.0.0.9\n"
                                                       "red 02:00:00:00:00:02 10.0.0.9\n");
 }
 
 TEST(BuildMap, AnUnknownVtepSelectsNothingSilently) {
     Traced const trace;
-    EXPECT_EQ(mapBody(threeLeaves(), {.vteps = {"10.0.0.4"}}), emptyBody);
+    EXPECT_EQ(mapBody(threeLeaves(), {.vteps = {"10.0.0.4"}}), emptyMapBody);
     EXPECT_EQ(rows(threeLeaves(), {.vteps = {"10.0.0.4", "10.0.0.1"}}),
               "red 02:00:00:00:00:01 10.0.0.1\n");
     EXPECT_EQ(trace.text, "");
@@ -107,14 +103,14 @@ TEST(BuildMap, AnUnknownVtepSelectsNothingSilently) {
 
 TEST(BuildMap, ASwitchReachedThroughTwoVtepsIsInsertedOnceWithItsActiveOne) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1", "10.0.0.2"}, {"red"}).inactive("10.0.0.1");
+    state.leaf(leafOne, {"10.0.0.1", "10.0.0.2"}, {"red"}).inactive("10.0.0.1");
     EXPECT_EQ(rows(state, {.vteps = {"10.0.0.1", "10.0.0.2"}}), "red 02:00:00:00:00:01 10.0.0.2\n");
     EXPECT_EQ(rows(state, {.vteps = {"10.0.0.1"}}), "red 02:00:00:00:00:01 10.0.0.2\n");
 }
 
 TEST(BuildMap, AVtepMaySelectASwitchThatDoesNotListIt) {
     RouterState state = threeLeaves();
-    state.vtepNames("10.0.0.9", two);
+    state.vtepNames("10.0.0.9", leafTwo);
     EXPECT_EQ(rows(state, {.vteps = {"10.0.0.9"}}), "red 02:00:00:00:00:02 10.0.0.2\n");
 }
 
@@ -128,11 +124,11 @@ TEST(BuildMap, AVtepThatNamesAnUnknownSwitchIsTraced) {
 
 TEST(BuildMap, NothingElseIsTraced) {
     RouterState state = threeLeaves();
-    state.vtepNames("10.0.0.1", "leaf9").leaf("leaf1", {"10.0.0.7"}).leaf(two, {});
+    state.vtepNames("10.0.0.1", "leaf9").leaf("leaf1", {"10.0.0.7"}).leaf(leafTwo, {});
     Traced const trace;
     mapText(state);
     mapJson(state);
-    mapText(state, {.switchId = one});
+    mapText(state, {.switchId = leafOne});
     state.publishStatus = nullptr;
     mapText(state);
     state.switchInfoDir = nullptr;
@@ -146,14 +142,14 @@ TEST(BuildMap, ASwitchWithoutAnActiveVtepIsLeftOut) {
     std::string const others = "red 02:00:00:00:00:01 10.0.0.1\n"
                                "red 02:00:00:00:00:03 10.0.0.3\n";
     EXPECT_EQ(rows(state), others);
-    EXPECT_EQ(rows(state, {.switchId = two}), "");
+    EXPECT_EQ(rows(state, {.switchId = leafTwo}), "");
     EXPECT_EQ(rows(state, {.vteps = {"10.0.0.2"}}), "");
 }
 
 TEST(BuildMap, OfSeveralVtepsTheActiveOneIsTaken) {
     for (char const * active : {"10.0.0.1", "10.0.0.2", "10.0.0.3", "2001:db8::4"}) {
         RouterState state;
-        state.leaf(one, {"10.0.0.1", "10.0.0.2", "10.0.0.3", "2001:db8::4"}, {"red"});
+        state.leaf(leafOne, {"10.0.0.1", "10.0.0.2", "10.0.0.3", "2001:db8::4"}, {"red"});
         for (char const * vtep : {"10.0.0.1", "10.0.0.2", "10.0.0.3", "2001:db8::4"}) {
             if (vtep != active) {
                 state.inactive(vtep);
@@ -165,10 +161,10 @@ TEST(BuildMap, OfSeveralVtepsTheActiveOneIsTaken) {
 
 TEST(BuildMap, OneVtepOnTwoInterfacesOfASwitchIsOneRow) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"red"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"red"});
     auto const vtep = state.switchInfoDir->vtepMapIs(IpGenAddr::fromString("10.0.0.1"));
-    state.switchInfoDir->switchInfoIs(one)->vtepMapIs({vtep->address(), "Vxlan2"}, vtep);
-    vtep->switchIdIs({one, "Vxlan2"});
+    state.switchInfoDir->switchInfoIs(leafOne)->vtepMapIs({vtep->address(), "Vxlan2"}, vtep);
+    vtep->switchIdIs({leafOne, "Vxlan2"});
     EXPECT_EQ(rows(state), "red 02:00:00:00:00:01 10.0.0.1\n");
     EXPECT_EQ(rows(state, {.vteps = {"10.0.0.1"}}), "red 02:00:00:00:00:01 10.0.0.1\n");
 }
@@ -181,7 +177,7 @@ TEST(BuildMap, ASwitchThatPublishesNothingIsLeftOut) {
 
 TEST(BuildMap, AnIdentifierThatIsNoEthernetAddressHasNoPublishStatus) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"red"}).publishes("00:00:00:00:00:00", routerPath("red"));
+    state.leaf(leafOne, {"10.0.0.1"}, {"red"}).publishes("00:00:00:00:00:00", routerPath("red"));
     for (char const * id : {"leaf1", "", "02:00:00:00:00", "02:00:00:00:00:01 ", "020000000001",
                             "02:00:00:00:00:01:02", "02:00:00:00:00:0g", "%s"}) {
         state.leaf(id, {"10.0.0.9"});
@@ -207,21 +203,21 @@ TEST(BuildMap, AnIdentifierInAnotherSpellingIsLookedUpAsTheSameAddress) {
 
 TEST(BuildMap, ARouterFilterSelectsByTheExactName) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"red", "Red", "reddish", "re", "red "})
-        .leaf(two, {"10.0.0.2"}, {"reddish"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"red", "Red", "reddish", "re", "red "})
+        .leaf(leafTwo, {"10.0.0.2"}, {"reddish"});
     EXPECT_EQ(rows(state, {.router = "red"}), "red 02:00:00:00:00:01 10.0.0.1\n");
-    EXPECT_EQ(rows(state, {.router = "reddish", .switchId = two}),
+    EXPECT_EQ(rows(state, {.router = "reddish", .switchId = leafTwo}),
               "reddish 02:00:00:00:00:02 10.0.0.2\n");
 }
 
 TEST(BuildMap, ARouterFilterThatMatchesNothingIsAHeaderAndATotalOfZero) {
-    EXPECT_EQ(mapBody(threeLeaves(), {.router = "blue"}), emptyBody);
+    EXPECT_EQ(mapBody(threeLeaves(), {.router = "blue"}), emptyMapBody);
     EXPECT_EQ(mapJson(threeLeaves(), {.router = "blue"}), "{\"logicalRouterMap\":{}}\n");
 }
 
 TEST(BuildMap, APathThatIsThePrefixAloneIsARouterWithAnEmptyName) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"", "red"}).leaf(two, {"10.0.0.2"}, {""});
+    state.leaf(leafOne, {"10.0.0.1"}, {"", "red"}).leaf(leafTwo, {"10.0.0.2"}, {""});
     EXPECT_EQ(mapBody(state),
               "                                               10.0.0.1        02:00:00:00:00:01\n"
               "                                               10.0.0.2        02:00:00:00:00:02\n"
@@ -233,13 +229,13 @@ TEST(BuildMap, APathThatIsThePrefixAloneIsARouterWithAnEmptyName) {
 
 TEST(BuildMap, OnlyPathsUnderThePrefixAreRouters) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"red", "red/blue", "/green"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"red", "red/blue", "/green"});
     for (char const * path :
          {"", "v", "vxlancontroller/version2/logicalRouter",
           "vxlancontroller/version2/logicalrouter/x", "vxlancontroller/version3/logicalRouter/x",
           "/vxlancontroller/version2/logicalRouter/x", "vxlancontroller/version2/logicalRouterx",
           "vxlancontroller//version2/logicalRouter/x"}) {
-        state.publishes(one.c_str(), path);
+        state.publishes(leafOne.c_str(), path);
     }
     EXPECT_EQ(rows(state), "/green 02:00:00:00:00:01 10.0.0.1\n"
                            "red 02:00:00:00:00:01 10.0.0.1\n"
@@ -248,23 +244,23 @@ TEST(BuildMap, OnlyPathsUnderThePrefixAreRouters) {
 
 TEST(BuildMap, OnlyMountsOfTheExactKindAreRouters) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"red"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"red"});
     int number = 0;
     for (std::string const & kind :
          {""s, "vxlan"s, "VXLAN"s, "Vxlan "s, " Vxlan"s, "Vxla"s, "Vxlan2"s, "Vxlan\0"s}) {
-        state.publishes(one.c_str(), routerPath("other" + std::to_string(++number)), kind);
+        state.publishes(leafOne.c_str(), routerPath("other" + std::to_string(++number)), kind);
     }
     EXPECT_EQ(rows(state), "red 02:00:00:00:00:01 10.0.0.1\n");
 }
 
 TEST(BuildMap, RoutersShareTheSwitchesThatTheyList) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"red", "blue"}).leaf(two, {"10.0.0.2"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"red", "blue"}).leaf(leafTwo, {"10.0.0.2"});
     auto const command = mapCommand(state);
     command->buildLRMap("", "", nullptr);
-    auto const shared = command->switchMap(one);
-    EXPECT_EQ(command->lRMap("red")->switchList(one), shared);
-    EXPECT_EQ(command->lRMap("blue")->switchList(one), shared);
+    auto const shared = command->switchMap(leafOne);
+    EXPECT_EQ(command->lRMap("red")->switchList(leafOne), shared);
+    EXPECT_EQ(command->lRMap("blue")->switchList(leafOne), shared);
     EXPECT_EQ(command->switchMap().size(), 2U);
     EXPECT_EQ(command->lRMap("red")->switchList().size(), 1U);
 }
@@ -277,11 +273,11 @@ TEST(BuildMap, KeepsTheSwitchesThatPublishNothing) {
 }
 
 TEST(BuildMap, TakesItsFiltersFromTheCallNotFromTheCommand) {
-    auto const command = mapCommand(threeLeaves(), {.router = "blue", .switchId = two});
-    command->buildLRMap("red", one, nullptr);
+    auto const command = mapCommand(threeLeaves(), {.router = "blue", .switchId = leafTwo});
+    command->buildLRMap("red", leafOne, nullptr);
     EXPECT_EQ(command->lRMap().size(), 1U);
     EXPECT_EQ(command->switchMap().size(), 1U);
-    EXPECT_NE(command->switchMap(one), nullptr);
+    EXPECT_NE(command->switchMap(leafOne), nullptr);
 }
 
 TEST(BuildMap, TheStateIsLeftAsItIs) {

@@ -8,11 +8,7 @@ using namespace std::string_literals;
 using outfmt::test::Json;
 using outfmt::test::readJson;
 
-namespace {
-
-std::string const one = "02:00:00:00:00:01";
-
-} // namespace
+namespace {} // namespace
 
 TEST(DetailJson, AnEmptyStateIsAnEmptyDictionary) {
     EXPECT_EQ(detailJson(RouterState()), "{\"router\":{}}\n");
@@ -26,7 +22,7 @@ TEST(DetailJson, ARouterWithoutPortsIsThere) {
 
 TEST(DetailJson, ShowsPortsAndUplinksByAddress) {
     RouterState state;
-    state.leaf(one, {"10.9.0.1"}, {"red"})
+    state.leaf(leafOne, {"10.9.0.1"}, {"red"})
         .port("red", "10.0.2.1/24", 16777215, "02:00:00:00:00:12", "10.9.0.2")
         .port("red", "10.0.1.1/24", 10, "00:1C:73:0A:0B:0C", "10.9.0.1")
         .uplink("red", "10.1.0.1/31", {{"Ethernet2", 4094}, {"Ethernet1", 4094}},

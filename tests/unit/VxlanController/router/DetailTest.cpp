@@ -11,20 +11,19 @@ using Nolt::IpGenAddrWithMask;
 
 namespace {
 
-std::string const one = "02:00:00:00:00:01";
-std::string const two = "02:00:00:00:00:02";
-
-constexpr char const * tracedRender = "8 void VxlanController::Cli::VcsLR::render(U32, U32, U32)\n";
-constexpr char const * tracedInitialize = "8 void VxlanController::Cli::VcsLR::initialize()\n";
+constexpr char const * tracedDetailRender =
+    "8 void VxlanController::Cli::VcsLR::render(U32, U32, U32)\n";
+constexpr char const * tracedDetailInitialize =
+    "8 void VxlanController::Cli::VcsLR::initialize()\n";
 constexpr char const * tracedEmpty =
     "8 void VxlanController::Cli::VcsLR::initialize() lRStatusDir is empty\n";
 constexpr char const * tracedText = "8 void VxlanController::Cli::renderLRText(outfmt::Printer&, "
                                     "const VxlanController::Cli::VcsLR*)\n";
 
 /// Two routers with a port and an uplink each.
-RouterState twoRouters() {
+RouterState routersWithUplinks() {
     RouterState state;
-    state.leaf(one, {"10.9.0.1"}, {"red", "blue"})
+    state.leaf(leafOne, {"10.9.0.1"}, {"red", "blue"})
         .port("red", "10.0.0.1/24", 10)
         .port("blue", "10.0.0.2/24", 20)
         .uplink("red", "10.1.0.1/24", {{"Et1", 7}})
@@ -47,14 +46,14 @@ RouterState oneUplink() {
     return state;
 }
 
-std::string const emptyBody = "\n"
-                              "Total entries for this criterion: 0\n"
-                              "\n";
+std::string const emptyDetail = "\n"
+                                "Total entries for this criterion: 0\n"
+                                "\n";
 
 } // namespace
 
 TEST(Detail, WithoutStatusDirectoryBothTablesAreEmpty) {
-    RouterState state = twoRouters();
+    RouterState state = routersWithUplinks();
     state.lRStatusDir = nullptr;
     EXPECT_EQ(detailText(state), detailText(RouterState()));
     EXPECT_EQ(detailJson(state), "{\"router\":{}}\n");
@@ -66,38 +65,39 @@ TEST(Detail, WithoutStatusDirectoryBothTablesAreEmpty) {
 
 TEST(Detail, TracesItsSteps) {
     Traced const trace;
-    detailText(twoRouters());
-    EXPECT_EQ(trace.text, std::string(tracedRender) + tracedInitialize + tracedText);
+    detailText(routersWithUplinks());
+    EXPECT_EQ(trace.text, std::string(tracedDetailRender) + tracedDetailInitialize + tracedText);
 }
 
 TEST(Detail, TracesNoTextFunctionForJson) {
     Traced const trace;
-    detailJson(twoRouters());
-    EXPECT_EQ(trace.text, std::string(tracedRender) + tracedInitialize);
+    detailJson(routersWithUplinks());
+    EXPECT_EQ(trace.text, std::string(tracedDetailRender) + tracedDetailInitialize);
 }
 
 TEST(Detail, TracesAMissingStatusDirectory) {
-    RouterState state = twoRouters();
+    RouterState state = routersWithUplinks();
     state.lRStatusDir = nullptr;
     Traced trace;
     detailText(state);
-    EXPECT_EQ(trace.text, std::string(tracedRender) + tracedInitialize + tracedEmpty + tracedText);
+    EXPECT_EQ(trace.text,
+              std::string(tracedDetailRender) + tracedDetailInitialize + tracedEmpty + tracedText);
     trace.text.clear();
     detailJson(state);
-    EXPECT_EQ(trace.text, std::string(tracedRender) + tracedInitialize + tracedEmpty);
+    EXPECT_EQ(trace.text, std::string(tracedDetailRender) + tracedDetailInitialize + tracedEmpty);
 }
 
 TEST(Detail, AnEmptyStatusDirectoryIsNotAMissingOne) {
     Traced const trace;
     detailJson(RouterState());
-    EXPECT_EQ(trace.text, std::string(tracedRender) + tracedInitialize);
+    EXPECT_EQ(trace.text, std::string(tracedDetailRender) + tracedDetailInitialize);
 }
 
 TEST(Detail, TracesNothingBelowLevelEight) {
     Traced const trace;
     Trace::disableAll();
     Trace::enableAllUpTo(7);
-    RouterState state = twoRouters();
+    RouterState state = routersWithUplinks();
     state.lRStatusDir = nullptr;
     detailText(state);
     EXPECT_EQ(trace.text, "");
@@ -105,7 +105,7 @@ TEST(Detail, TracesNothingBelowLevelEight) {
 
 TEST(Detail, ARouterThatNoSwitchPublishesHasNoSwitch) {
     RouterState state = oneUplink();
-    state.leaf(one, {"10.9.0.1"}, {"blue"});
+    state.leaf(leafOne, {"10.9.0.1"}, {"blue"});
     std::string const expected =
         "red         10.1.0.1/24                          7    Et1                           \n"
         "\n"
@@ -117,15 +117,15 @@ TEST(Detail, ARouterThatNoSwitchPublishesHasNoSwitch) {
 
 TEST(Detail, WithoutSwitchInformationNoSwitchIsShown) {
     RouterState state = oneUplink();
-    state.leaf(one, {"10.9.0.1"}, {"red"});
-    EXPECT_EQ(switchOf(state, "red"), one);
+    state.leaf(leafOne, {"10.9.0.1"}, {"red"});
+    EXPECT_EQ(switchOf(state, "red"), leafOne);
     state.switchInfoDir = nullptr;
     EXPECT_EQ(switchOf(state, "red"), "");
 }
 
 TEST(Detail, WithoutPublishStatusNoSwitchIsShown) {
     RouterState state = oneUplink();
-    state.leaf(one, {"10.9.0.1"}, {"red"});
+    state.leaf(leafOne, {"10.9.0.1"}, {"red"});
     state.publishStatus = nullptr;
     EXPECT_EQ(switchOf(state, "red"), "");
 }
@@ -143,7 +143,7 @@ TEST(Detail, TheLowestSwitchThatPublishesTheRouterIsShown) {
 
 TEST(Detail, ARouterThatIsOnlyPublishedHasNoDetail) {
     RouterState state = oneUplink();
-    state.leaf(one, {"10.9.0.1"}, {"red", "blue"});
+    state.leaf(leafOne, {"10.9.0.1"}, {"red", "blue"});
     auto const command = detailCommand(state);
     rendered(command);
     EXPECT_EQ(command->lRDetail().size(), 1U);
@@ -151,7 +151,7 @@ TEST(Detail, ARouterThatIsOnlyPublishedHasNoDetail) {
 }
 
 TEST(Detail, ARouterFilterSelectsByTheExactName) {
-    RouterState state = twoRouters();
+    RouterState state = routersWithUplinks();
     state.port("Red", "10.0.0.3/24", 1).port("redd", "10.0.0.3/24", 1).port("re", "10.0.0.3/24", 1);
     EXPECT_EQ(portBody(state, {.router = "red"}),
               "red                                               10.0.0.1/24        10         \n"
@@ -167,10 +167,10 @@ TEST(Detail, ARouterFilterSelectsByTheExactName) {
 }
 
 TEST(Detail, ARouterFilterThatMatchesNothingLeavesHeadersAndTotals) {
-    EXPECT_EQ(detailText(twoRouters(), {.router = "green"}), detailText(RouterState()));
-    EXPECT_EQ(portBody(twoRouters(), {.router = "green"}), emptyBody);
-    EXPECT_EQ(uplinkBody(twoRouters(), {.router = "green"}), emptyBody);
-    EXPECT_EQ(detailJson(twoRouters(), {.router = "green"}), "{\"router\":{}}\n");
+    EXPECT_EQ(detailText(routersWithUplinks(), {.router = "green"}), detailText(RouterState()));
+    EXPECT_EQ(portBody(routersWithUplinks(), {.router = "green"}), emptyDetail);
+    EXPECT_EQ(uplinkBody(routersWithUplinks(), {.router = "green"}), emptyDetail);
+    EXPECT_EQ(detailJson(routersWithUplinks(), {.router = "green"}), "{\"router\":{}}\n");
 }
 
 TEST(Detail, EntriesThatAreNoRouterAreSkipped) {
@@ -183,8 +183,8 @@ TEST(Detail, EntriesThatAreNoRouterAreSkipped) {
               "\n"
               "Total entries for this criterion: 1\n"
               "\n");
-    EXPECT_EQ(portBody(state, {.router = "blue"}), emptyBody);
-    EXPECT_EQ(portBody(state, {.router = "green"}), emptyBody);
+    EXPECT_EQ(portBody(state, {.router = "blue"}), emptyDetail);
+    EXPECT_EQ(portBody(state, {.router = "green"}), emptyDetail);
 }
 
 TEST(Detail, ARouterGoesByItsOwnNameNotByThatOfItsEntry) {
@@ -196,7 +196,7 @@ TEST(Detail, ARouterGoesByItsOwnNameNotByThatOfItsEntry) {
               "\n"
               "Total entries for this criterion: 1\n"
               "\n");
-    EXPECT_EQ(portBody(state, {.router = "entry"}), emptyBody);
+    EXPECT_EQ(portBody(state, {.router = "entry"}), emptyDetail);
 }
 
 TEST(Detail, TwoEntriesOfOneRouterAreOneRouter) {

@@ -4,12 +4,7 @@
 
 using namespace std::string_literals;
 
-namespace {
-
-std::string const one = "02:00:00:00:00:01";
-std::string const two = "02:00:00:00:00:02";
-
-} // namespace
+namespace {} // namespace
 
 TEST(DetailText, AnEmptyStateIsTwoHeadersAndTwoTotalsOfZero) {
     std::string const expected =
@@ -31,7 +26,7 @@ TEST(DetailText, AnEmptyStateIsTwoHeadersAndTwoTotalsOfZero) {
 
 TEST(DetailText, EachRouterIsNamedOnItsOwnFirstRowOfBothTables) {
     RouterState state;
-    state.leaf(one, {"10.9.0.1"}, {"red", "blue"})
+    state.leaf(leafOne, {"10.9.0.1"}, {"red", "blue"})
         .port("red", "10.0.2.1/24", 20)
         .port("red", "10.0.1.1/24", 10)
         .port("blue", "10.0.1.1/24", 16777215)
@@ -110,7 +105,7 @@ TEST(DetailText, ARouterWithoutPortsHasNoRow) {
 
 TEST(DetailText, FivePortsOfAnUplinkTakeThreeRows) {
     RouterState state;
-    state.leaf(one, {"10.9.0.1"}, {"red"})
+    state.leaf(leafOne, {"10.9.0.1"}, {"red"})
         .uplink("red", "10.1.0.1/24", {{"Et5", 7}, {"Et2", 7}, {"Et4", 7}, {"Et1", 7}, {"Et3", 7}});
     std::string const expected =
         "red         10.1.0.1/24        02:00:00:00:00:01 7    Et1, Et2,                     \n"
@@ -150,7 +145,7 @@ TEST(DetailText, AnEvenNumberOfPortsEndsWithoutASeparator) {
 
 TEST(DetailText, OnePortIsOneFullRow) {
     RouterState state;
-    state.leaf(one, {"10.9.0.1"}, {"red"}).uplink("red", "10.1.0.1/24", {{"Ethernet1", 4094}});
+    state.leaf(leafOne, {"10.9.0.1"}, {"red"}).uplink("red", "10.1.0.1/24", {{"Ethernet1", 4094}});
     std::string const expected =
         "red         10.1.0.1/24        02:00:00:00:00:01 4094 Ethernet1                     \n"
         "\n"
@@ -203,7 +198,7 @@ TEST(DetailText, UplinksComeByAddress) {
 TEST(DetailText, CutsWhatIsLongerThanItsColumn) {
     std::string const name = "a-router-name-longer-than-the-forty-nine-characters-of-its-column";
     RouterState state;
-    state.leaf(one, {"10.9.0.1"}, {name})
+    state.leaf(leafOne, {"10.9.0.1"}, {name})
         .port(name, "2001:db8:0:1::1234/64", 10)
         .uplink(name, "2001:db8:0:1::1234/64",
                 {{"Port-Channel100.1001", 65535}, {"Port-Channel100.1002", 65535}});
@@ -225,7 +220,7 @@ TEST(DetailText, LeavesWhatJustFitsWhole) {
     std::string const shortName(11, 'r');
     RouterState state;
     state.port(name, "100.100.100.100/24", 16777215)
-        .leaf(one, {"10.9.0.1"}, {shortName})
+        .leaf(leafOne, {"10.9.0.1"}, {shortName})
         .uplink(shortName, "100.100.100.100/24",
                 {{"Ethernet1/14/1", 4094}, {"Ethernet1/15/1", 4094}});
     EXPECT_EQ(portBody(state, {.dotted = true}),

@@ -5,14 +5,6 @@
 
 using namespace std::string_literals;
 
-namespace {
-
-std::string const one = "02:00:00:00:00:01";
-std::string const two = "02:00:00:00:00:02";
-std::string const three = "02:00:00:00:00:03";
-
-} // namespace
-
 TEST(MapText, AnEmptyStateIsAHeaderAndATotalOfZero) {
     EXPECT_EQ(mapText(RouterState()),
               "--------------------------------------------------------------------------------\n"
@@ -25,9 +17,9 @@ TEST(MapText, AnEmptyStateIsAHeaderAndATotalOfZero) {
 
 TEST(MapText, ARouterOnThreeSwitchesIsNamedOnItsFirstRowOnly) {
     RouterState state;
-    state.leaf(three, {"10.0.0.3"}, {"red"})
-        .leaf(one, {"10.0.0.1"}, {"red"})
-        .leaf(two, {"10.0.0.2"}, {"red"});
+    state.leaf(leafThree, {"10.0.0.3"}, {"red"})
+        .leaf(leafOne, {"10.0.0.1"}, {"red"})
+        .leaf(leafTwo, {"10.0.0.2"}, {"red"});
     EXPECT_EQ(mapBody(state),
               "red                                            10.0.0.1        02:00:00:00:00:01\n"
               "                                               10.0.0.2        02:00:00:00:00:02\n"
@@ -39,7 +31,7 @@ TEST(MapText, ARouterOnThreeSwitchesIsNamedOnItsFirstRowOnly) {
 
 TEST(MapText, ASwitchWithTwoRoutersHasARowUnderEachAndCountsTwice) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"red", "blue"}).leaf(two, {"10.0.0.2"}, {"red"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"red", "blue"}).leaf(leafTwo, {"10.0.0.2"}, {"red"});
     EXPECT_EQ(mapBody(state),
               "blue                                           10.0.0.1        02:00:00:00:00:01\n"
               "red                                            10.0.0.1        02:00:00:00:00:01\n"
@@ -51,7 +43,7 @@ TEST(MapText, ASwitchWithTwoRoutersHasARowUnderEachAndCountsTwice) {
 
 TEST(MapText, RoutersComeByteByByte) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"b", "a", "B", "a10", "a2", "\xc3\xbc"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"b", "a", "B", "a10", "a2", "\xc3\xbc"});
     EXPECT_EQ(
         mapBody(state),
         "B                                              10.0.0.1        02:00:00:00:00:01\n"
@@ -67,7 +59,7 @@ TEST(MapText, RoutersComeByteByByte) {
 
 TEST(MapText, CutsALongNameAndAnIpv6Vtep) {
     RouterState state;
-    state.leaf(one, {"2001:db8::1234:5678"},
+    state.leaf(leafOne, {"2001:db8::1234:5678"},
                {"a-router-name-longer-than-the-forty-six-characters-of-its-column"});
     EXPECT_EQ(mapBody(state),
               "a-router-name-longer-than-the-forty-six-charac 2001:db8::1234: 02:00:00:00:00:01\n"
@@ -78,7 +70,7 @@ TEST(MapText, CutsALongNameAndAnIpv6Vtep) {
 
 TEST(MapText, CutsByBytes) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {std::string(45, 'r') + "\xc3\xbc"});
+    state.leaf(leafOne, {"10.0.0.1"}, {std::string(45, 'r') + "\xc3\xbc"});
     EXPECT_EQ(
         mapBody(state),
         "rrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrr\303 10.0.0.1        02:00:00:00:00:01\n"
@@ -89,7 +81,7 @@ TEST(MapText, CutsByBytes) {
 
 TEST(MapText, LeavesWhatJustFitsWhole) {
     RouterState state;
-    state.leaf(one, {"255.255.255.255"}, {"a-router-name-of-exactly-forty-six-characters!"});
+    state.leaf(leafOne, {"255.255.255.255"}, {"a-router-name-of-exactly-forty-six-characters!"});
     EXPECT_EQ(mapBody(state),
               "a-router-name-of-exactly-forty-six-characters! 255.255.255.255 02:00:00:00:00:01\n"
               "\n"
@@ -99,7 +91,7 @@ TEST(MapText, LeavesWhatJustFitsWhole) {
 
 TEST(MapText, PrintsNamesAsTheyAre) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"%s%n", "\"a\" \\ b", "nul\0in it"s, "\x1b[31m"});
+    state.leaf(leafOne, {"10.0.0.1"}, {"%s%n", "\"a\" \\ b", "nul\0in it"s, "\x1b[31m"});
     EXPECT_EQ(
         mapBody(state),
         "\033[31m                                          10.0.0.1        02:00:00:00:00:01\n"
@@ -117,7 +109,7 @@ TEST(MapJson, AnEmptyStateIsAnEmptyDictionary) {
 
 TEST(MapJson, ListsTheSwitchesOfEachRouterByName) {
     RouterState state;
-    state.leaf(two, {"10.0.0.2"}, {"red"}).leaf(one, {"10.0.0.1"}, {"red", "blue"});
+    state.leaf(leafTwo, {"10.0.0.2"}, {"red"}).leaf(leafOne, {"10.0.0.1"}, {"red", "blue"});
     EXPECT_EQ(rendered(mapCommand(state), 3), R"({
   "logicalRouterMap": {
     "blue": {
@@ -154,7 +146,7 @@ TEST(MapJson, ListsTheSwitchesOfEachRouterByName) {
 TEST(MapJson, PrintsALongNameAndAnIpv6VtepWhole) {
     std::string const name(60, 'r');
     RouterState state;
-    state.leaf(one, {"2001:db8::1234:5678"}, {name});
+    state.leaf(leafOne, {"2001:db8::1234:5678"}, {name});
     EXPECT_EQ(mapJson(state), R"({"logicalRouterMap":{")" + name +
                                   R"(":{"switches":[{"switchId":"02:00:00:00:00:01",)"
                                   R"("vtepIp":"2001:db8::1234:5678"}]}}})"
@@ -163,7 +155,7 @@ TEST(MapJson, PrintsALongNameAndAnIpv6VtepWhole) {
 
 TEST(MapJson, EscapesNames) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {"%s \"a\" \\ \0\x1b\xc3\xbc\xff"s});
+    state.leaf(leafOne, {"10.0.0.1"}, {"%s \"a\" \\ \0\x1b\xc3\xbc\xff"s});
     EXPECT_EQ(mapJson(state),
               "{\"logicalRouterMap\":{\"%s \\\"a\\\" \\\\ \\u0000\\u001b\xc3\xbc\xef\xbf\xbd\":"
               "{\"switches\":[{\"switchId\":\"02:00:00:00:00:01\",\"vtepIp\":\"10.0.0.1\"}]}}}\n");
@@ -171,7 +163,7 @@ TEST(MapJson, EscapesNames) {
 
 TEST(MapJson, ANameFromThePrefixAloneIsAnEmptyKey) {
     RouterState state;
-    state.leaf(one, {"10.0.0.1"}, {""});
+    state.leaf(leafOne, {"10.0.0.1"}, {""});
     EXPECT_EQ(mapJson(state), R"({"logicalRouterMap":{"":{"switches":[)"
                               R"({"switchId":"02:00:00:00:00:01","vtepIp":"10.0.0.1"}]}}})"
                               "\n");

@@ -15,6 +15,11 @@ struct PortVlan {
     Vex::U16 vlan = 0;
 };
 
+/// Switches that publish routers are known by their system's MAC address.
+inline std::string const leafOne = "02:00:00:00:00:01";
+inline std::string const leafTwo = "02:00:00:00:00:02";
+inline std::string const leafThree = "02:00:00:00:00:03";
+
 /// A published state of logical routers written down by a test. The order of the calls makes
 /// no difference to what is published.
 class RouterState {

@@ -10,15 +10,16 @@ using Nolt::IpGenPrefix;
 
 namespace {
 
-constexpr char const * tracedRender =
+constexpr char const * tracedRoutesRender =
     "8 void VxlanController::Cli::VcsLRRoute::render(U32, U32, U32)\n";
-constexpr char const * tracedInitialize = "8 void VxlanController::Cli::VcsLRRoute::initialize()\n";
+constexpr char const * tracedRoutesInitialize =
+    "8 void VxlanController::Cli::VcsLRRoute::initialize()\n";
 constexpr char const * tracedOutput = "8 void VxlanController::Cli::renderRoute(outfmt::Printer&, "
                                       "const VxlanController::Cli::VcsLRRoute*)\n";
 
-std::string const emptyBody = "\n"
-                              "Total entries for this criterion: 0\n"
-                              "\n";
+std::string const emptyRoutes = "\n"
+                                "Total entries for this criterion: 0\n"
+                                "\n";
 
 /// Whether a listing limited to `filter` shows a route to `route`.
 bool passes(char const * filter, char const * route) {
@@ -42,7 +43,7 @@ std::string prefixes(RouterState const & state, RouterFilters const & filters) {
     return text;
 }
 
-RouterState twoRouters() {
+RouterState routersWithRoutes() {
     RouterState state;
     state.route("red", "10.1.0.0/16", {"10.0.0.1"})
         .route("red", "2001:db8::/32", {"fe80::1"})
@@ -55,16 +56,17 @@ RouterState twoRouters() {
 TEST(Routes, WithoutStatusDirectoryTheTableIsEmpty) {
     RouterState state;
     state.lRStatusDir = nullptr;
-    EXPECT_EQ(routesBody(state), emptyBody);
-    EXPECT_EQ(routesBody(state, {.router = "red", .prefix = "10.0.0.0/8"}), emptyBody);
+    EXPECT_EQ(routesBody(state), emptyRoutes);
+    EXPECT_EQ(routesBody(state, {.router = "red", .prefix = "10.0.0.0/8"}), emptyRoutes);
     EXPECT_EQ(routesJson(state), "{\"route\":{}}\n");
 }
 
 TEST(Routes, TracesItsStepsInBothFormats) {
     for (Vex::U32 format : {textFormat, jsonFormat}) {
         Traced const trace;
-        rendered(routesCommand(twoRouters()), format);
-        EXPECT_EQ(trace.text, std::string(tracedRender) + tracedInitialize + tracedOutput);
+        rendered(routesCommand(routersWithRoutes()), format);
+        EXPECT_EQ(trace.text,
+                  std::string(tracedRoutesRender) + tracedRoutesInitialize + tracedOutput);
     }
 }
 
@@ -74,14 +76,14 @@ TEST(Routes, TracesNoCollectionWithoutStatusDirectory) {
     for (Vex::U32 format : {textFormat, jsonFormat}) {
         Traced const trace;
         rendered(routesCommand(state), format);
-        EXPECT_EQ(trace.text, std::string(tracedRender) + tracedOutput);
+        EXPECT_EQ(trace.text, std::string(tracedRoutesRender) + tracedOutput);
     }
 }
 
 TEST(Routes, TheirCollectionAloneTracesOneLineOrNone) {
     Traced trace;
     routesCommand(RouterState())->initialize();
-    EXPECT_EQ(trace.text, tracedInitialize);
+    EXPECT_EQ(trace.text, tracedRoutesInitialize);
     trace.text.clear();
     RouterState state;
     state.lRStatusDir = nullptr;
@@ -93,15 +95,15 @@ TEST(Routes, TracesNothingBelowLevelEight) {
     Traced const trace;
     Trace::disableAll();
     Trace::enableAllUpTo(7);
-    routesText(twoRouters());
+    routesText(routersWithRoutes());
     EXPECT_EQ(trace.text, "");
 }
 
 TEST(Routes, ARouterFilterSelectsByTheExactName) {
-    RouterState state = twoRouters();
+    RouterState state = routersWithRoutes();
     state.route("Red", "10.3.0.0/16").route("redd", "10.4.0.0/16").route("re", "10.5.0.0/16");
     EXPECT_EQ(prefixes(state, {.router = "red"}), "10.1.0.0/16 2001:db8::/32 ");
-    EXPECT_EQ(routesBody(state, {.router = "green"}), emptyBody);
+    EXPECT_EQ(routesBody(state, {.router = "green"}), emptyRoutes);
     EXPECT_EQ(routesJson(state, {.router = "green"}), "{\"route\":{}}\n");
 }
 
@@ -163,18 +165,19 @@ TEST(Routes, WithoutPrefixFilterEveryRouteIsShown) {
 }
 
 TEST(Routes, ARouterWithoutAPassingRouteIsNotListed) {
-    EXPECT_EQ(routesBody(twoRouters(), {.prefix = "10.2.0.0/16"}),
+    EXPECT_EQ(routesBody(routersWithRoutes(), {.prefix = "10.2.0.0/16"}),
               "blue        10.2.0.0/16        10.0.0.2                                         \n"
               "\n"
               "Total entries for this criterion: 1\n"
               "\n");
-    EXPECT_EQ(routesBody(twoRouters(), {.router = "red", .prefix = "10.2.0.0/16"}), emptyBody);
-    EXPECT_EQ(routesJson(twoRouters(), {.router = "red", .prefix = "10.2.0.0/16"}),
+    EXPECT_EQ(routesBody(routersWithRoutes(), {.router = "red", .prefix = "10.2.0.0/16"}),
+              emptyRoutes);
+    EXPECT_EQ(routesJson(routersWithRoutes(), {.router = "red", .prefix = "10.2.0.0/16"}),
               "{\"route\":{}}\n");
 }
 
 TEST(Routes, TheTotalCountsTheRoutesThatPass) {
-    EXPECT_EQ(routesBody(twoRouters(), {.prefix = "0.0.0.0/0"}),
+    EXPECT_EQ(routesBody(routersWithRoutes(), {.prefix = "0.0.0.0/0"}),
               "blue        10.2.0.0/16        10.0.0.2                                         \n"
               "red         10.1.0.0/16        10.0.0.1                                         \n"
               "\n"
@@ -223,7 +226,7 @@ TEST(Routes, TwoEntriesOfOneRouterAreMerged) {
 }
 
 TEST(Routes, SwitchesHaveNoPartInThem) {
-    RouterState state = twoRouters();
+    RouterState state = routersWithRoutes();
     std::string const before = routesText(state);
     state.leaf("02:00:00:00:00:01", {"10.9.0.1"}, {"red", "green"});
     EXPECT_EQ(routesText(state), before);

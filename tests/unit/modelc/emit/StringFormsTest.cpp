@@ -8,7 +8,7 @@ namespace modelc {
 
 namespace {
 
-constexpr char const * model = R"model(namespace N::M
+constexpr char const * formsModel = R"model(namespace N::M
 
 import text  Vex::String from "Vex/String.h"
 import value Sea::Key    from "sea/Key.h"
@@ -42,7 +42,7 @@ registration { Berth Voyage Nothing Outer Ship }
 
 Compiled const & compiled() {
     static Compiled const result =
-        compile(model, {"Small.model", "Folder/Small.model", "Folder/Small.h"});
+        compile(formsModel, {"Small.model", "Folder/Small.model", "Folder/Small.h"});
     EXPECT_EQ(result.report, "");
     return result;
 }

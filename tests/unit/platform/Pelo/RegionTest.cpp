@@ -14,7 +14,7 @@
 namespace Pelo::Test {
 namespace {
 
-constexpr U64 generationOffset = generationWord * 8;
+constexpr U64 generationAt = generationWord * 8;
 
 // Runs `work` in a process of its own until this object goes away.
 class Process {
@@ -49,7 +49,7 @@ private:
 constexpr U32 stableKeys = 500;
 constexpr U32 fleetingKeys = 500;
 
-PairWriter filled() {
+PairWriter filledRegion() {
     auto writer = PairWriter::inMemory("t", stableKeys + fleetingKeys);
     for (U32 key = 0; key < stableKeys; ++key) {
         writer.insert(key, Pair::of(0));
@@ -73,7 +73,7 @@ PairWriter filled() {
 }
 
 TEST(Region, AReaderBesideABusyWriterSeesWholeValuesAndEveryKeyThatStays) {
-    auto writer = filled();
+    auto writer = filledRegion();
     auto const reader = readerOf(writer);
     auto const region = Region::attach(writer.descriptor(), "t", formatOf<PairSchema>);
     Process const process([&] { changeForEver(writer); });
@@ -132,25 +132,25 @@ TEST(Region, TablesOpenedWhileTheWriterMovesThemAreWhole) {
 }
 
 TEST(Region, AChangeThatEndsIsWaitedFor) {
-    auto writer = filled();
+    auto writer = filledRegion();
     RawMemory const memory(writer.descriptor());
     auto const reader = readerOf(writer);
-    auto const generation = memory.at<U64>(generationOffset);
-    memory.put(generationOffset, generation + 1);
+    auto const generation = memory.at<U64>(generationAt);
+    memory.put(generationAt, generation + 1);
     std::thread ending([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(30));
-        memory.put(generationOffset, generation + 2);
+        memory.put(generationAt, generation + 2);
     });
     EXPECT_EQ(reader.value(3), Pair::of(0));
-    EXPECT_EQ(memory.at<U64>(generationOffset), generation + 2);
+    EXPECT_EQ(memory.at<U64>(generationAt), generation + 2);
     ending.join();
 }
 
 TEST(Region, AChangeThatDoesNotEndIsCorruption) {
-    auto const writer = filled();
+    auto const writer = filledRegion();
     auto const reader = readerOf(writer);
     auto walk = reader.begin();
-    RawMemory(writer.descriptor()).put(generationOffset, U64{12345});
+    RawMemory(writer.descriptor()).put(generationAt, U64{12345});
     auto const expected = "table 't', header: a change under way, generation 12345, expected an "
                           "even generation, the end of the change";
     using Corruption = CorruptionDetectedException;
@@ -161,7 +161,7 @@ TEST(Region, AChangeThatDoesNotEndIsCorruption) {
 }
 
 TEST(Region, AHeaderThatWasDamagedByAChangeIsNoticedAtTheNextRead) {
-    auto writer = filled();
+    auto writer = filledRegion();
     auto const reader = readerOf(writer);
     auto walk = reader.begin();
     RawMemory(writer.descriptor()).flip(16, 1);
@@ -176,7 +176,7 @@ TEST(Region, AWriterKilledAtAnyMomentLeavesATableThatIsWholeOrRefused) {
     U32 whole = 0;
     for (U32 attempt = 0; refused == 0 || whole == 0; ++attempt) {
         ASSERT_LT(attempt, 500U) << refused << ' ' << whole;
-        auto writer = filled();
+        auto writer = filledRegion();
         auto const reader = readerOf(writer);
         auto const region = Region::attach(writer.descriptor(), "t", formatOf<PairSchema>);
         auto const before = region->generation();

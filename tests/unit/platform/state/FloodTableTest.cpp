@@ -28,7 +28,7 @@ Entries contents(FloodTable const & table) {
     return entries;
 }
 
-Entries const sample{
+Entries const sampleFloods{
     {key(10, "10.0.0.1"), replicated},
     {key(10, "10.0.0.2"), replicated},
     {key(11, "10.0.0.1"), replicated},
@@ -37,21 +37,21 @@ Entries const sample{
     {key(0x010203, "4.5.6.7"), replicated},
 };
 
-FloodTableWriter filled() {
+FloodTableWriter filledFloods() {
     FloodTableWriter writer("flood");
-    for (auto const & [floodKey, entry] : sample) {
+    for (auto const & [floodKey, entry] : sampleFloods) {
         writer.insert(floodKey, entry);
     }
     return writer;
 }
 
 TEST(FloodTable, GivesBackEveryEntry) {
-    auto const writer = filled();
-    EXPECT_EQ(contents(*writer.table()), sample);
+    auto const writer = filledFloods();
+    EXPECT_EQ(contents(*writer.table()), sampleFloods);
 }
 
 TEST(FloodTable, AKeyThatIsNotThereHasADefaultEntry) {
-    auto const writer = filled();
+    auto const writer = filledFloods();
     EXPECT_EQ(writer.table()->floodEntry(key(11, "10.0.0.2")), FloodEntry());
     EXPECT_NE(writer.table()->floodEntry(key(11, "10.0.0.1")), FloodEntry());
 }
@@ -63,22 +63,22 @@ TEST(FloodTable, ADeadSlotIsMetAndHoldsADefaultEntry) {
 }
 
 TEST(FloodTable, AnErasedEntryIsNotMet) {
-    auto writer = filled();
-    auto expected = sample;
+    auto writer = filledFloods();
+    auto expected = sampleFloods;
     writer.erase(key(10, "10.0.0.2"));
     expected.erase(key(10, "10.0.0.2"));
     EXPECT_EQ(contents(*writer.table()), expected);
 }
 
 TEST(FloodTable, IsOpenedFromADescriptorAndFromNoOtherTable) {
-    Vex::Ptr<FloodTable const> const table = openFloodTable(filled().descriptor(), "copy");
-    EXPECT_EQ(contents(*table), sample);
+    Vex::Ptr<FloodTable const> const table = openFloodTable(filledFloods().descriptor(), "copy");
+    EXPECT_EQ(contents(*table), sampleFloods);
     HostTableWriter const hosts("hosts");
     EXPECT_THROW(openFloodTable(hosts.descriptor(), "t"), Pelo::TableError);
 }
 
 TEST(FloodTable, NoByteOfTheSlotsCanChangeUnnoticed) {
-    auto const writer = filled();
+    auto const writer = filledFloods();
 
     struct stat status {};
 
@@ -91,11 +91,11 @@ TEST(FloodTable, NoByteOfTheSlotsCanChangeUnnoticed) {
         EXPECT_THROW(contents(*writer.table()), Pelo::CorruptionDetectedException) << offset;
         ASSERT_EQ(::pwrite(writer.descriptor(), &good, 1, offset), 1);
     }
-    EXPECT_EQ(contents(*writer.table()), sample);
+    EXPECT_EQ(contents(*writer.table()), sampleFloods);
 }
 
 TEST(FloodTable, CountsReportsOfDamage) {
-    auto const writer = filled();
+    auto const writer = filledFloods();
     Vex::Ptr<FloodTable const> const table = writer.table();
     table->handleCorruption("message");
     EXPECT_EQ(table->corruptions(), 1U);

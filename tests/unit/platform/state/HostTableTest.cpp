@@ -32,7 +32,7 @@ Hosts contents(HostTable const & table) {
     return hosts;
 }
 
-Hosts const sample{
+Hosts const sampleHosts{
     {key("02:00:00:00:00:01", 10), host("10.0.0.1", 0)},
     {key("02:00:00:00:00:01", 11), host("10.0.0.2", 3)},
     {key("02:00:00:00:00:02", 10), host("10.0.0.1", 0xFFFFFFFF)},
@@ -41,22 +41,22 @@ Hosts const sample{
     {key("01:23:45:67:89:ab", 0x010203), host("1.2.3.4", 0x01020304)},
 };
 
-HostTableWriter filled() {
+HostTableWriter filledHosts() {
     HostTableWriter writer("hosts");
-    for (auto const & [hostKey, value] : sample) {
+    for (auto const & [hostKey, value] : sampleHosts) {
         writer.insert(hostKey, value);
     }
     return writer;
 }
 
 TEST(HostTable, GivesBackEveryHost) {
-    auto const writer = filled();
-    EXPECT_EQ(contents(*writer.table()), sample);
-    EXPECT_EQ(writer.table()->size(), sample.size());
+    auto const writer = filledHosts();
+    EXPECT_EQ(contents(*writer.table()), sampleHosts);
+    EXPECT_EQ(writer.table()->size(), sampleHosts.size());
 }
 
 TEST(HostTable, AKeyThatIsNotThereHasADefaultHost) {
-    auto const writer = filled();
+    auto const writer = filledHosts();
     EXPECT_EQ(writer.table()->host(key("02:00:00:00:00:03", 10)), Host());
     EXPECT_EQ(writer.table()->host(key("02:00:00:00:00:02", 11)), Host());
 }
@@ -68,8 +68,8 @@ TEST(HostTable, ADeadSlotIsMetAndHoldsADefaultHost) {
 }
 
 TEST(HostTable, AnErasedHostIsNotMetAndMayComeBack) {
-    auto writer = filled();
-    auto expected = sample;
+    auto writer = filledHosts();
+    auto expected = sampleHosts;
     auto const gone = key("02:00:00:00:00:01", 10);
     writer.erase(gone);
     expected.erase(gone);
@@ -81,7 +81,7 @@ TEST(HostTable, AnErasedHostIsNotMetAndMayComeBack) {
 }
 
 TEST(HostTable, AHostErasedUnderAWalkIsADeadSlot) {
-    auto writer = filled();
+    auto writer = filledHosts();
     for (HostKey const & met : *writer.table()) {
         writer.erase(met);
         EXPECT_EQ(writer.table()->host(met), Host());
@@ -117,11 +117,11 @@ TEST(HostTable, AHostTakesThirtyTwoBytes) {
 TEST(HostTable, IsOpenedFromADescriptorAndOutlivesTheWriter) {
     Vex::Ptr<HostTable const> table;
     {
-        auto const writer = filled();
+        auto const writer = filledHosts();
         table = openHostTable(writer.descriptor(), "copy");
     }
     EXPECT_EQ(table->name(), "copy");
-    EXPECT_EQ(contents(*table), sample);
+    EXPECT_EQ(contents(*table), sampleHosts);
 }
 
 TEST(HostTable, IsOpenedFromAFile) {
@@ -149,7 +149,7 @@ TEST(HostTable, ATableOfFloodEntriesIsNone) {
 }
 
 TEST(HostTable, NoByteOfTheSlotsCanChangeUnnoticed) {
-    auto const writer = filled();
+    auto const writer = filledHosts();
 
     struct stat status {};
 
@@ -162,11 +162,11 @@ TEST(HostTable, NoByteOfTheSlotsCanChangeUnnoticed) {
         EXPECT_THROW(contents(*writer.table()), Pelo::CorruptionDetectedException) << offset;
         ASSERT_EQ(::pwrite(writer.descriptor(), &good, 1, offset), 1);
     }
-    EXPECT_EQ(contents(*writer.table()), sample);
+    EXPECT_EQ(contents(*writer.table()), sampleHosts);
 }
 
 TEST(HostTable, TellsItsHandlerAboutDamage) {
-    auto const writer = filled();
+    auto const writer = filledHosts();
     std::string heard;
     writer.table()->corruptionHandlerIs([&](std::string_view message) { heard = message; });
     Vex::Ptr<HostTable const> const table = writer.table();

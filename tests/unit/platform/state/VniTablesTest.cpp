@@ -12,7 +12,7 @@ using Nolt::IpGenAddr;
 
 namespace {
 
-EthAddr const mac = EthAddr::fromString("02:00:00:00:00:01");
+EthAddr const hostMac = EthAddr::fromString("02:00:00:00:00:01");
 EthAddr const otherMac = EthAddr::fromString("02:00:00:00:00:02");
 
 /// Received and advertised state offer the same operations.
@@ -37,37 +37,37 @@ TYPED_TEST_SUITE(VniTablesTest, Statuses);
 } // namespace
 
 TYPED_TEST(VniTablesTest, AnAbsentMacYieldsTheDefaultEntry) {
-    EXPECT_EQ(this->status->macVtepTable(mac), MacVtepV2());
-    EXPECT_TRUE(!this->status->macVtepMultiPathTable(mac));
-    EXPECT_EQ(this->status->macVtepFloodListTable(mac), nullptr);
+    EXPECT_EQ(this->status->macVtepTable(hostMac), MacVtepV2());
+    EXPECT_TRUE(!this->status->macVtepMultiPathTable(hostMac));
+    EXPECT_EQ(this->status->macVtepFloodListTable(hostMac), nullptr);
 }
 
 TYPED_TEST(VniTablesTest, AWriterOverwritesTheEntryOfItsKey) {
-    EXPECT_TRUE(this->status->macVtepIs(MacVtepV2(mac, IpAddr(1), 5)));
-    EXPECT_FALSE(this->status->macVtepIs(MacVtepV2(mac, IpAddr(2), 6)));
-    EXPECT_EQ(this->status->macVtepTable(mac), MacVtepV2(mac, IpAddr(2), 6));
+    EXPECT_TRUE(this->status->macVtepIs(MacVtepV2(hostMac, IpAddr(1), 5)));
+    EXPECT_FALSE(this->status->macVtepIs(MacVtepV2(hostMac, IpAddr(2), 6)));
+    EXPECT_EQ(this->status->macVtepTable(hostMac), MacVtepV2(hostMac, IpAddr(2), 6));
     EXPECT_EQ(this->status->macVtepTable().size(), 1U);
 }
 
 TYPED_TEST(VniTablesTest, TheTablesAreKeyedSeparately) {
-    MacVtepMultiPathV2 multiPath(mac);
+    MacVtepMultiPathV2 multiPath(hostMac);
     multiPath.vtepIpIs(IpAddr(1), true);
     EXPECT_TRUE(this->status->macVtepMultiPathIs(multiPath));
     auto const flood = Vex::makePtr<MacVtepFloodListV2>(otherMac);
     flood->vtepIpIs(IpAddr(2), true);
     EXPECT_TRUE(this->status->macVtepFloodListIs(flood));
 
-    EXPECT_EQ(this->status->macVtepMultiPathTable(mac), multiPath);
+    EXPECT_EQ(this->status->macVtepMultiPathTable(hostMac), multiPath);
     EXPECT_EQ(this->status->macVtepFloodListTable(otherMac), flood);
-    EXPECT_EQ(this->status->macVtepFloodListTable(mac), nullptr);
+    EXPECT_EQ(this->status->macVtepFloodListTable(hostMac), nullptr);
     EXPECT_TRUE(this->status->macVtepTable().empty());
 }
 
 TYPED_TEST(VniTablesTest, ArpEntriesAreKeyedByTheirAddress) {
     auto const v4 = IpGenAddr::fromString("10.0.0.9");
     auto const v6 = IpGenAddr::fromString("2001:db8::9");
-    EXPECT_TRUE(this->status->arpIs(ArpEntryV2(v4, mac, 1, 2)));
-    EXPECT_TRUE(this->status->arpIs(ArpEntryV2(v6, mac, 1, 2)));
+    EXPECT_TRUE(this->status->arpIs(ArpEntryV2(v4, hostMac, 1, 2)));
+    EXPECT_TRUE(this->status->arpIs(ArpEntryV2(v6, hostMac, 1, 2)));
     EXPECT_FALSE(this->status->arpIs(ArpEntryV2(v4, otherMac, 3, 4)));
     EXPECT_EQ(this->status->arpTable().size(), 2U);
     EXPECT_EQ(this->status->arpTable().find(v4)->element().macAddress(), otherMac);
@@ -80,23 +80,23 @@ TYPED_TEST(VniTablesTest, EachTableIsFilledWithAllItsEntries) {
     std::vector<VniTables::MacVtepMultiPathTable::Slot> multiPath;
     std::vector<VniTables::MacVtepFloodListTable::Slot> flood;
     std::vector<VniTables::ArpTable::Slot> arp;
-    unicast.emplace_back(MacVtepV2(mac, IpAddr(1), 2));
-    multiPath.emplace_back(MacVtepMultiPathV2(mac));
-    flood.emplace_back(Vex::makePtr<MacVtepFloodListV2>(mac));
-    arp.emplace_back(ArpEntryV2(ip, mac, 1, 2));
+    unicast.emplace_back(MacVtepV2(hostMac, IpAddr(1), 2));
+    multiPath.emplace_back(MacVtepMultiPathV2(hostMac));
+    flood.emplace_back(Vex::makePtr<MacVtepFloodListV2>(hostMac));
+    arp.emplace_back(ArpEntryV2(ip, hostMac, 1, 2));
     EXPECT_EQ(this->status->macVtepTableIs(unicast), std::nullopt);
     EXPECT_EQ(this->status->macVtepMultiPathTableIs(multiPath), std::nullopt);
     EXPECT_EQ(this->status->macVtepFloodListTableIs(flood), std::nullopt);
     EXPECT_EQ(this->status->arpTableIs(arp), std::nullopt);
-    EXPECT_EQ(this->status->macVtepTable(mac), MacVtepV2(mac, IpAddr(1), 2));
+    EXPECT_EQ(this->status->macVtepTable(hostMac), MacVtepV2(hostMac, IpAddr(1), 2));
     EXPECT_EQ(this->status->macVtepMultiPathTable().size(), 1U);
-    EXPECT_NE(this->status->macVtepFloodListTable(mac), nullptr);
-    EXPECT_EQ(this->status->arpTable().find(ip)->element().macAddress(), mac);
+    EXPECT_NE(this->status->macVtepFloodListTable(hostMac), nullptr);
+    EXPECT_EQ(this->status->arpTable().find(ip)->element().macAddress(), hostMac);
 }
 
 TYPED_TEST(VniTablesTest, FillingTellsARepeatedKey) {
     std::vector<VxlanController::VniTables::MacVtepTable::Slot> unicast;
-    for (auto const & key : {mac, otherMac, mac}) {
+    for (auto const & key : {hostMac, otherMac, hostMac}) {
         unicast.emplace_back(MacVtepV2(key, IpAddr(1), 2));
     }
     EXPECT_EQ(this->status->macVtepTableIs(unicast), 2U);
