@@ -1,5 +1,8 @@
 # How every target is compiled: C++20, symbols hidden unless a public header shows them, and
 # one place per build tree for programs and libraries.
+#
+# A public header shows its symbols by the visibility of its namespace. GCC goes by the
+# declaration's namespace block, clang by the definition's, so both carry the attribute.
 include(Launcher)
 
 set(CMAKE_CXX_STANDARD 20)

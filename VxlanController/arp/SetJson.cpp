@@ -3,7 +3,8 @@
 #include "VxlanController/command/ValueText.h"
 #include "outfmt/AttrInfo.h"
 
-namespace VxlanController::Cli {
+namespace VxlanController {
+namespace [[gnu::visibility("default")]] Cli {
 
 namespace {
 
@@ -65,4 +66,5 @@ void renderVxlanArpTableJson(outfmt::Printer & printer,
     printer.endDict();
 }
 
-} // namespace VxlanController::Cli
+} // namespace Cli
+} // namespace VxlanController

@@ -1,7 +1,8 @@
 #include "VxlanController/arp/ArpTableRenderer.h"
 #include "VxlanController/arp/SetOutput.h"
 
-namespace VxlanController::Cli {
+namespace VxlanController {
+namespace [[gnu::visibility("default")]] Cli {
 
 namespace {
 
@@ -63,4 +64,5 @@ int renderVxlanVtepText(outfmt::Printer & printer, Vex::Ptr<VxlanVtep const> con
     return renderRows(renderer, vtep->arpTable());
 }
 
-} // namespace VxlanController::Cli
+} // namespace Cli
+} // namespace VxlanController

@@ -138,14 +138,14 @@ Operation stringConstructor(Type const & value) {
 }
 
 std::string stringFormDeclarations(Type const & value) {
-    std::string const exported = "[[gnu::visibility(\"default\")]] ";
+    std::string const visible = "[[gnu::visibility(\"default\")]] ";
     std::string const what = "The string form of the value";
     std::string const promise =
         what + (losesCollection(value) ? ", with None for a collection." : ".");
     return "\n" + docComment(0, {promise}) +
-           signature(0, exported + "Vex::String", "valueToStrep", {output(value)}, ");") + "\n" +
+           signature(0, visible + "Vex::String", "valueToStrep", {output(value)}, ");") + "\n" +
            docComment(0, {"Writes the string form."}) +
-           signature(0, exported + "std::ostream &", "operator<<",
+           signature(0, visible + "std::ostream &", "operator<<",
                      {"std::ostream & out", output(value)}, ");");
 }
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace Pelo {
+namespace [[gnu::visibility("default")]] Pelo {
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-namespace Pelo {
+namespace [[gnu::visibility("default")]] Pelo {
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace Pelo {
+namespace [[gnu::visibility("default")]] Pelo {
 
 namespace {
 

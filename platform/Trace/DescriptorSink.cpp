@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unistd.h>
 
-namespace Trace {
+namespace [[gnu::visibility("default")]] Trace {
 namespace {
 
 std::string_view baseName(std::string_view file) {

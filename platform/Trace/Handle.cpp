@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace Trace {
+namespace [[gnu::visibility("default")]] Trace {
 namespace {
 
 unsigned levelsUpTo(unsigned level) {

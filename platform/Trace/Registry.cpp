@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace Trace {
+namespace [[gnu::visibility("default")]] Trace {
 
 Registry & Registry::instance() {
     static Registry registry;

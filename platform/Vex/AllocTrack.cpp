@@ -4,7 +4,7 @@
 
 #include <new>
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 
@@ -48,7 +48,7 @@ void allocTrackRelease(AllocTrackTypeInfo & type, void * memory, std::size_t siz
     if (auto * watcher = theWatcher.load(std::memory_order_relaxed)) {
         watcher->released(type, size);
     }
-    ::operator delete(memory, size);
+    ::operator delete(memory);
 }
 
 void allocTrackForEach(std::function<void(AllocTrackTypeInfo const &)> const & visit) {

@@ -4,7 +4,7 @@
 #include <cxxabi.h>
 #include <memory>
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 void assertionFailed(char const * expression, char const * file, int line,
                      char const * function) noexcept {

@@ -3,7 +3,7 @@
 #include "Vex/Digits.h"
 #include "Vex/Types.h"
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 

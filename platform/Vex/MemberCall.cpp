@@ -1,6 +1,6 @@
 #include "Vex/MemberCall.h"
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 void expectCount(std::size_t found, std::initializer_list<std::type_info const *> expected) {
     if (found == expected.size()) {

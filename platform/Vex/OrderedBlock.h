@@ -36,12 +36,11 @@ public:
     /// Frees the block; its entries are gone already.
     static void free(BlockHead * head) noexcept {
         auto * const block = static_cast<OrderedBlock *>(head);
-        std::size_t const size = sizeFor(block->capacity);
         block->~OrderedBlock();
         if constexpr (overAligned) {
-            ::operator delete (block, size, std::align_val_t{alignof(Slot)});
+            ::operator delete (block, std::align_val_t{alignof(Slot)});
         } else {
-            ::operator delete(block, size);
+            ::operator delete(block);
         }
     }
 

@@ -1,6 +1,6 @@
 #include "Vex/RefCount.h"
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 std::atomic<bool> threadSafePtrSwitch{false};
 

@@ -1,6 +1,6 @@
 #include "Vex/Reinstantiation.h"
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 void throwMutatorReinstantiating(std::string_view type, String const & key,
                                  std::string_view attribute, String const & newValue,

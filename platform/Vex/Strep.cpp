@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 

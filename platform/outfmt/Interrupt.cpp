@@ -1,6 +1,6 @@
 #include "outfmt/Interrupt.h"
 
-namespace outfmt {
+namespace [[gnu::visibility("default")]] outfmt {
 
 char const * SigIntException::what() const noexcept {
     return "on interrupt";

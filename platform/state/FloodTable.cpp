@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace VcsEvpn {
+namespace [[gnu::visibility("default")]] VcsEvpn {
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace VcsEvpn {
+namespace [[gnu::visibility("default")]] VcsEvpn {
 
 namespace {
 
