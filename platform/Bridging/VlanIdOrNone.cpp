@@ -7,7 +7,7 @@
 #include <charconv>
 #include <limits>
 
-namespace Bridging {
+namespace [[gnu::visibility("default")]] Bridging {
 
 using Vex::U16;
 

@@ -3,7 +3,7 @@
 #include "Vex/Digits.h"
 #include "Vex/Errors.h"
 
-namespace Nolt {
+namespace [[gnu::visibility("default")]] Nolt {
 
 using Vex::U8;
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace Nolt {
+namespace [[gnu::visibility("default")]] Nolt {
 
 using Vex::U32;
 

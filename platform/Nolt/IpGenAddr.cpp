@@ -3,7 +3,7 @@
 #include "Nolt/Ipv6Text.h"
 #include "Vex/Errors.h"
 
-namespace Nolt {
+namespace [[gnu::visibility("default")]] Nolt {
 
 IpGenAddr IpGenAddr::fromString(std::string_view text) {
     if (auto const address = tryFromString(text)) {

@@ -5,7 +5,7 @@
 
 #include <charconv>
 
-namespace Nolt {
+namespace [[gnu::visibility("default")]] Nolt {
 
 void IpGenAddrWithMask::throwTooLong(IpGenAddr const & address, unsigned length) {
     throw Vex::RangeError("prefix length " + std::to_string(length) + " of " +

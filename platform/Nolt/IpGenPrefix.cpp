@@ -2,7 +2,7 @@
 
 #include "Vex/Errors.h"
 
-namespace Nolt {
+namespace [[gnu::visibility("default")]] Nolt {
 
 namespace {
 

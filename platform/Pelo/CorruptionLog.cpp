@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace Pelo {
+namespace [[gnu::visibility("default")]] Pelo {
 
 void CorruptionLog::corruptionHandlerIs(Handler handler) {
     handler_ = std::move(handler);

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <sched.h>
 
-namespace Pelo {
+namespace [[gnu::visibility("default")]] Pelo {
 
 namespace {
 

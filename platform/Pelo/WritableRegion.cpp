@@ -1,6 +1,6 @@
 #include "Pelo/WritableRegion.h"
 
-namespace Pelo {
+namespace [[gnu::visibility("default")]] Pelo {
 
 WritableRegion::WritableRegion(Destination const & destination, Format const & format, U64 capacity)
     : format_(format), capacity_(capacity) {

@@ -7,7 +7,7 @@
 #include <charconv>
 #include <limits>
 
-namespace Quay {
+namespace [[gnu::visibility("default")]] Quay {
 
 Seqno32 Seqno32::fromString(std::string_view text) {
     if (auto const number = tryFromString(text)) {

@@ -6,7 +6,7 @@
 #include <locale>
 #include <sstream>
 
-namespace Trace {
+namespace [[gnu::visibility("default")]] Trace {
 namespace {
 
 /// Set while this thread is in a sink, whose own traces would otherwise come back to it

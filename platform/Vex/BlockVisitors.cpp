@@ -2,7 +2,7 @@
 
 #include <thread>
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 void BlockGuard::lock() noexcept {
     // Held for a few instructions, so waiting is rare and short.

@@ -1,6 +1,6 @@
 #include "Vex/Dir.h"
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 Ptr<Entity const> Dir::entityPtr(Name const & name) const {
     Entry const * entry = entries_.find(name);

@@ -2,7 +2,7 @@
 
 #include "Vex/Type.h"
 
-namespace Vex {
+namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 

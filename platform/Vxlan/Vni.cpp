@@ -6,7 +6,7 @@
 #include <array>
 #include <charconv>
 
-namespace Vxlan {
+namespace [[gnu::visibility("default")]] Vxlan {
 
 namespace {
 

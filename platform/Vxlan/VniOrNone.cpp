@@ -3,7 +3,7 @@
 #include <array>
 #include <charconv>
 
-namespace Vxlan {
+namespace [[gnu::visibility("default")]] Vxlan {
 
 VniOrNone VniOrNone::fromString(std::string_view text) {
     return text.empty() ? VniOrNone() : Vni::fromString(text);

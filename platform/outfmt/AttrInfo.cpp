@@ -6,7 +6,7 @@
 #include <cstring>
 #include <utility>
 
-namespace outfmt {
+namespace [[gnu::visibility("default")]] outfmt {
 
 detail::QuotedKey::QuotedKey(std::string_view key) noexcept {
     constexpr std::size_t quotesAndColon = 3;

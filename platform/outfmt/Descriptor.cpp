@@ -13,7 +13,7 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
-namespace outfmt {
+namespace [[gnu::visibility("default")]] outfmt {
 namespace {
 
 constexpr int pollMilliseconds = 50;

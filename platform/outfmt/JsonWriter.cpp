@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace outfmt {
+namespace [[gnu::visibility("default")]] outfmt {
 namespace {
 
 [[noreturn]] void misuse(char const * call, char const * reason) {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace outfmt {
+namespace [[gnu::visibility("default")]] outfmt {
 
 OutputBuffer::OutputBuffer(int fd, Parting parting)
     : descriptor_(fd), parting_(parting),

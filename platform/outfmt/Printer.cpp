@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace outfmt {
+namespace [[gnu::visibility("default")]] outfmt {
 namespace {
 
 constexpr unsigned indentedJsonFormat = 3;

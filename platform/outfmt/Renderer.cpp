@@ -1,6 +1,6 @@
 #include "outfmt/Renderer.h"
 
-namespace outfmt {
+namespace [[gnu::visibility("default")]] outfmt {
 
 Renderer::Renderer(int fd, unsigned format)
     : mode_(format == textMode ? textMode : jsonMode),

@@ -3,7 +3,7 @@
 #include <string>
 #include <system_error>
 
-namespace outfmt {
+namespace [[gnu::visibility("default")]] outfmt {
 
 WriteError::WriteError(int fd, int code)
     : Error("cannot write to descriptor " + std::to_string(fd) + ": " +

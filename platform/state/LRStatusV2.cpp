@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace VxlanController {
+namespace [[gnu::visibility("default")]] VxlanController {
 
 bool LRStatusV2::routeIs(LRRouteV2 route) {
     return route_.upsert(Routes::Slot(std::move(route)));

@@ -1,6 +1,6 @@
 #include "state/PublishStatus.h"
 
-namespace Statestore {
+namespace [[gnu::visibility("default")]] Statestore {
 
 Vex::Ptr<SystemPublishedMount const>
 PublishStatus::system(Controller::SystemId const & systemId) const {

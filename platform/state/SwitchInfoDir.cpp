@@ -1,6 +1,6 @@
 #include "state/SwitchInfoDir.h"
 
-namespace VxlanController {
+namespace [[gnu::visibility("default")]] VxlanController {
 
 Vex::Ptr<SwitchInfo const> SwitchInfoDir::switchInfo(Vex::String const & switchId) const {
     auto const * slot = switchInfo_.find(switchId);

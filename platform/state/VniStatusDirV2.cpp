@@ -1,6 +1,6 @@
 #include "state/VniStatusDirV2.h"
 
-namespace VxlanController {
+namespace [[gnu::visibility("default")]] VxlanController {
 
 Vex::Ptr<VniStatusV2 const> VniStatusDirV2::vniStatusV2(Vxlan::Vni vni) const {
     auto const * slot = vniStatusV2_.find(vni);

@@ -1,6 +1,6 @@
 #include "state/VniTables.h"
 
-namespace VxlanController {
+namespace [[gnu::visibility("default")]] VxlanController {
 
 VniTables::~VniTables() = default;
 
