@@ -8,8 +8,8 @@ namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 
-// Constant-initialised, so that records of other libraries can enter themselves whatever
-// the order in which libraries are loaded.
+// Constant-initialised, so that records of other libraries can add themselves in whatever
+// order the libraries are loaded.
 std::atomic<AllocTrackTypeInfo *> firstType{nullptr};
 std::atomic<AllocTrackWatcher *> theWatcher{nullptr};
 

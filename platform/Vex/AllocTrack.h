@@ -10,9 +10,9 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// What the tracker knows of one entity type. Each type has one such record with static
-/// life (`vexAllocTrackTypeInfo_`), which enters itself in the tracker's list when the
-/// library that holds it is loaded.
+/// The tracker's record of one entity type. Each type has one, with static storage
+/// duration (`vexAllocTrackTypeInfo_`), which adds itself to the tracker's list when its
+/// library is loaded.
 class AllocTrackTypeInfo {
 public:
     AllocTrackTypeInfo(char const * name, std::type_info const & type) noexcept;
@@ -25,10 +25,10 @@ public:
     /// The type's run-time type.
     std::type_info const & type() const noexcept { return type_; }
 
-    /// Objects of exactly this type that are alive.
+    /// The number of live objects of exactly this type.
     U64 liveCount() const noexcept { return liveCount_.load(std::memory_order_relaxed); }
 
-    /// Bytes that those objects take, without what they own beyond themselves.
+    /// The bytes that these objects take, not counting what they own.
     U64 liveBytes() const noexcept { return liveBytes_.load(std::memory_order_relaxed); }
 
 private:
@@ -45,21 +45,21 @@ private:
     AllocTrackTypeInfo * next_ = nullptr;
 };
 
-/// Reports an object of `size` bytes to the tracker, then takes the memory for it. Ends
-/// the process when there is none: a command without memory has nothing left to say.
+/// Reports an object of `size` bytes to the tracker, then allocates the memory. Ends the
+/// process if there is none, since a command cannot go on without memory.
 void * allocTrackAllocate(AllocTrackTypeInfo & type, std::size_t size) noexcept;
 
-/// Reports the end of an object to the tracker, then gives its memory back.
+/// Reports the end of an object to the tracker, then frees its memory.
 void allocTrackRelease(AllocTrackTypeInfo & type, void * memory, std::size_t size) noexcept;
 
-/// Calls `visit` for every type that the loaded libraries have, in no particular order.
+/// Calls `visit` for every type of the loaded libraries, in no particular order.
 void allocTrackForEach(std::function<void(AllocTrackTypeInfo const &)> const & visit);
 
-/// Live objects of all types whose name starts with `prefix`.
+/// The number of live objects of all types whose name starts with `prefix`.
 U64 allocTrackLiveCount(std::string_view prefix);
 
-/// A watcher that is told of every report, before memory is taken or given back. A tool
-/// sets one to follow allocations one by one; null, the state at start, is no watcher.
+/// Receives every report, before memory is allocated or freed. A tool sets one to follow
+/// single allocations; null, the initial state, means no watcher.
 struct AllocTrackWatcher {
     virtual void allocated(AllocTrackTypeInfo const & type, std::size_t size) noexcept = 0;
     virtual void released(AllocTrackTypeInfo const & type, std::size_t size) noexcept = 0;

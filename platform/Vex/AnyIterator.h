@@ -6,9 +6,9 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// A walk over a collection of whatever type, entry by entry, with the promises of the
-/// collections' own iterators: an entry that is removed stays readable, the next step finds
-/// its place by key.
+/// Iterates over a collection of any type with the guarantees of the collections' own
+/// iterators: an entry that is removed stays readable, and the next step finds its place by
+/// key.
 class AnyIterator {
 public:
     /// The walk itself, over one type of collection.
@@ -27,7 +27,7 @@ public:
 
     explicit AnyIterator(std::unique_ptr<Walk> walk) noexcept : walk_(std::move(walk)) {}
 
-    /// False behind the last entry, where nothing else may be asked.
+    /// False past the last entry, where nothing else may be called.
     explicit operator bool() const noexcept { return walk_->atEntry(); }
 
     /// The key of the entry.

@@ -13,14 +13,14 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// What was handed over does not fit: a value of another type than the one expected, or
-/// one value too many or too few. The text says what was expected and what was found.
+/// An operand does not fit: a value has another type than expected, or there are too many
+/// or too few values. The text says what was expected and what was found.
 class OperandError : public Error {
 public:
     using Error::Error;
 };
 
-/// The name of a C++ type as code spells it, "Nolt::EthAddr" or "U32".
+/// The name of a C++ type as source code spells it: "Nolt::EthAddr" or "U32".
 String typeText(std::type_info const & type);
 
 class AnyValue;
@@ -29,8 +29,8 @@ class AnyValue;
 
 namespace Vex {
 
-/// The numbers that models have. Others, a plain `int` among them, do not go into an
-/// `AnyValue`: no attribute would take them out again.
+/// The number types that models use. An `AnyValue` takes no others, not even a plain
+/// `int`: no attribute has such a type.
 template <class T>
 concept ModelNumber = std::same_as<T, bool> || std::same_as<T, U8> || std::same_as<T, U16> ||
     std::same_as<T, U32> || std::same_as<T, U64>;
@@ -41,13 +41,13 @@ inline constexpr bool isEntityPointer = false;
 template <class T>
 inline constexpr bool isEntityPointer<Ptr<T>> = true;
 
-/// What an `AnyValue` holds by itself, that is, everything but pointers to entities.
+/// What an `AnyValue` holds directly: everything except pointers to entities.
 template <class T>
 concept Boxable = ModelNumber<T> ||
     (std::is_class_v<T> && !std::same_as<T, AnyValue> && !isEntityPointer<T> &&
      std::equality_comparable<T> && std::copy_constructible<T>);
 
-/// What an `AnyValue` must know of the type that it holds.
+/// What an `AnyValue` needs to know about the type that it holds.
 struct BoxedType {
     std::type_info const & info;
     bool isConstantEntity;
@@ -92,13 +92,12 @@ BoxedType const & boxedPointerType() noexcept {
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// One value of whatever type an attribute can have: a boolean, a number, a text, a value
-/// of the platform or of a model, or a shared pointer to an entity. Generic tools pass these
-/// around where they cannot know the types.
+/// One value of any type that an attribute can have: a boolean, a number, a text, a value
+/// type of the platform or of a model, or a shared pointer to an entity. Generic tools use
+/// it where they do not know the types.
 ///
-/// A value is copied with its box; an entity is shared by all copies. Nothing is converted
-/// on the way in or out but what `Ptr` itself converts: to a base, to a constant; and down
-/// again to the type that the entity really has.
+/// Copying an `AnyValue` copies a value but shares an entity. The only conversions are
+/// those of `Ptr`: to a base, to a constant, and back down to the entity's run-time type.
 class AnyValue {
 public:
     /// Holds nothing.
@@ -130,18 +129,18 @@ public:
     /// everything else and for a null pointer.
     Type const * reflection() const;
 
-    /// The text of a value (of an attribute, or a whole model value); nothing for a value
-    /// that has none and for every pointer.
+    /// The text of a value (an attribute's or a whole model value); nullopt for a value
+    /// that has no text form and for every pointer.
     std::optional<String> text() const;
 
-    /// Whether it is a pointer through which the entity cannot be changed.
+    /// Whether it is a pointer to a constant entity.
     bool isConstantEntity() const noexcept { return type_ && type_->isConstantEntity; }
 
     /// Whether it is a null pointer.
     bool isNull() const noexcept;
 
-    /// What it holds, as a `T`. Raises an `OperandError` when it is not: "expected
-    /// Nolt::EthAddr, found U32", with `what` and a colon before that.
+    /// What it holds, as a `T`. Raises an `OperandError` if it does not hold one:
+    /// "expected Nolt::EthAddr, found U32", preceded by `what` and a colon.
     template <class T>
     T as(std::string_view what = {}) const {
         if constexpr (isEntityPointer<T>) {
@@ -151,7 +150,7 @@ public:
         }
     }
 
-    /// The value within the box, to be read or changed there. Errors as of `as`.
+    /// The value inside, to be read or changed in place. Raises the same errors as `as`.
     template <Boxable T>
     T const & reference(std::string_view what = {}) const {
         auto const * value = std::any_cast<T>(&value_);
@@ -166,12 +165,12 @@ public:
         return const_cast<T &>(std::as_const(*this).reference<T>(what));
     }
 
-    /// Values are equal when their types are the same and they compare equal, pointers when
-    /// they point to the same entity, constant or not.
+    /// Values are equal if they have the same type and compare equal; pointers, if they
+    /// point to the same entity, constant or not.
     bool operator==(AnyValue const & other) const;
 
 private:
-    /// The entity that it points to. False when it holds no pointer.
+    /// Stores the entity that it points to. False if it does not hold a pointer.
     bool entity(Ptr<PtrInterface const> & constant) const;
     bool entity(Ptr<PtrInterface> & changeable) const;
 

@@ -7,14 +7,15 @@
 #include <memory>
 #include <type_traits>
 
-/// The kinds of attribute, each with the operations that it has, over the generated member
+/// The kinds of attribute, each implementing its operations with the generated member
 /// functions. A type is described by one object for each attribute (TypeImpl.h).
 ///
-/// A member function that shares its name with others is reached through a function object,
-/// since a name with several meanings cannot be passed on.
+/// An overloaded member function is called through a function object, since the name of an
+/// overload set cannot be passed as an argument.
 namespace Vex {
 
-/// What can only be read: a constructor argument, or an entity pointer that is one.
+/// A read-only attribute: a constructor argument, including one that is an entity
+/// pointer.
 template <class T, class R>
 class Readable final : public AttributeOperations {
 public:
@@ -30,7 +31,7 @@ private:
     R (T::*get_)() const;
 };
 
-/// What is the same for every object.
+/// An attribute that is the same for every object.
 template <class T, class R>
 class Constant final : public AttributeOperations {
 public:
@@ -44,7 +45,7 @@ private:
     R (*get_)();
 };
 
-/// What can be read and set, an entity pointer included.
+/// An attribute that can be read and set, including an entity pointer.
 template <class T, class R, class Set>
 class Plain final : public AttributeOperations {
 public:
@@ -66,7 +67,7 @@ private:
     Set set_;
 };
 
-/// An entity that is made on demand.
+/// An owned entity, created on demand.
 template <class T, class E>
 class OwnedEntity final : public AttributeOperations {
 public:
@@ -98,12 +99,13 @@ private:
     void (T::*drop_)();
 };
 
-/// A collection of any kind. What is inserted, and how, says the member function `insert`
-/// by its parameters.
+/// A collection of any kind. The parameters of the member function `insert` determine
+/// what is inserted and how.
 template <class T, class Map, class Insert, class Remove, class Clear>
 class Collection final : public AttributeOperations {
 public:
-    /// `remover` calls the deletion by key, whose name the deletion by iterator shares.
+    /// `remover` calls the deletion by key, which shares its name with the deletion by
+    /// iterator.
     constexpr Collection(U32 number, Map const & (T::*whole)() const, Insert inserter,
                          Remove remover, Clear clearer)
         : AttributeOperations(number), whole_(whole), insert_(inserter), remove_(remover),
@@ -147,7 +149,7 @@ private:
     using Slot = typename Map::Slot;
     using Key = typename Map::Key;
 
-    /// What a slot holds. An owned entity can be changed by whoever can change its owner.
+    /// What a slot holds. An owned entity can be changed if its owner can be changed.
     static AnyValue elementOf(AnyValue const & owner, Slot const & slot) {
         AnyValue element = slot.element();
         if constexpr (isEntityPointer<typename Slot::Element>) {

@@ -11,7 +11,7 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// Which part of an index; valid until parts come or go.
+/// The place of a part in an index; valid until parts are inserted or removed.
 struct BlockPlace {
     U32 group = 0;
     U32 part = 0;
@@ -21,25 +21,26 @@ struct BlockPlace {
 
 /// The blocks of a large ordered collection, in key order.
 ///
-/// Each stands behind a copy of a key, its low: no key of an earlier block reaches it, none
-/// of its own or of a later one lies below it. So a search touches no block but the one it
-/// ends in. The blocks are held in groups, so that a new one moves some hundred neighbours
-/// at most; of groups there are few even over millions of entries, and two levels do.
+/// Each has a copy of a key, its low: all keys of earlier blocks are below it, and no key
+/// of its own or a later block is. So a search touches only the block it ends in. The
+/// blocks are held in groups, so that a new one moves about a hundred neighbours at most;
+/// even millions of entries need few groups, so two levels are enough.
 ///
-/// An index is told from a block, where a collection may have either, by its capacity of 0.
+/// Where a collection can have either an index or a block, the index is recognised by its
+/// capacity of 0.
 template <class Key, class Block>
 class BlockIndex : public BlockHead {
     static_assert(std::copyable<Key>, "the index keeps copies of keys");
 
 public:
-    /// A block, or, where somebody stands on one of its entries, a part of one.
+    /// A block, or, if one of its entries has a visitor, a part of a block.
     struct Part {
         Block * block;
         BlockExtent extent;
         Key low;
     };
 
-    /// An index of the one part, which holds the smallest keys whatever its low.
+    /// An index of a single part, which takes all smaller keys too, whatever its low.
     explicit BlockIndex(Part part) : BlockHead(0) {
         groups_.push_back(Group{part.low, {}});
         groups_.back().parts.push_back(std::move(part));
@@ -49,7 +50,7 @@ public:
 
     bool empty() const noexcept { return groups_.empty(); }
 
-    /// The part that holds the key if any does.
+    /// The part that holds the key, if any part does.
     BlockPlace find(Key const & key) const {
         auto const group = lastNotAbove(groups_, key);
         return {group, lastNotAbove(groups_[group].parts, key)};
@@ -60,7 +61,7 @@ public:
                 static_cast<U32>(groups_.back().parts.size() - 1)};
     }
 
-    /// Steps to the next part; false, staying, when there is none.
+    /// Steps to the next part; returns false and stays if there is none.
     bool forward(BlockPlace & place) const noexcept {
         if (place.part + 1 < groups_[place.group].parts.size()) {
             ++place.part;
@@ -72,7 +73,7 @@ public:
         return true;
     }
 
-    /// Steps to the part before; false, staying, when there is none.
+    /// Steps to the previous part; returns false and stays if there is none.
     bool back(BlockPlace & place) const noexcept {
         if (place.part > 0) {
             --place.part;
@@ -85,8 +86,8 @@ public:
         return true;
     }
 
-    /// Puts a part behind another; returns its place.
-    BlockPlace insertBehind(BlockPlace before, Part part) noexcept {
+    /// Inserts a part after another; returns its place.
+    BlockPlace insertAfter(BlockPlace before, Part part) noexcept {
         if (groups_[before.group].parts.size() == maxParts) {
             if (before == last()) {
                 // Filling in key order leaves full groups.
@@ -101,19 +102,19 @@ public:
         return before;
     }
 
-    /// Takes a part out; its block is the caller's.
+    /// Removes a part; the caller then owns its block.
     void erase(BlockPlace place) noexcept {
         auto & parts = groups_[place.group].parts;
         parts.erase(parts.begin() + place.part);
         if (parts.empty()) {
             groups_.erase(groups_.begin() + place.group);
         } else if (place.part == 0) {
-            // The entries may have gone to the group before.
+            // The entries can have moved to the previous group.
             groups_[place.group].low = parts.front().low;
         }
     }
 
-    /// How many entries all parts hold together; the collection counts them.
+    /// The number of entries in all parts; the collection updates it.
     std::size_t entries = 0;
 
 private:
@@ -124,7 +125,7 @@ private:
         std::vector<Part> parts;
     };
 
-    /// The last whose low is not above the key; the first one, when there is no such.
+    /// The last one whose low is not above the key; the first one if there is none.
     template <class Level>
     static U32 lastNotAbove(std::vector<Level> const & levels, Key const & key) {
         std::size_t at = 0;
@@ -143,7 +144,8 @@ private:
         return parts;
     }
 
-    /// Moves the upper half of a full group into a new one; returns where the place is then.
+    /// Moves the upper half of a full group into a new one; returns where `place` is
+    /// afterwards.
     BlockPlace split(BlockPlace place) {
         constexpr U32 half = maxParts / 2;
         auto & right = openGroup(place.group + 1, groups_[place.group].parts[half].low);

@@ -15,7 +15,7 @@ bool BlockVisitor::stepOff() noexcept {
     BlockGuard const guard(*block_);
     void const * const slot = slot_;
     slot_ = nullptr;
-    if (!leftToUs_) {
+    if (!ownsEntry_) {
         return false;
     }
     for (BlockVisitor const * other = block_->first_; other; other = other->next_) {
@@ -30,7 +30,7 @@ bool BlockVisitor::leftNobody() noexcept {
     BlockHead * const block = block_;
     BlockGuard const guard(*block);
     unlink();
-    leftToUs_ = false;
+    ownsEntry_ = false;
     return block->owners_ == 0 && !block->first_;
 }
 

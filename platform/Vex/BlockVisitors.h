@@ -5,19 +5,19 @@
 
 #include <atomic>
 
-/// Who stands in a block of an ordered collection.
+/// Tracks the iterators that are inside a block of an ordered collection.
 ///
-/// An entry must stay where it is for as long as an iterator shows it, and only that entry:
-/// its neighbours move and go as the collection wishes. A count on the block would not tell
-/// which entry is meant, and a count on every entry would be touched at each step of a walk.
-/// So an iterator enters itself in its block's list when it comes and leaves the list when it
-/// goes; within the block it steps as if it were alone. The collection reads the list when it
-/// is about to change the block, which is rare while somebody walks.
+/// An entry must stay where it is while an iterator refers to it. This holds for that entry
+/// only: its neighbours can move or be removed. A count on the block would not identify the
+/// entry, and a count on every entry would be touched at each step of a walk. So an iterator
+/// adds itself to the block's list when it enters and removes itself when it leaves; steps
+/// within the block do not touch the list. The collection reads the list when it is about to
+/// change the block, which is rare during a walk.
 namespace [[gnu::visibility("default")]] Vex {
 
 class BlockVisitor;
 
-/// Which slots of a block hold entries: from `begin` up to, but without, `end`.
+/// Which slots of a block hold entries: from `begin` up to but not including `end`.
 struct BlockExtent {
     U16 begin = 0;
     U16 end = 0;
@@ -25,7 +25,7 @@ struct BlockExtent {
     U16 size() const noexcept { return static_cast<U16>(end - begin); }
 };
 
-/// What every block starts with. The slots stand behind it and are its owner's affair.
+/// The start of every block. The slots follow it and are managed by the collection.
 class BlockHead {
 public:
     explicit BlockHead(U16 slots) noexcept : capacity(slots) {}
@@ -33,24 +33,25 @@ public:
     BlockHead(BlockHead const &) = delete;
     BlockHead & operator=(BlockHead const &) = delete;
 
-    /// Whether one extent has the block to itself and nobody stands in it, so that its
-    /// entries may be moved.
+    /// Whether the block holds a single extent and has no visitor, so that its entries
+    /// can be moved.
     bool exclusive() const noexcept;
 
-    /// One extent of the collection more.
+    /// Adds one extent to the block's count.
     void own() noexcept;
 
-    /// One extent of the collection less. True when nobody is left: the caller frees it.
+    /// Takes one extent from the block's count. True if neither extent nor visitor is
+    /// left: the caller must free the block.
     [[nodiscard]] bool disown() noexcept;
 
-    /// Calls `mark` with every slot of the block on which somebody stands.
+    /// Calls `mark` with every slot of the block that has a visitor.
     template <class Mark>
     void forEachVisited(Mark && mark) const;
 
-    /// Leaves the entries in the slots from `from` up to `to` to those who stand on them, and
-    /// calls `mark` with the slot of each of these. The last one destroys the entry.
+    /// Hands the visited entries in the slots [from, to) over to their visitors, and calls
+    /// `mark` with the slot of each visitor. The last visitor of an entry destroys it.
     template <class Mark>
-    void leaveToVisitors(void const * from, void const * to, Mark && mark) noexcept;
+    void handOverToVisitors(void const * from, void const * to, Mark && mark) noexcept;
 
     /// The slots in use, while the block is the collection's only one.
     BlockExtent extent;
@@ -60,13 +61,14 @@ private:
     friend class BlockVisitor;
     friend class BlockGuard;
 
-    /// How many extents of the collection lie in the block.
+    /// The number of the collection's extents in the block.
     U8 owners_ = 1;
     mutable std::atomic<bool> busy_{false};
     BlockVisitor * first_ = nullptr;
 };
 
-/// Keeps a block's list to one thread while it lives, when the thread-safe switch is on.
+/// Gives one thread exclusive use of a block's list while the guard lives, if the
+/// thread-safe switch is on.
 class BlockGuard {
 public:
     explicit BlockGuard(BlockHead const & block) noexcept
@@ -91,7 +93,8 @@ private:
     std::atomic<bool> * busy_;
 };
 
-/// One who stands on an entry. Neither copied nor moved as such: the block points to it.
+/// A visitor of an entry: the base of an iterator. Neither copied nor moved itself, since
+/// the block points to it.
 class BlockVisitor {
 public:
     BlockVisitor() = default;
@@ -105,33 +108,35 @@ protected:
 
     BlockHead * block() const noexcept { return block_; }
 
-    /// Goes on to another slot of the same block.
+    /// Steps to another slot of the same block.
     void stepTo(void * slot) noexcept { slot_ = slot; }
 
-    /// Enters a block, standing in none.
+    /// Enters a block. Requires that the visitor is in none.
     void enter(BlockHead * block, void * slot) noexcept {
         BlockGuard const guard(*block);
         link(block, slot);
     }
 
-    /// Stands where `other` does, standing in no block yet.
+    /// Enters the block of `other` at the same entry. Requires that the visitor is in no
+    /// block.
     void join(BlockVisitor const & other) noexcept {
         if (other.block_) {
             BlockGuard const guard(*other.block_);
             link(other.block_, other.slot_);
-            leftToUs_ = other.leftToUs_;
+            ownsEntry_ = other.ownsEntry_;
         }
     }
 
-    /// Leaves the block. `destroy(slot)` is called when the entry was left to its visitors
-    /// and this was the last of them, `free(block)` when the block has become nobody's.
+    /// Leaves the block. Calls `destroy(slot)` if the entry was handed over to its
+    /// visitors and this was the last of them, and `free(block)` if the block has no
+    /// extent and no visitor left.
     template <class Destroy, class Free>
     void leave(Destroy && destroy, Free && free) noexcept {
         BlockHead * const block = block_;
         if (!block) {
             return;
         }
-        if (!threadSafePtrSwitch.load(std::memory_order_relaxed) && !leftToUs_) {
+        if (!threadSafePtrSwitch.load(std::memory_order_relaxed) && !ownsEntry_) {
             unlink();
             return;
         }
@@ -167,17 +172,18 @@ private:
         slot_ = nullptr;
     }
 
-    /// Steps off the entry, keeping the block still; whether the entry dies of it.
+    /// Leaves the entry but stays in the block. True if the caller must destroy the
+    /// entry.
     bool stepOff() noexcept;
 
-    /// Leaves the list; whether the block is nobody's now.
+    /// Leaves the block's list. True if the caller must free the block.
     bool leftNobody() noexcept;
 
     BlockHead * block_ = nullptr;
     void * slot_ = nullptr;
     BlockVisitor * next_ = nullptr;
     BlockVisitor ** link_ = nullptr;
-    bool leftToUs_ = false;
+    bool ownsEntry_ = false;
 };
 
 inline bool BlockHead::exclusive() const noexcept {
@@ -200,18 +206,18 @@ template <class Mark>
 void BlockHead::forEachVisited(Mark && mark) const {
     BlockGuard const guard(*this);
     for (BlockVisitor const * visitor = first_; visitor; visitor = visitor->next_) {
-        if (visitor->slot_ && !visitor->leftToUs_) {
+        if (visitor->slot_ && !visitor->ownsEntry_) {
             mark(visitor->slot_);
         }
     }
 }
 
 template <class Mark>
-void BlockHead::leaveToVisitors(void const * from, void const * to, Mark && mark) noexcept {
+void BlockHead::handOverToVisitors(void const * from, void const * to, Mark && mark) noexcept {
     BlockGuard const guard(*this);
     for (BlockVisitor * visitor = first_; visitor; visitor = visitor->next_) {
-        if (!visitor->leftToUs_ && visitor->slot_ >= from && visitor->slot_ < to) {
-            visitor->leftToUs_ = true;
+        if (!visitor->ownsEntry_ && visitor->slot_ >= from && visitor->slot_ < to) {
+            visitor->ownsEntry_ = true;
             mark(visitor->slot_);
         }
     }

@@ -21,7 +21,7 @@ constexpr bool isDecimal(std::string_view text) noexcept {
 }
 
 /// Reads a whole text as a decimal number from 0 to `max`: digits only, with no leading
-/// zero but in "0" itself. Anything else is nothing.
+/// zero except in "0" itself. Returns nullopt for anything else.
 constexpr std::optional<U32> readDecimal(std::string_view text, U32 max) noexcept {
     constexpr std::size_t mostDigits = 10;
     if (text.empty() || text.size() > mostDigits || (text.size() > 1 && text[0] == '0')) {
@@ -40,11 +40,11 @@ constexpr std::optional<U32> readDecimal(std::string_view text, U32 max) noexcep
     return static_cast<U32>(number);
 }
 
-/// The hexadecimal digits that are written.
+/// The hexadecimal digits that the writers use.
 inline constexpr std::string_view hexDigits = "0123456789abcdef";
 
-/// Stands in `hexValues` for a byte that is no hexadecimal digit. It has bits that no
-/// digit has, so several digits can be read first and tested together.
+/// Marks a byte in `hexValues` that is not a hexadecimal digit. It has bits that no digit
+/// value has, so several digits can be read first and tested together.
 inline constexpr U8 noHexDigit = 0xF0;
 
 /// From a byte to the value of that hexadecimal digit, in either case.

@@ -8,13 +8,14 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// A directory of the published state tree: names, each of an entity or of a directory
-/// below this one. Looked up and walked by many, filled by the one who mounts the state.
+/// A directory of the published state tree: names, each of an entity or of a
+/// subdirectory. Filled by the code that mounts the state, then looked up and walked by
+/// its readers.
 class Dir : public Tracked<Dir, PtrInterface> {
 public:
     static constexpr char const * vexTypeName = "Vex::Dir";
 
-    /// What stands under one name: exactly one of the two pointers is set.
+    /// The entry under one name: exactly one of the two pointers is set.
     class Entry {
     public:
         using Key = Name;
@@ -32,10 +33,10 @@ public:
         /// The name, the same as the key.
         Name const & name() const noexcept { return name_; }
 
-        /// The entity, or null when a directory stands here.
+        /// The entity, or null if this is a directory.
         Ptr<Entity const> const & entity() const noexcept { return entity_; }
 
-        /// The directory, or null when an entity stands here.
+        /// The directory, or null if this is an entity.
         Ptr<Dir> const & dir() const noexcept { return dir_; }
 
     private:
@@ -46,7 +47,7 @@ public:
 
     using Entries = HashMap2018<Entry>;
 
-    /// A walk over the entities, in the hash order of their names; directories are passed over.
+    /// Iterates over the entities in the hash order of their names and skips directories.
     class EntityIterator {
     public:
         explicit EntityIterator(Entries::Iterator at) : at_(std::move(at)) { toEntity(); }
@@ -75,23 +76,24 @@ public:
 
     Dir() = default;
 
-    /// The entity under `name`; null when nothing, or a directory, stands there.
+    /// The entity under `name`; null if there is no such entry or it is a directory.
     Ptr<Entity const> entityPtr(Name const & name) const;
 
-    /// The entry under `name`, whatever stands there, or null. It is the directory's own
-    /// and stays valid until that entry is changed.
+    /// The entry under `name`, of either kind, or null. The directory owns it; it stays
+    /// valid until that entry is changed.
     Entry const * entryState(Name const & name) const { return entries_.find(name); }
 
-    /// A walk over the entities of this directory.
+    /// Iterates over the entities of this directory.
     EntityIterator entityPtrIteratorConst() const { return EntityIterator(entries_.begin()); }
 
-    /// Puts `entity` under `name` in place of whatever stands there; null removes it.
+    /// Stores `entity` under `name` in place of any earlier entry; null removes the
+    /// entry.
     void entityIs(Name const & name, Ptr<Entity const> entity);
 
-    /// The directory under `name`, made when none stands there (an entity would be replaced).
+    /// The directory under `name`, created if there is none (it then replaces an entity).
     Ptr<Dir> dirIs(Name const & name);
 
-    /// How many names the directory holds.
+    /// The number of names in the directory.
     std::size_t size() const noexcept { return entries_.size(); }
 
 private:

@@ -6,8 +6,8 @@ namespace [[gnu::visibility("default")]] Vex {
 
 struct Type;
 
-/// The root of everything that is shared through `Ptr`: it carries the count and dies with
-/// the last holder. Entities are never copied.
+/// The root of everything that is shared through `Ptr`: it holds the reference count and
+/// is destroyed with the last `Ptr`. Entities are never copied.
 class PtrInterface {
 public:
     PtrInterface(PtrInterface const &) = delete;
@@ -16,23 +16,25 @@ public:
     /// The reflection record of the object's run-time type.
     virtual Type const & fwkType() const noexcept;
 
-    /// Whether changes of the object are announced to whoever watches it. Off while the
-    /// constructor runs; whoever makes an entity switches it on before handing it out.
+    /// Whether changes to the object are announced to its observers. Off while the
+    /// constructor runs; the code that creates an entity switches it on before handing it
+    /// out.
     bool hasNotificationActive() const noexcept { return notificationActive_; }
 
     void hasNotificationActiveIs(bool active) noexcept { notificationActive_ = active; }
 
-    /// One holder more. Called by `Ptr` alone.
+    /// Adds a reference. Called only by `Ptr`.
     void newRef() const noexcept { count_.up(); }
 
-    /// One holder less; the last one destroys the object. Called by `Ptr` alone.
+    /// Drops a reference and destroys the object if it was the last. Called only by
+    /// `Ptr`.
     void deleteRef() const noexcept {
         if (count_.down()) {
             delete this;
         }
     }
 
-    /// How many hold the object at this moment.
+    /// The current number of references.
     U32 references() const noexcept { return count_.value(); }
 
 protected:

@@ -14,21 +14,21 @@ namespace [[gnu::visibility("default")]] Vex {
 
 /// The hash table of published state: filled by one writer, then looked up and walked.
 ///
-/// Entries stand side by side in one vector, in the order in which they came; beside it
-/// lies an index of hashes and positions, 32 bits each, probed linearly. A search so touches
-/// an entry only when its hash fits, and a growing index is filled from the old one. An entry
-/// costs its own size and some sixteen bytes, and no allocation of its own: state runs to
-/// millions of addresses in tables from one entry to all of them. Tables of up to `unindexed`
-/// entries are searched straight through. Entries come one by one, or all at once when the
-/// whole table is known (`fill`). None is ever removed by itself; a table that shrinks is
-/// built anew.
+/// Entries are stored in one vector, in the order of insertion; a separate index holds hashes
+/// and positions, 32 bits each, and is probed linearly. So a search touches an entry only if
+/// its hash matches, and a growing index is filled from the old one. An entry costs its own
+/// size and about sixteen bytes, without an allocation of its own: state runs to millions of
+/// addresses, spread over tables of one entry to all of them. Tables of up to `unindexed`
+/// entries are searched linearly. Entries are added one by one, or all at once if the whole
+/// table is known (`fill`). Single entries are never removed; a table that shrinks is built
+/// anew.
 template <class SlotType>
 class FlatHashMap {
 public:
     using Slot = SlotType;
     using Key = typename Slot::Key;
 
-    /// A walk in the table's own order that hands out what a reader sees of each slot.
+    /// Iterates in the table's own order and returns what a reader sees of each slot.
     class Iterator {
     public:
         explicit Iterator(Slot const * at) noexcept : at_(at) {}
@@ -64,7 +64,8 @@ public:
         return position == absent ? nullptr : &slots_[position];
     }
 
-    /// Inserts `slot` and returns true, or overwrites the entry of its key and returns false.
+    /// Inserts `slot` and returns true, or overwrites the entry with its key and returns
+    /// false.
     bool upsert(Slot slot) {
         U32 const position = positionOf(slot.key());
         if (position != absent) {
@@ -81,20 +82,22 @@ public:
         return true;
     }
 
-    /// Removes every entry and keeps the room, for whoever fills one table after the other.
+    /// Removes every entry but keeps the memory, for a caller that fills one table after
+    /// another.
     void clear() noexcept {
         slots_.clear();
         index_.clear();
     }
 
-    /// Takes `slots` for its entries, in their order and in place of what was there, and leaves
-    /// `slots` empty. A small table takes no more room than its entries need, so that whoever
-    /// fills many has the vector's room for the next one; a large table takes the vector's
-    /// room as it is, and gives its own for it.
+    /// Replaces all entries by `slots`, in their order, and leaves `slots` empty. A small
+    /// table takes no more memory than its entries need, so that a caller that fills many
+    /// tables keeps the vector's memory for the next one; a large table swaps its memory with
+    /// the vector's.
     ///
     /// The keys are compared only here, all at once, which for a large table takes a third of
-    /// the time of as many insertions. Tells the place of the first slot whose key an earlier
-    /// one has; when there is one, the entries are not to be searched.
+    /// the time of as many insertions. Returns the position of the first slot whose key an
+    /// earlier slot has, or nullopt. After a position was returned, the table must not be
+    /// searched.
     std::optional<std::size_t> fill(std::vector<Slot> & slots) {
         constexpr std::size_t small = 64;
         index_.clear();
@@ -177,10 +180,10 @@ private:
         return std::nullopt;
     }
 
-    /// Makes the index of all entries; stops at the first whose key is there already.
+    /// Builds the index of all entries; stops at the first one with a repeated key.
     std::optional<std::size_t> fillIndex() {
-        // Each bucket is somewhere else in memory: asked for this early, it has arrived when
-        // it is needed.
+        // The buckets are scattered in memory: prefetched this early, each has arrived by
+        // the time it is needed.
         constexpr std::size_t ahead = 16;
         index_ = emptyIndex();
         std::size_t const mask = index_.size() - 1;

@@ -4,13 +4,13 @@
 
 namespace Vex {
 
-/// Spreads a number over all 64 bits, so that a hash table may take its slot from any
-/// of them, the top ones included.
+/// Spreads a number over all 64 bits, so that a hash table can take its slot from any of
+/// them, including the top ones.
 ///
-/// Addresses and identifiers of one network differ in a few low bits only; used as they
-/// are, they would pile up in a few slots. This is the finaliser of SplitMix64 (Steele,
-/// Lea and Flood, 2014): two multiplications, no table, and a bijection, so two keys of
-/// at most 64 bits never share a hash. It hides nothing: no defence against chosen keys.
+/// Addresses and identifiers of one network differ only in a few low bits; unmixed, they
+/// would pile up in a few slots. This is the finaliser of SplitMix64 (Steele, Lea and
+/// Flood, 2014): two multiplications, no table, and a bijection, so two keys of at most
+/// 64 bits never share a hash. It is not keyed, so it is no defence against chosen keys.
 constexpr U64 hashMix(U64 bits) noexcept {
     bits = (bits ^ (bits >> 30)) * 0xbf58476d1ce4e5b9U;
     bits = (bits ^ (bits >> 27)) * 0x94d049bb133111ebU;

@@ -11,11 +11,11 @@ namespace [[gnu::visibility("default")]] Vex {
 
 /// The framework's hashed collection, with the nodes and iterators of the ordered one.
 ///
-/// Entries stand in the order of their hash, entries of one hash in the order of their
-/// keys: the bucket of an entry is the top bits of its hash, and every chain is kept sorted.
-/// So the iteration order depends on the content alone, never on the order of filling nor
-/// on the number of buckets, and an iterator finds its place again by hash and key.
-/// The key's `std::hash` must be well mixed in its top bits.
+/// Entries are ordered by hash, and entries with the same hash by key: the top bits of the
+/// hash select the bucket, and every chain is kept sorted. So the iteration order depends
+/// only on the content, not on the insertion order or the number of buckets, and an iterator
+/// finds its place again by hash and key. The key's `std::hash` must be well mixed in its
+/// top bits.
 template <class SlotType>
 class HashMap2018 {
 public:
@@ -82,31 +82,31 @@ public:
         }
     }
 
-    /// The entry under `key`; when there is none, the one that `make()` returns, inserted.
+    /// The entry under `key`; if there is none, inserts the one that `make()` returns.
     template <class Make>
     Slot & findOrInsert(Key const & key, Make && make) {
         Slot * known = find(key);
         return known ? *known : insert(std::forward<Make>(make)());
     }
 
-    /// Takes the entry under `key` out and returns it; nothing when there is none.
+    /// Removes the entry under `key` and returns it; nullopt if there is none.
     std::optional<Slot> remove(Key const & key) {
         if (size_ == 0) {
             return std::nullopt;
         }
         Node ** link = linkOf(hashOf(key), key);
-        return matches(*link, key) ? std::optional<Slot>(takeOut(link)) : std::nullopt;
+        return matches(*link, key) ? std::optional<Slot>(extract(link)) : std::nullopt;
     }
 
-    /// Takes out the entry on which `position` stands and returns it; nothing when it is at
-    /// the end or its entry is gone already. The iterator keeps standing where the entry was.
+    /// Removes the entry at `position` and returns it; nullopt if `position` is at the end or
+    /// its entry has already been removed. The iterator keeps its place.
     std::optional<Slot> remove(Iterator & position) {
         Node const * node = position.node_.get();
         if (!node || size_ == 0) {
             return std::nullopt;
         }
         Node ** link = linkOf(node->hash, node->slot.key());
-        return *link == node ? std::optional<Slot>(takeOut(link)) : std::nullopt;
+        return *link == node ? std::optional<Slot>(extract(link)) : std::nullopt;
     }
 
     void clear() noexcept {
@@ -129,7 +129,7 @@ public:
         ++other.version_;
     }
 
-    /// Entry by entry, key and element.
+    /// Compares keys and elements, entry by entry.
     friend bool operator==(HashMap2018 const & a, HashMap2018 const & b) {
         if (&a == &b) {
             return true;
@@ -160,7 +160,8 @@ private:
         return bits_ == 0 ? 0 : static_cast<std::size_t>(hash >> (64U - bits_));
     }
 
-    /// The link at which an entry of this hash and key hangs, or before which it belongs.
+    /// The link that points to the entry with this hash and key, or to the entry before
+    /// which it belongs.
     Node ** linkOf(U64 hash, Key const & key) const {
         Node ** link = &buckets_[bucketOf(hash)];
         while (*link &&
@@ -183,8 +184,8 @@ private:
         return node->next ? node->next : firstFrom(bucketOf(node->hash) + 1);
     }
 
-    /// The first entry behind the place of `node`, which may be out of the collection.
-    Node * firstBehind(Node const & node) const {
+    /// The first entry after the place of `node`, which can already be removed.
+    Node * firstAfter(Node const & node) const {
         if (size_ == 0) {
             return nullptr;
         }
@@ -227,8 +228,8 @@ private:
         }
     }
 
-    /// The removed slot is copied, not moved, out of a node that an iterator still shows.
-    Slot takeOut(Node ** link) {
+    /// The slot is copied, not moved, out of a node that an iterator still refers to.
+    Slot extract(Node ** link) {
         Node * const node = *link;
         *link = std::exchange(node->next, nullptr);
         --size_;

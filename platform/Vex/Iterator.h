@@ -8,8 +8,9 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// A holder of a collection's node: the node lives as long as the collection or any
-/// iterator holds it. Node is counted (`count`) and destroyed with `Node::destroy`.
+/// A counted reference to a collection's node, which lives as long as the collection or
+/// any iterator refers to it. Node is counted (`count`) and destroyed with
+/// `Node::destroy`.
 template <class Node>
 class NodeRef {
 public:
@@ -30,7 +31,7 @@ public:
 
     Node * get() const noexcept { return node_; }
 
-    /// Gives up one hold on `node`, which may be null.
+    /// Releases one reference to `node`, which can be null.
     static void release(Node * node) noexcept {
         if (node && node->count.down()) {
             Node::destroy(node);
@@ -49,10 +50,10 @@ private:
 
 /// A forward iterator over a keyed collection.
 ///
-/// It holds the node on which it stands, so that key and element stay readable when the
-/// node is deleted under it. When the collection has changed since the last step, the next
-/// one finds its place again by key: entries inserted behind it are met, none is met twice.
-/// The collection itself must outlive every step.
+/// It holds a reference to its node, so that key and element stay readable after the entry
+/// is removed. If the collection has changed since the last step, the next step finds its
+/// place again by key: it reaches entries inserted after the current one and never returns
+/// an entry twice. The collection itself must outlive every step.
 template <class Map>
 class CollectionIterator {
 public:
@@ -80,7 +81,7 @@ public:
     /// The key of the entry.
     decltype(auto) key() const { return node_.get()->slot.key(); }
 
-    /// The entry whole: key and element.
+    /// The whole entry: key and element.
     Slot const & slot() const noexcept { return node_.get()->slot; }
 
     CollectionIterator & operator++() {
@@ -88,7 +89,7 @@ public:
         if (version_ == map_->version()) {
             node_ = NodeRef<Node>(map_->following(node));
         } else {
-            node_ = NodeRef<Node>(map_->firstBehind(*node));
+            node_ = NodeRef<Node>(map_->firstAfter(*node));
             version_ = map_->version();
         }
         return *this;
@@ -100,7 +101,7 @@ public:
         return before;
     }
 
-    /// Equal when both stand on the same entry, or both at an end.
+    /// Equal when both refer to the same entry or both are at the end.
     friend bool operator==(CollectionIterator const & a, CollectionIterator const & b) noexcept {
         return a.node_.get() == b.node_.get();
     }

@@ -12,8 +12,8 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// Raises an `OperandError` unless that many arguments were given as types are expected:
-/// "expected 2 arguments (Vex::String, bool), found 1".
+/// Raises an `OperandError` unless `found` is the number of `expected` types: "expected 2
+/// arguments (Vex::String, bool), found 1".
 void expectCount(std::size_t found, std::initializer_list<std::type_info const *> expected);
 
 /// Raises an `OperandError` when the pointer to the object is null.
@@ -21,8 +21,8 @@ void expectObject(AnyValue const & object);
 
 } // namespace Vex
 
-/// Calling a member function on a boxed object with boxed arguments. Everything is taken
-/// out of its box before the call, so that nothing has changed when something does not fit.
+/// Calling a member function on a boxed object with boxed arguments. Everything is unboxed
+/// before the call, so that nothing has changed if an argument does not fit.
 namespace Vex {
 
 template <class T>
@@ -34,13 +34,13 @@ void expectArguments(std::vector<AnyValue> const & arguments) {
     expectCount(arguments.size(), {&typeid(Args)...});
 }
 
-/// The argument of that place, counted from 0, as a `T`.
+/// The argument at `place`, counted from 0, as a `T`.
 template <class T>
 T argument(std::vector<AnyValue> const & arguments, std::size_t place) {
     return arguments[place].as<T>("argument " + std::to_string(place + 1));
 }
 
-/// Calls `use` with the object, to be read.
+/// Calls `use` with the object for reading.
 template <class T, class Use>
 auto reading(AnyValue const & object, Use use) {
     if constexpr (isEntity<T>) {
@@ -52,7 +52,7 @@ auto reading(AnyValue const & object, Use use) {
     }
 }
 
-/// Calls `use` with the object, to be changed. A pointer to a constant entity does not fit.
+/// Calls `use` with the object for changing. Refuses a pointer to a constant entity.
 template <class T, class Use>
 auto changing(AnyValue const & object, Use use) requires isEntity<T> {
     auto const entity = object.as<Ptr<T>>("object");
@@ -65,8 +65,8 @@ auto changing(AnyValue & object, Use use) requires(!isEntity<T>) {
     return use(object.reference<T>("object"));
 }
 
-/// A call of a member function of type `F`. An entity that it returns is boxed; of a
-/// function without a result, nothing is.
+/// Calls a member function of type `F`. A returned entity is boxed; the result of a
+/// `void` function is an empty `AnyValue`.
 template <class F>
 struct MemberCall;
 
@@ -99,7 +99,8 @@ private:
     }
 };
 
-/// The mutators of values can be called on modifiable values only, and say so.
+/// The mutators of values are `&`-qualified: they can be called only on modifiable
+/// values.
 template <class T, class R, class... Args>
 struct MemberCall<R (T::*)(Args...) &> : MemberCall<R (T::*)(Args...)> {};
 

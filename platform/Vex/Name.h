@@ -8,7 +8,7 @@
 namespace [[gnu::visibility("default")]] Vex {
 
 /// The name of a switch, a source or a directory entry: any bytes, compared and ordered
-/// byte by byte. A type of its own, so that a name is not taken for a text.
+/// byte by byte. A type of its own, so that a name cannot be mistaken for other text.
 class Name {
 public:
     Name() = default;
@@ -33,7 +33,7 @@ public:
         return a.view() <=> b.view();
     }
 
-    /// Against text, without making a name of it first.
+    /// Compares with text without making a `Name` first.
     friend bool operator==(Name const & a, std::string_view b) noexcept { return a.view() == b; }
 
     friend bool operator==(Name const & a, char const * b) noexcept { return a.view() == b; }

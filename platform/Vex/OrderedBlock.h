@@ -10,19 +10,19 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// A block of an ordered collection: its head, and behind it, side by side, its slots.
+/// A block of an ordered collection: its head, followed by an array of slots.
 ///
-/// How many of them hold an entry says an extent, which the collection keeps (BlockIndex.h).
-/// What moves entries is noexcept: a slot whose move throws, or memory that runs out, ends
-/// the process, as it does for every entity.
+/// Which of them hold entries is recorded in an extent, which the collection keeps
+/// (BlockIndex.h). The functions that move entries are noexcept: a slot whose move throws,
+/// or lack of memory, ends the process, as it does for every entity.
 template <class Slot>
 class OrderedBlock : public BlockHead {
 public:
-    /// A full block takes some 1 KB: moving half of it costs less than finding it.
+    /// A full block takes about 1 KB: moving half of it costs less than finding it.
     static constexpr U16 maxSlots =
         static_cast<U16>(std::clamp<std::size_t>(1024 / sizeof(Slot), 8, 128));
 
-    /// A new block for `capacity` entries, without any.
+    /// A new, empty block with room for `capacity` entries.
     static OrderedBlock * make(std::size_t capacity) noexcept {
         void * memory = nullptr;
         if constexpr (overAligned) {
@@ -33,7 +33,7 @@ public:
         return new (memory) OrderedBlock(static_cast<U16>(capacity));
     }
 
-    /// Frees the block; its entries are gone already.
+    /// Frees the block, whose entries have already been destroyed.
     static void free(BlockHead * head) noexcept {
         auto * const block = static_cast<OrderedBlock *>(head);
         block->~OrderedBlock();
@@ -53,7 +53,7 @@ public:
 
     Slot * end(BlockExtent const & in) noexcept { return slot(in.end); }
 
-    /// Puts an entry into the extent, where there is room for it in the block, before `at`.
+    /// Inserts an entry into the extent before `at`. The block must have room for it.
     Slot * insert(BlockExtent & in, Slot * at, Slot && entry) noexcept {
         Slot * const last = end(in);
         if (in.end < capacity) {
@@ -71,7 +71,7 @@ public:
         return new (at) Slot(std::move(entry));
     }
 
-    /// Takes the entry at `at` out of the extent.
+    /// Removes the entry at `at` from the extent.
     void erase(BlockExtent & in, Slot * at) noexcept {
         std::destroy_at(at);
         if (at == begin(in)) {
@@ -85,7 +85,8 @@ public:
         --in.end;
     }
 
-    /// Moves the entries between `from` and `to` behind the extent, where there is room.
+    /// Moves the entries [from, to) to the end of the extent. The block must have room
+    /// for them.
     void append(BlockExtent & in, Slot * from, Slot * to) noexcept {
         Slot * out = end(in);
         in.end = static_cast<U16>(in.end + (to - from));

@@ -11,20 +11,20 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// The entries of an ordered collection in their blocks: nothing while it is empty, a single
-/// block that grows with it while it is small, then full-sized blocks under an index.
+/// The blocks of an ordered collection: none while it is empty, a single block that grows
+/// with it while it is small, then full-sized blocks under an index.
 ///
-/// Where somebody stands in a block that is to change, the entries around are moved out into
-/// blocks of their own and what is stood upon is left alone, a part of one entry in the old
-/// block. When the visitors are gone, such crumbs are swept together again.
+/// When a block with visitors must change, the entries around a visited one are moved out
+/// into blocks of their own, and the visited entry stays as a part of one entry in the old
+/// block. After the visitors have left, these fragments are joined again.
 template <class Slot>
 class OrderedBlocks {
 public:
     using Key = typename Slot::Key;
     using Block = OrderedBlock<Slot>;
 
-    /// A place among the entries of one part: of an entry, of a gap before one, or behind
-    /// the last. Valid until entries come or go.
+    /// A position in one part: at an entry, at the gap before an entry, or past the last
+    /// entry. Valid until entries are inserted or removed.
     struct Where {
         Block * block = nullptr;
         BlockExtent * in = nullptr;
@@ -34,7 +34,7 @@ public:
         bool atEnd() const noexcept { return at == block->end(*in); }
     };
 
-    /// Stands on an entry (`at`) without being entered as a visitor; null at the end.
+    /// Refers to an entry (`at`) without being registered as a visitor; null at the end.
     struct Cursor {
         Block * block = nullptr;
         Slot * at = nullptr;
@@ -57,7 +57,8 @@ public:
     void swap(OrderedBlocks & other) noexcept { std::swap(root_, other.root_); }
 
     /// The first entry whose key is not below `key`, within the one part that can hold the
-    /// key; behind that part's last entry when there is none. Not to be asked when empty.
+    /// key; past that part's last entry if there is none. Must not be called on an empty
+    /// collection.
     Where lowerBound(Key const & key) const {
         Where where = partFor(key);
         where.at = firstThat(where, [&](Slot const & slot) { return !(slot.key() < key); });
@@ -73,8 +74,8 @@ public:
         return !where.atEnd() && !(key < where.at->key()) ? where.at : nullptr;
     }
 
-    /// Behind the last entry of all. Not to be asked when empty.
-    Where behindLast() const noexcept {
+    /// Past the last entry of all. Must not be called on an empty collection.
+    Where pastLast() const noexcept {
         Where where = whereIs(indexed() ? index().last() : BlockPlace{});
         where.at = where.block->end(*where.in);
         return where;
@@ -83,7 +84,7 @@ public:
     Cursor first() const noexcept { return root_ ? cursorAt(whereIs({})) : Cursor{}; }
 
     /// The first entry whose key is above `key`.
-    Cursor firstBehind(Key const & key) const {
+    Cursor firstAfter(Key const & key) const {
         if (!root_) {
             return {};
         }
@@ -102,19 +103,20 @@ public:
         }
     }
 
-    /// From the last entry of a part on to the first one of the next.
+    /// Steps from the last entry of a part to the first entry of the next.
     void toNextPart(Cursor & cursor) const noexcept {
         cursor =
             indexed() && index().forward(cursor.place) ? cursorAt(whereIs(cursor.place)) : Cursor{};
     }
 
-    /// Makes room for some entries in an empty collection; they are to follow.
+    /// Makes room for `entries` entries in an empty collection. The caller inserts them
+    /// next.
     void reserve(std::size_t entries) noexcept {
         root_ = Block::make(std::min<std::size_t>(entries, Block::maxSlots));
     }
 
-    /// Adds an entry whose key is above all others to the only block, if there is room in it and
-    /// nobody stands in it. Most tables are filled like this, entry by entry.
+    /// Adds an entry whose key is above all others to the only block, if it has room and no
+    /// visitor. Most tables are filled like this, entry by entry.
     bool append(Slot & slot) {
         if (!root_ || indexed() || root_->extent.end == root_->capacity || !root_->exclusive()) {
             return false;
@@ -129,14 +131,15 @@ public:
         return true;
     }
 
-    /// Inserts an entry where its key belongs; in an empty collection `where` means nothing.
+    /// Inserts an entry at `where`, the place of its key; in an empty collection `where` is
+    /// ignored.
     Slot * insert(Where where, Slot && slot) noexcept {
         if (!root_) {
             reserve(1);
-            where = behindLast();
+            where = pastLast();
         } else if (!where.block->exclusive()) {
             Key const key(slot.key());
-            where = loosen(where, &key);
+            where = isolate(where, &key);
         }
         if (where.in->size() == where.block->capacity) {
             where = makeRoom(where, slot);
@@ -147,14 +150,14 @@ public:
         return where.block->insert(*where.in, where.at, std::move(slot));
     }
 
-    /// Takes an entry out and returns it: a copy, when somebody stands on it.
-    std::optional<Slot> takeOut(Where where) {
+    /// Removes an entry and returns it; returns a copy if the entry has a visitor.
+    std::optional<Slot> extract(Where where) {
         std::optional<Slot> taken;
         if (where.block->exclusive()) {
             taken.emplace(std::move(*where.at));
         } else {
             taken.emplace(std::as_const(*where.at));
-            where = loosen(where, nullptr);
+            where = isolate(where, nullptr);
         }
         remove(where);
         return taken;
@@ -184,7 +187,7 @@ private:
 
     Index & index() const noexcept { return *static_cast<Index *>(root_); }
 
-    /// The entry that is `offset` entries into a part.
+    /// The entry at `offset` within a part.
     Where whereIs(BlockPlace place, std::ptrdiff_t offset = 0) const noexcept {
         if (!indexed()) {
             auto * const block = static_cast<Block *>(root_);
@@ -204,16 +207,17 @@ private:
         return {where.block, where.at, where.block->end(*where.in), where.place};
     }
 
-    /// The first entry of a part of which `holds` is true, as it is of all behind it.
+    /// The first entry of a part for which `holds` is true; it must be true for all that
+    /// follow.
     template <class Predicate>
     static Slot * firstThat(Where const & part, Predicate holds) {
         Slot * first = part.block->begin(*part.in);
         std::size_t left = part.in->size();
         while (left > 0) {
             std::size_t const half = left / 2;
-            bool const behind = !holds(std::as_const(first[half]));
-            first = behind ? first + half + 1 : first;
-            left = behind ? left - half - 1 : half;
+            bool const after = !holds(std::as_const(first[half]));
+            first = after ? first + half + 1 : first;
+            left = after ? left - half - 1 : half;
         }
         return first;
     }
@@ -227,8 +231,8 @@ private:
             return;
         }
         Marks kept;
-        block->leaveToVisitors(first, last,
-                               [&](void * slot) { kept.set(positionOf(*block, slot)); });
+        block->handOverToVisitors(first, last,
+                                  [&](void * slot) { kept.set(positionOf(*block, slot)); });
         for (Slot * at = first; at != last; ++at) {
             if (!kept.test(positionOf(*block, at))) {
                 std::destroy_at(at);
@@ -247,7 +251,7 @@ private:
         }
     }
 
-    /// Puts the only block under an index.
+    /// Replaces the only block by an index that holds it.
     void makeIndex() noexcept {
         auto * const block = static_cast<Block *>(root_);
         auto all = std::make_unique<Index>(
@@ -256,7 +260,7 @@ private:
         root_ = all.release();
     }
 
-    /// Makes room in a full block for an entry to be inserted; returns where it goes then.
+    /// Makes room in a full block for an entry; returns where to insert it.
     Where makeRoom(Where where, Slot const & slot) noexcept {
         auto const offset = where.at - where.block->begin(*where.in);
         if (where.block->capacity < Block::maxSlots) {
@@ -267,16 +271,16 @@ private:
         }
         bool const behindAll = where.place == index().last() && offset == Block::maxSlots;
         if (behindAll) {
-            // A block that was filled in key order stays full.
-            auto const next = index().insertBehind(
+            // Filling in key order leaves full blocks.
+            auto const next = index().insertAfter(
                 where.place, {Block::make(Block::maxSlots), {}, Key(slot.key())});
             return whereIs(next);
         }
         return split(where.place, offset);
     }
 
-    /// Most sets have one member or few, most tables some ten entries: those are reached in
-    /// steps that spare allocations, and then it doubles.
+    /// Most sets have one or a few members, most tables about ten entries: the first steps
+    /// save allocations at these sizes, then the capacity doubles.
     static constexpr std::size_t largerThan(std::size_t capacity) noexcept {
         return capacity < 4 ? 4 : capacity < 12 ? 12 : capacity * 2;
     }
@@ -302,7 +306,7 @@ private:
         Where const full = whereIs(place);
         Slot * const middle = full.at + half;
         auto const right =
-            index().insertBehind(place, {Block::make(Block::maxSlots), {}, Key(keyOf(*middle))});
+            index().insertAfter(place, {Block::make(Block::maxSlots), {}, Key(keyOf(*middle))});
         auto left = right;
         index().back(left);
         Where const lower = whereIs(left);
@@ -312,8 +316,8 @@ private:
         return offset <= half ? whereIs(left, offset) : whereIs(right, offset - half);
     }
 
-    /// Takes out an entry, moved from or copied already, that may be taken out: nobody stands
-    /// in its block, or it is a part of its own.
+    /// Removes an entry that has already been moved from or copied. Its block must have no
+    /// visitor, or the entry must be a part of its own.
     void remove(Where where) noexcept {
         if (indexed()) {
             --index().entries;
@@ -322,7 +326,7 @@ private:
             where.block->erase(*where.in, where.at);
         } else {
             bool shown = false;
-            where.block->leaveToVisitors(where.at, where.at + 1, [&](void *) { shown = true; });
+            where.block->handOverToVisitors(where.at, where.at + 1, [&](void *) { shown = true; });
             if (!shown) {
                 std::destroy_at(where.at);
             }
@@ -359,7 +363,7 @@ private:
         }
     }
 
-    /// Moves a part into the one before it, if both are small and free to be moved.
+    /// Moves a part into the one before it, if both are small and can be moved.
     bool join(BlockPlace left, BlockPlace right) noexcept {
         auto & to = index().at(left);
         auto const & from = index().at(right);
@@ -375,8 +379,9 @@ private:
         return true;
     }
 
-    /// Joins what walks have left behind before a part; returns where that part is then.
-    BlockPlace sweepBefore(BlockPlace place) noexcept {
+    /// Joins the fragments that walks have left before a part; returns where that part is
+    /// afterwards.
+    BlockPlace joinFragmentsBefore(BlockPlace place) noexcept {
         for (;;) {
             auto right = place;
             if (!index().back(right)) {
@@ -391,14 +396,14 @@ private:
         }
     }
 
-    /// Divides a part of a block in which somebody stands. With `inserted`, `where` is the
-    /// gap for an entry of that key, and what is returned is a gap in a block free to change;
-    /// without, it is an entry, and what is returned is where that entry is then.
-    Where loosen(Where where, Key const * inserted) noexcept {
+    /// Divides a part of a block that has visitors. With `inserted`, `where` is the gap for
+    /// an entry with that key, and the result is a gap in a block that can be changed;
+    /// without, `where` is an entry, and the result is where that entry is afterwards.
+    Where isolate(Where where, Key const * inserted) noexcept {
         if (!indexed()) {
             makeIndex();
         }
-        auto place = sweepBefore(where.place);
+        auto place = joinFragmentsBefore(where.place);
         Block * const old = where.block;
         Slot * const last = old->end(index().at(place).extent);
         Marks visited;
@@ -441,13 +446,13 @@ private:
         return whereIs(replace(place, std::move(parts), chosen), offset);
     }
 
-    /// Puts parts into the place of one; returns the place of the chosen one of them.
+    /// Replaces one part by several; returns the place of the chosen one.
     BlockPlace replace(BlockPlace place, std::vector<typename Index::Part> by,
                        std::size_t chosen) noexcept {
         index().at(place).block = by.front().block;
         index().at(place).extent = by.front().extent;
         for (std::size_t i = 1; i < by.size(); ++i) {
-            place = index().insertBehind(place, std::move(by[i]));
+            place = index().insertAfter(place, std::move(by[i]));
         }
         for (std::size_t i = by.size() - 1; i > chosen; --i) {
             index().back(place);

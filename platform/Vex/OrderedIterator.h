@@ -12,10 +12,11 @@ namespace [[gnu::visibility("default")]] Vex {
 
 /// A forward iterator over an ordered collection.
 ///
-/// The entry on which it stands stays where it is, key and element readable, until the
-/// iterator goes on, whatever becomes of the entry or the collection. When the collection has
-/// changed since the last step, the next one finds its place again by key: entries inserted
-/// behind it are met, none is met twice. The collection itself must outlive every step.
+/// The current entry stays in place, with key and element readable, until the iterator steps
+/// on, whatever happens to the entry or the collection. If the collection has changed since
+/// the last step, the next step finds its place again by key: it reaches entries inserted
+/// after the current one and never returns an entry twice. The collection itself must outlive
+/// every step.
 template <class Map>
 class OrderedIterator : private BlockVisitor {
 public:
@@ -59,7 +60,7 @@ public:
     /// The key of the entry.
     decltype(auto) key() const { return slot().key(); }
 
-    /// The entry whole: key and element.
+    /// The whole entry: key and element.
     Slot const & slot() const noexcept { return *static_cast<Slot const *>(visited()); }
 
     OrderedIterator & operator++() {
@@ -73,7 +74,7 @@ public:
                 moveTo(cursor);
             }
         } else {
-            moveTo(map_->blocks_.firstBehind(slot().key()));
+            moveTo(map_->blocks_.firstAfter(slot().key()));
             version_ = map_->version();
         }
         return *this;
@@ -85,7 +86,7 @@ public:
         return before;
     }
 
-    /// Equal when both stand on the same entry, or both at an end.
+    /// Equal when both refer to the same entry or both are at the end.
     friend bool operator==(OrderedIterator const & a, OrderedIterator const & b) noexcept {
         return a.visited() == b.visited();
     }

@@ -9,16 +9,16 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// The framework's ordered collection: entries in ascending key order, at most one for a
-/// key. `SlotType` (Slot.h) says what an entry is and where its key stands.
+/// The framework's ordered collection: entries in ascending key order, at most one per
+/// key. `SlotType` (Slot.h) defines what an entry is and where its key is.
 ///
 /// Most collections are small and there are a great many of them, so an empty one is two
 /// words without a heap block, a small one has a single block that grows with it, and only a
-/// large one has many blocks and an index (OrderedBlocks.h). A search halves within one block,
-/// a walk runs along it; filling in key order costs one comparison an entry, since the last
-/// one is tried first. Entries move when others come or go, except one on which an iterator
-/// stands. A version, bumped whenever that may have happened, tells an iterator that it must
-/// find its place again.
+/// large one has many blocks and an index (OrderedBlocks.h). A search is a binary search
+/// within one block, a walk steps along it; filling in key order costs one comparison per
+/// entry, since the last entry is tried first. Entries move when others are inserted or
+/// removed, except an entry that an iterator refers to. A version, bumped whenever entries
+/// can have moved, tells an iterator that it must find its place again.
 ///
 /// Keys are copyable; moving a slot must not throw.
 template <class SlotType>
@@ -37,7 +37,7 @@ public:
         }
         blocks_.reserve(other.size());
         for (auto from = other.blocks_.first(); from.at; other.blocks_.step(from)) {
-            blocks_.insert(blocks_.behindLast(), Slot(std::as_const(*from.at)));
+            blocks_.insert(blocks_.pastLast(), Slot(std::as_const(*from.at)));
         }
     }
 
@@ -82,7 +82,7 @@ public:
         }
     }
 
-    /// The entry under `key`; when there is none, the one that `make()` returns, inserted.
+    /// The entry under `key`; if there is none, inserts the one that `make()` returns.
     /// Valid until the next insertion or removal. `make` must not change the collection.
     template <class Make>
     Slot & findOrInsert(Key const & key, Make && make) {
@@ -90,24 +90,24 @@ public:
         return found ? *where.at : *insertAt(where, std::forward<Make>(make)());
     }
 
-    /// Takes the entry under `key` out and returns it; nothing when there is none.
+    /// Removes the entry under `key` and returns it; nullopt if there is none.
     std::optional<Slot> remove(Key const & key) {
         if (empty()) {
             return std::nullopt;
         }
         Where const where = blocks_.lowerBound(key);
-        return isAt(where, key) ? takeOut(where) : std::nullopt;
+        return isAt(where, key) ? extract(where) : std::nullopt;
     }
 
-    /// Takes out the entry on which `position` stands and returns it; nothing when it is at
-    /// the end or its entry is gone already. The iterator keeps standing where the entry was.
+    /// Removes the entry at `position` and returns it; nullopt if `position` is at the end or
+    /// its entry has already been removed. The iterator keeps its place.
     std::optional<Slot> remove(Iterator & position) {
         if (!position || empty()) {
             return std::nullopt;
         }
         Where const where = blocks_.lowerBound(position.slot().key());
         bool const there = !where.atEnd() && where.at == &position.slot();
-        return there ? takeOut(where) : std::nullopt;
+        return there ? extract(where) : std::nullopt;
     }
 
     void clear() noexcept {
@@ -121,7 +121,7 @@ public:
         ++other.version_;
     }
 
-    /// Entry by entry, key and element.
+    /// Compares keys and elements, entry by entry.
     friend bool operator==(OrderedMap const & a, OrderedMap const & b) {
         if (&a == &b) {
             return true;
@@ -144,7 +144,7 @@ private:
     using Blocks = OrderedBlocks<Slot>;
     using Where = typename Blocks::Where;
 
-    /// Where a key stands, or where it would be inserted.
+    /// Where a key is, or where it would be inserted.
     struct Place {
         Where where;
         bool found;
@@ -158,7 +158,7 @@ private:
         if (empty()) {
             return {{}, false};
         }
-        Where where = blocks_.behindLast();
+        Where where = blocks_.pastLast();
         if (std::as_const(where.at[-1]).key() < key) {
             return {where, false};
         }
@@ -171,9 +171,9 @@ private:
         return blocks_.insert(where, std::move(slot));
     }
 
-    std::optional<Slot> takeOut(Where const & where) {
+    std::optional<Slot> extract(Where const & where) {
         ++version_;
-        return blocks_.takeOut(where);
+        return blocks_.extract(where);
     }
 
     Blocks blocks_;

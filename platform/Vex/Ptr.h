@@ -24,7 +24,7 @@ public:
 
     Ptr(Ptr && other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
 
-    /// A `Ptr<T>` serves wherever a `Ptr` to a base or to a constant is asked for.
+    /// Converts to a `Ptr` to a base or to a constant.
     template <class U>
     requires std::is_convertible_v<U *, T *> Ptr(Ptr<U> const & other)
     noexcept : object_(other.ptr()) { hold(); }
@@ -36,7 +36,7 @@ public:
         return *this;
     }
 
-    /// The object, or null; the caller shares nothing by it.
+    /// The object, or null. The returned pointer does not share ownership.
     T * ptr() const noexcept { return object_; }
 
     T & operator*() const noexcept { return *object_; }
@@ -68,13 +68,13 @@ private:
     T * object_ = nullptr;
 };
 
-/// Makes a new object of type T and hands it out as its first `Ptr`.
+/// Creates an object of type T and returns the first `Ptr` to it.
 template <class T, class... Args>
 Ptr<T> makePtr(Args &&... args) {
     return Ptr<T>(new T(std::forward<Args>(args)...));
 }
 
-/// A checked downcast: null when `object` is null or no T.
+/// A checked downcast: null if `object` is null or not a T.
 template <class T, class U>
 Ptr<T> dynamicPtr(Ptr<U> const & object) noexcept {
     return Ptr<T>(dynamic_cast<T *>(object.ptr()));

@@ -13,14 +13,14 @@ namespace [[gnu::visibility("default")]] Vex {
 /// turns it on before the first of them starts and leaves it on until the last has ended.
 void threadSafePtrIs(bool on) noexcept;
 
-/// The present state of the switch.
+/// The current state of the switch.
 bool threadSafePtr() noexcept;
 
-/// The storage of the switch, here only so that the test for it can be inlined.
+/// The storage of the switch, declared here only so that tests of it can be inlined.
 extern std::atomic<bool> threadSafePtrSwitch;
 
-/// A counter that obeys the thread-safe switch. Neither copied nor moved: a count belongs
-/// to one place in memory.
+/// A counter that obeys the thread-safe switch. Neither copied nor moved, since a count
+/// belongs to one object.
 class RefCount {
 public:
     constexpr RefCount() = default;
@@ -36,7 +36,7 @@ public:
         }
     }
 
-    /// Takes one away; true when none is left, that is, when the caller was the last holder.
+    /// Subtracts one; true if none is left, that is, if the caller was the last holder.
     [[nodiscard]] bool down() const noexcept {
         if (threadSafePtrSwitch.load(std::memory_order_relaxed)) {
             return count_.fetch_sub(1, std::memory_order_acq_rel) == 1;
@@ -46,7 +46,7 @@ public:
         return left == 0;
     }
 
-    /// The count at this moment.
+    /// The current count.
     U32 value() const noexcept { return count_.load(std::memory_order_relaxed); }
 
 private:

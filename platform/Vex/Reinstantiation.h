@@ -8,7 +8,7 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-/// Somebody asked for an element that exists, with other constructor arguments.
+/// An existing element was requested with different constructor arguments.
 class ReinstantiationError : public Error {
 public:
     using Error::Error;

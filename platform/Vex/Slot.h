@@ -4,12 +4,11 @@
 
 #include <utility>
 
-/// What stands in a node of a keyed collection. A slot knows its key (`key()`), what a
-/// reader of the collection is handed while walking it (`view()`), and, for the generated
-/// operations, its element.
+/// The entries of keyed collections. A slot has a key (`key()`), what an iteration shows
+/// of it (`view()`), and, for the generated operations, its element.
 namespace [[gnu::visibility("default")]] Vex {
 
-/// A value that carries its key in itself; `getter` is the member function that reads it.
+/// A value that contains its key; `getter` is the member function that reads it.
 template <class K, class V, auto getter>
 class ValueSlot {
 public:
@@ -34,7 +33,7 @@ private:
     V value_;
 };
 
-/// A member of a set; the bool is stored beside it, and every writer stores true.
+/// A member of a set with its bool, which every writer sets to true.
 template <class K>
 class SetSlot {
 public:
@@ -60,7 +59,7 @@ private:
     bool member_;
 };
 
-/// An owned entity that carries its key in itself.
+/// An owned entity that contains its key.
 template <class K, class T, auto getter>
 class EntitySlot {
 public:
@@ -81,7 +80,7 @@ private:
     Ptr<T> entity_;
 };
 
-/// A shared entity of somebody else's under a key of the collection's own.
+/// An entity that belongs elsewhere, shared under a key that the collection stores.
 template <class K, class T>
 class PtrSlot {
 public:

@@ -9,13 +9,13 @@ namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 
-constexpr bool isOfWord(char character) noexcept {
+constexpr bool isWordCharacter(char character) noexcept {
     return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'z') ||
            (character >= 'A' && character <= 'Z') || character == '.' || character == ':' ||
            character == '-' || character == '/';
 }
 
-/// Takes the first `length` bytes of [it, end), or all when there are fewer.
+/// Takes the first `length` bytes of [it, end), or all of them if there are fewer.
 std::string_view take(String::IteratorConst & it, String::IteratorConst const & end,
                       std::size_t length) {
     std::string_view const taken = std::string_view(it, end).substr(0, length);
@@ -41,8 +41,8 @@ void strepToValueEnd(String::IteratorConst const & it, String::IteratorConst con
 }
 
 std::string_view strepWord(String::IteratorConst & it, String::IteratorConst const & end) {
-    auto const behind = std::find_if_not(it, end, isOfWord);
-    return take(it, end, static_cast<std::size_t>(behind - it));
+    auto const wordEnd = std::find_if_not(it, end, isWordCharacter);
+    return take(it, end, static_cast<std::size_t>(wordEnd - it));
 }
 
 std::string_view strepText(String::IteratorConst & it, String::IteratorConst const & end) {

@@ -6,7 +6,7 @@ namespace [[gnu::visibility("default")]] Vex {
 
 namespace {
 
-// Made by its first user, so that a library may register types while it is loaded.
+// Created on first use, so that a library can register types while it is loaded.
 std::vector<Type const *> & table() {
     static std::vector<Type const *> types;
     return types;

@@ -14,23 +14,23 @@ inline constexpr U32 firstEntityAttribute = 130;
 inline constexpr U32 firstDerivedAttribute = 258;
 inline constexpr U32 firstValueAttribute = 2;
 
-/// What an attribute is, which also says which operations it has.
+/// What an attribute is, which determines the operations that it has.
 enum class AttributeKind : U8 {
     constructorArgument,    ///< immutable, set once: getter
     plain,                  ///< getter and setter
     constant,               ///< the same for every object, not stored: getter
-    entityPointer,          ///< constructor argument, an entity of somebody else's: getter
+    entityPointer,          ///< constructor argument, an entity owned elsewhere: getter
     entityPointerPlain,     ///< the same with a setter
     ownedEntity,            ///< created on demand: getter, find or create, drop
     valueCollection,        ///< values keyed by an attribute of their own
     setCollection,          ///< ordered set
     hashedSetCollection,    ///< hashed set
-    ownedEntityCollection,  ///< owned entities keyed by a constructor argument of theirs
-    sharedEntityCollection, ///< entities of somebody else's
+    ownedEntityCollection,  ///< owned entities keyed by a constructor argument
+    sharedEntityCollection, ///< entities owned elsewhere
     method,                 ///< a procedure; reflection only lists it
 };
 
-/// The word by which tools show a kind, "constructor argument" for example.
+/// The name of a kind as tools show it, "constructor argument" for example.
 std::string_view kindText(AttributeKind kind) noexcept;
 
 /// One attribute of a type, as reflection sees it.
@@ -55,25 +55,25 @@ struct Type {
     std::span<Attribute const> attributes;                  ///< own ones, in declaration order
     std::span<std::string_view const> constructorArguments; ///< attribute names, in order
     std::string_view doc;
-    /// What can be done with objects of the type (TypeOperations.h); null for a type that
-    /// is known by name only.
+    /// The operations on objects of the type (TypeOperations.h); null for a type that is
+    /// known only by name.
     TypeOperations const * operations = nullptr;
 
-    /// The attribute of that name, own or inherited, or null.
+    /// The attribute with that name, own or inherited, or null.
     Attribute const * attribute(std::string_view attributeName) const noexcept;
 
-    /// The attribute of that number, own or inherited, or null.
+    /// The attribute with that number, own or inherited, or null.
     Attribute const * attribute(U32 number) const noexcept;
 };
 
-/// Enters a type in the framework's type table. A name that is there already keeps its
-/// place and is not entered again.
+/// Adds a type to the framework's type table. If the table has a type of that name, it
+/// keeps that one.
 void typeNodeIs(Type const & type);
 
 /// All registered types in the order of their registration.
 std::vector<Type const *> const & typeTable() noexcept;
 
-/// The registered type of that full name, or null.
+/// The registered type with that full name, or null.
 Type const * typeNode(std::string_view name) noexcept;
 
 } // namespace Vex

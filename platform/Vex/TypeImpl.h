@@ -8,7 +8,7 @@
 
 namespace Vex {
 
-/// How an object of type `T` is made: from arguments of these types.
+/// Constructs an object of type `T` from arguments of these types.
 template <class T, class... Args>
 struct Constructor {
     static AnyValue construct(AnyValues const & arguments) {
@@ -39,7 +39,7 @@ private:
 ///         Vex::Readable(131, &SwitchMap::vtepAddr)};
 ///
 /// Constant-initialised, so that a record can point to it before any code has run. Users
-/// meet it behind `TypeOperations` only.
+/// see it only as `TypeOperations`.
 template <class T, class ConstructorOfT, class... Attributes>
 class TypeImpl final : public TypeOperations {
 public:

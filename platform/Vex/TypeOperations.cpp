@@ -25,7 +25,7 @@ String operationsText(AttributeKind kind) {
     return text.empty() ? "it is only listed" : text;
 }
 
-/// The numbers of all attributes, runs of them as "130 to 134".
+/// The numbers of all attributes, with ranges written as "130 to 134".
 String numbersText(Type const & type) {
     std::vector<U32> numbers;
     for (Type const * at = &type; at; at = at->base) {
@@ -53,8 +53,8 @@ String numbersText(Type const & type) {
     throw OperandError(text.append(": ").append(why));
 }
 
-/// A type that has a base answers for its own objects alone, though the attributes of the base
-/// would take those of every type that is derived from it.
+/// A type with a base accepts only objects of its own type, although the attributes of the
+/// base would accept objects of every type derived from it.
 void expectKin(AnyValue const & object, Type const & type) {
     Type const * const found = object.reflection();
     for (Type const * at = found; at; at = at->base) {
