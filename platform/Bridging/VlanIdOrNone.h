@@ -11,10 +11,10 @@
 
 namespace [[gnu::visibility("default")]] Bridging {
 
-/// The number of a VLAN, or 0, the default, for none.
+/// A VLAN number, or 0, the default, for none.
 ///
-/// All 16 bits are kept although IEEE 802.1Q numbers VLANs with 12: this shows what was
-/// published, and a wrong number is best seen as it is.
+/// All 16 bits are kept although IEEE 802.1Q numbers VLANs with 12: this type shows what
+/// was published, and a wrong number is best shown as it is.
 class VlanIdOrNone {
 public:
     static constexpr Vex::U16 none = 0;
@@ -30,7 +30,7 @@ public:
     /// Raises `Vex::RangeError` for a greater number, `Vex::ParseError` for anything else.
     static VlanIdOrNone fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<VlanIdOrNone> tryFromString(std::string_view text) noexcept;
 
     constexpr bool isNone() const noexcept { return value_ == none; }
@@ -38,11 +38,11 @@ public:
     /// The number; 0 for none.
     constexpr Vex::U16 value() const noexcept { return value_; }
 
-    /// The decimal number, for none too.
+    /// The decimal number; "0" for none.
     Vex::String stringValue() const;
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
-    /// a closing zero. Returns the end of the text.
+    /// a terminating NUL. Returns the end of the text.
     char * writeTo(char * out) const noexcept;
 
     constexpr bool operator==(VlanIdOrNone const & other) const noexcept = default;

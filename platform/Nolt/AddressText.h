@@ -7,12 +7,12 @@
 #include <cstddef>
 #include <cstring>
 
-/// What the text forms of addresses are put together from. It is a header because a listing
-/// writes an address or two per row: the writers are to be inlined into the row.
+/// The parts of which the text forms of addresses are made. They are in a header so that
+/// they are inlined: a listing writes an address or two per row.
 namespace Nolt::detail {
 
-/// Every octet as text, filled up with dots. The writer copies whole entries and only
-/// then looks at the length: no branch depends on the number of digits.
+/// Every octet as text, padded with dots. The writer copies whole entries and only then
+/// looks at the length, so no branch depends on the number of digits.
 inline constexpr std::array<std::array<char, 4>, 256> octets = [] {
     std::array<std::array<char, 4>, 256> texts{};
     for (unsigned octet = 0; octet < 256; ++octet) {
@@ -32,13 +32,13 @@ constexpr std::size_t octetLength(Vex::U8 octet) noexcept {
     return 1 + std::size_t{octet >= 10} + std::size_t{octet >= 100};
 }
 
-/// Writes the octet and a dot, in four bytes of which the last may be surplus.
+/// Writes the octet and a dot. Always stores four bytes, some of which can be surplus.
 inline char * writeOctetAndDot(char * out, Vex::U8 octet) noexcept {
     std::memcpy(out, octets[octet].data(), 4);
     return out + octetLength(octet) + 1;
 }
 
-/// The same without the dot, in three bytes.
+/// Writes the octet without a dot. Always stores three bytes.
 inline char * writeOctet(char * out, Vex::U8 octet) noexcept {
     std::memcpy(out, octets[octet].data(), 3);
     return out + octetLength(octet);

@@ -9,7 +9,7 @@ using Vex::U8;
 
 namespace {
 
-/// Where the bytes and the separators of a text form stand.
+/// The positions of the bytes and the separators in a text form.
 template <std::size_t separatorCount>
 struct Layout {
     std::array<U8, 6> bytes;

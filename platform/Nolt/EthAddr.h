@@ -13,12 +13,12 @@
 
 namespace [[gnu::visibility("default")]] Nolt {
 
-/// An Ethernet (EUI-48) address; the default is the all-zero one, which as a filter
-/// stands for every address.
+/// An Ethernet (EUI-48) address; the default is the all-zero address, which as a filter
+/// means every address.
 ///
-/// Held as a number, so that it is ordered, hashed and moved as one: six bytes of an array
-/// are written in pieces and read again as a whole, for which a processor waits every time.
-/// Beside another number in an entry it takes no more room than they would.
+/// Stored as a number, so that it is ordered, hashed and moved as one: an array of six
+/// bytes is written in pieces and read back as a whole, which stalls the processor each
+/// time. Next to another number in an entry it takes no more room than an array would.
 class EthAddr {
 public:
     using Bytes = std::array<Vex::U8, 6>;
@@ -28,7 +28,7 @@ public:
     /// Length of every text of `writeDisplayTo`.
     static constexpr std::size_t maxDisplayLength = 14;
 
-    /// JSON takes every text of `writeTo` without escapes.
+    /// No text of `writeTo` needs escapes in JSON.
     static constexpr bool textIsPlain = true;
 
     constexpr EthAddr() noexcept = default;
@@ -40,18 +40,19 @@ public:
         }
     }
 
-    /// The address whose `value()` is that, of which the upper 16 bits count for nothing.
+    /// The address whose `value()` is `value`; the upper 16 bits are ignored.
     static constexpr EthAddr ofValue(Vex::U64 value) noexcept {
         EthAddr address;
         address.value_ = value & 0xFFFFFFFFFFFF;
         return address;
     }
 
-    /// Reads 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c or 001c.730a.0b0c, in either case, every
-    /// digit there and one separator throughout. Raises `Vex::ParseError` for anything else.
+    /// Reads 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c or 001c.730a.0b0c, in either case, with
+    /// every digit present and the same separator throughout. Raises `Vex::ParseError` for
+    /// anything else.
     static EthAddr fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<EthAddr> tryFromString(std::string_view text) noexcept;
 
     /// The bytes in the order of transmission.
@@ -59,7 +60,7 @@ public:
         return {byte(0), byte(1), byte(2), byte(3), byte(4), byte(5)};
     }
 
-    /// The address as a 48-bit number, the byte sent first on top.
+    /// The address as a 48-bit number; the byte sent first is the most significant.
     constexpr Vex::U64 value() const noexcept { return value_; }
 
     /// True for 00:00:00:00:00:00.
@@ -74,16 +75,16 @@ public:
     Vex::String displayString() const;
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
-    /// a closing zero. Returns the end of the text.
+    /// a terminating NUL. Returns the end of the text.
     char * writeTo(char * out) const noexcept { return writeGroups<1>(out, ':'); }
 
     /// Writes `displayString()` to `out`, which has room for `maxDisplayLength` bytes,
-    /// without a closing zero. Returns the end of the text.
+    /// without a terminating NUL. Returns the end of the text.
     char * writeDisplayTo(char * out) const noexcept { return writeGroups<2>(out, '.'); }
 
     constexpr bool operator==(EthAddr const & other) const noexcept = default;
 
-    /// Ordered by the bytes, the first one first.
+    /// Ordered by the bytes in the order of transmission.
     constexpr std::strong_ordering operator<=>(EthAddr const & other) const noexcept = default;
 
 private:
@@ -93,7 +94,7 @@ private:
         return static_cast<Vex::U8>(value_ >> 8 * (size - 1 - index));
     }
 
-    /// Writes the bytes in groups of so many, with the separator between them.
+    /// Writes the bytes in groups of `groupSize`, with the separator between them.
     template <std::size_t groupSize>
     char * writeGroups(char * out, char separator) const noexcept {
 #pragma GCC unroll 6

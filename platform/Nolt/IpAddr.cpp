@@ -10,8 +10,8 @@ using Vex::U32;
 
 namespace {
 
-/// Reads the quad at `at` and returns where it ends, or null when there is none. `isEnd(at)`
-/// tells where there is nothing more to look at.
+/// Reads the quad at `at` and returns where it ends, or null if there is none. `isEnd(at)`
+/// is true where there is nothing more to read.
 template <class IsEnd>
 char const * readQuad(char const * at, IsEnd isEnd, IpAddr & into) noexcept {
     auto const digitAt = [&](char const * place) {
@@ -54,8 +54,8 @@ std::optional<IpAddr> IpAddr::tryFromString(std::string_view text) noexcept {
     IpAddr address;
     auto const * const end = text.data() + text.size();
     auto const isEnd = [end](char const * at) { return at == end; };
-    auto const * const behind = readQuad(text.data(), isEnd, address);
-    if (!behind || behind != end) {
+    auto const * const quadEnd = readQuad(text.data(), isEnd, address);
+    if (!quadEnd || quadEnd != end) {
         return std::nullopt;
     }
     return address;

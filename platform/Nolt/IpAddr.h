@@ -12,14 +12,14 @@
 
 namespace [[gnu::visibility("default")]] Nolt {
 
-/// An IPv4 address, held as a number in the host's byte order, so that the order of
-/// addresses is the order of numbers. The default is 0.0.0.0.
+/// An IPv4 address, stored as a number in the host's byte order, so that addresses are
+/// ordered as numbers. The default is 0.0.0.0.
 class IpAddr {
 public:
     /// Length of the longest text, 255.255.255.255.
     static constexpr std::size_t maxTextLength = 15;
 
-    /// JSON takes every text of `writeTo` without escapes.
+    /// No text of `writeTo` needs escapes in JSON.
     static constexpr bool textIsPlain = true;
 
     constexpr IpAddr() noexcept = default;
@@ -27,19 +27,19 @@ public:
     /// The address whose first octet is the top byte of `value`.
     constexpr explicit IpAddr(Vex::U32 value) noexcept : value_(value) {}
 
-    /// Reads a dotted quad: exactly four decimal numbers from 0 to 255 without leading
+    /// Reads a dotted quad: exactly four decimal numbers from 0 to 255, without leading
     /// zeros, which other readers take for octal. Raises `Vex::ParseError` for anything else.
     static IpAddr fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<IpAddr> tryFromString(std::string_view text) noexcept;
 
-    /// Reads the dotted quad at the start of a longer text, as far as its digits go, and
-    /// returns where it ends; null when there is none. Some byte that is no digit must follow
-    /// in the text, as the quote does in JSON: no length is looked at.
+    /// Reads the dotted quad at the start of a longer text, up to its last digit, and returns
+    /// where it ends; null if there is none. The length of the text is not checked, so a byte
+    /// that is not a digit must follow, as the closing quote does in JSON.
     static char const * readFrom(char const * text, IpAddr & into) noexcept;
 
-    /// The address as a number, the first octet on top.
+    /// The address as a number; the first octet is the most significant.
     constexpr Vex::U32 value() const noexcept { return value_; }
 
     /// True for 0.0.0.0.
@@ -49,8 +49,8 @@ public:
     Vex::String stringValue() const;
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
-    /// a closing zero. Returns the end of the text; what stands behind it, up to the end
-    /// of that room, may have changed.
+    /// a terminating NUL. Returns the end of the text; the rest of that room can be
+    /// overwritten.
     char * writeTo(char * out) const noexcept {
         out = detail::writeOctetAndDot(out, static_cast<Vex::U8>(value_ >> 24));
         out = detail::writeOctetAndDot(out, static_cast<Vex::U8>(value_ >> 16));

@@ -6,29 +6,30 @@
 
 namespace [[gnu::visibility("default")]] Nolt {
 
-/// What kind of address an address of either version holds, in the order in which such
-/// addresses sort.
+/// The family of an address of either version; families sort in this order.
 enum class Family : Vex::U8 { none, ipv4, ipv6 };
 
-/// An IPv4 or IPv6 address, or none at all, which as a filter stands for every address.
+/// An IPv4 or IPv6 address, or none at all, which as a filter means every address.
 ///
-/// Both versions are held as one 128-bit number in two halves, an IPv4 address in the
-/// lowest bits, so that comparing two addresses is comparing three numbers. An
-/// IPv4-mapped IPv6 address stays one: it differs from the IPv4 address in it.
+/// Both versions are stored as one 128-bit number in two halves, with an IPv4 address in
+/// the lowest bits, so that comparing two addresses compares three numbers. An
+/// IPv4-mapped IPv6 address stays an IPv6 address and differs from the IPv4 address it
+/// contains.
 class IpGenAddr {
 public:
     using Ipv6Bytes = std::array<Vex::U8, 16>;
 
-    /// Length of the longest text, eight IPv6 groups of four digits.
+    /// Length of the longest text: eight IPv6 groups of four digits.
     static constexpr std::size_t maxTextLength = 39;
 
-    /// JSON takes every text of `writeTo` without escapes.
+    /// No text of `writeTo` needs escapes in JSON.
     static constexpr bool textIsPlain = true;
 
     /// The empty address, of no family; its text is "".
     constexpr IpGenAddr() noexcept = default;
 
-    /// Widens an IPv4 address. Implicit, since every one of them is an address of this type.
+    /// Widens an IPv4 address. Implicit, since every IPv4 address is also an address of this
+    /// type.
     constexpr IpGenAddr(IpAddr address) noexcept : low_(address.value()), family_(Family::ipv4) {}
 
     /// The IPv6 address of these bytes, in the order of transmission.
@@ -39,17 +40,17 @@ public:
         }
     }
 
-    /// The IPv6 address whose first 64 bits are `high`, the others `low`.
+    /// The IPv6 address whose first 64 bits are `high` and whose last 64 bits are `low`.
     static constexpr IpGenAddr ipv6(Vex::U64 high, Vex::U64 low) noexcept {
         return IpGenAddr(high, low, Family::ipv6);
     }
 
     /// Reads a dotted quad as `IpAddr` does; IPv6 in any form of RFC 4291 section 2.2,
-    /// without a zone; "" as the empty address, so where an address must be given, test
-    /// `isNone()`. Raises `Vex::ParseError` for anything else.
+    /// without a zone; "" as the empty address, so test `isNone()` where an address is
+    /// required. Raises `Vex::ParseError` for anything else.
     static IpGenAddr fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<IpGenAddr> tryFromString(std::string_view text) noexcept;
 
     constexpr Family family() const noexcept { return family_; }
@@ -62,19 +63,19 @@ public:
         return family_ == Family::ipv6 ? 128 : family_ == Family::ipv4 ? 32 : 0;
     }
 
-    /// The IPv4 address; 0.0.0.0 when the family is another one.
+    /// The IPv4 address; 0.0.0.0 for any other family.
     constexpr IpAddr ipv4() const noexcept {
         return IpAddr(family_ == Family::ipv4 ? static_cast<Vex::U32>(low_) : 0);
     }
 
-    /// The first 64 bits of an IPv6 address, 0 for the other families.
+    /// The first 64 bits of an IPv6 address, or 0 for the other families.
     constexpr Vex::U64 high() const noexcept { return high_; }
 
-    /// The last 64 bits of an IPv6 address, the whole of an IPv4 address, 0 for none.
+    /// The last 64 bits of an IPv6 address, the whole IPv4 address, or 0 for no family.
     constexpr Vex::U64 low() const noexcept { return low_; }
 
-    /// This address with all but the first `length` bits cleared; with `bitLength()` or
-    /// more, the address itself.
+    /// This address with all but the first `length` bits cleared; with a `length` of
+    /// `bitLength()` or more, the address itself.
     constexpr IpGenAddr masked(unsigned length) const noexcept {
         if (family_ == Family::ipv6) {
             return ipv6(high_ & topBits(length), low_ & topBits(length < 64 ? 0 : length - 64));
@@ -86,8 +87,8 @@ public:
     Vex::String stringValue() const;
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
-    /// a closing zero. Returns the end of the text; what stands behind it, up to the end
-    /// of that room, may have changed.
+    /// a terminating NUL. Returns the end of the text; the rest of that room can be
+    /// overwritten.
     char * writeTo(char * out) const noexcept;
 
     constexpr bool operator==(IpGenAddr const & other) const noexcept = default;

@@ -4,21 +4,20 @@
 
 namespace [[gnu::visibility("default")]] Nolt {
 
-/// The address of an interface together with the length of the prefix it lies in:
-/// 10.1.2.3/24. The host bits are kept, for they are the interface's own; where a network
-/// is meant, `IpGenPrefix` is the type.
+/// The address of an interface with the length of its prefix: 10.1.2.3/24. The host bits
+/// are kept, since they are the interface's own; use `IpGenPrefix` for a network.
 class IpGenAddrWithMask {
 public:
     /// Length of the longest text, an IPv6 address with "/128".
     static constexpr std::size_t maxTextLength = IpGenAddr::maxTextLength + 4;
 
-    /// JSON takes every text of `writeTo` without escapes.
+    /// No text of `writeTo` needs escapes in JSON.
     static constexpr bool textIsPlain = true;
 
     /// The empty address with length 0; its text is "".
     constexpr IpGenAddrWithMask() noexcept = default;
 
-    /// Raises `Vex::RangeError` when the family has less than `length` bits (IPv4 has 32,
+    /// Raises `Vex::RangeError` if the family has fewer than `length` bits (IPv4 has 32,
     /// IPv6 128, no family 0).
     constexpr IpGenAddrWithMask(IpGenAddr address, unsigned length)
         : address_(address), length_(static_cast<Vex::U8>(length)) {
@@ -27,11 +26,11 @@ public:
         }
     }
 
-    /// Reads ADDRESS/LENGTH, the length a decimal number without leading zeros, or "" as
-    /// the empty one. Raises `Vex::ParseError` for anything else.
+    /// Reads ADDRESS/LENGTH, where the length is a decimal number without leading zeros,
+    /// or "" as the empty address. Raises `Vex::ParseError` for anything else.
     static IpGenAddrWithMask fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<IpGenAddrWithMask> tryFromString(std::string_view text) noexcept;
 
     /// The address with its host bits.
@@ -42,20 +41,20 @@ public:
 
     constexpr Family family() const noexcept { return address_.family(); }
 
-    /// True for the empty one.
+    /// True for the empty address.
     constexpr bool isNone() const noexcept { return address_.isNone(); }
 
-    /// ADDRESS/LENGTH, or "" for the empty one.
+    /// ADDRESS/LENGTH, or "" for the empty address.
     Vex::String stringValue() const;
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
-    /// a closing zero. Returns the end of the text; what stands behind it, up to the end
-    /// of that room, may have changed.
+    /// a terminating NUL. Returns the end of the text; the rest of that room can be
+    /// overwritten.
     char * writeTo(char * out) const noexcept;
 
     constexpr bool operator==(IpGenAddrWithMask const & other) const noexcept = default;
 
-    /// Ordered by address, then by length, the short one first.
+    /// Ordered by address, then by length.
     constexpr std::strong_ordering
     operator<=>(IpGenAddrWithMask const & other) const noexcept = default;
 

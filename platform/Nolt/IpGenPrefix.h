@@ -6,22 +6,22 @@ namespace [[gnu::visibility("default")]] Nolt {
 
 /// An IPv4 or IPv6 network: an address whose bits beyond the prefix length are all zero,
 /// so that every network has one spelling and equal networks are equal values. The
-/// default has no family and as a filter stands for every network.
+/// default has no family and as a filter means every network.
 ///
-/// An address with host bits is refused, not rounded: 10.1.2.3/24 typed as a filter may
-/// have been meant as 10.1.2.0/24 or as 10.1.2.3/32, and only the writer knows which.
+/// An address with host bits is refused, not rounded: 10.1.2.3/24 typed as a filter can
+/// mean 10.1.2.0/24 or 10.1.2.3/32, and only the person who typed it knows which.
 class IpGenPrefix {
 public:
     /// Length of the longest text, an IPv6 address with "/128".
     static constexpr std::size_t maxTextLength = IpGenAddrWithMask::maxTextLength;
 
-    /// JSON takes every text of `writeTo` without escapes.
+    /// No text of `writeTo` needs escapes in JSON.
     static constexpr bool textIsPlain = true;
 
     /// The prefix of no family, of length 0; its text is "".
     constexpr IpGenPrefix() noexcept = default;
 
-    /// Raises `Vex::RangeError` when the family has less than `length` bits, or when
+    /// Raises `Vex::RangeError` if the family has fewer than `length` bits, or if
     /// `address` has bits set beyond them; the message then names `covering(...)`.
     constexpr IpGenPrefix(IpGenAddr address, unsigned length) : value_(address, length) {
         if (address.masked(length) != address) {
@@ -29,18 +29,19 @@ public:
         }
     }
 
-    /// The network of that length in which `address` lies. Raises `Vex::RangeError` when
-    /// the family has less than `length` bits.
+    /// The network of this length that contains `address`. Raises `Vex::RangeError` if
+    /// the family has fewer than `length` bits.
     static constexpr IpGenPrefix covering(IpGenAddr address, unsigned length) {
         return IpGenPrefix(address.masked(length), length);
     }
 
-    /// Reads ADDRESS/LENGTH, the length a decimal number without leading zeros, or "" as
-    /// the prefix of no family. Raises `Vex::ParseError` for anything else; when only the
-    /// host bits are wrong, the message names the prefix that was likely meant.
+    /// Reads ADDRESS/LENGTH, where the length is a decimal number without leading zeros,
+    /// or "" as the prefix of no family. Raises `Vex::ParseError` for anything else; if
+    /// only the host bits are wrong, the message names the prefix that was probably
+    /// meant.
     static IpGenPrefix fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<IpGenPrefix> tryFromString(std::string_view text) noexcept;
 
     /// The address of the network.
@@ -54,8 +55,9 @@ public:
     /// True for the prefix of no family.
     constexpr bool isNone() const noexcept { return value_.isNone(); }
 
-    /// True when the two share an address, which for prefixes of one family is when one of
-    /// them contains the other. Prefixes of different families, or of none, share nothing.
+    /// True if the two have an address in common; for prefixes of one family, this means
+    /// that one contains the other. Prefixes of different families, or of none, have
+    /// nothing in common.
     constexpr bool overlaps(IpGenPrefix const & other) const noexcept {
         unsigned const shared = length() < other.length() ? length() : other.length();
         return !isNone() && address().masked(shared) == other.address().masked(shared);
@@ -65,13 +67,13 @@ public:
     Vex::String stringValue() const;
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
-    /// a closing zero. Returns the end of the text; what stands behind it, up to the end
-    /// of that room, may have changed.
+    /// a terminating NUL. Returns the end of the text; the rest of that room can be
+    /// overwritten.
     char * writeTo(char * out) const noexcept;
 
     constexpr bool operator==(IpGenPrefix const & other) const noexcept = default;
 
-    /// Ordered by address, then by length, the short one first.
+    /// Ordered by address, then by length.
     constexpr std::strong_ordering operator<=>(IpGenPrefix const & other) const noexcept = default;
 
 private:

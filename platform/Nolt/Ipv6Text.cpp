@@ -57,7 +57,8 @@ Groups split(Ipv6Halves address) noexcept {
     return groups;
 }
 
-/// The longest run of zero groups, the first of equals; of length 0 when no group is zero.
+/// The longest run of zero groups, or the first of several equally long ones; of length 0
+/// if no group is zero.
 Run longestZeroRun(Groups const & groups) noexcept {
     Run longest;
     Run current;

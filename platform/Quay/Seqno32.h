@@ -11,10 +11,10 @@
 
 namespace [[gnu::visibility("default")]] Quay {
 
-/// A counter of changes: a whole number of 32 bits. The default is 0.
+/// A 32-bit change counter. The default is 0.
 ///
-/// Ordered as a number. A counter that wrapped is not known from one that did not, so
-/// there is no arithmetic modulo 2^32 (RFC 1982) here.
+/// Ordered as a number. A counter that has wrapped cannot be told from one that has not,
+/// so there is no arithmetic modulo 2^32 (RFC 1982) here.
 class Seqno32 {
 public:
     /// Length of the longest text, 4294967295.
@@ -28,7 +28,7 @@ public:
     /// Raises `Vex::RangeError` for a greater number, `Vex::ParseError` for anything else.
     static Seqno32 fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<Seqno32> tryFromString(std::string_view text) noexcept;
 
     constexpr Vex::U32 value() const noexcept { return value_; }
@@ -40,7 +40,7 @@ public:
     Vex::String stringValue() const;
 
     /// Writes `stringValue()` to `out`, which has room for `maxTextLength` bytes, without
-    /// a closing zero. Returns the end of the text.
+    /// a terminating NUL. Returns the end of the text.
     char * writeTo(char * out) const noexcept;
 
     constexpr bool operator==(Seqno32 const & other) const noexcept = default;

@@ -13,8 +13,8 @@ namespace [[gnu::visibility("default")]] Vxlan {
 
 /// A VXLAN network identifier: 24 bits (RFC 7348 section 5). The default is 0.
 ///
-/// Operators write it in two ways, as a decimal number or as its three bytes with dots,
-/// so either is read, and the writer says which it wants.
+/// Operators write it in two ways, as a decimal number or as its three bytes with dots.
+/// Both are read, and the caller chooses which is written.
 class Vni {
 public:
     static constexpr Vex::U32 min = 0;
@@ -25,7 +25,7 @@ public:
 
     constexpr Vni() noexcept = default;
 
-    /// Raises `Vex::RangeError` when `value` is above `max`.
+    /// Raises `Vex::RangeError` if `value` is above `max`.
     constexpr explicit Vni(Vex::U32 value) : value_(value) {
         if (value > max) {
             throwOutOfRange();
@@ -34,19 +34,19 @@ public:
 
     /// Reads a decimal number, or three decimal numbers from 0 to 255 with dots between
     /// them; no sign, no blanks, no leading zeros. Raises `Vex::ParseError` for anything
-    /// else, a number above `max` included.
+    /// else, including a number above `max`.
     static Vni fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<Vni> tryFromString(std::string_view text) noexcept;
 
     constexpr Vex::U32 value() const noexcept { return value_; }
 
-    /// The decimal number, or, when `dotted`, the three bytes: 4098 is 0.16.2.
+    /// The decimal number, or, if `dotted`, the three bytes: 4098 is 0.16.2.
     Vex::String stringValue(bool dotted = false) const;
 
     /// Writes `stringValue(dotted)` to `out`, which has room for `maxTextLength` bytes,
-    /// without a closing zero. Returns the end of the text.
+    /// without a terminating NUL. Returns the end of the text.
     char * writeTo(char * out, bool dotted = false) const noexcept;
 
     constexpr bool operator==(Vni const & other) const noexcept = default;

@@ -4,14 +4,14 @@
 
 namespace [[gnu::visibility("default")]] Vxlan {
 
-/// A VNI or none, which as a filter stands for every VNI. The default is none.
+/// A VNI or none, which as a filter means every VNI. The default is none.
 ///
-/// A caller builds it from any number: the commands that apply the filter are the ones
-/// that test its range, through `vni()`, when they come to use it. So a value above
-/// `none` is neither none nor a VNI, and is kept as it is.
+/// It can be built from any number: the commands that apply the filter check its range,
+/// through `vni()`, when they use it. So a value above `none` is neither none nor a VNI,
+/// and is kept as it is.
 class VniOrNone {
 public:
-    /// The number that stands for none, the first one past the VNIs.
+    /// The number that means none: the first one above all VNIs.
     static constexpr Vex::U32 none = 0x1000000;
 
     /// Length of the longest text.
@@ -22,28 +22,28 @@ public:
     /// Takes any number, unchecked.
     constexpr explicit VniOrNone(Vex::U32 value) noexcept : value_(value) {}
 
-    /// Implicit, since every VNI is one of these.
+    /// Implicit, since every VNI is a valid `VniOrNone`.
     constexpr VniOrNone(Vni vni) noexcept : value_(vni.value()) {}
 
     /// Reads what `Vni` reads, or "" as none. Raises `Vex::ParseError` for anything else.
     static VniOrNone fromString(std::string_view text);
 
-    /// As `fromString`, but nothing in place of the error.
+    /// As `fromString`, but returns nullopt instead of raising an error.
     static std::optional<VniOrNone> tryFromString(std::string_view text) noexcept;
 
     constexpr bool isNone() const noexcept { return value_ == none; }
 
-    /// The number as it was given; `none` for none.
+    /// The number as given; `none` for none.
     constexpr Vex::U32 value() const noexcept { return value_; }
 
-    /// The VNI. Raises `Vex::RangeError` for none and for every number above it.
+    /// The VNI. Raises `Vex::RangeError` for none and for every number above `none`.
     constexpr Vni vni() const { return Vni(value_); }
 
-    /// As `Vni::stringValue(dotted)`; "" for none; a number above it in decimal.
+    /// As `Vni::stringValue(dotted)`; "" for none; decimal for a number above `none`.
     Vex::String stringValue(bool dotted = false) const;
 
     /// Writes `stringValue(dotted)` to `out`, which has room for `maxTextLength` bytes,
-    /// without a closing zero. Returns the end of the text.
+    /// without a terminating NUL. Returns the end of the text.
     char * writeTo(char * out, bool dotted = false) const noexcept;
 
     constexpr bool operator==(VniOrNone const & other) const noexcept = default;
