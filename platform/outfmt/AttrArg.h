@@ -6,24 +6,24 @@
 
 namespace [[gnu::visibility("default")]] outfmt {
 
-/// The kinds of attributes, by the codes that they have always had.
+/// The kinds of attributes. The codes are fixed.
 enum class AttrKind : std::uint8_t { integer32 = 0, string = 1, boolean = 2, integer64 = 5 };
 
-/// An attribute as it is handed to the printer: made by the getArg() of an attribute
+/// An attribute as it is passed to the printer: made by the getArg() of an attribute
 /// info, and valid until that info is changed or destroyed.
 struct AttrArg {
     std::string_view key; ///< empty for a bare list element
     AttrKind kind;
-    unsigned mode;           ///< of the printer that it was made for
-    std::int64_t number = 0; ///< of the integer kinds; a boolean's 0 or 1 in JSON mode
-    std::string_view text{}; ///< of a string; a boolean's "True" or "False" in text mode
-    /// The key with its quotes and the colon, and a string's text with its quotes, each as JSON
-    /// has it. Empty where that takes escapes, or was too long to be kept.
+    unsigned mode;           ///< of the printer that it is for
+    std::int64_t number = 0; ///< for the integer kinds; 0 or 1 for a boolean in JSON mode
+    std::string_view text{}; ///< for a string; "True" or "False" for a boolean in text mode
+    /// The JSON form of the key with quotes and colon, and of a string's text with quotes.
+    /// Empty if it needs escapes or is too long to keep.
     std::string_view quotedKey{};
     std::string_view quotedText{};
-    bool isQuoted = false; ///< whether those hold all of the attribute that is text
+    bool isQuoted = false; ///< whether these hold all text of the attribute
 
-    /// The most bytes that they have together.
+    /// The maximum size of both together, in bytes.
     static constexpr std::size_t longestQuoted = 144;
 };
 

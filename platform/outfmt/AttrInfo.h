@@ -10,14 +10,14 @@
 #include <memory>
 #include <string_view>
 
-/// The attributes of the JSON output. An info is made once before a loop and only its
+/// The attributes of the JSON output. An info is created once before a loop and only its
 /// value is set for each entry, so that a listing of millions of entries allocates
 /// nothing for them.
 namespace [[gnu::visibility("default")]] outfmt {
 
 namespace detail {
 
-/// A key as JSON has it, if it takes no escapes and is short.
+/// The JSON form of a key, if it needs no escapes and is short.
 class QuotedKey {
 public:
     static constexpr std::size_t longest = 32;
@@ -33,19 +33,19 @@ private:
 
 } // namespace detail
 
-/// What all attribute infos have: the mode of the printer they are made for, a key, a
-/// kind, and a value once one was set.
+/// The base of all attribute infos: the mode of the printer they are for, a key, a kind,
+/// and a value once one is set.
 ///
-/// Key and text are kept with their quotes, as they are printed: an entry is then no more
-/// than copied together.
+/// Key and text are stored with their quotes, as they are printed, so that printing an
+/// entry only copies them.
 template <AttrKind kind>
 class AttrInfo {
 public:
     /// For use with `printer`. The key is not copied and must outlive the info, as a
-    /// literal does; an empty one makes a bare list element.
+    /// literal does; an empty key makes a bare list element.
     AttrInfo(Renderer const & printer, std::string_view key) : AttrInfo(printer.mode(), key) {}
 
-    /// The same for a printer known by its mode(), 1 or 2.
+    /// The same for a printer with this mode(), 1 or 2.
     AttrInfo(unsigned mode, std::string_view key)
         : arg_{.key = key, .kind = kind, .mode = mode}, keyText_(key) {
         arg_.quotedKey = keyText_.view();
@@ -104,7 +104,7 @@ class BoolAttrInfo : public AttrInfo<AttrKind::boolean> {
 public:
     using AttrInfo::AttrInfo;
 
-    /// Asserts that the mode is 1 or 2, on which the form of the value depends.
+    /// Asserts that the mode is 1 or 2, since the form of the value depends on it.
     void setValue(bool value) {
         Vex::assertThat(modeIsKnown(), "mode == 1 || mode == 2");
         if (arg_.mode == textMode) {
@@ -116,8 +116,8 @@ public:
     }
 };
 
-/// A string. Values of up to 99 bytes stay within the object; longer ones go to the heap,
-/// and are freed when the value is replaced or the info destroyed.
+/// A string. Values of up to 99 bytes stay within the object; longer ones are allocated,
+/// and freed when the value is replaced or the info destroyed.
 class StringAttrInfo : public AttrInfo<AttrKind::string> {
 public:
     static constexpr std::size_t bufferSize = 104;
@@ -125,10 +125,10 @@ public:
 
     using AttrInfo::AttrInfo;
 
-    /// Copies `value`, which may be any bytes, also those of the present value.
+    /// Copies `value`, which can be any bytes, including those of the current value.
     void setValue(std::string_view value);
 
-    /// Has the value write its text, without a string in between.
+    /// Lets the value write its text, without an intermediate string.
     template <TextValue Value>
     void setValue(Value const & value) {
         static_assert(Value::maxTextLength <= bufferSize);
@@ -162,7 +162,7 @@ private:
 
     static_assert(detail::QuotedKey::longest + 1 + bufferSize + 1 <= AttrArg::longestQuoted);
 
-    char buffer_[1 + bufferSize + 1]; // the quotes
+    char buffer_[1 + bufferSize + 1]; // with the quotes
     std::unique_ptr<char[]> heap_;
 };
 

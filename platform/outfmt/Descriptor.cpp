@@ -18,8 +18,8 @@ namespace {
 
 constexpr int pollMilliseconds = 50;
 
-/// At most `limit` bytes, up to a line end if there is one: what an interrupt leaves with
-/// the reader then ends with a whole line.
+/// At most `limit` bytes, up to a line end if there is one, so that output cut short by
+/// an interrupt ends with a whole line.
 std::string_view wholeLines(std::string_view bytes, std::size_t limit) {
     if (bytes.size() <= limit) {
         return bytes;
@@ -29,8 +29,8 @@ std::string_view wholeLines(std::string_view bytes, std::size_t limit) {
     return lineEnd == std::string_view::npos ? bytes : bytes.substr(0, lineEnd + 1);
 }
 
-/// The most bytes that a pipe takes whole, given that it takes any: all its room when it
-/// is empty, else the PIPE_BUF that no kernel ever splits.
+/// The most bytes that a pipe takes without splitting them, if it takes any: its capacity
+/// if it is empty, otherwise PIPE_BUF, which no kernel splits.
 std::size_t roomOfPipe(int fd) {
     int waiting = 0;
     int const capacity = ::fcntl(fd, F_GETPIPE_SZ);

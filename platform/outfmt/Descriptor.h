@@ -6,26 +6,27 @@
 
 namespace [[gnu::visibility("default")]] outfmt {
 
-/// How bytes reach a descriptor without the user's interrupt ever waiting for the reader.
+/// Writes bytes to a descriptor so that the user's interrupt never waits for the reader.
 ///
-/// A flag that is tested before write() leaves a gap: the signal may come between the
-/// test and the call, which then waits for a reader that has stopped reading, with no
-/// further signal to end it. Making the descriptor non-blocking would close the gap, but
-/// that mode belongs to everyone who shares the open file, such as the shell on the same
-/// terminal. So the waiting is moved out of write() and into poll(), in steps of 50 ms
-/// with a look at the flag between them:
+/// Testing a flag before write() leaves a gap: the signal can arrive between the test and
+/// the call, which then waits for a reader that has stopped reading, with no further
+/// signal to end it. Making the descriptor non-blocking would close the gap, but that
+/// mode is shared by all users of the open file, such as the shell on the same terminal.
+/// So the waiting is moved out of write() and into poll(), in steps of 50 ms, with a test
+/// of the flag after each:
 ///
-/// - sockets and pipes are written to with a "do not wait" for the one call, and a pipe
-///   with no more than it takes whole, so that a text ends at a line end;
-/// - where the kernel has none (terminals, pipes before Linux 6.5), a write follows only
-///   when poll() reports room, and is PIPE_BUF bytes at most: a pipe then takes it whole.
-///   A terminal may still wait for room for the rest of those bytes. A signal ends that
-///   wait, unless it falls into the gap just then; and a terminal that is held reports no
+/// - sockets, and pipes where the kernel allows it, are written to with a "do not wait"
+///   flag for the one call; a pipe gets no more than it takes without splitting, so that
+///   the text ends at a line end;
+/// - terminals, and pipes before Linux 6.5, have no such flag: a write follows only when
+///   poll() reports room, and has PIPE_BUF bytes at most, which a pipe then takes whole.
+///   A terminal can still wait for room for the rest of those bytes. A signal ends that
+///   wait, unless it arrives in the gap at that moment; but a stopped terminal reports no
 ///   room in the first place;
 /// - a regular file does not wait for a reader.
 ///
-/// SIGPIPE is left as the process has it. The descriptor is the caller's: it is neither
-/// closed nor changed.
+/// SIGPIPE is left as the process has set it. The caller owns the descriptor: it is
+/// neither closed nor changed.
 class Descriptor {
 public:
     explicit Descriptor(int fd) noexcept;

@@ -6,11 +6,11 @@
 #include <concepts>
 #include <string_view>
 
-/// printf's formats, parsed and checked while compiling.
+/// printf formats, parsed and checked at compile time.
 ///
 /// A format that is not a constant, or whose arguments do not fit it, does not compile:
-/// no text that came from the network can ever be a format, and at run time nothing is
-/// parsed and no varargs are walked. Supported is what tables need:
+/// text from the network can never be a format, and at run time nothing is parsed and no
+/// varargs are read. Supported are the conversions that tables need:
 ///
 ///     %s   text: anything that converts to std::string_view, and every TextValue
 ///     %d   a signed integer of up to 64 bits
@@ -18,14 +18,14 @@
 ///     %c   a char
 ///     %%   a percent sign
 ///
-/// with the flag '-', a width, and for %s a precision, all of them counted in bytes as
-/// printf counts them. bool and the character types are no integers here.
+/// with the flag '-', a width, and for %s a precision, counted in bytes as in printf.
+/// bool and the character types are not integers here.
 namespace [[gnu::visibility("default")]] outfmt {
 
 namespace detail {
 
-// Never defined: a bad format calls one of them where only constants may stand, and the
-// compiler's message then names what is wrong.
+// Never defined: a bad format calls one of them where a constant expression is required,
+// so that the compiler's message names the error.
 void formatHasUnknownConversion();
 void formatHasIncompleteConversion();
 void formatHasPrecisionWhereNoneIsAllowed();
@@ -60,8 +60,7 @@ constexpr void refuse(FormatError error) {
 
 } // namespace detail
 
-/// What would keep `text` from being a format for arguments of these types; the first
-/// error from the left.
+/// The first error, from the left, in `text` as a format for arguments of these types.
 template <class... Args>
 constexpr FormatError checkFormat(std::string_view text) {
     constexpr std::array<detail::ArgumentKind, sizeof...(Args)> kinds{
@@ -69,9 +68,9 @@ constexpr FormatError checkFormat(std::string_view text) {
     return detail::parseFormat(text, kinds).error;
 }
 
-/// A format for arguments of the types Args. Converts from a constant text only, and
-/// refuses to compile where checkFormat() finds an error. The text must live as long as
-/// the program; a literal does.
+/// A format for arguments of the types Args. Converts only from constant text, and does
+/// not compile if checkFormat() finds an error. The text must live as long as the
+/// program; a literal does.
 template <class... Args>
 class FormatString {
 public:

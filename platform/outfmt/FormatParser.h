@@ -9,14 +9,14 @@
 #include <string_view>
 #include <type_traits>
 
-/// The parser behind Format.h. It runs in the compiler; only what it leaves, a handful of
-/// offsets and widths per format, is in the program.
+/// The parser behind Format.h. It runs in the compiler; the program contains only its
+/// result, a few offsets and widths per format.
 namespace [[gnu::visibility("default")]] outfmt {
 
-/// What is wrong with a format, or with the arguments that it is used with.
+/// What is wrong with a format or with its arguments.
 enum class FormatError : std::uint8_t {
     none,
-    unknownConversion,    ///< a letter or flag after '%' that is none of those above
+    unknownConversion,    ///< an unsupported letter or flag after '%'
     incompleteConversion, ///< the format ends within a conversion
     precisionNotAllowed,  ///< only %s takes a precision
     numberTooLarge,       ///< a width or precision above maxFormatNumber
@@ -52,7 +52,7 @@ consteval ArgumentKind argumentKind() {
     }
 }
 
-/// Text of the format that is printed as it stands, but for its "%%".
+/// Text of the format that is printed unchanged, except for "%%".
 struct Literal {
     std::uint16_t begin = 0;
     std::uint16_t length = 0;
@@ -69,7 +69,7 @@ struct Conversion {
     bool leftAligned = false;
 };
 
-/// Conversions hold offsets, not views: a call with five arguments then hands over some
+/// Conversions hold offsets, not views, so that a call with five arguments passes about
 /// 80 bytes of constants.
 template <std::size_t argumentCount>
 struct ParsedFormat {
@@ -91,7 +91,7 @@ public:
         return found;
     }
 
-    /// The literal text up to the next conversion, whose '%' is left behind, or the end.
+    /// The literal text up to the end or the next conversion, whose '%' is skipped too.
     constexpr Literal literal() {
         Literal result;
         result.begin = static_cast<std::uint16_t>(position_);
@@ -109,7 +109,8 @@ public:
         return result;
     }
 
-    /// The number that stands here, 0 if none does. Stops growing once it is too large.
+    /// The number at the current position, or 0 if there is none. Stops growing once it
+    /// is too large.
     constexpr unsigned number() {
         unsigned value = 0;
         while (!atEnd() && text_[position_] >= '0' && text_[position_] <= '9') {
@@ -121,8 +122,7 @@ public:
         return value;
     }
 
-    /// Reads one conversion, behind its literal text. `kind` is the kind of the argument
-    /// that it stands for.
+    /// Reads one conversion, after its literal text. `kind` is the kind of its argument.
     constexpr FormatError conversion(Conversion & result, ArgumentKind kind) {
         next('%');
         result.leftAligned = next('-');
@@ -190,8 +190,8 @@ parseFormat(std::string_view text, std::array<ArgumentKind, argumentCount> const
             result.error = index < argumentCount ? FormatError::surplusArgument : FormatError::none;
             return result;
         }
-        // Past the last argument the conversion is still read, so that a misspelt one is
-        // called that, whatever its argument would have been.
+        // A conversion past the last argument is still read, so that a misspelt one is
+        // reported as that rather than as a missing argument.
         Conversion surplus;
         Conversion * conversion = &surplus;
         ArgumentKind kind = ArgumentKind::other;

@@ -3,16 +3,16 @@
 #include <atomic>
 #include <exception>
 
-/// The user's interrupt, as one flag of the process.
+/// The user's interrupt: one flag for the process.
 ///
 /// A signal handler can do little more than set a flag, and a long listing spends its
-/// time in loops that no signal can leave. So the handler sets the flag, and whatever
-/// runs long asks for it where an exception may be thrown: the printer in each of its
-/// calls, a collection loop every few thousand entries. The flag stays set until it is
-/// cleared, so an interrupt that comes between two questions is not lost.
+/// time in loops that no signal can leave. So the handler sets the flag, and long-running
+/// code tests it where it can throw an exception: the printer in each of its calls, a
+/// collection loop every few thousand entries. The flag stays set until it is cleared, so
+/// an interrupt between two tests is not lost.
 namespace [[gnu::visibility("default")]] outfmt {
 
-/// Raised where the interrupt flag is found set. Its text is "on interrupt".
+/// Raised when the interrupt flag is found set. Its text is "on interrupt".
 class SigIntException : public std::exception {
 public:
     char const * what() const noexcept override;
@@ -29,8 +29,8 @@ static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets the
 } // namespace detail
 
 /// Sets the flag. Safe in a signal handler and from any thread. A handler should be
-/// installed without SA_RESTART, so that a write that waits ends at once; with it, a
-/// wait ends within 50 ms.
+/// installed without SA_RESTART, so that a waiting write ends at once; with it, a wait
+/// ends within 50 ms.
 inline void requestInterrupt() noexcept {
     detail::interruptFlag.store(true, std::memory_order_relaxed);
 }
@@ -41,9 +41,8 @@ inline void clearInterrupt() noexcept {
     detail::takenFlag.store(false, std::memory_order_relaxed);
 }
 
-/// Whether anybody has met the set flag, that is, whether a SigIntException was raised
-/// since the flag was last cleared. An interrupt that came too late to end anything is
-/// requested but not taken.
+/// Whether a SigIntException was raised since the flag was last cleared. An interrupt
+/// that came too late to end anything is requested but not taken.
 inline bool interruptTaken() noexcept {
     return detail::takenFlag.load(std::memory_order_relaxed);
 }
@@ -53,7 +52,7 @@ inline bool interruptRequested() noexcept {
     return detail::interruptFlag.load(std::memory_order_relaxed);
 }
 
-/// Throws SigIntException when the flag is set, and leaves it set.
+/// Throws SigIntException if the flag is set, and leaves it set.
 inline void checkInterrupt() {
     if (interruptRequested()) [[unlikely]] {
         detail::throwInterrupt();

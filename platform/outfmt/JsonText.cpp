@@ -19,7 +19,7 @@ constexpr std::uint64_t everyByte(unsigned char byte) {
 }
 
 /// Whether all eight bytes are plain. A borrow can mark a plain byte only above one that
-/// is rightly marked, so the answer for the word as a whole is exact.
+/// is marked correctly, so the result for the whole word is exact.
 constexpr bool allPlain(std::uint64_t word) {
     std::uint64_t quote = word ^ everyByte('"');
     std::uint64_t backslash = word ^ everyByte('\\');
@@ -28,7 +28,7 @@ constexpr bool allPlain(std::uint64_t word) {
     return (marked & everyByte(0x80)) == 0;
 }
 
-/// How many bytes from the beginning can be copied as they are.
+/// The number of bytes at the start that can be copied unchanged.
 std::size_t plainLength(std::string_view text) noexcept {
     std::size_t length = 0;
     for (std::uint64_t word = 0; text.size() - length >= sizeof word; length += sizeof word) {

@@ -111,7 +111,7 @@ void JsonWriter::addAttributes(std::span<AttrArg const * const> attributes) {
         }
         quoted &= attribute->isQuoted;
     }
-    constexpr std::size_t separators = 3; // a comma, a line break, and the blank of a key
+    constexpr std::size_t separators = 3; // a comma, a line break, and the space after a key
     std::size_t const most =
         attributes.size() * (AttrArg::longestQuoted + longestNumber + separators + indentation());
     if (quoted && most <= OutputBuffer::maxReserve) [[likely]] {
@@ -127,7 +127,7 @@ void JsonWriter::addAttributes(std::span<AttrArg const * const> attributes) {
     }
 }
 
-/// Writes the attributes into the buffer, where there is room for `most` bytes.
+/// Writes the attributes into the buffer, which must have room for `most` bytes.
 void JsonWriter::copyAttributes(std::span<AttrArg const * const> attributes, std::size_t most) {
     bool const indented = layout_ == Layout::indented;
     std::size_t const blanks = indentation();
@@ -159,12 +159,12 @@ bool JsonWriter::innermostIs(Container container) const {
     return !levels_.empty() && levels_.back().container == container;
 }
 
-/// How many levels stay open when every list that is innermost, and the dictionary whose
+/// The number of levels that stay open if innermost lists, each with the dictionary whose
 /// member it is, are taken as finished. The document itself is never finished this way.
 std::size_t JsonWriter::levelsWithoutOpenLists(char const * call) const {
     std::size_t levels = levels_.size();
     while (levels > 0 && levels_[levels - 1].container == Container::list) {
-        levels -= 2; // below a list is always its dictionary
+        levels -= 2; // a list's parent is always a dictionary
     }
     if (levels == 0) {
         misuse(call, levels_.empty() ? "no document was started"

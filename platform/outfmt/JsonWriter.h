@@ -11,16 +11,16 @@
 
 namespace [[gnu::visibility("default")]] outfmt {
 
-/// Writes one JSON document (RFC 8259) after the other, each ended by a newline.
+/// Writes JSON documents (RFC 8259), each followed by a newline.
 ///
-/// The operations and what they require are described at Printer, whose calls end here.
-/// A call that does not fit what is open throws std::logic_error before it writes
+/// The operations and their requirements are documented in Printer, which calls them. A
+/// call that does not fit the open containers throws std::logic_error before it writes
 /// anything.
 class JsonWriter {
 public:
     enum class Layout : std::uint8_t {
-        compact,  ///< no blank and no line break
-        indented, ///< one member a line, two blanks a level
+        compact,  ///< no spaces and no line breaks
+        indented, ///< one member per line, two spaces per level
     };
 
     /// `buffer` must outlive the writer.
@@ -37,7 +37,7 @@ public:
     void addAttributes(std::span<AttrArg const * const> attributes);
 
 private:
-    /// The document is the top-level dictionary, an entry a dictionary in a list.
+    /// A document is the top-level dictionary, an entry is a dictionary in a list.
     enum class Container : std::uint8_t { document, dictionary, list, entry };
 
     struct Level {

@@ -51,7 +51,7 @@ std::size_t OutputBuffer::lastPart() const {
     std::string_view pending(storage_.get(), used_);
     std::size_t lineEnd =
         parting_ == Parting::lineEnds ? pending.rfind('\n') : std::string_view::npos;
-    // A line end among what was written already would leave nothing to write.
+    // A line end among the bytes already written would leave nothing to write.
     return lineEnd == std::string_view::npos || lineEnd < written_ ? used_ : lineEnd + 1;
 }
 

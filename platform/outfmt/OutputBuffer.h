@@ -13,29 +13,27 @@ namespace [[gnu::visibility("default")]] outfmt {
 /// The one buffer between the printer and its descriptor: many small texts in, few large
 /// writes out.
 ///
-/// Nothing is written but when the buffer runs full or is flushed; what is left in it
-/// when it is destroyed is dropped, since a destructor could not report that the disk is
-/// full. Bytes that were written are never written again, also when a later part of the
-/// same write threw.
+/// It writes only when the buffer is full or flushed. What is left when it is destroyed
+/// is dropped, since a destructor could not report that the disk is full. Bytes that were
+/// written are never written again, even if a later part of the same write threw.
 class OutputBuffer {
 public:
     /// As much as a pipe holds.
     static constexpr std::size_t capacity = std::size_t{64} * 1024;
-    /// The most bytes that reserve() may be asked for.
+    /// The maximum argument of reserve().
     static constexpr std::size_t maxReserve = 4096;
-    /// Bytes behind what reserve() gives that may be written to as well, though not added:
-    /// who fills a few bytes need not ask how many, and writes as many at once as a register
-    /// holds.
+    /// The number of bytes after the room of reserve() that can be overwritten too, but not
+    /// added: a caller that fills a few bytes can always store a whole register.
     static constexpr std::size_t slack = 32;
 
-    /// Where the text may be parted when the buffer runs full. At line ends, a listing
-    /// that an interrupt cuts short ends with a whole line; a line longer than the buffer
-    /// is parted anywhere.
+    /// Where the text can be split when the buffer is full. With line ends, a listing cut
+    /// short by an interrupt ends with a whole line; a line longer than the buffer is
+    /// split anywhere.
     enum class Parting : std::uint8_t { anywhere, lineEnds };
 
     OutputBuffer(int fd, Parting parting);
 
-    /// Adds `text`. Like everything that adds, this may write, and throws what
+    /// Adds `text`. Like every function that adds, this can write, and throws what
     /// Descriptor::writeSome() throws.
     void append(std::string_view text) {
         if (text.size() <= room()) [[likely]] {
@@ -52,7 +50,7 @@ public:
         storage_[used_++] = character;
     }
 
-    /// Adds `count` times `character`.
+    /// Adds `character` `count` times.
     void fill(char character, std::size_t count) {
         if (count <= room()) [[likely]] {
             std::memset(storage_.get() + used_, character, count);
@@ -62,8 +60,8 @@ public:
         }
     }
 
-    /// Room for `count` bytes (maxReserve at most) to write to directly; commit() then
-    /// adds as many of them as were written.
+    /// Returns room for `count` bytes (at most maxReserve) to write to directly; commit()
+    /// then adds those that were written.
     char * reserve(std::size_t count) {
         if (count > room()) [[unlikely]] {
             makeRoom(count);
@@ -73,7 +71,7 @@ public:
 
     void commit(std::size_t count) { used_ += count; }
 
-    /// Writes everything that is in the buffer.
+    /// Writes the contents of the buffer to the descriptor.
     void flush();
 
 private:
@@ -88,12 +86,12 @@ private:
     Descriptor descriptor_;
     Parting parting_;
     std::unique_ptr<char[]> storage_;
-    std::size_t written_ = 0; ///< up to here the bytes have left already
+    std::size_t written_ = 0; ///< up to here the bytes have been written
     std::size_t used_ = 0;
 };
 
-/// Passes on the first `limit` bytes to a buffer and drops the rest, like snprintf into a
-/// buffer of a fixed size.
+/// Passes the first `limit` bytes on to a buffer and drops the rest, like snprintf with a
+/// fixed buffer size.
 class LimitedOutput {
 public:
     LimitedOutput(OutputBuffer & buffer, std::size_t limit) : buffer_(buffer), left_(limit) {}

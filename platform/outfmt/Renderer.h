@@ -10,14 +10,14 @@
 
 namespace [[gnu::visibility("default")]] outfmt {
 
-/// What mode() of a printer returns, by the kind of its output.
+/// The values of a printer's mode().
 inline constexpr unsigned textMode = 1;
 inline constexpr unsigned jsonMode = 2;
 
-/// The text side of a printer, and the descriptor under both sides.
+/// The text side of a printer, and the descriptor of both sides.
 ///
-/// One function may serve both outputs: its text lines are dropped in JSON mode, its
-/// structured calls in text mode. Every call asks for the user's interrupt first.
+/// One function can serve both outputs: its text lines are dropped in JSON mode, its
+/// structured calls in text mode. Every call checks for the user's interrupt first.
 class Renderer {
 public:
     Renderer(Renderer const &) = delete;
@@ -26,15 +26,15 @@ public:
     /// 1 when the output is text, 2 when it is JSON.
     unsigned mode() const noexcept { return mode_; }
 
-    /// Writes text, in text mode only. The format is printf's (see Format.h), a constant,
-    /// and checked against its arguments while compiling:
+    /// Writes text, in text mode only. The format is a constant printf format (see
+    /// Format.h), checked against its arguments at compile time:
     ///
     ///     printer.addFrills("%-17s %5d\n", name, count);
     ///
-    /// Arguments are printed with all their bytes, '%' and NUL among them.
+    /// Arguments are printed with all their bytes, including '%' and NUL.
     ///
-    /// Throws SigIntException on the user's interrupt, WriteError when the output cannot
-    /// be written.
+    /// Throws SigIntException on the user's interrupt, WriteError if the output cannot be
+    /// written.
     template <class... Args>
     void addFrills(FormatString<std::type_identity_t<Args>...> const & format,
                    Args const &... args) {
@@ -44,8 +44,8 @@ public:
         }
     }
 
-    /// The same for a row that must not exceed `maxBytes`: what comes after them is cut
-    /// off without a sign, the line end too if it is among it.
+    /// The same for a row of at most `maxBytes`: everything after that is silently cut
+    /// off, even the line end.
     template <class... Args>
     void addFrillsUpTo(std::size_t maxBytes,
                        FormatString<std::type_identity_t<Args>...> const & format,
@@ -57,8 +57,8 @@ public:
         }
     }
 
-    /// Writes out everything that was printed so far. Has to be called when the output is
-    /// complete, since the destructor drops what is left: it could not report a failure.
+    /// Writes out everything printed so far. Must be called when the output is complete,
+    /// since the destructor, which could not report a failure, drops what is left.
     ///
     /// Throws like addFrills().
     void flush();

@@ -9,8 +9,9 @@
 
 namespace outfmt::detail {
 
-/// Room that is known to be large enough, as OutputBuffer::reserve() gives it. What is added
-/// must not exceed what was reserved; even a fill of nothing writes up to the slack behind it.
+/// Room that is known to be large enough, as returned by OutputBuffer::reserve(). What is
+/// added must not exceed what was reserved; even an empty fill overwrites up to `slack`
+/// bytes.
 class ReservedRoom {
 public:
     explicit ReservedRoom(char * begin) noexcept : at_(begin) {}
@@ -23,7 +24,7 @@ public:
 
     void append(char character) noexcept { *at_++ = character; }
 
-    /// Writes into the slack rather than asking how many it has to fill.
+    /// Overwrites the slack rather than branching on the count.
     [[gnu::always_inline]] void fill(char character, std::size_t count) noexcept {
         std::memset(at_, character, OutputBuffer::slack);
         if (count > OutputBuffer::slack) [[unlikely]] {

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <cstring>
 
-/// Copies of a few bytes. Table cells, keys and addresses are so short that a call of memcpy
-/// or memset takes longer than what it does. Copies of a size that the compiler knows are a
-/// move or two, so a length that is not known is covered by two such copies that overlap.
+/// Copies of a few bytes. Table cells, keys and addresses are so short that calling memcpy
+/// or memset takes longer than the copy. A copy of a size known to the compiler is a move or
+/// two, so an unknown length is covered by two such copies that overlap.
 namespace outfmt::detail {
 
 template <std::size_t size>

@@ -9,7 +9,7 @@ namespace [[gnu::visibility("default")]] outfmt {
 /// without a string per cell.
 ///
 /// `writeTo(to)` writes the text at `to`, without a terminating NUL, and returns the end
-/// of what it wrote; `maxTextLength` is the most bytes that it ever writes.
+/// of what it wrote; it never writes more than `maxTextLength` bytes.
 template <class T>
 concept TextValue = requires(T const & value, char * to) {
     { value.writeTo(to) }
@@ -17,8 +17,8 @@ concept TextValue = requires(T const & value, char * to) {
     { T::maxTextLength } -> std::convertible_to<std::size_t>;
 };
 
-/// Whether the text of a value is always ASCII without anything that JSON escapes. A type says
-/// so by a member `textIsPlain`; the texts of the others are looked through.
+/// Whether the text of a value is always ASCII without anything that JSON escapes. A type
+/// says so with a member `textIsPlain`; the texts of other types are checked.
 template <TextValue Value>
 constexpr bool textIsPlain() {
     if constexpr (requires { Value::textIsPlain; }) {

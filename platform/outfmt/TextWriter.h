@@ -11,15 +11,15 @@
 #include <string_view>
 #include <utility>
 
-/// Formats one text line straight into the output: what Format.h parsed while compiling
-/// is filled with its arguments here. `Output` is an OutputBuffer or a LimitedOutput, or for
-/// every line that cannot exceed what a buffer reserves, the room reserved there: a table's
-/// rows then ask for room once, and not with each of their cells. Everything is inlined into
-/// the line that is printed, whatever the compiler thinks of its size: there the format is a
-/// constant, and what is left of it are copies of known lengths.
+/// Formats one text line directly into the output: the arguments are filled into the format
+/// that Format.h parsed at compile time. `Output` is an OutputBuffer or a LimitedOutput, or,
+/// for a line that cannot exceed what a buffer reserves, the room reserved there: a table
+/// row then asks for room once instead of once per cell. Everything is forced inline into
+/// the caller: there the format is a constant, and only copies of known lengths are left of
+/// it.
 namespace outfmt::detail {
 
-/// The most bytes that an argument writes to, those included that are cut or filled.
+/// The most bytes that an argument can touch, including bytes that are cut or filled.
 inline std::size_t mostBytes(Conversion const & conversion, std::string_view text) {
     return std::max<std::size_t>(conversion.width,
                                  std::min<std::size_t>(text.size(), conversion.precision));
@@ -77,7 +77,7 @@ template <class Output, TextValue Value>
                                                Value const & value) {
     static_assert(Value::maxTextLength <= OutputBuffer::maxReserve);
     if (!conversion.leftAligned && conversion.width > 0) {
-        // The blanks come first, and how many is known only once the text is.
+        // The padding comes first, and its length is known only after the text is.
         char text[Value::maxTextLength];
         auto length = static_cast<std::size_t>(value.writeTo(text) - text);
         return putArgument(output, conversion, std::string_view(text, length));
@@ -131,7 +131,7 @@ putPieces(Output & output, ParsedFormat<sizeof...(Args)> const & format,
     putLiteral(output, format.text, format.tail);
 }
 
-/// Writes `format` with `args`, which were checked against each other while compiling.
+/// Writes `format` with `args`, which were checked against each other at compile time.
 template <class Output, class... Args>
 [[gnu::always_inline]] inline void
 putFormatted(Output & output, ParsedFormat<sizeof...(Args)> const & format, Args const &... args) {

@@ -3,10 +3,10 @@
 namespace outfmt {
 namespace {
 
-/// The second byte is what tells overlong forms, surrogates and too large code points
-/// apart: its range depends on the first one.
+/// The second byte rules out overlong forms, surrogates and code points that are too
+/// large: its range depends on the first byte.
 struct Lead {
-    std::size_t length; // 0 for a byte that leads nothing
+    std::size_t length; // 0 for a byte that cannot start a sequence
     unsigned char secondFrom = 0x80;
     unsigned char secondTo = 0xBF;
 };

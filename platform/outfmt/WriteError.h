@@ -4,8 +4,9 @@
 
 namespace [[gnu::visibility("default")]] outfmt {
 
-/// The output could not be written: the disk is full, the reader has gone, the descriptor
-/// is not open for writing. Its text names the descriptor and the system's reason.
+/// The output could not be written: for example, the disk is full, the reader has gone,
+/// or the descriptor is not open for writing. The text names the descriptor and the
+/// system's reason.
 class WriteError : public Vex::Error {
 public:
     WriteError(int fd, int code);
