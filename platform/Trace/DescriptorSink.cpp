@@ -47,7 +47,7 @@ void writeAll(int fd, std::string_view bytes) {
         if (written > 0) {
             bytes.remove_prefix(static_cast<std::size_t>(written));
         } else {
-            return; // a signal too: who is to end must not wait for a reader of traces
+            return; // after a signal too: a process that must end cannot wait for its trace reader
         }
     }
 }

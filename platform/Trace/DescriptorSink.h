@@ -8,10 +8,10 @@ namespace [[gnu::visibility("default")]] Trace {
 ///
 ///     LEVEL FILE:LINE FUNCTION: TEXT
 ///
-/// FILE is a base name. Names that came from the network stand in the text, so control
-/// characters (C0, DEL and C1) and bytes that are not UTF-8 are written as \xNN: a record
-/// is one line, and no terminal obeys it. What cannot be written is dropped. The
-/// descriptor stays the caller's.
+/// FILE is a base name. TEXT can contain names from the network, so control characters
+/// (C0, DEL and C1) and bytes that are not UTF-8 are written as \xNN: a record is one
+/// line and cannot control a terminal. What cannot be written is dropped. The caller
+/// still owns the descriptor.
 Sink descriptorSink(int fd);
 
 } // namespace Trace

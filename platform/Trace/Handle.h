@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-/// The trace facility: what a program can tell about its own doings, off until asked for.
+/// The trace facility: a program's reports about its own work, off by default.
 ///
-/// A part of the program has a handle, its records have levels, and each level of each
+/// Each part of the program has a handle, records have levels, and each level of each
 /// handle can be on or off:
 ///
 ///     if (auto record = handle.at(8)) {
@@ -16,20 +16,20 @@
 ///     }
 ///
 /// With the level off this costs a load and a test, and nothing in the braces is
-/// evaluated; so traces can stand in every function.
+/// evaluated, so every function can have traces.
 namespace [[gnu::visibility("default")]] Trace {
 
 class [[gnu::visibility("hidden")]] Registry;
 
 inline constexpr unsigned maxLevel = 9;
 
-/// A named source of trace records with the levels 0 (what matters most) to 9. It is
-/// known to the process from its construction to its destruction, so it is made as a
-/// static object. Several handles may have the same name.
+/// A named source of trace records with the levels 0 (most important) to 9. It is
+/// registered from its construction to its destruction, so make it a static object.
+/// Several handles can have the same name.
 class Handle {
 public:
-    /// Starts with the levels of the last enableAllUpTo() or disableAll(); all are off if
-    /// there was none.
+    /// Starts with the levels set by the last enableAllUpTo() or disableAll(), or with
+    /// all levels off.
     explicit Handle(std::string name);
     ~Handle();
 
@@ -38,13 +38,13 @@ public:
 
     std::string const & name() const noexcept { return name_; }
 
-    /// Whether records of this level are wanted; never for a level above 9.
+    /// Whether records of this level are delivered; always false for a level above 9.
     bool enabled(unsigned level) const noexcept {
         return level <= maxLevel && ((levels_.load(std::memory_order_relaxed) >> level) & 1U) != 0;
     }
 
-    /// A record to write to, which tests as false if its level is off. It names the place
-    /// of this call, and is delivered at the end of its life.
+    /// A record to write to, which converts to false if its level is off. It names the
+    /// place of this call and is delivered when it is destroyed.
     RecordStream at(unsigned level, char const * file = __builtin_FILE(),
                     int line = __builtin_LINE(),
                     char const * function = __builtin_FUNCTION()) const {
@@ -54,7 +54,7 @@ public:
     /// Turns the levels 0 to `level` on and those above it off.
     void enableUpTo(unsigned level) noexcept;
 
-    /// Turns one level on or off and leaves the others. No effect above 9.
+    /// Turns one level on or off and leaves the others unchanged. No effect above 9.
     void enable(unsigned level, bool on) noexcept;
 
     /// Turns all levels off.
@@ -71,7 +71,7 @@ private:
 /// process and for those made later.
 void enableAllUpTo(unsigned level);
 
-/// The same for the handles of this name that there are now; false if there are none.
+/// The same for the existing handles with this name; false if there are none.
 bool enableUpTo(std::string_view handleName, unsigned level);
 
 /// Turns all levels off, for every handle and for those made later.

@@ -9,8 +9,8 @@
 namespace [[gnu::visibility("default")]] Trace {
 namespace {
 
-/// Set while this thread is in a sink, whose own traces would otherwise come back to it
-/// without end.
+/// Set while this thread is in a sink, whose own traces would otherwise recurse without
+/// end.
 thread_local bool delivering = false;
 
 struct DeliveryScope {
@@ -60,7 +60,7 @@ void RecordStream::deliver() noexcept {
             (*sink)(body_->record);
         }
     } catch (...) {
-        // The record is lost; what it was to tell about goes on.
+        // The record is lost; the work that it reports on continues.
         return;
     }
 }

@@ -6,10 +6,10 @@
 
 namespace [[gnu::visibility("default")]] Trace {
 
-/// A trace record being written. It is delivered to the sink once, at the end of its
-/// life; a record whose level is off is empty, tests as false and does nothing.
+/// A trace record being written. It is delivered to the sink once, when it is destroyed;
+/// a record whose level is off is empty, converts to false and does nothing.
 ///
-/// Numbers are written in the classic locale, whatever the process has set.
+/// Numbers are written in the classic locale, whatever locale the process has set.
 class RecordStream {
 public:
     RecordStream() noexcept = default;

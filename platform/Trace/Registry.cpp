@@ -42,7 +42,7 @@ bool Registry::setLevels(std::string_view name, unsigned levels) {
 
 void Registry::setSink(Sink sink) {
     auto shared = sink ? std::make_shared<Sink const>(std::move(sink)) : nullptr;
-    // The sink before is destroyed outside the lock: it may own what traces.
+    // The previous sink is destroyed outside the lock: its destructor can trace.
     std::lock_guard lock(mutex_);
     sink_.swap(shared);
 }

@@ -10,11 +10,12 @@
 
 namespace Trace {
 
-/// What all handles of the process share: who they are, which levels a new one starts
-/// with, and where records go.
+/// What all handles of the process share: the list of handles, the levels that a new one
+/// starts with, and the sink.
 class Registry {
 public:
-    /// Outlives every handle: a handle's constructor calls this before it is done.
+    /// Outlives every handle, since a handle's constructor calls this before it
+    /// completes.
     static Registry & instance();
 
     void add(Handle & handle);

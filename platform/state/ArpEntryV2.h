@@ -20,7 +20,7 @@ public:
 
     Nolt::EthAddr const & macAddress() const noexcept { return macAddress_; }
 
-    /// Which of several claims to the address wins; the higher one does.
+    /// Decides between several claims to the address; the highest preference wins.
     Vex::U8 preference() const noexcept { return preference_; }
 
     /// How often the binding has changed.

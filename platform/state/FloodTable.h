@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-/// The VTEPs that EVPN floods to, as its service shares them with whoever wants to read
-/// along: the small companion of the table of hosts, in the same form.
+/// The VTEPs that EVPN floods to, as its service shares them with its readers: the small
+/// companion of the host table, in the same form.
 namespace [[gnu::visibility("default")]] VcsEvpn {
 
 /// A VTEP that receives the flooded traffic of a VNI (the inclusive multicast route of
@@ -24,10 +24,10 @@ struct FloodKey {
     auto operator<=>(FloodKey const &) const = default;
 };
 
-/// How traffic is flooded to a VTEP. The default denotes a dead slot: nothing is.
+/// How traffic is flooded to a VTEP. The default denotes a dead slot: nothing is flooded.
 class FloodEntry {
 public:
-    /// By which tunnel; the numbers are the tunnel types of RFC 6514 section 5.
+    /// The tunnel types, with the numbers of RFC 6514 section 5.
     enum class TunnelType : Vex::U8 {
         none = 0,
         ingressReplication = 6,
@@ -45,7 +45,7 @@ private:
     TunnelType tunnelType_ = TunnelType::none;
 };
 
-/// How flood entries lie in the shared memory.
+/// The encoding of flood entries in shared memory.
 struct FloodSchema {
     using Key = FloodKey;
     using Value = FloodEntry;
@@ -60,8 +60,8 @@ struct FloodSchema {
     static FloodEntry decodeValue(Vex::U8 const * in) noexcept;
 };
 
-/// The shared table of flood entries. Walking it, and every look into it, may raise
-/// `Pelo::CorruptionDetectedException`; who catches it hands its text to
+/// The shared table of flood entries. Walks and look-ups can raise
+/// `Pelo::CorruptionDetectedException`; the catcher must pass its text to
 /// `handleCorruption`.
 class FloodTable : public Vex::Tracked<FloodTable, Vex::Entity>, public Pelo::Table<FloodSchema> {
 public:
@@ -69,19 +69,19 @@ public:
 
     explicit FloodTable(Pelo::Reader<FloodSchema> reader);
 
-    /// The entry of that key, or a default-made one when there is none.
+    /// The entry under `key`, or a default one if there is none.
     FloodEntry floodEntry(FloodKey const & key) const { return value(key); }
 };
 
-/// Makes and fills a table of flood entries.
+/// Creates and fills a table of flood entries.
 using FloodTableWriter = Pelo::TableWriter<FloodTable>;
 
-/// Opens the table in a file. Raises `Pelo::TableError` when there is no table of flood
-/// entries there, and `Pelo::CorruptionDetectedException` when it is damaged.
+/// Opens the table in a file. Raises `Pelo::TableError` if it is not a table of flood
+/// entries, and `Pelo::CorruptionDetectedException` if it is damaged.
 Vex::Ptr<FloodTable> openFloodTable(std::string const & path);
 
-/// Opens the table behind `descriptor`, which stays the caller's; messages call it `name`.
-/// Errors as for a file.
+/// Opens the table that `descriptor` refers to; the caller keeps the descriptor. `name` is
+/// used in messages. Raises the same errors.
 Vex::Ptr<FloodTable> openFloodTable(int descriptor, std::string name);
 
 } // namespace VcsEvpn

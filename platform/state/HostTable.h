@@ -12,9 +12,9 @@
 #include <string>
 #include <string_view>
 
-/// The hosts that EVPN has learned, as its service shares them with whoever wants to read
-/// along: one fixed-size entry per MAC address and VNI, in shared memory, since the service
-/// holds a million of them and no reader should take a copy to show a few.
+/// The hosts that EVPN has learned, as its service shares them with its readers: one
+/// fixed-size entry per MAC address and VNI, in shared memory, since the service holds a
+/// million of them and a reader should not copy them all to show a few.
 namespace [[gnu::visibility("default")]] VcsEvpn {
 
 /// A MAC address in a VNI (the MAC/IP advertisement route of RFC 7432 section 7.2, as
@@ -26,7 +26,7 @@ struct HostKey {
     auto operator<=>(HostKey const &) const = default;
 };
 
-/// Where a host is. The default, all fields zero, denotes a dead slot: no host there.
+/// Where a host is. The default, all fields zero, denotes a dead slot: no host.
 class Host {
 public:
     Host() = default;
@@ -48,7 +48,7 @@ private:
     Vex::U32 moveCount_ = 0;
 };
 
-/// How hosts lie in the shared memory.
+/// The encoding of hosts in shared memory.
 struct HostSchema {
     using Key = HostKey;
     using Value = Host;
@@ -63,8 +63,8 @@ struct HostSchema {
     static Host decodeValue(Vex::U8 const * in) noexcept;
 };
 
-/// The shared table of hosts. Walking it, and every look into it, may raise
-/// `Pelo::CorruptionDetectedException`; who catches it hands its text to
+/// The shared table of hosts. Walks and look-ups can raise
+/// `Pelo::CorruptionDetectedException`; the catcher must pass its text to
 /// `handleCorruption`.
 class HostTable : public Vex::Tracked<HostTable, Vex::Entity>, public Pelo::Table<HostSchema> {
 public:
@@ -72,19 +72,19 @@ public:
 
     explicit HostTable(Pelo::Reader<HostSchema> reader);
 
-    /// The host of that key, or a default-made one when there is none.
+    /// The host under `key`, or a default one if there is none.
     Host host(HostKey const & key) const { return value(key); }
 };
 
-/// Makes and fills a table of hosts.
+/// Creates and fills a table of hosts.
 using HostTableWriter = Pelo::TableWriter<HostTable>;
 
-/// Opens the table in a file. Raises `Pelo::TableError` when there is no table of hosts
-/// there, and `Pelo::CorruptionDetectedException` when it is damaged.
+/// Opens the table in a file. Raises `Pelo::TableError` if it is not a table of hosts,
+/// and `Pelo::CorruptionDetectedException` if it is damaged.
 Vex::Ptr<HostTable> openHostTable(std::string const & path);
 
-/// Opens the table behind `descriptor`, which stays the caller's; messages call it `name`.
-/// Errors as for a file.
+/// Opens the table that `descriptor` refers to; the caller keeps the descriptor. `name` is
+/// used in messages. Raises the same errors.
 Vex::Ptr<HostTable> openHostTable(int descriptor, std::string name);
 
 } // namespace VcsEvpn

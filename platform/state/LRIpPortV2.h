@@ -7,7 +7,7 @@
 
 namespace [[gnu::visibility("default")]] VxlanController {
 
-/// One IP port of a logical router: the address that it has in a VNI, and where it is.
+/// One IP port of a logical router: its address in a VNI, and where it is.
 class LRIpPortV2 {
 public:
     LRIpPortV2() = default;

@@ -11,8 +11,8 @@
 
 namespace [[gnu::visibility("default")]] VxlanController {
 
-/// One uplink port of a logical router: an address towards the outside, and the physical
-/// ports and VLANs through which it is reached.
+/// One uplink port of a logical router: an external address, and the physical ports and
+/// VLANs through which it is reached.
 class LRIpUplinkPortV2 {
 public:
     using PortVlans = Vex::HashMap2018<Vex::SetSlot<PortVlanPairV2>>;
@@ -34,10 +34,10 @@ public:
     /// so the order must depend on the content alone.
     PortVlans const & portVlan() const noexcept { return portVlan_; }
 
-    /// Puts these ports in place of all that are there.
+    /// Replaces all ports.
     void portVlansAre(PortVlans pairs) & { portVlan_ = std::move(pairs); }
 
-    /// Adds a port and a VLAN; one that is there already changes nothing.
+    /// Adds a port and a VLAN; adding an existing pair changes nothing.
     void portVlanIs(PortVlanPairV2 pair) & {
         portVlan_.upsert(Vex::SetSlot<PortVlanPairV2>(std::move(pair), true));
     }

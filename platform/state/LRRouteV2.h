@@ -11,7 +11,8 @@ namespace [[gnu::visibility("default")]] VxlanController {
 /// without nexthops drops what it matches.
 class LRRouteV2 {
 public:
-    /// Flat, for nearly every route of a million has one nexthop or a handful.
+    /// Flat, since of a million routes nearly every one has a handful of nexthops at
+    /// most.
     using Nexthops = Vex::FlatHashMap<Vex::SetSlot<Nolt::IpGenAddr>>;
 
     LRRouteV2() = default;
@@ -23,7 +24,7 @@ public:
     /// The nexthops, in no particular order.
     Nexthops const & nexthop() const noexcept { return nexthop_; }
 
-    /// Adds a nexthop; true when it was not there before.
+    /// Adds a nexthop; true if it is new.
     bool nexthopIs(Nolt::IpGenAddr const & address) & {
         return nexthop_.upsert(Vex::SetSlot<Nolt::IpGenAddr>(address, true));
     }

@@ -30,15 +30,15 @@ public:
     /// The name of the logical router.
     Vex::String const & name() const noexcept { return name_; }
 
-    /// The tables, each to be walked in its own order.
+    /// The tables, each iterated in its own order.
     Routes const & route() const noexcept { return route_; }
 
     IpPorts const & ipPort() const noexcept { return ipPort_; }
 
     IpUplinkPorts const & ipUplinkPort() const noexcept { return ipUplinkPort_; }
 
-    /// The writers: each inserts the entry, or overwrites the one of its key, and tells
-    /// whether it was new.
+    /// The writers: each inserts the entry or overwrites the one with its key, and
+    /// returns whether it is new.
     bool routeIs(LRRouteV2 route);
     bool ipPortIs(LRIpPortV2 const & port);
     bool ipUplinkPortIs(LRIpUplinkPortV2 port);

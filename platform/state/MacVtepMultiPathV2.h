@@ -7,7 +7,7 @@
 
 namespace [[gnu::visibility("default")]] VxlanController {
 
-/// A MAC address that lies behind several VTEPs at once, any one of which reaches it.
+/// A MAC address behind several VTEPs, each of which reaches it.
 class MacVtepMultiPathV2 {
 public:
     using VtepIps = Vex::OrderedMap<Vex::SetSlot<Nolt::IpAddr>>;
@@ -26,12 +26,12 @@ public:
         vtepIp_.upsert(Vex::SetSlot<Nolt::IpAddr>(ip, member));
     }
 
-    /// MAC address and VTEPs, with their flags.
+    /// Compares the MAC address and the VTEPs with their flags.
     friend bool operator==(MacVtepMultiPathV2 const & a, MacVtepMultiPathV2 const & b) {
         return a.macAddr_ == b.macAddr_ && a.vtepIp_ == b.vtepIp_;
     }
 
-    /// True for the zero MAC address without VTEPs, which stands for "not in the table".
+    /// True for the zero MAC address without VTEPs, which means "not in the table".
     bool operator!() const noexcept { return macAddr_.isZero() && vtepIp_.empty(); }
 
 private:

@@ -7,7 +7,7 @@
 namespace [[gnu::visibility("default")]] VxlanController {
 
 /// One unicast MAC address as the controller publishes it: where it is and how often it
-/// has moved. The default, all fields zero, stands for "not in the table".
+/// has moved. The default, all fields zero, means "not in the table".
 class MacVtepV2 {
 public:
     MacVtepV2() = default;
@@ -17,7 +17,7 @@ public:
 
     Nolt::EthAddr const & macAddr() const noexcept { return macAddr_; }
 
-    /// The VTEP behind which the address lies.
+    /// The VTEP behind which the address is.
     Nolt::IpAddr vtepIp() const noexcept { return vtepIp_; }
 
     /// Moves between VTEPs since the address was first learned.

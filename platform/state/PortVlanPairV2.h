@@ -9,7 +9,7 @@
 
 namespace [[gnu::visibility("default")]] VxlanController {
 
-/// A port of a switch and a VLAN on it. One port may carry several VLANs, each its own pair.
+/// A port of a switch and a VLAN on it. A port with several VLANs has a pair for each.
 struct PortVlanPairV2 {
     Vex::String port;
     Bridging::VlanIdOrNone vlan;

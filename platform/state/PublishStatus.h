@@ -10,7 +10,7 @@
 /// Which systems publish which paths.
 namespace [[gnu::visibility("default")]] Controller {
 
-/// The identity of a system: an Ethernet address of its own.
+/// The identity of a system: its own Ethernet address.
 class SystemId {
 public:
     SystemId() = default;
@@ -63,7 +63,7 @@ public:
 
     Controller::SystemId const & systemId() const noexcept { return systemId_; }
 
-    /// The paths, to be walked in hash order.
+    /// The paths, iterated in hash order.
     PublishedMounts const & publishedMount() const noexcept { return publishedMount_; }
 
     /// Adds a path, or overwrites what is mounted there.
@@ -88,10 +88,10 @@ public:
     /// All systems, in hash order.
     Systems const & system() const noexcept { return systems_; }
 
-    /// What `systemId` publishes, or null when nothing is known of it.
+    /// What `systemId` publishes, or null if nothing is known about it.
     Vex::Ptr<SystemPublishedMount const> system(Controller::SystemId const & systemId) const;
 
-    /// The same for whoever fills it; made when it is not there.
+    /// The same for writing; created if it does not exist.
     Vex::Ptr<SystemPublishedMount> systemIs(Controller::SystemId const & systemId);
 
 private:

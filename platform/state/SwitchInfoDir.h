@@ -8,7 +8,7 @@
 #include "Vex/String.h"
 #include "state/VtepKeyPairs.h"
 
-/// Which switch has which VTEPs, and which VTEP stands for which switches.
+/// Which switch has which VTEPs, and which VTEP represents which switches.
 namespace [[gnu::visibility("default")]] VxlanController {
 
 /// One VTEP address and the switches that have it.
@@ -21,7 +21,7 @@ public:
 
     Nolt::IpGenAddr const & address() const noexcept { return address_; }
 
-    /// Whether the VTEP is in service; of a switch's VTEPs an active one stands for it.
+    /// Whether the VTEP is in service; an active VTEP represents its switch.
     bool active() const noexcept { return active_; }
 
     void activeIs(bool active) noexcept { active_ = active; }
@@ -76,16 +76,16 @@ public:
     /// All switches, in hash order.
     SwitchInfos const & switchInfo() const noexcept { return switchInfo_; }
 
-    /// All VTEPs, in hash order: those of no switch, too.
+    /// All VTEPs in hash order, including those without a switch.
     Vteps const & vtepMap() const noexcept { return vteps_; }
 
-    /// The switch of that identifier, or null; compared byte by byte.
+    /// The switch with this identifier, compared byte by byte, or null.
     Vex::Ptr<SwitchInfo const> switchInfo(Vex::String const & switchId) const;
 
-    /// The VTEP of that address, or null.
+    /// The VTEP with this address, or null.
     Vex::Ptr<VtepMap const> vtepMap(Nolt::IpGenAddr const & address) const;
 
-    /// Both for whoever fills them; made when they are not there.
+    /// The same two for writing; created if they do not exist.
     Vex::Ptr<SwitchInfo> switchInfoIs(Vex::String const & switchId);
     Vex::Ptr<VtepMap> vtepMapIs(Nolt::IpGenAddr const & address);
 

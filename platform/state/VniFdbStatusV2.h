@@ -5,8 +5,8 @@
 
 namespace [[gnu::visibility("default")]] VxlanController {
 
-/// What the controller tells its destinations about one VNI, which the name tells under
-/// which it is published.
+/// What the controller advertises to its destinations about one VNI. The name under which
+/// it is published identifies the VNI.
 class VniFdbStatusV2 : public Vex::Tracked<VniFdbStatusV2, VniTables> {
 public:
     static constexpr char const * vexTypeName = "VxlanController::VniFdbStatusV2";

@@ -8,7 +8,8 @@
 
 namespace [[gnu::visibility("default")]] VxlanController {
 
-/// Everything that one source has told the controller: its VNIs in ascending order.
+/// Everything that one source has reported to the controller: its VNIs in ascending
+/// order.
 class VniStatusDirV2 : public Vex::Tracked<VniStatusDirV2, Vex::Entity> {
 public:
     static constexpr char const * vexTypeName = "VxlanController::VniStatusDirV2";
@@ -17,13 +18,13 @@ public:
 
     VniStatusDirV2() = default;
 
-    /// The VNIs, to be walked in ascending order.
+    /// The VNIs, iterated in ascending order.
     VniStatuses const & vniStatusV2() const noexcept { return vniStatusV2_; }
 
-    /// The tables of one VNI, or null when the source has told nothing about it.
+    /// The tables of one VNI, or null if the source has reported nothing about it.
     Vex::Ptr<VniStatusV2 const> vniStatusV2(Vxlan::Vni vni) const;
 
-    /// The tables of one VNI, made when they are not there, for whoever fills them.
+    /// The tables of one VNI for writing; created if they do not exist.
     Vex::Ptr<VniStatusV2> vniStatusV2Is(Vxlan::Vni vni);
 
 private:

@@ -6,7 +6,7 @@
 
 namespace [[gnu::visibility("default")]] VxlanController {
 
-/// What one source has told the controller about one VNI.
+/// What one source has reported to the controller about one VNI.
 class VniStatusV2 : public Vex::Tracked<VniStatusV2, VniTables> {
 public:
     static constexpr char const * vexTypeName = "VxlanController::VniStatusV2";

@@ -27,7 +27,7 @@ public:
     using ArpTable =
         Vex::FlatHashMap<Vex::ValueSlot<Nolt::IpGenAddr, ArpEntryV2, &ArpEntryV2::ipAddress>>;
 
-    /// The tables, to be walked in their own order.
+    /// The tables, each iterated in its own order.
     MacVtepTable const & macVtepTable() const noexcept { return macVtepTable_; }
 
     MacVtepMultiPathTable const & macVtepMultiPathTable() const noexcept {
@@ -40,25 +40,26 @@ public:
 
     ArpTable const & arpTable() const noexcept { return arpTable_; }
 
-    /// The unicast entry of `mac`, or the default one when there is none.
+    /// The unicast entry of `mac`, or the default one if there is none.
     MacVtepV2 macVtepTable(Nolt::EthAddr const & mac) const;
 
-    /// The multipath entry of `mac`, or the empty one when there is none. Valid until the
+    /// The multipath entry of `mac`, or the empty one if there is none. Valid until the
     /// table is next written.
     MacVtepMultiPathV2 const & macVtepMultiPathTable(Nolt::EthAddr const & mac) const;
 
-    /// The flood list of `mac`, or null when there is none.
+    /// The flood list of `mac`, or null if there is none.
     Vex::Ptr<MacVtepFloodListV2 const> macVtepFloodListTable(Nolt::EthAddr const & mac) const;
 
-    /// The writers: each inserts the entry, or overwrites the one of its key, and tells
-    /// whether it was new.
+    /// The writers: each inserts the entry or overwrites the one with its key, and
+    /// returns whether it is new.
     bool macVtepIs(MacVtepV2 const & entry);
     bool macVtepMultiPathIs(MacVtepMultiPathV2 entry);
     bool macVtepFloodListIs(Vex::Ptr<MacVtepFloodListV2 const> entry);
     bool arpIs(ArpEntryV2 const & entry);
 
-    /// The fillers: each takes `entries` for its whole table, as `Vex::FlatHashMap::fill` does,
-    /// and tells which of them, if any, is the first with the key of an earlier one.
+    /// The fillers: each replaces its whole table by `entries`, as `Vex::FlatHashMap::fill`
+    /// does, and returns the position of the first entry whose key an earlier one has, or
+    /// nullopt.
     std::optional<std::size_t> macVtepTableIs(std::vector<MacVtepTable::Slot> & entries);
     std::optional<std::size_t>
     macVtepMultiPathTableIs(std::vector<MacVtepMultiPathTable::Slot> & entries);

@@ -9,15 +9,15 @@
 
 /// The keys under which switches and VTEPs name each other.
 ///
-/// A switch may have several VTEPs, told apart on it by the name of the VXLAN interface,
-/// and several switches may share one address (an anycast VTEP). So neither an address nor
-/// a switch alone is a key: the interface goes with it.
+/// A switch can have several VTEPs, identified there by the name of the VXLAN interface,
+/// and several switches can share one address (an anycast VTEP). So neither an address nor
+/// a switch alone is a key: the interface is part of it.
 namespace [[gnu::visibility("default")]] VxlanController {
 
 /// One VTEP of a switch.
 struct IpVtepKeyPair {
     Nolt::IpGenAddr ip;
-    Vex::String vtepName; ///< the VXLAN interface; empty when the source does not tell it
+    Vex::String vtepName; ///< the VXLAN interface; empty if the source does not report it
 
     auto operator<=>(IpVtepKeyPair const & other) const = default;
 };
@@ -25,7 +25,7 @@ struct IpVtepKeyPair {
 /// One switch of a VTEP.
 struct SwitchIdVtepKeyPair {
     Vex::String switchId;
-    Vex::String vtepName; ///< the VXLAN interface; empty when the source does not tell it
+    Vex::String vtepName; ///< the VXLAN interface; empty if the source does not report it
 
     auto operator<=>(SwitchIdVtepKeyPair const & other) const = default;
 };
