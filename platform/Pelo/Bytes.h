@@ -5,11 +5,11 @@
 #include <cstddef>
 
 /// How the fields of keys and values become bytes: numbers of a fixed width, most
-/// significant byte first, one behind the other. Copying the C++ objects would take their
-/// padding along, and two equal keys could then have different bytes.
+/// significant byte first, one after the other. Copying the C++ objects would include
+/// their padding, and two equal keys could then have different bytes.
 namespace Pelo {
 
-/// Writes the lower `width` bytes of `number` to `out`; returns the place behind them.
+/// Writes the lower `width` bytes of `number` to `out`; returns the position after them.
 template <std::size_t width>
 constexpr Vex::U8 * writeNumber(Vex::U8 * out, Vex::U64 number) noexcept {
     static_assert(width >= 1 && width <= 8);

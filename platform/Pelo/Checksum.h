@@ -11,17 +11,17 @@ using Vex::U32;
 using Vex::U64;
 using Vex::U8;
 
-/// The checksum of `words`, starting from `seed`: what the words are and where they stand
-/// both count.
+/// The checksum of `words`, starting from `seed`. It depends on both the words and their
+/// order.
 ///
 /// Each step is one of SplitMix64 (Steele, Lea and Flood, 2014): an addition of 2^64 over
-/// the golden ratio, then its finaliser. Both are bijections of 64 bits, so two runs of
-/// words that differ in one word only, by however many of its bits, always have different
-/// sums; of those that differ in more, about one in 2^64 slips through. A CRC-32 promises
-/// no more for these lengths and takes a table or a special instruction, and a command
-/// checks millions of slots. One multiplication a word would be cheaper still, but it
-/// leaves a word's top bits in a few places, where three flipped bits in two words can make
-/// up for each other. It is no defence against somebody who forges.
+/// the golden ratio, then its finaliser. Both are bijections of 64 bits, so two sequences
+/// that differ in only one word, in any number of its bits, always have different
+/// checksums; of those that differ in more words, about one in 2^64 goes undetected. A
+/// CRC-32 guarantees no more for these lengths and needs a table or a special instruction,
+/// and a command checks millions of slots. One multiplication per word would be cheaper
+/// still, but it spreads a word's top bits to only a few places, where three flipped bits
+/// in two words can cancel out. It is no defence against forgery.
 constexpr U64 checksum(U64 seed, std::span<U64 const> words) noexcept {
     constexpr U64 goldenRatio = 0x9e3779b97f4a7c15U;
     U64 sum = seed + goldenRatio;

@@ -8,20 +8,20 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// What a table does about damage that its readers found in it.
+/// Records the damage that readers find in a table.
 ///
-/// A reader gives up that table, keeps what it had, and goes on; so this is where the fact
-/// stays on record. Readers have tables as constants, and reporting changes nothing of
-/// what the table holds: hence the const.
+/// A reader gives up the damaged table, keeps what it has read, and goes on, so the damage
+/// must be recorded here. Reporting is const, since readers hold tables as constants and a
+/// report does not change a table's contents.
 class CorruptionLog {
 public:
     using Handler = std::function<void(std::string_view message)>;
 
-    /// Sets what is called with each report, on the reporting thread; none at start. To be
-    /// set before readers get the table.
+    /// Sets the function that is called with each report, on the reporting thread; there
+    /// is none initially. Must be set before readers get the table.
     void corruptionHandlerIs(Handler handler);
 
-    /// Counts one report and passes it on. What the handler raises passes through.
+    /// Counts one report and passes it on. Exceptions of the handler pass through.
     void handleCorruption(std::string_view message) const;
 
     /// The number of reports so far.

@@ -7,8 +7,8 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// A table that cannot be made or opened, or that is sound but of another kind: no such
-/// file, no memory left, another format, another type of key or value.
+/// A table cannot be created or opened, or is intact but of another kind: no such file,
+/// no memory left, another format, another type of key or value.
 class TableError : public Vex::Error {
 public:
     /// Reads "table 'NAME': PROBLEM".
@@ -16,8 +16,8 @@ public:
     ~TableError() override;
 };
 
-/// A table whose memory does not hold what its writer put there, or whose writer died in
-/// the middle of a change. What was read before it is good; nothing behind it can be told.
+/// The memory of a table is not what its writer stored there, or the writer died in the
+/// middle of a change. What was read before is valid; nothing is known about the rest.
 class CorruptionDetectedException : public Vex::Error {
 public:
     /// Reads "table 'NAME', PLACE: FOUND, expected EXPECTED".
@@ -34,11 +34,11 @@ public:
 [[noreturn]] void throwSlotState(std::string_view table, Vex::U64 slot, unsigned found);
 
 /// Raises `CorruptionDetectedException` for a table that has no empty slot, so that the
-/// search for a key that is absent has no end.
+/// search for an absent key would never end.
 [[noreturn]] void throwNoEmptySlot(std::string_view table, Vex::U64 capacity);
 
-/// Raises `CorruptionDetectedException` for a table whose slots hold another number of
-/// live entries than its header says.
+/// Raises `CorruptionDetectedException` for a table whose number of live entries differs
+/// from the one in its header.
 [[noreturn]] void throwLiveCount(std::string_view table, Vex::U64 found, Vex::U64 expected);
 
 } // namespace Pelo

@@ -9,12 +9,12 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// A walk over the live keys of a table, in the order of their slots.
+/// Iterates over the live keys of a table, in the order of their slots.
 ///
 /// It keeps the memory that it walks over mapped. Each step raises
-/// `CorruptionDetectedException` for a damaged slot, after which the iterator stands at the
-/// end. The last step counts, too: when nothing changed during the walk, it must have met
-/// as many keys as the table says it has.
+/// `CorruptionDetectedException` for a damaged slot, after which the iterator is at the
+/// end. The last step also checks the count: if nothing changed during the walk, it must
+/// have reached as many keys as the table's header says.
 template <Schema S>
 class Iterator {
 public:
@@ -24,7 +24,7 @@ public:
 
     Iterator() = default;
 
-    /// Stands on the first live key of `region`, having tested its header.
+    /// Checks the header of `region` and starts at its first live key.
     explicit Iterator(std::shared_ptr<Region const> region) : region_(std::move(region)) {
         region_->check();
         auto const [counts, generation] = region_->state();
@@ -34,13 +34,13 @@ public:
     }
 
     /// False at the end of the table.
-    explicit operator bool() const noexcept { return standing_; }
+    explicit operator bool() const noexcept { return atKey_; }
 
     typename S::Key operator*() const { return slot_.key(); }
 
     typename S::Key key() const { return slot_.key(); }
 
-    /// The value that stood beside the key when the iterator came to it.
+    /// The value that the key had when the iterator reached it.
     typename S::Value value() const { return slot_.value(); }
 
     Iterator & operator++() {
@@ -56,7 +56,7 @@ public:
 
 private:
     void advance() {
-        standing_ = false;
+        atKey_ = false;
         Region const & region = *region_;
         for (U64 const capacity = region.capacity(); next_ < capacity;) {
             U64 const number = next_++;
@@ -64,7 +64,7 @@ private:
             slot_.check(region.name(), number);
             if (slot_.state() == SlotState::live) {
                 ++met_;
-                standing_ = true;
+                atKey_ = true;
                 return;
             }
         }
@@ -79,7 +79,7 @@ private:
     U64 met_ = 0;
     U64 expected_ = 0;
     U64 generation_ = 0;
-    bool standing_ = false;
+    bool atKey_ = false;
 };
 
 } // namespace Pelo

@@ -21,8 +21,8 @@ constexpr std::size_t regionSizePlace = 14;
 constexpr std::size_t checksumPlace = 15;
 static_assert((regionSizePlace - tagPlace) * 8 == Format::maxTagLength);
 
-// Apart from each other and from every slot number, so that a part of the header found in
-// the place of another is not taken for it.
+// Different from each other and from every slot number, so that one part of the header is
+// never accepted in the place of another.
 constexpr U64 fixedSeed = ~U64{0};
 constexpr U64 countsSeed = ~U64{1};
 

@@ -6,30 +6,30 @@
 #include <cstddef>
 #include <string_view>
 
-/// How a table lies in memory: a header, then slots of one size.
+/// The memory layout of a table: a header, then slots of one size.
 ///
-/// Everything is made of 64-bit words in the byte order of the host, because a word is
-/// what a processor reads and writes whole: a reader in another process sees each word
-/// either before or after a change, never in between. The magic number read on a host of
-/// the other byte order is another number, so such a table is refused.
+/// Everything consists of 64-bit words in the byte order of the host, because a processor
+/// reads and writes a word as a whole: a reader in another process sees each word either
+/// before or after a change, never in between. On a host of the other byte order the
+/// magic number reads as another number, so such a table is refused.
 ///
 ///     words  0-15   what never changes: kind and size of the table, and a checksum of it
 ///     word   16     the generation, odd while the writer is changing something
 ///     words 17-23   counts, which change with the entries, and a checksum of them
 ///     from 24       slots: a checksum, then key, value and state as bytes, zero-padded
 ///
-/// No byte is left unchecked but the upper seven of the generation, where a flip is as if
-/// the writer had changed something: readers look again, and find everything as it was.
+/// Every byte is checked except the upper seven of the generation, where a flipped bit
+/// looks like a change by the writer: readers read again and find everything as it was.
 namespace [[gnu::visibility("default")]] Pelo {
 
 /// "PeloTabl" in a hexdump.
 inline constexpr U64 magic = 0x6c6261546f6c6550U;
 inline constexpr U32 formatVersion = 1;
 
-/// The kind of a table: tables are told apart by their tag, so that a table of hosts is not
-/// read as one of flood entries, and by the sizes of what they hold.
+/// The kind of a table: the tag, so that a table of hosts is not read as one of flood
+/// entries, and the sizes of keys and values.
 struct Format {
-    /// At most `maxTagLength` bytes, with static life.
+    /// At most `maxTagLength` bytes, with static storage duration.
     std::string_view tag;
     /// Bytes of an encoded key, at least 1.
     U32 keySize;
@@ -48,7 +48,7 @@ struct Format {
     constexpr U32 slotSize() const noexcept { return slotWords() * 8; }
 };
 
-/// Where things stand, in words from the start.
+/// Positions in words from the start.
 inline constexpr std::size_t fixedWords = 16;
 inline constexpr std::size_t generationWord = 16;
 inline constexpr std::size_t countsFirstWord = 17;
@@ -70,18 +70,19 @@ using CountsWords = std::array<U64, countsWords>;
 /// The part of the header that never changes, for a table of `capacity` slots.
 FixedHeader makeHeader(Format const & format, U64 capacity) noexcept;
 
-/// Reads the number of slots out of `header`. Raises `CorruptionDetectedException` when its
-/// checksum is wrong or the table cannot have `fileSize` bytes, and `TableError` when it is
-/// no table, or one of another version, tag, or size of key or value than `format` asks for.
+/// Reads the number of slots out of `header`. Raises `CorruptionDetectedException` if its
+/// checksum is wrong or the table cannot have `fileSize` bytes, and `TableError` if it is
+/// not a table, or its version, tag, or key or value size differs from `format`.
 U64 checkHeader(FixedHeader const & header, Format const & format, U64 fileSize,
                 std::string_view table);
 
-/// What a table knows of its entries.
+/// What a table records about its entries.
 struct Counts {
     U64 live = 0;
-    /// Slots whose key was erased and still keeps its place.
+    /// Slots whose key was erased but keeps its place.
     U64 dead = 0;
-    /// The writer has moved to a bigger table; this one does not change any more.
+    /// Whether the writer has moved to a bigger table, so that this one no longer
+    /// changes.
     bool replaced = false;
 
     bool operator==(Counts const &) const = default;
@@ -89,7 +90,7 @@ struct Counts {
 
 CountsWords makeCounts(Counts const & counts) noexcept;
 
-/// Raises `CorruptionDetectedException` when the words are not what `makeCounts` made.
+/// Raises `CorruptionDetectedException` if the words are not a result of `makeCounts`.
 Counts checkCounts(CountsWords const & words, U64 capacity, std::string_view table);
 
 } // namespace Pelo

@@ -23,8 +23,8 @@ constexpr mode_t readableByAll = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
                                 .append(std::generic_category().message(error)));
 }
 
-// Takes the pages at once: a hole that the file system cannot fill later would end the
-// writer with SIGBUS.
+// Allocates the pages at once: a hole that the file system cannot fill later would end
+// the writer with SIGBUS.
 void reserve(int descriptor, U64 size, std::string_view table) {
     int error = 0;
     do {
@@ -60,7 +60,7 @@ Mapping::~Mapping() {
 }
 
 Descriptor openFile(std::string const & path) {
-    // Without O_NONBLOCK a pipe with no writer would be waited for.
+    // Without O_NONBLOCK, opening a pipe that has no writer would block.
     Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (file.number() < 0) {
         throwSystemError(path, "opened", errno);
@@ -89,7 +89,7 @@ U64 fileSize(int descriptor, std::string_view table) {
 }
 
 Descriptor makeMemory(std::string const & name, U64 size) {
-    // The kernel takes no longer names; this one is only for people to see.
+    // The kernel accepts no longer names; this one is only for display.
     constexpr std::size_t longestName = 200;
     Descriptor memory(
         ::memfd_create(name.substr(0, longestName).c_str(), MFD_CLOEXEC | MFD_ALLOW_SEALING));

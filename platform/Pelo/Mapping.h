@@ -8,11 +8,11 @@
 #include <string_view>
 #include <utility>
 
-/// The files and mappings that tables live in; released by their destructors.
+/// The files and mappings that hold tables; released by their destructors.
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// A word of shared memory. Plain loads and stores on every 64-bit processor, but ones that
-/// the compiler neither splits nor repeats.
+/// A word of shared memory. Its accesses are plain loads and stores on every 64-bit
+/// processor, but the compiler neither splits nor repeats them.
 using Word = std::atomic<U64>;
 static_assert(Word::is_always_lock_free && sizeof(Word) == 8);
 
@@ -38,7 +38,7 @@ private:
     int number_ = -1;
 };
 
-/// Memory shared with everybody who maps the same file.
+/// Memory shared with everyone who maps the same file.
 class Mapping {
 public:
     enum class Access { read, write };
@@ -59,7 +59,7 @@ public:
 
     ~Mapping();
 
-    /// The first word; those of a mapping made for reading must not be stored to.
+    /// The first word. The words of a mapping for reading must not be written.
     Word * words() const noexcept { return words_; }
 
 private:
@@ -71,23 +71,23 @@ private:
 /// /dev/shm. Raises `TableError`.
 Descriptor openFile(std::string const & path);
 
-/// A descriptor of the same open file, which closes apart from it. Raises `TableError`.
+/// Another descriptor of the same open file, closed independently. Raises `TableError`.
 Descriptor duplicate(int descriptor, std::string_view table);
 
 /// The length of a regular file in bytes. Raises `TableError`, also for anything that has
-/// no length of its own, a directory for one.
+/// no length, such as a directory.
 U64 fileSize(int descriptor, std::string_view table);
 
-/// Makes `size` bytes of zeros that have no name in any directory. They can neither shrink
-/// nor grow, so nobody's read of them ends in SIGBUS. Raises `TableError`.
+/// Creates `size` bytes of zeros that have no name in any directory. They can neither
+/// shrink nor grow, so reading them never ends in SIGBUS. Raises `TableError`.
 Descriptor makeMemory(std::string const & name, U64 size);
 
-/// A file under a name that nobody looks for, to be filled and then put in its place.
-/// Removed when it was not.
+/// A file under a temporary name, to be filled and then moved to its path. Removed if it
+/// is never published.
 class NewFile {
 public:
-    /// Makes `size` bytes of zeros beside `path`. All may read them, the owner may write.
-    /// Raises `TableError`.
+    /// Creates `size` bytes of zeros in the directory of `path`. Everyone can read them,
+    /// only the owner can write. Raises `TableError`.
     NewFile(std::string path, U64 size);
 
     NewFile(NewFile const &) = delete;
@@ -96,7 +96,7 @@ public:
 
     int descriptor() const noexcept { return descriptor_.number(); }
 
-    /// Puts the file in its place, and what stood there out of it, in one step. Raises
+    /// Moves the file to its path and replaces what was there, in one step. Raises
     /// `TableError`.
     Descriptor publish();
 

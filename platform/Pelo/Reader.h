@@ -10,44 +10,45 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// The table of a writer who may be another process, read in place.
+/// A reader of a table in place. The writer can be another process.
 ///
-/// A reader is cheap to copy; copies share one mapping. All operations but the two that
-/// open a table may raise `CorruptionDetectedException`, and none blocks the writer. What
-/// no reader can survive is a file that somebody cuts in the middle of a walk; writers never
-/// do, and memory of theirs cannot be cut.
+/// A reader is cheap to copy; copies share one mapping. All operations except the two that
+/// open a table can raise `CorruptionDetectedException`, and none blocks the writer. A
+/// reader cannot survive a file that is truncated in the middle of a walk; writers never
+/// truncate, and their memory without a file cannot be truncated.
 template <Schema S>
 class Reader {
 public:
     using Key = typename S::Key;
     using Value = typename S::Value;
 
-    /// Opens the table in a file; its path is the table's name. Raises `TableError` when
-    /// there is no such table there, and `CorruptionDetectedException`.
+    /// Opens the table in a file; its path is the table's name. Raises `TableError` if it
+    /// is not a table of this kind, and `CorruptionDetectedException`.
     static Reader open(std::string const & path) { return Reader(Region::open(path, formatOf<S>)); }
 
-    /// Opens the table behind `descriptor`, which stays the caller's and need not outlive
-    /// the call; errors as for `open`.
+    /// Opens the table that `descriptor` refers to; the caller keeps the descriptor and
+    /// can close it after the call. Raises the same errors as `open`.
     static Reader attach(int descriptor, std::string name) {
         return Reader(Region::attach(descriptor, std::move(name), formatOf<S>));
     }
 
-    /// What messages call the table.
+    /// The table's name in messages.
     std::string const & name() const noexcept { return region_->name(); }
 
     /// The number of live entries.
     U64 size() const { return region_->state().counts.live; }
 
     /// True once the writer has moved to a bigger table. This one keeps what it held at
-    /// that moment; the path, if it has one, leads to the new one.
+    /// that moment; its path, if any, leads to the new one.
     bool replaced() const { return region_->state().counts.replaced; }
 
-    /// Stands on the first live key. Tests the header and the length of the file anew.
+    /// An iterator at the first live key. Checks the header and the length of the file
+    /// again.
     Iterator<S> begin() const { return Iterator<S>(region_); }
 
     std::default_sentinel_t end() const noexcept { return {}; }
 
-    /// The value of `key`, or nothing when the table does not hold it.
+    /// The value of `key`, or nullopt if the table does not have it.
     std::optional<Value> find(Key const & key) const {
         EncodedKey<S> const wanted(key);
         U64 const capacity = region_->capacity();
@@ -67,7 +68,7 @@ public:
         throwNoEmptySlot(name(), capacity);
     }
 
-    /// The value of `key`, or a default-made one when the table does not hold it.
+    /// The value of `key`, or a default one if the table does not have it.
     Value value(Key const & key) const { return find(key).value_or(Value()); }
 
 private:

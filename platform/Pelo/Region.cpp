@@ -11,18 +11,18 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// A change takes well under a microsecond, but a writer may lose the processor in the
-// middle of one, for as long as a busy host takes to give it back.
+// A change takes well under a microsecond, but a writer can be preempted in the middle of
+// one, for as long as a busy host takes to schedule it again.
 constexpr std::chrono::milliseconds longestChange{250};
 
-// A writer that changes something all the time, without a pause, still leaves gaps in which
-// a slot can be read; a reader that has found none by then never will.
+// A writer that makes changes without a pause still leaves gaps in which a slot can be
+// read; a reader that has found none after this time never will.
 constexpr std::chrono::seconds longestWait{5};
 
-// How often a read is made again before the writer is given the processor.
+// How often a read is repeated before the reader yields the processor to the writer.
 constexpr U32 eagerAttempts = 64;
 
-// Waits for the end of a change, and gives up when there is none.
+// Waits for the end of a change, and gives up if it does not come.
 class Patience {
 public:
     explicit Patience(Region const & region) : region_(region) {}
@@ -89,7 +89,7 @@ Region::State Region::state() const {
 }
 
 void Region::check() const {
-    // The length comes first: what is no longer behind the mapping cannot even be looked at.
+    // The length is checked first: memory that the file no longer backs cannot even be read.
     U64 const size = fileSize(descriptor_.number(), name_);
     if (size != regionSize(format_, capacity_)) {
         throw CorruptionDetectedException(name_, "file", std::to_string(size) + " bytes",

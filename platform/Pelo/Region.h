@@ -12,24 +12,25 @@
 namespace [[gnu::visibility("default")]] Pelo {
 
 /// A table's memory as a reader sees it: read-only, checked when it is opened, and changed
-/// by somebody else at any moment.
+/// by the writer at any moment.
 ///
-/// A change is bracketed by two steps of the generation. A read that met an odd generation,
-/// or another one after than before, is made again; so a reader never blocks the writer,
-/// who may be another process, and never sees half a change. The kernel's seqlock is the
-/// model. A generation that stays odd means that the writer died in between.
+/// Each change is bracketed by two steps of the generation. A read that finds an odd
+/// generation, or different ones before and after, is repeated; so a reader never blocks
+/// the writer, which can be another process, and never sees half a change. The kernel's
+/// seqlock is the model. A generation that stays odd means that the writer died during a
+/// change.
 ///
-/// In a region no key ever changes its slot: an erased one keeps it, and a table that needs
-/// more slots moves to a new region. So a walk that goes on while entries come and go meets
-/// every entry that stays exactly once.
+/// Within a region a key never changes its slot: an erased key keeps it, and a table that
+/// needs more slots moves to a new region. So a walk during which entries are inserted and
+/// erased reaches every entry that stays exactly once.
 class Region {
 public:
     /// Opens the table in a file. Raises what `checkHeader` and `checkCounts` raise, and
     /// `TableError` for a file that cannot be mapped.
     static std::shared_ptr<Region const> open(std::string const & path, Format const & format);
 
-    /// Opens the table behind `descriptor`, which stays the caller's and need not outlive
-    /// the call. `name` is for messages.
+    /// Opens the table that `descriptor` refers to; the caller keeps the descriptor and
+    /// can close it after the call. `name` is used in messages.
     static std::shared_ptr<Region const> attach(int descriptor, std::string name,
                                                 Format const & format);
 
@@ -37,7 +38,7 @@ public:
     Region(Region const &) = delete;
     Region & operator=(Region const &) = delete;
 
-    /// What messages call the table.
+    /// The table's name in messages.
     std::string const & name() const noexcept { return name_; }
 
     /// The number of slots.
@@ -52,13 +53,13 @@ public:
     /// Raises `CorruptionDetectedException`.
     State state() const;
 
-    /// Tests the header and the length of the file again: what was sound when it was opened
-    /// may have been damaged since. Raises `CorruptionDetectedException`.
+    /// Checks the header and the length of the file again: a table that was intact when it
+    /// was opened can have been damaged since. Raises `CorruptionDetectedException`.
     void check() const;
 
-    /// Copies consecutive words as they stand between two changes, and tests the header
-    /// when there was a change. Returns the generation that the words belong to. Raises
-    /// `CorruptionDetectedException` when the writer does not come to the end of a change.
+    /// Copies consecutive words as they are between two changes, and checks the header if
+    /// there was a change. Returns the generation that the words belong to. Raises
+    /// `CorruptionDetectedException` if the writer does not complete a change.
     template <std::size_t count>
     U64 read(std::size_t first, std::array<U64, count> & words) const {
         auto const generation = tryRead(first, words);
@@ -74,7 +75,7 @@ public:
             first, &words);
     }
 
-    /// The present generation. Equal ones mean that nothing changed in between.
+    /// The current generation. Equal generations mean that nothing changed in between.
     U64 generation() const noexcept {
         return words()[generationWord].load(std::memory_order_acquire);
     }
@@ -108,7 +109,7 @@ private:
     Format format_;
     Mapping mapping_;
     U64 capacity_ = 0;
-    /// The last generation in which the header was found good.
+    /// The last generation in which the header was valid.
     mutable std::atomic<U64> checkedGeneration_{1};
 };
 

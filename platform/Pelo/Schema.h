@@ -7,9 +7,9 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// What makes a table a table of something: the types of key and value, their encodings
-/// of fixed length, and the tag by which the kind of table is recognised. A default-made
-/// value stands for "not there". Decoding takes any bytes.
+/// Defines what a table holds: the types of key and value, their encodings of fixed
+/// length, and the tag that identifies the kind of table. A default value means "not
+/// there". Decoding accepts any bytes.
 template <class S>
 concept Schema = requires(typename S::Key const & key, typename S::Value const & value, U8 * out,
                           U8 const * in) {

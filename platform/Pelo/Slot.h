@@ -10,12 +10,12 @@
 namespace [[gnu::visibility("default")]] Pelo {
 
 enum class SlotState : U8 {
-    empty, ///< holds no key, and none ever passed it by in search of a place
+    empty, ///< holds no key; no insertion has ever skipped it
     live,
-    dead, ///< its key was erased, and has its place here should it come back
+    dead, ///< its key was erased, but gets this slot if it is inserted again
 };
 
-/// A key in the form in which it is looked for: its bytes, and where the search begins.
+/// A key prepared for a search: its bytes, and where the search begins.
 template <Schema S>
 class EncodedKey {
 public:
@@ -23,11 +23,12 @@ public:
 
     U8 const * bytes() const noexcept { return reinterpret_cast<U8 const *>(words_.data()); }
 
-    /// The first slot that the key may stand in; the others follow, around the end.
+    /// The first slot that can hold the key; the search goes on from there and wraps at
+    /// the end.
     ///
-    /// Tables of different sizes have their keys in different orders: were it one order, a
-    /// table filled from a walk over a bigger one would take all keys into its first slots,
-    /// one long run that every search had to pass.
+    /// Tables of different sizes have their keys in different orders. With the same order,
+    /// a table filled from a walk over a bigger one would put all keys into its first
+    /// slots: one long run that every search would have to pass.
     U64 firstSlot(U64 capacity) const noexcept {
         return (checksum(capacity, words_) >> 32) * capacity >> 32;
     }
@@ -38,11 +39,11 @@ private:
     std::array<U64, (S::keySize + 7) / 8> words_{};
 };
 
-/// A slot, copied out of the shared memory or made to be copied there.
+/// A slot, copied from shared memory or prepared for copying to it.
 ///
-/// The number of the slot is part of its checksum, so that a good slot in a wrong place is
-/// found out as a bad one is. Empty slots have checksums too: a page that was lost, and
-/// reads as zeros, is no run of empty slots.
+/// The slot's number is part of its checksum, so that a good slot in the wrong place is
+/// detected as damage. Empty slots have checksums too: a lost page, which reads as zeros,
+/// does not look like empty slots.
 template <Schema S>
 class Slot {
 public:
@@ -71,16 +72,17 @@ public:
 
     void valueIs(typename S::Value const & value) { S::encodeValue(value, bytes() + valuePlace); }
 
-    /// The words as they may stand in slot `number`.
+    /// The words with the checksum for slot `number`.
     Words const & sealed(U64 number) noexcept {
         words_[0] = sum(number);
         return words_;
     }
 
-    /// The words, to be read into.
+    /// The words, for reading into.
     Words & words() noexcept { return words_; }
 
-    /// Raises `CorruptionDetectedException` unless the words are a sealed slot `number`.
+    /// Raises `CorruptionDetectedException` unless the checksum is right for slot
+    /// `number`.
     void check(std::string_view table, U64 number) const {
         if (words_[0] != sum(number)) [[unlikely]] {
             throwSlotChecksum(table, number, words_[0], sum(number));
@@ -91,7 +93,7 @@ public:
     }
 
 private:
-    // The key comes first, where it lies on a word: it is compared at every step of a search.
+    // The key comes first, aligned to a word: it is compared at every step of a search.
     static constexpr std::size_t keyPlace = 0;
     static constexpr std::size_t valuePlace = keyPlace + S::keySize;
     static constexpr std::size_t statePlace = valuePlace + S::valueSize;

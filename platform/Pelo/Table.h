@@ -8,8 +8,8 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// The part that the published tables have in common: the reader of the shared memory, and
-/// the table's own answer to damage.
+/// The common part of the published tables: the reader of the shared memory, and the
+/// record of damage.
 template <Schema S>
 class Table : public CorruptionLog {
 public:
@@ -18,22 +18,24 @@ public:
     using Value = typename S::Value;
     using IteratorConst = Iterator<S>;
 
-    /// What messages call the table.
+    /// The table's name in messages.
     std::string const & name() const noexcept { return reader_.name(); }
 
-    /// The number of live entries. Raises `CorruptionDetectedException`, as do the next two.
+    /// The number of live entries. Can raise `CorruptionDetectedException`, as can the next
+    /// two functions.
     U64 size() const { return reader_.size(); }
 
-    /// Walks over the live keys in the order of their slots, which is that of a hash; both
-    /// starting and stepping may raise.
+    /// Iterates over the live keys in the order of their slots, which is a hash order;
+    /// both the call and each step can raise.
     IteratorConst begin() const { return reader_.begin(); }
 
     std::default_sentinel_t end() const noexcept { return {}; }
 
-    /// The value of `key`, or a default-made one when the table does not hold it.
+    /// The value of `key`, or a default one if the table does not have it.
     Value value(Key const & key) const { return reader_.value(key); }
 
-    /// Makes the table read another region from now on. Walks under way stay where they are.
+    /// Makes the table read another region from now on. Walks in progress stay on the old
+    /// one.
     void readerIs(Reader<S> reader) { reader_ = std::move(reader); }
 
 protected:

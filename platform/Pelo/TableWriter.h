@@ -10,8 +10,8 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// A writer together with a published table that reads what it writes, for a process that
-/// fills a table in order to read it itself.
+/// A writer with a published table that reads what it writes, for a process that fills a
+/// table and reads it itself.
 ///
 /// T is an entity derived from `Table<...>`. Its table reads the shared memory as any other
 /// process would, through a mapping of its own, and follows the writer when it moves.
@@ -21,27 +21,27 @@ public:
     using Key = typename T::Key;
     using Value = typename T::Value;
 
-    /// Makes an empty table in memory, with room for `entries` before it has to be moved.
-    /// Raises `TableError`.
+    /// Creates an empty table in memory, with room for `entries` entries before it must
+    /// move. Raises `TableError`.
     explicit TableWriter(std::string name, U64 entries = 0)
         : TableWriter(Writer<Schema>::inMemory(std::move(name), entries)) {}
 
-    /// As the constructor, in a file that takes the place of whatever is there under `path`.
+    /// As the constructor, but in a file, which replaces any existing file at `path`.
     static TableWriter inFile(std::string path, U64 entries = 0) {
         return TableWriter(Writer<Schema>::inFile(std::move(path), entries));
     }
 
-    /// What messages call the table.
+    /// The table's name in messages.
     std::string const & name() const noexcept { return writer_.name(); }
 
     /// The number of live entries.
     U64 size() const noexcept { return writer_.size(); }
 
-    /// The table's memory, for readers elsewhere. Another one after the table has moved.
+    /// The table's memory, for readers elsewhere. Changes when the table moves.
     int descriptor() const noexcept { return writer_.descriptor(); }
 
-    /// Stores `value` under `key`; returns whether the table did not hold the key before. A
-    /// default-made value is a dead slot to readers, who still meet its key. Errors as for
+    /// Stores `value` under `key`; returns whether the key is new. To readers a default
+    /// value is a dead slot, but their walks still reach its key. Raises the same errors as
     /// `Writer::insert`.
     bool insert(Key const & key, Value const & value) {
         auto const moves = writer_.moves();
@@ -52,14 +52,14 @@ public:
         return added;
     }
 
-    /// Takes `key` out; returns whether the table held it. Raises
+    /// Removes `key`; returns whether the table had it. Raises
     /// `CorruptionDetectedException`.
     bool erase(Key const & key) { return writer_.erase(key); }
 
-    /// The value of `key`, or nothing. Raises `CorruptionDetectedException`.
+    /// The value of `key`, or nullopt. Can raise `CorruptionDetectedException`.
     std::optional<Value> find(Key const & key) const { return writer_.find(key); }
 
-    /// The table that reads the same memory: the same object every time. It may outlive the
+    /// The table that reads the same memory; always the same object. It can outlive the
     /// writer.
     Vex::Ptr<T> const & table() const noexcept { return table_; }
 

@@ -18,8 +18,8 @@ WritableRegion::WritableRegion(Destination const & destination, Format const & f
 
 void WritableRegion::change(std::size_t first, std::span<U64 const> words,
                             Counts const & counts) noexcept {
-    // Readers pair with this order in Region::tryRead: the odd generation is visible before
-    // any word of the change, the next even one after all of them.
+    // Region::tryRead relies on this order: the odd generation is visible before any word
+    // of the change, the next even one after all of them.
     Word & generation = mapping_.words()[generationWord];
     U64 const before = generation.load(std::memory_order_relaxed);
     generation.store(before + 1, std::memory_order_relaxed);

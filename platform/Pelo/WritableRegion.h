@@ -9,7 +9,7 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// Where a writer makes its table.
+/// Where a writer creates its table.
 struct Destination {
     enum class Kind {
         memory, ///< no file: readers get the descriptor
@@ -17,14 +17,14 @@ struct Destination {
     };
 
     Kind kind;
-    /// What messages call the table; of a file, its path.
+    /// The table's name in messages; for a file, its path.
     std::string name;
 };
 
-/// A table's memory as its one writer sees it. Nobody else sees it before `publish`.
+/// A table's memory as its only writer sees it. Readers cannot see it before `publish`.
 class WritableRegion {
 public:
-    /// Takes memory for `capacity` slots. Raises `TableError`.
+    /// Allocates memory for `capacity` slots. Raises `TableError`.
     WritableRegion(Destination const & destination, Format const & format, U64 capacity);
 
     U64 capacity() const noexcept { return capacity_; }
@@ -34,17 +34,17 @@ public:
     /// The memory to hand to readers.
     int descriptor() const noexcept { return descriptor_.number(); }
 
-    /// Stores words of a slot, and the counts that go with them, as one change.
+    /// Stores words of a slot together with the new counts, as one change.
     void change(std::size_t first, std::span<U64 const> words, Counts const & counts) noexcept;
 
-    /// Stores words that no reader can see yet.
+    /// Stores words before readers can see them.
     void fill(std::size_t first, std::span<U64 const> words) noexcept;
 
-    /// Writes the header of a region that has been filled, and puts the region where
-    /// readers find it. Raises `TableError`.
+    /// Writes the header of a filled region, and puts the region where readers find it.
+    /// Raises `TableError`.
     void publish(Counts const & counts);
 
-    /// Tells readers that nothing will change here any more.
+    /// Tells readers that this region will not change any more.
     void replaced() noexcept;
 
     template <std::size_t count>

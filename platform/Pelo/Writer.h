@@ -12,48 +12,47 @@
 
 namespace [[gnu::visibility("default")]] Pelo {
 
-/// The one writer of a table, which it makes.
+/// The only writer of a table, which it creates.
 ///
-/// Readers follow every change at once, until the table has no slot left for a new key.
-/// Then the writer makes a bigger one and moves there: whoever reads the old one keeps what
-/// it held at that moment and can tell that it was replaced, and the path of a file leads
-/// to the new one. A change is stored in place under the generation rather than beside it,
-/// so a writer that dies in the middle leaves a table that readers refuse, never one that
-/// they misread.
+/// Readers see every change at once, until the table has no slot left for a new key. Then
+/// the writer creates a bigger one and moves there: readers of the old one keep what it
+/// held at that moment and can see that it was replaced, and the path of a file leads to
+/// the new one. A change is made in place, guarded by the generation, so a writer that dies
+/// in the middle leaves a table that readers refuse, never one that they misread.
 template <Schema S>
 class Writer {
 public:
     using Key = typename S::Key;
     using Value = typename S::Value;
 
-    /// Makes an empty table that has room for `entries` before it moves. One in memory has
-    /// no name in any directory: readers attach to `descriptor()`, in this process or in
-    /// one that inherits or is sent it. Raises `TableError`.
+    /// Creates an empty table with room for `entries` entries before it moves. It has no
+    /// name in any directory: readers attach to `descriptor()`, in this process or in one
+    /// that inherits or receives it. Raises `TableError`.
     static Writer inMemory(std::string name, U64 entries = 0) {
         return Writer({Destination::Kind::memory, std::move(name)}, entries);
     }
 
-    /// As `inMemory`, in a file that takes the place of whatever is there under `path`.
+    /// As `inMemory`, but in a file, which replaces any existing file at `path`.
     static Writer inFile(std::string path, U64 entries = 0) {
         return Writer({Destination::Kind::file, std::move(path)}, entries);
     }
 
-    /// What messages call the table.
+    /// The table's name in messages.
     std::string const & name() const noexcept { return destination_.name; }
 
     /// The number of live entries.
     U64 size() const noexcept { return region_.counts().live; }
 
-    /// The table's memory, the writer's own descriptor. Another one after a move.
+    /// The writer's descriptor of the table's memory. Changes when the table moves.
     int descriptor() const noexcept { return region_.descriptor(); }
 
     /// How often the table has moved.
     U64 moves() const noexcept { return moves_; }
 
-    /// Stores `value` under `key`; returns whether the table did not hold the key before. A
-    /// default-made value is stored as any other: readers meet its key, and find nothing
-    /// under it. Raises `TableError` when the table has to move and cannot, and
-    /// `CorruptionDetectedException` when it met a slot that it did not write so.
+    /// Stores `value` under `key`; returns whether the key is new. A default value is
+    /// stored like any other: readers reach its key, and find nothing under it. Raises
+    /// `TableError` if the table must move and cannot, and `CorruptionDetectedException` if
+    /// it finds a slot that is not as it was written.
     bool insert(Key const & key, Value const & value) {
         EncodedKey<S> const wanted(key);
         auto place = locate(region_, wanted);
@@ -72,7 +71,7 @@ public:
         return before != SlotState::live;
     }
 
-    /// Takes `key` out; returns whether the table held it. Raises
+    /// Removes `key`; returns whether the table had it. Raises
     /// `CorruptionDetectedException`.
     bool erase(Key const & key) {
         auto place = locate(region_, EncodedKey<S>(key));
@@ -88,7 +87,7 @@ public:
         return true;
     }
 
-    /// The value of `key`, or nothing. Raises `CorruptionDetectedException`.
+    /// The value of `key`, or nullopt. Can raise `CorruptionDetectedException`.
     std::optional<Value> find(Key const & key) const {
         auto const place = locate(region_, EncodedKey<S>(key));
         return place.slot.state() == SlotState::live ? std::optional(place.slot.value())
@@ -117,8 +116,9 @@ private:
         return region;
     }
 
-    // At two thirds in use, a key that is there is found in the second slot on average, and
-    // one that is not in the fifth (Knuth, volume 3, section 6.4, linear probing).
+    // At a load of two thirds, a present key is found in the second slot on average, and
+    // the search for an absent one ends in the fifth (Knuth, volume 3, section 6.4, linear
+    // probing).
     U64 capacityFor(U64 entries) const {
         if (entries >= maxCapacity / 2) {
             throw TableError(name(), "cannot hold " + std::to_string(entries) +
@@ -152,7 +152,7 @@ private:
         place.slot.check(name(), place.number);
     }
 
-    // Leaves the dead behind, and makes room for as many entries again.
+    // Leaves the dead slots behind, and makes room for as many entries again.
     void move(U64 entries) {
         auto larger = emptyRegion(entries * 2);
         Place old{0, {}};
