@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Writes down what the tracker reports, and how many objects had been constructed then.
+/// Records the tracker's reports, each with the number of objects constructed by then.
 class Journal : public Vex::AllocTrackWatcher {
 public:
     Journal() { Vex::allocTrackWatcherIs(this); }
@@ -39,7 +39,7 @@ private:
 
 } // namespace
 
-TEST(AllocTrack, ReportsTypeAndSizeBeforeTheMemoryIsTakenAndAtItsReturn) {
+TEST(AllocTrack, ReportsTypeAndSizeBeforeAllocatingAndFreeing) {
     std::string const size = std::to_string(sizeof(Counted));
     Journal const journal;
     Vex::makePtr<Counted>(1);
@@ -64,11 +64,12 @@ TEST(AllocTrack, CountsLiveObjectsAndBytesPerType) {
     EXPECT_EQ(live(), before + 1);
 }
 
-TEST(AllocTrackDeathTest, EndsTheProcessWhenThereIsNoMemory) {
+TEST(AllocTrackDeathTest, EndsTheProcessIfThereIsNoMemory) {
     static Vex::AllocTrackTypeInfo huge{"Test::Huge", typeid(int)};
     EXPECT_DEATH(
         {
-            // The sanitizers end the process themselves; both ways nothing is thrown.
+            // The sanitizers end the process themselves; in either case nothing is
+            // thrown.
             try {
                 Vex::allocTrackAllocate(huge, std::size_t{1} << 62);
             } catch (...) {

@@ -37,7 +37,7 @@ static_assert(std::is_constructible_v<AnyValue, bool>);
 
 } // namespace
 
-TEST(AnyValue, GivesBackWhatItHolds) {
+TEST(AnyValue, ReturnsWhatItHolds) {
     EXPECT_EQ(AnyValue(mac).as<Nolt::EthAddr>(), mac);
     EXPECT_EQ(AnyValue(U8{7}).as<U8>(), 7);
     EXPECT_TRUE(AnyValue(true).as<bool>());
@@ -72,7 +72,7 @@ TEST(AnyValue, RefusesAnotherTypeAndNamesBoth) {
     EXPECT_EQ(errorOf<bool>(AnyValue(nullptr)), "expected bool, found Vex::Ptr<Vex::PtrInterface>");
 }
 
-TEST(AnyValue, ConvertsPointersUpToAConstantAndDownToWhatIsThere) {
+TEST(AnyValue, ConvertsPointersToABaseOrAConstantAndBackDown) {
     auto const counted = Vex::makePtr<Counted>(5);
     AnyValue const box(counted);
     EXPECT_EQ(box.as<Ptr<Counted const>>(), counted);
@@ -86,7 +86,7 @@ TEST(AnyValue, ConvertsPointersUpToAConstantAndDownToWhatIsThere) {
               "expected Vex::Ptr<Counted>, found Vex::Ptr<Counted const>");
 }
 
-TEST(AnyValue, ANullPointerFitsEveryEntity) {
+TEST(AnyValue, ANullPointerConvertsToEveryEntityPointer) {
     EXPECT_EQ(AnyValue(nullptr).as<Ptr<Counted>>(), nullptr);
     EXPECT_EQ(AnyValue(nullptr).as<Ptr<Vex::Entity const>>(), nullptr);
     EXPECT_TRUE(AnyValue(nullptr).isNull());
@@ -96,7 +96,7 @@ TEST(AnyValue, ANullPointerFitsEveryEntity) {
     EXPECT_FALSE(AnyValue(false).isNull());
 }
 
-TEST(AnyValue, IsEqualToTheSameValueOfTheSameType) {
+TEST(AnyValue, IsEqualOnlyToTheSameValueOfTheSameType) {
     EXPECT_EQ(AnyValue(mac), AnyValue(mac));
     EXPECT_NE(AnyValue(mac), AnyValue(Nolt::EthAddr()));
     EXPECT_NE(AnyValue(U8{7}), AnyValue(U32{7}));
@@ -136,7 +136,7 @@ TEST(AnyValue, CopiesValuesAndSharesEntities) {
     EXPECT_EQ(Counted::alive, 0);
 }
 
-TEST(AnyValue, LeadsToTheRecordOfAnEntity) {
+TEST(AnyValue, HasTheReflectionRecordOfAnEntity) {
     EXPECT_EQ(AnyValue(Vex::makePtr<Counted>(1)).reflection(),
               &Vex::makePtr<Counted>(1)->fwkType());
     EXPECT_EQ(AnyValue(nullptr).reflection(), nullptr);

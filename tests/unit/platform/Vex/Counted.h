@@ -5,7 +5,7 @@
 
 #include <atomic>
 
-/// A small entity for the framework's tests: it tells how many of its kind are alive.
+/// A small entity for the framework's tests that counts its live objects.
 class Counted : public Vex::Tracked<Counted, Vex::Entity> {
 public:
     static constexpr char const * vexTypeName = "Test::Counted";

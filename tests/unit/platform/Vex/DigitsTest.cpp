@@ -23,7 +23,7 @@ TEST(ReadDecimal, ReadsTheWholeRange) {
     EXPECT_EQ(readDecimal("0", 0), 0U);
 }
 
-TEST(ReadDecimal, RefusesWhatIsAboveTheMaximum) {
+TEST(ReadDecimal, RefusesNumbersAboveTheMaximum) {
     EXPECT_FALSE(readDecimal("1", 0));
     EXPECT_FALSE(readDecimal("256", 255));
     EXPECT_FALSE(readDecimal("4294967296", most));
@@ -40,7 +40,7 @@ TEST(ReadDecimal, RefusesEveryOtherSpelling) {
     EXPECT_FALSE(readDecimal(std::string_view("1\0", 2), most));
 }
 
-TEST(IsDecimal, KnowsNumbersOfAnySize) {
+TEST(IsDecimal, AcceptsNumbersOfAnySize) {
     for (auto const * text : {"0", "7", "10", "4294967296", "99999999999999999999999999"}) {
         EXPECT_TRUE(isDecimal(text)) << text;
     }
@@ -52,7 +52,7 @@ TEST(IsDecimal, RefusesEveryOtherSpelling) {
     }
 }
 
-TEST(HexValue, KnowsTheTwentyTwoDigitsAndNoOtherByte) {
+TEST(HexValue, AcceptsTheTwentyTwoDigitsAndNoOtherByte) {
     std::string_view const lower = "0123456789abcdef";
     std::string_view const upper = "0123456789ABCDEF";
     for (int byte = 0; byte < 256; ++byte) {

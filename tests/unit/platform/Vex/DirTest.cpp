@@ -33,7 +33,7 @@ TEST(Dir, ReplacesAndRemovesEntities) {
     EXPECT_EQ(dir->size(), 0U);
 }
 
-TEST(Dir, ANestedDirectoryIsAnEntryButNoEntity) {
+TEST(Dir, ANestedDirectoryIsAnEntryButNotAnEntity) {
     auto const dir = makePtr<Dir>();
     auto const nested = dir->dirIs("pod1");
     EXPECT_EQ(dir->dirIs("pod1"), nested);
@@ -41,7 +41,7 @@ TEST(Dir, ANestedDirectoryIsAnEntryButNoEntity) {
     EXPECT_EQ(dir->entityPtr("pod1"), nullptr);
 }
 
-TEST(Dir, TheWalkMeetsEveryEntityOnceAndNoDirectory) {
+TEST(Dir, TheWalkReachesEveryEntityOnceAndNoDirectory) {
     auto const dir = makePtr<Dir>();
     std::set<std::string> expected;
     for (int i = 0; i < 100; ++i) {

@@ -6,19 +6,19 @@
 
 using namespace std::string_view_literals;
 
-TEST(Quoted, LeavesPrintableTextAsItIs) {
+TEST(Quoted, LeavesPrintableTextUnchanged) {
     EXPECT_EQ(Vex::quoted(""), "''");
     EXPECT_EQ(Vex::quoted("leaf-1 ~!\"%s"), "'leaf-1 ~!\"%s'");
 }
 
-TEST(Quoted, EscapesWhatCouldDriveATerminal) {
+TEST(Quoted, EscapesWhatCouldControlATerminal) {
     EXPECT_EQ(Vex::quoted("\x1b[2Ja\n\t\r"), "'\\x1b[2Ja\\x0a\\x09\\x0d'");
     EXPECT_EQ(Vex::quoted("a\0b"sv), "'a\\x00b'");
     EXPECT_EQ(Vex::quoted("\x7f\x80\x9b\xff"), "'\\x7f\\x80\\x9b\\xff'");
     EXPECT_EQ(Vex::quoted("b\xc3\xbcro"), "'b\\xc3\\xbcro'");
 }
 
-TEST(Quoted, EscapesItsOwnMarks) {
+TEST(Quoted, EscapesQuotesAndBackslashes) {
     EXPECT_EQ(Vex::quoted("it's"), "'it\\'s'");
     EXPECT_EQ(Vex::quoted("\\x1b"), "'\\\\x1b'");
 }
@@ -39,7 +39,7 @@ TEST(Quoted, CutsBeyondSixtyBytes) {
     EXPECT_EQ(Vex::quoted(std::string(1000000, '\n')).size(), 1 + 60 * 4 + 1 + 3U);
 }
 
-TEST(Printable, KeepsBytesThatATerminalObeysOffIt) {
+TEST(Printable, EscapesBytesThatControlATerminal) {
     EXPECT_EQ(Vex::printable("plain \"text\" \\ %s"), "plain \"text\" \\ %s");
     EXPECT_EQ(Vex::printable("\x1b[2J\n\x7f\xc2\x9b"), "\\x1b[2J\\x0a\\x7f\\xc2\\x9b");
 }
@@ -53,7 +53,7 @@ TEST(RangeError, NamesTheTextAndWhatIsAccepted) {
     EXPECT_STREQ(Vex::RangeError("9", "at most 8").what(), "'9': expected at most 8");
 }
 
-TEST(RefuseNumber, TellsANumberTooGreatFromNoNumber) {
+TEST(RefuseNumber, RaisesARangeErrorForALargeNumberAndAParseErrorForOtherText) {
     EXPECT_THROW(Vex::refuseNumber("9", "at most 8"), Vex::RangeError);
     for (auto const * text : {"", "-1", "09", "9x"}) {
         EXPECT_THROW(Vex::refuseNumber(text, "at most 8"), Vex::ParseError) << text;

@@ -36,14 +36,14 @@ TEST(FlatHashMap, InsertsAndOverwrites) {
     EXPECT_EQ(table.find(Nolt::IpAddr(2)), nullptr);
 }
 
-TEST(FlatHashMap, IsEmptyAtFirst) {
+TEST(FlatHashMap, IsInitiallyEmpty) {
     Table const table;
     EXPECT_TRUE(table.empty());
     EXPECT_TRUE(table.begin() == table.end());
     EXPECT_EQ(table.find(Nolt::IpAddr(1)), nullptr);
 }
 
-TEST(FlatHashMap, AgreesWithAnOrdinaryMapAtEverySize) {
+TEST(FlatHashMap, AgreesWithStdMapAtEverySize) {
     std::mt19937 random(20);
     Table table;
     std::map<Vex::U32, int> expected;
@@ -65,7 +65,7 @@ TEST(FlatHashMap, AgreesWithAnOrdinaryMapAtEverySize) {
     }
 }
 
-TEST(FlatHashMap, TheWalkMeetsEveryEntryOnceInTheOrderOfTheirComing) {
+TEST(FlatHashMap, TheWalkReachesEveryEntryOnceInInsertionOrder) {
     Table table;
     for (Vex::U32 i = 0; i < 100; ++i) {
         table.upsert(slot(1000 - i, static_cast<int>(i)));
@@ -77,7 +77,7 @@ TEST(FlatHashMap, TheWalkMeetsEveryEntryOnceInTheOrderOfTheirComing) {
     EXPECT_EQ(next, 100);
 }
 
-TEST(FlatHashMap, IsFilledAnewAfterItWasCleared) {
+TEST(FlatHashMap, CanBeRefilledAfterClear) {
     Table table;
     for (Vex::U32 size : {100U, 3U, 40U}) {
         table.clear();
@@ -94,7 +94,7 @@ TEST(FlatHashMap, IsFilledAnewAfterItWasCleared) {
     }
 }
 
-TEST(FlatHashMap, IsFilledWithAllItsEntriesAtOnceAtEverySize) {
+TEST(FlatHashMap, FillTakesAllEntriesAtOnceAtEverySize) {
     std::vector<Table::Slot> slots;
     for (Vex::U32 size : {0U, 1U, 16U, 17U, 64U, 65U, 1000U, 3U}) {
         for (Vex::U32 key = 0; key < size; ++key) {
@@ -120,7 +120,7 @@ TEST(FlatHashMap, IsFilledWithAllItsEntriesAtOnceAtEverySize) {
     }
 }
 
-TEST(FlatHashMap, FillingASmallTableLeavesTheRoomAndALargeOneTakesIt) {
+TEST(FlatHashMap, FillLeavesTheVectorsMemoryForASmallTableAndTakesItForALargeOne) {
     for (Vex::U32 size : {64U, 65U}) {
         std::vector<Table::Slot> slots;
         slots.reserve(1000);
@@ -133,7 +133,7 @@ TEST(FlatHashMap, FillingASmallTableLeavesTheRoomAndALargeOneTakesIt) {
     }
 }
 
-TEST(FlatHashMap, TellsTheFirstRepeatedKeyOfThoseItIsFilledWith) {
+TEST(FlatHashMap, FillReturnsThePositionOfTheFirstRepeatedKey) {
     std::mt19937 random(5);
     for (Vex::U32 size : {2U, 3U, 16U, 17U, 64U, 65U, 1000U}) {
         for (int round = 0; round < 20; ++round) {

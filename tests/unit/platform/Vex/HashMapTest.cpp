@@ -7,7 +7,7 @@ namespace map_tests {
 using HashedMap = Vex::HashMap2018<EntrySlot>;
 INSTANTIATE_TYPED_TEST_SUITE_P(HashMap2018, MapTest, HashedMap);
 
-TEST(HashMap2018, TheOrderOfTheWalkDependsOnTheContentAlone) {
+TEST(HashMap2018, TheIterationOrderDependsOnlyOnTheContent) {
     HashedMap ascending;
     HashedMap grownAndShrunk;
     for (Vex::U32 i = 0; i < 5000; ++i) {
@@ -22,7 +22,7 @@ TEST(HashMap2018, TheOrderOfTheWalkDependsOnTheContentAlone) {
     EXPECT_EQ(keysOf(ascending), keysOf(grownAndShrunk));
 }
 
-TEST(HashMap2018, NodesLiveUntilCollectionAndIteratorsLetThemGo) {
+TEST(HashMap2018, NodesLiveUntilTheCollectionAndAllIteratorsReleaseThem) {
     // std::hash of an int is the int: all entries fall into one bucket, ordered by key.
     testNodeLifetime<Vex::HashMap2018<CountedSlot>>();
 }

@@ -9,8 +9,8 @@ using Vex::U64;
 
 static_assert(hashMix(1) != 1);
 
-TEST(HashMix, GivesThePublishedSequence) {
-    // The first numbers of SplitMix64 from seed 0, which are this finaliser of the
+TEST(HashMix, ReproducesThePublishedSequence) {
+    // The first outputs of SplitMix64 with seed 0: this finaliser applied to the
     // multiples of the golden ratio.
     constexpr U64 golden = 0x9e3779b97f4a7c15U;
     EXPECT_EQ(hashMix(golden), 0xe220a8397b1dcdafU);

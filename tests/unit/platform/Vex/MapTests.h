@@ -12,7 +12,7 @@
 #include <random>
 #include <vector>
 
-/// What both keyed collections of the framework promise, tested once for both.
+/// Tests of the guarantees that both keyed collections of the framework give.
 namespace map_tests {
 
 struct Entry {
@@ -66,7 +66,7 @@ TYPED_TEST_P(MapTest, InsertsOverwritesAndLooksUp) {
     EXPECT_EQ(map.size(), 2U);
 }
 
-TYPED_TEST_P(MapTest, FindOrInsertMakesAnEntryOnlyWhenItIsAbsent) {
+TYPED_TEST_P(MapTest, FindOrInsertMakesAnEntryOnlyIfItIsAbsent) {
     TypeParam map;
     int made = 0;
     auto const make = [&] {
@@ -88,7 +88,7 @@ TYPED_TEST_P(MapTest, RemovingAnAbsentKeyChangesNothing) {
     EXPECT_TRUE(map.empty());
 }
 
-TYPED_TEST_P(MapTest, AgreesWithAnOrdinaryMapUnderRandomChanges) {
+TYPED_TEST_P(MapTest, AgreesWithStdMapUnderRandomChanges) {
     std::mt19937 random(2018);
     TypeParam map;
     std::map<Vex::U32, int> expected;
@@ -114,7 +114,7 @@ TYPED_TEST_P(MapTest, AgreesWithAnOrdinaryMapUnderRandomChanges) {
     }
 }
 
-TYPED_TEST_P(MapTest, AnIteratorKeepsItsDeletedNodeReadable) {
+TYPED_TEST_P(MapTest, AnIteratorKeepsItsRemovedEntryReadable) {
     TypeParam map;
     map.upsert(slot(1, 10));
     auto it = map.begin();
@@ -126,7 +126,7 @@ TYPED_TEST_P(MapTest, AnIteratorKeepsItsDeletedNodeReadable) {
     EXPECT_FALSE(it);
 }
 
-TYPED_TEST_P(MapTest, AWalkThatDeletesEveryEntryMeetsEveryEntry) {
+TYPED_TEST_P(MapTest, AWalkThatRemovesEveryEntryReachesEveryEntry) {
     TypeParam map;
     for (Vex::U32 i = 0; i < 300; ++i) {
         map.upsert(slot(i));
@@ -143,7 +143,7 @@ TYPED_TEST_P(MapTest, AWalkThatDeletesEveryEntryMeetsEveryEntry) {
     EXPECT_TRUE(map.empty());
 }
 
-TYPED_TEST_P(MapTest, AWalkDuringChangesMeetsEveryLastingEntryOnce) {
+TYPED_TEST_P(MapTest, AWalkDuringChangesReachesEveryLastingEntryOnce) {
     std::mt19937 random(7);
     TypeParam map;
     for (Vex::U32 i = 0; i < 200; ++i) {
@@ -194,7 +194,7 @@ TYPED_TEST_P(MapTest, CopiesAreIndependentAndEqualUntilOneChanges) {
     EXPECT_EQ(moved.size(), 50U);
 }
 
-TYPED_TEST_P(MapTest, VersionTellsThatEntriesCameOrWent) {
+TYPED_TEST_P(MapTest, TheVersionChangesWithInsertionsAndRemovals) {
     TypeParam map;
     auto const empty = map.version();
     map.upsert(slot(1, 1));
@@ -207,13 +207,13 @@ TYPED_TEST_P(MapTest, VersionTellsThatEntriesCameOrWent) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(
-    MapTest, InsertsOverwritesAndLooksUp, FindOrInsertMakesAnEntryOnlyWhenItIsAbsent,
-    RemovingAnAbsentKeyChangesNothing, AgreesWithAnOrdinaryMapUnderRandomChanges,
-    AnIteratorKeepsItsDeletedNodeReadable, AWalkThatDeletesEveryEntryMeetsEveryEntry,
-    AWalkDuringChangesMeetsEveryLastingEntryOnce, RemovingAtTheEndRemovesNothing,
-    CopiesAreIndependentAndEqualUntilOneChanges, VersionTellsThatEntriesCameOrWent);
+    MapTest, InsertsOverwritesAndLooksUp, FindOrInsertMakesAnEntryOnlyIfItIsAbsent,
+    RemovingAnAbsentKeyChangesNothing, AgreesWithStdMapUnderRandomChanges,
+    AnIteratorKeepsItsRemovedEntryReadable, AWalkThatRemovesEveryEntryReachesEveryEntry,
+    AWalkDuringChangesReachesEveryLastingEntryOnce, RemovingAtTheEndRemovesNothing,
+    CopiesAreIndependentAndEqualUntilOneChanges, TheVersionChangesWithInsertionsAndRemovals);
 
-/// An entity is destroyed when the collection and every iterator have let it go.
+/// An entity is destroyed when the collection and every iterator have released it.
 template <class CountedMap>
 void testNodeLifetime() {
     CountedMap map;

@@ -15,14 +15,14 @@ TEST(Name, IsOrderedByteByByte) {
     EXPECT_EQ(order, "|Leaf1|leaf1|leaf10|leaf2|\xC3\xA4|");
 }
 
-TEST(Name, ComparesWithTextAndHashesLikeIt) {
+TEST(Name, ComparesWithTextAndHashesLikeText) {
     Name const name("HSC");
     EXPECT_TRUE(name == "HSC");
     EXPECT_FALSE(name == "hsc");
     EXPECT_EQ(std::hash<Name>()(name), std::hash<std::string_view>()("HSC"));
 }
 
-TEST(Name, KeepsBytesOfAnyKind) {
+TEST(Name, KeepsArbitraryBytes) {
     Name const name(std::string("a\0b", 3));
     EXPECT_EQ(name.stringValue().size(), 3U);
     EXPECT_NE(name, Name("a"));

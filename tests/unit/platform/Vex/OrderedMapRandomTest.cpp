@@ -5,12 +5,12 @@
 #include <array>
 #include <memory>
 
-/// Random changes, checked against an ordinary map of nodes on which live iterators stand.
+/// Random changes with live iterators, checked against a std::map of nodes.
 namespace map_tests {
 
 namespace {
 
-/// What the collection should hold: counted nodes, so that a removed one can be remembered.
+/// The expected entries: shared nodes, so that a removed one can be remembered.
 struct Node {
     int key;
     bool there = true;
@@ -51,7 +51,7 @@ public:
         case 8:
         case 9:
         case 10:
-            // Close to an iterator, where blocks are divided.
+            // Near an iterator, where blocks are divided.
             insert(walker.on ? walker.on->key + 1 - k % 3 : k);
             break;
         case 11:
@@ -97,19 +97,19 @@ public:
             ++it;
         }
         ASSERT_FALSE(it);
-        std::map<Node const *, int> standing;
+        std::map<Node const *, int> visitors;
         for (Walker const & walker : walkers_) {
             ASSERT_EQ(static_cast<bool>(walker.it), walker.on != nullptr);
             if (walker.on) {
                 ASSERT_EQ(walker.it->number(), walker.on->key);
                 ASSERT_EQ(walker.it.key(), walker.on->key);
-                standing[walker.on.get()] += walker.on->there ? 0 : 1;
+                visitors[walker.on.get()] += walker.on->there ? 0 : 1;
             }
             for (Walker const & other : walkers_) {
                 ASSERT_EQ(walker.it == other.it, walker.on == other.on);
             }
         }
-        auto const left = std::count_if(standing.begin(), standing.end(),
+        auto const left = std::count_if(visitors.begin(), visitors.end(),
                                         [](auto const & one) { return one.second > 0; });
         ASSERT_EQ(Counted::alive, static_cast<int>(map_.size()) + static_cast<int>(left));
     }

@@ -17,7 +17,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(OrderedMap, MapTest, Entries);
 
 namespace {
 
-/// Every size around which the layout changes: none, one block growing, full blocks, many.
+/// Sizes around each change of layout: empty, one growing block, full blocks, many blocks.
 constexpr std::array<Vex::U32, 16> sizes{0,  1,  2,  3,  4,   5,   8,    9,
                                          16, 63, 64, 65, 128, 129, 1000, 40'000};
 
@@ -40,7 +40,7 @@ std::vector<Vex::U32> shuffled(Vex::U32 size) {
 
 } // namespace
 
-TEST(OrderedMap, WalksInAscendingKeyOrderWhateverTheOrderOfFilling) {
+TEST(OrderedMap, WalksInAscendingKeyOrderWhateverTheInsertionOrder) {
     for (Vex::U32 const size : sizes) {
         auto const scattered = shuffled(size);
         for (int order = 0; order < 3; ++order) {
@@ -59,7 +59,7 @@ TEST(OrderedMap, WalksInAscendingKeyOrderWhateverTheOrderOfFilling) {
     }
 }
 
-TEST(OrderedMap, EmptiesInWhateverOrderEntriesAreRemoved) {
+TEST(OrderedMap, BecomesEmptyInWhateverOrderEntriesAreRemoved) {
     for (Vex::U32 const size : sizes) {
         auto const scattered = shuffled(size);
         for (int order = 0; order < 3; ++order) {
@@ -82,11 +82,11 @@ TEST(OrderedMap, AnEmptyCollectionIsTwoWords) {
     EXPECT_EQ(sizeof(Entries), 2 * sizeof(void *));
 }
 
-TEST(OrderedMap, EntriesLiveUntilCollectionAndIteratorsLetThemGo) {
+TEST(OrderedMap, EntriesLiveUntilTheCollectionAndAllIteratorsReleaseThem) {
     testNodeLifetime<CountedMap>();
 }
 
-TEST(OrderedMap, ClearingLeavesOnlyWhatIteratorsStandOn) {
+TEST(OrderedMap, ClearLeavesOnlyTheEntriesOfIterators) {
     for (int const size : {1, 10, 1000}) {
         CountedMap map;
         for (int i = 0; i < size; ++i) {
@@ -112,7 +112,7 @@ TEST(OrderedMap, ClearingLeavesOnlyWhatIteratorsStandOn) {
     }
 }
 
-TEST(OrderedMap, ARemovedEntryDiesWhenTheLastIteratorLeavesIt) {
+TEST(OrderedMap, ARemovedEntryIsDestroyedWhenTheLastIteratorLeavesIt) {
     CountedMap map;
     for (int i = 0; i < 10; ++i) {
         map.upsert(CountedSlot(Vex::makePtr<Counted>(i)));
@@ -155,7 +155,7 @@ TEST(OrderedMap, AnIteratorOutlivesItsCollection) {
     }
 }
 
-TEST(OrderedMap, AnEntryStaysInItsPlaceWhileAnIteratorStandsOnIt) {
+TEST(OrderedMap, AnEntryStaysInPlaceWhileAnIteratorRefersToIt) {
     for (Vex::U32 const size : {1U, 2U, 5U, 64U, 1000U}) {
         Entries map = ascending(size, 10);
         auto it = map.begin();
@@ -179,7 +179,7 @@ TEST(OrderedMap, AnEntryStaysInItsPlaceWhileAnIteratorStandsOnIt) {
     }
 }
 
-TEST(OrderedMap, AnOverwriteIsSeenThroughAnIteratorEvenAfterEntriesCameAndWent) {
+TEST(OrderedMap, AnOverwriteIsSeenThroughAnIteratorEvenAfterInsertionsAndRemovals) {
     for (Vex::U32 const size : {1U, 10U, 1000U}) {
         Entries map = ascending(size, 10);
         auto const it = map.begin();
@@ -195,7 +195,7 @@ TEST(OrderedMap, AnOverwriteIsSeenThroughAnIteratorEvenAfterEntriesCameAndWent) 
     }
 }
 
-TEST(OrderedMap, AnEntryInsertedAnewIsAnotherThanTheRemovedOne) {
+TEST(OrderedMap, AReinsertedEntryIsNotTheRemovedOne) {
     Entries map = ascending(3);
     auto removed = map.begin();
     map.remove(key(0));
@@ -208,7 +208,7 @@ TEST(OrderedMap, AnEntryInsertedAnewIsAnotherThanTheRemovedOne) {
     EXPECT_EQ(removed.key(), key(1));
 }
 
-TEST(OrderedMap, IteratorsAreEqualOnTheSameEntryOnly) {
+TEST(OrderedMap, IteratorsAreEqualOnlyOnTheSameEntry) {
     for (Vex::U32 const size : {2U, 1000U}) {
         Entries map = ascending(size, 10);
         auto const before = map.begin();
@@ -220,13 +220,13 @@ TEST(OrderedMap, IteratorsAreEqualOnTheSameEntryOnly) {
         Entries const copy(map);
         EXPECT_FALSE(copy.begin() == map.begin());
         auto moving = map.begin();
-        auto const behind = moving++;
-        EXPECT_TRUE(behind == before);
+        auto const previous = moving++;
+        EXPECT_TRUE(previous == before);
         EXPECT_EQ(moving.key(), key(5));
     }
 }
 
-TEST(OrderedMap, EntriesInsertedBehindAnIteratorAreMet) {
+TEST(OrderedMap, AWalkReachesEntriesInsertedAfterTheIterator) {
     for (Vex::U32 const size : {1U, 10U, 64U, 1000U}) {
         Entries map = ascending(size, 10);
         std::vector<Vex::U32> met;
@@ -332,7 +332,7 @@ TEST(OrderedMap, HoldsSlotsThatCanOnlyBeCopied) {
 
 namespace {
 
-/// A key whose comparison throws when it is told to.
+/// A key whose comparison throws on request.
 struct Thrower {
     int number = 0;
     inline static int comparisonsLeft = -1;
@@ -349,7 +349,7 @@ struct Thrower {
 
 } // namespace
 
-TEST(OrderedMap, AComparisonThatThrowsLeavesTheCollectionAsItWas) {
+TEST(OrderedMap, AComparisonThatThrowsLeavesTheCollectionUnchanged) {
     using ThrowerSlot = Vex::SetSlot<Thrower>;
     for (int const size : {3, 1000}) {
         for (int const comparisons : {0, 1, 2, 5}) {
@@ -367,7 +367,8 @@ TEST(OrderedMap, AComparisonThatThrowsLeavesTheCollectionAsItWas) {
                 } catch (std::runtime_error const &) {
                     thrown = true;
                 }
-                // A run that needed fewer comparisons has changed what the next test is about.
+                // A run that needed fewer comparisons has changed the state that the next run
+                // tests.
                 bool const enough = Thrower::comparisonsLeft < 0;
                 Thrower::comparisonsLeft = -1;
                 EXPECT_EQ(thrown, enough);
@@ -387,7 +388,7 @@ TEST(OrderedMap, AComparisonThatThrowsLeavesTheCollectionAsItWas) {
     }
 }
 
-TEST(OrderedMap, AMakeThatThrowsLeavesTheCollectionAsItWas) {
+TEST(OrderedMap, AMakeThatThrowsLeavesTheCollectionUnchanged) {
     for (Vex::U32 const size : {0U, 3U, 1000U}) {
         Entries map = ascending(size, 10);
         auto const before = map;
@@ -402,7 +403,7 @@ TEST(OrderedMap, AMakeThatThrowsLeavesTheCollectionAsItWas) {
     }
 }
 
-TEST(OrderedMap, ARemovedEntryIsHandedToTheCaller) {
+TEST(OrderedMap, RemoveReturnsTheEntry) {
     CountedMap map;
     for (int i = 0; i < 200; ++i) {
         map.upsert(CountedSlot(Vex::makePtr<Counted>(i)));
@@ -413,7 +414,7 @@ TEST(OrderedMap, ARemovedEntryIsHandedToTheCaller) {
     EXPECT_EQ(Counted::alive, 200);
 }
 
-TEST(OrderedMap, WalksOnSeveralThreadsAndIteratorsLeftToAThread) {
+TEST(OrderedMap, WalksOnSeveralThreadsAndIteratorsPassedToAThread) {
     Vex::threadSafePtrIs(true);
     {
         CountedMap map;
@@ -436,14 +437,14 @@ TEST(OrderedMap, WalksOnSeveralThreadsAndIteratorsLeftToAThread) {
         one.join();
         other.join();
 
-        std::vector<CountedMap::Iterator> standing;
+        std::vector<CountedMap::Iterator> iterators;
         for (auto it = map.begin(); it; ++it) {
-            standing.push_back(it);
+            iterators.push_back(it);
         }
-        std::thread reader([standing = std::move(standing)]() mutable {
-            while (!standing.empty()) {
-                EXPECT_EQ(standing.back()->number() + 1, static_cast<int>(standing.size()));
-                standing.pop_back();
+        std::thread reader([iterators = std::move(iterators)]() mutable {
+            while (!iterators.empty()) {
+                EXPECT_EQ(iterators.back()->number() + 1, static_cast<int>(iterators.size()));
+                iterators.pop_back();
             }
         });
         for (int i = 0; i < 300; i += 2) {

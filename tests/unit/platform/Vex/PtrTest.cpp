@@ -7,7 +7,7 @@
 using Vex::makePtr;
 using Vex::Ptr;
 
-TEST(Ptr, DestroysTheObjectWithItsLastHolder) {
+TEST(Ptr, DestroysTheObjectWithTheLastPtr) {
     Ptr<Counted> first = makePtr<Counted>(1);
     Ptr<Counted const> second = first;
     EXPECT_EQ(first->references(), 2U);
@@ -24,7 +24,7 @@ TEST(Ptr, MovesWithoutCounting) {
     EXPECT_EQ(first, nullptr); // NOLINT(bugprone-use-after-move): a moved-from Ptr is null
 }
 
-TEST(Ptr, SurvivesAssignmentOfItself) {
+TEST(Ptr, SurvivesSelfAssignment) {
     Ptr<Counted> only = makePtr<Counted>(7);
     auto & alias = only;
     only = alias;
@@ -32,7 +32,7 @@ TEST(Ptr, SurvivesAssignmentOfItself) {
     EXPECT_EQ(only->references(), 1U);
 }
 
-TEST(Ptr, ConvertsToABaseAndBackByACheckedDowncast) {
+TEST(Ptr, ConvertsToABaseAndBackWithACheckedDowncast) {
     Ptr<Vex::Entity> const base = makePtr<Counted>(3);
     EXPECT_EQ(Vex::dynamicPtr<Counted>(base), base);
 

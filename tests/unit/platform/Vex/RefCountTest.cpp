@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Leaves the process-wide switch as it was found.
+/// Restores the process-wide switch.
 class ThreadSafe {
 public:
     ThreadSafe() { Vex::threadSafePtrIs(true); }
@@ -23,7 +23,7 @@ public:
 
 } // namespace
 
-TEST(RefCount, TellsWhenTheLastHoldIsGivenUp) {
+TEST(RefCount, ReportsWhetherTheLastReferenceWasDropped) {
     Vex::RefCount const count;
     count.up();
     count.up();
@@ -32,11 +32,11 @@ TEST(RefCount, TellsWhenTheLastHoldIsGivenUp) {
     EXPECT_EQ(count.value(), 0U);
 }
 
-TEST(RefCount, IsNotThreadSafeUnlessAskedTo) {
+TEST(RefCount, IsNotThreadSafeByDefault) {
     EXPECT_FALSE(Vex::threadSafePtr());
 }
 
-TEST(RefCount, LosesNoCountBetweenThreadsWhenThreadSafe) {
+TEST(RefCount, LosesNoCountBetweenThreadsIfThreadSafe) {
     ThreadSafe const on;
     constexpr int threads = 4;
     constexpr int rounds = 50'000;

@@ -18,7 +18,7 @@ using namespace std::string_view_literals;
 
 namespace {
 
-/// What `read(it, end)` returns, on a text of which it must leave `left`.
+/// The result of `read(it, end)` on a text of which it must leave `left` unread.
 template <class Read>
 auto leaving(std::string_view left, String const & text, Read read) {
     auto it = text.begin();
@@ -33,7 +33,7 @@ T attr(String const & text, std::string_view left) {
     return leaving(left, text, deserializeAttr<T>);
 }
 
-/// The message of the Error, exactly that one, which the call raises.
+/// The message of the error that the call raises, which must be exactly an `Error`.
 template <class Error, class Call>
 std::string raised(Call call) {
     try {
@@ -50,7 +50,7 @@ std::string refused(String const & text) {
     return raised<Error>([&] { static_cast<void>(strepToValue<T>(text)); });
 }
 
-/// The form of the value is the text, from which the value is read.
+/// Expects that `text` is the form of `value`, and that `value` is read back from it.
 template <class T>
 void expectForm(T const & value, char const * text) {
     EXPECT_EQ(valueToStrep(value), text);
@@ -108,7 +108,7 @@ TEST(Strep, ATextIsItsOwnForm) {
     EXPECT_EQ(strepToValue<String>(valueToStrep(bytes)), bytes);
 }
 
-TEST(NeedString, MovesBehindTheLiteral) {
+TEST(NeedString, MovesPastTheLiteral) {
     String const text("abcd");
     auto it = text.begin();
     needString(it, text.end(), "ab");
@@ -131,7 +131,7 @@ TEST(NeedString, ShowsWhatItFoundAndWhatItNeeds) {
     EXPECT_EQ(need("\x1b[2J"), R"('\x1b[2J': expected ", 'ip': ")");
 }
 
-TEST(NeedString, DoesNotLookBehindTheEndOfTheRange) {
+TEST(NeedString, DoesNotReadPastTheEndOfTheRange) {
     String const text("abcd");
     auto it = text.begin();
     EXPECT_THROW(needString(it, text.begin() + 2, "abc"), ParseError);
@@ -159,7 +159,7 @@ TEST(StrepWord, TakesTheLongestRunOfItsCharacters) {
     }
 }
 
-TEST(StrepText, TakesAllUpToTheNextAttributeOrTheEndOfTheValue) {
+TEST(StrepText, TakesEverythingUpToTheNextAttributeOrTheEndOfTheValue) {
     EXPECT_EQ(leaving(", 'vtep': 1})", "a, b', 'vtep': 1})", strepText), "a, b'");
     EXPECT_EQ(leaving("})", "{a}})", strepText), "{a}");
     EXPECT_EQ(leaving("}), 'a'", "x}), 'a'", strepText), "x");
@@ -167,7 +167,7 @@ TEST(StrepText, TakesAllUpToTheNextAttributeOrTheEndOfTheValue) {
     EXPECT_EQ(leaving("", "to the end", strepText), "to the end");
 }
 
-TEST(DeserializeAttr, LeavesWhatStandsBehindTheValue) {
+TEST(DeserializeAttr, LeavesWhatFollowsTheValue) {
     EXPECT_EQ(attr<Nolt::IpAddr>("10.0.0.1, 'moveCount': 7", ", 'moveCount': 7").value(),
               0x0A000001U);
     EXPECT_EQ(attr<Quay::Seqno32>("7})", "})").value(), 7U);
@@ -209,7 +209,7 @@ TEST(DeserializeAttr, ANumberAboveItsTypeIsOutOfRange) {
               "'18446744073709551616': expected a number from 0 to 18446744073709551615");
 }
 
-TEST(DeserializeAttr, WhatIsNoNumberOrBooleanIsRefused) {
+TEST(DeserializeAttr, RefusesTextThatIsNotANumberOrBoolean) {
     for (char const * text : {"", "-1", "01", "0x1", "1.0", "x", "18446744073709551616x"}) {
         EXPECT_THROW(strepToValue<U64>(text), ParseError) << text;
     }
@@ -219,7 +219,7 @@ TEST(DeserializeAttr, WhatIsNoNumberOrBooleanIsRefused) {
     }
 }
 
-TEST(RethrowFromDeserializeAttr, BeginsWithTheNameOfTheAttribute) {
+TEST(RethrowFromDeserializeAttr, StartsWithTheNameOfTheAttribute) {
     EXPECT_EQ(raised<RangeError>(
                   [] { rethrowFromDeserializeAttr(RangeError("9", "at most 8"), "moveCount"); }),
               "moveCount: '9': expected at most 8");

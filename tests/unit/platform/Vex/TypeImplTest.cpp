@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-/// The types are written by hand here, as the model compiler would write them.
+/// These types are written by hand as the model compiler would generate them.
 namespace Test {
 
 namespace {
@@ -160,7 +160,7 @@ TEST(TypeImpl, ConstructsActiveEntitiesAndValues) {
     EXPECT_EQ(coin.reflection()->operations, &coins);
 }
 
-TEST(TypeImpl, ChangesAValueWithinItsBox) {
+TEST(TypeImpl, ChangesAValueInPlace) {
     AnyValue coin = Coin(5);
     AnyValue const before = coin;
     coins.insert(coin, 3, {String("Bern"), true});
@@ -201,7 +201,7 @@ TEST(TypeImpl, AWalkKeepsItsEntityAndFollowsChanges) {
     EXPECT_FALSE(++at);
 }
 
-TEST(TypeImpl, WhoCanOnlyReadTheOwnerCanOnlyReadWhatItOwns) {
+TEST(TypeImpl, AnEntityOwnedByAConstantEntityIsConstant) {
     AnyValue object = purse("Anna");
     EXPECT_TRUE(purses.get(object, 131).isNull());
     AnyValue const inner = purses.insert(object, 131, {});
@@ -237,7 +237,7 @@ TEST(TypeOperations, RefuseAnUnknownNumber) {
               "Test::Coin: clear: no attribute has the number 130: expected 2 to 3");
 }
 
-TEST(TypeOperations, RefuseWhatTheKindDoesNotHave) {
+TEST(TypeOperations, RefuseOperationsThatTheKindDoesNotHave) {
     AnyValue object = purse("Anna");
     EXPECT_EQ(errorOf([&] { purses.set(object, 130, String("Bert")); }),
               "Test::Purse.owner: set is no operation of this kind of attribute (constructor "
@@ -291,7 +291,7 @@ TEST(TypeOperations, RefuseAnObjectOfAnotherType) {
               "Test::Purse.coin: clear: object: expected an object, found a null pointer");
 }
 
-TEST(TypeOperations, OfAMethodAreNone) {
+TEST(TypeOperations, AMethodHasNone) {
     for (int kind = 0; kind <= static_cast<int>(AttributeKind::method); ++kind) {
         bool any = false;
         for (int operation = 0; operation <= static_cast<int>(Vex::Operation::iterate);

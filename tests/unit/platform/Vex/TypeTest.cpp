@@ -36,7 +36,7 @@ TEST(Type, FindsOwnAndInheritedAttributesByNameAndNumber) {
     EXPECT_EQ(derivedType.attribute("none"), nullptr);
 }
 
-TEST(Type, TableKeepsTheOrderOfRegistrationAndTakesAnameOnce) {
+TEST(Type, TableKeepsTheOrderOfRegistrationAndTakesANameOnce) {
     Vex::typeNodeIs(derivedType);
     Vex::typeNodeIs(baseType);
     Vex::typeNodeIs(derivedType);
@@ -53,7 +53,7 @@ TEST(Type, EveryEntityHasARecord) {
     EXPECT_EQ(Vex::makePtr<Counted>(1)->fwkType().base->name, "Vex::PtrInterface");
 }
 
-TEST(Type, EveryKindHasAWordOfItsOwn) {
+TEST(Type, EveryKindHasItsOwnName) {
     std::vector<std::string_view> words;
     for (int kind = 0; kind <= static_cast<int>(AttributeKind::method); ++kind) {
         words.push_back(Vex::kindText(static_cast<AttributeKind>(kind)));

@@ -18,7 +18,7 @@ static_assert(static_cast<int>(AttrKind::boolean) == 2);
 static_assert(static_cast<int>(AttrKind::integer64) == 5);
 static_assert(!std::is_copy_constructible_v<StringAttrInfo>);
 
-TEST(AttrInfo, HandsOverKeyKindAndValue) {
+TEST(AttrInfo, PassesKeyKindAndValue) {
     Attr32Info number(jsonMode, "vni");
     number.setValue(std::numeric_limits<std::int32_t>::min());
     EXPECT_EQ(number.getArg().key, "vni");
@@ -46,7 +46,7 @@ TEST(AttrInfo, KeepsABooleanAsTextInTextMode) {
     EXPECT_EQ(flag.getArg().text, "False");
 }
 
-TEST(AttrInfo, KeepsABooleanAsSuchInJsonMode) {
+TEST(AttrInfo, KeepsABooleanAsANumberInJsonMode) {
     BoolAttrInfo flag(jsonMode, "vniInDottedNotation");
     flag.setValue(true);
     EXPECT_EQ(flag.getArg().number, 1);
@@ -55,7 +55,7 @@ TEST(AttrInfo, KeepsABooleanAsSuchInJsonMode) {
     EXPECT_EQ(flag.getArg().number, 0);
 }
 
-TEST(AttrInfo, KeepsAKeyAndATextAsJsonHasThem) {
+TEST(AttrInfo, KeepsTheJsonFormOfKeyAndText) {
     StringAttrInfo info(jsonMode, "macAddr");
     info.setValue("a text");
     EXPECT_EQ(info.getArg().quotedKey, "\"macAddr\":");
@@ -64,7 +64,7 @@ TEST(AttrInfo, KeepsAKeyAndATextAsJsonHasThem) {
     EXPECT_EQ(info.getArg().quotedText, "\"\"");
 }
 
-TEST(AttrInfo, TakesAPartOfItsOwnValue) {
+TEST(AttrInfo, AcceptsAPartOfItsOwnValue) {
     StringAttrInfo info(jsonMode, "name");
     for (std::size_t const length : {20U, 98U, 99U, 100U, 300U}) {
         std::string value;
@@ -79,7 +79,7 @@ TEST(AttrInfo, TakesAPartOfItsOwnValue) {
     }
 }
 
-TEST(AttrInfo, KeepsNoQuotedFormOfWhatTakesEscapesOrIsLong) {
+TEST(AttrInfo, KeepsNoQuotedFormThatNeedsEscapesOrIsLong) {
     StringAttrInfo info(jsonMode, "the \"key\"");
     info.setValue("plain");
     info.setValue("a\nb");
@@ -120,7 +120,7 @@ TEST(StringAttrInfo, KeepsAnyBytes) {
     EXPECT_EQ(info.getArg().text, "");
 }
 
-TEST(StringAttrInfo, TakesAPartOfItsPresentValue) {
+TEST(StringAttrInfo, AcceptsAPartOfItsCurrentValue) {
     for (std::size_t size : {50, 99, 150, 400}) {
         std::string value;
         while (value.size() < size) {
@@ -141,7 +141,7 @@ struct Digits {
     }
 };
 
-TEST(StringAttrInfo, HasAValueWriteItsOwnText) {
+TEST(StringAttrInfo, LetsAValueWriteItsOwnText) {
     StringAttrInfo info(jsonMode, "key");
     info.setValue(std::string(200, 'x'));
     info.setValue(Digits());
@@ -171,7 +171,7 @@ TEST(AttrInfoDeathTest, NeedsAValueAndAKnownMode) {
     checkAssertions<StringAttrInfo>("value");
 }
 
-TEST(AttrInfoDeathTest, ABooleanTakesNoValueInAnUnknownMode) {
+TEST(AttrInfoDeathTest, ABooleanAcceptsNoValueInAnUnknownMode) {
     BoolAttrInfo info(7, "key");
     EXPECT_EXIT(info.setValue(true), testing::KilledBySignal(SIGABRT),
                 ": setValue: assertion 'mode == 1 || mode == 2' failed\n$");

@@ -67,14 +67,14 @@ TEST(Descriptor, WaitsForTheReaderOfANonBlockingPipe) {
     EXPECT_TRUE(passedThrough(pipe.writer, pipe.reader, bytes, 1000) == bytes);
 }
 
-TEST(Descriptor, CarriesOnShortWritesOfASocket) {
+TEST(Descriptor, CompletesShortWritesToASocket) {
     for (int flags : {0, int{SOCK_NONBLOCK}}) {
         int ends[2];
         ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | flags, 0, ends), 0);
         Fd writer(ends[0]);
         Fd reader(ends[1]);
         ::fcntl(reader.get(), F_SETFL, 0);
-        int size = 1; // the kernel takes its least
+        int size = 1; // the kernel raises it to its minimum
         ::setsockopt(writer.get(), SOL_SOCKET, SO_SNDBUF, &size, sizeof size);
         EXPECT_LT(Descriptor(writer.get()).writeSome(std::string(100'000, '.')), 100'000U);
         std::string bytes = randomBytes(1'000'000);
@@ -83,7 +83,7 @@ TEST(Descriptor, CarriesOnShortWritesOfASocket) {
     }
 }
 
-/// A terminal without a reader yet: what is written to `slave` comes out of `master`.
+/// A terminal without a reader: what is written to `slave` is read from `master`.
 struct Terminal {
     Terminal() : master(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
         if (::grantpt(master.get()) != 0 || ::unlockpt(master.get()) != 0) {
@@ -118,7 +118,7 @@ TEST(Descriptor, WritesPiecesThatEndAtLineEndsToATerminal) {
     EXPECT_EQ(descriptor.writeSome(std::string(10000, 'z')), 4096U);
 }
 
-TEST(Descriptor, NeitherClosesNorChangesWhatItWritesTo) {
+TEST(Descriptor, NeitherClosesNorChangesTheDescriptor) {
     Pipe pipe;
     int flags = ::fcntl(pipe.writer.get(), F_GETFL);
     writeAll(pipe.writer.get(), "text");
@@ -173,9 +173,9 @@ TEST(DescriptorDeathTest, LeavesTheBrokenPipeSignalToTheProcess) {
 
 using Clock = std::chrono::steady_clock;
 
-/// Writes to `fd`, which takes no more, while another thread calls `interrupt` a little
-/// later; returns how long after that the writer was back with the exception. A write
-/// that is never interrupted is let go after some seconds by `letGo`.
+/// Writes to `fd`, which is full, while another thread calls `interrupt` a little later;
+/// returns how long after that the write ended with the exception. A write that is not
+/// interrupted is released by `letGo` after some seconds.
 template <class Interrupt, class LetGo>
 std::chrono::milliseconds interruptedAfter(int fd, Interrupt interrupt, LetGo letGo) {
     CleanInterruptFlag clean;
@@ -217,8 +217,8 @@ TEST(DescriptorInterrupt, EndsTheWaitForAPipe) {
     }
 }
 
-// What a signal amounts to that came just before write(): no further one ends the wait.
-TEST(DescriptorInterrupt, EndsTheWaitAlsoWhenNoSignalReachesTheWriter) {
+// The effect of a signal that arrives just before write(): no further one ends the wait.
+TEST(DescriptorInterrupt, EndsTheWaitEvenIfNoSignalReachesTheWriter) {
     for (int flags : {0, O_NONBLOCK}) {
         Pipe pipe;
         fillUp(pipe.writer.get());
@@ -249,7 +249,7 @@ TEST(DescriptorInterrupt, EndsTheWaitForATerminal) {
               promptly);
 }
 
-/// Makes this process one of an older kernel, without writes to pipes that do not wait.
+/// Makes this process see an older kernel, which has no non-waiting writes to pipes.
 bool takeNonWaitingWritesAway() {
     sock_filter program[] = {
         {BPF_LD | BPF_W | BPF_ABS, 0, 0, 0}, // the number of the system call
@@ -277,11 +277,11 @@ void checkPipesOfAnOlderKernel() {
     std::exit(passed && waited < promptly ? 0 : 1);
 }
 
-TEST(DescriptorDeathTest, DoesAsWellOnAnOlderKernel) {
+TEST(DescriptorDeathTest, WorksOnAnOlderKernelToo) {
     EXPECT_EXIT(checkPipesOfAnOlderKernel(), testing::ExitedWithCode(0), "");
 }
 
-TEST(DescriptorInterrupt, AnyOtherSignalLeavesTheOutputWhole) {
+TEST(DescriptorInterrupt, AnyOtherSignalLeavesTheOutputComplete) {
     CleanInterruptFlag clean;
     SignalAction action(SIGUSR1, [](int) {});
     Pipe pipe;

@@ -14,14 +14,14 @@
 #include <unistd.h>
 #include <utility>
 
-/// Real descriptors for the tests: nothing here stands in for the kernel.
+/// Real descriptors for the tests; the kernel is not faked.
 namespace outfmt::test {
 
 inline constexpr unsigned textFormat = 1;
 inline constexpr unsigned compactFormat = 2;
 inline constexpr unsigned indentedFormat = 3;
 
-/// An open descriptor, closed at the end.
+/// An open descriptor, closed by the destructor.
 class Fd {
 public:
     Fd() = default;
@@ -96,7 +96,7 @@ struct Pipe {
     Fd writer;
 };
 
-/// Writes to `fd` until it takes no more, and returns how many bytes that were.
+/// Writes to `fd` until it is full, and returns the number of bytes written.
 inline std::size_t fillUp(int fd) {
     int flags = ::fcntl(fd, F_GETFL);
     ::fcntl(fd, F_SETFL, flags | O_NONBLOCK);
@@ -111,7 +111,7 @@ inline std::size_t fillUp(int fd) {
     return filled;
 }
 
-/// What `print` writes to a file in this format.
+/// The text that `print` writes to a file in this format.
 template <class Print>
 std::string printed(unsigned format, Print print) {
     File file;
@@ -121,7 +121,7 @@ std::string printed(unsigned format, Print print) {
     return file.content();
 }
 
-/// The interrupt flag is the process's: a test that sets it leaves it clear.
+/// The interrupt flag is process-wide: a test that sets it clears it at the end.
 struct CleanInterruptFlag {
     CleanInterruptFlag() { clearInterrupt(); }
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-// What does not compile is tried by the compiler itself (see CMakeLists.txt); here the
-// same check runs where its answer can be read.
+// Formats that must not compile are tested by compiling them (see CMakeLists.txt); here
+// the same check runs at run time, where its result can be read.
 namespace outfmt {
 namespace {
 

@@ -7,7 +7,7 @@
 namespace outfmt::test {
 namespace {
 
-TEST(Interrupt, IsNotRequestedAtTheStart) {
+TEST(Interrupt, IsNotRequestedInitially) {
     CleanInterruptFlag clean;
     EXPECT_FALSE(interruptRequested());
     EXPECT_NO_THROW(checkInterrupt());

@@ -130,13 +130,13 @@ private:
             ++position_;
             return meanings[index];
         }
-        need("u00"); // the printer escapes nothing above
+        need("u00"); // the printer escapes nothing above U+00FF
         std::string digits(text_.substr(position_, 2));
         position_ += 2;
         return static_cast<char>(std::stoi(digits, nullptr, 16));
     }
 
-    /// Decodes to a number and looks at that, unlike the printer, which looks at bytes.
+    /// Decodes to a code point and checks that, unlike the printer, which checks bytes.
     std::string_view character() {
         auto first = static_cast<unsigned char>(peek());
         std::size_t length = first < 0x80                    ? 1

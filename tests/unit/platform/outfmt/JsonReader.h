@@ -7,13 +7,13 @@
 
 namespace outfmt::test {
 
-/// A JSON value as the tests compare it: members in their order, repeated keys kept.
+/// A JSON value for comparison in tests: members in their order, with repeated keys kept.
 struct Json {
     enum class Kind { null, boolean, number, string, list, object };
 
     Kind kind = Kind::null;
-    std::string text; ///< of a scalar: the decoded string, or the literal as it stands
-    std::vector<std::pair<std::string, Json>> members; ///< of a list: with empty keys
+    std::string text; ///< for a scalar: the decoded string, or the literal unchanged
+    std::vector<std::pair<std::string, Json>> members; ///< of a list, with empty keys
 
     bool operator==(Json const &) const = default;
 

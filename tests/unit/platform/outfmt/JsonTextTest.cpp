@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-// Strings as they stand in a document, each as a bare list element.
+// A document with the string as bare list elements.
 namespace outfmt::test {
 namespace {
 
@@ -34,7 +34,7 @@ std::string json(std::string_view value) {
     return all.substr(before.size(), all.size() - before.size() - after.size());
 }
 
-TEST(JsonText, PassesOrdinaryTextAsItIs) {
+TEST(JsonText, WritesOrdinaryTextUnchanged) {
     EXPECT_EQ(json(""), "");
     EXPECT_EQ(json("00:1c:73:0a:0b:0c"), "00:1c:73:0a:0b:0c");
     EXPECT_EQ(json("2001:db8::/32 <'%'> & /"), "2001:db8::/32 <'%'> & /");
@@ -46,7 +46,7 @@ TEST(JsonText, EscapesQuotesBackslashesAndControlCharacters) {
     EXPECT_EQ(json("\0\x01\x1b[31m\x1f"s), R"(\u0000\u0001\u001b[31m\u001f)");
 }
 
-TEST(JsonText, EscapesAtEveryPlaceOfAWord) {
+TEST(JsonText, EscapesAtEveryPositionInAWord) {
     for (int byte = 0; byte < 0x80; ++byte) {
         for (std::size_t place = 0; place < 20; ++place) {
             std::string value(20, 'x');
@@ -58,7 +58,7 @@ TEST(JsonText, EscapesAtEveryPlaceOfAWord) {
     }
 }
 
-TEST(JsonText, PassesDeleteAndAllValidUtf8) {
+TEST(JsonText, WritesDeleteAndAllValidUtf8Unchanged) {
     for (std::string_view value :
          {"\x7f", "\xc2\x80", "\xdf\xbf", "\xe0\xa0\x80", "\xe2\x80\xa8", "\xe2\x80\xa9",
           "\xed\x9f\xbf", "\xee\x80\x80", "\xef\xbf\xbd", "\xef\xbf\xbf", "\xf0\x90\x80\x80",
@@ -67,10 +67,10 @@ TEST(JsonText, PassesDeleteAndAllValidUtf8) {
     }
 }
 
-TEST(JsonText, ReplacesWhatIsNotUtf8) {
+TEST(JsonText, ReplacesInvalidUtf8) {
     struct Case {
         std::string_view value;
-        std::string_view shown; // '?' stands for U+FFFD
+        std::string_view shown; // '?' means U+FFFD
     };
 
     for (Case c : {
@@ -121,7 +121,7 @@ TEST(JsonText, IsWellFormedWhateverTheBytes) {
     }
 }
 
-/// A value of a type that may write anything.
+/// A value of a type that can write anything.
 struct Anything {
     static constexpr std::size_t maxTextLength = 3;
     char middle;
@@ -133,7 +133,7 @@ struct Anything {
     }
 };
 
-TEST(JsonText, EscapesWhatAValueWrites) {
+TEST(JsonText, EscapesTheTextOfAValue) {
     std::string all = printed(compactFormat, [](Printer & printer) {
         StringAttrInfo element(printer, "");
         printer.start();

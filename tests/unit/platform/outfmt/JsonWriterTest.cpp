@@ -11,7 +11,7 @@
 namespace outfmt::test {
 namespace {
 
-/// A document with everything that there is.
+/// A document with every kind of container and attribute.
 void printSample(Printer & printer) {
     BoolAttrInfo dotted(printer, "vniInDottedNotation");
     Attr32Info vni(printer, "vni");
@@ -115,7 +115,7 @@ TEST(JsonWriter, WritesSeveralDocumentsOneAfterTheOther) {
               "{\"a\":{}}\n{\"\":{}}\n");
 }
 
-TEST(JsonWriter, EndClosesWhateverIsOpen) {
+TEST(JsonWriter, EndClosesEverythingThatIsOpen) {
     EXPECT_EQ(printed(compactFormat,
                       [](Printer & printer) {
                           printer.start();
@@ -150,7 +150,7 @@ TEST(JsonWriter, WritesBareElementsOfEveryKind) {
               "{\"l\":[1,true,\"x\",{},1]}\n");
 }
 
-TEST(JsonWriter, WritesAsManyAttributesInACallAsThereAre) {
+TEST(JsonWriter, WritesAnyNumberOfAttributesInOneCall) {
     auto const print = [](Printer & printer) {
         Attr32Info number(printer, "number");
         number.setValue(7);
@@ -168,7 +168,7 @@ TEST(JsonWriter, WritesAsManyAttributesInACallAsThereAre) {
     EXPECT_EQ(printed(2, print), expected + "}\n");
 }
 
-TEST(JsonWriter, IndentsAsDeepAsTheDocumentIs) {
+TEST(JsonWriter, IndentsEveryLevel) {
     constexpr std::size_t depth = 40;
     auto const print = [](Printer & printer) {
         Attr32Info number(printer, "n");
@@ -220,8 +220,8 @@ TEST(JsonWriter, WritesTenMegabytes) {
     }
 }
 
-/// Makes the call, which must be refused, after `open`; the document must go on as if it
-/// had not been made.
+/// Makes a call that must be refused after `open`; the document must continue as if the
+/// call had not been made.
 template <class Open, class Call>
 void expectRefused(Open open, Call call) {
     std::string without = printed(compactFormat, [&](Printer & printer) {
@@ -238,7 +238,7 @@ void expectRefused(Open open, Call call) {
     EXPECT_EQ(with, without);
 }
 
-TEST(JsonWriter, RefusesCallsThatDoNotFitWhatIsOpen) {
+TEST(JsonWriter, RefusesCallsThatDoNotFitTheOpenContainers) {
     auto nothing = [](Printer &) {};
     auto dictionary = [](Printer & printer) { printer.startDict("d"); };
     auto list = [](Printer & printer) { printer.startList("l"); };
@@ -278,7 +278,7 @@ TEST(JsonWriter, RefusesCallsThatDoNotFitWhatIsOpen) {
     expectRefused(list, startList);
     expectRefused(list, endListEntry);
     expectRefused(list, addKeyed);
-    // The document itself cannot be left with its list.
+    // A list of the document itself cannot be left open.
     expectRefused(list, startDict);
     expectRefused(list, endDict);
 
@@ -288,7 +288,7 @@ TEST(JsonWriter, RefusesCallsThatDoNotFitWhatIsOpen) {
     expectRefused(entry, addKeyed);
 }
 
-TEST(JsonWriter, RefusesEverythingOutsideOfADocument) {
+TEST(JsonWriter, RefusesEverythingOutsideADocument) {
     File file;
     Printer printer(file.fd(), compactFormat, true, false, true, 0);
     Attr32Info number(printer, "k");

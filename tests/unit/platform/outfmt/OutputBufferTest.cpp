@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t capacity = OutputBuffer::capacity;
 
-TEST(OutputBuffer, WritesNothingBeforeItIsFlushed) {
+TEST(OutputBuffer, WritesNothingUntilItIsFlushed) {
     File file;
     {
         OutputBuffer buffer(file.fd(), OutputBuffer::Parting::anywhere);
@@ -21,7 +21,7 @@ TEST(OutputBuffer, WritesNothingBeforeItIsFlushed) {
     EXPECT_EQ(file.content(), "");
 }
 
-TEST(OutputBuffer, WritesAllOnFlush) {
+TEST(OutputBuffer, WritesEverythingOnFlush) {
     File file;
     OutputBuffer buffer(file.fd(), OutputBuffer::Parting::lineEnds);
     buffer.append("line\nhalf a li");
@@ -33,7 +33,7 @@ TEST(OutputBuffer, WritesAllOnFlush) {
     EXPECT_EQ(file.content(), "line\nhalf a line\n");
 }
 
-/// Everything that was ever added, by each of the ways of adding.
+/// Adds text with every function that adds; returns all that was added.
 std::string addInEveryWay(OutputBuffer & buffer, std::string_view line, std::size_t size) {
     std::string added;
     for (std::size_t round = 0; added.size() < size; ++round) {
@@ -74,7 +74,7 @@ TEST(OutputBuffer, KeepsTheOrderOfAllWaysOfAdding) {
     }
 }
 
-TEST(OutputBuffer, PartsTextAtLineEndsWhenItRunsFull) {
+TEST(OutputBuffer, SplitsTextAtLineEndsWhenItIsFull) {
     for (std::size_t length : {1, 10, 80, 4095, 40000, 65535}) {
         File file;
         OutputBuffer buffer(file.fd(), OutputBuffer::Parting::lineEnds);
@@ -91,7 +91,7 @@ TEST(OutputBuffer, PartsTextAtLineEndsWhenItRunsFull) {
     }
 }
 
-TEST(OutputBuffer, PartsALineThatIsLongerThanTheBuffer) {
+TEST(OutputBuffer, SplitsALineLongerThanTheBuffer) {
     File file;
     OutputBuffer buffer(file.fd(), OutputBuffer::Parting::lineEnds);
     std::string line(3 * capacity, 'x');
@@ -103,7 +103,7 @@ TEST(OutputBuffer, PartsALineThatIsLongerThanTheBuffer) {
     EXPECT_TRUE(file.content() == "first\n" + line + "\n");
 }
 
-TEST(OutputBuffer, WritesAllWholeLinesWhenItRunsFull) {
+TEST(OutputBuffer, WritesAllWholeLinesWhenItIsFull) {
     File file;
     OutputBuffer buffer(file.fd(), OutputBuffer::Parting::lineEnds);
     for (std::size_t size = 0; size <= capacity; size += 10) {
@@ -112,7 +112,7 @@ TEST(OutputBuffer, WritesAllWholeLinesWhenItRunsFull) {
     EXPECT_EQ(file.content().size(), capacity / 10 * 10);
 }
 
-TEST(OutputBuffer, MakesTheRoomThatWasAskedForBehindALongLine) {
+TEST(OutputBuffer, ReservesRoomAfterALongLine) {
     File file;
     OutputBuffer buffer(file.fd(), OutputBuffer::Parting::lineEnds);
     std::string begun = "line\n" + std::string(capacity - 100, 'x');
@@ -139,8 +139,8 @@ TEST(OutputBuffer, NeedsFewWrites) {
     EXPECT_EQ(::read(reader.get(), bytes, sizeof bytes), 700);
 }
 
-/// Interrupts a flush of `bytes` whose reader has stopped, goes on to print, and returns
-/// what arrived.
+/// Interrupts a flush of `bytes` whose reader has stopped, continues to print, and
+/// returns what arrived.
 std::string receivedAroundAnInterrupt(OutputBuffer::Parting parting, std::string_view bytes,
                                       std::string_view more) {
     CleanInterruptFlag clean;
@@ -165,7 +165,7 @@ std::string receivedAroundAnInterrupt(OutputBuffer::Parting parting, std::string
     return received;
 }
 
-TEST(OutputBuffer, NeverWritesTwiceWhatLeftBeforeAnException) {
+TEST(OutputBuffer, NeverRepeatsWhatWasWrittenBeforeAnException) {
     std::string lines;
     for (int number = 0; lines.size() < 60000; ++number) {
         lines += "line " + std::to_string(number) + "\n";
@@ -180,7 +180,7 @@ TEST(OutputBuffer, NeverWritesTwiceWhatLeftBeforeAnException) {
     }
 }
 
-TEST(OutputBuffer, ReportsAFullDiskFromWhateverRunsIntoIt) {
+TEST(OutputBuffer, ReportsAFullDiskFromEveryCallThatWrites) {
     Fd full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
     OutputBuffer buffer(full.get(), OutputBuffer::Parting::anywhere);
     buffer.append(std::string(capacity, 'x'));

@@ -15,7 +15,7 @@ static_assert(std::is_base_of_v<Renderer, Printer>);
 static_assert(std::is_constructible_v<Printer, int, unsigned, bool, bool, bool, unsigned>);
 static_assert(!std::is_copy_constructible_v<Printer> && !std::is_move_constructible_v<Printer>);
 
-/// One function that serves both outputs, as the router listings have it.
+/// One function for both outputs, as in the router listings.
 void printBoth(Printer & printer) {
     StringAttrInfo id(printer, "switchId");
     printer.start();
@@ -63,7 +63,7 @@ TEST(Printer, HasModeOneForTextAndTwoForJson) {
     }
 }
 
-TEST(Printer, TakesTheReservedArgumentsAsTheyCome) {
+TEST(Printer, IgnoresTheReservedArguments) {
     File file;
     Printer printer(file.fd(), 1, false, true, false, 17);
     printer.addFrills("text\n");
@@ -71,7 +71,7 @@ TEST(Printer, TakesTheReservedArgumentsAsTheyCome) {
     EXPECT_EQ(file.content(), "text\n");
 }
 
-TEST(Printer, DoesNotFollowTheStructureInTextMode) {
+TEST(Printer, DoesNotTrackTheStructureInTextMode) {
     EXPECT_EQ(printed(textFormat,
                       [](Printer & printer) {
                           printer.endDict();
@@ -85,7 +85,7 @@ TEST(Printer, DoesNotFollowTheStructureInTextMode) {
               "");
 }
 
-TEST(Printer, RefusesAnotherCountThanThatOfTheAttributes) {
+TEST(Printer, RefusesAWrongAttributeCount) {
     for (unsigned format : {textFormat, compactFormat}) {
         printed(format, [](Printer & printer) {
             Attr32Info number(printer, "n");
@@ -110,7 +110,7 @@ TEST(Printer, RefusesAnAttributeOfAnotherMode) {
     }
 }
 
-TEST(Printer, AddsNoAttributesWhenThereAreNone) {
+TEST(Printer, AddsNoAttributesForACountOfZero) {
     EXPECT_EQ(printed(compactFormat,
                       [](Printer & printer) {
                           printer.start();
@@ -129,7 +129,7 @@ void expectInterrupted(unsigned format, Call call) {
     EXPECT_THROW(call(printer), SigIntException);
 }
 
-TEST(Printer, AsksForTheInterruptInEveryCall) {
+TEST(Printer, ChecksForTheInterruptInEveryCall) {
     for (unsigned format : {textFormat, compactFormat, indentedFormat}) {
         expectInterrupted(format, [](Printer & printer) { printer.addFrills("text"); });
         expectInterrupted(format, [](Printer & printer) { printer.addFrillsUpTo(9, "text"); });
@@ -146,7 +146,7 @@ TEST(Printer, AsksForTheInterruptInEveryCall) {
     }
 }
 
-TEST(Printer, LeavesWholeLinesWhenAListingIsInterrupted) {
+TEST(Printer, AnInterruptedListingEndsWithAWholeLine) {
     CleanInterruptFlag clean;
     File file;
     {
@@ -182,7 +182,7 @@ TEST(Printer, PrintsTenMegabytesThroughAPipe) {
     EXPECT_TRUE(received == expected);
 }
 
-TEST(Printer, WritesNothingWhenItIsDestroyedWithoutAFlush) {
+TEST(Printer, WritesNothingIfItIsDestroyedWithoutAFlush) {
     File file;
     { Printer(file.fd(), textFormat, true, false, true, 0).addFrills("text\n"); }
     EXPECT_EQ(file.content(), "");
@@ -199,7 +199,7 @@ TEST(Printer, ReportsAFullDiskOnFlushAndNeverFromItsDestructor) {
     }
 }
 
-TEST(Printer, ReportsAClosedPipeFromTheCallThatRunsIntoIt) {
+TEST(Printer, ReportsAClosedPipeFromTheCallThatWrites) {
     SignalAction ignored(SIGPIPE, SIG_IGN);
     Pipe pipe;
     pipe.reader.close();

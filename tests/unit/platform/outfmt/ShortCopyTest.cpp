@@ -16,7 +16,7 @@ std::string textOf(std::size_t length) {
     return text;
 }
 
-TEST(ShortCopy, CopiesEveryLengthWhole) {
+TEST(ShortCopy, CopiesEveryLengthCompletely) {
     for (std::size_t length = 0; length <= 100; ++length) {
         std::string const text = textOf(length);
         std::string copy(length, '\0');
@@ -33,7 +33,7 @@ TEST(ShortCopy, ReturnsTheEndOfTheCopy) {
     }
 }
 
-TEST(ShortCopy, LeavesTheBytesAroundTheCopyAlone) {
+TEST(ShortCopy, LeavesTheBytesAroundTheCopyUnchanged) {
     for (std::size_t length = 0; length <= 100; ++length) {
         std::string const text = textOf(length);
         std::string copy(length + 80, ' ');

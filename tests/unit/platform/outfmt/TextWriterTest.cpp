@@ -18,7 +18,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// What one addFrills call prints.
+/// The output of one addFrills call.
 template <class... Args>
 std::string line(FormatString<std::type_identity_t<Args>...> const & format, Args const &... args) {
     return printed(textFormat, [&](Printer & printer) { printer.addFrills(format, args...); });
@@ -40,7 +40,7 @@ T forPrintf(T value) {
     return value;
 }
 
-/// The same format and arguments through the C library, cut after `limit` bytes.
+/// The output of printf for the same format and arguments, cut after `limit` bytes.
 template <class... Args>
 std::string byPrintf(std::size_t limit, std::string_view format, Args const &... args) {
     std::string result(limit + 1, '\0');
@@ -70,7 +70,7 @@ public:
         return result;
     }
 
-    /// All magnitudes alike, since the number of digits is what matters.
+    /// All magnitudes are equally likely, since the number of digits is what matters.
     int number() { return static_cast<int>(engine_()) >> shift_(engine_); }
 
 private:
@@ -80,7 +80,7 @@ private:
     std::uniform_int_distribution<int> shift_{0, 31};
 };
 
-TEST(TextWriter, FormatsWhatPrintfFormats) {
+TEST(TextWriter, FormatsLikePrintf) {
     RandomArguments random;
     for (int round = 0; round < 100; ++round) {
         std::string a = random.text();
@@ -133,11 +133,11 @@ TEST(TextWriter, WritesIntegersOfAllSizes) {
               "     -9223372036854775808|");
 }
 
-TEST(TextWriter, PrintsAllBytesOfATextThatIsNoCString) {
+TEST(TextWriter, PrintsAllBytesOfATextThatIsNotACString) {
     EXPECT_EQ(line("%s|%-5s|%5.2s|\n", "a\0b"sv, "c\0d"sv, "\0\0\0"sv), "a\0b|c\0d  |   \0\0|\n"sv);
 }
 
-TEST(TextWriter, TakesTextInEveryFormThatThePlatformHas) {
+TEST(TextWriter, AcceptsEveryTextTypeOfThePlatform) {
     char buffer[16] = "buffer";
     char const * pointer = "pointer";
     EXPECT_EQ(line("%s %s %s %s %s %s", "literal", buffer, pointer, Vex::String("string"),
@@ -149,7 +149,7 @@ TEST(TextWriter, NeverReadsAnArgumentAsAFormat) {
     EXPECT_EQ(line("%s|%-8s|", "%s%n%d", "100%"), "%s%n%d|100%    |");
 }
 
-/// Stands for the address types: N asterisks.
+/// Takes the place of an address type: writes N asterisks.
 struct Asterisks {
     static constexpr std::size_t maxTextLength = 64;
     std::size_t count;
@@ -160,7 +160,7 @@ struct Asterisks {
     }
 };
 
-TEST(TextWriter, HasAValueWriteItsOwnText) {
+TEST(TextWriter, LetsAValueWriteItsOwnText) {
     EXPECT_EQ(line("%s|%-6s|%6s|", Asterisks{3}, Asterisks{3}, Asterisks{3}), "***|***   |   ***|");
     EXPECT_EQ(line("%-6.2s|%6.2s|%.0s|", Asterisks{3}, Asterisks{3}, Asterisks{3}),
               "**    |    **||");
