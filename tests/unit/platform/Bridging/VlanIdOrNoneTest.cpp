@@ -30,7 +30,7 @@ TEST(VlanIdOrNone, RefusesEverythingElse) {
                                               "1 ", "1\n", "0x1", "1.0", "none", "1-2", "10\0"sv});
 }
 
-TEST(VlanIdOrNone, RefusesGreaterNumbersAsOutOfRange) {
+TEST(VlanIdOrNone, RefusesLargerNumbersAsOutOfRange) {
     valuechecks::expectRefused<VlanIdOrNone, Vex::RangeError>({"65536", "65546", "4294967296"});
 }
 
@@ -49,7 +49,7 @@ TEST(VlanIdOrNone, IsOrderedAsANumber) {
                                                 VlanIdOrNone(32768), VlanIdOrNone(65535)});
 }
 
-TEST(VlanIdOrNone, HashesSpread) {
+TEST(VlanIdOrNone, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(valuechecks::manyValues(
         [](unsigned number) { return VlanIdOrNone(static_cast<U16>(number)); }));
 }

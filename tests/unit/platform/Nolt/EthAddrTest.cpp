@@ -60,7 +60,7 @@ TEST(EthAddr, KeepsItsBytesInTheOrderOfTransmission) {
     EXPECT_EQ(sample.value(), 0x001c730a0b0cU);
 }
 
-TEST(EthAddr, IsMadeOfItsNumber) {
+TEST(EthAddr, IsMadeFromItsNumber) {
     EXPECT_EQ(EthAddr::ofValue(sample.value()), sample);
     EXPECT_EQ(EthAddr({0x02}).value(), 0x020000000000U);
     EXPECT_EQ(EthAddr::ofValue(Vex::U64{0}), EthAddr());
@@ -115,7 +115,7 @@ TEST(EthAddr, RefusesEverythingElse) {
     });
 }
 
-TEST(EthAddr, RefusesEveryWrongByteAtEveryPlace) {
+TEST(EthAddr, RefusesEveryWrongByteAtEveryPosition) {
     for (std::string const good : {"00:1c:73:0a:0b:0c", "00-1c-73-0a-0b-0c", "001c.730a.0b0c"}) {
         for (std::size_t place = 0; place < good.size(); ++place) {
             bool const digit = std::isxdigit(static_cast<unsigned char>(good[place])) != 0;
@@ -156,7 +156,7 @@ TEST(EthAddr, IsOrderedByItsBytes) {
     });
 }
 
-TEST(EthAddr, HashesSpread) {
+TEST(EthAddr, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(
         valuechecks::manyValues([](unsigned number) { return EthAddr::ofValue(number); }));
     valuechecks::expectSpreadHashes(valuechecks::manyValues(

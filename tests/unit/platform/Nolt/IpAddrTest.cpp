@@ -42,8 +42,8 @@ TEST(IpAddr, ReadsAndWritesEveryOctetInEveryPlace) {
 
 TEST(IpAddr, IsReadFromTheStartOfALongerText) {
     for (std::string const quad : {"0.0.0.0", "10.0.0.1", "255.255.255.255"}) {
-        for (std::string const behind : {"\"", ".5\"", "/24\"", " \"", "\\"}) {
-            auto const text = quad + behind;
+        for (std::string const suffix : {"\"", ".5\"", "/24\"", " \"", "\\"}) {
+            auto const text = quad + suffix;
             IpAddr address;
             EXPECT_EQ(IpAddr::readFrom(text.c_str(), address), text.c_str() + quad.size()) << text;
             EXPECT_EQ(address, IpAddr::fromString(quad)) << text;
@@ -51,11 +51,11 @@ TEST(IpAddr, IsReadFromTheStartOfALongerText) {
     }
 }
 
-TEST(IpAddr, NoTextAtAllIsNone) {
+TEST(IpAddr, RefusesANullText) {
     EXPECT_EQ(IpAddr::tryFromString(std::string_view()), std::nullopt);
 }
 
-TEST(IpAddr, AStartThatIsNoQuadIsLeftAlone) {
+TEST(IpAddr, ATextThatDoesNotStartWithAQuadChangesNothing) {
     for (auto const * text : {"", "\"", "1\"", "1.2.3\"", "1.2.3.\"", "1..2.3\"", "01.2.3.4\"",
                               "1.2.3.256\"", "1.2.3.04\"", "99999999999.1.1.1\"", "a.b.c.d\""}) {
         IpAddr address(7);
@@ -130,7 +130,7 @@ TEST(IpAddr, IsOrderedAsAnUnsignedNumber) {
     });
 }
 
-TEST(IpAddr, HashesSpread) {
+TEST(IpAddr, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(
         valuechecks::manyValues([](unsigned number) { return IpAddr(0x0A000000 + number); }));
     valuechecks::expectSpreadHashes(

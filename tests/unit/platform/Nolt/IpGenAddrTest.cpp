@@ -31,7 +31,7 @@ TEST(IpGenAddr, IsEmptyByDefault) {
     valuechecks::expectText(IpGenAddr(), "");
 }
 
-TEST(IpGenAddr, KeepsZeroAddressesApartFromNone) {
+TEST(IpGenAddr, ZeroAddressesDifferFromNone) {
     EXPECT_FALSE(address("0.0.0.0").isNone());
     EXPECT_FALSE(address("::").isNone());
     EXPECT_FALSE(address("0.0.0.0") == IpGenAddr());
@@ -60,7 +60,7 @@ TEST(IpGenAddr, WidensAnIpv4Address) {
     EXPECT_TRUE(narrow < address("::"));
 }
 
-TEST(IpGenAddr, HasAnIpv4AddressOnlyWhenItIsOne) {
+TEST(IpGenAddr, HasAnIpv4AddressOnlyIfItIsOne) {
     EXPECT_TRUE(address("::ffff:10.0.0.1").ipv4() == IpAddr());
     EXPECT_TRUE(IpGenAddr().ipv4() == IpAddr());
 }
@@ -75,7 +75,7 @@ TEST(IpGenAddr, TakesIpv6BytesInTheOrderOfTransmission) {
     valuechecks::expectText(made, "2001:db8:0:2:fe03::17");
 }
 
-TEST(IpGenAddr, KeepsAMappedAddressApartFromTheIpv4One) {
+TEST(IpGenAddr, AMappedAddressDiffersFromTheIpv4Address) {
     EXPECT_EQ(address("::ffff:10.0.0.1").family(), Family::ipv6);
     EXPECT_FALSE(address("::ffff:10.0.0.1") == address("10.0.0.1"));
 }
@@ -124,7 +124,7 @@ TEST(IpGenAddr, MasksIpv6) {
     }
 }
 
-TEST(IpGenAddr, HashesSpread) {
+TEST(IpGenAddr, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(valuechecks::manyValues(
         [](unsigned number) { return IpGenAddr(IpAddr(0x0A000000 + number)); }));
     valuechecks::expectSpreadHashes(valuechecks::manyValues(
@@ -133,7 +133,7 @@ TEST(IpGenAddr, HashesSpread) {
         valuechecks::manyValues([](unsigned number) { return IpGenAddr::ipv6(number, number); }));
 }
 
-TEST(IpGenAddr, HashesFamiliesApart) {
+TEST(IpGenAddr, HashesFamiliesDifferently) {
     std::hash<IpGenAddr> const hash;
     EXPECT_NE(hash(IpGenAddr()), hash(address("0.0.0.0")));
     EXPECT_NE(hash(IpGenAddr()), hash(address("::")));

@@ -103,7 +103,7 @@ TEST(IpGenAddrWithMask, SaysWhatIsAccepted) {
     }
 }
 
-TEST(IpGenAddrWithMask, RefusesALengthThatTheFamilyDoesNotHave) {
+TEST(IpGenAddrWithMask, RefusesALengthAboveTheFamilysBits) {
     expectRange(IpAddr(0x0A000001), 33, "prefix length 33 of '10.0.0.1' is above 32");
     expectRange(IpAddr(0x0A000001), 256 + 24, "prefix length 280 of '10.0.0.1' is above 32");
     expectRange(IpGenAddr::ipv6(0, 1), 129, "prefix length 129 of '::1' is above 128");
@@ -128,7 +128,7 @@ TEST(IpGenAddrWithMask, IsOrderedByAddressThenByLength) {
     });
 }
 
-TEST(IpGenAddrWithMask, HashesSpread) {
+TEST(IpGenAddrWithMask, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(valuechecks::manyValues([](unsigned number) {
         return IpGenAddrWithMask(IpAddr(0x0A000000 + (number >> 5)), number & 31);
     }));

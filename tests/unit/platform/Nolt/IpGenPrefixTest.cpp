@@ -84,7 +84,7 @@ TEST(IpGenPrefix, RefusesEverythingElse) {
     });
 }
 
-TEST(IpGenPrefix, NamesThePrefixThatWasMeant) {
+TEST(IpGenPrefix, NamesThePrefixThatWasProbablyMeant) {
     expectMessage("10.1.2.3/24", "'10.1.2.3/24': expected 10.1.2.0/24, with no bits set beyond "
                                  "the prefix length");
     expectMessage("255.255.255.255/0", "'255.255.255.255/0': expected 0.0.0.0/0, with no bits set "
@@ -158,7 +158,7 @@ TEST(IpGenPrefix, OfNoFamilyOverlapsNothing) {
     }
 }
 
-TEST(IpGenPrefix, OverlapsExactlyThePrefixesOfTheSameBits) {
+TEST(IpGenPrefix, OverlapsExactlyThePrefixesWithTheSameBits) {
     std::mt19937_64 random(9);
     for (int round = 0; round < 2000; ++round) {
         auto const address = randomAddress(random);
@@ -169,7 +169,7 @@ TEST(IpGenPrefix, OverlapsExactlyThePrefixesOfTheSameBits) {
         EXPECT_TRUE(inner.overlaps(IpGenPrefix::covering(address, shorter)));
         EXPECT_TRUE(IpGenPrefix::covering(address, shorter).overlaps(inner));
 
-        // The same address but for the last bit of the shorter prefix.
+        // The same address except for the last bit of the shorter prefix.
         auto const place = bits - shorter;
         IpGenAddr const other =
             bits == 32 ? IpGenAddr(IpAddr(address.ipv4().value() ^ U32{1} << place))
@@ -199,12 +199,12 @@ TEST(IpGenPrefix, IsOrderedByAddressThenByLength) {
     });
 }
 
-TEST(IpGenPrefix, HashesSpread) {
+TEST(IpGenPrefix, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(valuechecks::manyValues(
         [](unsigned number) { return IpGenPrefix(IpAddr(number << 16), 16); }));
 }
 
-TEST(IpGenPrefix, HashesLengthsApart) {
+TEST(IpGenPrefix, HashesLengthsDifferently) {
     std::unordered_set<std::size_t> hashes;
     for (unsigned length = 0; length <= 128; ++length) {
         hashes.insert(std::hash<IpGenPrefix>()(IpGenPrefix(IpGenAddr::ipv6(0, 0), length)));

@@ -23,7 +23,7 @@ IpGenAddr::Ipv6Bytes bytesOf(U64 high, U64 low) {
     return bytes;
 }
 
-/// What the C library writes. It agrees with RFC 5952 but for ::/96, where it writes a
+/// The C library's text form. It agrees with RFC 5952 except for ::/96, where it writes a
 /// dotted quad.
 std::string libraryText(U64 high, U64 low) {
     auto const bytes = bytesOf(high, low);
@@ -31,7 +31,7 @@ std::string libraryText(U64 high, U64 low) {
     return inet_ntop(AF_INET6, bytes.data(), text.data(), text.size());
 }
 
-/// What the C library reads, which takes the same texts.
+/// The C library's reading, which accepts the same texts.
 std::optional<IpGenAddr> libraryRead(std::string const & text) {
     IpGenAddr::Ipv6Bytes bytes{};
     if (inet_pton(AF_INET6, text.c_str(), bytes.data()) != 1) {
@@ -146,7 +146,7 @@ TEST(Ipv6Text, WritesTheRecommendedForm) {
         std::string_view written;
     };
 
-    // The first ones are RFC 5952's own.
+    // The first examples are those of RFC 5952.
     for (auto const & [read, written] : std::vector<Example>{
              {"2001:db8:0:0:1:0:0:1", "2001:db8::1:0:0:1"},
              {"2001:0db8:0:0:1:0:0:1", "2001:db8::1:0:0:1"},

@@ -11,10 +11,11 @@
 #include <unordered_set>
 #include <vector>
 
-/// What every value type promises alike, checked in one way for all of them.
+/// Checks of what all value types guarantee.
 namespace valuechecks {
 
-/// What `write(out)` writes, with a watch on the byte before its room and those after.
+/// The text that `write(out)` writes. Checks that the bytes before and after its room are
+/// unchanged.
 template <class Write>
 std::string written(std::size_t room, Write write) {
     std::string buffer(room + 16, '#');
@@ -26,7 +27,8 @@ std::string written(std::size_t room, Write write) {
     return {out, end};
 }
 
-/// The value has that text, whichever way it is asked for, and is read back from it.
+/// Expects that every writer of `value` writes `text`, and that `value` is read back from
+/// it.
 template <class Value>
 void expectText(Value const & value, std::string_view text) {
     EXPECT_EQ(value.stringValue(), text);
@@ -35,7 +37,7 @@ void expectText(Value const & value, std::string_view text) {
     EXPECT_TRUE(Value::fromString(text) == value) << text;
 }
 
-/// Each text is refused, by both readers, with a message that begins with the text.
+/// Expects that both readers refuse each text, with a message that starts with the text.
 template <class Value, class Error = Vex::ParseError>
 void expectRefused(std::vector<std::string_view> const & texts) {
     for (auto const text : texts) {
@@ -50,7 +52,8 @@ void expectRefused(std::vector<std::string_view> const & texts) {
     }
 }
 
-/// Every two of the values, which are given in ascending order, compare as their places do.
+/// Expects that the values are in ascending order: every pair compares as their positions
+/// do.
 template <class Value>
 void expectAscending(std::vector<Value> const & values) {
     for (std::size_t left = 0; left < values.size(); ++left) {
@@ -62,9 +65,9 @@ void expectAscending(std::vector<Value> const & values) {
     }
 }
 
-/// Equal values hash alike, and these values, all different, fill the slots of a table
-/// that takes its slot from the top 16 bits about as well as random numbers would: these
-/// leave 1/e of the slots empty when there are as many values as slots.
+/// Expects that equal values have equal hashes, and that these distinct values fill a
+/// table that takes its slot from the top 16 bits about as well as random numbers would:
+/// with as many values as slots, those leave 1/e of the slots empty.
 template <class Value>
 void expectSpreadHashes(std::vector<Value> const & values) {
     ASSERT_EQ(values.size(), 65536U);
@@ -80,7 +83,7 @@ void expectSpreadHashes(std::vector<Value> const & values) {
     EXPECT_GT(topSlots.size(), 40000U);
 }
 
-/// The 65536 values that `make` makes of 0 to 65535.
+/// The 65536 results of `make` for 0 to 65535.
 template <class Make>
 auto manyValues(Make make) {
     std::vector<decltype(make(0U))> values;

@@ -7,7 +7,8 @@
 namespace Pelo {
 namespace {
 
-// Computed apart from this code, so that a table written by one build is read by the next.
+// Computed independently of this code, so that each build can read the tables of earlier
+// ones.
 TEST(Checksum, KeepsItsValues) {
     std::array<U64, 3> const words{1, 2, 3};
     EXPECT_EQ(checksum(0, std::span(words).first(1)), 0xe99ff867dbf682c9U);
@@ -28,8 +29,8 @@ TEST(Checksum, EveryChangeOfOneByteChangesIt) {
     }
 }
 
-// All different among themselves: so up to four flipped bits are never made up for.
-TEST(Checksum, EveryTwoFlippedBitsGiveASumOfTheirOwn) {
+// All of these checksums differ, so flipping up to four bits never goes undetected.
+TEST(Checksum, EveryPairOfFlippedBitsGivesADifferentChecksum) {
     std::array<U64, 3> const good{0, 17, 0x5555555555555555};
     std::set<U64> sums;
     std::size_t variants = 0;
@@ -46,14 +47,14 @@ TEST(Checksum, EveryTwoFlippedBitsGiveASumOfTheirOwn) {
     EXPECT_FALSE(sums.contains(checksum(0, good)));
 }
 
-TEST(Checksum, CountsTheOrderOfWordsAndTheSeed) {
+TEST(Checksum, DependsOnTheOrderOfWordsAndTheSeed) {
     std::array<U64, 2> const words{1, 2};
     std::array<U64, 2> const swapped{2, 1};
     EXPECT_NE(checksum(0, words), checksum(0, swapped));
     EXPECT_NE(checksum(0, words), checksum(1, words));
 }
 
-TEST(Checksum, ZerosAreCountedToo) {
+TEST(Checksum, DependsOnTheNumberOfZeroWords) {
     std::array<U64, 3> const zeros{};
     EXPECT_NE(checksum(0, std::span(zeros).first(1)), checksum(3, std::span(zeros).first(2)));
     EXPECT_NE(checksum(1, std::span(zeros).first(2)), checksum(1, std::span(zeros).first(3)));

@@ -10,7 +10,7 @@ namespace {
 
 class Log : public CorruptionLog {};
 
-TEST(CorruptionLog, CountsReportsThatNobodyHears) {
+TEST(CorruptionLog, CountsReportsWithoutAHandler) {
     Log const log;
     EXPECT_EQ(log.corruptions(), 0U);
     log.handleCorruption("one");
@@ -18,7 +18,7 @@ TEST(CorruptionLog, CountsReportsThatNobodyHears) {
     EXPECT_EQ(log.corruptions(), 2U);
 }
 
-TEST(CorruptionLog, PassesEveryReportOn) {
+TEST(CorruptionLog, PassesEveryReportToTheHandler) {
     std::vector<std::string> heard;
     Log log;
     log.corruptionHandlerIs([&](std::string_view message) { heard.emplace_back(message); });

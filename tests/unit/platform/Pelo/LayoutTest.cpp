@@ -35,7 +35,7 @@ TEST(Layout, TheHeaderStartsWithAReadableWord) {
     EXPECT_EQ(std::string_view(reinterpret_cast<char const *>(header.data()), 8), "PeloTabl");
 }
 
-TEST(Layout, AnotherMagicNumberIsNoTable) {
+TEST(Layout, AnotherMagicNumberIsRefused) {
     auto header = makeHeader(format, capacity);
     header[0] = __builtin_bswap64(header[0]);
     EXPECT_EQ(errorOf<TableError>([&] { check(header); }),
@@ -43,7 +43,7 @@ TEST(Layout, AnotherMagicNumberIsNoTable) {
               "0x6c6261546f6c6550");
 }
 
-TEST(Layout, AnotherVersionIsRefusedBeforeItsChecksumIsLookedAt) {
+TEST(Layout, AnotherVersionIsRefusedBeforeItsChecksumIsChecked) {
     auto header = makeHeader(format, capacity);
     header[1] = 2;
     EXPECT_EQ(errorOf<TableError>([&] { check(header); }),
@@ -56,7 +56,7 @@ TEST(Layout, AnotherTagIsRefusedByName) {
               "table 't': holds 'Pelo::Test::Other', expected 'Pelo::Test::Pair'");
 }
 
-TEST(Layout, ATagOfFullLengthHasNoTerminatorAndIsReadWhole) {
+TEST(Layout, ATagOfFullLengthHasNoTerminatorAndIsReadCompletely) {
     std::string const tag(Format::maxTagLength, 'x');
     Format const full{tag, 4, 16};
     auto const header = makeHeader(full, capacity);
@@ -75,13 +75,13 @@ TEST(Layout, OtherSizesOfKeyOrValueAreRefused) {
     EXPECT_THROW(check(makeHeader({format.tag, 5, 15}, capacity)), TableError);
 }
 
-TEST(Layout, ACapacityThatCannotBeIsRefusedThoughTheChecksumIsRight) {
+TEST(Layout, AnImpossibleCapacityIsRefusedEvenWithARightChecksum) {
     EXPECT_EQ(errorOf<CorruptionDetectedException>(
                   [&] { check(makeHeader(format, 0), regionSize(format, 0)); }),
               "table 't', header: 0 slots, expected 1 to 4294967295");
     EXPECT_THROW(check(makeHeader(format, maxCapacity), regionSize(format, maxCapacity)),
                  CorruptionDetectedException);
-    // So many slots that their bytes would wrap around to the size of the file.
+    // So many slots that their size in bytes would wrap around to the size of the file.
     U64 const wrapping = capacity + (U64{1} << 59);
     ASSERT_EQ(regionSize(format, wrapping), regionSize(format, capacity));
     EXPECT_THROW(check(makeHeader(format, wrapping)), CorruptionDetectedException);
@@ -94,7 +94,7 @@ TEST(Layout, AFileOfAnyOtherLengthIsRefused) {
     EXPECT_THROW(check(header, 833), CorruptionDetectedException);
 }
 
-TEST(Layout, AHeaderWithOneWrongBitIsNeverTaken) {
+TEST(Layout, AHeaderWithOneWrongBitIsNeverAccepted) {
     for (std::size_t bit = 0; bit < fixedWords * 64; ++bit) {
         auto header = makeHeader(format, capacity);
         header[bit / 64] ^= U64{1} << (bit % 64);
@@ -108,7 +108,7 @@ TEST(Layout, CountsAreReadBack) {
     }
 }
 
-TEST(Layout, CountsWithOneWrongBitAreNeverTaken) {
+TEST(Layout, CountsWithOneWrongBitAreNeverAccepted) {
     for (std::size_t bit = 0; bit < countsWords * 64; ++bit) {
         auto words = makeCounts({3, 4, false});
         words[bit / 64] ^= U64{1} << (bit % 64);

@@ -28,7 +28,7 @@ TEST(Mapping, SaysWhyAFileCannotBeOpened) {
               "table " + Vex::quoted(path) + ": cannot be opened: No such file or directory");
 }
 
-TEST(Mapping, TakesNothingButARegularFile) {
+TEST(Mapping, AcceptsOnlyARegularFile) {
     TemporaryDirectory const directory;
     auto const pipe = directory.file("pipe");
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -39,7 +39,7 @@ TEST(Mapping, TakesNothingButARegularFile) {
     }
 }
 
-TEST(Mapping, SaysThatADescriptorIsNone) {
+TEST(Mapping, SaysThatADescriptorIsNotOpen) {
     EXPECT_EQ(errorOf<TableError>([] { fileSize(-1, "t"); }),
               "table 't': cannot be examined: Bad file descriptor");
     EXPECT_EQ(errorOf<TableError>([] { duplicate(-1, "t"); }),
@@ -63,7 +63,7 @@ TEST(Mapping, MemoryNeitherShrinksNorGrows) {
     EXPECT_EQ(errno, EPERM);
 }
 
-TEST(Mapping, MemoryMayHaveALongName) {
+TEST(Mapping, MemoryCanHaveALongName) {
     EXPECT_GE(makeMemory(std::string(5000, 'n'), 8).number(), 0);
 }
 
@@ -75,7 +75,7 @@ TEST(Mapping, MappingsOfOneMemoryShareIt) {
     EXPECT_EQ(readable.words()[1], 42U);
 }
 
-TEST(Mapping, ANewFileStandsInItsPlaceOnlyWhenItIsPublished) {
+TEST(Mapping, ANewFileAppearsAtItsPathOnlyWhenItIsPublished) {
     TemporaryDirectory const directory;
     auto const path = directory.file("table");
     {
@@ -100,7 +100,7 @@ TEST(Mapping, ANewFileIsReadableByAllAndWritableByItsOwner) {
     EXPECT_EQ(static_cast<unsigned>(permissions), 0644U);
 }
 
-TEST(Mapping, ANewFileNeedsADirectoryAndAPlace) {
+TEST(Mapping, ANewFileNeedsADirectoryAndCannotReplaceOne) {
     TemporaryDirectory const directory;
     EXPECT_THROW(NewFile(directory.file("absent/table"), 100), TableError);
     std::filesystem::create_directory(directory.file("taken"));
@@ -112,7 +112,7 @@ TEST(Mapping, ANewFileNeedsADirectoryAndAPlace) {
     EXPECT_EQ(filesIn(directory), 1U);
 }
 
-TEST(Mapping, ANewFileThatGetsNoRoomLeavesNothingBehind) {
+TEST(Mapping, ANewFileThatCannotBeAllocatedLeavesNothingBehind) {
     TemporaryDirectory const directory;
     EXPECT_THROW(NewFile(directory.file("table"), U64{1} << 62), TableError);
     EXPECT_EQ(filesIn(directory), 0U);

@@ -29,8 +29,8 @@ bool present(U32 key) {
     return key < keyCount && key % 5 != 0;
 }
 
-// Reads all of the table by walking and by looking up, and expects no value that was not
-// written. Raises what the reader raises.
+// Reads the whole table by walking and by looking up keys, and expects only values that
+// were written. Raises what the reader raises.
 void readAll(PairReader const & reader) {
     U32 met = 0;
     for (auto walk = reader.begin(); walk; ++walk) {
@@ -64,14 +64,14 @@ TEST(PeloReader, OutlivesTheWriterAndItsDescriptor) {
     EXPECT_NO_THROW(readAll(reader));
 }
 
-TEST(PeloReader, NoByteOfTheHeaderCanChangeUnnoticed) {
+TEST(PeloReader, EveryChangedByteOfTheHeaderIsDetected) {
     auto const writer = filled();
     auto const opened = readerOf(writer);
     RawMemory const memory(writer.descriptor());
     for (U64 offset = 0; offset < headerSize; ++offset) {
         memory.flip(offset, 0xFF);
-        // The upper bytes of the generation are as the writer leaves them after so many
-        // changes; the table is good in every generation.
+        // The upper bytes of the generation count past changes; a table is valid in every
+        // generation.
         if (offset > generationOffset && offset < generationOffset + 8) {
             EXPECT_NO_THROW(readFromTheStart(writer)) << offset;
             EXPECT_NO_THROW(readAll(opened)) << offset;
@@ -84,7 +84,7 @@ TEST(PeloReader, NoByteOfTheHeaderCanChangeUnnoticed) {
     }
 }
 
-TEST(PeloReader, NoBitOfASlotCanChangeUnnoticed) {
+TEST(PeloReader, EveryChangedBitOfASlotIsDetected) {
     auto const writer = filled();
     auto const opened = readerOf(writer);
     RawMemory const memory(writer.descriptor());
@@ -102,7 +102,7 @@ TEST(PeloReader, NoBitOfASlotCanChangeUnnoticed) {
     EXPECT_NO_THROW(readAll(opened));
 }
 
-TEST(PeloReader, ALookupIsTruthfulOrRaisesWhateverSlotIsDamaged) {
+TEST(PeloReader, ALookupIsRightOrRaisesWhateverSlotIsDamaged) {
     auto const writer = filled();
     auto const reader = readerOf(writer);
     RawMemory const memory(writer.descriptor());
@@ -121,7 +121,7 @@ TEST(PeloReader, ALookupIsTruthfulOrRaisesWhateverSlotIsDamaged) {
     EXPECT_GE(raised, keyCount * slotSize);
 }
 
-TEST(PeloReader, ASlotInAnotherPlaceIsNoticed) {
+TEST(PeloReader, ASlotInTheWrongPlaceIsDetected) {
     auto const writer = filled();
     RawMemory const memory(writer.descriptor());
     auto const slots = (tableSize(writer) - headerSize) / slotSize;
@@ -134,7 +134,7 @@ TEST(PeloReader, ASlotInAnotherPlaceIsNoticed) {
     }
 }
 
-TEST(PeloReader, ZerosAreNoEmptySlots) {
+TEST(PeloReader, ZerosAreNotEmptySlots) {
     auto const writer = filled();
     RawMemory const memory(writer.descriptor());
     for (U64 place = headerSize; place < tableSize(writer); place += slotSize) {
@@ -145,7 +145,7 @@ TEST(PeloReader, ZerosAreNoEmptySlots) {
     }
 }
 
-TEST(PeloReader, ASlotOfAnEarlierTimeIsMissedAtTheEndOfTheWalk) {
+TEST(PeloReader, AnOutdatedSlotIsDetectedAtTheEndOfTheWalk) {
     auto writer = filled();
     RawMemory const memory(writer.descriptor());
     auto const slots = memory.copy(headerSize, tableSize(writer) - headerSize);
@@ -155,7 +155,7 @@ TEST(PeloReader, ASlotOfAnEarlierTimeIsMissedAtTheEndOfTheWalk) {
               "table 't', slots: 32 live entries, expected 31");
 }
 
-TEST(PeloReader, AStateThatDoesNotExistIsNoticedThoughTheChecksumIsRight) {
+TEST(PeloReader, AnInvalidStateIsDetectedEvenWithARightChecksum) {
     auto const writer = filled();
     Slot<PairSchema> slot;
     slot.stateIs(static_cast<SlotState>(3));
@@ -179,7 +179,7 @@ TEST(PeloReader, ASearchInATableWithoutEmptySlotsEnds) {
     EXPECT_THROW(writer.insert(99, Pair()), CorruptionDetectedException);
 }
 
-TEST(PeloReader, AWalkStandsAtTheEndAfterDamage) {
+TEST(PeloReader, AWalkIsAtTheEndAfterDamage) {
     auto const writer = filled();
     auto const last = tableSize(writer) - 1;
     auto walk = readerOf(writer).begin();
@@ -197,7 +197,7 @@ TEST(PeloReader, AnotherKindOfTableIsRefused) {
     EXPECT_THROW(Reader<LongerValueSchema>::attach(writer.descriptor(), "t"), TableError);
 }
 
-TEST(PeloReader, AFileCutAnywhereIsRefused) {
+TEST(PeloReader, AFileTruncatedAnywhereIsRefused) {
     TemporaryDirectory const directory;
     auto const path = directory.file("table");
     PairWriter::inFile(path).insert(1, Pair::of(1));
@@ -217,7 +217,7 @@ TEST(PeloReader, AFileThatIsTooLongIsRefused) {
     EXPECT_THROW(PairReader::open(path), CorruptionDetectedException);
 }
 
-TEST(PeloReader, AFileCutAfterItWasOpenedIsNoticedBeforeAWalk) {
+TEST(PeloReader, AFileTruncatedAfterOpeningIsDetectedBeforeAWalk) {
     TemporaryDirectory const directory;
     auto const path = directory.file("table");
     PairWriter::inFile(path).insert(1, Pair::of(1));

@@ -10,13 +10,13 @@
 #include <sys/wait.h>
 #include <thread>
 
-/// One who reads while another writes, in processes of their own.
+/// A reader and a writer in separate processes.
 namespace Pelo::Test {
 namespace {
 
 constexpr U64 generationAt = generationWord * 8;
 
-// Runs `work` in a process of its own until this object goes away.
+// Runs `work` in a separate process until this object is destroyed.
 class Process {
 public:
     template <class Work>
@@ -57,7 +57,7 @@ PairWriter filledRegion() {
     return writer;
 }
 
-// Overwrites the stable keys and makes the fleeting ones come and go.
+// Overwrites the stable keys, and inserts and erases the fleeting ones.
 [[noreturn]] void changeForEver(PairWriter & writer) {
     for (U64 round = 1;; ++round) {
         for (U32 key = 0; key < stableKeys; ++key) {
@@ -72,7 +72,7 @@ PairWriter filledRegion() {
     }
 }
 
-TEST(Region, AReaderBesideABusyWriterSeesWholeValuesAndEveryKeyThatStays) {
+TEST(Region, AReaderOfABusyWriterSeesWholeValuesAndEveryKeyThatStays) {
     auto writer = filledRegion();
     auto const reader = readerOf(writer);
     auto const region = Region::attach(writer.descriptor(), "t", formatOf<PairSchema>);
@@ -102,7 +102,7 @@ TEST(Region, AReaderBesideABusyWriterSeesWholeValuesAndEveryKeyThatStays) {
     }
 }
 
-TEST(Region, TablesOpenedWhileTheWriterMovesThemAreWhole) {
+TEST(Region, TablesOpenedWhileTheWriterMovesThemAreComplete) {
     TemporaryDirectory const directory;
     auto const path = directory.file("table");
     auto writer = PairWriter::inFile(path);
@@ -131,7 +131,7 @@ TEST(Region, TablesOpenedWhileTheWriterMovesThemAreWhole) {
     }
 }
 
-TEST(Region, AChangeThatEndsIsWaitedFor) {
+TEST(Region, AReaderWaitsForAChangeThatEnds) {
     auto writer = filledRegion();
     RawMemory const memory(writer.descriptor());
     auto const reader = readerOf(writer);
@@ -160,7 +160,7 @@ TEST(Region, AChangeThatDoesNotEndIsCorruption) {
     EXPECT_EQ(errorOf<Corruption>([&] { readerOf(writer); }), expected);
 }
 
-TEST(Region, AHeaderThatWasDamagedByAChangeIsNoticedAtTheNextRead) {
+TEST(Region, AHeaderDamagedByAChangeIsDetectedAtTheNextRead) {
     auto writer = filledRegion();
     auto const reader = readerOf(writer);
     auto walk = reader.begin();
@@ -171,7 +171,7 @@ TEST(Region, AHeaderThatWasDamagedByAChangeIsNoticedAtTheNextRead) {
               "table 't', header: another header, expected the one that it was opened with");
 }
 
-TEST(Region, AWriterKilledAtAnyMomentLeavesATableThatIsWholeOrRefused) {
+TEST(Region, AWriterKilledAtAnyMomentLeavesATableThatIsCompleteOrRefused) {
     U32 refused = 0;
     U32 whole = 0;
     for (U32 attempt = 0; refused == 0 || whole == 0; ++attempt) {

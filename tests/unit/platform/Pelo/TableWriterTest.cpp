@@ -38,7 +38,7 @@ TEST(TableWriter, ItsTableShowsEveryChange) {
     EXPECT_EQ(table->value(1), Pair());
 }
 
-TEST(TableWriter, ItsTableFollowsWhenItMoves) {
+TEST(TableWriter, ItsTableFollowsAMove) {
     TableWriter<PairTable> writer("t");
     auto const table = writer.table();
     Entries expected;
@@ -51,7 +51,7 @@ TEST(TableWriter, ItsTableFollowsWhenItMoves) {
     EXPECT_EQ(writer.table(), table);
 }
 
-TEST(TableWriter, AWalkUnderWayWhenTheTableMovesEndsInTheOldOne) {
+TEST(TableWriter, AWalkInProgressWhenTheTableMovesEndsInTheOldOne) {
     TableWriter<PairTable> writer("t", 10);
     for (U32 key = 0; key < 10; ++key) {
         writer.insert(key, Pair::of(key));

@@ -12,11 +12,11 @@
 #include <unistd.h>
 #include <vector>
 
-/// Tables of numbers, and the means to damage them, for the tests of this room.
+/// Tables of numbers for the tests in this folder, and ways to damage them.
 namespace Pelo::Test {
 
-/// Two numbers that belong together: `twin` follows from `number`, so half of one value and
-/// half of another do not go for a third.
+/// Two numbers that belong together: `twin` follows from `number`, so that halves of two
+/// different values never form a valid one.
 struct Pair {
     U64 number = 0;
     U64 twin = 0;
@@ -52,7 +52,7 @@ struct OtherTagSchema : PairSchema {
     static constexpr std::string_view tag = "Pelo::Test::Other";
 };
 
-/// The same tag with a value that is one byte longer and takes the same slots.
+/// The same tag with a value that is one byte longer but has slots of the same size.
 struct LongerValueSchema : PairSchema {
     static constexpr U32 valueSize = 17;
 };
@@ -66,7 +66,7 @@ inline PairReader readerOf(PairWriter const & writer) {
     return PairReader::attach(writer.descriptor(), writer.name());
 }
 
-/// The table's bytes, as somebody sees them who knows nothing of tables.
+/// The raw bytes of a table.
 class RawMemory {
 public:
     explicit RawMemory(int descriptor) : descriptor_(descriptor) {}
@@ -85,7 +85,7 @@ public:
                   static_cast<ssize_t>(sizeof value));
     }
 
-    /// Turns over the bits of `mask` in one byte; doing it again undoes it.
+    /// Flips the bits of `mask` in one byte; a second call undoes it.
     void flip(U64 offset, U8 mask) const { put(offset, static_cast<U8>(at(offset) ^ mask)); }
 
     std::vector<U8> copy(U64 offset, U64 size) const {
@@ -104,7 +104,7 @@ private:
     int descriptor_;
 };
 
-/// A directory that goes away with what is in it.
+/// A directory that is removed with its contents.
 class TemporaryDirectory {
 public:
     TemporaryDirectory() {
@@ -126,7 +126,8 @@ private:
     std::filesystem::path path_;
 };
 
-/// What the error of `action` says, which has to be exactly an E; else what happened.
+/// The text of the error that `action` raises, which must be exactly an E; otherwise,
+/// what happened instead.
 template <class E, class Action>
 std::string errorOf(Action && action) {
     try {

@@ -12,7 +12,7 @@ namespace {
 
 using Entries = std::map<U32, Pair>;
 
-// What a reader meets; a key that it meets twice is an error.
+// The contents as a reader sees them; reaching a key twice is an error.
 Entries contents(PairReader const & reader) {
     Entries entries;
     for (auto walk = reader.begin(); walk; ++walk) {
@@ -29,7 +29,7 @@ TEST(PeloWriter, StartsWithAnEmptyTable) {
     EXPECT_TRUE(contents(readerOf(writer)).empty());
 }
 
-TEST(PeloWriter, SaysWhetherAKeyIsNewOrWasThere) {
+TEST(PeloWriter, ReturnsWhetherAKeyIsNew) {
     auto writer = PairWriter::inMemory("t");
     EXPECT_TRUE(writer.insert(1, Pair::of(10)));
     EXPECT_FALSE(writer.insert(1, Pair::of(11)));
@@ -41,10 +41,10 @@ TEST(PeloWriter, SaysWhetherAKeyIsNewOrWasThere) {
     EXPECT_EQ(writer.size(), 1U);
 }
 
-TEST(PeloWriter, DoesWhatAMapDoesUnderAnySequenceOfChanges) {
+TEST(PeloWriter, AgreesWithStdMapUnderRandomChanges) {
     for (unsigned seed = 0; seed < 20; ++seed) {
         std::mt19937 random(seed);
-        // Few keys make many overwrites and erasures, many make the table move.
+        // Few keys cause many overwrites and erasures; many keys make the table move.
         std::uniform_int_distribution<U32> keys(0, seed % 2 ? 40 : 4000);
         std::uniform_int_distribution<int> actions(0, 9);
         auto writer = PairWriter::inMemory("t", seed);
@@ -70,7 +70,7 @@ TEST(PeloWriter, DoesWhatAMapDoesUnderAnySequenceOfChanges) {
     }
 }
 
-TEST(PeloWriter, AnOpenReaderFollowsEveryChange) {
+TEST(PeloWriter, AnOpenReaderSeesEveryChange) {
     auto writer = PairWriter::inMemory("t", 10);
     auto const reader = readerOf(writer);
     writer.insert(1, Pair::of(10));
@@ -91,7 +91,7 @@ TEST(PeloWriter, ADefaultValueIsAValueLikeAnyOther) {
     EXPECT_EQ(readerOf(writer).find(1), Pair());
 }
 
-TEST(PeloWriter, DoesNotMoveBeforeItHoldsWhatItWasMadeFor) {
+TEST(PeloWriter, DoesNotMoveUntilItHoldsTheEntriesItHasRoomFor) {
     for (U32 const entries : {1U, 10U, 11U, 12U, 100U, 1001U}) {
         auto writer = PairWriter::inMemory("t", entries);
         for (U32 key = 0; key < entries; ++key) {
@@ -101,7 +101,7 @@ TEST(PeloWriter, DoesNotMoveBeforeItHoldsWhatItWasMadeFor) {
     }
 }
 
-TEST(PeloWriter, AReaderOfTheOldTableKeepsItWholeAndCanTell) {
+TEST(PeloWriter, AReaderOfTheOldTableKeepsItAndSeesThatItWasReplaced) {
     auto writer = PairWriter::inMemory("t");
     Entries expected;
     auto const reader = readerOf(writer);
@@ -141,7 +141,7 @@ TEST(PeloWriter, ErasedKeysKeepTheirPlacesUntilTheTableMoves) {
     EXPECT_EQ(writer.moves(), 0U);
 }
 
-TEST(PeloWriter, AMoveLeavesTheDeadBehind) {
+TEST(PeloWriter, AMoveLeavesDeadSlotsBehind) {
     auto writer = PairWriter::inMemory("t", 10);
     for (U32 key = 0; key < 10'000; ++key) {
         writer.insert(key, Pair::of(key));
@@ -151,7 +151,7 @@ TEST(PeloWriter, AMoveLeavesTheDeadBehind) {
     EXPECT_EQ(writer.size(), 0U);
 }
 
-// Slots of one table that are in use without a gap, at most.
+// The longest run of used slots.
 U64 longestRun(PairWriter const & writer) {
     RawMemory const memory(writer.descriptor());
     U64 longest = 0;
@@ -166,7 +166,7 @@ U64 longestRun(PairWriter const & writer) {
     return longest;
 }
 
-TEST(PeloWriter, ATableFilledInTheOrderOfAnotherHasNoLongRuns) {
+TEST(PeloWriter, ATableFilledInTheOrderOfABiggerOneHasNoLongRuns) {
     auto source = PairWriter::inMemory("t", 100'000);
     for (U32 key = 0; key < 100'000; ++key) {
         source.insert(key, Pair());
@@ -184,7 +184,7 @@ TEST(PeloWriter, ATableFilledInTheOrderOfAnotherHasNoLongRuns) {
     EXPECT_LT(longest, 1000U);
 }
 
-TEST(PeloWriter, AFileLeadsToTheNewTableAfterAMove) {
+TEST(PeloWriter, APathLeadsToTheNewTableAfterAMove) {
     TemporaryDirectory const directory;
     auto const path = directory.file("table");
     auto writer = PairWriter::inFile(path);
@@ -200,7 +200,7 @@ TEST(PeloWriter, AFileLeadsToTheNewTableAfterAMove) {
     EXPECT_EQ(PairReader::open(path).name(), path);
 }
 
-TEST(PeloWriter, AFileOutlivesItsWriterAndTheNextOneTakesItsPlace) {
+TEST(PeloWriter, AFileOutlivesItsWriterAndTheNextWriterReplacesIt) {
     TemporaryDirectory const directory;
     auto const path = directory.file("table");
     PairWriter::inFile(path).insert(1, Pair::of(1));
@@ -210,13 +210,13 @@ TEST(PeloWriter, AFileOutlivesItsWriterAndTheNextOneTakesItsPlace) {
     EXPECT_EQ(contents(PairReader::open(path)), (Entries{{2, Pair::of(2)}}));
 }
 
-TEST(PeloWriter, RefusesMoreEntriesThanATableCanHave) {
+TEST(PeloWriter, RefusesMoreEntriesThanATableCanHold) {
     EXPECT_EQ(errorOf<TableError>([] { PairWriter::inMemory("t", maxCapacity); }),
               "table 't': cannot hold 4294967296 entries, at most 2147483647");
     EXPECT_THROW(PairWriter::inMemory("t", ~U64{0}), TableError);
 }
 
-TEST(PeloWriter, NoticesDamageWhereItLooks) {
+TEST(PeloWriter, DetectsDamageInTheSlotsItReads) {
     auto writer = PairWriter::inMemory("t");
     for (U64 slot = 0; slot < 16; ++slot) {
         RawMemory(writer.descriptor()).flip(headerSize + slot * slotSize + 10, 1);

@@ -31,7 +31,7 @@ TEST(Seqno32, RefusesEverythingElse) {
                                          "1 ", "1\n", "0x1", "1.0", "1e3", "x", "1\0"sv});
 }
 
-TEST(Seqno32, RefusesGreaterNumbersAsOutOfRange) {
+TEST(Seqno32, RefusesLargerNumbersAsOutOfRange) {
     valuechecks::expectRefused<Seqno32, Vex::RangeError>(
         {"4294967296", "4294967305", "42949672950", "18446744073709551617"});
 }
@@ -51,7 +51,7 @@ TEST(Seqno32, IsOrderedAsANumber) {
                                            Seqno32(4294967295)});
 }
 
-TEST(Seqno32, HashesSpread) {
+TEST(Seqno32, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(
         valuechecks::manyValues([](unsigned number) { return Seqno32(number); }));
 }

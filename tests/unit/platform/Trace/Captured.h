@@ -8,7 +8,7 @@
 
 namespace Trace::test {
 
-/// Levels are the process's: a test starts and ends with all of them off.
+/// Levels are process-wide: a test starts and ends with all of them off.
 struct LevelsOff {
     LevelsOff() { disableAll(); }
 
@@ -18,7 +18,7 @@ struct LevelsOff {
     ~LevelsOff() { disableAll(); }
 };
 
-/// A record that outlives its delivery.
+/// A copy of a record that outlives the delivery.
 struct Delivered {
     std::string handle;
     unsigned level;
@@ -28,7 +28,7 @@ struct Delivered {
     std::string text;
 };
 
-/// The sink of a test, as long as it lives.
+/// Captures the records of a test while it lives.
 class Captured {
 public:
     Captured() {

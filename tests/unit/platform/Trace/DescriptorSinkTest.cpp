@@ -11,7 +11,7 @@
 namespace Trace::test {
 namespace {
 
-/// What the sink writes for these records.
+/// The sink's output for these records.
 template <class... Records>
 std::string written(Records const &... records) {
     int fd = ::memfd_create("trace-test", MFD_CLOEXEC);
@@ -54,7 +54,7 @@ TEST(DescriptorSink, MakesControlCharactersHarmless) {
     EXPECT_EQ(shown("Z\xc3\xbcrich \xe2\x82\xac ~"), "Z\xc3\xbcrich \xe2\x82\xac ~");
 }
 
-TEST(DescriptorSink, IgnoresWhatCannotBeWritten) {
+TEST(DescriptorSink, DropsWhatCannotBeWritten) {
     EXPECT_NO_THROW(descriptorSink(-1)(recordOf("text")));
     int full = ::open("/dev/full", O_WRONLY | O_CLOEXEC);
     EXPECT_NO_THROW(descriptorSink(full)(recordOf("text")));

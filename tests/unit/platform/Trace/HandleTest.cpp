@@ -25,7 +25,7 @@ TEST(Handle, StartsWithAllLevelsOff) {
     EXPECT_EQ(levelsOf(handle), "");
 }
 
-TEST(Handle, EnablesLevelsUpToOne) {
+TEST(Handle, EnablesLevelsUpToAGivenOne) {
     LevelsOff clean;
     Handle handle("test");
     handle.enableUpTo(3);
@@ -53,7 +53,7 @@ TEST(Handle, EnablesSingleLevels) {
     EXPECT_EQ(levelsOf(handle), "1 ");
 }
 
-TEST(Handle, IsReachedWithAllOthers) {
+TEST(Handle, IsConfiguredTogetherWithAllOthers) {
     LevelsOff clean;
     Handle before("before");
     before.enable(9, true);
@@ -66,7 +66,7 @@ TEST(Handle, IsReachedWithAllOthers) {
     EXPECT_EQ(levelsOf(before) + levelsOf(after) + levelsOf(later), "");
 }
 
-TEST(Handle, IsReachedByItsName) {
+TEST(Handle, IsConfiguredByItsName) {
     LevelsOff clean;
     Handle first("same");
     Handle second("same");
@@ -78,7 +78,7 @@ TEST(Handle, IsReachedByItsName) {
     EXPECT_FALSE(enableUpTo("sam", 1));
 }
 
-TEST(Handle, IsForgottenWhenItIsGone) {
+TEST(Handle, IsUnregisteredWhenItIsDestroyed) {
     LevelsOff clean;
     auto handle = std::make_unique<Handle>("gone");
     EXPECT_TRUE(enableUpTo("gone", 1));

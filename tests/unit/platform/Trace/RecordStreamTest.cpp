@@ -57,7 +57,7 @@ TEST(RecordStream, IsEmptyWhenItsLevelIsOff) {
     EXPECT_TRUE(captured.records().empty());
 }
 
-TEST(RecordStream, IsDeliveredOnceAtTheEndOfItsLife) {
+TEST(RecordStream, IsDeliveredOnceWhenItIsDestroyed) {
     LevelsOff clean;
     Captured captured;
     Handle handle("test");
@@ -73,7 +73,7 @@ TEST(RecordStream, IsDeliveredOnceAtTheEndOfItsLife) {
     EXPECT_EQ(captured.records()[0].text, "ab");
 }
 
-TEST(RecordStream, TakesWhatAStreamTakes) {
+TEST(RecordStream, AcceptsEverythingAStreamAccepts) {
     LevelsOff clean;
     Captured captured;
     Handle handle("test");

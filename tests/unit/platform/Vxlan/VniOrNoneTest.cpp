@@ -57,7 +57,7 @@ TEST(VniOrNone, ComparesWithAVni) {
     EXPECT_TRUE(VniOrNone() > Vni(0xFFFFFF));
 }
 
-TEST(VniOrNone, RefusesWhatIsNoVni) {
+TEST(VniOrNone, RefusesEverythingThatIsNotAVni) {
     valuechecks::expectRefused<VniOrNone>({" ", "none", "16777216", "4294967295", "-1", "01", "+1",
                                            "1 ", "0.16", "0.16.256", "0.16.2.0", "0.016.2"});
 }
@@ -68,7 +68,7 @@ TEST(VniOrNone, IsOrderedAsANumber) {
                                              VniOrNone(0xFFFFFFFF)});
 }
 
-TEST(VniOrNone, HashesSpread) {
+TEST(VniOrNone, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(
         valuechecks::manyValues([](unsigned number) { return VniOrNone(number); }));
 }

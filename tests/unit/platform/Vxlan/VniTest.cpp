@@ -122,7 +122,7 @@ TEST(Vni, IsOrderedAsANumber) {
         {Vni(), Vni(1), Vni(9), Vni(10), Vni(4096), Vni(65536), Vni(16777215)});
 }
 
-TEST(Vni, HashesSpread) {
+TEST(Vni, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(
         valuechecks::manyValues([](unsigned number) { return Vni(number); }));
     valuechecks::expectSpreadHashes(

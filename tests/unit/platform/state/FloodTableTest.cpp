@@ -45,24 +45,24 @@ FloodTableWriter filledFloods() {
     return writer;
 }
 
-TEST(FloodTable, GivesBackEveryEntry) {
+TEST(FloodTable, ReturnsEveryEntry) {
     auto const writer = filledFloods();
     EXPECT_EQ(contents(*writer.table()), sampleFloods);
 }
 
-TEST(FloodTable, AKeyThatIsNotThereHasADefaultEntry) {
+TEST(FloodTable, AnAbsentKeyHasADefaultEntry) {
     auto const writer = filledFloods();
     EXPECT_EQ(writer.table()->floodEntry(key(11, "10.0.0.2")), FloodEntry());
     EXPECT_NE(writer.table()->floodEntry(key(11, "10.0.0.1")), FloodEntry());
 }
 
-TEST(FloodTable, ADeadSlotIsMetAndHoldsADefaultEntry) {
+TEST(FloodTable, AWalkReachesADeadSlotWithADefaultEntry) {
     FloodTableWriter writer("flood");
     writer.insert(key(10, "10.0.0.1"), FloodEntry());
     EXPECT_EQ(contents(*writer.table()), (Entries{{key(10, "10.0.0.1"), FloodEntry()}}));
 }
 
-TEST(FloodTable, AnErasedEntryIsNotMet) {
+TEST(FloodTable, AWalkDoesNotReachAnErasedEntry) {
     auto writer = filledFloods();
     auto expected = sampleFloods;
     writer.erase(key(10, "10.0.0.2"));
@@ -70,14 +70,14 @@ TEST(FloodTable, AnErasedEntryIsNotMet) {
     EXPECT_EQ(contents(*writer.table()), expected);
 }
 
-TEST(FloodTable, IsOpenedFromADescriptorAndFromNoOtherTable) {
+TEST(FloodTable, OpensADescriptorUnlessItIsAnotherKindOfTable) {
     Vex::Ptr<FloodTable const> const table = openFloodTable(filledFloods().descriptor(), "copy");
     EXPECT_EQ(contents(*table), sampleFloods);
     HostTableWriter const hosts("hosts");
     EXPECT_THROW(openFloodTable(hosts.descriptor(), "t"), Pelo::TableError);
 }
 
-TEST(FloodTable, NoByteOfTheSlotsCanChangeUnnoticed) {
+TEST(FloodTable, EveryChangedByteOfTheSlotsIsDetected) {
     auto const writer = filledFloods();
 
     struct stat status {};

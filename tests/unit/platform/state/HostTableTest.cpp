@@ -23,7 +23,7 @@ Host host(std::string_view vtep, Vex::U32 moves) {
     return {Nolt::IpAddr::fromString(vtep), moves};
 }
 
-// All hosts as a reader of the published table gets them.
+// All hosts as a reader of the published table sees them.
 Hosts contents(HostTable const & table) {
     Hosts hosts;
     for (HostKey const & met : table) {
@@ -49,25 +49,25 @@ HostTableWriter filledHosts() {
     return writer;
 }
 
-TEST(HostTable, GivesBackEveryHost) {
+TEST(HostTable, ReturnsEveryHost) {
     auto const writer = filledHosts();
     EXPECT_EQ(contents(*writer.table()), sampleHosts);
     EXPECT_EQ(writer.table()->size(), sampleHosts.size());
 }
 
-TEST(HostTable, AKeyThatIsNotThereHasADefaultHost) {
+TEST(HostTable, AnAbsentKeyHasADefaultHost) {
     auto const writer = filledHosts();
     EXPECT_EQ(writer.table()->host(key("02:00:00:00:00:03", 10)), Host());
     EXPECT_EQ(writer.table()->host(key("02:00:00:00:00:02", 11)), Host());
 }
 
-TEST(HostTable, ADeadSlotIsMetAndHoldsADefaultHost) {
+TEST(HostTable, AWalkReachesADeadSlotWithADefaultHost) {
     HostTableWriter writer("hosts");
     writer.insert(key("02:00:00:00:00:01", 10), Host());
     EXPECT_EQ(contents(*writer.table()), (Hosts{{key("02:00:00:00:00:01", 10), Host()}}));
 }
 
-TEST(HostTable, AnErasedHostIsNotMetAndMayComeBack) {
+TEST(HostTable, AWalkDoesNotReachAnErasedHostUntilItIsInsertedAgain) {
     auto writer = filledHosts();
     auto expected = sampleHosts;
     auto const gone = key("02:00:00:00:00:01", 10);
@@ -80,7 +80,7 @@ TEST(HostTable, AnErasedHostIsNotMetAndMayComeBack) {
     EXPECT_EQ(contents(*writer.table()), expected);
 }
 
-TEST(HostTable, AHostErasedUnderAWalkIsADeadSlot) {
+TEST(HostTable, AHostErasedDuringAWalkIsADeadSlot) {
     auto writer = filledHosts();
     for (HostKey const & met : *writer.table()) {
         writer.erase(met);
@@ -137,7 +137,7 @@ TEST(HostTable, IsOpenedFromAFile) {
     EXPECT_THROW(openHostTable(path), Pelo::TableError);
 }
 
-TEST(HostTable, ATableOfFloodEntriesIsNone) {
+TEST(HostTable, ATableOfFloodEntriesIsNotAHostTable) {
     FloodTableWriter const flood("flood");
     try {
         openHostTable(flood.descriptor(), "t");
@@ -148,7 +148,7 @@ TEST(HostTable, ATableOfFloodEntriesIsNone) {
     }
 }
 
-TEST(HostTable, NoByteOfTheSlotsCanChangeUnnoticed) {
+TEST(HostTable, EveryChangedByteOfTheSlotsIsDetected) {
     auto const writer = filledHosts();
 
     struct stat status {};
@@ -165,7 +165,7 @@ TEST(HostTable, NoByteOfTheSlotsCanChangeUnnoticed) {
     EXPECT_EQ(contents(*writer.table()), sampleHosts);
 }
 
-TEST(HostTable, TellsItsHandlerAboutDamage) {
+TEST(HostTable, ReportsDamageToItsHandler) {
     auto const writer = filledHosts();
     std::string heard;
     writer.table()->corruptionHandlerIs([&](std::string_view message) { heard = message; });

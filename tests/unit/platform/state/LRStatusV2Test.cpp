@@ -21,7 +21,7 @@ auto const otherIp = IpGenAddrWithMask::fromString("10.0.0.1/25");
 auto const mac = EthAddr::fromString("02:00:00:00:00:01");
 auto const vtep = IpGenAddr::fromString("10.9.0.1");
 
-/// The ports of an uplink in the order in which they are walked.
+/// The ports of an uplink in iteration order.
 std::string walked(std::vector<PortVlanPairV2> const & pairs) {
     LRIpUplinkPortV2 uplink(ip, mac, vtep);
     for (PortVlanPairV2 const & pair : pairs) {
@@ -36,7 +36,7 @@ std::string walked(std::vector<PortVlanPairV2> const & pairs) {
 
 } // namespace
 
-TEST(LRStatusV2, HasItsNameAndNothingElseAtFirst) {
+TEST(LRStatusV2, InitiallyHasOnlyItsName) {
     auto const status = Vex::makePtr<LRStatusV2>("red");
     EXPECT_EQ(status->name(), "red");
     EXPECT_TRUE(status->route().empty());
@@ -44,7 +44,7 @@ TEST(LRStatusV2, HasItsNameAndNothingElseAtFirst) {
     EXPECT_TRUE(status->ipUplinkPort().empty());
 }
 
-TEST(LRStatusV2, AWriterOverwritesTheEntryOfItsKeyAndTellsSo) {
+TEST(LRStatusV2, AWriterOverwritesTheEntryWithItsKeyAndReportsIt) {
     auto const status = Vex::makePtr<LRStatusV2>("red");
     EXPECT_TRUE(status->ipPortIs(LRIpPortV2(ip, Vxlan::Vni(1), mac, vtep)));
     EXPECT_FALSE(status->ipPortIs(LRIpPortV2(ip, Vxlan::Vni(2), mac, vtep)));
@@ -74,7 +74,7 @@ TEST(LRStatusV2, PortsDifferInEveryField) {
     EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(1), mac, IpGenAddr()));
 }
 
-TEST(LRStatusV2, ANexthopIsThereOnce) {
+TEST(LRStatusV2, ANexthopIsStoredOnce) {
     LRRouteV2 route(prefix);
     EXPECT_TRUE(route.nexthopIs(vtep));
     EXPECT_FALSE(route.nexthopIs(vtep));
@@ -82,14 +82,14 @@ TEST(LRStatusV2, ANexthopIsThereOnce) {
     EXPECT_EQ(route.nexthop().size(), 2U);
 }
 
-TEST(LRStatusV2, APortOfAnUplinkMayCarrySeveralVlans) {
+TEST(LRStatusV2, APortOfAnUplinkCanHaveSeveralVlans) {
     EXPECT_EQ(walked({{"Et1", VlanIdOrNone(7)}, {"Et1", VlanIdOrNone(7)}}), "Et1.7 ");
     std::string const two = walked({{"Et1", VlanIdOrNone(7)}, {"Et1", VlanIdOrNone(8)}});
     EXPECT_NE(two.find("Et1.7 "), two.npos);
     EXPECT_NE(two.find("Et1.8 "), two.npos);
 }
 
-TEST(LRStatusV2, PortsOfAnUplinkAreWalkedInAnOrderOfTheirContentAlone) {
+TEST(LRStatusV2, TheOrderOfAnUplinksPortsDependsOnlyOnTheContent) {
     std::vector<PortVlanPairV2> pairs;
     for (Vex::U16 i = 0; i < 60; ++i) {
         pairs.push_back({Vex::String("Et" + std::to_string(i % 12)), VlanIdOrNone(i)});

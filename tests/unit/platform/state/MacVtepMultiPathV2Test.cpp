@@ -14,7 +14,7 @@ TEST(MacVtepMultiPathV2, IsEmptyOnlyWithoutMacAndVteps) {
     EXPECT_FALSE(!zeroMac);
 }
 
-TEST(MacVtepMultiPathV2, EqualityTakesMacAndTheWholeVtepMap) {
+TEST(MacVtepMultiPathV2, EqualityComparesMacAndAllVteps) {
     MacVtepMultiPathV2 a(EthAddr::fromString("02:00:00:00:00:01"));
     a.vtepIpIs(IpAddr(1), true);
     MacVtepMultiPathV2 b = a;

@@ -36,7 +36,7 @@ TEST(PublishStatus, ASystemIdIsOrderedByTheBytesOfItsAddress) {
     EXPECT_EQ(id("0a:00:00:00:00:01"), id("0A-00-00-00-00-01"));
 }
 
-TEST(PublishStatus, APathHoldsTheLastMount) {
+TEST(PublishStatus, APathHoldsTheLastMountStored) {
     auto const system = Vex::makePtr<SystemPublishedMount>(SystemId());
     system->publishedMountIs(MountDesc("a/b", "Vxlan"));
     system->publishedMountIs(MountDesc("a/c", "Vxlan"));
@@ -48,7 +48,7 @@ TEST(PublishStatus, APathHoldsTheLastMount) {
     EXPECT_FALSE(system->publishedMount().has("a"));
 }
 
-TEST(PublishStatus, PathsAreWalkedInAnOrderOfTheirContentAlone) {
+TEST(PublishStatus, TheOrderOfPathsDependsOnlyOnTheContent) {
     std::vector<std::string> paths;
     paths.reserve(50);
     for (int i = 0; i < 50; ++i) {

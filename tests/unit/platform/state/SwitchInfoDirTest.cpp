@@ -15,7 +15,7 @@ IpGenAddr address(char const * text) {
     return IpGenAddr::fromString(text);
 }
 
-/// The addresses of a switch's VTEPs in the order in which they are walked.
+/// The addresses of a switch's VTEPs in iteration order.
 std::string walked(SwitchInfo const & info) {
     std::string text;
     for (VtepMap const & vtep : info.vtepMap()) {
@@ -45,7 +45,7 @@ TEST(SwitchInfoDir, FindsAVtepByItsAddress) {
     EXPECT_EQ(directory->vtepMap(address("::ffff:10.0.0.1")), nullptr);
 }
 
-TEST(SwitchInfoDir, MakesASwitchAndAVtepOnce) {
+TEST(SwitchInfoDir, CreatesASwitchAndAVtepOnce) {
     auto const directory = Vex::makePtr<SwitchInfoDir>();
     auto const leaf = directory->switchInfoIs("leaf1");
     auto const vtep = directory->vtepMapIs(address("10.0.0.1"));
@@ -55,7 +55,7 @@ TEST(SwitchInfoDir, MakesASwitchAndAVtepOnce) {
     EXPECT_TRUE(vtep->active());
 }
 
-TEST(SwitchInfoDir, AVtepIsNotInServiceAtFirst) {
+TEST(SwitchInfoDir, AVtepIsInitiallyNotInService) {
     auto const vtep = Vex::makePtr<VtepMap>(address("10.0.0.1"));
     EXPECT_FALSE(vtep->active());
     vtep->activeIs(true);
@@ -64,7 +64,7 @@ TEST(SwitchInfoDir, AVtepIsNotInServiceAtFirst) {
     EXPECT_FALSE(vtep->active());
 }
 
-TEST(SwitchInfoDir, ASwitchOfAVtepIsASwitchAndAnInterface) {
+TEST(SwitchInfoDir, ASwitchOfAVtepIsKeyedBySwitchAndInterface) {
     auto const vtep = Vex::makePtr<VtepMap>(address("10.0.0.1"));
     vtep->switchIdIs({"leaf1", "Vxlan1"});
     vtep->switchIdIs({"leaf1", "Vxlan1"});
@@ -76,7 +76,7 @@ TEST(SwitchInfoDir, ASwitchOfAVtepIsASwitchAndAnInterface) {
     EXPECT_FALSE(vtep->switchId().has({"leaf2", "Vxlan2"}));
 }
 
-TEST(SwitchInfoDir, AKeyOfASwitchHoldsTheLastVtep) {
+TEST(SwitchInfoDir, AKeyOfASwitchHoldsTheLastVtepStored) {
     auto const leaf = Vex::makePtr<SwitchInfo>("leaf1");
     auto const first = Vex::makePtr<VtepMap>(address("10.0.0.1"));
     auto const second = Vex::makePtr<VtepMap>(address("10.0.0.1"));
@@ -88,7 +88,7 @@ TEST(SwitchInfoDir, AKeyOfASwitchHoldsTheLastVtep) {
     EXPECT_EQ(leaf->vtepMap().size(), 2U);
 }
 
-TEST(SwitchInfoDir, VtepsOfASwitchAreWalkedInAnOrderOfTheirContentAlone) {
+TEST(SwitchInfoDir, TheOrderOfASwitchsVtepsDependsOnlyOnTheContent) {
     std::vector<IpVtepKeyPair> keys;
     for (Vex::U32 i = 0; i < 40; ++i) {
         keys.push_back({Nolt::IpAddr(0x0A000000 + i / 2), i % 2 == 0 ? "Vxlan1" : "Vxlan2"});

@@ -5,7 +5,7 @@
 using Vxlan::Vni;
 using VxlanController::VniStatusDirV2;
 
-TEST(VniStatusDirV2, FindsAVniOrNothing) {
+TEST(VniStatusDirV2, FindsAVniOrReturnsNull) {
     auto const dir = Vex::makePtr<VniStatusDirV2>();
     auto const ten = dir->vniStatusV2Is(Vni(10));
     EXPECT_EQ(dir->vniStatusV2Is(Vni(10)), ten);

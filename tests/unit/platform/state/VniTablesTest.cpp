@@ -42,7 +42,7 @@ TYPED_TEST(VniTablesTest, AnAbsentMacYieldsTheDefaultEntry) {
     EXPECT_EQ(this->status->macVtepFloodListTable(hostMac), nullptr);
 }
 
-TYPED_TEST(VniTablesTest, AWriterOverwritesTheEntryOfItsKey) {
+TYPED_TEST(VniTablesTest, AWriterOverwritesTheEntryWithItsKey) {
     EXPECT_TRUE(this->status->macVtepIs(MacVtepV2(hostMac, IpAddr(1), 5)));
     EXPECT_FALSE(this->status->macVtepIs(MacVtepV2(hostMac, IpAddr(2), 6)));
     EXPECT_EQ(this->status->macVtepTable(hostMac), MacVtepV2(hostMac, IpAddr(2), 6));
@@ -73,7 +73,7 @@ TYPED_TEST(VniTablesTest, ArpEntriesAreKeyedByTheirAddress) {
     EXPECT_EQ(this->status->arpTable().find(v4)->element().macAddress(), otherMac);
 }
 
-TYPED_TEST(VniTablesTest, EachTableIsFilledWithAllItsEntries) {
+TYPED_TEST(VniTablesTest, EachTableIsFilledWithAllEntriesAtOnce) {
     using VxlanController::VniTables;
     auto const ip = IpGenAddr::fromString("10.0.0.9");
     std::vector<VniTables::MacVtepTable::Slot> unicast;
@@ -94,7 +94,7 @@ TYPED_TEST(VniTablesTest, EachTableIsFilledWithAllItsEntries) {
     EXPECT_EQ(this->status->arpTable().find(ip)->element().macAddress(), hostMac);
 }
 
-TYPED_TEST(VniTablesTest, FillingTellsARepeatedKey) {
+TYPED_TEST(VniTablesTest, FillingReportsARepeatedKey) {
     std::vector<VxlanController::VniTables::MacVtepTable::Slot> unicast;
     for (auto const & key : {hostMac, otherMac, hostMac}) {
         unicast.emplace_back(MacVtepV2(key, IpAddr(1), 2));

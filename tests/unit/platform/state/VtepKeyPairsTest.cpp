@@ -8,7 +8,7 @@ using Nolt::IpAddr;
 using VxlanController::IpVtepKeyPair;
 using VxlanController::SwitchIdVtepKeyPair;
 
-TEST(VtepKeyPairs, AVtepIsToldByAddressAndInterface) {
+TEST(VtepKeyPairs, AVtepIsIdentifiedByAddressAndInterface) {
     IpVtepKeyPair const key{IpAddr(1), "Vxlan1"};
     EXPECT_EQ(key, (IpVtepKeyPair{IpAddr(1), "Vxlan1"}));
     EXPECT_NE(key, (IpVtepKeyPair{IpAddr(2), "Vxlan1"}));
@@ -17,7 +17,7 @@ TEST(VtepKeyPairs, AVtepIsToldByAddressAndInterface) {
     EXPECT_LT(key, (IpVtepKeyPair{IpAddr(1), "Vxlan2"}));
 }
 
-TEST(VtepKeyPairs, ASwitchIsToldByIdentifierAndInterface) {
+TEST(VtepKeyPairs, ASwitchIsIdentifiedByIdentifierAndInterface) {
     SwitchIdVtepKeyPair const key{"leaf1", "Vxlan1"};
     EXPECT_EQ(key, (SwitchIdVtepKeyPair{"leaf1", "Vxlan1"}));
     EXPECT_NE(key, (SwitchIdVtepKeyPair{"leaf2", "Vxlan1"}));
@@ -26,7 +26,7 @@ TEST(VtepKeyPairs, ASwitchIsToldByIdentifierAndInterface) {
     EXPECT_LT(key, (SwitchIdVtepKeyPair{"leaf1", "Vxlan2"}));
 }
 
-TEST(VtepKeyPairs, EqualKeysHashAlikeAndOthersApart) {
+TEST(VtepKeyPairs, EqualKeysHashAlikeAndOthersDifferently) {
     std::hash<IpVtepKeyPair> const ofVtep;
     std::hash<SwitchIdVtepKeyPair> const ofSwitch;
     std::set<std::size_t> hashes;
@@ -40,16 +40,16 @@ TEST(VtepKeyPairs, EqualKeysHashAlikeAndOthersApart) {
     EXPECT_EQ(hashes.size(), 600U);
 }
 
-TEST(VtepKeyPairs, TheTwoTextsOfAKeyDoNotChangePlacesUnnoticed) {
+TEST(VtepKeyPairs, SwappingTheTwoTextsOfAKeyChangesIt) {
     std::hash<SwitchIdVtepKeyPair> const hash;
     EXPECT_NE(hash({"a", "b"}), hash({"b", "a"}));
 }
 
-TEST(VtepKeyPairs, NeighboursDifferInTheTopBitsOfTheirHashes) {
+TEST(VtepKeyPairs, SimilarKeysDifferInTheTopBitsOfTheirHashes) {
     std::set<std::size_t> tops;
     for (Vex::U32 i = 0; i < 256; ++i) {
         tops.insert(std::hash<IpVtepKeyPair>()({IpAddr(i), "Vxlan1"}) >> 56);
     }
-    // 256 throws into 256 places leave about 162 of them hit.
+    // 256 random choices of 256 slots fill about 162 of them.
     EXPECT_GT(tops.size(), 120U);
 }
