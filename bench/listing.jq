@@ -1,4 +1,4 @@
-# What an operator would write in place of the command: the received unicast MACs, sorted.
+# What an operator would write instead of using the command: the received unicast MACs, sorted.
 # keys sorts, and canonical MACs sort as text in the order of their bytes.
 def rows:
   keys[] as $name | .[$name]

@@ -1,4 +1,4 @@
-# What an operator would write in place of the command: the received unicast MACs, sorted.
+# What an operator would write instead of using the command: the received unicast MACs, sorted.
 import json
 import sys
 

@@ -4,10 +4,10 @@ import ipaddress
 
 from random_values import ADDRESSES, MACS, VNIS, random_name, some_of, spelled_mac
 
-# The Ethernet addresses by which systems publish, and a switch is also called by one of them.
+# The Ethernet addresses of publishing systems, which also serve as switch identifiers.
 SYSTEMS = MACS[:4] + MACS[-2:]
 
-# What is nearly an Ethernet address, but none.
+# Texts that are almost, but not quite, Ethernet addresses.
 UNREAD_SWITCH_IDS = [
     "",
     "leaf1",
@@ -36,7 +36,7 @@ ROUTER_NAMES = [
 
 PATH_PREFIX = "vxlancontroller/version2/logicalRouter/"
 
-# Paths where the name of router {} is no name of one that is published.
+# Paths in which the name of router {} does not publish that router.
 OTHER_PATHS = [
     "vxlancontroller/version1/logicalRouter/{}",
     "vxlancontroller/version2/logicalrouter/{}",
@@ -89,7 +89,7 @@ NETWORKS = [
 
 
 def spelled_ip(rng, ip):
-    """An IP address in one of the forms in which it may be written."""
+    """An IP address in one of its valid spellings."""
     return rng.choice(next(forms for forms in ADDRESSES if ip == forms[0]))
 
 
@@ -98,7 +98,7 @@ def some_ips(rng, most):
 
 
 def random_masked(rng):
-    """Up to 6 addresses with mask; now and then one address with two masks."""
+    """Up to 6 addresses with masks; sometimes one address with two masks."""
     masked = {}
     for _ in range(rng.randint(0, 6)):
         forms = rng.choice(ADDRESSES[:12] + ADDRESSES)
@@ -130,7 +130,7 @@ def random_router_port(rng):
 
 
 def random_uplink(rng):
-    # Which of several VLANs would be shown is left open, so all ports have one.
+    # It is undefined which of several VLANs is shown, so all ports have the same one.
     vlan = rng.choice(VLANS)
     ports = []
     for name in some_of(rng, PORT_NAMES, 7):
@@ -151,7 +151,7 @@ def random_router_status(rng):
 
 
 def switch_ids(rng):
-    """Identifiers of switches; several may be one Ethernet address written differently."""
+    """Switch identifiers; several can be one Ethernet address spelled differently."""
     ids = [spelled_mac(rng, rng.choice(SYSTEMS)) for _ in range(rng.randint(2, 8))]
     ids += some_of(rng, UNREAD_SWITCH_IDS, 2)
     if rng.random() < 0.3:
@@ -160,7 +160,7 @@ def switch_ids(rng):
 
 
 def random_switch_vteps(rng, active, inactive):
-    # Which of several active VTEPs a switch would get is left open, so it has one at most.
+    # It is undefined which of several active VTEPs represents a switch, so it has at most one.
     vteps = some_of(rng, inactive, 3)
     if active and rng.random() < 0.8:
         vteps.append(rng.choice(active))
@@ -175,7 +175,7 @@ def random_switch_info(rng):
     active, inactive = vteps[:at], vteps[at:]
     switches = {name: {"vteps": random_switch_vteps(rng, active, inactive)} for name in ids}
 
-    # Who stands behind a VTEP is told on its own, and need not agree with the above.
+    # The switches of a VTEP are listed separately and need not agree with the above.
     claimed = [*ids, spelled_mac(rng, rng.choice(SYSTEMS)), "no such switch"]
     behind = list(dict.fromkeys(claimed))
     info = {
@@ -192,7 +192,7 @@ def random_switch_info(rng):
     if chance < 0.05:
         del info["switches"]
     elif chance < 0.1:
-        # Without VTEPs, no switch can have one.
+        # Without VTEPs, no switch can refer to one.
         info = {"switches": {name: {"vteps": []} for name in ids}}
     return info
 

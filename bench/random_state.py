@@ -1,7 +1,7 @@
-"""Small random states, which are valid and odd.
+"""Small random states that are valid but unusual.
 
-What they hold is picked from few values, so that tables overlap, filters match,
-and every limit is met now and then.
+Their contents are picked from a few values, so that tables overlap, filters match,
+and every limit is reached sometimes.
 """
 
 import json
@@ -15,7 +15,7 @@ PREFERENCES = [0, 0, 1, 127, 128, 255]
 
 CHANGES = [0, 0, 1, 999999999, 1000000000, 2147483647, 2147483648, 4294967295]
 
-# How an entry of the advertised directory may be called that is one of VNI {}.
+# Valid names of an entry of the advertised directory for VNI {}.
 ENTRY_FORMS = [
     "0{}",
     "000000000{}",
@@ -29,7 +29,7 @@ ENTRY_FORMS = [
     "{}\u00e9",
 ]
 
-# Those that start with no number, and those that start with one that is no VNI.
+# Names that do not start with a number, or start with a number that is not a VNI.
 WORD_ENTRIES = ["abc", "", " ", "-", "+-1", "VNI 10", "\u00a010", "%d"]
 
 UNFIT_ENTRIES = [
@@ -44,7 +44,7 @@ UNFIT_ENTRIES = [
 
 
 def random_binding(rng):
-    # All zero means no entry at all where the MAC is zero, and for any EVPN host.
+    # All zeros mean no entry if the MAC is zero too, and for any EVPN host.
     if rng.random() < 0.1:
         return {"vtep": "0.0.0.0", "moves": 0}
     binding = {"vtep": rng.choice(VTEPS)}
@@ -93,7 +93,7 @@ def random_evpn(rng):
     if rng.random() < 0.8:
         evpn["hosts"] = random_vnis(rng, lambda rng: random_table(rng, random_binding))
     if rng.random() < 0.8:
-        # No tunnel ends at 0.0.0.0, so nobody floods to it.
+        # No tunnel ends at 0.0.0.0, so nothing is flooded to it.
         evpn["flood"] = random_vnis(rng, lambda rng: some_of(rng, VTEPS[1:], 7))
     return evpn
 
@@ -112,11 +112,11 @@ def random_received(rng):
 
 
 def entry_names(rng):
-    """Names of entries of the advertised directory, {name: VNI}; several may have one VNI."""
+    """Names of entries of the advertised directory, {name: VNI}; several can share a VNI."""
     names = {str(vni): vni for vni in some_of(rng, VNIS, 4)}
     if rng.random() < 0.5:
         for form in some_of(rng, ENTRY_FORMS, 3):
-            # Rather a VNI that is there already.
+            # Prefer a VNI that exists already.
             vni = rng.choice(list(names.values()) or VNIS)
             names[form.format(vni)] = vni
     if rng.random() < 0.12:
@@ -129,7 +129,7 @@ def entry_names(rng):
 
 
 def parted(rng, macs, parts):
-    """Deal the MACs out to so many lists, none of them to two."""
+    """Divide the MACs among this many lists, each MAC into one list."""
     result = [[] for _ in range(parts)]
     for mac in macs:
         rng.choice(result).append(mac)
@@ -137,11 +137,11 @@ def parted(rng, macs, parts):
 
 
 def agreed(rng, table, bindings):
-    """Let every address of an ARP table have the binding that it has got elsewhere."""
+    """Give every address of an ARP table the binding that it has elsewhere."""
     result = {}
     for ip, entry in table.items():
         address = next(forms[0] for forms in ADDRESSES if ip in forms)
-        # A zero may be written or left out.
+        # A zero can be written or left out.
         same = dict(bindings.setdefault(address, entry))
         if not same.get("changes") and rng.random() < 0.5:
             same["changes"] = 0
@@ -150,7 +150,7 @@ def agreed(rng, table, bindings):
 
 
 def entries_of_one_vni(rng, count, peaceful):
-    """Yield the tables of so many entries. Only if they are peaceful do bindings agree."""
+    """Yield the tables of this many entries. Bindings agree only if `peaceful`."""
     # Which of the entries has the last word on a MAC is left open, so none is in two; but for
     # flood lists, whose VTEPs are put together.
     unicast, multipath = parted(rng, MACS, count), parted(rng, MACS, count)
@@ -171,7 +171,7 @@ def entries_of_one_vni(rng, count, peaceful):
 def random_entries(rng):
     names = entry_names(rng)
     vnis = list(names.values())
-    # Now and then two entries of one VNI disagree on who has an IP address.
+    # Sometimes two entries of one VNI disagree about the owner of an IP address.
     peaceful = rng.random() < 0.75
     tables = {
         vni: entries_of_one_vni(rng, vnis.count(vni), peaceful) for vni in dict.fromkeys(vnis)

@@ -1,4 +1,4 @@
-"""The few values that random states are made of, plain and odd, and how one picks of them."""
+"""The few values, plain and odd, that random states are made of, and how they are picked."""
 
 PLAIN_NAMES = ["leaf1", "leaf2", "leaf10", "Leaf1", "spine-1.example", "00:1c:73:0a:0b:0c"]
 
@@ -20,7 +20,7 @@ ODD_NAMES = [
     "longer-than-every-column-" * 4,
 ]
 
-# A switch may be called like a filter word or like a source that is no switch.
+# A switch can have the name of a filter keyword or of a source that is not a switch.
 CONFUSING_NAMES = ["all", "hsc", "qvx", "evpn", "HSC", "QVX", "EVPN", "switches", "vnis"]
 
 MACS = [
@@ -51,7 +51,7 @@ VTEPS = [
     "255.255.255.255",
 ]
 
-# IPv4, and IPv6 with each of its addresses spelled as it may be.
+# IPv4, and IPv6 with each address in its valid spellings.
 ADDRESSES = [
     ["0.0.0.0"],
     ["1.2.3.4"],
@@ -84,11 +84,11 @@ ADDRESSES = [
 
 
 def long_name(rng):
-    """A name around which the printed row is cut, or far beyond it."""
+    """A name so long that the printed row is cut near its end, or far longer."""
     if rng.random() < 0.5:
         lengths = [960, 966, 972, 973, 977, 978, 979, 1005, 1022, 1023, 1024, 1101, 2500]
         return "x" * rng.choice(lengths)
-    # Two bytes a letter behind an odd or even start: the cut may halve a letter.
+    # Two bytes per letter after an odd or even start, so that the cut can split a letter.
     return "x" * rng.randint(1, 2) + "\u00e9" * rng.choice([480, 486, 510, 511, 600])
 
 
@@ -102,12 +102,12 @@ def random_name(rng):
 
 
 def some_of(rng, values, most):
-    """Up to `most` different ones of the values, in no order."""
+    """Up to `most` different values, in no particular order."""
     return rng.sample(values, rng.randint(0, min(most, len(values))))
 
 
 def spelled_mac(rng, mac):
-    """A MAC in one of the three forms in which one may be written, in either case."""
+    """A MAC in one of its three valid forms, in either case."""
     digits = f"{mac:012x}"
     step, separator = rng.choice([(2, ":"), (2, ":"), (2, "-"), (4, ".")])
     text = separator.join(digits[i : i + step] for i in range(0, 12, step))

@@ -11,7 +11,7 @@ inline constexpr Vex::U32 arpEntries = 1'000'000;
 inline constexpr Vex::U32 wideArpVnis = 1000;
 inline constexpr Vex::U32 wideArpSwitches = 100;
 
-/// The entry that comes n-th in a hash table: scattered, each address once.
+/// The n-th entry in hash order: scattered, with each address once.
 inline VxlanController::ArpEntryV2 scatteredArp(Vex::U32 n) {
     Vex::U32 const scattered = n * 2654435761U;
     auto const ip = n % 4 == 0 ? Nolt::IpGenAddr::ipv6(0x2001'0db8'0000'0000U, scattered)

@@ -1,6 +1,6 @@
 """The parts of bench/compare.
 
-Measuring starts programs and times them, tools knows which programs there are, snapshots
-makes what they read. Comparison, targets and plot are what is done with them, one module for
-each way to call bench/compare.
+Module measuring starts programs and times them, tools knows the programs, snapshots makes
+their input. The modules comparison, targets and plot use these, one for each way to call
+bench/compare.
 """

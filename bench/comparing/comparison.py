@@ -1,4 +1,4 @@
-"""One snapshot: `vxshow mac received` beside the floor, jq and Python listing the same."""
+"""One snapshot: `vxshow mac received` against the floor, jq and Python listing the same."""
 
 import os
 
@@ -15,7 +15,7 @@ AGAINST = {
 
 
 class Comparison:
-    """The programs by short name, timed, and how many rows each of them lists."""
+    """The timed programs by short name, and the number of rows that each of them lists."""
 
     def __init__(self, snapshot, programs, rows):
         self.bytes = os.path.getsize(snapshot)
@@ -90,7 +90,7 @@ def compare(measuring, tools, snapshot, turns):
 
 
 def text_and_floor(measuring, tools, snapshot, repeats=1):
-    """vxshow and the floor, found to write the same text, and yet to be timed."""
+    """vxshow and the floor, checked to write the same text but not yet timed."""
     text = tools.text(snapshot, repeats)
     floor = tools.floor_text(snapshot, repeats)
     ours = measuring.listing(text, "text")

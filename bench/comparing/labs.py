@@ -1,4 +1,4 @@
-"""The labs that live sources are measured on, set up and taken down."""
+"""Sets up and takes down the labs on which live sources are measured."""
 
 import json
 import os
@@ -28,7 +28,7 @@ def ovsdb_lab(*words):
 
 
 def _report(failures, exception):
-    """Refuses when labs did not go down; not over an exception that is under way."""
+    """Raises a Refusal if labs did not go down, unless an exception is already being handled."""
     if failures and exception is None:
         raise Refusal("; ".join(failures))
     for failure in failures:
@@ -36,12 +36,12 @@ def _report(failures, exception):
 
 
 class Scratch:
-    """A folder for labs and for what is written, gone with the block; it stays when a lab in it
-    did not go down, which needs its files for that."""
+    """A folder for labs and output, removed at the end of the block. It is kept if a lab in it
+    did not go down, since the lab needs its files for that."""
 
     def __enter__(self):
         self._path = tempfile.mkdtemp(prefix="vx")
-        # The daemons of FRR run as a user of their own.
+        # The FRR daemons run as their own user.
         os.chmod(self._path, 0o755)
         return self._path
 
@@ -54,14 +54,14 @@ class Scratch:
             shutil.rmtree(self._path)
 
     def _is_lab(self, name):
-        """A lab has a file that goes last when it goes down."""
+        """A lab has a file that is removed last when it goes down."""
         return any(
             os.path.exists(os.path.join(self._path, name, mark)) for mark in ("lab.json", "made")
         )
 
 
 class Databases:
-    """Servers of databases, gone with the block."""
+    """Database servers, stopped at the end of the block."""
 
     def __init__(self):
         self._folders = []
@@ -79,7 +79,7 @@ class Databases:
         _report(failures, kind)
 
     def single(self, folder, macs, vnis, seed=1):
-        """The remote of one server with so many MAC addresses."""
+        """The remote of one server with this many MAC addresses."""
         file = folder + ".db"
         ovsdb_lab("make", file, "--vnis", str(vnis), "--macs", str(macs), "--seed", str(seed))
         return self._up("single", folder, file)
@@ -105,10 +105,10 @@ class Databases:
 
 
 class Evpn:
-    """Three VTEPs that run FRR, gone with the block."""
+    """Three VTEPs that run FRR, taken down at the end of the block."""
 
     def __init__(self, folder):
-        # Namespaces and path spaces are the machine's, so that two measurings need two names.
+        # Namespaces and path spaces are machine-wide, so two measurements need two names.
         self._prefix = f"bench{os.getpid()}-"
         self._environment = {
             **os.environ,
@@ -137,7 +137,7 @@ class Evpn:
 
 
 def logical_switches(remote):
-    """Their names, from the server itself."""
+    """The names of the logical switches, as the server itself reports them."""
     request = [
         "hardware_vtep",
         {"op": "select", "table": "Logical_Switch", "where": [], "columns": ["name"]},

@@ -1,4 +1,4 @@
-"""No time is quoted unless the programs have listed the same.
+"""Checks that programs list the same; no time is quoted otherwise.
 
 vxshow and the floor are compared to the byte, jq and Python row by row. The floor and the two
 scripts are made for the received MACs of `bench/make-state switches` and `one-vni`; on other
@@ -43,7 +43,7 @@ def _digits_alone(row, separator):
 
 
 def require_same_rows(one, other):
-    """Each of the two is a title and its rows."""
+    """Each of the two arguments is a title and its rows."""
     pairs = itertools.zip_longest(one[1], other[1])
     for number, (mine, theirs) in enumerate(pairs, 1):
         if mine != theirs:
@@ -51,7 +51,7 @@ def require_same_rows(one, other):
 
 
 def require_rows(title, path, entries):
-    """For what nothing else lists: no entry is left out, each being a line or more."""
+    """For a listing that no other program makes: each entry must take at least one line."""
     with open(path, "rb") as file:
         lines = sum(1 for _ in file)
     if lines < entries:

@@ -1,4 +1,4 @@
-"""How fast live sources are to be shown, and are: each against what its own client takes."""
+"""The targets for live sources, each measured against the time of the source's own client."""
 
 import os
 import re
@@ -12,22 +12,22 @@ from comparing.report import Report
 
 ROWS = "database", "evpn", "many", "cluster"
 
-# So many sources vxshow reads at once.
+# The number of sources that vxshow reads in parallel.
 AT_ONCE = 16
 
 
 def cores():
-    """Those that this process and what it runs may use."""
+    """The number of processors that this process and its children can use."""
     return len(os.sched_getaffinity(0))
 
 
 def rounds(sources):
-    """In how many times the time of one source so many can be read, all processors at work."""
+    """The least time for this many sources, as a multiple of one source, using all processors."""
     return max(1, sources / min(cores(), AT_ONCE))
 
 
 def count(path, pattern):
-    """How often the pattern stands in what a program wrote."""
+    """The number of matches of the pattern in a program's output."""
     with open(path, encoding="utf-8", errors="replace") as file:
         return len(re.findall(pattern, file.read(), re.MULTILINE))
 
@@ -61,7 +61,7 @@ class Live:
         return Program(title, [self._vxshow, *words])
 
     def _timed(self, *programs):
-        """What each writes first, then its times."""
+        """Runs each program once for its output, whose path is returned, then times them."""
         paths = []
         for number, program in enumerate(programs):
             paths.append(self._measuring.listing(program, f"listing{number}"))
@@ -152,7 +152,7 @@ class Live:
         )
 
     def _advertised(self, title, space, command="vtysh"):
-        """vxshow listing the MACs that the daemon behind a path space has heard of."""
+        """vxshow listing the MACs that the daemon of a path space has learned from others."""
         fabric = self._path(f"{os.path.basename(command)}.toml")
         with open(fabric, "w", encoding="ascii") as file:
             file.write(
@@ -162,7 +162,7 @@ class Live:
         return self._shown(title, "--fabric", fabric, "mac", "advertised")
 
     def _recorded(self, space):
-        """What one listing of those runs."""
+        """The client runs of one such listing."""
         recording = Recording("vtysh", self._folder)
         program = self._advertised("vxshow mac advertised", space, recording.program)
         self._measuring.listing(program, "recorded")

@@ -1,8 +1,8 @@
-"""Tables as the pages have them."""
+"""Tables in the form that the pages use."""
 
 
 def table(alignments, *rows):
-    """The lines of a table; the first row is its head. l is left, r is right."""
+    """The lines of a table; the first row is the header. Alignment: l is left, r is right."""
     rules = ["---" if alignment == "l" else "---:" for alignment in alignments]
     lines = ["| " + " | ".join(row) + " |" for row in rows]
     lines.insert(1, "|" + "|".join(rules) + "|")

@@ -1,6 +1,6 @@
-"""Whole processes, from their start to their end, since that is what an operator waits for.
+"""Times whole processes from start to end, since that is what an operator waits for.
 
-Programs that are compared take turns, so that a busy spell of the machine falls on all of them.
+Programs that are compared take turns, so that a busy moment of the machine affects them all.
 """
 
 import os
@@ -14,7 +14,7 @@ from comparing.refusal import Refusal
 
 
 class Program:
-    """A command, and what its runs took: `repeats` of them in each turn."""
+    """A command and the times of its runs, `repeats` of them in each turn."""
 
     def __init__(self, title, command, repeats=1):
         self.title = title
@@ -38,7 +38,7 @@ class Program:
 
 
 class Measuring:
-    """Runs programs; everything that they write goes to files in one folder."""
+    """Runs programs, with their output in files in one folder."""
 
     def __init__(self, folder):
         self.folder = folder
@@ -49,10 +49,10 @@ class Measuring:
             raise Refusal("no GNU time: install the package time")
 
     def listing(self, program, name):
-        """The first run, which is not timed: the file of what the program writes.
+        """Makes the first run, which is not timed; returns the path of the program's output.
 
-        What the system says of a child's memory includes that of the process that started it,
-        and a Python process is larger than vxshow on a small snapshot. So this run is started
+        The memory that the system reports for a child includes that of its parent process,
+        and a Python process is larger than vxshow with a small snapshot. So this run is started
         by GNU time, which is small.
         """
         peak = os.path.join(self.folder, "peak")
@@ -64,7 +64,7 @@ class Measuring:
         return path
 
     def take_turns(self, programs, turns):
-        """Time the programs, one after the other, again and again."""
+        """Time the programs in turn, one after the other."""
         path = os.path.join(self.folder, "output")
         for _ in range(turns):
             for repeat in range(max(program.repeats for program in programs)):
@@ -77,13 +77,13 @@ class Measuring:
         seconds, used = self._run(program.title, program.command, path)
         program.wall.append(seconds)
         program.processor.append(used.ru_utime + used.ru_stime)
-        # What is less than that of this process may be that of this process.
+        # A value below this process's own memory can be that of this process.
         if used.ru_maxrss > resource.getrusage(resource.RUSAGE_SELF).ru_maxrss:
             program.kib = max(program.kib, used.ru_maxrss)
 
     def _run(self, title, command, path):
         errors_path = os.path.join(self.folder, "errors")
-        # The last run's output is gone before the clock starts.
+        # The previous run's output is removed before the clock starts.
         with open(path, "wb") as output, open(errors_path, "wb") as errors:
             files = [
                 (os.POSIX_SPAWN_OPEN, 0, os.devnull, os.O_RDONLY, 0),

@@ -10,7 +10,7 @@ from comparing.refusal import Refusal
 
 SIZES = (10_000, 30_000, 100_000, 300_000, 1_000_000, 3_000_000, 10_000_000)
 
-# What is over in milliseconds runs more often.
+# Runs that take only milliseconds are repeated more often.
 SMALL = 300_000
 SMALL_REPEATS = 10
 
@@ -96,7 +96,7 @@ class Plot:
             last=sizes[-1] * 1.5,
         )
         text = "\n".join(["$measured << end", *points, "end", script])
-        # -d: the settings of whoever runs this are not part of the picture.
+        # -d: ignore the personal gnuplot settings.
         drawn = subprocess.run(
             [_gnuplot(), "-d", "-"],
             input=text.encode(),
@@ -115,7 +115,7 @@ class Plot:
 
 
 def require_drawing(path):
-    """Better said before measuring takes minutes."""
+    """Refuses before measuring, which takes minutes."""
     _gnuplot()
     folder = os.path.dirname(path) or "."
     taken = os.path.isdir(path) or (os.path.exists(path) and not os.access(path, os.W_OK))

@@ -1,4 +1,4 @@
-"""What vxshow runs of its client, word by word, so that the client can be timed at the same."""
+"""Records the client commands that vxshow runs, so that the client can be timed on them."""
 
 import json
 import os
@@ -21,7 +21,7 @@ def executable(path, text):
 
 
 class Recording:
-    """A program that does what the client does, and notes its words."""
+    """A program that runs the client and records its arguments."""
 
     def __init__(self, client, folder):
         self._client = client
@@ -31,12 +31,12 @@ class Recording:
         self.program = executable(os.path.join(folder, "recording"), script)
 
     def runs(self):
-        """The commands so far."""
+        """The commands recorded so far."""
         with open(self._log, encoding="utf-8") as file:
             return [[self._client, *json.loads(line)] for line in file]
 
     def replay(self):
-        """A program that does all of them, one after the other."""
+        """A program that runs all of them, one after the other."""
         *others, last = map(shlex.join, self.runs())
         lines = ["#!/bin/sh", "set -e", *others, "exec " + last, ""]
         return executable(os.path.join(self._folder, "replay"), "\n".join(lines))

@@ -1,4 +1,4 @@
-"""Why nothing is measured."""
+"""The error that ends a measurement."""
 
 
 class Refusal(Exception):

@@ -1,4 +1,4 @@
-"""What is printed about the targets: the table of them, and the figures behind it."""
+"""The printed report: the table of targets and the figures behind it."""
 
 from comparing import markdown
 
@@ -25,14 +25,14 @@ class Report:
         self._targets.append(row)
 
     def row(self, *cells):
-        """A target that is no number."""
+        """Adds a row whose target is not a number."""
         self._targets.append(cells)
 
     def compared(self, title, comparison):
         self._comparisons.append((title, comparison))
 
     def measured(self, snapshot, entries, program):
-        """Notes what a program took, and returns the seconds per entry."""
+        """Records the figures of a program; returns its seconds per entry."""
         per_entry = program.seconds / entries
         row = (
             snapshot,

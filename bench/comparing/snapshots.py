@@ -1,4 +1,4 @@
-"""Snapshots, each there for as long as it is measured."""
+"""Snapshots, each of which exists only while it is measured."""
 
 import contextlib
 import os
@@ -12,7 +12,7 @@ from comparing.tools import BENCH
 
 @contextlib.contextmanager
 def made(folder, kind, **sizes):
-    """The path of what `bench/make-state KIND --SIZE N ...` writes."""
+    """The path of a snapshot from `bench/make-state KIND --SIZE N ...`."""
     options = [word for name, size in sizes.items() for word in (f"--{name}", str(size))]
     print("with:", kind, *options, file=sys.stderr, flush=True)
     handle, path = tempfile.mkstemp(".json", dir=folder)
@@ -27,7 +27,7 @@ def made(folder, kind, **sizes):
 
 
 def grid(entries):
-    """The sizes for `make-state switches` of a state of about as many entries, ten to a table."""
+    """The sizes for `make-state switches` that give about this many entries, ten to a table."""
     tables = max(1, entries // 10)
     switches = min(100, tables)
     return {"switches": switches, "vnis": tables // switches, "macs": 10}

@@ -1,4 +1,4 @@
-"""How fast vxshow is to be, measured against what the same machine can do at that moment."""
+"""The speed targets for vxshow, relative to what the same machine can do at that moment."""
 
 import contextlib
 import os
@@ -7,12 +7,12 @@ from comparing import listings, snapshots
 from comparing.comparison import compare, text_and_floor
 from comparing.report import Report
 
-# What small snapshots take is little more than the start of a process, and varies as much.
+# Small snapshots take little more than a process start, and vary as much.
 SMALL_REPEATS = 10
 TEN_ENTRIES_REPEATS = 20
 
-# Every listing of these has as many tables as large as the received MACs that it is held
-# against, since what sorting costs grows with the table.
+# Each of these listings has tables of the same number and size as the received MACs that it
+# is compared with, since the cost of sorting grows with the table.
 TABLES = 100
 
 

@@ -1,4 +1,4 @@
-"""The programs that are measured, and how they are started."""
+"""The measured programs and their command lines."""
 
 import os
 import sys
@@ -10,7 +10,7 @@ BENCH = os.path.dirname(os.path.dirname(os.path.realpath(__file__)))
 
 
 class Tools:
-    """vxshow and the floor of one folder, and what they are measured against."""
+    """vxshow and the floor in one folder, and the programs they are compared with."""
 
     def __init__(self, folder):
         self._folder = os.path.abspath(folder)
@@ -49,8 +49,8 @@ class Tools:
 
     @staticmethod
     def python(snapshot):
-        # What `python3` starts may be a launcher script, whose start is not what is measured.
-        # -E: a PYTHONUNBUFFERED of the caller would cost a system call per column.
+        # `python3` can be a launcher script, whose start must not be measured.
+        # -E: the caller's PYTHONUNBUFFERED would cost a system call per column.
         script = os.path.join(BENCH, "listing.py")
         return Program("Python", [sys.executable, "-E", script, snapshot])
 

@@ -8,7 +8,7 @@
 
 namespace bench::floor {
 
-/// Text on its way out: appended by hand, written in one call per mebibyte.
+/// An output buffer: the caller appends text, and one call writes each mebibyte.
 class Output {
 public:
     Output() : buffer_(size) {}
@@ -21,12 +21,12 @@ public:
         return buffer_.data() + at_;
     }
 
-    /// What was put there ends here.
+    /// Sets the end of the text that was written into the room.
     void end(char const * end) { at_ = static_cast<std::size_t>(end - buffer_.data()); }
 
     void put(std::string_view text);
 
-    /// Ends the process when the output cannot be written.
+    /// Ends the process if the output cannot be written.
     void flush();
 
 private:

@@ -3,8 +3,8 @@
 
 #include <unistd.h>
 
-/// The compact JSON of `mac received`. Names are put as they are: those that are measured need
-/// no escapes.
+/// The compact JSON of `mac received`. Names are written unchanged: the measured ones need no
+/// escapes.
 namespace {
 
 namespace floor = bench::floor;

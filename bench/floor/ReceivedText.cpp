@@ -10,7 +10,7 @@ namespace {
 
 namespace floor = bench::floor;
 
-/// Blanks up to `column`, and one more.
+/// Pads with spaces up to `column`, and adds one more.
 char * padded(char * begin, char * end, std::size_t column) {
     auto const length = static_cast<std::size_t>(end - begin);
     std::size_t const blanks = (length < column ? column - length : 0) + 1;

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-/// The floor: how fast the listing of received MAC addresses can be on this machine when
-/// nothing else is asked for. No model, no collections, no filters and no checks: packed rows
-/// in vectors, sorted in place, formatted by hand. It reads the states that are measured, whose
-/// switches have unicast tables and nothing else, and is of no other use.
+/// The floor: how fast the listing of received MAC addresses can be on this machine if it
+/// does nothing else. No model, no collections, no filters and no checks: packed rows in
+/// vectors, sorted in place, formatted by hand. It reads only the measured states, whose
+/// switches have nothing but unicast tables, and has no other use.
 namespace bench::floor {
 
 /// One MAC address of one VNI.
@@ -32,7 +32,7 @@ struct Switch {
     std::size_t vniCount;
 };
 
-/// All that is listed, in the order of the listing.
+/// All listed rows, in the order of the listing.
 struct Rows {
     std::vector<Switch> switches;
     std::vector<Vni> vnis;

@@ -15,7 +15,7 @@ inline constexpr Vex::U32 wideVnis = 1000;
 inline constexpr Vex::U32 wideMacs = 10;
 inline constexpr Vex::U32 deepMacs = 1'000'000;
 
-/// The MAC address that comes n-th in a hash table: scattered, each number once.
+/// The n-th MAC address in hash order: scattered, with each number once.
 inline Nolt::EthAddr scatteredMac(Vex::U32 n) {
     Vex::U32 const scattered = n * 2654435761U;
     auto const byte = [&](int shift) { return static_cast<Vex::U8>(scattered >> shift); };

@@ -15,9 +15,9 @@
 #include <random>
 #include <vector>
 
-/// The ordered collection by itself: filled in key order and scattered, looked up, walked
-/// and let go. A run works on as many tables side by side as make up a million entries, as
-/// a command does: what counts of a small table is that there are very many of them. The
+/// The ordered collection alone: filled in key order and in scattered order, looked up,
+/// walked and destroyed. Like a command, a run works on as many tables at a time as make
+/// up a million entries, since small tables matter because there are so many of them. The
 /// item is one entry.
 namespace {
 
@@ -182,7 +182,7 @@ void destroy(benchmark::State & run) {
     perEntry(run);
 }
 
-/// Heap bytes an entry takes, the entity included where there is one, the map itself not.
+/// Heap bytes per entry, including its entity, if any, but not the map itself.
 template <class Map>
 void memory(benchmark::State & run) {
     std::size_t taken = 0;

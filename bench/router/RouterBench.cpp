@@ -5,8 +5,8 @@
 
 #include <fcntl.h>
 
-/// The logical-router commands. A command keeps what it has collected, so each round renders a
-/// new one.
+/// The logical-router commands. A command keeps what it has collected, so each iteration
+/// renders a new one.
 namespace {
 
 namespace Cli = VxlanController::Cli;

@@ -21,8 +21,8 @@ inline Vex::String routerName(Vex::U32 n) {
     return "tenant-" + std::to_string(n);
 }
 
-/// The route that comes n-th in a hash table: a scattered /24 or /64, each network once; every
-/// eighth one is of IPv6, every fourth one has four equal-cost nexthops.
+/// The n-th route in hash order: a scattered /24 or /64, with each network once; every eighth
+/// one is IPv6, every fourth one has four equal-cost nexthops.
 inline VxlanController::LRRouteV2 scatteredRoute(Vex::U32 n) {
     Vex::U32 const scattered = (n * 2654435761U) & 0x00FF'FFFFU;
     auto const address = n % 8 == 0 ? Nolt::IpGenAddr::ipv6(0x2001'0db8'0000'0000U + scattered, 0)
@@ -34,7 +34,7 @@ inline VxlanController::LRRouteV2 scatteredRoute(Vex::U32 n) {
     return route;
 }
 
-/// The directory of router status: `routes` dealt out to `routers`.
+/// The directory of router status: `routes` divided among `routers`.
 inline Vex::Ptr<Vex::Dir> routedRouters(Vex::U32 routers) {
     auto const directory = Vex::makePtr<Vex::Dir>();
     Vex::U32 const each = routes / routers;
@@ -58,7 +58,7 @@ inline VxlanController::LRIpUplinkPortV2 uplinkOf(Vex::U32 router) {
     return uplink;
 }
 
-/// Ten IP ports and one uplink port a router.
+/// Ten IP ports and one uplink port per router.
 inline Vex::Ptr<Vex::Dir> portedRouters() {
     auto const directory = Vex::makePtr<Vex::Dir>();
     for (Vex::U32 number = 0; number < manyRouters; ++number) {
@@ -74,7 +74,7 @@ inline Vex::Ptr<Vex::Dir> portedRouters() {
     return directory;
 }
 
-/// What is known of the switches: one active VTEP each.
+/// The switch information: one active VTEP for each switch.
 inline Vex::Ptr<VxlanController::SwitchInfoDir> routerSwitchInfo() {
     auto const directory = Vex::makePtr<VxlanController::SwitchInfoDir>();
     for (Vex::U32 number = 0; number < routerSwitches; ++number) {
@@ -88,7 +88,7 @@ inline Vex::Ptr<VxlanController::SwitchInfoDir> routerSwitchInfo() {
     return directory;
 }
 
-/// What the switches publish: every router on ten of them.
+/// What the switches publish: each router on ten of them.
 inline Vex::Ptr<Statestore::PublishStatus> publishedRouters() {
     auto const status = Vex::makePtr<Statestore::PublishStatus>();
     for (Vex::U32 number = 0; number < manyRouters; ++number) {
