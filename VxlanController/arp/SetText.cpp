@@ -1,4 +1,5 @@
 #include "VxlanController/arp/ArpTableRenderer.h"
+#include "VxlanController/arp/Columns.h"
 #include "VxlanController/arp/SetOutput.h"
 
 namespace VxlanController {
@@ -6,8 +7,11 @@ namespace [[gnu::visibility("default")]] Cli {
 
 namespace {
 
-constexpr char arpRule[] =
-    "-------------------------------------------------------------------------\n";
+/// The rule under the title is as wide as the received table, for both tables.
+void printHeader(outfmt::Printer & printer, char const * title, TextTable const & table) {
+    printer.addFrills("%s\n%s\n", title, receivedArpTable.rule);
+    printer.addFrills("%s\n%s\n", table.titles, table.underline);
+}
 
 /// Switches and the advertised set hold their tables in collections of the same type.
 using ArpTables = VxlanFdbSet::ArpTableCollection;
@@ -31,22 +35,13 @@ void printTotal(outfmt::Printer & printer, int rows) {
 } // namespace
 
 void renderVxlanFdbSetText(outfmt::Printer & printer, Vex::Ptr<VxlanFdbSet const> const & set) {
-    printer.addFrills("                       Advertised ARP Table\n");
-    printer.addFrills(arpRule);
-    printer.addFrills("VNI      IP Address      MAC Address        Changes\n");
-    printer.addFrills("-------- --------------- ------------------ --------\n");
+    printHeader(printer, "                       Advertised ARP Table", advertisedArpTable);
     AdvertisedArpTableRenderer renderer(printer);
     printTotal(printer, set ? renderRows(renderer, set->arpTable()) : 0);
 }
 
 void renderVxlanVtepSetText(outfmt::Printer & printer, Vex::Ptr<VxlanVtepSet const> const & set) {
-    printer.addFrills("                        Received ARP Table\n");
-    printer.addFrills(arpRule);
-    printer.addFrills("Switch              VNI      IP Address      MAC Address        Changes\n");
-    // One dash more in the last column than the advertised table has: scripts find the
-    // columns by these lines, so either keeps its own.
-    printer.addFrills(
-        "------------------- -------- --------------- ------------------ ---------\n");
+    printHeader(printer, "                        Received ARP Table", receivedArpTable);
     int rows = 0;
     if (set) {
         for (auto it = set->vtep().begin(); it; ++it) {

@@ -1,59 +1,62 @@
 #include "VxlanController/mac/AdvertisedText.h"
 
+#include "VxlanController/mac/Columns.h"
 #include "VxlanController/mac/Row.h"
 
 namespace VxlanController::Cli {
 
 namespace {
 
-/// The long line of the flood section is shorter than its column line, that of the unicast
-/// section longer; and the title is indented by three more than a received one. Scripts
-/// know the sections by these lines.
-void printFdbHeader(outfmt::Printer & printer, char const * title, bool flood) {
-    printer.addFrills("            %s\n", title);
-    if (flood) {
-        printer.addFrills("%s\n\n", "---------------------------------------------------");
-        printer.addFrills("%s\n", "VNI         Mac Address       VTEP(s)");
-        printer.addFrills("%s\n", "----------- ----------------- "
-                                  "-----------------------------------------------");
-    } else {
-        printer.addFrills("%s\n\n", "---------------------------------------------------"
-                                    "--------------------------");
-        printer.addFrills("%s\n", "VNI         Mac Address       VTEP            Moves");
-        printer.addFrills("%s\n", "----------- ----------------- --------------- -----");
-    }
+constexpr unsigned vtepsPerLine = 3;
+
+constexpr Column vtepsColumn{.title = "VTEP(s)",
+                             .width = vtepColumn.width,
+                             .headerWidth = vtepsPerLine * (vtepColumn.width + 1) - 1};
+
+constexpr TextTable unicastTable{vniColumn, macColumn, vtepColumn, movesColumn};
+constexpr TextTable floodTable{vniColumn, macColumn, vtepsColumn};
+
+/// The columns to the left of the VTEPs.
+constexpr TextTable entryTable{vniColumn, macColumn};
+constexpr Line nextVtep = Line().add(" ").add(cellFormat(vtepsColumn));
+
+/// Continuation lines are indented by the width of the header, which puts their VTEPs two to
+/// the right of those on the first line.
+constexpr Line nextLine = Line().add("\n").add(' ', entryTable.width);
+
+void printFdbHeader(outfmt::Printer & printer, char const * title, Line const & rule,
+                    TextTable const & table) {
+    printer.addFrills("            %s\n%s\n\n", title, rule);
+    printer.addFrills("%s\n%s\n", table.titles, table.underline);
 }
 
 void printFdbUcastTable(outfmt::Printer & printer, Vex::String const & vni,
                         VniStatus const & status, int & counter) {
     for (MacVtep const & entry : status.macVtepTable()) {
-        printer.addFrillsUpTo(maxRowLength, "%-11s %-15s %-15s %5d\n", vni,
-                              DisplayMac(entry.macAddr()), entry.vtepIp(),
-                              signedCount(entry.moveCount()));
+        printer.addFrillsUpTo(maxRowLength, unicastTable.row, vni, DisplayMac(entry.macAddr()),
+                              entry.vtepIp(), signedCount(entry.moveCount()));
         ++counter;
     }
 }
 
-/// One entry: VNI, MAC and three VTEPs a line. Further lines are indented by 29, two more
-/// than the VTEPs of the first. An entry without VTEPs still takes a line.
+/// Prints one entry. An entry without VTEPs still takes a line.
 template <class VtepIps>
 void printVtepLines(outfmt::Printer & printer, Vex::String const & vni, Nolt::EthAddr const & mac,
                     VtepIps const & vteps) {
-    constexpr int vtepsPerLine = 3;
-    printer.addFrills("%-11s %-15s", vni, DisplayMac(mac));
-    int printed = 0;
+    printer.addFrills(entryTable.cells, vni, DisplayMac(mac));
+    unsigned printed = 0;
     for (Nolt::IpAddr vtep : vteps) {
         if (printed > 0 && printed % vtepsPerLine == 0) {
-            printer.addFrills("\n%-29s", " ");
+            printer.addFrills(nextLine);
         }
-        printer.addFrills(" %-15s", vtep);
+        printer.addFrills(nextVtep, vtep);
         ++printed;
     }
     printer.addFrills("\n");
 }
 
-/// Multipath entries first. A MAC that has one is not printed again from the flood lists,
-/// unlike in the received table.
+/// Prints multipath entries first. A MAC that has one is not printed again from the flood
+/// lists, unlike in the received table.
 void printFdbBumTable(outfmt::Printer & printer, Vex::String const & vni, VniStatus const & status,
                       int & counter) {
     for (MacVtepMultiPath const & entry : status.macVtepMultiPathTable()) {
@@ -84,10 +87,13 @@ void printFdbTable(outfmt::Printer & printer, TableKind kind, bool dotted,
 
 void printFdbText(outfmt::Printer & printer, bool dotted,
                   Vex::Ptr<VniStatusList const> const & vnis) {
-    printFdbHeader(printer, "Advertised Mac Address Table", false);
+    // Each section has a rule as wide as the columns of the other section, and the titles are
+    // indented three more than those of the received tables. Scripts recognise the sections by
+    // these lines.
+    printFdbHeader(printer, "Advertised Mac Address Table", floodTable.rule, unicastTable);
     printFdbTable(printer, TableKind::ucast, dotted, vnis);
     printer.addFrills("\n");
-    printFdbHeader(printer, "Advertised Flood Table", true);
+    printFdbHeader(printer, "Advertised Flood Table", unicastTable.rule, floodTable);
     printFdbTable(printer, TableKind::bum, dotted, vnis);
 }
 

@@ -1,33 +1,31 @@
 #include "VxlanController/mac/ReceivedText.h"
 
+#include "VxlanController/mac/Columns.h"
 #include "VxlanController/mac/Row.h"
 
 namespace VxlanController::Cli {
 
 namespace {
 
-void printHeader(outfmt::Printer & printer, char const * title, bool flood) {
-    printer.addFrills("         %s\n", title);
-    printer.addFrills("%s\n\n",
-                      "---------------------------------------------------------------------");
-    if (flood) {
-        printer.addFrills("%s\n", "Source            VNI         Mac Address       VTEP");
-        printer.addFrills("%s\n", "----------------- ----------- ----------------- "
-                                  "---------------------");
-    } else {
-        printer.addFrills("%s\n", "Source            VNI         Mac Address       VTEP"
-                                  "            Moves");
-        printer.addFrills("%s\n", "----------------- ----------- ----------------- "
-                                  "--------------- -----");
-    }
+constexpr Column sourceColumn{.title = "Source", .width = 17};
+
+/// In the header this column reaches as far as the unicast table does; in rows it does not.
+constexpr Column floodVtepColumn =
+    vtepColumn.withHeaderWidth(vtepColumn.width + 1 + movesColumn.width);
+
+constexpr TextTable unicastTable{sourceColumn, vniColumn, macColumn, vtepColumn, movesColumn};
+constexpr TextTable floodTable{sourceColumn, vniColumn, macColumn, floodVtepColumn};
+
+void printHeader(outfmt::Printer & printer, char const * title, TextTable const & table) {
+    printer.addFrills("         %s\n%s\n\n", title, table.rule);
+    printer.addFrills("%s\n%s\n", table.titles, table.underline);
 }
 
-/// One row a MAC. The MAC column is two narrower than its header: scripts cut the rows by
-/// these widths.
+/// Prints one row per MAC.
 void printUcastTable(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
                      VniStatus const & status, int & counter) {
     for (MacVtep const & entry : status.macVtepTable()) {
-        printer.addFrillsUpTo(maxRowLength, "%-17s %-11s %-15s %-15s %5d\n", source, vni,
+        printer.addFrillsUpTo(maxRowLength, unicastTable.row, source, vni,
                               DisplayMac(entry.macAddr()), entry.vtepIp(),
                               signedCount(entry.moveCount()));
         ++counter;
@@ -38,13 +36,12 @@ template <class VtepIps>
 void printVteps(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
                 Nolt::EthAddr const & mac, VtepIps const & vteps, int & counter) {
     for (Nolt::IpAddr vtep : vteps) {
-        printer.addFrillsUpTo(maxRowLength, "%-17s %-11s %-15s %-15s\n", source, vni,
-                              DisplayMac(mac), vtep);
+        printer.addFrillsUpTo(maxRowLength, floodTable.row, source, vni, DisplayMac(mac), vtep);
         ++counter;
     }
 }
 
-/// One row a VTEP, multipath entries first. A MAC in both tables is printed from both.
+/// Prints one row per VTEP, multipath entries first. A MAC in both tables is printed from both.
 void printBumTable(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
                    VniStatus const & status, int & counter) {
     for (MacVtepMultiPath const & entry : status.macVtepMultiPathTable()) {
@@ -75,7 +72,7 @@ void printSection(outfmt::Printer & printer, char const * title, TableKind kind,
                   Vex::Ptr<SwitchDir const> const & switches,
                   Vex::Ptr<SwitchDir const> const & nonSwitchSources) {
     int counter = 0;
-    printHeader(printer, title, kind == TableKind::bum);
+    printHeader(printer, title, kind == TableKind::ucast ? unicastTable : floodTable);
     printTable(printer, kind, dotted, switches, counter);
     printTable(printer, kind, dotted, nonSwitchSources, counter);
     printer.addFrills("Total Mac Addresses for this criterion: %d\n", counter);

@@ -1,7 +1,7 @@
 #include "VxlanController/router/DetailText.h"
 
 #include "VxlanController/command/CliTrace.h"
-#include "VxlanController/router/NameColumn.h"
+#include "VxlanController/router/GroupLabel.h"
 #include "VxlanController/router/TableParts.h"
 
 #include <string>
@@ -10,37 +10,48 @@ namespace VxlanController::Cli {
 
 namespace {
 
+constexpr TextTable ipPortTable{
+    {.title = "Name", .width = 49, .cell = Cell::cutText},
+    {.title = "IP Address", .width = 18, .cell = Cell::cutText},
+    {.title = "VNI", .width = 11, .cell = Cell::cutText},
+};
+
+constexpr TextTable uplinkTable{
+    {.title = "Name", .width = 11, .cell = Cell::cutText},
+    {.title = "IP Address", .width = 18, .cell = Cell::cutText},
+    {.title = "Switch", .width = 17, .cell = Cell::cutText},
+    {.title = "Vlan", .width = 4, .cell = Cell::cutText},
+    {.title = "Ports", .width = 30, .cell = Cell::cutText},
+};
+
 constexpr int portsPerRow = 2;
 
 void printIpPorts(outfmt::Printer & printer, VcsLR const & command) {
-    printer.addFrills("%s\n", rule);
-    printer.addFrills("%-49.49s %-18.18s %-11.11s\n", "Name", "IP Address", "VNI");
-    printer.addFrills("%s\n", rule);
+    printHeader(printer, ipPortTable, ipPortTable.rule);
     std::size_t entries = 0;
     for (LRDetail const & router : command.lRDetail()) {
-        NameColumn name(router.lRName());
+        GroupLabel name(router.lRName());
         entries += router.ipPort().size();
         for (LRIpPortV2 const & port : router.ipPort()) {
-            printer.addFrills("%-49.49s %-18.18s %-11.11s\n", name.next(), port.ip(),
+            printer.addFrills(ipPortTable.row, name.forNextRow(), port.ip(),
                               port.vni().stringValue(command.vniDotted()));
         }
     }
     printTotal(printer, entries);
 }
 
-/// The rows of one uplink port; without physical ports it has none. A full row ends with the
-/// comma that leads to the next one.
-void printUplinkPort(outfmt::Printer & printer, NameColumn & name,
+/// Prints the rows of one uplink port; without physical ports it has none. A row that is
+/// continued on the next one ends in a comma.
+void printUplinkPort(outfmt::Printer & printer, GroupLabel & name,
                      LRIpUplinkPortAddress const & uplink) {
     std::string ports;
     int row = 0;
     auto const printRow = [&] {
         if (row++ == 0) {
-            printer.addFrills("%-11.11s %-18.18s %-17.17s %-4.4s %-30.30s\n", name.next(),
-                              uplink.ip(), uplink.switchId(), uplink.vlanId(), ports);
+            printer.addFrills(uplinkTable.row, name.forNextRow(), uplink.ip(), uplink.switchId(),
+                              uplink.vlanId(), ports);
         } else {
-            printer.addFrills("%-11.11s %-18.18s %-17.17s %-4.4s %-30.30s\n", name.next(), "", "",
-                              "", ports);
+            printer.addFrills(uplinkTable.row, name.forNextRow(), "", "", "", ports);
         }
         ports.clear();
     };
@@ -62,13 +73,12 @@ void printUplinkPort(outfmt::Printer & printer, NameColumn & name,
 }
 
 void printUplinkPorts(outfmt::Printer & printer, VcsLR const & command) {
-    printer.addFrills("Uplink ports:\n%s\n", rule);
-    printer.addFrills("%-11.11s %-18.18s %-17.17s %-4.4s %-30.30s\n", "Name", "IP Address",
-                      "Switch", "Vlan", "Ports");
-    printer.addFrills("%s\n", rule);
+    printer.addFrills("Uplink ports:\n");
+    // The rule is that of the IP ports, although these columns are four wider.
+    printHeader(printer, uplinkTable, ipPortTable.rule);
     std::size_t entries = 0;
     for (LRDetail const & router : command.lRDetail()) {
-        NameColumn name(router.lRName());
+        GroupLabel name(router.lRName());
         entries += router.ipUplinkPort().size();
         for (LRIpUplinkPortAddress const & uplink : router.ipUplinkPort()) {
             printUplinkPort(printer, name, uplink);

@@ -1,10 +1,20 @@
 #include "VxlanController/router/MapOutput.h"
 
-#include "VxlanController/router/NameColumn.h"
+#include "VxlanController/router/GroupLabel.h"
 #include "VxlanController/router/TableParts.h"
 #include "outfmt/AttrInfo.h"
 
 namespace VxlanController::Cli {
+
+namespace {
+
+constexpr TextTable mapTable{
+    {.title = "Name", .width = 46, .cell = Cell::cutText},
+    {.title = "VTEP", .width = 15, .cell = Cell::cutText},
+    {.title = "Switch", .width = 17, .cell = Cell::cutText},
+};
+
+} // namespace
 
 void renderLRMap(outfmt::Printer & printer, VcsLRMap const * vcsLRMap) {
     outfmt::StringAttrInfo switchId(printer, "switchId");
@@ -12,12 +22,10 @@ void renderLRMap(outfmt::Printer & printer, VcsLRMap const * vcsLRMap) {
     std::size_t rows = 0;
 
     printer.start();
-    printer.addFrills("%s\n", rule);
-    printer.addFrills("%-46.46s %-15.15s %-17.17s\n", "Name", "VTEP", "Switch");
-    printer.addFrills("%s\n", rule);
+    printHeader(printer, mapTable, mapTable.rule);
     printer.startDict("logicalRouterMap");
     for (LRMap const & router : vcsLRMap->lRMap()) {
-        NameColumn name(router.lRName());
+        GroupLabel name(router.lRName());
         rows += router.switchList().size();
         printer.startDict(router.lRName());
         printer.startList("switches");
@@ -26,7 +34,7 @@ void renderLRMap(outfmt::Printer & printer, VcsLRMap const * vcsLRMap) {
             vtepIp.setValue(member.vtepAddr());
             printer.startListEntry();
             printer.addAttributesJson(2, switchId.getArg(), vtepIp.getArg());
-            printer.addFrills("%-46.46s %-15.15s %-17.17s\n", name.next(), member.vtepAddr(),
+            printer.addFrills(mapTable.row, name.forNextRow(), member.vtepAddr(),
                               member.switchId());
             printer.endListEntry();
         }

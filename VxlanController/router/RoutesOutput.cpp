@@ -2,7 +2,7 @@
 
 #include "VxlanController/command/CliTrace.h"
 #include "VxlanController/command/ValueText.h"
-#include "VxlanController/router/NameColumn.h"
+#include "VxlanController/router/GroupLabel.h"
 #include "VxlanController/router/TableParts.h"
 #include "outfmt/AttrInfo.h"
 
@@ -13,7 +13,13 @@ namespace VxlanController::Cli {
 
 namespace {
 
-/// The nexthops of one row, as they stand in its column.
+constexpr TextTable routeTable{
+    {.title = "Name", .width = 11, .cell = Cell::cutText},
+    {.title = "Prefix", .width = 18, .cell = Cell::cutText},
+    {.title = "Nexthop", .width = 49, .cell = Cell::cutText},
+};
+
+/// The nexthops of one row, joined as its last column shows them.
 class NexthopCells {
 public:
     static constexpr int perRow = 3;
@@ -45,7 +51,7 @@ private:
     int count_ = 0;
 };
 
-/// The routes of one router.
+/// Prints the routes of one router.
 class RoutePrinter {
 public:
     RoutePrinter(outfmt::Printer & printer, LRRouteByName const & router)
@@ -53,13 +59,13 @@ public:
 
     void print(LRRoute const & route) {
         ValueText const prefix(route.prefix());
-        NameColumn prefixColumn(prefix.view());
+        GroupLabel prefixLabel(prefix.view());
         printer_.startDict(prefix.view());
         printer_.startList("nexthop");
         if (route.nexthop().empty()) {
             // The list and the route's dictionary stay open: the printer closes both when the
-            // next dictionary starts, or the one around them ends.
-            printRow(prefixColumn, "");
+            // next dictionary starts or the enclosing one ends.
+            printRow(prefixLabel, "");
             return;
         }
         for (Nolt::IpGenAddr const & address : route.nexthop()) {
@@ -67,28 +73,28 @@ public:
             printer_.addAttributesJson(1, nexthop_.getArg());
             cells_.add(address);
             if (cells_.full()) {
-                printCells(prefixColumn);
+                printCells(prefixLabel);
             }
         }
         if (!cells_.empty()) {
-            printCells(prefixColumn);
+            printCells(prefixLabel);
         }
         printer_.endList();
         printer_.endDict();
     }
 
 private:
-    void printCells(NameColumn & prefix) {
+    void printCells(GroupLabel & prefix) {
         printRow(prefix, cells_.text());
         cells_.clear();
     }
 
-    void printRow(NameColumn & prefix, std::string_view nexthops) {
-        printer_.addFrills("%-11.11s %-18.18s %-49.49s\n", name_.next(), prefix.next(), nexthops);
+    void printRow(GroupLabel & prefix, std::string_view nexthops) {
+        printer_.addFrills(routeTable.row, name_.forNextRow(), prefix.forNextRow(), nexthops);
     }
 
     outfmt::Printer & printer_;
-    NameColumn name_;
+    GroupLabel name_;
     outfmt::StringAttrInfo nexthop_;
     NexthopCells cells_;
 };
@@ -102,9 +108,7 @@ void renderRoute(outfmt::Printer & printer, VcsLRRoute const * vcsLRRoute) {
     }
     std::size_t routes = 0;
     printer.start();
-    printer.addFrills("%s\n", rule);
-    printer.addFrills("%-11.11s %-18.18s %-49.49s\n", "Name", "Prefix", "Nexthop");
-    printer.addFrills("%s\n", rule);
+    printHeader(printer, routeTable, routeTable.rule);
     printer.startDict("route");
     for (LRRouteByName const & router : vcsLRRoute->lRRouteByName()) {
         RoutePrinter routePrinter(printer, router);
