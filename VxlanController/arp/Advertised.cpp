@@ -10,14 +10,14 @@ namespace VxlanController::Cli {
 
 namespace {
 
-/// The VNI that a directory entry names, read as `std::stoi` reads it. Raises what that
-/// raises for a name that is no number of 32 bits, and `Vex::RangeError` for a number that
-/// is no VNI: a negative one, taken without its sign, is too large as well.
+/// Parses the name of a directory entry as a VNI, the way `std::stoi` reads a number. Raises
+/// the exceptions of `std::stoi` for a name that is not a 32-bit number, and `Vex::RangeError`
+/// for a number that is not a VNI. A negative number counts as unsigned, so it is too large.
 Vxlan::Vni vniNamed(Vex::Name const & name) {
     return Vxlan::Vni(static_cast<Vex::U32>(std::stoi(name.stringValue())));
 }
 
-/// Several names may stand for one VNI, "10" and "010"; their entries share its table.
+/// Several names can denote one VNI, such as "10" and "010"; their entries share its table.
 void collect(ArpAdvertised const & command, VxlanFdbSet & into) {
     ArpFilter const filter{command.vniFilter(), command.macFilter(), command.ipFilter()};
     forEachEntity<VniFdbStatusV2>(
@@ -28,7 +28,7 @@ void collect(ArpAdvertised const & command, VxlanFdbSet & into) {
 
 } // namespace
 
-void ArpAdvertised::render(U32 fd, U32 format, U32 /* every revision reads the same */) {
+void ArpAdvertised::render(U32 fd, U32 format, U32 /* all revisions print the same */) {
     auto const set = vxlanFdbSetFactory();
     renderFrame(
         fd, format, [&] { collect(*this, *set); },

@@ -5,16 +5,16 @@
 
 namespace VxlanController::Cli {
 
-/// Prints one row of an ARP table. The two tables differ in their rows only, so whoever
-/// walks them is handed one of these.
+/// Prints the rows of an ARP table. The two tables differ only in their rows, so the code that
+/// walks them takes one of these renderers.
 class ArpTableRenderer {
 public:
     ArpTableRenderer(ArpTableRenderer const &) = delete;
     ArpTableRenderer & operator=(ArpTableRenderer const &) = delete;
     virtual ~ArpTableRenderer();
 
-    /// Prints the row of `entry`, which stands in the table of `vni`. Raises what the
-    /// printer raises.
+    /// Prints the row of `entry`, which is in the table of `vni`. Raises what the printer
+    /// raises.
     virtual void renderIpToMac(Vex::Ptr<VxlanArpEntry const> const & entry,
                                Vex::String const & vni) = 0;
 

@@ -4,7 +4,7 @@
 
 namespace VxlanController::Cli {
 
-/// The change count as both forms of output show it: 32 bits with a sign.
+/// The change count as text and JSON show it: a signed 32-bit number.
 inline int signedChanges(VxlanArpEntry const & entry) noexcept {
     return static_cast<int>(entry.changes());
 }

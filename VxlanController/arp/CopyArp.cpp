@@ -8,7 +8,7 @@ void copyArpEntries(VniTables const & status, ArpFilter const & filter, Interrup
                     VxlanArpTable & into) {
     forEachSorted(
         status.arpTable(), &ArpEntryV2::ipAddress, poll,
-        [&](ArpEntryV2 const & entry) { return filter.takes(entry); },
+        [&](ArpEntryV2 const & entry) { return filter.matches(entry); },
         [&](ArpEntryV2 const & entry) {
             into.arpEntryIs(entry.ipAddress(), entry.macAddress(), entry.preference(),
                             entry.changes());

@@ -8,7 +8,7 @@ namespace VxlanController::Cli {
 
 namespace {
 
-/// A switch that the filter names is listed even when nothing else of it passes.
+/// A switch that matches the switch filter is listed even if nothing else about it matches.
 void collect(ArpReceived const & command, VxlanVtepSet & into) {
     ArpFilter const filter{command.vniFilter(), command.macFilter(), command.ipFilter()};
     forEachEntity<VniStatusDirV2>(
@@ -25,7 +25,7 @@ void collect(ArpReceived const & command, VxlanVtepSet & into) {
 
 } // namespace
 
-void ArpReceived::render(U32 fd, U32 format, U32 /* every revision reads the same */) {
+void ArpReceived::render(U32 fd, U32 format, U32 /* all revisions print the same */) {
     auto const set = vxlanVtepSetFactory();
     renderFrame(
         fd, format, [&] { collect(*this, *set); },

@@ -13,7 +13,7 @@
 
 namespace VxlanController::Cli {
 
-/// The numbers by which a key is ordered, the one that counts most first.
+/// The numbers by which a key is ordered, most significant first.
 inline std::array<Vex::U64, 1> orderOf(Nolt::EthAddr const & key) {
     return {key.value()};
 }
@@ -32,22 +32,22 @@ inline std::array<Vex::U64, 4> orderOf(Nolt::IpGenPrefix const & key) {
     return {family, high, low, key.length()};
 }
 
-/// An entry of a published table with its key beside it: sorting looks at the keys alone, and
-/// the entries of a large table are all over the memory.
+/// An entry of a published table with a copy of its key: sorting reads only the keys, since the
+/// entries of a large table are scattered across memory.
 template <class Key, class Entry>
 struct KeyedEntry {
     Key key;
     Entry const * entry;
 };
 
-/// Calls `visit(entry)` for each entry of a published table for which `taken(entry)` holds, in
-/// ascending order of `key`, a getter of theirs.
+/// Calls `visit(entry)` for each entry of a published table for which `matches(entry)` holds, in
+/// ascending order of `key`, one of their getters.
 ///
-/// What is copied to an ordered collection is sorted like this first: the collection then
+/// Entries are sorted before they are copied to an ordered collection: the collection then
 /// grows at its end, and its entries lie in memory in the order in which they are printed. In
 /// the hash order of the state, a table of a million entries takes more than twice as long.
-template <class Table, class Key, class Taken, class Visit>
-void forEachSorted(Table const & table, Key key, InterruptPoll & poll, Taken && taken,
+template <class Table, class Key, class Matches, class Visit>
+void forEachSorted(Table const & table, Key key, InterruptPoll & poll, Matches && matches,
                    Visit && visit) {
     using Entry = std::remove_cvref_t<decltype(*table.begin())>;
     using KeyValue = std::remove_cvref_t<std::invoke_result_t<Key, Entry const &>>;
@@ -55,14 +55,14 @@ void forEachSorted(Table const & table, Key key, InterruptPoll & poll, Taken && 
     entries.reserve(table.size());
     for (Entry const & entry : table) {
         poll.step();
-        if (taken(entry)) {
+        if (matches(entry)) {
             entries.push_back({std::invoke(key, entry), &entry});
         }
     }
     sortByNumbers(
         entries, [](auto const & keyed) { return orderOf(keyed.key); }, [&] { poll.step(); });
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        // The entries of a large table are all over the memory: each is asked for in time.
+        // The entries are scattered across memory, so each is fetched ahead of its use.
         constexpr std::size_t ahead = 8;
         if (i + ahead < entries.size()) {
             __builtin_prefetch(entries[i + ahead].entry);

@@ -5,13 +5,13 @@
 
 namespace VxlanController::Cli {
 
-/// Looks for the user's interrupt from within a collection loop: once at the start, then
-/// once every few thousand steps, so that the test costs nothing beside the step itself.
+/// Checks for the user's interrupt within a collection loop: once at the start, then once
+/// every few thousand steps, so that the check costs next to nothing per step.
 class InterruptPoll {
 public:
     InterruptPoll() { outfmt::checkInterrupt(); }
 
-    /// Raises `outfmt::SigIntException` when the user has asked for the end.
+    /// Raises `outfmt::SigIntException` if the user has interrupted the command.
     void step() {
         if (++steps_ % interval == 0) {
             outfmt::checkInterrupt();

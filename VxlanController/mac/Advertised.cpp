@@ -18,8 +18,8 @@ namespace VxlanController::Cli {
 
 namespace {
 
-/// The VNI that an entry of the directory is named by. The name's leading number counts,
-/// and a name without one is VNI 0; a number out of range raises `Vex::RangeError`.
+/// Parses the name of a directory entry as a VNI. The leading number counts, and a name
+/// without one is VNI 0. A number out of range raises `Vex::RangeError`.
 Vxlan::Vni vniOfEntry(Vex::Name const & name) {
     auto const number =
         static_cast<unsigned long>(std::strtol(name.stringValue().c_str(), nullptr, 10));
@@ -36,8 +36,8 @@ void VcsVniAdvertised::initialize() {
     vniDirDel();
     vniDirIs();
 
-    // A destination that is neither word narrows nothing: what is advertised is not kept
-    // by destination, so every name shows the whole.
+    // Any other destination selects everything: the advertised state is not kept per
+    // destination, so a name cannot narrow it.
     if (destFilter() == "hsc") {
         if (nonSwitchAggregate()) {
             copyDest("HSC");
@@ -97,7 +97,7 @@ void VcsVniAdvertised::copyTable(Vex::Name tableName) {
         return;
     }
 
-    // These records name EVPN in their fixed text, whatever the table's name.
+    // The trace records always say EVPN here, whatever the name of the table.
     ListTarget target(vniDirIs());
     EvpnTableFilter const filter{vniFilter(), macFilter(), *vtepFilter()};
     copyEvpnTables(*tables, target, filter, "EVPN");

@@ -6,7 +6,7 @@
 namespace VxlanController::Cli {
 
 /// Renders the advertised tables as one document, {"vniInDottedNotation": BOOL, "vnis":
-/// [VNI]}, each VNI as in the received document. A null list is an empty one. Raises what
+/// [VNI]}, each VNI as in the received document. A null list counts as empty. Raises what
 /// the printer raises.
 void renderFdbJson(outfmt::Printer & printer, bool dotted,
                    Vex::Ptr<VniStatusList const> const & vnis, Vex::U32 revision);

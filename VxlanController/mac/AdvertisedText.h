@@ -5,9 +5,9 @@
 
 namespace VxlanController::Cli {
 
-/// Prints the advertised tables: the unicast section with one row a MAC, then the flood
-/// section with one entry a MAC, its VTEPs three a line. Each has title, header and total,
-/// also for a null or empty list. Raises what the printer raises.
+/// Prints the advertised tables: the unicast section with one row per MAC, then the flood
+/// section with one entry per MAC, its VTEPs three per line. Each section has title, header and
+/// total, even for a null or empty list. Raises what the printer raises.
 void printFdbText(outfmt::Printer & printer, bool dotted,
                   Vex::Ptr<VniStatusList const> const & vnis);
 

@@ -10,21 +10,21 @@
 
 namespace VxlanController::Cli {
 
-/// What a listing of EVPN tables is limited to.
+/// The filters of a listing of EVPN tables.
 struct EvpnTableFilter {
     Vxlan::VniOrNone vni;
-    Nolt::EthAddr mac; ///< the zero address: every MAC
+    Nolt::EthAddr mac; ///< the zero address matches every MAC
     VtepList const & vteps;
 
-    bool takesVni(Vxlan::Vni candidate) const { return vni.isNone() || vni == candidate; }
+    bool matchesVni(Vxlan::Vni candidate) const { return vni.isNone() || vni == candidate; }
 };
 
-/// The pair of tables under `name`; null, with a trace record, when there is none.
+/// The pair of tables under `name`, or null with a trace record if there is none.
 Vex::Ptr<HostFloodTable const> hostFloodTable(Vex::Ptr<HostFloodTableList const> const & list,
                                               Vex::Name const & name);
 
-/// Runs `copy`, which steps through a shared table. Corruption found on the way goes to
-/// the table's own handler and ends this table's copy; what was copied before it stays.
+/// Runs `copy`, which walks a shared table. Corruption is reported to the table's own handler
+/// and ends the copy of this table; entries copied before it are kept.
 template <class Table, class Copy>
 void copySharedTable(Table const & table, Copy && copy) {
     try {
@@ -45,7 +45,7 @@ void copyHostTable(VcsEvpn::HostTable const & table, Target & target,
             VcsEvpn::HostKey const key = it.key();
             VcsEvpn::Host const host = it.value();
             bool const deadSlot = host == VcsEvpn::Host();
-            if (!deadSlot && filter.takesVni(key.vni) &&
+            if (!deadSlot && filter.matchesVni(key.vni) &&
                 (filter.mac.isZero() || filter.mac == key.mac) &&
                 vtepIpFiltered(filter.vteps, host.vtepIp())) {
                 target.vniStatus(key.vni).macVtepTableIs(
@@ -55,8 +55,8 @@ void copyHostTable(VcsEvpn::HostTable const & table, Target & target,
     });
 }
 
-/// Copies the flood VTEPs that `filter` selects: all those of one VNI form one flood list
-/// under the zero MAC. Flood entries have no MAC, so a MAC filter excludes all of them.
+/// Copies the flood VTEPs that `filter` selects: those of one VNI form one flood list under the
+/// zero MAC. Flood entries have no MAC, so a MAC filter excludes all of them.
 template <class Target>
 void copyFloodTable(VcsEvpn::FloodTable const & table, Target & target,
                     EvpnTableFilter const & filter) {
@@ -66,7 +66,7 @@ void copyFloodTable(VcsEvpn::FloodTable const & table, Target & target,
             poll.step();
             VcsEvpn::FloodKey const key = it.key();
             bool const deadSlot = it.value() == VcsEvpn::FloodEntry();
-            if (!deadSlot && filter.takesVni(key.vni) && filter.mac.isZero() &&
+            if (!deadSlot && filter.matchesVni(key.vni) && filter.mac.isZero() &&
                 vtepIpFiltered(filter.vteps, key.vtepIp)) {
                 target.vniStatus(key.vni)
                     .macVtepFloodListTableIs(Nolt::EthAddr())
@@ -76,8 +76,8 @@ void copyFloodTable(VcsEvpn::FloodTable const & table, Target & target,
     });
 }
 
-/// Copies both tables of a pair, the hosts first. A table that is missing is skipped with a
-/// trace record that ends in `name`.
+/// Copies both tables of a pair, the hosts first. A missing table is skipped with a trace
+/// record that ends in `name`.
 template <class Target>
 void copyEvpnTables(HostFloodTable const & tables, Target & target, EvpnTableFilter const & filter,
                     std::string_view name) {

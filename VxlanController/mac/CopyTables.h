@@ -6,21 +6,21 @@
 
 namespace VxlanController::Cli {
 
-/// What a listing of MAC tables is limited to.
+/// The filters of a listing of MAC tables.
 struct MacTableFilter {
-    Nolt::EthAddr mac; ///< the zero address: every MAC
+    Nolt::EthAddr mac; ///< the zero address matches every MAC
     VtepList const & vteps;
 };
 
-/// The model's form of one published entry. Every copied VTEP counts as a member of its
-/// set, whatever flag the state holds with it.
+/// Copies one published entry into the model. Every VTEP becomes a member of its set,
+/// whatever flag the state holds for it.
 void copyMacVtep(MacVtepV2 const & entry, VniStatus & into);
 void copyMultiPath(MacVtepMultiPathV2 const & entry, VniStatus & into, InterruptPoll & poll);
 void copyFloodList(MacVtepFloodListV2 const & entry, VniStatus & into, InterruptPoll & poll);
 
-/// Copies what `filter` selects of the three MAC tables of one VNI: for one MAC by three
-/// look-ups, else by walking each table. A MAC that several tables hold is copied from
-/// each of them, but for the flood list that a walk leaves out where the target says so.
+/// Copies what `filter` selects from the three MAC tables of one VNI: a single MAC by three
+/// look-ups, all MACs by walking each table. A MAC in several tables is copied from each of
+/// them, except that a walk skips its flood list where `Target::floodListYieldsToMultipath`.
 template <class Target>
 void copyTables(VniTables const & status, Vxlan::Vni vni, Target & target,
                 MacTableFilter const & filter) {

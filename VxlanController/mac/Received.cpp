@@ -29,8 +29,8 @@ void VcsVniReceived::initialize() {
     switchDirIs();
     nonSwitchSourceDirIs();
 
-    // "all" stands for every switch and for no other source; only the empty filter takes
-    // everything. The words are lower case: "HSC" is the name of a switch, if one has it.
+    // "all" selects every switch but no other source; only the empty filter selects
+    // everything. The keywords are lower case: "HSC" counts as the name of a switch.
     Vex::String const & filter = switchFilter();
     if (switchAggregate()) {
         if (filter.empty() || filter == "all") {

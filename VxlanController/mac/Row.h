@@ -7,13 +7,13 @@
 
 namespace VxlanController::Cli {
 
-/// The two kinds of MAC table, each a section of its own.
+/// The two kinds of MAC table; each is a section of its own.
 enum class TableKind { ucast, bum };
 
-/// The longest row, its line end included; a longer one is cut there without a sign.
+/// The most bytes of a row, including its line end. A longer row is cut there silently.
 inline constexpr std::size_t maxRowLength = 1023;
 
-/// A MAC address in the display form of the text tables, as the printer takes values.
+/// A MAC address that the printer writes in the display form of the text tables.
 class DisplayMac {
 public:
     static constexpr std::size_t maxTextLength = Nolt::EthAddr::maxDisplayLength;
@@ -26,7 +26,7 @@ private:
     Nolt::EthAddr const & mac_;
 };
 
-/// A move count as both forms of output show it: 32 bits with a sign.
+/// A move count as text and JSON show it: a signed 32-bit number.
 inline int signedCount(Quay::Seqno32 count) noexcept {
     return static_cast<int>(count.value());
 }

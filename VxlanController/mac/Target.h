@@ -9,8 +9,8 @@ namespace VxlanController::Cli {
 
 /// Where entries go in the advertised tables: one list of VNIs, without a level of sources.
 ///
-/// A VNI exists in the output only when an entry stands under it, so it is made with the
-/// first one. The last VNI is kept at hand, since entries come VNI by VNI.
+/// A VNI appears in the output only if it has entries, so it is created with the first one.
+/// The last VNI is cached, since entries arrive VNI by VNI.
 class ListTarget {
 public:
     /// When all MACs are listed, a flood list whose MAC has a multipath entry is left out of
@@ -18,12 +18,12 @@ public:
     static constexpr bool floodListYieldsToMultipath = true;
 
     /// When all MACs are listed, an entry that equals the default one (the zero MAC address
-    /// with nothing else) is shown, though a look-up of it counts as absent.
+    /// with nothing else) is shown, although a look-up treats it as absent.
     static constexpr bool walkTakesDefaultEntries = true;
 
     explicit ListTarget(Vex::Ptr<VniStatusList> list) : list_(std::move(list)) {}
 
-    /// The tables of `vni`, made when they are not there.
+    /// The tables of `vni`, created if absent.
     VniStatus & vniStatus(Vxlan::Vni vni) {
         if (!last_ || last_->vni() != vni) {
             last_ = list_->vniEntryIs(vni);
@@ -36,8 +36,8 @@ private:
     Vex::Ptr<VniStatus> last_;
 };
 
-/// Where the entries of one source go in the received tables: source, then VNI, the source
-/// too made with the first entry.
+/// Where the entries of one source go in the received tables: by source, then by VNI. The
+/// source, too, is created with its first entry.
 class SourceTarget {
 public:
     /// The received tables show every flood list.
@@ -49,7 +49,7 @@ public:
     SourceTarget(Vex::Ptr<SwitchDir> directory, Vex::Name source)
         : directory_(std::move(directory)), source_(std::move(source)) {}
 
-    /// The tables of `vni`, made when they are not there.
+    /// The tables of `vni`, created if absent.
     VniStatus & vniStatus(Vxlan::Vni vni) {
         if (!list_) {
             list_.emplace(directory_->switchListIs(source_)->vniStatusListIs());

@@ -7,7 +7,7 @@ namespace VxlanController::Cli {
 
 namespace {
 
-/// The attributes of all entries, made once for a list of VNIs: only values change.
+/// The attributes of all entries, created once per list of VNIs: only their values change.
 struct Attributes {
     explicit Attributes(outfmt::Printer const & printer)
         : macAddress(printer, "macAddress"), vni(printer, "vni"), macAddr(printer, "macAddr"),
@@ -64,7 +64,7 @@ void renderVtepIpList(outfmt::Printer & printer, Attributes & attributes, Nolt::
     printer.endListEntry();
 }
 
-/// The type of an entry is told by its table alone; a MAC in both tables is listed twice.
+/// The type of an entry depends only on its table, so a MAC in both tables is listed twice.
 void renderBumTable(outfmt::Printer & printer, Attributes & attributes, VniStatus const & status) {
     printer.startList("bumVtepListTable");
     attributes.vtepIpListType.setValue("sendToAny");

@@ -6,9 +6,9 @@
 namespace VxlanController::Cli {
 
 /// Renders "vniInDottedNotation" and the list "vnis" in the open dictionary, each VNI with
-/// "macAddress", "vni", "unicastHostTable" and "bumVtepListTable". A source of the received
-/// document and the whole advertised one look like this. A null list is an empty one.
-/// Revision 1 alone carries "timeLearned" in a unicast entry, always 0.
+/// "macAddress", "vni", "unicastHostTable" and "bumVtepListTable". Each source of the received
+/// document has this form, and so has the advertised document as a whole. A null list counts as
+/// empty. Only revision 1 has "timeLearned" in a unicast entry; it is always 0.
 void renderVniList(outfmt::Printer & printer, bool dotted,
                    Vex::Ptr<VniStatusList const> const & vnis, Vex::U32 revision);
 

@@ -7,17 +7,17 @@
 
 namespace VxlanController::Cli {
 
-/// Which VTEPs a listing is limited to. No entry at all means no limit, so a list whose
-/// entries are all false shows nothing, and an empty one everything.
+/// True if `list` lets the VTEP through. An empty list means no limit and lets every VTEP
+/// through, whereas a list whose entries are all false lets none through.
 ///
-/// All tests take the list by reference to const; none of them allocates.
+/// None of these functions allocates.
 bool vtepIpFiltered(VtepList const & list, Nolt::IpAddr vtep);
 
-/// True when the entry lies behind a VTEP that `list` lets through.
+/// True if `list` lets the VTEP of the entry through.
 bool macVtepIpFiltered(VtepList const & list, MacVtepV2 const & entry);
 
-/// True when `list` lets at least one of the entry's VTEPs through; the entry is then
-/// shown with all of them.
+/// True if `list` lets at least one VTEP of the entry through; the entry is then shown with all
+/// of its VTEPs.
 bool macVtepMultiPathIpFiltered(VtepList const & list, MacVtepMultiPathV2 const & entry);
 bool macVtepFloodListIpFiltered(VtepList const & list, MacVtepFloodListV2 const & entry);
 

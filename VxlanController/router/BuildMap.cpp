@@ -6,13 +6,13 @@
 
 #include <string_view>
 
-/// Which logical router is present on which switch: the join of what is known of the switches
-/// with the paths that each of them publishes.
+/// Finds the switches that each logical router is present on: joins the switch information with
+/// the paths that each switch publishes.
 namespace VxlanController::Cli {
 
 namespace {
 
-/// The switches of one VTEP. Several filter VTEPs may lead to one switch.
+/// Adds the switches of one VTEP. Several VTEPs of a filter can lead to the same switch.
 void setSwitchesOf(Vex::Ptr<LRMapBase> const & base, SwitchInfoDir const & switches,
                    Nolt::IpAddr address, InterruptPoll & poll) {
     auto const vtep = switches.vtepMap(Nolt::IpGenAddr(address));
@@ -29,7 +29,7 @@ void setSwitchesOf(Vex::Ptr<LRMapBase> const & base, SwitchInfoDir const & switc
     }
 }
 
-/// The switch filter goes before the VTEP filter: with both, the VTEPs are not looked at.
+/// The switch filter takes precedence: with both filters, the VTEPs are ignored.
 void selectSwitches(Vex::Ptr<LRMapBase> const & base, SwitchInfoDir const & switches,
                     Vex::String const & switchFilter, Vex::Ptr<VtepList const> const & vtepFilter) {
     if (!switchFilter.empty()) {
@@ -52,8 +52,8 @@ void selectSwitches(Vex::Ptr<LRMapBase> const & base, SwitchInfoDir const & swit
     }
 }
 
-/// The paths of the system that a switch identifier stands for; null when it has published
-/// nothing, or when the identifier is no Ethernet address and so stands for no system.
+/// The paths published by the system that a switch identifier denotes. Null if it has published
+/// nothing, or if the identifier is not an Ethernet address and so denotes no system.
 Vex::Ptr<Statestore::SystemPublishedMount const>
 publishedBy(Vex::Ptr<Statestore::PublishStatus const> const & status,
             Vex::String const & switchId) {
@@ -65,7 +65,7 @@ bool isVxlan(Controller::MountDesc const & mount) {
     return mount.kind() == "Vxlan";
 }
 
-/// Calls `visit(name)` for each logical router among `mounts` that the filter takes.
+/// Calls `visit(name)` for each logical router among `mounts` that matches the filter.
 template <class Visit>
 void forEachRouter(Statestore::SystemPublishedMount::PublishedMounts const & mounts,
                    Vex::String const & prefix, Vex::String const & filter, InterruptPoll & poll,

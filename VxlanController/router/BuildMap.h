@@ -5,8 +5,8 @@
 
 namespace VxlanController::Cli {
 
-/// Adds one switch and its VTEP to the switch map of `lrMapBase`. The VTEP is the first active
-/// one of the switch; a switch without one is left out. Neither pointer is null.
+/// Adds one switch and its first active VTEP to the switch map of `lrMapBase`. A switch without
+/// an active VTEP is left out. Neither pointer is ever null.
 void setSwitchMap(Vex::Ptr<LRMapBase> const & lrMapBase,
                   Vex::Ptr<VxlanController::SwitchInfo const> const & switchInfo);
 

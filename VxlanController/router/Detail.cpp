@@ -11,7 +11,7 @@ namespace VxlanController::Cli {
 
 namespace {
 
-/// The lowest-named switch that publishes the router, or "".
+/// The first switch, by name, that publishes the router; "" if none does.
 Vex::String firstSwitch(Vex::Ptr<LRMap const> const & router) {
     auto const first = router ? router->switchList().begin() : LRMap::SwitchListIterator();
     return first ? first->switchId() : Vex::String();
@@ -35,10 +35,10 @@ LRIpUplinkPortAddress uplinkAddress(LRIpUplinkPortV2 const & uplink, Vex::String
 
 void copyPorts(LRStatusV2 const & status, Vex::String const & switchId, LRDetail & into) {
     InterruptPoll poll;
-    auto const every = [](auto const & /* port */) { return true; };
-    forEachSorted(status.ipPort(), &LRIpPortV2::ip, poll, every,
+    auto const all = [](auto const & /* port */) { return true; };
+    forEachSorted(status.ipPort(), &LRIpPortV2::ip, poll, all,
                   [&](LRIpPortV2 const & port) { into.ipPortIs(port); });
-    forEachSorted(status.ipUplinkPort(), &LRIpUplinkPortV2::ip, poll, every,
+    forEachSorted(status.ipUplinkPort(), &LRIpUplinkPortV2::ip, poll, all,
                   [&](LRIpUplinkPortV2 const & uplink) {
                       into.ipUplinkPortIs(uplinkAddress(uplink, switchId, poll));
                   });
@@ -65,7 +65,7 @@ void VcsLR::initialize() {
         });
 }
 
-void VcsLR::render(U32 fd, U32 format, U32 /* every revision reads the same */) {
+void VcsLR::render(U32 fd, U32 format, U32 /* all revisions print the same */) {
     if (auto record = cliTrace().at(traceFunctionEntry)) {
         record << "void VxlanController::Cli::VcsLR::render(U32, U32, U32)";
     }

@@ -5,7 +5,7 @@
 
 namespace VxlanController::Cli {
 
-/// Prints the map that `vcsLRMap` has built, as text or as JSON, whichever `printer` makes.
+/// Prints the map that `vcsLRMap` has built, as text or JSON, depending on the printer's mode.
 void renderLRMap(outfmt::Printer & printer, VcsLRMap const * vcsLRMap);
 
 } // namespace VxlanController::Cli

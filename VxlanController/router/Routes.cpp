@@ -10,8 +10,9 @@ namespace VxlanController::Cli {
 
 namespace {
 
-/// The filter takes what overlaps it, in both directions: asked for 10.1.2.0/24, an operator
-/// sees what lies within it and also the routes that carry its traffic, 10.0.0.0/8 for one.
+/// True if the filter and the route overlap, whichever is the longer prefix: an operator who
+/// asks for 10.1.2.0/24 sees the routes within it, and also those that carry its traffic, such
+/// as 10.0.0.0/8.
 bool prefixFiltered(Nolt::IpGenPrefix const & filter, LRRouteV2 const & route) {
     return filter.isNone() || filter.overlaps(route.prefix());
 }
@@ -51,7 +52,7 @@ void VcsLRRoute::initialize() {
                               });
 }
 
-void VcsLRRoute::render(U32 fd, U32 format, U32 /* every revision reads the same */) {
+void VcsLRRoute::render(U32 fd, U32 format, U32 /* all revisions print the same */) {
     if (auto record = cliTrace().at(traceFunctionEntry)) {
         record << "void VxlanController::Cli::VcsLRRoute::render(U32, U32, U32)";
     }

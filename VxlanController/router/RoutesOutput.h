@@ -5,8 +5,8 @@
 
 namespace VxlanController::Cli {
 
-/// Prints the routes that `vcsLRRoute` has collected, as text or as JSON, whichever `printer`
-/// makes.
+/// Prints the routes that `vcsLRRoute` has collected, as text or JSON, depending on the
+/// printer's mode.
 void renderRoute(outfmt::Printer & printer, VcsLRRoute const * vcsLRRoute);
 
 } // namespace VxlanController::Cli
