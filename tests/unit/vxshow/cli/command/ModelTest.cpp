@@ -62,7 +62,7 @@ constexpr char const * macVtep =
     "------ ------------------------ ------------------------ ------------------------\n"
     "     2 macAddr                  constructor argument     Nolt::EthAddr\n"
     "     3 vtepIp                   constructor argument     Nolt::IpAddr\n"
-    "         The VTEP behind which the address lies.\n"
+    "         The VTEP that the address is behind.\n"
     "     4 moveCount                plain                    Quay::Seqno32\n"
     "         How often the address has moved from one VTEP to another.\n";
 
@@ -84,7 +84,7 @@ TEST(Model, ListsInheritedAttributesInTheOrderOfTheNumbers) {
               "Base:        VxlanController::Cli::LRMapBase\n"
               "Constructor: (switchPublishStatus, switchInfoDir, lRNameFilter, switchFilter, "
               "vtepFilter)\n"
-              "The command that shows on which switches which logical router is present.\n"
+              "The command that shows which switches each logical router is present on.\n"
               "\n"
               "Number Name                     Kind                     Type\n"
               "------ ------------------------ ------------------------ ------------------------\n"
@@ -107,7 +107,7 @@ TEST(Model, ListsInheritedAttributesInTheOrderOfTheNumbers) {
               "   259 switchFilter             constructor argument     Vex::String\n"
               "         Empty means every switch.\n"
               "   260 vtepFilter               entity pointer           VtepList\n"
-              "         Null or without entries means every VTEP.\n"
+              "         Null or empty means every VTEP.\n"
               "   261 render                   method                   "
               "(fd : U32, fmt : U32, revision : U32)\n"
               "         Collects and prints to the descriptor: text when the format is 1, else "
