@@ -3,14 +3,14 @@
 #include "state/VniFdbStatusV2.h"
 #include "tests/unit/VxlanController/Fabric.h"
 
-/// An advertised state written down by a test: per-VNI entries under any name, the HSC
+/// An advertised state, as a test writes it down: per-VNI entries under any name, the HSC
 /// source, and the EVPN tables.
 class AdvertisedFabric {
 public:
-    /// The tables of the entry `name`, made when they are not there.
+    /// The tables of the entry `name`, created if absent.
     VxlanController::VniTables & entry(char const * name);
 
-    /// The tables of one VNI of the HSC source, likewise.
+    /// The tables of one VNI of the HSC source, created if absent.
     VxlanController::VniTables & hsc(Vex::U32 vni);
 
     Vex::Ptr<Vex::Dir> vniStatusDir = Vex::makePtr<Vex::Dir>();

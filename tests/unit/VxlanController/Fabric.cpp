@@ -121,3 +121,10 @@ std::string receivedText(Fabric const & fabric, MacFilter const & filter) {
 std::string receivedJson(Fabric const & fabric, MacFilter const & filter, Vex::U32 revision) {
     return rendered(receivedCommand(fabric, filter), jsonFormat, revision);
 }
+
+std::string sectionRows(std::string const & text, std::string const & title) {
+    auto const nextLine = [&](std::size_t at) { return text.find('\n', at) + 1; };
+    std::size_t const titles = text.find("\n\n", text.find(title)) + 2;
+    std::size_t const start = nextLine(nextLine(titles));
+    return text.substr(start, nextLine(text.find("Total Mac", start)) - start);
+}

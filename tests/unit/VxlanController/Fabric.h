@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// Entries of published tables in the notation of the tests.
+/// Add entries, written as text, to published tables.
 void addUnicast(VxlanController::VniTables & tables, char const * mac, char const * vtep,
                 Vex::U32 moves = 0);
 void addMultipath(VxlanController::VniTables & tables, char const * mac,
@@ -18,13 +18,13 @@ void addMultipath(VxlanController::VniTables & tables, char const * mac,
 void addFlood(VxlanController::VniTables & tables, char const * mac,
               std::initializer_list<char const *> vteps);
 
-/// The EVPN tables of a state, and the list in which they stand under "EVPN".
+/// The EVPN tables of a state, and the list that holds them under "EVPN".
 class Evpn {
 public:
     void host(Vex::U32 vni, char const * mac, char const * vtep, Vex::U32 moves = 0);
     void floodVtep(Vex::U32 vni, char const * vtep);
 
-    /// Puts the tables, once they are filled, into the list.
+    /// Puts the filled tables into the list.
     void publish();
 
     VcsEvpn::HostTableWriter hosts{"hosts"};
@@ -33,8 +33,8 @@ public:
         VxlanController::Cli::hostFloodTableListFactory();
 };
 
-/// A received state written down by a test: "HSC" and "QVX" go to the list of sources,
-/// every other name to the directory of switches.
+/// A received state, as a test writes it down: "HSC" and "QVX" go to the list of sources, every
+/// other name to the directory of switches.
 class Fabric {
 public:
     Fabric & unicast(char const * source, Vex::U32 vni, char const * mac, char const * vtep,
@@ -49,7 +49,7 @@ public:
     /// A source without any VNI.
     Fabric & source(char const * name);
 
-    /// The tables of a source, for what the writers above do not cover.
+    /// The tables of a source, for what the functions above do not cover.
     VxlanController::VniStatusDirV2 & dirOf(std::string const & source);
 
     Vex::Ptr<Vex::Dir> switches = Vex::makePtr<Vex::Dir>();
@@ -61,8 +61,8 @@ private:
     std::vector<std::pair<std::string, Vex::Ptr<VxlanController::VniStatusDirV2>>> dirs_;
 };
 
-/// The filters of a listing of MAC tables; all absent at first. `source` is the source or
-/// the destination.
+/// The filters of a listing of MAC tables; none is set at first. `source` is the source or the
+/// destination.
 struct MacFilter {
     Vxlan::VniOrNone vni = {};
     std::string mac = {};
@@ -71,10 +71,10 @@ struct MacFilter {
     bool dotted = false;
 };
 
-/// The VTEP filter in the form in which a command takes it.
+/// The VTEP filter as a command takes it.
 Vex::Ptr<VxlanController::Cli::VtepList> vtepListOf(MacFilter const & filter);
 
-/// The MAC filter, likewise.
+/// The MAC filter as a command takes it.
 Nolt::EthAddr macOf(MacFilter const & filter);
 
 /// The command that lists `fabric`.
@@ -85,3 +85,7 @@ Vex::Ptr<VxlanController::Cli::VcsVniReceived> receivedCommand(Fabric const & fa
 std::string receivedText(Fabric const & fabric, MacFilter const & filter = {});
 std::string receivedJson(Fabric const & fabric, MacFilter const & filter = {},
                          Vex::U32 revision = 2);
+
+/// The rows of one section of a text listing, with the total below them. `title` is that of the
+/// section.
+std::string sectionRows(std::string const & text, std::string const & title);

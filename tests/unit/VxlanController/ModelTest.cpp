@@ -46,7 +46,7 @@ TEST(Model, DeletingAnAbsentKeyChangesNothing) {
     EXPECT_TRUE(status->macVtepTable().empty());
 }
 
-TEST(Model, AMultipathValueOfDefaultsIsFalse) {
+TEST(Model, ADefaultMultipathValueIsFalse) {
     EXPECT_TRUE(!MacVtepMultiPath());
     EXPECT_FALSE(!MacVtepMultiPath(mac));
     MacVtepMultiPath withVtep;
@@ -102,14 +102,14 @@ TEST(Model, AnIpWithAnotherMacRaisesAndKeepsTheFirst) {
     EXPECT_EQ(table->arpEntry(ip), entry);
 }
 
-TEST(Model, FactoriesHandOutNotificationActiveObjects) {
+TEST(Model, FactoriesReturnNotificationActiveObjects) {
     EXPECT_TRUE(vtepListFactory()->hasNotificationActive());
     EXPECT_TRUE(macVtepFloodListFactory(mac)->hasNotificationActive());
     EXPECT_EQ(macVtepFloodListFactory(mac)->macAddr(), mac);
     EXPECT_TRUE(VniStatusList::VniStatusListIs()->vniEntryIs(Vni(1))->hasNotificationActive());
 }
 
-TEST(Model, TypesAreRegisteredInTheirOrder) {
+TEST(Model, TypesAreListedInTheOrderOfRegistration) {
     std::string order;
     for (Vex::Type const * type : Vex::typeTable()) {
         if (type->name.starts_with("VxlanController::Cli::")) {

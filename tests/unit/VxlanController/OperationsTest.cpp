@@ -8,8 +8,8 @@
 #include <map>
 #include <set>
 
-/// Every attribute of every type of the model is operated as a generic tool does it: with
-/// nothing known of a type but its record.
+/// Operates every attribute of every model type as a generic tool does: knowing nothing about a
+/// type but its record.
 namespace {
 
 using Vex::AnyValue;
@@ -19,8 +19,8 @@ using Vex::AttributeKind;
 using Vex::Operation;
 using Vex::U32;
 
-/// Collections of shared entities in which the key is the entity's own.
-std::set<std::string_view> const keyedByTheirOwn{"switchList"};
+/// Collections of shared entities that are keyed by an attribute of the entity.
+std::set<std::string_view> const keyedByOwnAttribute{"switchList"};
 
 /// One attribute of one object.
 class Subject {
@@ -68,7 +68,7 @@ public:
         return std::string(type_.name) + "." + std::string(attribute_.name);
     }
 
-    /// Expects that what the kind does not have is refused, and says so.
+    /// Expects that every operation that this kind of attribute lacks is refused by name.
     void expectRefusals() {
         for (int i = 0; i <= static_cast<int>(Operation::iterate); ++i) {
             auto const operation = static_cast<Operation>(i);
@@ -154,8 +154,8 @@ void exerciseOwned(Subject & subject) {
     EXPECT_TRUE(subject.get().isNull()) << subject.name();
 }
 
-/// Of a collection that holds `one` and `two` under keys 1 and 2, put in the other way
-/// round. Leaves it empty.
+/// Exercises a collection that holds `one` and `two` under keys 1 and 2, inserted in reverse
+/// order. Leaves it empty.
 void exerciseEntries(Subject & subject, AnyValue const & one, AnyValue const & two) {
     auto const absent = subject.keySample(0);
     auto const first = subject.keySample(1);
@@ -222,7 +222,7 @@ void exerciseSharedEntries(Subject & subject) {
     auto const two = subject.valueSample(2);
     auto const other = subject.valueSample(1);
     ASSERT_NE(one, other);
-    bool const ownKey = keyedByTheirOwn.contains(subject.record().name);
+    bool const ownKey = keyedByOwnAttribute.contains(subject.record().name);
     auto const insert = [&](unsigned key, AnyValue const & entity) {
         return ownKey ? subject.insert({entity}) : subject.insert({subject.keySample(key), entity});
     };
@@ -257,7 +257,7 @@ void exercise(Subject & subject) {
     case AttributeKind::sharedEntityCollection:
         return exerciseSharedEntries(subject);
     case AttributeKind::method:
-        return; // only listed; the refusals are what there is to see
+        return; // methods are only listed and have no operations
     }
     ADD_FAILURE() << subject.name() << ": a kind that this test does not know";
 }
@@ -299,7 +299,7 @@ TEST(Operations, WorkOnEveryAttributeOfEveryType) {
     EXPECT_EQ(seen, expected);
 }
 
-TEST(Operations, EveryArgumentOfAConstructorGoesToItsOwnAttribute) {
+TEST(Operations, EachConstructorArgumentSetsItsOwnAttribute) {
     for (auto const * type : Vex::typeTable()) {
         AnyValues arguments;
         for (std::size_t i = 0; i < type->constructorArguments.size(); ++i) {
@@ -314,7 +314,7 @@ TEST(Operations, EveryArgumentOfAConstructorGoesToItsOwnAttribute) {
     }
 }
 
-TEST(Operations, OfADerivedTypeAreForItsOwnObjects) {
+TEST(Operations, OfADerivedTypeAcceptOnlyItsOwnObjects) {
     auto const base = modelType("LRMapBase");
     auto const & detail = *modelType("VcsLR")->operations;
     AnyValue const map =

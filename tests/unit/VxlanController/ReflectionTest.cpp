@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-/// The vocabulary of the model as generic tools know it. Written out by hand, so that a
-/// change of the model file shows here as what it is: a change of what tools meet.
+/// The types and attributes of the model as generic tools see them. Written by hand, so that a
+/// change to the model file shows up here as a change to what tools see.
 namespace {
 
 std::string listed(Vex::Type const & type) {
@@ -31,7 +31,7 @@ std::string wholeTable() {
     return text;
 }
 
-constexpr char const * vocabulary = R"(VxlanController::Cli::HostFloodTable, entity ()
+constexpr char const * expectedTypes = R"(VxlanController::Cli::HostFloodTable, entity ()
   130 hostTable : settable entity pointer, VcsEvpn::HostTable
   131 floodTable : settable entity pointer, VcsEvpn::FloodTable
 VxlanController::Cli::VcsLRMap, entity, base VxlanController::Cli::LRMapBase (switchPublishStatus, switchInfoDir, lRNameFilter, switchFilter, vtepFilter)
@@ -175,12 +175,12 @@ VxlanController::Cli::VniStatus, entity (vni)
 
 } // namespace
 
-TEST(Reflection, HoldsTheVocabularyOfTheModelInTheOrderOfRegistration) {
+TEST(Reflection, ListsTypesAndAttributesInTheOrderOfRegistration) {
     std::string const table = wholeTable();
-    EXPECT_EQ(table, vocabulary);
+    EXPECT_EQ(table, expectedTypes);
 }
 
-TEST(Reflection, CarriesTheWordsOfTheModelFile) {
+TEST(Reflection, CarriesTheDocumentationOfTheModelFile) {
     auto const * type = Vex::typeNode("VxlanController::Cli::VtepList");
     ASSERT_NE(type, nullptr);
     EXPECT_EQ(type->doc, "The VTEPs to which a listing is limited. No entry means no limit.");

@@ -6,7 +6,7 @@
 
 #include <string>
 
-/// An unnamed file to render on: a real descriptor whose content can be read back.
+/// An unnamed file to render to: a real descriptor whose content can be read back.
 class OutputFile {
 public:
     OutputFile();

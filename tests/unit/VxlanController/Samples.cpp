@@ -17,7 +17,7 @@ std::string letter(unsigned which) {
     return which == 0 ? "" : std::string(1, static_cast<char>('a' + which));
 }
 
-/// The text of a default value is the empty one.
+/// Parses samples 1 and 2 from text; sample 0 is the default value.
 template <class T>
 Maker read(char const * one, char const * two) {
     return [=](unsigned which) {
@@ -36,7 +36,7 @@ Maker entity() {
         [](unsigned which) { return which == 0 ? AnyValue(nullptr) : AnyValue(Vex::makePtr<T>()); };
 }
 
-/// Tables are opened, not made, and stay open for as long as their writer lives.
+/// Tables cannot be constructed, only opened, and stay open as long as their writer lives.
 template <class Writer>
 Maker table() {
     return [](unsigned which) {

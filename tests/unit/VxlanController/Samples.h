@@ -6,16 +6,16 @@
 
 /// Values for tests that walk over the whole model without knowing its types.
 
-/// A value of the type, as an attribute's record spells it: 0 is the default, a null
-/// pointer for an entity; of 1 and 2, the first comes before the second in a collection.
-/// A model value has its constructor arguments like that. A failure when the type is unknown.
+/// A value of `type`, which is spelled as in an attribute's record. Sample 0 is the default, a
+/// null pointer for an entity; sample 1 comes before sample 2 in a collection. The constructor
+/// arguments of a model value are samples of the same number. An unknown type fails the test.
 Vex::AnyValue sample(std::string_view type, unsigned which);
 
-/// The constructor arguments of a model type: samples of that number.
+/// The constructor arguments of a model type: samples of the given number.
 Vex::AnyValues sampleArguments(Vex::Type const & type, unsigned which);
 
-/// A value with the key of `value`, a sample of that type, but other content.
+/// A copy of `value`, a sample of `type`, that has the same key but other content.
 Vex::AnyValue withOtherContent(std::string_view type, Vex::AnyValue value);
 
-/// The model type as a record spells it, or null for a type of others.
+/// The model type of that name, as a record spells it; null if it is not a model type.
 Vex::Type const * modelType(std::string_view name);

@@ -49,7 +49,7 @@ std::string refused(String const & text) {
     return "it was read";
 }
 
-/// Whether the text is no MacVtep, or only the one of which it is the very form.
+/// Whether the text is refused, or is exactly the string form of the value that it reads as.
 bool isRefusedOrExact(String const & text) {
     try {
         return valueToStrep(strepToValue<MacVtep>(text)) == text;
@@ -100,7 +100,7 @@ TEST(MacVtepStringForm, IsReadWithEveryFormOfTheEthernetAddress) {
     }
 }
 
-TEST(MacVtepStringForm, TheReaderStopsBehindTheForm) {
+TEST(MacVtepStringForm, TheReaderStopsAfterTheForm) {
     String const text = String(form).append(form);
     auto it = text.begin();
     auto const end = text.end();
@@ -169,7 +169,7 @@ TEST(MacVtepStringForm, WithAMalformedAttributeRaisesTheErrorOfItsType) {
               "'': expected an IPv4 address such as 10.0.0.1");
 }
 
-TEST(MacVtepStringForm, AMoveCountThatIsNoNumberPassesUnchanged) {
+TEST(MacVtepStringForm, AMoveCountThatIsNotANumberRaisesTheErrorOfItsType) {
     for (char const * count : {"x", "-1", "07", "0x7", "7.0", "None", ""}) {
         EXPECT_EQ(refused<Vex::ParseError>(
                       changed("'moveCount': 7", String("'moveCount': ").append(count))),
@@ -199,7 +199,7 @@ TEST(MacVtepStringForm, WithAnyFurtherCharacterIsRefusedAtTheEnd) {
     }
 }
 
-TEST(MacVtepStringForm, OfManyValuesIsReadBack) {
+TEST(MacVtepStringForm, RandomValuesAreReadBack) {
     std::mt19937_64 random(15);
     for (int round = 0; round < 20000; ++round) {
         MacVtep const value = randomMacVtep(random);
@@ -207,7 +207,7 @@ TEST(MacVtepStringForm, OfManyValuesIsReadBack) {
     }
 }
 
-TEST(MacVtepStringForm, OfManyValuesIsRefusedWhenCutShort) {
+TEST(MacVtepStringForm, RandomValuesCutShortAreRefused) {
     std::mt19937_64 random(16);
     for (int round = 0; round < 200; ++round) {
         String const text = valueToStrep(randomMacVtep(random));
@@ -217,7 +217,7 @@ TEST(MacVtepStringForm, OfManyValuesIsRefusedWhenCutShort) {
     }
 }
 
-TEST(MacVtepStringForm, OfManyValuesWithACharacterInsertedIsRefusedOrAnotherExactForm) {
+TEST(MacVtepStringForm, RandomValuesWithACharacterInsertedAreRefusedOrExact) {
     std::mt19937_64 random(17);
     for (int round = 0; round < 3; ++round) {
         String const text = valueToStrep(randomMacVtep(random));
@@ -257,7 +257,7 @@ TEST(LRIpUplinkPortAddressStringForm, HoldsAllButThePorts) {
     EXPECT_EQ(valueToStrep(uplink), text);
 }
 
-TEST(LRIpUplinkPortAddressStringForm, OfTheDefaultHasEmptyTexts) {
+TEST(LRIpUplinkPortAddressStringForm, TheDefaultHasEmptyTexts) {
     EXPECT_EQ(valueToStrep(LRIpUplinkPortAddress()),
               "Value('VxlanController::Cli::LRIpUplinkPortAddress', ** {'ip': , 'vlanId': 0, "
               "'mac': 00:00:00:00:00:00, 'port': None, 'switchId': , 'vtep': })");
@@ -269,7 +269,7 @@ TEST(StringForm, IsWhatTheOutputOperatorWrites) {
     EXPECT_EQ(out.str(), form + valueToStrep(MacVtepMultiPath()) + valueToStrep(someUplink()));
 }
 
-TEST(StringFormDeathTest, AMultipathValueIsNotRead) {
+TEST(StringFormDeathTest, AMultipathValueCannotBeRead) {
     constexpr char const * failed =
         ": MacVtepMultiPath: assertion "
         "'!\"No String constructor for MacVtepMultiPath - has collection\"' failed\n$";
@@ -280,7 +280,7 @@ TEST(StringFormDeathTest, AMultipathValueIsNotRead) {
     EXPECT_EXIT(MacVtepMultiPath(it, text.end()), testing::KilledBySignal(SIGABRT), failed);
 }
 
-TEST(StringFormDeathTest, AnUplinkIsNotRead) {
+TEST(StringFormDeathTest, AnUplinkCannotBeRead) {
     constexpr char const * failed =
         ": LRIpUplinkPortAddress: assertion "
         "'!\"No String constructor for LRIpUplinkPortAddress - has collection\"' failed\n$";

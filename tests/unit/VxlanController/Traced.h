@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// Everything that is traced while it lives, at the levels of the commands.
+/// Collects all trace records during its lifetime, at every level that the commands use.
 class Traced {
 public:
     Traced() {

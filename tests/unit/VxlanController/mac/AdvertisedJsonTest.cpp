@@ -21,7 +21,7 @@ TEST(AdvertisedJson, ShowsVnisInNumericOrderWithoutASourceLevel) {
               "\n");
 }
 
-TEST(AdvertisedJson, Revision1AloneCarriesTimeLearned) {
+TEST(AdvertisedJson, OnlyRevision1HasTimeLearned) {
     AdvertisedFabric fabric;
     addUnicast(fabric.entry("10"), "02:00:00:00:00:01", "10.0.0.1", 5);
     std::string const with = R"("vtepIp":"10.0.0.1","timeLearned":0,"moveCount":5)";

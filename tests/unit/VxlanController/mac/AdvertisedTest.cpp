@@ -55,14 +55,14 @@ TEST(Advertised, TheListIsNullUntilInitialized) {
     EXPECT_NE(command->vniDir(), nullptr);
 }
 
-TEST(Advertised, ADestinationThatIsNeitherWordNarrowsNothing) {
+TEST(Advertised, ADestinationThatIsNotAKeywordSelectsEverything) {
     auto const fabric = fabricOfAllDestinations();
     for (char const * word : {"", "all", "qvx", "leaf1", "HSC", "EVPN"}) {
         EXPECT_EQ(collected(fabric, {.source = word}), "1:100 ") << word;
     }
 }
 
-TEST(Advertised, AWordTakesThatDestinationOnly) {
+TEST(Advertised, AKeywordSelectsThatDestinationOnly) {
     auto const fabric = fabricOfAllDestinations();
     EXPECT_EQ(collected(fabric, {.source = "hsc"}), "2:100 ");
     EXPECT_EQ(collected(fabric, {.source = "evpn"}), "3:100 ");
@@ -80,7 +80,7 @@ TEST(Advertised, AbsentStateIsAnEmptyTableWithoutAMessage) {
     }
 }
 
-TEST(Advertised, TheVniFilterTakesThatVni) {
+TEST(Advertised, TheVniFilterSelectsThatVni) {
     auto fabric = fabricOfAllDestinations();
     addUnicast(fabric.entry("4098"), anyMac, "10.0.0.1");
     addUnicast(fabric.hsc(4098), anyMac, "10.0.0.1");
@@ -91,7 +91,7 @@ TEST(Advertised, TheVniFilterTakesThatVni) {
     }
 }
 
-TEST(Advertised, AVniFilterFindsItsEntryByTheDecimalNameAlone) {
+TEST(Advertised, AVniFilterFindsItsEntryOnlyByTheDecimalName) {
     AdvertisedFabric fabric;
     addUnicast(fabric.entry("010"), anyMac, "10.0.0.1");
     EXPECT_EQ(collected(fabric), "10:100 ");
@@ -112,7 +112,7 @@ TEST(Advertised, TheLeadingNumberOfAnEntryNameCounts) {
     EXPECT_EQ(collected(fabric), "7:100 8:100 9:100 10:100 ");
 }
 
-TEST(Advertised, AnEntryNameOutOfRangeRaisesTheRangeErrorAndPrintsNothing) {
+TEST(Advertised, AnEntryNameOutOfRangeRaisesARangeErrorAndPrintsNothing) {
     for (char const * name : {"16777216", "-1", "4294967297", "99999999999999999999"}) {
         auto fabric = fabricOfAllDestinations();
         fabric.entry(name);
@@ -121,7 +121,7 @@ TEST(Advertised, AnEntryNameOutOfRangeRaisesTheRangeErrorAndPrintsNothing) {
     }
 }
 
-TEST(Advertised, AVniFilterOutOfRangeRaisesTheRangeError) {
+TEST(Advertised, AVniFilterOutOfRangeRaisesARangeError) {
     auto const fabric = fabricOfAllDestinations();
     MacFilter filter{.vni = Vxlan::VniOrNone(0x1000001)};
     EXPECT_EQ(rangeErrorOf(fabric, filter), outOfRange);
@@ -184,7 +184,7 @@ TEST(Advertised, EvpnFloodVtepsFormOneListAndAMacFilterExcludesThem) {
     EXPECT_EQ(collected(fabric, {.mac = anyMac, .source = "evpn"}), "3:100 ");
 }
 
-TEST(Advertised, RenderingTwiceCollectsAfreshAndDroppingFreesEverything) {
+TEST(Advertised, RenderingAgainCollectsAgainAndDestructionFreesEverything) {
     auto const live = [] { return Vex::allocTrackLiveCount("VxlanController::Cli::"); };
     auto const fabric = fabricOfAllDestinations();
     Vex::U64 const before = live();

@@ -21,25 +21,17 @@ TEST(AdvertisedText, AnEmptyStateIsTwoHeadersAndTwoTotals) {
 
 namespace {
 
-/// The rows of a listing with the total that closes them, by section.
-std::string advertisedRows(std::string const & text, bool flood) {
-    std::size_t const section = flood ? text.find("Advertised Flood Table") : 0;
-    std::size_t const dashes = text.find("----------- -----------------", section);
-    std::size_t const start = text.find('\n', dashes) + 1;
-    return text.substr(start, text.find('\n', text.find("Total Mac", start)) + 1 - start);
-}
-
 std::string ucastRows(AdvertisedFabric const & fabric, MacFilter const & filter = {}) {
-    return advertisedRows(advertisedText(fabric, filter), false);
+    return sectionRows(advertisedText(fabric, filter), "Advertised Mac Address Table");
 }
 
 std::string floodRows(AdvertisedFabric const & fabric, MacFilter const & filter = {}) {
-    return advertisedRows(advertisedText(fabric, filter), true);
+    return sectionRows(advertisedText(fabric, filter), "Advertised Flood Table");
 }
 
 } // namespace
 
-TEST(AdvertisedText, ShowsOneRowAMacByVniNumberAndMac) {
+TEST(AdvertisedText, ShowsOneRowPerMacOrderedByVniNumberAndMac) {
     AdvertisedFabric fabric;
     addUnicast(fabric.entry("65536"), "02:00:00:00:00:01", "10.0.0.1");
     addUnicast(fabric.entry("4096"), "02:00:00:00:00:02", "192.168.100.200", 1234567);

@@ -8,7 +8,8 @@ namespace Cli = VxlanController::Cli;
 
 namespace {
 
-/// The EVPN rows of a listing, "VNI MAC>VTEP" for hosts and "VNI ~VTEPS" for flood lists.
+/// The EVPN rows of a listing, "VNI MAC>VTEP*MOVES" for hosts and "VNI MAC~ VTEPS" for flood
+/// lists.
 std::string evpnOf(Fabric const & fabric, MacFilter const & filter = {}) {
     auto const command = receivedCommand(fabric, filter);
     command->initialize();
@@ -94,7 +95,7 @@ TEST(CopyEvpn, ANullTableOfThePairIsSkipped) {
                               "30 0000.0000.0000~ 10.8.0.1\n");
 }
 
-TEST(CopyEvpn, ADamagedHostTableEndsItsCopyAndTheFloodTableFollows) {
+TEST(CopyEvpn, ADamagedHostTableEndsItsCopyAndTheFloodTableIsStillCopied) {
     Fabric fabric;
     for (int i = 0; i < 100; ++i) {
         std::string const mac = "02:00:00:00:00:" + std::to_string(i / 10) + std::to_string(i % 10);
@@ -105,7 +106,7 @@ TEST(CopyEvpn, ADamagedHostTableEndsItsCopyAndTheFloodTableFollows) {
     std::string message;
     table->corruptionHandlerIs([&](std::string_view text) { message = text; });
 
-    // The last slots of the memory: what lies before them has been copied by then.
+    // Only the last slots are damaged, so that those before them have been copied by then.
     int const descriptor = fabric.evpn.hosts.descriptor();
     off_t const size = sizeOf(descriptor);
     for (off_t at = size - size / 4; at < size; ++at) {
@@ -119,7 +120,7 @@ TEST(CopyEvpn, ADamagedHostTableEndsItsCopyAndTheFloodTableFollows) {
     EXPECT_EQ(text.find(message), std::string::npos);
 }
 
-TEST(CopyEvpn, ADamagedFloodTableLeavesTheHosts) {
+TEST(CopyEvpn, ADamagedFloodTableKeepsTheHosts) {
     Fabric fabric = evpnFabric();
     int const descriptor = fabric.evpn.floodVteps.descriptor();
     off_t const size = sizeOf(descriptor);

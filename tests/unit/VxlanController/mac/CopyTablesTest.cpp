@@ -6,7 +6,7 @@ namespace Cli = VxlanController::Cli;
 
 namespace {
 
-/// What a listing has collected for one VNI of one source, in a short notation:
+/// What a listing has collected for one VNI of one source, in short:
 /// unicast "MAC>VTEP*MOVES", multipath "MAC=VTEPS", flood "MAC~VTEPS", last octets only.
 std::string collected(Fabric const & fabric, MacFilter const & filter = {},
                       char const * source = "leaf1", Vex::U32 vni = 10) {
@@ -58,7 +58,7 @@ TEST(CopyTables, EveryTableIsCopiedAndSorted) {
     EXPECT_EQ(collected(fabricOfAllTables()), "01>1*7 02>2*0 01=.1.2 03=.3.4 01~.1.5 04~.6 ");
 }
 
-TEST(CopyTables, AMacFilterTakesThatMacFromEveryTable) {
+TEST(CopyTables, AMacFilterSelectsThatMacFromEveryTable) {
     EXPECT_EQ(collected(fabricOfAllTables(), {.mac = "02:00:00:00:00:01"}),
               "01>1*7 01=.1.2 01~.1.5 ");
     EXPECT_EQ(collected(fabricOfAllTables(), {.mac = "02:00:00:00:00:02"}), "02>2*0 ");
@@ -75,7 +75,7 @@ TEST(CopyTables, AMacKnownOnlyAsAFloodListYieldsOnlyThatFloodList) {
     EXPECT_TRUE(command->nonSwitchSourceDir()->switchList().empty());
 }
 
-TEST(CopyTables, AVtepFilterTakesEntriesWithOneOfItsVteps) {
+TEST(CopyTables, AVtepFilterSelectsEntriesWithOneOfItsVteps) {
     EXPECT_EQ(collected(fabricOfAllTables(), {.vteps = {{"10.0.0.2", true}, {"10.0.0.6", true}}}),
               "02>2*0 01=.1.2 04~.6 ");
 }
@@ -109,7 +109,7 @@ TEST(CopyTables, DefaultEntriesCountAsAbsent) {
     EXPECT_EQ(collected(fabric), "00>0*1 00=.1 ");
 }
 
-TEST(CopyTables, EveryCopiedVtepIsAMemberWhateverTheStateHolds) {
+TEST(CopyTables, EveryCopiedVtepIsAMemberWhateverItsFlag) {
     Fabric fabric;
     VxlanController::MacVtepMultiPathV2 entry(Nolt::EthAddr::fromString("02:00:00:00:00:01"));
     entry.vtepIpIs(Nolt::IpAddr(1), false);
@@ -121,7 +121,7 @@ TEST(CopyTables, EveryCopiedVtepIsAMemberWhateverTheStateHolds) {
     EXPECT_TRUE(status->macVtepMultiPathTable(entry.macAddr()).vtepIpList(Nolt::IpAddr(1)));
 }
 
-TEST(CopyTables, AMillionEntriesOfOneVniComeOutSorted) {
+TEST(CopyTables, AMillionEntriesOfOneVniAreSorted) {
     constexpr Vex::U32 count = 1'000'000;
     Fabric fabric;
     auto const status = fabric.dirOf("leaf1").vniStatusV2Is(Vxlan::Vni(10));

@@ -103,7 +103,7 @@ std::string leaf1Vni10(std::string const & tables) {
 
 } // namespace
 
-TEST(ReceivedJson, Revision1AloneCarriesTimeLearned) {
+TEST(ReceivedJson, OnlyRevision1HasTimeLearned) {
     Fabric fabric;
     fabric.unicast("leaf1", 10, "02:00:00:00:00:01", "10.0.0.1", 5);
     EXPECT_EQ(receivedJson(fabric, {}, 1),
@@ -141,7 +141,7 @@ TEST(ReceivedJson, AMacInBothFloodTablesIsListedTwiceMultipathFirst) {
                          R"("vtepIpList":["10.0.0.1"]}])"));
 }
 
-TEST(ReceivedJson, TheDottedFlagIsToldAndChangesNoVni) {
+TEST(ReceivedJson, TheDottedFlagIsReportedAndChangesNoVni) {
     Fabric fabric;
     fabric.unicast("leaf1", 4098, "02:00:00:00:00:01", "10.0.0.1");
     std::string const document = receivedJson(fabric, {.dotted = true});
@@ -156,7 +156,7 @@ TEST(ReceivedJson, AMoveCountAbove2147483647IsNegative) {
     EXPECT_NE(receivedJson(fabric).find("\"moveCount\":-2}"), std::string::npos);
 }
 
-TEST(ReceivedJson, ANameMayHoldAnyBytes) {
+TEST(ReceivedJson, ANameCanHoldAnyBytes) {
     Fabric fabric;
     fabric.unicast("a\"b\\\n\xff%s", 10, "02:00:00:00:00:01", "10.0.0.1");
     EXPECT_NE(receivedJson(fabric).find(R"({"switches":{"a\"b\\\n)"

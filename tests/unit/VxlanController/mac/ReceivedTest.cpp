@@ -9,7 +9,7 @@ namespace Cli = VxlanController::Cli;
 
 namespace {
 
-/// One entry under every source, so that a listing tells which sources it takes.
+/// One entry under every source, so that a listing shows which sources it selects.
 Fabric fabricOfAllSources() {
     Fabric fabric;
     for (char const * source : {"leaf1", "leaf2", "HSC", "QVX"}) {
@@ -49,21 +49,21 @@ TEST(Received, TheDirectoriesAreNullUntilInitialized) {
     EXPECT_NE(command->nonSwitchSourceDir(), nullptr);
 }
 
-TEST(Received, TheEmptySourceFilterTakesEverything) {
+TEST(Received, AnEmptySourceFilterSelectsEverything) {
     EXPECT_EQ(sourcesUnder(""), "leaf1 leaf2 | EVPN HSC QVX ");
 }
 
-TEST(Received, AllTakesEverySwitchAndNoOtherSource) {
+TEST(Received, AllSelectsEverySwitchAndNoOtherSource) {
     EXPECT_EQ(sourcesUnder("all"), "leaf1 leaf2 | ");
 }
 
-TEST(Received, AWordTakesThatSourceOnly) {
+TEST(Received, AKeywordSelectsThatSourceOnly) {
     EXPECT_EQ(sourcesUnder("hsc"), "| HSC ");
     EXPECT_EQ(sourcesUnder("qvx"), "| QVX ");
     EXPECT_EQ(sourcesUnder("evpn"), "| EVPN ");
 }
 
-TEST(Received, ASwitchNameTakesThatSwitchOnly) {
+TEST(Received, ASwitchNameSelectsThatSwitchOnly) {
     EXPECT_EQ(sourcesUnder("leaf2"), "leaf2 | ");
 }
 
@@ -72,7 +72,7 @@ TEST(Received, AnUnknownSwitchYieldsNothing) {
     EXPECT_EQ(sourcesUnder("LEAF1"), "| ");
 }
 
-TEST(Received, UpperCaseWordsAreSwitchNames) {
+TEST(Received, UpperCaseKeywordsAreSwitchNames) {
     EXPECT_EQ(sourcesUnder("HSC"), "| ");
     EXPECT_EQ(sourcesUnder("EVPN"), "| ");
     EXPECT_EQ(sourcesUnder("All"), "| ");
@@ -116,7 +116,7 @@ TEST(Received, AnEntryOfAnotherTypeIsSkipped) {
     EXPECT_EQ(sourcesOf(fabric, {.source = "pod"}), "| ");
 }
 
-TEST(Received, TheVniFilterTakesThatVniOfEverySource) {
+TEST(Received, TheVniFilterSelectsThatVniOfEverySource) {
     Fabric fabric;
     fabric.unicast("leaf1", 10, "02:00:00:00:00:01", "10.0.0.1")
         .unicast("leaf1", 11, "02:00:00:00:00:02", "10.0.0.1")
@@ -127,7 +127,7 @@ TEST(Received, TheVniFilterTakesThatVniOfEverySource) {
     EXPECT_EQ(sourcesOf(fabric, {.vni = Vxlan::Vni(12)}), "| ");
 }
 
-TEST(Received, AVniFilterOutOfRangeRaisesTheRangeErrorAndPrintsNothing) {
+TEST(Received, AVniFilterOutOfRangeRaisesARangeErrorAndPrintsNothing) {
     Fabric fabric = fabricOfAllSources();
     OutputFile const file;
     auto const command = receivedCommand(fabric, {.vni = Vxlan::VniOrNone(0x1000001)});
@@ -140,7 +140,7 @@ TEST(Received, AVniFilterOutOfRangeRaisesTheRangeErrorAndPrintsNothing) {
     EXPECT_EQ(file.content(), "");
 }
 
-TEST(Received, RenderingTwiceCollectsAfresh) {
+TEST(Received, RenderingAgainCollectsAgain) {
     Fabric fabric = fabricOfAllSources();
     auto const command = receivedCommand(fabric);
     std::string const first = rendered(command);
@@ -151,7 +151,7 @@ TEST(Received, RenderingTwiceCollectsAfresh) {
     EXPECT_NE(rendered(command), first);
 }
 
-TEST(Received, DroppingTheCommandFreesEveryModelObject) {
+TEST(Received, DestroyingTheCommandFreesEveryModelObject) {
     Fabric const fabric = fabricOfAllSources();
     auto const live = [] { return Vex::allocTrackLiveCount("VxlanController::Cli::"); };
     Vex::U64 const before = live();
@@ -193,7 +193,7 @@ TEST(Received, TracesAMissingSourceAndAMissingTablePair) {
               "1 hostFloodTable not created for EVPN\n");
 }
 
-TEST(Received, AnUnknownSwitchIsNoMissingState) {
+TEST(Received, AnUnknownSwitchIsNotTracedAsMissingState) {
     Fabric const fabric;
     Traced const traced;
     receivedCommand(fabric, {.source = "leaf9"})->initialize();

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The number of unicast entries, one behind each of 10.0.0.1 and 10.0.0.2, that pass.
+/// How many unicast entries pass, of two behind 10.0.0.1 and two behind 10.0.0.2.
 std::size_t passing(std::vector<std::pair<std::string, bool>> const & vteps) {
     Fabric fabric;
     fabric.unicast("leaf1", 10, "02:00:00:00:00:01", "10.0.0.1")
