@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Two VNIs of two bindings each, no two in the same order under any key.
+/// Two VNIs with two bindings each, ordered differently by each key.
 ArpState twoVnis() {
     ArpState state;
     state
@@ -20,8 +20,8 @@ ArpState twoVnis() {
     return state;
 }
 
-/// Renders `command`, which has to raise an Error, in both forms; the texts are what it says
-/// and what it has printed by then.
+/// Renders the listing in both formats, each of which must raise an Error before it prints
+/// anything, and returns the text of the error.
 template <class Error>
 std::string raised(ArpState const & state, ArpFilters const & filters = {}) {
     std::string text;
@@ -44,7 +44,7 @@ ArpState named(char const * name) {
     return state;
 }
 
-/// The text of the VNI as which an entry of that name is listed.
+/// The VNI, as text, under which an entry of that name is listed.
 std::string vniNamed(char const * name) {
     std::string const json = advertisedJson(named(name));
     std::string const before = "{\"vnis\":{\"";
@@ -127,14 +127,14 @@ TEST(ArpAdvertised, AMacFilterThatMatchesNothingKeepsEveryVniInJsonAndNoRowInTex
               "\n");
 }
 
-TEST(ArpAdvertised, AMacFilterTakesThatMacOnly) {
+TEST(ArpAdvertised, AMacFilterSelectsThatMacOnly) {
     EXPECT_EQ(advertisedText(twoVnis(), {.mac = "00:1c:73:0a:0b:0c"}),
               advertisedTable("10       10.0.0.2        001c.730a.0b0c     3        \n"
                               "9        2001:db8::1     001c.730a.0b0c     7        \n",
                               2));
 }
 
-TEST(ArpAdvertised, AnIpFilterTakesThatAddressOnly) {
+TEST(ArpAdvertised, AnIpFilterSelectsThatAddressOnly) {
     EXPECT_EQ(advertisedText(twoVnis(), {.ip = "10.0.0.2"}),
               advertisedTable("10       10.0.0.2        001c.730a.0b0c     3        \n"
                               "9        10.0.0.2        0200.0000.0002     1        \n",
@@ -143,28 +143,28 @@ TEST(ArpAdvertised, AnIpFilterTakesThatAddressOnly) {
               advertisedTable("9        2001:db8::1     001c.730a.0b0c     7        \n", 1));
 }
 
-TEST(ArpAdvertised, AnIpFilterOfTheOtherVersionTakesNothing) {
+TEST(ArpAdvertised, AnIpFilterOfTheOtherVersionSelectsNothing) {
     EXPECT_EQ(advertisedText(twoVnis(), {.ip = "::ffff:10.0.0.2"}), advertisedTable("", 0));
     EXPECT_EQ(advertisedText(twoVnis(), {.ip = "::a00:2"}), advertisedTable("", 0));
 }
 
-TEST(ArpAdvertised, MacAndIpFilterHoldTogether) {
+TEST(ArpAdvertised, MacAndIpFiltersCombine) {
     EXPECT_EQ(advertisedText(twoVnis(), {.mac = "02:00:00:00:00:02", .ip = "10.0.0.2"}),
               advertisedTable("9        10.0.0.2        0200.0000.0002     1        \n", 1));
 }
 
-TEST(ArpAdvertised, AVniFilterTakesThatVniOnly) {
+TEST(ArpAdvertised, AVniFilterSelectsThatVniOnly) {
     EXPECT_EQ(advertisedJson(twoVnis(), {.vni = Vxlan::Vni(9), .ip = "10.0.0.9"}),
               "{\"vnis\":{\"9\":{\"addresses\":{}}}}\n");
     EXPECT_EQ(advertisedJson(twoVnis(), {.vni = Vxlan::Vni(11)}), "{\"vnis\":{}}\n");
 }
 
-TEST(ArpAdvertised, AVniFilterAtTheNoneValueTakesEveryVni) {
+TEST(ArpAdvertised, AVniFilterOfTheNoneValueSelectsEveryVni) {
     EXPECT_EQ(advertisedText(twoVnis(), {.vni = Vxlan::VniOrNone(16777216)}),
               advertisedText(twoVnis()));
 }
 
-TEST(ArpAdvertised, AVniFilterAboveTheNoneValueTakesNothing) {
+TEST(ArpAdvertised, AVniFilterAboveTheNoneValueSelectsNothing) {
     EXPECT_EQ(advertisedJson(twoVnis(), {.vni = Vxlan::VniOrNone(16777217)}), "{\"vnis\":{}}\n");
 }
 
@@ -176,7 +176,7 @@ TEST(ArpAdvertised, Vni100IsListedBeforeVni20) {
                                      "\n");
 }
 
-TEST(ArpAdvertised, DottedVnisAreOrderedByTheirTextToo) {
+TEST(ArpAdvertised, DottedVnisAreAlsoOrderedByTheirText) {
     ArpState state;
     state.advertised("20", {{"10.0.0.1", "02:00:00:00:00:01"}})
         .advertised("100", {{"10.0.0.1", "02:00:00:00:00:01"}})
@@ -193,7 +193,7 @@ TEST(ArpAdvertised, DottedVnisAreOrderedByTheirTextToo) {
               "{\"vnis\":{\"0.16.2\":{\"addresses\":{}}}}\n");
 }
 
-TEST(ArpAdvertised, EveryRevisionIsTheSame) {
+TEST(ArpAdvertised, EveryRevisionPrintsTheSame) {
     auto const command = advertisedCommand(twoVnis());
     for (Vex::U32 format : {textFormat, jsonFormat}) {
         std::string const whole = rendered(command, format, 2);
@@ -203,7 +203,7 @@ TEST(ArpAdvertised, EveryRevisionIsTheSame) {
     }
 }
 
-TEST(ArpAdvertised, ATableWithThousandsOfEntriesIsInTheOrderOfAddresses) {
+TEST(ArpAdvertised, ATableWithThousandsOfEntriesIsOrderedByAddress) {
     ArpState state;
     auto const status = Vex::makePtr<VxlanController::VniFdbStatusV2>();
     addMany(*status, 20'000);
@@ -228,7 +228,7 @@ TEST(ArpAdvertised, AnEntryOfAnotherTypeIsSkippedWhateverItsName) {
     EXPECT_EQ(advertisedText(state), advertisedText(twoVnis()));
 }
 
-TEST(ArpAdvertised, ANameIsReadWithBlanksSignAndWhatFollows) {
+TEST(ArpAdvertised, ANameCanHaveLeadingBlanksASignAndTrailingText) {
     EXPECT_EQ(vniNamed(" 7"), "7");
     EXPECT_EQ(vniNamed("\t\n 7"), "7");
     EXPECT_EQ(vniNamed("+7"), "7");
@@ -239,7 +239,7 @@ TEST(ArpAdvertised, ANameIsReadWithBlanksSignAndWhatFollows) {
     EXPECT_EQ(vniNamed("16777215"), "16777215");
 }
 
-TEST(ArpAdvertised, ANameThatIsNoNumberRaisesInvalidArgument) {
+TEST(ArpAdvertised, ANameThatIsNotANumberRaisesInvalidArgument) {
     EXPECT_EQ(raised<std::invalid_argument>(named("abc")), "stoi");
     EXPECT_EQ(raised<std::invalid_argument>(named("")), "stoi");
     EXPECT_EQ(raised<std::invalid_argument>(named(" ")), "stoi");
@@ -252,7 +252,7 @@ TEST(ArpAdvertised, ANameOfMoreThan32BitsRaisesOutOfRange) {
     EXPECT_EQ(raised<std::out_of_range>(named("-2147483649")), "stoi");
 }
 
-TEST(ArpAdvertised, ANumberThatIsNoVniRaisesTheRangeError) {
+TEST(ArpAdvertised, ANumberThatIsNotAVniRaisesARangeError) {
     for (char const * name : {"-1", "-2147483648", "16777216", "2147483647", "+16777216"}) {
         EXPECT_EQ(raised<Vex::RangeError>(named(name)), rangeError) << name;
     }
@@ -264,7 +264,7 @@ TEST(ArpAdvertised, ABadNameRaisesWhateverTheVniFilter) {
     EXPECT_EQ(raised<Vex::RangeError>(named("-1"), filters), rangeError);
 }
 
-TEST(ArpAdvertised, TwoEntriesOfOneVniThatAgreeAreOneTable) {
+TEST(ArpAdvertised, TwoEntriesOfOneVniThatAgreeShareATable) {
     ArpState state;
     state
         .advertised("10",
@@ -279,7 +279,7 @@ TEST(ArpAdvertised, TwoEntriesOfOneVniThatAgreeAreOneTable) {
 }
 
 TEST(ArpAdvertised, TwoEntriesOfOneVniThatDisagreeRaiseAndPrintNothing) {
-    std::string const told = "VxlanController::Cli::VxlanArpEntry 10.0.0.1: ";
+    std::string const subject = "VxlanController::Cli::VxlanArpEntry 10.0.0.1: ";
 
     struct {
         Binding other;
@@ -294,12 +294,12 @@ TEST(ArpAdvertised, TwoEntriesOfOneVniThatDisagreeRaiseAndPrintNothing) {
         ArpState state;
         state.advertised("10", {{"10.0.0.1", "02:00:00:00:00:01", 1, 2}})
             .advertised("010", {other});
-        std::string const expected = told + attribute;
+        std::string const expected = subject + attribute;
         EXPECT_EQ(raised<Vex::ReinstantiationError>(state).substr(0, expected.size()), expected);
     }
 }
 
-TEST(ArpAdvertised, ADisagreementThatTheFiltersLeaveOutIsNone) {
+TEST(ArpAdvertised, ADisagreementThatTheFiltersExcludeRaisesNothing) {
     ArpState state;
     state.advertised("10", {{"10.0.0.1", "02:00:00:00:00:01"}})
         .advertised("010", {{"10.0.0.1", "02:00:00:00:00:09"}});

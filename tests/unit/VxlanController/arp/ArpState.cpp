@@ -1,6 +1,7 @@
 #include "tests/unit/VxlanController/arp/ArpState.h"
 
-#include "tests/unit/VxlanController/Rendered.h"
+#include "VxlanController/arp/SetOutput.h"
+#include "tests/unit/VxlanController/arp/Sets.h"
 
 using namespace VxlanController;
 using Nolt::EthAddr;
@@ -15,8 +16,8 @@ void add(VniTables & status, std::initializer_list<Binding> bindings) {
     }
 }
 
-/// The entity under `name`, made when it is not there. The directory shares its entities as
-/// constants; the one who mounts them may still write.
+/// The entity under `name`, created if absent. The directory returns its entities as const, but
+/// the test that owns them can write to them.
 template <class T>
 T & entityOf(Vex::Dir & directory, std::string const & name) {
     if (!directory.entityPtr(name)) {
@@ -25,9 +26,11 @@ T & entityOf(Vex::Dir & directory, std::string const & name) {
     return const_cast<T &>(dynamic_cast<T const &>(*directory.entityPtr(name)));
 }
 
-std::string table(char const * header, std::string const & rows, int total) {
-    return header + rows + "\nTotal IP addresses for this criterion: " + std::to_string(total) +
-           "\n";
+/// The listing with these rows under the header of `emptyListing`. The bytes of that header are
+/// checked by the golden test of the set functions.
+std::string listing(std::string const & emptyListing, std::string const & rows, int total) {
+    return emptyListing.substr(0, emptyListing.find("\nTotal")) + rows +
+           "\nTotal IP addresses for this criterion: " + std::to_string(total) + "\n";
 }
 
 } // namespace
@@ -83,17 +86,17 @@ std::string receivedJson(ArpState const & state, ArpFilters const & filters) {
 }
 
 std::string advertisedTable(std::string const & rows, int total) {
-    return table("                       Advertised ARP Table\n"
-                 "-------------------------------------------------------------------------\n"
-                 "VNI      IP Address      MAC Address        Changes\n"
-                 "-------- --------------- ------------------ --------\n",
-                 rows, total);
+    return listing(printed(textFormat,
+                           [](outfmt::Printer & printer) {
+                               Cli::renderVxlanFdbSetText(printer, Cli::vxlanFdbSetFactory());
+                           }),
+                   rows, total);
 }
 
 std::string receivedTable(std::string const & rows, int total) {
-    return table("                        Received ARP Table\n"
-                 "-------------------------------------------------------------------------\n"
-                 "Switch              VNI      IP Address      MAC Address        Changes\n"
-                 "------------------- -------- --------------- ------------------ ---------\n",
-                 rows, total);
+    return listing(printed(textFormat,
+                           [](outfmt::Printer & printer) {
+                               Cli::renderVxlanVtepSetText(printer, Cli::vxlanVtepSetFactory());
+                           }),
+                   rows, total);
 }

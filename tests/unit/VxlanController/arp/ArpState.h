@@ -14,7 +14,7 @@ struct Binding {
     Vex::U8 preference = 0;
 };
 
-/// A published ARP state written down by a test: advertised tables by the name of their
+/// A published ARP state, as a test writes it down: advertised tables by the name of their
 /// entry, received ones by switch and VNI.
 class ArpState {
 public:
@@ -32,7 +32,7 @@ public:
 /// Adds `count` bindings, 10.0.0.0 and those that follow.
 void addMany(VxlanController::VniTables & status, Vex::U32 count);
 
-/// The filters of a listing; all absent at first. The switch counts for received tables only.
+/// The filters of a listing; none is set at first. The switch applies to received tables only.
 struct ArpFilters {
     Vxlan::VniOrNone vni = {};
     std::string mac = "00:00:00:00:00:00";
@@ -53,6 +53,6 @@ std::string advertisedJson(ArpState const & state, ArpFilters const & filters = 
 std::string receivedText(ArpState const & state, ArpFilters const & filters = {});
 std::string receivedJson(ArpState const & state, ArpFilters const & filters = {});
 
-/// A text listing around `rows`: the header, the rows, an empty line, the total.
+/// The text listing with these rows: the header, the rows, an empty line, the total.
 std::string advertisedTable(std::string const & rows, int total);
 std::string receivedTable(std::string const & rows, int total);

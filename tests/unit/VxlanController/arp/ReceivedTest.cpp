@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Two switches that know other things of the same VNIs.
+/// Two switches with different bindings in the same VNIs.
 ArpState twoSwitches() {
     ArpState state;
     state
@@ -105,7 +105,7 @@ TEST(ArpReceived, AnUnknownSwitchIsAnEmptyTable) {
     }
 }
 
-TEST(ArpReceived, ASwitchFilterTakesThatSwitchOnly) {
+TEST(ArpReceived, ASwitchFilterSelectsThatSwitchOnly) {
     EXPECT_EQ(receivedText(twoSwitches(), {.switchId = "leaf10"}),
               receivedTable("leaf10              10       10.0.0.2        0200.0000.0004     5"
                             "        \n"
@@ -138,21 +138,21 @@ TEST(ArpReceived, AMacFilterThatMatchesNothingKeepsEveryVniInJsonAndNoRowInText)
               "\n");
 }
 
-TEST(ArpReceived, AMacFilterTakesThatMacOnly) {
+TEST(ArpReceived, AMacFilterSelectsThatMacOnly) {
     EXPECT_EQ(receivedText(twoSwitches(), {.mac = "02:00:00:00:00:02"}),
               receivedTable("leaf2               9        10.0.0.2        0200.0000.0002     1"
                             "        \n",
                             1));
 }
 
-TEST(ArpReceived, AnIpFilterTakesThatAddressOnly) {
+TEST(ArpReceived, AnIpFilterSelectsThatAddressOnly) {
     EXPECT_EQ(receivedText(twoSwitches(), {.ip = "2001:db8:1:2::3:4"}),
               receivedTable("leaf2               10       2001:db8:1:2::3 0200.0000.0001     2"
                             "        \n",
                             1));
 }
 
-TEST(ArpReceived, AVniFilterAtTheNoneValueTakesEveryVni) {
+TEST(ArpReceived, AVniFilterOfTheNoneValueSelectsEveryVni) {
     EXPECT_EQ(receivedText(twoSwitches(), {.vni = Vxlan::VniOrNone(16777216)}),
               receivedText(twoSwitches()));
 }
@@ -185,7 +185,7 @@ TEST(ArpReceived, AnEntryOfAnotherTypeIsSkipped) {
     EXPECT_EQ(receivedJson(state), receivedJson(twoSwitches()));
 }
 
-TEST(ArpReceived, TwoSwitchesMayDisagree) {
+TEST(ArpReceived, TwoSwitchesCanDisagree) {
     ArpState state;
     state.received("leaf1", 10, {{"10.0.0.1", "02:00:00:00:00:01"}})
         .received("leaf2", 10, {{"10.0.0.1", "02:00:00:00:00:02"}});
@@ -197,7 +197,7 @@ TEST(ArpReceived, TwoSwitchesMayDisagree) {
                             2));
 }
 
-TEST(ArpReceived, EveryRevisionIsTheSame) {
+TEST(ArpReceived, EveryRevisionPrintsTheSame) {
     auto const command = receivedCommand(twoSwitches());
     for (Vex::U32 format : {textFormat, jsonFormat}) {
         std::string const whole = rendered(command, format, 2);

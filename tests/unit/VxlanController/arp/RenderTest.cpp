@@ -18,7 +18,7 @@ namespace {
 constexpr char const * entryType = "VxlanController::Cli::VxlanArpEntry";
 constexpr char const * tableType = "VxlanController::Cli::VxlanArpTable";
 
-/// One table that takes long to copy.
+/// A state with one table that takes long to copy.
 ArpState oneLargeTable(Vex::U32 entries) {
     ArpState state;
     auto const status = Vex::makePtr<VxlanController::VniFdbStatusV2>();
@@ -30,7 +30,7 @@ ArpState oneLargeTable(Vex::U32 entries) {
     return state;
 }
 
-/// Many small ones.
+/// A state with many small tables.
 ArpState manyTables(Vex::U32 tables) {
     ArpState state;
     for (Vex::U32 vni = 0; vni < tables; ++vni) {
@@ -47,8 +47,8 @@ protected:
     ~ArpRender() override { outfmt::clearInterrupt(); }
 };
 
-/// Renders `command`, which is interrupted on its way: it has to say so on standard output,
-/// to return, and to print nothing.
+/// Renders `command`, which gets interrupted: it must report that on standard output, return, and
+/// print nothing.
 template <class CommandPtr>
 void expectInterrupted(CommandPtr const & command) {
     testing::internal::CaptureStdout();
@@ -64,39 +64,39 @@ Vex::U64 liveModelObjects() {
 
 } // namespace
 
-TEST_F(ArpRender, AnInterruptBeforeCollectionMakesNoTable) {
+TEST_F(ArpRender, AnInterruptBeforeCollectionCreatesNoTable) {
     for (ArpState const & state : {ArpState(), manyTables(3)}) {
-        InterruptAt const tables(tableType);
+        InterruptOnCreation const tables(tableType);
         outfmt::requestInterrupt();
         expectInterrupted(advertisedCommand(state));
         outfmt::requestInterrupt();
         expectInterrupted(receivedCommand(state));
-        EXPECT_EQ(tables.made(), 0U);
+        EXPECT_EQ(tables.created(), 0U);
     }
 }
 
-TEST_F(ArpRender, AnInterruptWithinATableEndsItSoon) {
+TEST_F(ArpRender, AnInterruptWithinATableIsNoticedSoon) {
     ArpState const state = oneLargeTable(100'000);
     {
-        InterruptAt const entries(entryType);
+        InterruptOnCreation const entries(entryType);
         expectInterrupted(advertisedCommand(state));
-        EXPECT_LT(entries.made(), 10'000U);
+        EXPECT_LT(entries.created(), 10'000U);
     }
-    InterruptAt const entries(entryType);
+    InterruptOnCreation const entries(entryType);
     expectInterrupted(receivedCommand(state));
-    EXPECT_LT(entries.made(), 10'000U);
+    EXPECT_LT(entries.created(), 10'000U);
 }
 
-TEST_F(ArpRender, AnInterruptIsFoundAtTheNextVni) {
+TEST_F(ArpRender, AnInterruptIsNoticedAtTheNextVni) {
     ArpState const state = manyTables(10);
     {
-        InterruptAt const tables(tableType);
+        InterruptOnCreation const tables(tableType);
         expectInterrupted(advertisedCommand(state));
-        EXPECT_EQ(tables.made(), 1U);
+        EXPECT_EQ(tables.created(), 1U);
     }
-    InterruptAt const tables(tableType);
+    InterruptOnCreation const tables(tableType);
     expectInterrupted(receivedCommand(state));
-    EXPECT_EQ(tables.made(), 1U);
+    EXPECT_EQ(tables.created(), 1U);
 }
 
 TEST_F(ArpRender, ACommandCanBeRenderedAgainAfterAnInterrupt) {
@@ -108,7 +108,7 @@ TEST_F(ArpRender, ACommandCanBeRenderedAgainAfterAnInterrupt) {
     EXPECT_EQ(rendered(command), whole);
 }
 
-TEST_F(ArpRender, AFullDiskIsAnExceptionOfTheCallers) {
+TEST_F(ArpRender, AFullDiskRaisesAWriteError) {
     int const full = open("/dev/full", O_WRONLY | O_CLOEXEC);
     ASSERT_GE(full, 0);
     for (ArpState const & state : {ArpState(), oneLargeTable(20'000)}) {
@@ -121,7 +121,7 @@ TEST_F(ArpRender, AFullDiskIsAnExceptionOfTheCallers) {
     close(full);
 }
 
-TEST_F(ArpRender, ADroppedCommandLeavesNoModelObject) {
+TEST_F(ArpRender, ADestroyedCommandLeavesNoModelObject) {
     Vex::U64 const before = liveModelObjects();
     ArpState const state = manyTables(20);
     for (Vex::U32 format : {textFormat, jsonFormat}) {
@@ -139,7 +139,7 @@ TEST_F(ArpRender, ADroppedCommandLeavesNoModelObject) {
 TEST_F(ArpRender, AnInterruptedOrFailedCommandLeavesNoModelObject) {
     Vex::U64 const before = liveModelObjects();
     {
-        InterruptAt const entries(entryType);
+        InterruptOnCreation const entries(entryType);
         expectInterrupted(receivedCommand(oneLargeTable(100'000)));
     }
     EXPECT_EQ(liveModelObjects(), before);
@@ -150,7 +150,7 @@ TEST_F(ArpRender, AnInterruptedOrFailedCommandLeavesNoModelObject) {
     EXPECT_EQ(liveModelObjects(), before);
 }
 
-TEST_F(ArpRender, TheStateIsSharedAndNotKept) {
+TEST_F(ArpRender, TheStateIsReleasedWithTheCommand) {
     ArpState const state = manyTables(2);
     Vex::U32 const before = state.switches->references();
     {

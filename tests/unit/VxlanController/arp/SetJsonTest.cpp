@@ -17,7 +17,7 @@ std::string jsonOf(Vex::Ptr<Cli::VxlanVtepSet const> const & set) {
                    [&](outfmt::Printer & printer) { Cli::renderVxlanVtepSetJson(printer, set); });
 }
 
-/// A document that holds `table` alone.
+/// A document that holds only `table`.
 std::string documentOf(Vex::Ptr<Cli::VxlanArpTable const> const & table) {
     return printed(jsonFormat, [&](outfmt::Printer & printer) {
         printer.start();
@@ -33,12 +33,12 @@ TEST(ArpSetJson, AnEmptySetIsAnEmptyDictionary) {
     EXPECT_EQ(jsonOf(Cli::vxlanVtepSetFactory()), "{\"switches\":{}}\n");
 }
 
-TEST(ArpSetJson, ANullSetIsAnEmptyOne) {
+TEST(ArpSetJson, ANullSetCountsAsEmpty) {
     EXPECT_EQ(jsonOf(Vex::Ptr<Cli::VxlanFdbSet const>()), "{\"vnis\":{}}\n");
     EXPECT_EQ(jsonOf(Vex::Ptr<Cli::VxlanVtepSet const>()), "{\"switches\":{}}\n");
 }
 
-TEST(ArpSetJson, ATableHoldsItsAddressesInTheirOrder) {
+TEST(ArpSetJson, ATableIsOrderedByAddress) {
     auto const set = Cli::vxlanFdbSetFactory();
     addTable(*set, "0.16.2",
              {{"10.0.0.2", "00:1C:73:0A:0B:0C", 3, 255}, {"9.0.0.1", "02:00:00:00:00:01"}});
@@ -51,7 +51,7 @@ TEST(ArpSetJson, ATableHoldsItsAddressesInTheirOrder) {
     EXPECT_EQ(jsonOf(set), "{\"vnis\":{" + table + "}}\n");
 }
 
-TEST(ArpSetJson, ATableWithoutEntriesIsThere) {
+TEST(ArpSetJson, ATableWithoutEntriesIsListed) {
     auto const set = Cli::vxlanVtepSetFactory();
     addTable(*set->vtepIs("leaf2"), "10", {});
     set->vtepIs("leaf1");
@@ -60,11 +60,11 @@ TEST(ArpSetJson, ATableWithoutEntriesIsThere) {
                            "\n");
 }
 
-TEST(ArpSetJson, ANullTableIsNotThere) {
+TEST(ArpSetJson, ANullTableIsLeftOut) {
     EXPECT_EQ(documentOf(nullptr), "{}\n");
 }
 
-TEST(ArpSetJson, AnIpv6AddressIsWhole) {
+TEST(ArpSetJson, AnIpv6AddressIsNotCut) {
     auto const set = Cli::vxlanFdbSetFactory();
     addTable(*set, "10", {{"2001:db8:aaaa:bbbb:cccc:dddd:eeee:ffff", "02:00:00:00:00:01"}});
     EXPECT_NE(jsonOf(set).find("{\"2001:db8:aaaa:bbbb:cccc:dddd:eeee:ffff\":{"), std::string::npos);
@@ -76,14 +76,14 @@ TEST(ArpSetJson, AChangeCountAbove2147483647IsNegative) {
     EXPECT_NE(jsonOf(set).find("\"changes\":-2,"), std::string::npos);
 }
 
-TEST(ArpSetJson, ASwitchNameIsWholeAndMayHoldAnyBytes) {
+TEST(ArpSetJson, ASwitchNameIsNotCutAndCanHoldAnyBytes) {
     auto const set = Cli::vxlanVtepSetFactory();
     set->vtepIs("a\"b\\\n\xff%s-and-a-name-of-more-than-19-bytes");
     EXPECT_EQ(jsonOf(set), R"({"switches":{"a\"b\\\n)"
                            "\xEF\xBF\xBD%s-and-a-name-of-more-than-19-bytes\":{\"vnis\":{}}}}\n");
 }
 
-TEST(ArpSetJson, EitherFormIsSilentInTheModeOfTheOther) {
+TEST(ArpSetJson, NeitherFormPrintsInTheModeOfTheOther) {
     auto const advertised = Cli::vxlanFdbSetFactory();
     addTable(*advertised, "10", {{"10.0.0.1", "02:00:00:00:00:01"}});
     auto const received = Cli::vxlanVtepSetFactory();

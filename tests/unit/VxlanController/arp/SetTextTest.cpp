@@ -18,7 +18,7 @@ std::string textOf(Vex::Ptr<Cli::VxlanVtepSet const> const & set) {
                    [&](outfmt::Printer & printer) { Cli::renderVxlanVtepSetText(printer, set); });
 }
 
-/// The advertised table of one binding of VNI 10.
+/// The advertised table with one binding in VNI 10.
 std::string advertisedRow(Binding const & binding) {
     auto const set = Cli::vxlanFdbSetFactory();
     addTable(*set, "10", {binding});
@@ -44,7 +44,7 @@ TEST(ArpSetText, AnEmptySetIsTheHeaderAnEmptyLineAndATotalOfZero) {
               "Total IP addresses for this criterion: 0\n");
 }
 
-TEST(ArpSetText, ANullSetIsAnEmptyOne) {
+TEST(ArpSetText, ANullSetCountsAsEmpty) {
     EXPECT_EQ(textOf(Vex::Ptr<Cli::VxlanFdbSet const>()), advertisedTable("", 0));
     EXPECT_EQ(textOf(Vex::Ptr<Cli::VxlanVtepSet const>()), receivedTable("", 0));
 }
@@ -61,12 +61,12 @@ TEST(ArpSetText, AnIpv6AddressIsCutAt15Characters) {
                                          1));
 }
 
-TEST(ArpSetText, TheLongestIpv4AddressIsWhole) {
+TEST(ArpSetText, TheLongestIpv4AddressIsNotCut) {
     EXPECT_EQ(advertisedRow({"192.168.100.200", "02:00:00:00:00:01"}),
               advertisedTable("10       192.168.100.200 0200.0000.0001     0        \n", 1));
 }
 
-TEST(ArpSetText, AddressesOfAVersionStandTogetherIpv4First) {
+TEST(ArpSetText, Ipv4AddressesComeBeforeIpv6Addresses) {
     auto const set = Cli::vxlanFdbSetFactory();
     addTable(*set, "10",
              {{"::1", "02:00:00:00:00:01"},
@@ -115,7 +115,7 @@ TEST(ArpSetText, ASwitchNameIsCutAt19Bytes) {
     EXPECT_EQ(textOf(set), receivedTable(row + row, 2));
 }
 
-TEST(ArpSetText, ASwitchNameWithPercentSignsIsPrintedAsItIs) {
+TEST(ArpSetText, ASwitchNameWithPercentSignsIsPrintedUnchanged) {
     auto const set = Cli::vxlanVtepSetFactory();
     addTable(*set->vtepIs("%s%n%1000d"), "10", {{"10.0.0.1", "02:00:00:00:00:01"}});
     EXPECT_EQ(textOf(set), receivedTable("%s%n%1000d          10       10.0.0.1        "
@@ -159,7 +159,7 @@ TEST(ArpSetText, ANullSwitchHasNoRows) {
               "");
 }
 
-TEST(ArpSetText, AnInterruptLeavesTheFunctions) {
+TEST(ArpSetText, AnInterruptPassesThroughTheFunctions) {
     outfmt::clearInterrupt();
     OutputFile const file;
     outfmt::Printer printer(file.fd(), textFormat, true, false, true, 0);

@@ -5,7 +5,7 @@
 #include "tests/unit/VxlanController/Rendered.h"
 #include "tests/unit/VxlanController/arp/ArpState.h"
 
-/// Sets of ARP tables as a front end fills them, and what is printed of them.
+/// Sets of ARP tables as a front end fills them, and what is printed for them.
 
 /// Adds the table of one VNI to `owner`, a set or a switch.
 template <class Owner>

@@ -27,7 +27,7 @@ Interrupted interruptedWhilePrinting(std::function<void(int fd)> const & render)
             result.printed.append(part, static_cast<std::size_t>(n));
         }
     });
-    result.said = standardOutputOf([&] { render(ends[1]); });
+    result.standardOutput = standardOutputOf([&] { render(ends[1]); });
     close(ends[1]);
     reader.join();
     close(ends[0]);

@@ -7,37 +7,37 @@
 #include <string>
 #include <utility>
 
-/// What `body` writes to standard output, where a command tells that it was interrupted.
+/// What `body` writes to standard output, where a command reports that it was interrupted.
 std::string standardOutputOf(std::function<void()> const & body);
 
 /// What a command has written to its descriptor and to standard output.
 struct Interrupted {
     std::string printed;
-    std::string said;
+    std::string standardOutput;
 };
 
-/// Calls `render` with a pipe to write to, and interrupts it when the first bytes arrive at
-/// the other end, of which no more are read before.
+/// Calls `render` with the write end of a pipe, and interrupts it when the first bytes arrive at
+/// the other end. Nothing more is read before that.
 Interrupted interruptedWhilePrinting(std::function<void(int fd)> const & render);
 
-/// Interrupts as soon as an object of one type is made, and counts those that are made.
-class InterruptAt : Vex::AllocTrackWatcher {
+/// Interrupts when an object of one type is created, and counts those created.
+class InterruptOnCreation : Vex::AllocTrackWatcher {
 public:
-    explicit InterruptAt(std::string type) : type_(std::move(type)) {
+    explicit InterruptOnCreation(std::string type) : type_(std::move(type)) {
         Vex::allocTrackWatcherIs(this);
     }
 
-    ~InterruptAt() { Vex::allocTrackWatcherIs(nullptr); }
+    ~InterruptOnCreation() { Vex::allocTrackWatcherIs(nullptr); }
 
-    InterruptAt(InterruptAt const &) = delete;
-    InterruptAt & operator=(InterruptAt const &) = delete;
+    InterruptOnCreation(InterruptOnCreation const &) = delete;
+    InterruptOnCreation & operator=(InterruptOnCreation const &) = delete;
 
-    Vex::U32 made() const { return made_; }
+    Vex::U32 created() const { return created_; }
 
 private:
     void allocated(Vex::AllocTrackTypeInfo const & type, std::size_t) noexcept override {
         if (type.name() == type_) {
-            ++made_;
+            ++created_;
             outfmt::requestInterrupt();
         }
     }
@@ -45,5 +45,5 @@ private:
     void released(Vex::AllocTrackTypeInfo const &, std::size_t) noexcept override {}
 
     std::string type_;
-    Vex::U32 made_ = 0;
+    Vex::U32 created_ = 0;
 };

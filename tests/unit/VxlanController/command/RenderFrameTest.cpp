@@ -64,11 +64,11 @@ TEST_F(RenderFrame, AnInterruptDuringCollectionPrintsTheExitingLineAndNoTable) {
             outfmt::requestInterrupt();
         }
     });
-    std::string const said =
+    std::string const standardOutput =
         standardOutputOf([&] { command->render(static_cast<Vex::U32>(file.fd()), textFormat, 2); });
     Trace::setSink({});
     Trace::disableAll();
-    EXPECT_EQ(said, "exiting on interrupt\n");
+    EXPECT_EQ(standardOutput, "exiting on interrupt\n");
     EXPECT_EQ(file.content(), "");
     EXPECT_TRUE(command->switchDir()->switchList().empty());
 }
@@ -76,9 +76,9 @@ TEST_F(RenderFrame, AnInterruptDuringCollectionPrintsTheExitingLineAndNoTable) {
 TEST_F(RenderFrame, AnInterruptDuringPrintingEndsTheListingAtALineEnd) {
     auto const command = receivedCommand(largeFabric());
     std::string const whole = rendered(command);
-    auto const [got, said] = interruptedWhilePrinting(
+    auto const [got, standardOutput] = interruptedWhilePrinting(
         [&](int fd) { command->render(static_cast<Vex::U32>(fd), textFormat, 2); });
-    EXPECT_EQ(said, "exiting on interrupt\n");
+    EXPECT_EQ(standardOutput, "exiting on interrupt\n");
     EXPECT_LT(got.size(), whole.size());
     EXPECT_EQ(got, whole.substr(0, got.size()));
     ASSERT_FALSE(got.empty());
@@ -94,7 +94,7 @@ TEST_F(RenderFrame, ACommandCanBeRenderedAgainAfterAnInterrupt) {
     EXPECT_EQ(rendered(command), whole);
 }
 
-TEST_F(RenderFrame, AFullDiskIsAnExceptionOfTheCallers) {
+TEST_F(RenderFrame, AFullDiskRaisesAWriteError) {
     int const full = open("/dev/full", O_WRONLY | O_CLOEXEC);
     ASSERT_GE(full, 0);
     for (auto const & fabric : {Fabric(), largeFabric()}) {
@@ -110,7 +110,7 @@ TEST_F(RenderFrame, AFullDiskIsAnExceptionOfTheCallers) {
     close(full);
 }
 
-TEST_F(RenderFrame, AClosedPipeIsAnExceptionOfTheCallersWhereTheSignalIsIgnored) {
+TEST_F(RenderFrame, AClosedPipeRaisesAWriteErrorIfTheSignalIsIgnored) {
     auto const old = std::signal(SIGPIPE, SIG_IGN);
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);

@@ -29,31 +29,31 @@ void expectSorted(std::vector<U64> const & numbers) {
 
 template <class Make>
 std::vector<U64> numbers(std::size_t count, Make make) {
-    std::vector<U64> made;
-    std::generate_n(std::back_inserter(made), count, make);
-    return made;
+    std::vector<U64> result;
+    std::generate_n(std::back_inserter(result), count, make);
+    return result;
 }
 
 } // namespace
 
-TEST(SortByNumbers, EverySizeAroundTheOneFromWhichPilesAreMade) {
+TEST(SortByNumbers, SizesAroundTheThresholdForBuckets) {
     std::mt19937_64 random(1);
     for (std::size_t count : {0U, 1U, 2U, 511U, 512U, 513U, 514U, 4000U}) {
         expectSorted(numbers(count, [&] { return random(); }));
     }
 }
 
-TEST(SortByNumbers, NumbersInARow) {
+TEST(SortByNumbers, ConsecutiveNumbers) {
     U64 next = 50'000;
     expectSorted(numbers(50'000, [&] { return --next; }));
 }
 
-TEST(SortByNumbers, AddressesOfAFewMakers) {
+TEST(SortByNumbers, AddressesOfAFewVendors) {
     std::mt19937_64 random(2);
     expectSorted(numbers(50'000, [&] { return (random() % 4) << 40 | random() % (1 << 24); }));
 }
 
-TEST(SortByNumbers, OneFarFromAllOthersAtEveryDeal) {
+TEST(SortByNumbers, OneNumberFarFromTheOthersInEveryPass) {
     std::vector<U64> halving;
     for (U64 number = 0; number < 20'000; ++number) {
         halving.push_back(~U64{0} >> number % 64);
@@ -67,12 +67,12 @@ TEST(SortByNumbers, TheLeastAndTheGreatestNumber) {
     expectSorted(numbers(2'000, [&] { return random() % 2 == 0 ? 0 : ~U64{0}; }));
 }
 
-TEST(SortByNumbers, AllTheSame) {
+TEST(SortByNumbers, EqualNumbers) {
     expectSorted(std::vector<U64>(2'000, 7));
     expectSorted(std::vector<U64>(2'000, ~U64{0}));
 }
 
-TEST(SortByNumbers, WhatIsSortedGoesAlongWithItsNumber) {
+TEST(SortByNumbers, ItemsMoveWithTheirNumbers) {
     struct Item {
         U64 number;
         U64 payload;
@@ -90,7 +90,7 @@ TEST(SortByNumbers, WhatIsSortedGoesAlongWithItsNumber) {
     }
 }
 
-TEST(SortByNumbers, TheFirstNumberCountsMost) {
+TEST(SortByNumbers, TheFirstNumberIsTheMostSignificant) {
     using Triple = std::array<U64, 3>;
     std::mt19937_64 random(4);
     for (U64 const range : {1U, 2U, 5U, 4000U}) {

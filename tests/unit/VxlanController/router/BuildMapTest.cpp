@@ -11,7 +11,7 @@ using Nolt::IpGenAddr;
 
 namespace {
 
-/// The switches and VTEPs of a listing of one router, a line for each.
+/// The switches and VTEPs of each router of a listing, one per line.
 std::string rows(RouterState const & state, RouterFilters const & filters = {}) {
     auto const command = mapCommand(state, filters);
     rendered(command);
@@ -108,7 +108,7 @@ TEST(BuildMap, ASwitchReachedThroughTwoVtepsIsInsertedOnceWithItsActiveOne) {
     EXPECT_EQ(rows(state, {.vteps = {"10.0.0.1"}}), "red 02:00:00:00:00:01 10.0.0.2\n");
 }
 
-TEST(BuildMap, AVtepMaySelectASwitchThatDoesNotListIt) {
+TEST(BuildMap, AVtepCanSelectASwitchThatDoesNotListIt) {
     RouterState state = threeLeaves();
     state.vtepNames("10.0.0.9", leafTwo);
     EXPECT_EQ(rows(state, {.vteps = {"10.0.0.9"}}), "red 02:00:00:00:00:02 10.0.0.2\n");
@@ -146,7 +146,7 @@ TEST(BuildMap, ASwitchWithoutAnActiveVtepIsLeftOut) {
     EXPECT_EQ(rows(state, {.vteps = {"10.0.0.2"}}), "");
 }
 
-TEST(BuildMap, OfSeveralVtepsTheActiveOneIsTaken) {
+TEST(BuildMap, OfSeveralVtepsTheActiveOneIsShown) {
     for (char const * active : {"10.0.0.1", "10.0.0.2", "10.0.0.3", "2001:db8::4"}) {
         RouterState state;
         state.leaf(leafOne, {"10.0.0.1", "10.0.0.2", "10.0.0.3", "2001:db8::4"}, {"red"});
@@ -175,7 +175,7 @@ TEST(BuildMap, ASwitchThatPublishesNothingIsLeftOut) {
     EXPECT_EQ(rows(state, {.switchId = "02:00:00:00:00:04"}), "");
 }
 
-TEST(BuildMap, AnIdentifierThatIsNoEthernetAddressHasNoPublishStatus) {
+TEST(BuildMap, AnIdentifierThatIsNotAnEthernetAddressHasNoPublishStatus) {
     RouterState state;
     state.leaf(leafOne, {"10.0.0.1"}, {"red"}).publishes("00:00:00:00:00:00", routerPath("red"));
     for (char const * id : {"leaf1", "", "02:00:00:00:00", "02:00:00:00:00:01 ", "020000000001",
@@ -215,7 +215,7 @@ TEST(BuildMap, ARouterFilterThatMatchesNothingIsAHeaderAndATotalOfZero) {
     EXPECT_EQ(mapJson(threeLeaves(), {.router = "blue"}), "{\"logicalRouterMap\":{}}\n");
 }
 
-TEST(BuildMap, APathThatIsThePrefixAloneIsARouterWithAnEmptyName) {
+TEST(BuildMap, APathThatIsOnlyThePrefixIsARouterWithAnEmptyName) {
     RouterState state;
     state.leaf(leafOne, {"10.0.0.1"}, {"", "red"}).leaf(leafTwo, {"10.0.0.2"}, {""});
     EXPECT_EQ(mapBody(state),
@@ -280,7 +280,7 @@ TEST(BuildMap, TakesItsFiltersFromTheCallNotFromTheCommand) {
     EXPECT_NE(command->switchMap(leafOne), nullptr);
 }
 
-TEST(BuildMap, TheStateIsLeftAsItIs) {
+TEST(BuildMap, TheStateIsNotChanged) {
     RouterState const state = threeLeaves();
     auto const vtep = state.switchInfoDir->vtepMap(IpGenAddr::fromString("10.0.0.1"));
     Vex::U32 const before = vtep->references();

@@ -14,7 +14,7 @@ TEST(DetailJson, AnEmptyStateIsAnEmptyDictionary) {
     EXPECT_EQ(detailJson(RouterState()), "{\"router\":{}}\n");
 }
 
-TEST(DetailJson, ARouterWithoutPortsIsThere) {
+TEST(DetailJson, ARouterWithoutPortsIsListed) {
     RouterState state;
     state.router("red");
     EXPECT_EQ(detailJson(state), "{\"router\":{\"red\":{\"ipPort\":{},\"uplinkPort\":{}}}}\n");
@@ -79,7 +79,7 @@ TEST(DetailJson, AnUplinkWithoutPortsHasVlanZeroAndAnEmptyList) {
                                  "\n");
 }
 
-TEST(DetailJson, PortsComeByteByByteAndOnceEach) {
+TEST(DetailJson, PortsAreOrderedByByteAndListedOnce) {
     RouterState state;
     state.uplink("red", "10.1.0.1/24",
                  {{"Et2", 7}, {"Et10", 7}, {"et1", 7}, {"Et2", 8}, {"Et3", 7}, {"Et10", 9}});
@@ -87,7 +87,7 @@ TEST(DetailJson, PortsComeByteByByteAndOnceEach) {
     EXPECT_NE(json.find(R"("ports":["Et10","Et2","Et3","et1"])"), json.npos) << json;
 }
 
-TEST(DetailJson, RoutersComeByNameAndNothingIsCut) {
+TEST(DetailJson, RoutersAreOrderedByNameAndNothingIsCut) {
     std::string const name(60, 'r');
     RouterState state;
     state.router("b").router(name).router("B").port("b", "2001:db8:1111:2222::3333:4444/64", 1);

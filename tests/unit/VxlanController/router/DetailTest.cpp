@@ -173,7 +173,7 @@ TEST(Detail, ARouterFilterThatMatchesNothingLeavesHeadersAndTotals) {
     EXPECT_EQ(detailJson(routersWithUplinks(), {.router = "green"}), "{\"router\":{}}\n");
 }
 
-TEST(Detail, EntriesThatAreNoRouterAreSkipped) {
+TEST(Detail, EntriesThatAreNotRoutersAreSkipped) {
     RouterState state;
     state.lRStatusDir->entityIs("blue", Vex::makePtr<VniStatusDirV2>());
     state.lRStatusDir->dirIs("green");
@@ -187,7 +187,7 @@ TEST(Detail, EntriesThatAreNoRouterAreSkipped) {
     EXPECT_EQ(portBody(state, {.router = "green"}), emptyDetail);
 }
 
-TEST(Detail, ARouterGoesByItsOwnNameNotByThatOfItsEntry) {
+TEST(Detail, ARouterHasItsOwnNameNotThatOfItsEntry) {
     RouterState state;
     state.status("entry", "red");
     state.port("entry", "10.0.0.1/24", 10);
@@ -199,7 +199,7 @@ TEST(Detail, ARouterGoesByItsOwnNameNotByThatOfItsEntry) {
     EXPECT_EQ(portBody(state, {.router = "entry"}), emptyDetail);
 }
 
-TEST(Detail, TwoEntriesOfOneRouterAreOneRouter) {
+TEST(Detail, TwoEntriesOfOneRouterAreMerged) {
     RouterState state;
     state.status("a", "red");
     state.status("b", "red");

@@ -24,7 +24,7 @@ TEST(DetailText, AnEmptyStateIsTwoHeadersAndTwoTotalsOfZero) {
     EXPECT_EQ(detailText(RouterState()), expected);
 }
 
-TEST(DetailText, EachRouterIsNamedOnItsOwnFirstRowOfBothTables) {
+TEST(DetailText, EachRouterIsNamedOnItsFirstRowInBothTables) {
     RouterState state;
     state.leaf(leafOne, {"10.9.0.1"}, {"red", "blue"})
         .port("red", "10.0.2.1/24", 20)
@@ -56,7 +56,7 @@ TEST(DetailText, EachRouterIsNamedOnItsOwnFirstRowOfBothTables) {
     EXPECT_EQ(detailText(state), expected);
 }
 
-TEST(DetailText, PortsComeByAddressThenLength) {
+TEST(DetailText, PortsAreOrderedByAddressThenLength) {
     RouterState state;
     state.port("red", "2001:db8::1/64", 6)
         .port("red", "10.0.0.10/24", 4)
@@ -117,7 +117,7 @@ TEST(DetailText, FivePortsOfAnUplinkTakeThreeRows) {
     EXPECT_EQ(uplinkBody(state), expected);
 }
 
-TEST(DetailText, ThreePortsLeaveASeparatorBehindTheFirstRow) {
+TEST(DetailText, ThreePortsLeaveASeparatorAfterTheFirstRow) {
     RouterState state;
     state.uplink("red", "10.1.0.1/24", {{"Et1", 7}, {"Et2", 7}, {"Et3", 7}});
     std::string const expected =
@@ -170,7 +170,7 @@ TEST(DetailText, AnUplinkWithoutPortsPrintsNoRowButCounts) {
     EXPECT_EQ(uplinkBody(state), expected);
 }
 
-TEST(DetailText, PortNamesComeByteByByteAndOnceEach) {
+TEST(DetailText, PortNamesAreOrderedByByteAndShownOnce) {
     RouterState state;
     state.uplink("red", "10.1.0.1/24",
                  {{"Et2", 7}, {"Et10", 7}, {"et1", 7}, {"Et2", 8}, {"Et10", 9}});
@@ -180,7 +180,7 @@ TEST(DetailText, PortNamesComeByteByByteAndOnceEach) {
     EXPECT_EQ(std::count(body.begin(), body.end(), '\n'), 2 + 3) << body;
 }
 
-TEST(DetailText, UplinksComeByAddress) {
+TEST(DetailText, UplinksAreOrderedByAddress) {
     RouterState state;
     state.uplink("red", "2001:db8::1/64", {{"Et1", 3}})
         .uplink("red", "10.1.0.10/24", {{"Et1", 2}})
@@ -215,7 +215,7 @@ TEST(DetailText, CutsWhatIsLongerThanItsColumn) {
     EXPECT_EQ(uplinkBody(state), expected);
 }
 
-TEST(DetailText, LeavesWhatJustFitsWhole) {
+TEST(DetailText, DoesNotCutWhatJustFits) {
     std::string const name(49, 'r');
     std::string const shortName(11, 'r');
     RouterState state;
@@ -236,7 +236,7 @@ TEST(DetailText, LeavesWhatJustFitsWhole) {
     EXPECT_EQ(uplinkBody(state), expected);
 }
 
-TEST(DetailText, PrintsNamesAsTheyAre) {
+TEST(DetailText, PrintsNamesUnchanged) {
     RouterState state;
     state.port("nul\0in it"s, "10.0.0.1/24", 1)
         .port("%s%n", "10.0.0.1/24", 2)

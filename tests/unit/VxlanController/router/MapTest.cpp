@@ -41,7 +41,7 @@ TEST(MapText, ASwitchWithTwoRoutersHasARowUnderEachAndCountsTwice) {
               "\n");
 }
 
-TEST(MapText, RoutersComeByteByByte) {
+TEST(MapText, RoutersAreOrderedByByte) {
     RouterState state;
     state.leaf(leafOne, {"10.0.0.1"}, {"b", "a", "B", "a10", "a2", "\xc3\xbc"});
     EXPECT_EQ(
@@ -79,7 +79,7 @@ TEST(MapText, CutsByBytes) {
         "\n");
 }
 
-TEST(MapText, LeavesWhatJustFitsWhole) {
+TEST(MapText, DoesNotCutWhatJustFits) {
     RouterState state;
     state.leaf(leafOne, {"255.255.255.255"}, {"a-router-name-of-exactly-forty-six-characters!"});
     EXPECT_EQ(mapBody(state),
@@ -89,7 +89,7 @@ TEST(MapText, LeavesWhatJustFitsWhole) {
               "\n");
 }
 
-TEST(MapText, PrintsNamesAsTheyAre) {
+TEST(MapText, PrintsNamesUnchanged) {
     RouterState state;
     state.leaf(leafOne, {"10.0.0.1"}, {"%s%n", "\"a\" \\ b", "nul\0in it"s, "\x1b[31m"});
     EXPECT_EQ(
@@ -143,7 +143,7 @@ TEST(MapJson, ListsTheSwitchesOfEachRouterByName) {
               "\n");
 }
 
-TEST(MapJson, PrintsALongNameAndAnIpv6VtepWhole) {
+TEST(MapJson, DoesNotCutALongNameOrAnIpv6Vtep) {
     std::string const name(60, 'r');
     RouterState state;
     state.leaf(leafOne, {"2001:db8::1234:5678"}, {name});
@@ -161,7 +161,7 @@ TEST(MapJson, EscapesNames) {
               "{\"switches\":[{\"switchId\":\"02:00:00:00:00:01\",\"vtepIp\":\"10.0.0.1\"}]}}}\n");
 }
 
-TEST(MapJson, ANameFromThePrefixAloneIsAnEmptyKey) {
+TEST(MapJson, APathThatIsOnlyThePrefixIsAnEmptyKey) {
     RouterState state;
     state.leaf(leafOne, {"10.0.0.1"}, {""});
     EXPECT_EQ(mapJson(state), R"({"logicalRouterMap":{"":{"switches":[)"

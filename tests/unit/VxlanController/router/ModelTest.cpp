@@ -42,7 +42,7 @@ TEST(RouterModel, TwoRoutersHoldTheSameSwitch) {
     EXPECT_EQ(map->lRMap("blue")->switchList("leaf1"), leaf);
 }
 
-TEST(RouterModel, AKnownSwitchWithTheSameVtepIsTheStoredOne) {
+TEST(RouterModel, AKnownSwitchWithTheSameVtepIsFound) {
     auto const map = emptyMap();
     auto const leaf = map->switchMapIs("leaf1", address);
     EXPECT_EQ(map->switchMapIs("leaf1", address), leaf);
@@ -85,7 +85,7 @@ TEST(RouterModel, UplinksThatDifferInOnePortAreNotEqual) {
     EXPECT_FALSE(a == b);
 }
 
-TEST(RouterModel, UplinksDifferInEveryAttribute) {
+TEST(RouterModel, UplinksThatDifferInAnyAttributeAreNotEqual) {
     LRIpUplinkPortAddress const a(IpGenAddrWithMask::fromString("10.0.0.1/24"));
     EXPECT_FALSE(a == LRIpUplinkPortAddress(IpGenAddrWithMask::fromString("10.0.0.1/25")));
     LRIpUplinkPortAddress b = a;
@@ -119,7 +119,7 @@ TEST(RouterModel, APortOrAnUplinkOfTheSameAddressIsOverwritten) {
     EXPECT_EQ(detail->ipUplinkPort(ip).switchId(), "leaf1");
 }
 
-TEST(RouterModel, RoutesAndNexthopsComeInTheirOwnOrder) {
+TEST(RouterModel, RoutesAndNexthopsAreOrderedByAddress) {
     auto const routes = vcsLRRouteFactory(nullptr, "", IpGenPrefix())->lRRouteByNameIs("red");
     for (char const * prefix : {"::/0", "10.0.0.0/16", "9.0.0.0/8", "10.0.0.0/8", "0.0.0.0/0"}) {
         auto const route = routes->lRRouteIs(IpGenPrefix::fromString(prefix));

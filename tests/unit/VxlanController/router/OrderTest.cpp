@@ -8,8 +8,8 @@
 #include <random>
 #include <set>
 
-/// What is published comes in any order, and most of it stands in hashed collections; a
-/// listing shows none of that.
+/// State is published in any order, and most of it is kept in hashed collections. A listing
+/// depends on neither.
 namespace {
 
 using Step = std::function<void(RouterState &)>;
@@ -49,7 +49,8 @@ Steps everything() {
     return steps;
 }
 
-/// The uplink is one step, for it is published whole.
+/// Adds uplinks. Each is a single step, since an uplink is published whole; `arrange` orders its
+/// ports and VLANs instead.
 void addUplinks(RouterState & state, std::function<void(std::vector<PortVlan> &)> const & arrange) {
     for (int i = 0; i < 24; ++i) {
         std::vector<PortVlan> pairs;
@@ -88,15 +89,15 @@ RouterState filled(std::function<void(Steps &)> const & arrangeSteps,
     return state;
 }
 
-auto const asTheyAre = [](auto &) {};
+auto const unchanged = [](auto &) {};
 
-auto const backwards = [](auto & all) { std::reverse(all.begin(), all.end()); };
+auto const reversed = [](auto & all) { std::reverse(all.begin(), all.end()); };
 
 } // namespace
 
 TEST(Order, AListingDoesNotDependOnTheOrderOfFilling) {
-    std::string const expected = listings(filled(asTheyAre, asTheyAre));
-    EXPECT_TRUE(listings(filled(backwards, backwards)) == expected);
+    std::string const expected = listings(filled(unchanged, unchanged));
+    EXPECT_TRUE(listings(filled(reversed, reversed)) == expected);
     std::mt19937 engine(7);
     auto const shuffled = [&](auto & all) { std::shuffle(all.begin(), all.end(), engine); };
     for (int round = 0; round < 20; ++round) {
@@ -105,7 +106,7 @@ TEST(Order, AListingDoesNotDependOnTheOrderOfFilling) {
 }
 
 TEST(Order, OneOfTheActiveVtepsIsShown) {
-    RouterState const state = filled(asTheyAre, asTheyAre);
+    RouterState const state = filled(unchanged, unchanged);
     auto const command = mapCommand(state);
     rendered(command);
     EXPECT_EQ(command->switchMap().size(), 24U);
@@ -120,7 +121,7 @@ TEST(Order, OneOfTheActiveVtepsIsShown) {
 }
 
 TEST(Order, OneOfTheVlansIsShown) {
-    RouterState const state = filled(asTheyAre, asTheyAre);
+    RouterState const state = filled(unchanged, unchanged);
     auto const command = detailCommand(state);
     rendered(command);
     auto const ip = Nolt::IpGenAddrWithMask::fromString("10.9.0.1/24");
@@ -132,7 +133,7 @@ TEST(Order, OneOfTheVlansIsShown) {
 }
 
 TEST(Order, ASwitchKeepsItsVtepWhicheverFilterSelectsIt) {
-    RouterState const state = filled(asTheyAre, asTheyAre);
+    RouterState const state = filled(unchanged, unchanged);
     std::set<std::string> shown;
     for (char const * vtep : {"10.3.0.0", "10.3.0.2", "10.3.0.4"}) {
         shown.insert(mapText(state, {.vteps = {vtep}}));

@@ -36,8 +36,8 @@ void forEachCommand(RouterState const & state, Body && body) {
     body(routesCommand(state));
 }
 
-/// Renders `command`, which is interrupted on its way: it has to say so on standard output,
-/// to return, and to print nothing.
+/// Renders `command`, which gets interrupted: it must report that on standard output, return, and
+/// print nothing.
 template <class CommandPtr>
 void expectInterrupted(CommandPtr const & command, Vex::U32 format = textFormat) {
     std::string printed;
@@ -47,14 +47,14 @@ void expectInterrupted(CommandPtr const & command, Vex::U32 format = textFormat)
     outfmt::clearInterrupt();
 }
 
-/// Interrupts `command` when the first `type` is made; it must not make many more.
+/// Interrupts `command` when the first `type` is created; it must not create many more.
 template <class CommandPtr>
-void expectSoonEnded(CommandPtr const & command, std::string const & type) {
+void expectEndsSoon(CommandPtr const & command, std::string const & type) {
     SCOPED_TRACE(type);
-    InterruptAt const first("VxlanController::Cli::" + type);
+    InterruptOnCreation const first("VxlanController::Cli::" + type);
     expectInterrupted(command);
-    EXPECT_GT(first.made(), 0U);
-    EXPECT_LT(first.made(), 10'000U);
+    EXPECT_GT(first.created(), 0U);
+    EXPECT_LT(first.created(), 10'000U);
 }
 
 Vex::U64 liveModelObjects() {
@@ -75,7 +75,7 @@ TEST_F(RouterRender, EveryFormatButOneIsJson) {
     });
 }
 
-TEST_F(RouterRender, TheRevisionHasNoInfluence) {
+TEST_F(RouterRender, EveryRevisionPrintsTheSame) {
     forEachCommand(manyRouters(3), [](auto const & command) {
         for (Vex::U32 format : {1U, 2U, 3U}) {
             std::string const usual = rendered(command, format, 2);
@@ -95,7 +95,7 @@ TEST_F(RouterRender, ACommandCanBeRenderedTwice) {
     }
 }
 
-TEST_F(RouterRender, WhatWasPublishedSinceIsShownTheSecondTime) {
+TEST_F(RouterRender, RenderingAgainShowsWhatWasPublishedSince) {
     RouterState state = manyRouters(1);
     auto const map = mapCommand(state);
     auto const detail = detailCommand(state);
@@ -136,11 +136,11 @@ TEST_F(RouterRender, AnInterruptWithoutAnyStatePrintsNoTableEither) {
 TEST_F(RouterRender, AnInterruptDuringCollectionEndsItSoon) {
     RouterState const state = manyRouters(20'000);
     for (char const * type : {"SwitchMap", "LRMap"}) {
-        expectSoonEnded(mapCommand(state), type);
-        expectSoonEnded(detailCommand(state), type);
+        expectEndsSoon(mapCommand(state), type);
+        expectEndsSoon(detailCommand(state), type);
     }
-    expectSoonEnded(detailCommand(state), "LRDetail");
-    expectSoonEnded(routesCommand(state), "LRRouteByName");
+    expectEndsSoon(detailCommand(state), "LRDetail");
+    expectEndsSoon(routesCommand(state), "LRRouteByName");
 }
 
 TEST_F(RouterRender, AnInterruptWithinOneSwitchOrOneRouterEndsItSoon) {
@@ -151,9 +151,9 @@ TEST_F(RouterRender, AnInterruptWithinOneSwitchOrOneRouterEndsItSoon) {
         Nolt::IpGenPrefix const prefix(Nolt::IpAddr(i), 32);
         state.status("red").routeIs(LRRouteV2(prefix));
     }
-    expectSoonEnded(mapCommand(state), "LRMap");
-    expectSoonEnded(detailCommand(state), "LRMap");
-    expectSoonEnded(routesCommand(state), "LRRoute");
+    expectEndsSoon(mapCommand(state), "LRMap");
+    expectEndsSoon(detailCommand(state), "LRMap");
+    expectEndsSoon(routesCommand(state), "LRRoute");
 }
 
 TEST_F(RouterRender, AnInterruptWithinOneRouteEndsItSoon) {
@@ -164,7 +164,7 @@ TEST_F(RouterRender, AnInterruptWithinOneRouteEndsItSoon) {
     RouterState state;
     state.status("red").routeIs(route);
     auto const command = routesCommand(state);
-    expectSoonEnded(command, "LRRoute");
+    expectEndsSoon(command, "LRRoute");
     EXPECT_LT(command->lRRouteByName("red")->lRRoute(route.prefix())->nexthop().size(), 10'000U);
 }
 
@@ -176,7 +176,7 @@ TEST_F(RouterRender, AnInterruptWithinOneUplinkPortEndsItSoon) {
     RouterState state;
     state.status("red").ipUplinkPortIs(uplink);
     auto const command = detailCommand(state);
-    expectSoonEnded(command, "LRDetail");
+    expectEndsSoon(command, "LRDetail");
     EXPECT_TRUE(command->lRDetail("red")->ipUplinkPort().empty());
 }
 
@@ -185,10 +185,10 @@ TEST_F(RouterRender, AnInterruptDuringPrintingEndsTheListingEarly) {
     for (Vex::U32 format : {textFormat, jsonFormat, 3U}) {
         forEachCommand(state, [&](auto const & command) {
             std::string const whole = rendered(command, format);
-            auto const [printed, said] = interruptedWhilePrinting(
+            auto const [printed, standardOutput] = interruptedWhilePrinting(
                 [&](int fd) { command->render(static_cast<Vex::U32>(fd), format, 2); });
             outfmt::clearInterrupt();
-            EXPECT_EQ(said, "exiting on interrupt\n");
+            EXPECT_EQ(standardOutput, "exiting on interrupt\n");
             EXPECT_LT(printed.size(), whole.size());
             EXPECT_TRUE(printed == whole.substr(0, printed.size()));
             ASSERT_FALSE(printed.empty());
@@ -206,17 +206,17 @@ TEST_F(RouterRender, ACommandCanBeRenderedAgainAfterAnInterrupt) {
         expectInterrupted(command);
     });
     auto const map = mapCommand(state);
-    expectSoonEnded(map, "LRMap");
+    expectEndsSoon(map, "LRMap");
     EXPECT_TRUE(rendered(map) == mapText(state));
     auto const detail = detailCommand(state);
-    expectSoonEnded(detail, "LRDetail");
+    expectEndsSoon(detail, "LRDetail");
     EXPECT_TRUE(rendered(detail) == detailText(state));
     auto const routes = routesCommand(state);
-    expectSoonEnded(routes, "LRRoute");
+    expectEndsSoon(routes, "LRRoute");
     EXPECT_TRUE(rendered(routes) == routesText(state));
 }
 
-TEST_F(RouterRender, AFullDiskIsAnExceptionOfTheCallers) {
+TEST_F(RouterRender, AFullDiskRaisesAWriteError) {
     int const full = open("/dev/full", O_WRONLY | O_CLOEXEC);
     ASSERT_GE(full, 0);
     for (RouterState const & state : {RouterState(), manyRouters(5'000)}) {
@@ -230,7 +230,7 @@ TEST_F(RouterRender, AFullDiskIsAnExceptionOfTheCallers) {
     close(full);
 }
 
-TEST_F(RouterRender, ADroppedCommandLeavesNoModelObject) {
+TEST_F(RouterRender, ADestroyedCommandLeavesNoModelObject) {
     RouterState const state = manyRouters(20);
     Vex::U64 const before = liveModelObjects();
     for (Vex::U32 format : {textFormat, jsonFormat}) {
@@ -245,13 +245,13 @@ TEST_F(RouterRender, ADroppedCommandLeavesNoModelObject) {
 TEST_F(RouterRender, AnInterruptedCommandLeavesNoModelObject) {
     RouterState const state = manyRouters(20'000);
     Vex::U64 const before = liveModelObjects();
-    expectSoonEnded(mapCommand(state), "LRMap");
-    expectSoonEnded(detailCommand(state), "LRDetail");
-    expectSoonEnded(routesCommand(state), "LRRoute");
+    expectEndsSoon(mapCommand(state), "LRMap");
+    expectEndsSoon(detailCommand(state), "LRDetail");
+    expectEndsSoon(routesCommand(state), "LRRoute");
     EXPECT_EQ(liveModelObjects(), before);
 }
 
-TEST_F(RouterRender, TheStateIsSharedAndNotKept) {
+TEST_F(RouterRender, TheStateIsReleasedWithTheCommand) {
     RouterState const state = manyRouters(2);
     auto const references = [&] {
         return std::vector{state.publishStatus->references(), state.switchInfoDir->references(),

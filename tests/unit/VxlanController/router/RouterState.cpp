@@ -13,28 +13,7 @@ using Nolt::IpGenPrefix;
 
 namespace {
 
-std::string const mapHeader =
-    "--------------------------------------------------------------------------------\n"
-    "Name                                           VTEP            Switch           \n"
-    "--------------------------------------------------------------------------------\n";
-
-std::string const portHeader =
-    "--------------------------------------------------------------------------------\n"
-    "Name                                              IP Address         VNI        \n"
-    "--------------------------------------------------------------------------------\n";
-
-std::string const uplinkHeader =
-    "Uplink ports:\n"
-    "--------------------------------------------------------------------------------\n"
-    "Name        IP Address         Switch            Vlan Ports                         \n"
-    "--------------------------------------------------------------------------------\n";
-
-std::string const routesHeader =
-    "--------------------------------------------------------------------------------\n"
-    "Name        Prefix             Nexthop                                          \n"
-    "--------------------------------------------------------------------------------\n";
-
-/// The VTEP of that address, made and in service when there is none.
+/// The VTEP with that address; if absent, it is created in service.
 Vex::Ptr<VtepMap> vtepOf(SwitchInfoDir & directory, char const * ip) {
     auto const address = IpGenAddr::fromString(ip);
     bool const known = directory.vtepMap(address) != nullptr;
@@ -43,8 +22,23 @@ Vex::Ptr<VtepMap> vtepOf(SwitchInfoDir & directory, char const * ip) {
     return vtep;
 }
 
+/// The header of a listing, taken from the listing of an empty state. Its bytes are checked by
+/// the golden tests of each listing.
+std::string headerOf(std::string const & emptyListing) {
+    return emptyListing.substr(0, emptyListing.find("\nTotal"));
+}
+
+/// The part of a details listing that is about uplinks.
+std::string uplinkPart(std::string const & details) {
+    return details.substr(std::min(details.find("Uplink ports:\n"), details.size()));
+}
+
+std::string uplinkHeader() {
+    return headerOf(uplinkPart(detailText(RouterState())));
+}
+
 /// What follows `header`, with which `text` must start.
-std::string behind(std::string const & header, std::string const & text) {
+std::string afterHeader(std::string const & header, std::string const & text) {
     EXPECT_EQ(text.substr(0, header.size()), header);
     return text.substr(std::min(header.size(), text.size()));
 }
@@ -121,7 +115,7 @@ LRStatusV2 & RouterState::status(std::string const & entry, std::string const & 
     if (!lRStatusDir->entityPtr(entry)) {
         lRStatusDir->entityIs(entry, Vex::makePtr<LRStatusV2>(name.empty() ? entry : name));
     }
-    // The directory shares its entities as constants; the one who mounts them may still write.
+    // The directory returns its entities as const, but the test that owns them can write to them.
     return const_cast<LRStatusV2 &>(
         dynamic_cast<LRStatusV2 const &>(*lRStatusDir->entityPtr(entry)));
 }
@@ -193,13 +187,13 @@ std::string mapBody(RouterState const & state, RouterFilters const & filters) {
 }
 
 std::string portBody(RouterState const & state, RouterFilters const & filters) {
-    std::string const body = behind(portHeader, detailText(state, filters));
-    return body.substr(0, body.find(uplinkHeader));
+    std::string const body =
+        afterHeader(headerOf(detailText(RouterState())), detailText(state, filters));
+    return body.substr(0, body.find(uplinkHeader()));
 }
 
 std::string uplinkBody(RouterState const & state, RouterFilters const & filters) {
-    std::string const text = detailText(state, filters);
-    return behind(uplinkHeader, text.substr(std::min(text.find("Uplink ports:\n"), text.size())));
+    return afterHeader(uplinkHeader(), uplinkPart(detailText(state, filters)));
 }
 
 std::string routesBody(RouterState const & state, RouterFilters const & filters) {
@@ -207,9 +201,9 @@ std::string routesBody(RouterState const & state, RouterFilters const & filters)
 }
 
 std::string mapBodyOf(std::string const & text) {
-    return behind(mapHeader, text);
+    return afterHeader(headerOf(mapText(RouterState())), text);
 }
 
 std::string routesBodyOf(std::string const & text) {
-    return behind(routesHeader, text);
+    return afterHeader(headerOf(routesText(RouterState())), text);
 }

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/// One physical port with a VLAN of an uplink, as a test writes it down.
+/// One physical port of an uplink with its VLAN, as a test writes it down.
 struct PortVlan {
     char const * port;
     Vex::U16 vlan = 0;
@@ -20,7 +20,7 @@ inline std::string const leafOne = "02:00:00:00:00:01";
 inline std::string const leafTwo = "02:00:00:00:00:02";
 inline std::string const leafThree = "02:00:00:00:00:03";
 
-/// A published state of logical routers written down by a test. The order of the calls makes
+/// A published state of logical routers, as a test writes it down. The order of the calls makes
 /// no difference to what is published.
 class RouterState {
 public:
@@ -30,14 +30,14 @@ public:
                        std::initializer_list<std::string> routers = {});
     RouterState & inactive(char const * vtep);
 
-    /// Has a VTEP name a switch, whether or not that switch is known.
+    /// Makes a VTEP name a switch, whether or not that switch is known.
     RouterState & vtepNames(char const * vtep, std::string const & switchId);
 
-    /// Anything else that a system publishes.
+    /// Adds a path that a system publishes.
     RouterState & publishes(char const * systemId, std::string const & path,
                             std::string const & kind = "Vxlan");
 
-    /// A logical router with a status and nothing in it.
+    /// A logical router with an empty status.
     RouterState & router(std::string const & name);
     RouterState & port(std::string const & router, char const * ip, Vex::U32 vni,
                        char const * mac = "00:00:00:00:00:00", char const * vtep = "");
@@ -47,8 +47,8 @@ public:
     RouterState & route(std::string const & router, char const * prefix,
                         std::initializer_list<char const *> nexthops = {});
 
-    /// The status that stands in the directory under `entry`, its own name unless `name` is
-    /// given; made when there is none.
+    /// The status in the directory under `entry`, created if absent. The router is named `name`,
+    /// or `entry` if that is empty.
     VxlanController::LRStatusV2 & status(std::string const & entry, std::string const & name = "");
 
     Vex::Ptr<Statestore::PublishStatus> publishStatus = Vex::makePtr<Statestore::PublishStatus>();
@@ -60,11 +60,11 @@ public:
 /// The path under which a switch publishes a logical router.
 std::string routerPath(std::string const & router);
 
-/// `count` switches with a logical router of its own each, and of each router a port, an
-/// uplink and a route. 20,000 are more than all buffers on the way to a reader hold.
+/// `count` switches, each with a logical router of its own that has a port, an uplink and a
+/// route. The listings of 20,000 exceed all buffers on the way to a reader.
 RouterState manyRouters(Vex::U32 count);
 
-/// The filters of the listings; all absent at first. Each command takes those that it has.
+/// The filters of the listings; none is set at first. Each command uses those that it has.
 struct RouterFilters {
     std::string router = {};
     std::string switchId = {};
@@ -89,12 +89,12 @@ std::string detailJson(RouterState const & state, RouterFilters const & filters 
 std::string routesText(RouterState const & state, RouterFilters const & filters = {});
 std::string routesJson(RouterState const & state, RouterFilters const & filters = {});
 
-/// The text listings behind their headers, which must be there as they always are.
+/// The text listings without their headers, which must be those of an empty listing.
 std::string mapBody(RouterState const & state, RouterFilters const & filters = {});
 std::string portBody(RouterState const & state, RouterFilters const & filters = {});
 std::string uplinkBody(RouterState const & state, RouterFilters const & filters = {});
 std::string routesBody(RouterState const & state, RouterFilters const & filters = {});
 
-/// The same, of a listing that was rendered already.
+/// The same for a listing that is already rendered.
 std::string mapBodyOf(std::string const & text);
 std::string routesBodyOf(std::string const & text);

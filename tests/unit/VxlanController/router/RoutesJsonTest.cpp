@@ -16,7 +16,7 @@ using Nexthops = std::vector<std::string>;
 using Routes = std::vector<std::pair<std::string, Nexthops>>;
 using Routers = std::vector<std::pair<std::string, Routes>>;
 
-/// What a reader of the document relies on, whatever the routes.
+/// The document, as a reader of it expects it for these routes.
 Json shapeOf(Routers const & routers) {
     Json result = Json::object();
     for (auto const & [router, routes] : routers) {
@@ -47,7 +47,7 @@ RouterState stateOf(Routers const & routers) {
     return state;
 }
 
-/// Renders `routers` in every format and reads them back.
+/// Renders `routers` in every JSON format and reads them back.
 void expectShape(Routers const & routers) {
     for (Vex::U32 format : {0U, 2U, 3U, 4294967295U}) {
         std::string const document = rendered(routesCommand(stateOf(routers)), format);
@@ -101,7 +101,7 @@ TEST(RoutesJson, ShowsNexthopsByAddressUnderPrefixesUnderRouters) {
 )");
 }
 
-TEST(RoutesJson, TheOnlyRouteMayHaveNoNexthop) {
+TEST(RoutesJson, TheOnlyRouteCanHaveNoNexthop) {
     RouterState state;
     state.route("red", "10.1.0.0/16");
     EXPECT_EQ(routesJson(state), R"({"route":{"red":{"prefix":{"10.1.0.0/16":{"nexthop":[]}}}}})"
@@ -121,19 +121,19 @@ TEST(RoutesJson, TheOnlyRouteMayHaveNoNexthop) {
     expectShape({{"red", {{"10.1.0.0/16", {}}}}});
 }
 
-TEST(RoutesJson, TheFirstRouteMayHaveNoNexthop) {
+TEST(RoutesJson, TheFirstRouteCanHaveNoNexthop) {
     expectShape({{"red", {{"10.1.0.0/16", {}}, {"10.2.0.0/16", some}, {"10.3.0.0/16", some}}}});
 }
 
-TEST(RoutesJson, AMiddleRouteMayHaveNoNexthop) {
+TEST(RoutesJson, AMiddleRouteCanHaveNoNexthop) {
     expectShape({{"red", {{"10.1.0.0/16", some}, {"10.2.0.0/16", {}}, {"10.3.0.0/16", some}}}});
 }
 
-TEST(RoutesJson, TheLastRouteMayHaveNoNexthop) {
+TEST(RoutesJson, TheLastRouteCanHaveNoNexthop) {
     expectShape({{"red", {{"10.1.0.0/16", some}, {"10.2.0.0/16", some}, {"10.3.0.0/16", {}}}}});
 }
 
-TEST(RoutesJson, SeveralRoutesInARowMayHaveNoNexthop) {
+TEST(RoutesJson, SeveralRoutesInARowCanHaveNoNexthop) {
     Routes const none = {{"10.1.0.0/16", {}}, {"10.2.0.0/16", {}}, {"10.3.0.0/16", {}}};
     expectShape({{"red", none}});
     expectShape({{"blue", none}, {"green", {{"10.1.0.0/16", some}}}, {"red", none}});
@@ -143,7 +143,7 @@ TEST(RoutesJson, SeveralRoutesInARowMayHaveNoNexthop) {
                                  "\n");
 }
 
-TEST(RoutesJson, TheRoutesOfTwoRoutersMayHaveNoNexthopAnywhere) {
+TEST(RoutesJson, AnyOfTheRoutesOfTwoRoutersCanHaveNoNexthop) {
     constexpr unsigned routerCount = 2;
     constexpr unsigned routeCount = 4;
     for (unsigned pattern = 0; pattern < 1U << (routerCount * routeCount); ++pattern) {

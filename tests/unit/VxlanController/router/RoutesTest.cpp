@@ -30,7 +30,7 @@ bool passes(char const * filter, char const * route) {
     return !command->lRRouteByName().empty();
 }
 
-/// The prefixes of a listing, each with a blank behind it.
+/// The prefixes of a listing, each followed by a blank.
 std::string prefixes(RouterState const & state, RouterFilters const & filters) {
     auto const command = routesCommand(state, filters);
     rendered(command);
@@ -80,7 +80,7 @@ TEST(Routes, TracesNoCollectionWithoutStatusDirectory) {
     }
 }
 
-TEST(Routes, TheirCollectionAloneTracesOneLineOrNone) {
+TEST(Routes, CollectionAloneTracesOneLineOrNone) {
     Traced trace;
     routesCommand(RouterState())->initialize();
     EXPECT_EQ(trace.text, tracedRoutesInitialize);
@@ -124,7 +124,7 @@ TEST(Routes, APrefixFilterKeepsWhatContainsItAndWhatItContains) {
     EXPECT_FALSE(passes("0.0.0.0/32", "0.0.0.1/32"));
 }
 
-TEST(Routes, AnIpv6PrefixFilterOverlapsLikewise) {
+TEST(Routes, AnIpv6PrefixFilterKeepsWhatOverlapsIt) {
     EXPECT_TRUE(passes("2001:db8::/32", "2001:db8:1::/48"));
     EXPECT_TRUE(passes("2001:db8::/32", "2001::/16"));
     EXPECT_TRUE(passes("2001:db8::/32", "::/0"));
@@ -185,7 +185,7 @@ TEST(Routes, TheTotalCountsTheRoutesThatPass) {
               "\n");
 }
 
-TEST(Routes, EntriesThatAreNoRouterAreSkipped) {
+TEST(Routes, EntriesThatAreNotRoutersAreSkipped) {
     RouterState state;
     state.lRStatusDir->entityIs("blue", Vex::makePtr<VniStatusDirV2>());
     state.lRStatusDir->dirIs("green");
@@ -195,7 +195,7 @@ TEST(Routes, EntriesThatAreNoRouterAreSkipped) {
     EXPECT_EQ(prefixes(state, {.router = "green"}), "");
 }
 
-TEST(Routes, ARouterGoesByItsOwnNameNotByThatOfItsEntry) {
+TEST(Routes, ARouterHasItsOwnNameNotThatOfItsEntry) {
     RouterState state;
     state.status("entry", "red");
     state.route("entry", "10.1.0.0/16", {"10.0.0.1"});
@@ -225,7 +225,7 @@ TEST(Routes, TwoEntriesOfOneRouterAreMerged) {
               "\n");
 }
 
-TEST(Routes, SwitchesHaveNoPartInThem) {
+TEST(Routes, SwitchesMakeNoDifference) {
     RouterState state = routersWithRoutes();
     std::string const before = routesText(state);
     state.leaf("02:00:00:00:00:01", {"10.9.0.1"}, {"red", "green"});

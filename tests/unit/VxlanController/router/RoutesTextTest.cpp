@@ -38,7 +38,7 @@ TEST(RoutesText, ThreeNexthopsAreOneRowWithoutATrailingSeparator) {
               "\n");
 }
 
-TEST(RoutesText, EveryNumberOfNexthopsEndsInARowOfItsOwn) {
+TEST(RoutesText, TheNextRouteStartsANewRowAfterAnyNumberOfNexthops) {
     RouterState state;
     state.route("red", "10.1.0.0/16", {"10.0.0.1"})
         .route("red", "10.2.0.0/16", {"10.0.0.1", "10.0.0.2"})
@@ -87,7 +87,7 @@ TEST(RoutesText, ARouteWithoutNexthopsIsOneRowWithAnEmptyColumn) {
               "\n");
 }
 
-TEST(RoutesText, RoutesAndNexthopsComeByAddress) {
+TEST(RoutesText, RoutesAndNexthopsAreOrderedByAddress) {
     RouterState state;
     state.route("red", "2001:db8::/32", {"fe80::1", "10.0.0.10", "10.0.0.9"})
         .route("red", "::/0", {"::2"})
@@ -143,7 +143,7 @@ TEST(RoutesText, CutsThreeOfTheLongestAddresses) {
               "\n");
 }
 
-TEST(RoutesText, LeavesWhatJustFitsWhole) {
+TEST(RoutesText, DoesNotCutWhatJustFits) {
     RouterState state;
     state.route("eleven-long", "100.100.100.128/25",
                 {"100.100.100.100", "100.100.100.101", "100.100.100.102"});
@@ -154,7 +154,7 @@ TEST(RoutesText, LeavesWhatJustFitsWhole) {
               "\n");
 }
 
-TEST(RoutesText, PrintsNamesAsTheyAre) {
+TEST(RoutesText, PrintsNamesUnchanged) {
     RouterState state;
     for (std::string const & name :
          {"%s%n%d"s, "\"a\" \\ b"s, "nul\0in it"s, "\x1b[31m"s, "\xc3\xbc"s, ""s}) {
@@ -173,7 +173,7 @@ TEST(RoutesText, PrintsNamesAsTheyAre) {
         "\n");
 }
 
-TEST(RoutesText, SeventyThousandScrambledRoutesComeSorted) {
+TEST(RoutesText, SeventyThousandScrambledRoutesAreSorted) {
     constexpr Vex::U32 count = 70'000;
     constexpr Vex::U32 step = 7919; // shares no factor with the count
     RouterState state;
