@@ -12,7 +12,7 @@ Compiled compile(std::string const & text, Naming const & naming) {
     Problems problems;
     try {
         Model const model = check(parse(text), problems);
-        if (problems.none()) {
+        if (problems.empty()) {
             return {.header = headerText(model, naming.source),
                     .source = sourceText(model, naming.source, naming.header),
                     .reflection = reflectionText(model, naming.source, naming.header),

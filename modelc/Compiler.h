@@ -4,22 +4,22 @@
 
 namespace modelc {
 
-/// How the model file and the generated header are called.
+/// The names of the model file and of the generated header.
 struct Naming {
-    std::string file;   ///< the model file as error messages name it
-    std::string source; ///< the model file as the generated files name it: from the source tree
-    std::string header; ///< "VxlanController/VxlanControllerCliModel.h" for example
+    std::string file;   ///< the model file's name in error messages
+    std::string source; ///< the model file's name in generated files: its path in the source tree
+    std::string header; ///< the include path, e.g. "VxlanController/VxlanControllerCliModel.h"
 };
 
-/// What compiling a model yields: three texts, or the report of what is wrong with it.
+/// The result of compiling a model: three generated files, or the report of its errors.
 struct Compiled {
     std::string header;
     std::string source;
     std::string reflection;
-    std::string report; ///< one line for each error; empty when there is none
+    std::string report; ///< one line per error; empty if there is none
 };
 
-/// Compiles the text of a model file. Touches no file.
+/// Compiles the text of a model file. Reads and writes no files.
 Compiled compile(std::string const & text, Naming const & naming);
 
 } // namespace modelc

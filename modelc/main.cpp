@@ -11,24 +11,24 @@
 
 namespace {
 
-constexpr int done = 0;
-constexpr int failed = 1;
-constexpr int wronglyCalled = 2;
+constexpr int exitSuccess = 0;
+constexpr int exitFailure = 1;
+constexpr int exitUsage = 2;
 
 constexpr char const * usage =
     "usage: modelc [--include-prefix FOLDER] MODEL OUTPUT-DIRECTORY\n"
-    "Compiles a model file to OUTPUT-DIRECTORY/NAME.h, NAME.cpp and NAMEReflection.cpp, NAME\n"
-    "being that of the model file without its extension. The sources include the header as\n"
-    "FOLDER/NAME.h.\n";
+    "Compiles a model file to OUTPUT-DIRECTORY/NAME.h, NAME.cpp and NAMEReflection.cpp, where\n"
+    "NAME is the model file's name without its extension. The generated sources include the\n"
+    "header as FOLDER/NAME.h.\n";
 
 struct CommandLine {
     std::string includePrefix;
     std::vector<std::string> operands;
     bool help = false;
-    std::string wrong; ///< what is wrong with it, empty when nothing is
+    std::string error; ///< empty if the command line is valid
 };
 
-CommandLine read(std::vector<std::string> const & arguments) {
+CommandLine parseArguments(std::vector<std::string> const & arguments) {
     CommandLine line;
     bool options = true;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -39,19 +39,19 @@ CommandLine read(std::vector<std::string> const & arguments) {
             line.help = true;
         } else if (options && argument == "--include-prefix") {
             if (i + 1 == arguments.size()) {
-                line.wrong = "--include-prefix needs a folder";
+                line.error = "--include-prefix needs a folder";
                 return line;
             }
             line.includePrefix = arguments[++i];
         } else if (options && argument.size() > 1 && argument.starts_with('-')) {
-            line.wrong = "unknown option " + argument;
+            line.error = "unknown option " + argument;
             return line;
         } else {
             line.operands.push_back(argument);
         }
     }
     if (!line.help && line.operands.size() != 2) {
-        line.wrong = "expected a model file and an output directory";
+        line.error = "expected a model file and an output directory";
     }
     return line;
 }
@@ -67,30 +67,30 @@ int run(CommandLine const & line) {
                                                   .header = prefix + name + ".h"});
     if (!compiled.report.empty()) {
         std::fputs(compiled.report.c_str(), stderr);
-        return failed;
+        return exitFailure;
     }
     modelc::writeFiles({{folder / (name + ".h"), compiled.header},
                         {folder / (name + ".cpp"), compiled.source},
                         {folder / (name + "Reflection.cpp"), compiled.reflection}});
-    return done;
+    return exitSuccess;
 }
 
 } // namespace
 
 int main(int argc, char ** argv) {
-    CommandLine const line = read({argv + 1, argv + argc});
-    if (!line.wrong.empty()) {
-        std::fprintf(stderr, "modelc: %s\n%s", line.wrong.c_str(), usage);
-        return wronglyCalled;
+    CommandLine const line = parseArguments({argv + 1, argv + argc});
+    if (!line.error.empty()) {
+        std::fprintf(stderr, "modelc: %s\n%s", line.error.c_str(), usage);
+        return exitUsage;
     }
     if (line.help) {
         std::fputs(usage, stdout);
-        return done;
+        return exitSuccess;
     }
     try {
         return run(line);
     } catch (std::exception const & error) {
         std::fprintf(stderr, "modelc: %s\n", error.what());
-        return failed;
+        return exitFailure;
     }
 }

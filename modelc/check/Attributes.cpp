@@ -10,87 +10,85 @@ namespace modelc {
 
 namespace {
 
-// The numbers by which the framework's tools know attributes.
+// Attribute numbers in the framework's reflection, which its tools rely on.
 constexpr unsigned firstOfValue = 2;
 constexpr unsigned firstOfEntity = 130;
 constexpr unsigned firstOfDerived = 258;
 
 void checkName(tree::Name const & name, std::string const & what, Problems & problems) {
     if (startsUpper(name.text) || name.text.starts_with('_')) {
-        problems.add(name.at,
-                     "the " + what + " '" + name.text + "' must start with a small letter");
+        problems.add(name.at, "the " + what + " name '" + name.text +
+                                  "' must start with a lower-case letter");
     } else if (name.text.ends_with('_')) {
-        problems.add(name.at, "the " + what + " '" + name.text + "' must not end with '_'");
+        problems.add(name.at, "the " + what + " name '" + name.text + "' must not end with '_'");
     } else if (isCppKeyword(name.text)) {
-        problems.add(name.at, "the " + what + " '" + name.text + "' is a keyword of C++");
+        problems.add(name.at, "the " + what + " name '" + name.text + "' is a C++ keyword");
     }
 }
 
 class Resolver {
 public:
-    Resolver(tree::Type const & read, Type & type, Scope & scope, Problems & problems)
-        : read_(read), type_(type), scope_(scope), problems_(problems) {}
+    Resolver(tree::Type const & parsed, Type & type, Scope & scope, Problems & problems)
+        : parsed_(parsed), type_(type), scope_(scope), problems_(problems) {}
 
     void run() {
-        for (auto const & attribute : read_.attributes) {
+        for (auto const & attribute : parsed_.attributes) {
             checkName(attribute.name,
                       attribute.shape == tree::Shape::method ? "method" : "attribute", problems_);
             rejectDuplicate(attribute.name);
             type_.attributes.push_back(resolve(attribute));
         }
-        giveNumbers();
+        assignNumbers();
     }
 
 private:
     void rejectDuplicate(tree::Name const & name) {
         if (Attribute const * before = findAttribute(type_, name.text)) {
-            problems_.add(name.at, "'" + name.text +
-                                       "' is declared a second time; the first is "
-                                       "in line " +
+            problems_.add(name.at, "'" + name.text + "' is already declared on line " +
                                        std::to_string(before->at.line));
         }
     }
 
-    Attribute resolve(tree::Attribute const & read) {
-        Attribute made;
-        made.name = read.name.text;
-        made.at = read.name.at;
-        made.doc = read.doc;
-        made.settable = read.settable.has_value();
-        made.fromConstructor = std::any_of(
-            read_.constructor.begin(), read_.constructor.end(),
-            [&](tree::Name const & argument) { return argument.text == read.name.text; });
-        if (read.settable && !made.fromConstructor) {
-            problems_.add(*read.settable, "'settable' is said of constructor arguments only; '" +
-                                              made.name + "' is none");
+    Attribute resolve(tree::Attribute const & parsed) {
+        Attribute resolved;
+        resolved.name = parsed.name.text;
+        resolved.at = parsed.name.at;
+        resolved.doc = parsed.doc;
+        resolved.settable = parsed.settable.has_value();
+        resolved.fromConstructor = std::any_of(
+            parsed_.constructor.begin(), parsed_.constructor.end(),
+            [&](tree::Name const & argument) { return argument.text == parsed.name.text; });
+        if (parsed.settable && !resolved.fromConstructor) {
+            problems_.add(*parsed.settable, "'settable' applies only to constructor arguments; '" +
+                                                resolved.name + "' is not one");
         }
-        made.kind = kindOf(read, made);
-        if (read.shape == tree::Shape::method) {
-            resolveParameters(read, made);
-        } else if (read.shape == tree::Shape::set || read.shape == tree::Shape::hashedSet) {
-            resolveSet(read, made);
-        } else if (auto const type = scope_.type(read.type)) {
-            made.type = *type;
-            checkType(read, made);
+        resolved.kind = kindOf(parsed, resolved);
+        if (parsed.shape == tree::Shape::method) {
+            resolveParameters(parsed, resolved);
+        } else if (parsed.shape == tree::Shape::set || parsed.shape == tree::Shape::hashedSet) {
+            resolveSet(parsed, resolved);
+        } else if (auto const type = scope_.type(parsed.type)) {
+            resolved.type = *type;
+            checkType(parsed, resolved);
         }
-        rejectInValue(read);
-        resolveInitial(read, type_.entity, made, problems_);
-        return made;
+        rejectInValue(parsed);
+        resolveInitial(parsed, type_.entity, resolved, problems_);
+        return resolved;
     }
 
-    static AttributeKind kindOf(tree::Attribute const & read, Attribute const & made) {
-        bool const immutable = made.fromConstructor && !made.settable;
-        switch (read.shape) {
+    static AttributeKind kindOf(tree::Attribute const & parsed, Attribute const & resolved) {
+        bool const immutable = resolved.fromConstructor && !resolved.settable;
+        switch (parsed.shape) {
         case tree::Shape::plain:
-            return read.key    ? AttributeKind::valueCollection
+            return parsed.key  ? AttributeKind::valueCollection
                    : immutable ? AttributeKind::constructorArgument
                                : AttributeKind::plain;
         case tree::Shape::constant:
             return AttributeKind::constant;
         case tree::Shape::owned:
-            return read.key ? AttributeKind::ownedEntityCollection : AttributeKind::ownedEntity;
+            return parsed.key ? AttributeKind::ownedEntityCollection : AttributeKind::ownedEntity;
         case tree::Shape::shared:
-            return read.key    ? AttributeKind::sharedEntityCollection
+            return parsed.key  ? AttributeKind::sharedEntityCollection
                    : immutable ? AttributeKind::entityPointer
                                : AttributeKind::entityPointerPlain;
         case tree::Shape::set:
@@ -103,41 +101,45 @@ private:
         return AttributeKind::method;
     }
 
-    void checkType(tree::Attribute const & read, Attribute const & made) {
-        std::string const name = "'" + read.type.text + "'";
-        bool const entity = made.type.kind == TypeClass::entity;
-        switch (read.shape) {
+    void checkType(tree::Attribute const & parsed, Attribute const & resolved) {
+        std::string const name = "'" + parsed.type.text + "'";
+        bool const entity = resolved.type.kind == TypeClass::entity;
+        switch (parsed.shape) {
         case tree::Shape::plain:
             if (entity) {
-                problems_.add(read.type.at, name + " is an entity; write 'owned " + read.type.text +
-                                                "' or 'shared " + read.type.text + "'");
-            } else if (read.key && made.type.kind != TypeClass::value) {
-                problems_.add(read.type.at, name +
-                                                " has no attributes, so nothing keys it; write "
-                                                "'set[" +
-                                                read.type.text + "]' for a set");
+                problems_.add(parsed.type.at, name + " is an entity; write 'owned " +
+                                                  parsed.type.text + "' or 'shared " +
+                                                  parsed.type.text + "'");
+            } else if (parsed.key && resolved.type.kind != TypeClass::value) {
+                problems_.add(parsed.type.at, name +
+                                                  " has no attributes and so no key; write "
+                                                  "'set[" +
+                                                  parsed.type.text + "]' for a set");
             }
             break;
         case tree::Shape::constant:
-            if (made.type.kind != TypeClass::text) {
-                problems_.add(read.type.at,
-                              "a constant must be of a text type; " + name + " is none");
+            if (resolved.type.kind != TypeClass::text) {
+                problems_.add(parsed.type.at,
+                              "a constant must have a text type; " + name + " is not one");
             }
-            if (read.key) {
-                problems_.add(read.key->at, "a constant has no key");
+            if (parsed.key) {
+                problems_.add(parsed.key->at, "a constant cannot have a key");
             }
             break;
         case tree::Shape::owned:
             if (!entity) {
-                problems_.add(read.type.at, name + " is no entity; only entities are owned");
-            } else if (!made.type.declared) {
-                problems_.add(read.type.at, name + " is imported; only entities of this model can "
-                                                   "be owned");
+                problems_.add(parsed.type.at,
+                              name + " is not an entity; only entities can be owned");
+            } else if (!resolved.type.declared) {
+                problems_.add(parsed.type.at, name +
+                                                  " is imported; only entities of this model can "
+                                                  "be owned");
             }
             break;
         case tree::Shape::shared:
             if (!entity) {
-                problems_.add(read.type.at, name + " is no entity; only entities are shared");
+                problems_.add(parsed.type.at,
+                              name + " is not an entity; only entities can be shared");
             }
             break;
         default:
@@ -145,25 +147,23 @@ private:
         }
     }
 
-    void resolveSet(tree::Attribute const & read, Attribute & made) {
-        made.type = {.name = "bool", .kind = TypeClass::boolean};
-        if (auto const key = scope_.type(*read.key)) {
-            made.key = *key;
+    void resolveSet(tree::Attribute const & parsed, Attribute & resolved) {
+        resolved.type = {.name = "bool", .kind = TypeClass::boolean};
+        if (auto const key = scope_.type(*parsed.key)) {
+            resolved.key = *key;
             if (key->kind == TypeClass::entity || key->declared) {
-                problems_.add(read.key->at, "'" + key->name +
-                                                "' has no order, so it cannot be a "
-                                                "key");
+                problems_.add(parsed.key->at,
+                              "'" + key->name + "' has no ordering, so it cannot be a key");
             }
         }
     }
 
-    void resolveParameters(tree::Attribute const & read, Attribute & made) {
+    void resolveParameters(tree::Attribute const & parsed, Attribute & resolved) {
         std::set<std::string> names;
-        for (auto const & argument : read.arguments) {
+        for (auto const & argument : parsed.arguments) {
             checkName(argument.name, "argument", problems_);
             if (!names.insert(argument.name.text).second) {
-                problems_.add(argument.name.at,
-                              "the argument '" + argument.name.text + "' is given a second time");
+                problems_.add(argument.name.at, "duplicate argument '" + argument.name.text + "'");
             }
             auto const type = scope_.type(argument.type);
             if (!type) {
@@ -176,28 +176,28 @@ private:
                                                     "'");
             } else if (!entity && argument.shared) {
                 problems_.add(argument.type.at,
-                              "'" + type->name + "' is no entity; only entities are shared");
+                              "'" + type->name + "' is not an entity; only entities can be shared");
             }
-            made.parameters.push_back({argument.name.text, *type});
+            resolved.parameters.push_back({argument.name.text, *type});
         }
     }
 
-    void rejectInValue(tree::Attribute const & read) {
+    void rejectInValue(tree::Attribute const & parsed) {
         if (type_.entity) {
             return;
         }
         std::string const start = "the value '" + type_.name + "' cannot ";
-        if (read.shape == tree::Shape::owned) {
-            problems_.add(read.name.at, start + "own an entity");
-        } else if (read.shape == tree::Shape::shared) {
-            problems_.add(read.name.at, start + "share an entity");
-        } else if (read.shape == tree::Shape::method) {
-            problems_.add(read.name.at, start + "have a method");
+        if (parsed.shape == tree::Shape::owned) {
+            problems_.add(parsed.name.at, start + "own an entity");
+        } else if (parsed.shape == tree::Shape::shared) {
+            problems_.add(parsed.name.at, start + "share an entity");
+        } else if (parsed.shape == tree::Shape::method) {
+            problems_.add(parsed.name.at, start + "have a method");
         }
     }
 
-    /// Methods come behind the attributes, wherever they stand.
-    void giveNumbers() {
+    /// Methods are numbered after all other attributes, wherever the model declares them.
+    void assignNumbers() {
         unsigned number = !type_.entity ? firstOfValue
                           : type_.base  ? firstOfDerived
                                         : firstOfEntity;
@@ -210,7 +210,7 @@ private:
         }
     }
 
-    tree::Type const & read_;
+    tree::Type const & parsed_;
     Type & type_;
     Scope & scope_;
     Problems & problems_;
@@ -218,8 +218,8 @@ private:
 
 } // namespace
 
-void resolveAttributes(tree::Type const & read, Type & type, Scope & scope, Problems & problems) {
-    Resolver(read, type, scope, problems).run();
+void resolveAttributes(tree::Type const & parsed, Type & type, Scope & scope, Problems & problems) {
+    Resolver(parsed, type, scope, problems).run();
 }
 
 } // namespace modelc

@@ -4,9 +4,9 @@
 
 namespace modelc {
 
-/// Gives `type` its attributes: kind, type, number. Each written attribute has its entry,
-/// in the same order, even when something is wrong with it; one whose type is unknown has
-/// a type without a name.
-void resolveAttributes(tree::Type const & read, Type & type, Scope & scope, Problems & problems);
+/// Adds the attributes of `type`, with kind, type and number. Each parsed attribute gets an
+/// entry, in the same order, even if it has an error; the name of an unknown type is left
+/// empty.
+void resolveAttributes(tree::Type const & parsed, Type & type, Scope & scope, Problems & problems);
 
 } // namespace modelc

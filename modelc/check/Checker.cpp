@@ -15,44 +15,45 @@ namespace modelc {
 
 namespace {
 
-void resolveBase(tree::Type const & read, Type & type, Scope & scope, Problems & problems) {
-    if (!read.base) {
+void resolveBase(tree::Type const & parsed, Type & type, Scope & scope, Problems & problems) {
+    if (!parsed.base) {
         return;
     }
-    if (!read.entity) {
-        problems.add(read.base->at, "the value '" + type.name +
-                                        "' cannot have a base; only "
-                                        "entities can");
+    if (!parsed.entity) {
+        problems.add(parsed.base->at, "the value '" + type.name +
+                                          "' cannot have a base; only "
+                                          "entities can");
         return;
     }
-    Type const * base = scope.declared(*read.base, "the base");
+    Type const * base = scope.declared(*parsed.base, "the base");
     if (base && !base->entity) {
-        problems.add(read.base->at, "the base '" + base->name + "' is a value, not an entity");
+        problems.add(parsed.base->at, "the base '" + base->name + "' is a value, not an entity");
         return;
     }
-    // The base comes first in the file: so no type can be, in the end, its own base.
+    // A base precedes its derived types in the file, so no type can be its own base, even
+    // indirectly.
     if (base && !(base->at < type.at)) {
-        problems.add(read.base->at,
+        problems.add(parsed.base->at,
                      "the base '" + base->name + "' must be declared before '" + type.name + "'");
         return;
     }
     type.base = base;
 }
 
-void resolveExtras(tree::Type const & read, Type & type, Problems & problems) {
-    for (auto const & extra : read.extras) {
+void resolveExtras(tree::Type const & parsed, Type & type, Problems & problems) {
+    for (auto const & extra : parsed.extras) {
         bool * const flag = extra.text == "factory"   ? &type.factory
                             : extra.text == "creator" ? &type.creator
                                                       : nullptr;
         if (!flag) {
-            problems.add(extra.at, "expected 'factory' or 'creator' behind 'with', found '" +
+            problems.add(extra.at, "expected 'factory' or 'creator' after 'with', found '" +
                                        extra.text + "'" +
                                        didYouMean(extra.text, {"factory", "creator"}));
-        } else if (!read.entity) {
+        } else if (!parsed.entity) {
             problems.add(extra.at, "the value '" + type.name + "' cannot have a " + extra.text +
                                        "; only entities can");
         } else if (*flag) {
-            problems.add(extra.at, "'" + extra.text + "' is given a second time");
+            problems.add(extra.at, "duplicate '" + extra.text + "'");
         } else {
             *flag = true;
         }
@@ -62,24 +63,23 @@ void resolveExtras(tree::Type const & read, Type & type, Problems & problems) {
 std::vector<Type const *> registrationOrder(tree::File const & file, Model const & model,
                                             Scope & scope, Problems & problems) {
     std::vector<Type const *> order;
-    std::map<Type const *, Location> places;
+    std::map<Type const *, Location> locations;
     for (auto const & name : file.registration) {
-        Type const * type = scope.declared(name, "the registered");
+        Type const * type = scope.declared(name, "the registered name");
         if (!type) {
             continue;
         }
-        if (auto const [place, added] = places.try_emplace(type, name.at); !added) {
-            problems.add(name.at, "'" + name.text +
-                                      "' is registered a second time; the first is "
-                                      "in line " +
-                                      std::to_string(place->second.line));
+        if (auto const [entry, added] = locations.try_emplace(type, name.at); !added) {
+            problems.add(name.at, "'" + name.text + "' is already registered on line " +
+                                      std::to_string(entry->second.line));
             continue;
         }
         order.push_back(type);
     }
     for (auto const & type : model.types) {
-        if (!places.contains(&type)) {
-            problems.add(file.registrationAt, "'" + type.name + "' is missing in the registration");
+        if (!locations.contains(&type)) {
+            problems.add(file.registrationAt,
+                         "'" + type.name + "' is missing from the registration");
         }
     }
     return order;
@@ -90,12 +90,12 @@ std::vector<Type const *> registrationOrder(tree::File const & file, Model const
 Model check(tree::File const & file, Problems & problems) {
     Model model;
     model.space = file.space.text;
-    for (auto const & read : file.types) {
+    for (auto const & parsed : file.types) {
         Type & type = model.types.emplace_back();
-        type.name = read.name.text;
-        type.entity = read.entity;
-        type.doc = read.doc;
-        type.at = read.name.at;
+        type.name = parsed.name.text;
+        type.entity = parsed.entity;
+        type.doc = parsed.doc;
+        type.at = parsed.name.at;
     }
     Scope scope(file, model.types, problems);
     model.headers = scope.headers();
@@ -109,7 +109,7 @@ Model check(tree::File const & file, Problems & problems) {
         resolveKeys(file.types[i], model.types[i], scope, problems);
         checkMemberNames(model.types[i], problems);
     }
-    if (problems.none()) {
+    if (problems.empty()) {
         model.definitions = definitionOrder(model, problems);
     }
     model.registration = registrationOrder(file, model, scope, problems);

@@ -6,8 +6,8 @@
 
 namespace modelc {
 
-/// Resolves the names of a syntax tree and holds it against the rules of the language.
-/// Whatever is wrong is added to `problems`; the model may be used only when nothing was.
+/// Resolves the names in a syntax tree and checks it against the rules of the language.
+/// Errors are added to `problems`; the model is usable only if there are none.
 Model check(tree::File const & file, Problems & problems);
 
 } // namespace modelc

@@ -15,7 +15,7 @@ bool canBeArgument(AttributeKind kind) {
            kind == AttributeKind::entityPointer || kind == AttributeKind::entityPointerPlain;
 }
 
-std::vector<std::string> names(Type const & type) {
+std::vector<std::string> attributeNames(Type const & type) {
     std::vector<std::string> all;
     for (Type const * at = &type; at; at = at->base) {
         for (auto const & attribute : at->attributes) {
@@ -30,58 +30,57 @@ bool isOwn(Type const & type, Attribute const * attribute) {
                        [&](Attribute const & own) { return &own == attribute; });
 }
 
-void checkBaseArguments(tree::Type const & read, Type & type, Problems & problems) {
+void checkBaseArguments(tree::Type const & parsed, Type & type, Problems & problems) {
     if (!type.base) {
         return;
     }
-    auto const & wanted = type.base->constructor;
-    bool const same = type.constructor.size() >= wanted.size() &&
-                      std::equal(wanted.begin(), wanted.end(), type.constructor.begin());
+    auto const & expected = type.base->constructor;
+    bool const same = type.constructor.size() >= expected.size() &&
+                      std::equal(expected.begin(), expected.end(), type.constructor.begin());
     if (same) {
-        type.baseArguments = wanted.size();
+        type.baseArguments = expected.size();
         return;
     }
     std::string list;
-    for (auto const * argument : wanted) {
+    for (auto const * argument : expected) {
         list += (list.empty() ? "" : ", ") + argument->name;
     }
-    problems.add(read.name.at, "the constructor arguments of '" + type.name +
-                                   "' must start with those of its base: " + list);
+    problems.add(parsed.name.at, "the constructor arguments of '" + type.name +
+                                     "' must start with those of its base: " + list);
 }
 
-void checkOrder(tree::Type const & read, Type const & type, Problems & problems) {
-    Attribute const * before = nullptr;
+void checkOrder(tree::Type const & parsed, Type const & type, Problems & problems) {
+    Attribute const * previous = nullptr;
     for (std::size_t i = 0; i < type.constructor.size(); ++i) {
         Attribute const * argument = type.constructor[i];
         if (!isOwn(type, argument)) {
             continue;
         }
-        if (before && argument < before) {
-            problems.add(read.constructor[i].at,
-                         "constructor arguments stand in the order of the attributes; '" +
-                             argument->name + "' is declared before '" + before->name + "'");
+        if (previous && argument < previous) {
+            problems.add(parsed.constructor[i].at,
+                         "constructor arguments must be in the order of the attributes; '" +
+                             argument->name + "' is declared before '" + previous->name + "'");
         }
-        before = argument;
+        previous = argument;
     }
 }
 
 } // namespace
 
-void resolveConstructor(tree::Type const & read, Type & type, Problems & problems) {
+void resolveConstructor(tree::Type const & parsed, Type & type, Problems & problems) {
     std::set<std::string> seen;
     bool complete = true;
-    for (auto const & name : read.constructor) {
+    for (auto const & name : parsed.constructor) {
         Attribute const * argument = findAttribute(type, name.text);
         if (!argument) {
             problems.add(name.at, "'" + type.name + "' has no attribute '" + name.text + "'" +
-                                      didYouMean(name.text, names(type)));
+                                      didYouMean(name.text, attributeNames(type)));
         } else if (!canBeArgument(argument->kind)) {
             problems.add(name.at, "'" + name.text +
                                       "' cannot be a constructor argument; only "
                                       "single values and shared entities can");
         } else if (!seen.insert(name.text).second) {
-            problems.add(name.at,
-                         "the constructor argument '" + name.text + "' is given a second time");
+            problems.add(name.at, "duplicate constructor argument '" + name.text + "'");
         } else if (!isOwn(type, argument) && !argument->fromConstructor) {
             problems.add(name.at, "'" + name.text +
                                       "' belongs to the base, which does not take "
@@ -93,8 +92,8 @@ void resolveConstructor(tree::Type const & read, Type & type, Problems & problem
         complete = false;
     }
     if (complete) {
-        checkBaseArguments(read, type, problems);
-        checkOrder(read, type, problems);
+        checkBaseArguments(parsed, type, problems);
+        checkOrder(parsed, type, problems);
     }
 }
 

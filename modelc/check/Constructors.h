@@ -6,8 +6,8 @@
 
 namespace modelc {
 
-/// Gives `type`, whose attributes are resolved, its constructor arguments. They stand in
-/// the order of the attributes, those of the base first.
-void resolveConstructor(tree::Type const & read, Type & type, Problems & problems);
+/// Resolves the constructor arguments of `type`, whose attributes are already resolved. They
+/// must be in the order of the attributes, those of the base first.
+void resolveConstructor(tree::Type const & parsed, Type & type, Problems & problems);
 
 } // namespace modelc

@@ -10,7 +10,7 @@ namespace modelc {
 
 namespace {
 
-std::uint64_t greatest(std::string_view number) {
+std::uint64_t maximumOf(std::string_view number) {
     if (number == "U8") {
         return std::numeric_limits<std::uint8_t>::max();
     }
@@ -39,13 +39,14 @@ std::string withoutLeadingZeros(std::string const & digits) {
 }
 
 void resolveNumber(tree::Literal const & literal, Attribute & attribute, Problems & problems) {
-    std::uint64_t const limit = greatest(attribute.type.name);
+    std::uint64_t const limit = maximumOf(attribute.type.name);
     if (literal.kind != tree::Literal::Kind::number) {
-        problems.add(literal.at, "'" + attribute.name + "' starts as a number from 0 to " +
-                                     std::to_string(limit));
+        problems.add(literal.at, "the default of '" + attribute.name +
+                                     "' must be a number from 0 to " + std::to_string(limit));
     } else if (!fits(literal.text, limit)) {
-        problems.add(literal.at, literal.text + " is too great for '" + attribute.name + "'; a " +
-                                     attribute.type.name + " ends at " + std::to_string(limit));
+        problems.add(literal.at, literal.text + " is too large for '" + attribute.name +
+                                     "'; the maximum of a " + attribute.type.name + " is " +
+                                     std::to_string(limit));
     } else {
         // Without the leading zeros that would make it octal.
         attribute.initial = withoutLeadingZeros(literal.text);
@@ -58,7 +59,8 @@ void resolveByType(tree::Literal const & literal, Attribute & attribute, Problem
         if (literal.kind == tree::Literal::Kind::boolean) {
             attribute.initial = literal.text;
         } else {
-            problems.add(literal.at, "'" + attribute.name + "' starts as 'true' or 'false'");
+            problems.add(literal.at,
+                         "the default of '" + attribute.name + "' must be 'true' or 'false'");
         }
         break;
     case TypeClass::number:
@@ -72,36 +74,35 @@ void resolveByType(tree::Literal const & literal, Attribute & attribute, Problem
         }
         break;
     default:
-        problems.add(literal.at, "'" + attribute.name + "' starts as what '" + attribute.type.name +
-                                     "' starts as; only numbers, bool and texts have a "
-                                     "written default");
+        problems.add(literal.at, "'" + attribute.name + "' takes the default of '" +
+                                     attribute.type.name +
+                                     "'; only numbers, bool and texts can have one of their own");
     }
 }
 
 } // namespace
 
-void resolveInitial(tree::Attribute const & read, bool ofEntity, Attribute & attribute,
+void resolveInitial(tree::Attribute const & parsed, bool ofEntity, Attribute & attribute,
                     Problems & problems) {
     bool const isConstant = attribute.kind == AttributeKind::constant;
-    if (!read.initial) {
+    if (!parsed.initial) {
         if (isConstant) {
-            problems.add(read.name.at,
-                         "the constant '" + attribute.name + "' has no text; write '= \"...\"'");
+            problems.add(parsed.name.at,
+                         "the constant '" + attribute.name + "' has no value; write '= \"...\"'");
         }
         return;
     }
     bool const single = isConstant || attribute.kind == AttributeKind::plain ||
                         attribute.kind == AttributeKind::constructorArgument;
     if (!single) {
-        problems.add(read.initial->at, "'" + attribute.name +
-                                           "' is no single value, so it has no "
-                                           "written default");
+        problems.add(parsed.initial->at,
+                     "'" + attribute.name + "' is not a single value, so it cannot have a default");
     } else if (ofEntity && attribute.fromConstructor) {
-        problems.add(read.initial->at, "'" + attribute.name +
-                                           "' is always given to the "
-                                           "constructor, so it has no default");
+        problems.add(parsed.initial->at,
+                     "'" + attribute.name +
+                         "' is always passed to the constructor, so it cannot have a default");
     } else if (!attribute.type.name.empty()) {
-        resolveByType(*read.initial, attribute, problems);
+        resolveByType(*parsed.initial, attribute, problems);
     }
 }
 

@@ -6,9 +6,9 @@
 
 namespace modelc {
 
-/// Turns what stands behind the `=` of an attribute, if anything, into the C++ expression
-/// of its first value, or of its only value when it is a constant.
-void resolveInitial(tree::Attribute const & read, bool ofEntity, Attribute & attribute,
+/// Turns the literal after the `=` of an attribute, if there is one, into the C++ expression
+/// of its initial value, or of its value if it is a constant.
+void resolveInitial(tree::Attribute const & parsed, bool ofEntity, Attribute & attribute,
                     Problems & problems);
 
 } // namespace modelc

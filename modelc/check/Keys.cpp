@@ -15,7 +15,7 @@ bool hasOrder(TypeRef const & type) {
     return type.kind != TypeClass::entity && !type.declared;
 }
 
-std::string attributeNames(Type const & type, std::string const & written) {
+std::string attributeHint(Type const & type, std::string const & written) {
     std::vector<std::string> known;
     for (Type const * at = &type; at; at = at->base) {
         for (auto const & attribute : at->attributes) {
@@ -29,22 +29,22 @@ class KeyResolver {
 public:
     KeyResolver(Scope & scope, Problems & problems) : scope_(scope), problems_(problems) {}
 
-    void resolve(tree::Attribute const & read, Attribute & made) {
-        if (made.type.name.empty()) {
+    void resolve(tree::Attribute const & parsed, Attribute & resolved) {
+        if (resolved.type.name.empty()) {
             return;
         }
-        switch (made.kind) {
+        switch (resolved.kind) {
         case AttributeKind::valueCollection:
-            valueKey(read, made);
+            valueKey(parsed, resolved);
             break;
         case AttributeKind::ownedEntityCollection:
-            ownedKey(read, made);
+            ownedKey(parsed, resolved);
             break;
         case AttributeKind::sharedEntityCollection:
-            sharedKey(read, made);
+            sharedKey(parsed, resolved);
             break;
         case AttributeKind::ownedEntity:
-            singleton(read, made);
+            singleton(parsed, resolved);
             break;
         default:
             break;
@@ -52,114 +52,116 @@ public:
     }
 
 private:
-    void valueKey(tree::Attribute const & read, Attribute & made) {
-        if (made.type.kind != TypeClass::value || rejectType(read, made)) {
+    void valueKey(tree::Attribute const & parsed, Attribute & resolved) {
+        if (resolved.type.kind != TypeClass::value || rejectType(parsed, resolved)) {
             return;
         }
-        if (made.type.declared) {
-            elementAttribute(read, made);
-        } else if (made.type.importedKey.empty()) {
-            problems_.add(read.key->at, "no key is known of '" + made.type.name +
-                                            "'; import it as '" + made.type.name + "[" +
-                                            read.key->text + " : Type]'");
-        } else if (made.type.importedKey != read.key->text) {
-            problems_.add(read.key->at, "'" + made.type.name + "' is keyed by its '" +
-                                            made.type.importedKey + "', as its import says");
+        if (resolved.type.declared) {
+            elementAttribute(parsed, resolved);
+        } else if (resolved.type.importedKey.empty()) {
+            problems_.add(parsed.key->at,
+                          "'" + resolved.type.name + "' is imported without a key; import it as '" +
+                              resolved.type.name + "[" + parsed.key->text + " : Type]'");
+        } else if (resolved.type.importedKey != parsed.key->text) {
+            problems_.add(parsed.key->at, "'" + resolved.type.name +
+                                              "' is imported with the key '" +
+                                              resolved.type.importedKey + "'");
         } else {
-            made.keyAttribute = read.key->text;
-            made.key = *scope_.type({made.type.importedKeyType, read.key->at});
+            resolved.keyAttribute = parsed.key->text;
+            resolved.key = *scope_.type({resolved.type.importedKeyType, parsed.key->at});
         }
     }
 
-    void ownedKey(tree::Attribute const & read, Attribute & made) {
-        Type const * element = made.type.declared;
-        if (!element || !element->entity || rejectType(read, made) ||
-            !elementAttribute(read, made)) {
+    void ownedKey(tree::Attribute const & parsed, Attribute & resolved) {
+        Type const * element = resolved.type.declared;
+        if (!element || !element->entity || rejectType(parsed, resolved) ||
+            !elementAttribute(parsed, resolved)) {
             return;
         }
         auto const & arguments = element->constructor;
-        if (arguments.empty() || arguments.front()->name != read.key->text) {
-            problems_.add(
-                read.key->at,
-                "the key of an owned entity is its first constructor "
-                "argument; that of '" +
-                    element->name + "' is " +
-                    (arguments.empty() ? "missing" : "'" + arguments.front()->name + "'"));
+        if (arguments.empty() || arguments.front()->name != parsed.key->text) {
+            problems_.add(parsed.key->at,
+                          "the key of an owned entity is its first constructor argument; " +
+                              (arguments.empty() ? "'" + element->name + "' has none"
+                                                 : "that of '" + element->name + "' is '" +
+                                                       arguments.front()->name + "'"));
             return;
         }
         for (auto const * argument : arguments) {
             if (!hasOrder(argument->type)) {
-                problems_.add(read.type.at, "'" + element->name + "' takes '" + argument->name +
-                                                "', which has no text form, so it cannot be found "
-                                                "or created by key");
+                problems_.add(parsed.type.at,
+                              "'" + element->name + "' takes '" + argument->name +
+                                  "', which has no text form, so it cannot be found "
+                                  "or created by key");
             }
         }
     }
 
-    void sharedKey(tree::Attribute const & read, Attribute & made) {
-        if (made.type.kind != TypeClass::entity) {
+    void sharedKey(tree::Attribute const & parsed, Attribute & resolved) {
+        if (resolved.type.kind != TypeClass::entity) {
             return;
         }
-        if (isTypeName(read.key->text)) {
-            if (auto const key = scope_.type(*read.key)) {
-                made.key = *key;
-                rejectUnordered(read, made);
+        if (isTypeName(parsed.key->text)) {
+            if (auto const key = scope_.type(*parsed.key)) {
+                resolved.key = *key;
+                rejectUnordered(parsed, resolved);
             }
-        } else if (!made.type.declared) {
-            problems_.add(read.key->at, "'" + made.type.name +
-                                            "' is imported, so its attributes are "
-                                            "not known; key it by a type");
-        } else if (Attribute const * key = elementAttribute(read, made);
+        } else if (!resolved.type.declared) {
+            problems_.add(parsed.key->at, "'" + resolved.type.name +
+                                              "' is imported, so its attributes are "
+                                              "not known; key it by a type");
+        } else if (Attribute const * key = elementAttribute(parsed, resolved);
                    key && key->kind != AttributeKind::constructorArgument) {
-            problems_.add(read.key->at, "'" + key->name + "' can change while '" + made.type.name +
-                                            "' is shared; the key must be a constructor argument");
+            problems_.add(parsed.key->at,
+                          "'" + key->name + "' can change while '" + resolved.type.name +
+                              "' is shared; the key must be a constructor argument");
         }
     }
 
-    void singleton(tree::Attribute const & read, Attribute const & made) {
-        Type const * element = made.type.declared;
+    void singleton(tree::Attribute const & parsed, Attribute const & resolved) {
+        Type const * element = resolved.type.declared;
         if (element && element->entity && !element->constructor.empty()) {
-            problems_.add(read.type.at, "'" + element->name +
-                                            "' has constructor arguments, so it "
-                                            "cannot be created on demand");
+            problems_.add(parsed.type.at, "'" + element->name +
+                                              "' has constructor arguments, so it "
+                                              "cannot be created on demand");
         }
     }
 
-    bool rejectType(tree::Attribute const & read, Attribute const & made) {
-        if (!isTypeName(read.key->text)) {
+    bool rejectType(tree::Attribute const & parsed, Attribute const & resolved) {
+        if (!isTypeName(parsed.key->text)) {
             return false;
         }
-        problems_.add(read.key->at, "'" + made.type.name +
-                                        "' is keyed by one of its attributes, "
-                                        "not by a type");
+        problems_.add(parsed.key->at,
+                      "'" + resolved.type.name +
+                          "' must be keyed by one of its attributes, not by a type");
         return true;
     }
 
-    /// The element's attribute by which the collection is keyed, or null and a problem.
-    Attribute const * elementAttribute(tree::Attribute const & read, Attribute & made) {
-        Attribute const * key = findAttribute(*made.type.declared, read.key->text);
+    /// The element attribute that keys the collection; null after adding a problem.
+    Attribute const * elementAttribute(tree::Attribute const & parsed, Attribute & resolved) {
+        Attribute const * key = findAttribute(*resolved.type.declared, parsed.key->text);
         if (!key) {
-            problems_.add(read.key->at, "'" + made.type.name + "' has no attribute '" +
-                                            read.key->text + "'" +
-                                            attributeNames(*made.type.declared, read.key->text));
+            problems_.add(parsed.key->at,
+                          "'" + resolved.type.name + "' has no attribute '" + parsed.key->text +
+                              "'" + attributeHint(*resolved.type.declared, parsed.key->text));
             return nullptr;
         }
         if (key->kind != AttributeKind::constructorArgument && key->kind != AttributeKind::plain) {
-            problems_.add(read.key->at, "'" + key->name +
-                                            "' is no single value, so it cannot be a "
-                                            "key");
+            problems_.add(parsed.key->at,
+                          "'" + key->name + "' is not a single value, so it cannot be a key");
             return nullptr;
         }
-        made.keyAttribute = key->name;
-        made.key = key->type;
-        return rejectUnordered(read, made) ? nullptr : key;
+        resolved.keyAttribute = key->name;
+        resolved.key = key->type;
+        return rejectUnordered(parsed, resolved) ? nullptr : key;
     }
 
-    bool rejectUnordered(tree::Attribute const & read, Attribute const & made) {
-        if (made.key.name.empty() || hasOrder(made.key)) {
+    bool rejectUnordered(tree::Attribute const & parsed, Attribute const & resolved) {
+        if (resolved.key.name.empty() || hasOrder(resolved.key)) {
             return false;
         }
-        problems_.add(read.key->at, "'" + made.key.name + "' has no order, so it cannot be a key");
+        problems_.add(parsed.key->at,
+                      "'" + resolved.key.name + "' has no ordering, so it cannot be a key");
         return true;
     }
 
@@ -169,10 +171,10 @@ private:
 
 } // namespace
 
-void resolveKeys(tree::Type const & read, Type & type, Scope & scope, Problems & problems) {
+void resolveKeys(tree::Type const & parsed, Type & type, Scope & scope, Problems & problems) {
     KeyResolver resolver(scope, problems);
     for (std::size_t i = 0; i < type.attributes.size(); ++i) {
-        resolver.resolve(read.attributes[i], type.attributes[i]);
+        resolver.resolve(parsed.attributes[i], type.attributes[i]);
     }
 }
 

@@ -4,8 +4,8 @@
 
 namespace modelc {
 
-/// Finds the key of each collection of `type`, and holds what it owns against what can be
-/// created: the attributes and constructors of all types must be resolved.
-void resolveKeys(tree::Type const & read, Type & type, Scope & scope, Problems & problems);
+/// Resolves the key of each collection of `type` and checks that the entities it owns can be
+/// created. The attributes and constructors of all types must already be resolved.
+void resolveKeys(tree::Type const & parsed, Type & type, Scope & scope, Problems & problems);
 
 } // namespace modelc

@@ -7,7 +7,7 @@ namespace modelc {
 
 namespace {
 
-/// The members of an attribute beside its getter.
+/// The members of an attribute besides its getter.
 std::vector<std::string> operations(Attribute const & attribute) {
     std::string const & x = attribute.name;
     if (isCollection(attribute.kind)) {
@@ -24,13 +24,12 @@ std::vector<std::string> operations(Attribute const & attribute) {
     }
 }
 
-void checkFramework(Attribute const & attribute, Problems & problems) {
-    for (auto const * taken :
+void checkFrameworkNames(Attribute const & attribute, Problems & problems) {
+    for (auto const * reserved :
          {"fwkType", "hasNotificationActive", "newRef", "deleteRef", "references"}) {
-        if (attribute.name == taken) {
-            problems.add(attribute.at, "'" + attribute.name +
-                                           "' is an operation that every entity "
-                                           "has");
+        if (attribute.name == reserved) {
+            problems.add(attribute.at,
+                         "'" + attribute.name + "' is an operation that every entity has");
         }
     }
 }
@@ -38,30 +37,31 @@ void checkFramework(Attribute const & attribute, Problems & problems) {
 } // namespace
 
 void checkMemberNames(Type const & type, Problems & problems) {
-    std::map<std::string, Attribute const *> makers;
+    std::map<std::string, Attribute const *> operationOwners;
     for (Type const * at = &type; at; at = at->base) {
         for (auto const & attribute : at->attributes) {
             for (auto const & operation : operations(attribute)) {
-                makers.emplace(operation, &attribute);
+                operationOwners.emplace(operation, &attribute);
             }
         }
     }
     for (auto const & attribute : type.attributes) {
-        if (auto const maker = makers.find(attribute.name); maker != makers.end()) {
+        if (auto const owner = operationOwners.find(attribute.name);
+            owner != operationOwners.end()) {
             problems.add(attribute.at, "'" + attribute.name + "' is already an operation of '" +
-                                           maker->second->name + "' in line " +
-                                           std::to_string(maker->second->at.line));
+                                           owner->second->name + "' on line " +
+                                           std::to_string(owner->second->at.line));
         }
         for (auto const & operation : operations(attribute)) {
             if (auto const * taken = type.base ? findAttribute(*type.base, operation) : nullptr) {
                 problems.add(attribute.at, "the operation '" + operation + "' of '" +
                                                attribute.name +
-                                               "' is already an attribute in line " +
+                                               "' is already an attribute on line " +
                                                std::to_string(taken->at.line));
             }
         }
         if (type.entity) {
-            checkFramework(attribute, problems);
+            checkFrameworkNames(attribute, problems);
         }
     }
 }

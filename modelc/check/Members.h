@@ -5,8 +5,8 @@
 
 namespace modelc {
 
-/// Holds the names of all members that will be generated for `type` against each other,
-/// its bases' and the framework's.
+/// Checks that the members generated for `type` do not collide with each other, with those
+/// of its bases or with the framework's.
 void checkMemberNames(Type const & type, Problems & problems);
 
 } // namespace modelc

@@ -7,7 +7,7 @@ namespace modelc {
 
 namespace {
 
-bool needsWhole(Attribute const & attribute) {
+bool needsComplete(Attribute const & attribute) {
     switch (attribute.kind) {
     case AttributeKind::constructorArgument:
     case AttributeKind::plain:
@@ -32,7 +32,7 @@ public:
             visit(*type.base);
         }
         for (auto const & attribute : type.attributes) {
-            if (needsWhole(attribute)) {
+            if (needsComplete(attribute)) {
                 follow(attribute);
             }
         }
@@ -55,7 +55,7 @@ private:
             path += (*at)->name + " > ";
         }
         problems_.add(attribute.at,
-                      "'" + needed->name + "' would hold itself: " + path + needed->name);
+                      "'" + needed->name + "' would contain itself: " + path + needed->name);
     }
 
     Problems & problems_;

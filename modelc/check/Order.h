@@ -5,9 +5,9 @@
 
 namespace modelc {
 
-/// The types in an order in which each stands behind those that its definition needs whole:
-/// its base, the values it holds, the elements of its collections. Otherwise the order of
-/// the file is kept. A type that would need itself is a problem.
+/// The types in an order in which each follows those that its definition needs complete: its
+/// base, the values it holds, the elements of its collections. Otherwise file order is kept.
+/// A type that needs itself is a problem.
 std::vector<Type const *> definitionOrder(Model const & model, Problems & problems);
 
 } // namespace modelc

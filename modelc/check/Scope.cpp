@@ -39,13 +39,14 @@ Scope::Scope(tree::File const & file, std::deque<Type> const & types, Problems &
     for (std::size_t i = 0; i < types.size(); ++i) {
         tree::Name const & name = file.types[i].name;
         if (!startsUpper(name.text)) {
-            problems_.add(name.at, "the type '" + name.text + "' must start with a capital letter");
+            problems_.add(name.at,
+                          "the type name '" + name.text + "' must start with an upper-case letter");
         }
         add(name, {.name = name.text,
                    .kind = types[i].entity ? TypeClass::entity : TypeClass::value,
                    .declared = &types[i]});
     }
-    // Only now is every name known that a key may have as its type.
+    // Key types are looked up last, when every type name is known.
     for (auto const & import : file.imports) {
         if (import.keyAttribute) {
             type(import.keyType);
@@ -70,7 +71,7 @@ void Scope::importType(tree::Import const & import) {
         type.importedKeyType = import.keyType.text;
         if (*kind != TypeClass::value) {
             problems_.add(import.keyAttribute->at,
-                          "'" + import.type.text + "' is no value, so it is not keyed");
+                          "'" + import.type.text + "' is not a value, so it cannot have a key");
         }
     }
     if (add(import.type, std::move(type))) {
@@ -79,17 +80,16 @@ void Scope::importType(tree::Import const & import) {
 }
 
 bool Scope::add(tree::Name const & name, TypeRef type) {
-    if (auto const before = places_.find(name.text); before != places_.end()) {
-        problems_.add(name.at, "'" + name.text +
-                                   "' is declared a second time; the first is in line " +
+    if (auto const before = locations_.find(name.text); before != locations_.end()) {
+        problems_.add(name.at, "'" + name.text + "' is already declared on line " +
                                    std::to_string(before->second.line));
         return false;
     }
     if (types_.contains(name.text)) {
-        problems_.add(name.at, "'" + name.text + "' is a type of the language itself");
+        problems_.add(name.at, "'" + name.text + "' is a built-in type");
         return false;
     }
-    places_[name.text] = name.at;
+    locations_[name.text] = name.at;
     types_[name.text] = std::move(type);
     return true;
 }
@@ -119,7 +119,7 @@ Type const * Scope::declared(tree::Name const & name, std::string const & what) 
             known.push_back(entry.first);
         }
     }
-    problems_.add(name.at, what + " '" + name.text + "' is no type of this model" +
+    problems_.add(name.at, what + " '" + name.text + "' is not a type of this model" +
                                didYouMean(name.text, known));
     return nullptr;
 }

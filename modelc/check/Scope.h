@@ -11,17 +11,18 @@
 
 namespace modelc {
 
-/// The type names that a model may use: the built-in ones, the imported ones, its own.
+/// The type names that a model can use: built-in, imported and its own.
 class Scope {
 public:
-    /// Takes in the imports and the declared types of `file`; `types` holds one entry for
-    /// each of the latter, in the same order, and must outlive the scope.
+    /// Adds the imports and the declared types of `file`. `types` has one entry per declared
+    /// type, in the same order, and must outlive the scope.
     Scope(tree::File const & file, std::deque<Type> const & types, Problems & problems);
 
-    /// The type of that name; when there is none, a problem is added and nothing returned.
+    /// The type with that name. If there is none, adds a problem and returns nullopt.
     std::optional<TypeRef> type(tree::Name const & name);
 
-    /// The same for the model's own types alone. `what` says what they are wanted for.
+    /// The model's own type with that name. If there is none, adds a problem, which starts
+    /// with `what` ("the base", for example), and returns null.
     Type const * declared(tree::Name const & name, std::string const & what);
 
     /// The headers of the imports, each once, sorted.
@@ -33,7 +34,7 @@ private:
 
     Problems & problems_;
     std::map<std::string, TypeRef> types_;
-    std::map<std::string, Location> places_;
+    std::map<std::string, Location> locations_;
     std::set<std::string> headers_;
 };
 

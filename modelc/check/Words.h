@@ -4,11 +4,11 @@
 
 namespace modelc {
 
-/// Types start with a capital letter, attributes and arguments with a small one: so a key
-/// in brackets tells by itself whether it is a type or an attribute.
+/// Whether the word starts with an upper-case letter. Type names do, attribute and argument
+/// names do not, so a key in brackets is recognizable as a type or an attribute.
 bool startsUpper(std::string_view word) noexcept;
 
-/// Whether C++ keeps the word for itself, so that nothing generated can bear it as a name.
+/// Whether the word is a C++ keyword, which generated code cannot use as a name.
 bool isCppKeyword(std::string_view word) noexcept;
 
 } // namespace modelc

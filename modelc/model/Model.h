@@ -7,32 +7,32 @@
 #include <string>
 #include <vector>
 
-/// The model as it is meant: every name resolved, every rule kept. The emitters read this
-/// and nothing else, so they have no errors to report.
+/// The checked model: every name is resolved and every rule of the language holds. The
+/// emitters read nothing else, so they have no errors to report.
 namespace modelc {
 
 struct Type;
 
-/// What a type is, which says how it is handed over and held.
+/// The class of a type, which decides how its objects are passed and stored.
 enum class TypeClass {
     boolean, ///< bool
     number,  ///< U8, U16, U32, U64
-    scalar,  ///< a class that is passed like a number
+    scalar,  ///< a class that is passed by value, like a number
     value,   ///< a class that is passed by reference to const
-    text,    ///< a string class: passed by value into what keeps it
+    text,    ///< a string class: passed by value where it is stored
     entity,  ///< shared through Vex::Ptr
 };
 
-/// A type where it is used.
+/// A reference to a type.
 struct TypeRef {
-    std::string name; ///< as the model and C++ spell it
+    std::string name; ///< as spelled in the model and in C++
     TypeClass kind = TypeClass::value;
-    Type const * declared = nullptr;  ///< the model's own type, else null
-    std::string importedKey = {};     ///< of an imported value: its key attribute...
-    std::string importedKeyType = {}; ///< ...and the type of that
+    Type const * declared = nullptr;  ///< null unless this model declares the type
+    std::string importedKey = {};     ///< the key attribute of an imported value
+    std::string importedKeyType = {}; ///< the type of that attribute
 };
 
-/// The kinds of attribute that the framework's reflection knows, under its names.
+/// The kinds of attribute, named as in the framework's reflection.
 enum class AttributeKind {
     constructorArgument,
     plain,
@@ -56,13 +56,13 @@ struct Parameter {
 struct Attribute {
     std::string name;
     AttributeKind kind = AttributeKind::plain;
-    unsigned number = 0;      ///< in reflection
-    TypeRef type = {};        ///< of value or element
-    TypeRef key = {};         ///< of a collection
-    std::string keyAttribute; ///< the element's attribute that is the key, if one is
+    unsigned number = 0;      ///< identifies the attribute in reflection
+    TypeRef type = {};        ///< of the value, or of a collection's elements
+    TypeRef key = {};         ///< of a collection's keys
+    std::string keyAttribute; ///< the element attribute that is the key; empty if none is
     bool fromConstructor = false;
     bool settable = false;
-    std::string initial; ///< a C++ expression, empty for the type's own default
+    std::string initial; ///< a C++ expression; empty for the type's own default
     std::vector<Parameter> parameters;
     std::vector<std::string> doc;
     Location at;
@@ -76,7 +76,7 @@ struct Type {
     bool creator = false;
     std::vector<Attribute> attributes;          ///< its own, in declaration order
     std::vector<Attribute const *> constructor; ///< all arguments, the base's first
-    std::size_t baseArguments = 0;              ///< how many of them go to the base
+    std::size_t baseArguments = 0;              ///< how many of them are passed to the base
     std::vector<std::string> doc;
     Location at;
 };
@@ -84,17 +84,17 @@ struct Type {
 struct Model {
     std::string space; ///< the C++ namespace
     std::vector<std::string> headers;
-    std::deque<Type> types;                ///< in the order of the file
+    std::deque<Type> types;                ///< in file order
     std::vector<Type const *> definitions; ///< in an order in which C++ can define them
     std::vector<Type const *> registration;
 };
 
 bool isCollection(AttributeKind kind) noexcept;
 
-/// Whether the value or entity type has a collection of its own.
+/// Whether one of the type's own attributes is a collection.
 bool holdsCollection(Type const & type) noexcept;
 
-/// The attribute of that name, own or inherited, or null.
+/// The attribute with that name, own or inherited; null if there is none.
 Attribute const * findAttribute(Type const & type, std::string_view name) noexcept;
 
 } // namespace modelc

@@ -19,7 +19,7 @@ std::error_code lastError() {
     return {errno, std::generic_category()};
 }
 
-bool holds(fs::path const & path, std::string const & text) {
+bool hasContent(fs::path const & path, std::string const & text) {
     std::error_code ignored;
     if (!fs::is_regular_file(path, ignored)) {
         return false;
@@ -28,11 +28,11 @@ bool holds(fs::path const & path, std::string const & text) {
     return in && std::string(std::istreambuf_iterator<char>(in), {}) == text;
 }
 
-/// A file that is not in its place yet; gone with its holder unless it was moved there.
+/// A file written beside its destination; the destructor removes it unless it was published.
 class Draft {
 public:
-    Draft(fs::path place, std::string const & text)
-        : place_(std::move(place)), path_(place_.string() + ".draft") {
+    Draft(fs::path destination, std::string const & text)
+        : destination_(std::move(destination)), path_(destination_.string() + ".draft") {
         errno = 0;
         std::ofstream out(path_, std::ios::binary);
         out << text;
@@ -40,7 +40,7 @@ public:
         if (!out) {
             auto const why = lastError();
             remove();
-            fail("write", place_, why);
+            fail("write", destination_, why);
         }
     }
 
@@ -48,15 +48,15 @@ public:
     Draft & operator=(Draft const &) = delete;
 
     Draft(Draft && other) noexcept
-        : place_(std::move(other.place_)), path_(std::exchange(other.path_, {})) {}
+        : destination_(std::move(other.destination_)), path_(std::exchange(other.path_, {})) {}
 
     ~Draft() { remove(); }
 
     void publish() {
         std::error_code why;
-        fs::rename(path_, place_, why);
+        fs::rename(path_, destination_, why);
         if (why) {
-            fail("write", place_, why);
+            fail("write", destination_, why);
         }
         path_.clear();
     }
@@ -69,7 +69,7 @@ private:
         }
     }
 
-    fs::path place_;
+    fs::path destination_;
     fs::path path_;
 };
 
@@ -94,7 +94,7 @@ std::string readFile(fs::path const & path) {
 void writeFiles(std::vector<std::pair<fs::path, std::string>> const & files) {
     std::vector<Draft> drafts;
     for (auto const & [path, text] : files) {
-        if (holds(path, text)) {
+        if (hasContent(path, text)) {
             continue;
         }
         std::error_code why;
@@ -103,7 +103,7 @@ void writeFiles(std::vector<std::pair<fs::path, std::string>> const & files) {
         }
         fs::create_directories(path.parent_path(), why);
         if (why) {
-            fail("make the folder", path.parent_path(), why);
+            fail("create the directory", path.parent_path(), why);
         }
         drafts.emplace_back(path, text);
     }

@@ -8,18 +8,18 @@
 
 namespace modelc {
 
-/// A file that cannot be read or written; the text names it and says why.
+/// A file cannot be read or written; the message names it and gives the reason.
 class FileError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// The whole content of a file.
+/// The whole content of a file. Throws `FileError`.
 std::string readFile(std::filesystem::path const & path);
 
-/// Writes all files or none: each is written beside its place first, and moved there only
-/// when the last one is complete. A file that holds the same text already is not touched,
-/// so that nothing is compiled again for it. Makes the folders that are missing.
+/// Writes all files or none: each is first written beside its destination, and renamed only
+/// when all are complete. A file that already has the same content is left alone, so that
+/// nothing is rebuilt because of it. Creates missing directories. Throws `FileError`.
 void writeFiles(std::vector<std::pair<std::filesystem::path, std::string>> const & files);
 
 } // namespace modelc

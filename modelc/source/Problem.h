@@ -7,8 +7,8 @@
 
 namespace modelc {
 
-/// A place in the model file. Lines and columns count from 1; a column is a byte, and a
-/// tab is one column.
+/// A position in the model file. Lines and columns are counted from 1; every byte is one
+/// column, a tab too.
 struct Location {
     unsigned line = 1;
     unsigned column = 1;
@@ -16,26 +16,26 @@ struct Location {
     auto operator<=>(Location const &) const = default;
 };
 
-/// One thing that is wrong with the model, and where.
+/// One error in the model, and its location.
 struct Problem {
     Location at;
     std::string text;
 };
 
-/// Raised where reading cannot go on: a text that is no model has one problem only, since
-/// whatever follows the first would be guesswork.
+/// Thrown when parsing cannot continue. A syntax error is reported alone, since any error
+/// after it would be guesswork.
 struct SyntaxError {
     Problem problem;
 };
 
-/// What the checks found. All of it is collected, so that one run tells everything.
+/// Collects the errors that the checks find, so that one run reports all of them.
 class Problems {
 public:
     void add(Location at, std::string text);
 
-    bool none() const noexcept { return problems_.empty(); }
+    bool empty() const noexcept { return problems_.empty(); }
 
-    /// One line for each, "FILE:LINE:COLUMN: TEXT", in the order of the file.
+    /// One line per error, "FILE:LINE:COLUMN: TEXT", in file order.
     std::string report(std::string_view file) const;
 
 private:

@@ -8,9 +8,9 @@ namespace modelc {
 
 namespace {
 
-/// Letters to insert, remove, replace or swap with their neighbour to turn one word into the
-/// other (Damerau, 1964, each pair swapped once).
-std::size_t distance(std::string_view from, std::string_view to) {
+/// The number of letters to insert, remove, replace or swap with their neighbour that turns
+/// one word into the other (Damerau, 1964; each pair is swapped at most once).
+std::size_t editDistance(std::string_view from, std::string_view to) {
     std::vector<std::size_t> older;
     std::vector<std::size_t> old;
     std::vector<std::size_t> row(to.size() + 1);
@@ -32,19 +32,19 @@ std::size_t distance(std::string_view from, std::string_view to) {
 } // namespace
 
 std::string didYouMean(std::string_view written, std::vector<std::string> const & known) {
-    std::string_view nearest;
+    std::string_view closest;
     std::size_t least = (written.size() < 3 ? written.size() / 2 : written.size() / 3) + 1;
     for (auto const & name : known) {
-        // The last part alone may be what was meant: EthAddr for Nolt::EthAddr.
+        // The namespace may have been left out: EthAddr for Nolt::EthAddr.
         std::size_t const colon = name.rfind("::");
         bool const lastPart =
             colon != std::string::npos && std::string_view(name).substr(colon + 2) == written;
-        if (std::size_t const far = lastPart ? 0 : distance(written, name); far < least) {
-            least = far;
-            nearest = name;
+        if (auto const distance = lastPart ? 0 : editDistance(written, name); distance < least) {
+            least = distance;
+            closest = name;
         }
     }
-    return nearest.empty() ? "" : "; did you mean '" + std::string(nearest) + "'?";
+    return closest.empty() ? "" : "; did you mean '" + std::string(closest) + "'?";
 }
 
 } // namespace modelc

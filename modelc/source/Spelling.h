@@ -6,8 +6,8 @@
 
 namespace modelc {
 
-/// "; did you mean 'NAME'?" with the known name that is nearest to `written`, or nothing
-/// when none is near enough: a third of its letters may differ, in a word of two one of them.
+/// "; did you mean 'NAME'?" with the known name that is closest to `written`; empty if none
+/// is close enough. Up to a third of the letters can differ, or one in a word of two.
 std::string didYouMean(std::string_view written, std::vector<std::string> const & known);
 
 } // namespace modelc

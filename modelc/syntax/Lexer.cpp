@@ -76,7 +76,7 @@ private:
             return {TokenKind::number, takeWhile(isDigit), at};
         }
         if (peek() == '"') {
-            return {TokenKind::text, quoted(), at};
+            return {TokenKind::text, stringLiteral(), at};
         }
         if (rest_.starts_with("///")) {
             return {TokenKind::doc, doc(), at};
@@ -93,19 +93,20 @@ private:
         return line.starts_with(' ') ? line.substr(1) : line;
     }
 
-    std::string quoted() {
+    std::string stringLiteral() {
         Location const start = at_;
         std::string text;
         for (step(); peek() != '"'; step()) {
             if (rest_.empty() || peek() == '\n') {
-                throw SyntaxError{{start, "the string does not end on its line; '\"' is missing"}};
+                throw SyntaxError{
+                    {start, "the string does not end on its line; the closing '\"' is missing"}};
             }
             if (peek() == '\\') {
                 Location const escape = at_;
                 step();
                 if (peek() != '"' && peek() != '\\') {
                     throw SyntaxError{
-                        {escape, "unknown escape in a string; there are \\\" and \\\\ only"}};
+                        {escape, "unknown escape in a string; only \\\" and \\\\ are allowed"}};
                 }
             }
             text += peek();
@@ -120,12 +121,12 @@ private:
             step();
             return TokenKind::colonColon;
         }
-        TokenKind const kind = single(peek());
+        TokenKind const kind = singleCharacter(peek());
         step();
         return kind;
     }
 
-    TokenKind single(char c) const {
+    TokenKind singleCharacter(char c) const {
         switch (c) {
         case '(':
             return TokenKind::openParen;
@@ -146,11 +147,11 @@ private:
         case '=':
             return TokenKind::equals;
         default:
-            throw SyntaxError{{at_, strange(c)}};
+            throw SyntaxError{{at_, unexpectedByte(c)}};
         }
     }
 
-    static std::string strange(char c) {
+    static std::string unexpectedByte(char c) {
         if (isPrintable(c)) {
             return std::string("'") + c + "' has no meaning in a model";
         }
@@ -166,7 +167,7 @@ private:
 
 } // namespace
 
-std::vector<Token> tokens(std::string_view source) {
+std::vector<Token> tokenize(std::string_view source) {
     return Lexer(source).run();
 }
 

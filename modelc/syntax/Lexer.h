@@ -7,8 +7,8 @@
 
 namespace modelc {
 
-/// Cuts the text of a model file into tokens; the last one is the end of the file. Raises
-/// `SyntaxError` for a byte that starts no token and for a string that does not end.
-std::vector<Token> tokens(std::string_view source);
+/// Splits the text of a model file into tokens; the last one is the end of the file. Throws
+/// `SyntaxError` for a byte that cannot start a token and for an unterminated string.
+std::vector<Token> tokenize(std::string_view source);
 
 } // namespace modelc

@@ -12,36 +12,36 @@ namespace {
 
 class Parser {
 public:
-    explicit Parser(std::string_view source) : tokens_(tokens(source)) {}
+    explicit Parser(std::string_view source) : tokens_(tokenize(source)) {}
 
     tree::File file() {
-        tree::File read;
-        expectWord("namespace", "a model starts with 'namespace NAME'");
-        read.space = name();
+        tree::File result;
+        expectWord("namespace", "expected 'namespace NAME' at the start of the model");
+        result.space = name();
         while (!at(TokenKind::end)) {
             auto doc = docLines();
             if (atWord("import") && doc.empty()) {
-                read.imports.push_back(import());
+                result.imports.push_back(import());
             } else if (atWord("entity") || atWord("value")) {
-                read.types.push_back(type(std::move(doc)));
+                result.types.push_back(type(std::move(doc)));
             } else if (atWord("registration") && doc.empty()) {
-                registration(read);
-                return read;
+                registration(result);
+                return result;
             } else {
                 fail(doc.empty() ? "expected 'import', 'entity', 'value' or 'registration'"
-                                 : "expected 'entity' or 'value' behind the '///' lines");
+                                 : "expected 'entity' or 'value' after the '///' lines");
             }
         }
-        read.registrationAt = current().at;
-        return read;
+        result.registrationAt = current().at;
+        return result;
     }
 
 private:
     Token const & current() const { return tokens_[position_]; }
 
-    /// The token that many places on, or the end.
-    Token const & ahead(std::size_t places) const {
-        return tokens_[std::min(position_ + places, tokens_.size() - 1)];
+    /// The token `count` positions ahead, or the end of the file.
+    Token const & ahead(std::size_t count) const {
+        return tokens_[std::min(position_ + count, tokens_.size() - 1)];
     }
 
     bool at(TokenKind kind) const { return current().kind == kind; }
@@ -51,32 +51,32 @@ private:
     }
 
     [[noreturn]] void fail(std::string const & expected) const {
-        throw SyntaxError{{current().at, expected + ", found " + shown(current())}};
+        throw SyntaxError{{current().at, expected + ", found " + describe(current())}};
     }
 
     Token take() { return tokens_[position_++]; }
 
     bool takeIf(TokenKind kind) {
-        bool const there = at(kind);
-        position_ += there ? 1 : 0;
-        return there;
+        bool const matches = at(kind);
+        position_ += matches ? 1 : 0;
+        return matches;
     }
 
     bool takeIfWord(std::string_view word) {
-        bool const there = atWord(word);
-        position_ += there ? 1 : 0;
-        return there;
+        bool const matches = atWord(word);
+        position_ += matches ? 1 : 0;
+        return matches;
     }
 
-    void expect(TokenKind kind, std::string const & where) {
+    void expect(TokenKind kind, std::string const & context) {
         if (!takeIf(kind)) {
-            fail("expected " + shown(kind) + " " + where);
+            fail("expected " + describe(kind) + " " + context);
         }
     }
 
-    void expectWord(std::string_view word, std::string const & why) {
+    void expectWord(std::string_view word, std::string const & expected) {
         if (!takeIfWord(word)) {
-            fail(why);
+            fail(expected);
         }
     }
 
@@ -91,7 +91,7 @@ private:
     tree::Name name(std::string const & what = "a name") {
         tree::Name whole = word(what);
         while (takeIf(TokenKind::colonColon)) {
-            whole.text += "::" + word("a name behind '::'").text;
+            whole.text += "::" + word("a name after '::'").text;
         }
         return whole;
     }
@@ -104,7 +104,7 @@ private:
         return lines;
     }
 
-    /// What `item` reads, separated by commas, up to and with the closing parenthesis.
+    /// Reads items separated by commas, up to and including the closing parenthesis.
     template <class Item>
     auto parenthesised(Item item) {
         std::vector<decltype(item())> items;
@@ -122,43 +122,43 @@ private:
 
     tree::Import import() {
         take();
-        tree::Import read;
-        read.kind = word("'entity', 'value', 'scalar' or 'text' behind 'import'");
-        read.type = name("the imported type");
+        tree::Import result;
+        result.kind = word("'entity', 'value', 'scalar' or 'text' after 'import'");
+        result.type = name("the imported type");
         if (takeIf(TokenKind::openBracket)) {
-            read.keyAttribute = word("the key attribute of '" + read.type.text + "'");
+            result.keyAttribute = word("the key attribute of '" + result.type.text + "'");
             expect(TokenKind::colon, "and the type of the key");
-            read.keyType = name("the type of the key");
-            expect(TokenKind::closeBracket, "behind the key");
+            result.keyType = name("the type of the key");
+            expect(TokenKind::closeBracket, "after the key");
         }
-        expectWord("from", "expected 'from \"HEADER\"' behind the imported type");
+        expectWord("from", "expected 'from \"HEADER\"' after the imported type");
         if (!at(TokenKind::text)) {
-            fail("expected the header of '" + read.type.text + "' in quotes");
+            fail("expected the header of '" + result.type.text + "' in quotes");
         }
-        read.header = take().text;
-        return read;
+        result.header = take().text;
+        return result;
     }
 
     tree::Type type(std::vector<std::string> doc) {
-        tree::Type read;
-        read.doc = std::move(doc);
-        read.entity = take().text == "entity";
-        read.name = word("the name of the type");
-        expect(TokenKind::openParen, "and the constructor arguments of '" + read.name.text + "'");
-        read.constructor = parenthesised([&] { return word("the name of an attribute"); });
+        tree::Type result;
+        result.doc = std::move(doc);
+        result.entity = take().text == "entity";
+        result.name = word("the name of the type");
+        expect(TokenKind::openParen, "and the constructor arguments of '" + result.name.text + "'");
+        result.constructor = parenthesised([&] { return word("the name of an attribute"); });
         if (takeIf(TokenKind::colon)) {
-            read.base = word("the base of '" + read.name.text + "'");
+            result.base = word("the base of '" + result.name.text + "'");
         }
         if (takeIfWord("with")) {
             do {
-                read.extras.push_back(word("'factory' or 'creator'"));
+                result.extras.push_back(word("'factory' or 'creator'"));
             } while (takeIf(TokenKind::comma));
         }
-        expect(TokenKind::openBrace, "and the attributes of '" + read.name.text + "'");
+        expect(TokenKind::openBrace, "and the attributes of '" + result.name.text + "'");
         while (!takeIf(TokenKind::closeBrace)) {
-            read.attributes.push_back(member());
+            result.attributes.push_back(member());
         }
-        return read;
+        return result;
     }
 
     tree::Attribute member() {
@@ -166,56 +166,56 @@ private:
         bool const isMethod = atWord("method") && ahead(1).kind == TokenKind::word;
         if (!at(TokenKind::word)) {
             fail(doc.empty() ? "expected an attribute, a method or '}'"
-                             : "expected an attribute or a method behind the '///' lines");
+                             : "expected an attribute or a method after the '///' lines");
         }
-        tree::Attribute read = isMethod ? method() : attribute();
-        read.doc = std::move(doc);
-        return read;
+        tree::Attribute result = isMethod ? method() : attribute();
+        result.doc = std::move(doc);
+        return result;
     }
 
     tree::Attribute method() {
         take();
-        tree::Attribute read;
-        read.shape = tree::Shape::method;
-        read.name = word("the name of the method");
-        expect(TokenKind::openParen, "and the arguments of '" + read.name.text + "'");
-        read.arguments = parenthesised([&] { return argument(); });
-        return read;
+        tree::Attribute result;
+        result.shape = tree::Shape::method;
+        result.name = word("the name of the method");
+        expect(TokenKind::openParen, "and the arguments of '" + result.name.text + "'");
+        result.arguments = parenthesised([&] { return argument(); });
+        return result;
     }
 
     tree::Argument argument() {
-        tree::Argument read;
-        read.name = word("the name of an argument");
-        expect(TokenKind::colon, "and the type of '" + read.name.text + "'");
-        read.shared = takeIfWord("shared");
-        read.type = name("the type of '" + read.name.text + "'");
-        return read;
+        tree::Argument result;
+        result.name = word("the name of an argument");
+        expect(TokenKind::colon, "and the type of '" + result.name.text + "'");
+        result.shared = takeIfWord("shared");
+        result.type = name("the type of '" + result.name.text + "'");
+        return result;
     }
 
     tree::Attribute attribute() {
-        tree::Attribute read;
-        read.name = word("an attribute");
-        expect(TokenKind::colon, "and the type of '" + read.name.text + "'");
+        tree::Attribute result;
+        result.name = word("an attribute");
+        expect(TokenKind::colon, "and the type of '" + result.name.text + "'");
         if (atWord("settable")) {
-            read.settable = take().at;
+            result.settable = take().at;
         }
-        read.shape = shape();
-        if (read.shape == tree::Shape::set || read.shape == tree::Shape::hashedSet) {
+        result.shape = shape();
+        if (result.shape == tree::Shape::set || result.shape == tree::Shape::hashedSet) {
             expect(TokenKind::openBracket, "and the type of the members");
-            read.key = name("the type of the members");
-            expect(TokenKind::closeBracket, "behind the type of the members");
+            result.key = name("the type of the members");
+            expect(TokenKind::closeBracket, "after the type of the members");
         } else {
             rejectUnknownModifier();
-            read.type = name("the type of '" + read.name.text + "'");
+            result.type = name("the type of '" + result.name.text + "'");
             if (takeIf(TokenKind::openBracket)) {
-                read.key = name("the key of '" + read.name.text + "'");
-                expect(TokenKind::closeBracket, "behind the key");
+                result.key = name("the key of '" + result.name.text + "'");
+                expect(TokenKind::closeBracket, "after the key");
             }
         }
         if (takeIf(TokenKind::equals)) {
-            read.initial = literal();
+            result.initial = literal();
         }
-        return read;
+        return result;
     }
 
     tree::Shape shape() {
@@ -229,21 +229,21 @@ private:
             return tree::Shape::shared;
         }
         if (takeIfWord("hashed")) {
-            expectWord("set", "expected 'set' behind 'hashed'; nothing else is hashed");
+            expectWord("set", "expected 'set' after 'hashed' (only sets are hashed)");
             return tree::Shape::hashedSet;
         }
         return takeIfWord("set") ? tree::Shape::set : tree::Shape::plain;
     }
 
-    /// A small word with a type behind it was meant to be a modifier; left to itself, it
+    /// A lower-case word followed by a type was meant to be a modifier; without this check it
     /// would be taken for the type.
     void rejectUnknownModifier() const {
-        bool const small = at(TokenKind::word) && current().text != "bool" &&
-                           current().text[0] >= 'a' && current().text[0] <= 'z';
-        bool const typeBehind = ahead(1).kind == TokenKind::word &&
-                                ahead(2).kind != TokenKind::colon &&
-                                ahead(1).at.line == current().at.line;
-        if (small && typeBehind) {
+        bool const lowerCase = at(TokenKind::word) && current().text != "bool" &&
+                               current().text[0] >= 'a' && current().text[0] <= 'z';
+        bool const typeFollows = ahead(1).kind == TokenKind::word &&
+                                 ahead(2).kind != TokenKind::colon &&
+                                 ahead(1).at.line == current().at.line;
+        if (lowerCase && typeFollows) {
             static std::vector<std::string> const modifiers{"settable", "constant", "owned",
                                                             "shared",   "set",      "hashed"};
             throw SyntaxError{{current().at, "unknown modifier '" + current().text + "'" +
@@ -262,17 +262,17 @@ private:
         if (atWord("true") || atWord("false")) {
             return {tree::Literal::Kind::boolean, take().text, place};
         }
-        fail("expected a number, a string, 'true' or 'false' behind '='");
+        fail("expected a number, a string, 'true' or 'false' after '='");
     }
 
-    void registration(tree::File & read) {
-        read.registrationAt = take().at;
+    void registration(tree::File & result) {
+        result.registrationAt = take().at;
         expect(TokenKind::openBrace, "and the types in the order of their registration");
         while (!takeIf(TokenKind::closeBrace)) {
-            read.registration.push_back(word("the name of a type or '}'"));
+            result.registration.push_back(word("the name of a type or '}'"));
         }
         if (!at(TokenKind::end)) {
-            fail("expected the end of the file behind the registration");
+            fail("expected the end of the file after the registration");
         }
     }
 

@@ -6,8 +6,8 @@
 
 namespace modelc {
 
-/// Reads a model file into its syntax tree. Raises `SyntaxError` where the text stops being
-/// a model.
+/// Parses a model file into a syntax tree. Throws `SyntaxError` at the first token that does
+/// not fit the grammar:
 ///
 ///     FILE      = "namespace" NAME { IMPORT | TYPE } [ "registration" "{" { WORD } "}" ]
 ///     IMPORT    = "import" KIND NAME [ "[" WORD ":" NAME "]" ] "from" STRING
@@ -21,11 +21,11 @@ namespace modelc {
 ///     ARGUMENT  = WORD ":" [ "shared" ] NAME
 ///     NAME      = WORD { "::" WORD }
 ///
-/// The kind of an import says how the type is handed over: an entity is shared through a
-/// pointer to const, a value goes by reference to const, a scalar like a number, a text by
-/// value into what keeps it.
+/// The kind of an import decides how the type is passed: an entity is shared through a
+/// pointer to const, a value is passed by reference to const, a scalar by value, and a text
+/// by value where it is stored.
 ///
-/// No word is reserved: each has its meaning only where the rules above name it.
+/// No word is reserved: each has a meaning only where the grammar names it.
 tree::File parse(std::string_view source);
 
 } // namespace modelc

@@ -2,17 +2,17 @@
 
 namespace modelc {
 
-std::string shown(Token const & token) {
+std::string describe(Token const & token) {
     switch (token.kind) {
     case TokenKind::word:
     case TokenKind::number:
         return "'" + token.text + "'";
     default:
-        return shown(token.kind);
+        return describe(token.kind);
     }
 }
 
-std::string shown(TokenKind kind) {
+std::string describe(TokenKind kind) {
     switch (kind) {
     case TokenKind::word:
         return "a name";

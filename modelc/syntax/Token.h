@@ -10,7 +10,7 @@ enum class TokenKind {
     word,   ///< letters, digits and underscores, not starting with a digit
     number, ///< decimal digits
     text,   ///< a string, without its quotes and escapes
-    doc,    ///< a line that starts with three slashes, without them
+    doc,    ///< a `///` line, without the slashes
     openParen,
     closeParen,
     openBrace,
@@ -24,18 +24,18 @@ enum class TokenKind {
     end, ///< the end of the file
 };
 
-/// The smallest piece of a model. Blanks, line ends and comments of two slashes separate
-/// tokens and mean nothing else.
+/// The smallest unit of a model file. Blanks, line ends and `//` comments separate tokens and
+/// have no other meaning.
 struct Token {
     TokenKind kind;
     std::string text;
     Location at;
 };
 
-/// How a message names what was read: 'word', a string, the end of the file.
-std::string shown(Token const & token);
+/// How an error message names a token that was found: 'word', a string, the end of the file.
+std::string describe(Token const & token);
 
-/// How a message names what was expected.
-std::string shown(TokenKind kind);
+/// How an error message names the kind of token that was expected.
+std::string describe(TokenKind kind);
 
 } // namespace modelc

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-/// The syntax tree: what a model file says, word for word, with the place of every name.
-/// Whether it makes sense is not known here.
+/// The syntax tree: what a model file says, word for word, with the location of every name.
+/// Nothing in it is checked yet.
 namespace modelc::tree {
 
-/// A name; the parts of a qualified one are joined by "::".
+/// A name; if it is qualified, its parts are joined by "::".
 struct Name {
     std::string text;
     Location at;
@@ -31,7 +31,7 @@ struct Argument {
     Name type;
 };
 
-/// What stands behind an attribute's colon.
+/// What follows an attribute's colon.
 enum class Shape {
     plain,     ///< Type, or Type[key]
     constant,  ///< constant Type
@@ -59,11 +59,11 @@ struct Type {
     Name name;
     std::vector<Name> constructor;
     std::optional<Name> base;
-    std::vector<Name> extras; ///< the words behind `with`
+    std::vector<Name> extras; ///< the words after `with`
     std::vector<Attribute> attributes;
 };
 
-/// `import KIND Type from "header"`; a value may name the attribute by which it is keyed.
+/// `import KIND Type from "header"`; an imported value can name its key attribute.
 struct Import {
     Name kind;
     Name type;
@@ -77,7 +77,7 @@ struct File {
     std::vector<Import> imports;
     std::vector<Type> types;
     std::vector<Name> registration;
-    Location registrationAt; ///< of the list, or of the end of the file when there is none
+    Location registrationAt; ///< of the list, or of the end of the file if there is none
 };
 
 } // namespace modelc::tree

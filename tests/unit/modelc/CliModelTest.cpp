@@ -10,7 +10,7 @@ namespace modelc {
 
 namespace {
 
-/// The model of the show commands, as it stands in the tree.
+/// The real model of the show commands.
 class CliModel : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -28,7 +28,7 @@ protected:
         return text;
     }
 
-    /// "NUMBER NAME" for each attribute of the type, in the order of the numbers.
+    /// "NUMBER NAME" for each attribute of the type, in number order.
     std::string numbered(std::string const & name) const {
         std::map<unsigned, std::string> attributes;
         for (auto const & type : model_.types) {
@@ -67,7 +67,7 @@ TEST_F(CliModel, HasFourteenFactoriesAndFourCreators) {
               "MacVtepFloodList VniStatusList SwitchDir VxlanArpTable ");
 }
 
-TEST_F(CliModel, RegistersInTheOrderThatToolsKnow) {
+TEST_F(CliModel, RegistersTypesInTheOrderThatToolsRelyOn) {
     std::string order;
     for (auto const * type : model_.registration) {
         order += type->name + " ";
@@ -80,7 +80,7 @@ TEST_F(CliModel, RegistersInTheOrderThatToolsKnow) {
                      "VcsVniReceived VniStatus ");
 }
 
-TEST_F(CliModel, NumbersAttributesAsToolsKnowThem) {
+TEST_F(CliModel, NumbersAttributesAsToolsExpect) {
     EXPECT_EQ(numbered("MacVtep"), "2 macAddr 3 vtepIp 4 moveCount ");
     EXPECT_EQ(numbered("LRIpUplinkPortAddress"), "2 ip 3 vlanId 4 mac 5 port 6 switchId 7 vtep ");
     EXPECT_EQ(numbered("VniStatus"),

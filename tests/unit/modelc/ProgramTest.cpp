@@ -19,7 +19,7 @@ struct Result {
     std::string err;
 };
 
-/// Runs the compiler as a build would, in a folder that is empty at first.
+/// Runs the compiler as a build would, in an initially empty folder.
 class Program : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -55,13 +55,13 @@ constexpr char const * bad = "namespace N\nvalue V() { x : T }\nregistration { V
 
 constexpr char const * usage =
     "usage: modelc [--include-prefix FOLDER] MODEL OUTPUT-DIRECTORY\n"
-    "Compiles a model file to OUTPUT-DIRECTORY/NAME.h, NAME.cpp and NAMEReflection.cpp, NAME\n"
-    "being that of the model file without its extension. The sources include the header as\n"
-    "FOLDER/NAME.h.\n";
+    "Compiles a model file to OUTPUT-DIRECTORY/NAME.h, NAME.cpp and NAMEReflection.cpp, where\n"
+    "NAME is the model file's name without its extension. The generated sources include the\n"
+    "header as FOLDER/NAME.h.\n";
 
 } // namespace
 
-TEST_F(Program, CompilesAModelAndSaysNothing) {
+TEST_F(Program, CompilesAModelSilently) {
     write("Good.model", good);
     Result const result = run("--include-prefix Folder Good.model out/deep");
     EXPECT_EQ(result.exit, 0);
@@ -73,13 +73,13 @@ TEST_F(Program, CompilesAModelAndSaysNothing) {
     }
 }
 
-TEST_F(Program, NamesTheHeaderAloneWithoutAPrefix) {
+TEST_F(Program, IncludesTheHeaderByNameAloneWithoutAPrefix) {
     write("Good", good);
     EXPECT_EQ(run("Good .").exit, 0);
     EXPECT_NE(read("Good.cpp").find("#include \"Good.h\"\n"), std::string::npos);
 }
 
-TEST_F(Program, ReportsABadModelAndWritesNothing) {
+TEST_F(Program, ReportsAnInvalidModelAndWritesNothing) {
     write("Bad.model", bad);
     Result const result = run("./Bad.model out");
     EXPECT_EQ(result.exit, 1);
@@ -88,7 +88,7 @@ TEST_F(Program, ReportsABadModelAndWritesNothing) {
     EXPECT_FALSE(exists("out"));
 }
 
-TEST_F(Program, LeavesTheOldFilesWhenTheModelTurnsBad) {
+TEST_F(Program, KeepsTheOldFilesIfTheModelBecomesInvalid) {
     write("Model", good);
     EXPECT_EQ(run("Model out").exit, 0);
     auto const files = [&] {
@@ -100,7 +100,7 @@ TEST_F(Program, LeavesTheOldFilesWhenTheModelTurnsBad) {
     EXPECT_EQ(files(), before);
 }
 
-TEST_F(Program, LeavesTheOldFilesWhenOneOfThemCannotBeWritten) {
+TEST_F(Program, KeepsTheOldFilesIfOneOfThemCannotBeWritten) {
     write("Model", good);
     EXPECT_EQ(run("Model out").exit, 0);
     std::string const before = read("out/Model.h");
@@ -113,7 +113,7 @@ TEST_F(Program, LeavesTheOldFilesWhenOneOfThemCannotBeWritten) {
     EXPECT_EQ(read("out/Model.h"), before);
 }
 
-TEST_F(Program, DoesNotTouchFilesThatStayTheSame) {
+TEST_F(Program, DoesNotRewriteUnchangedFiles) {
     write("Model", good);
     EXPECT_EQ(run("Model out").exit, 0);
     auto const past = fs::file_time_type::clock::now() - std::chrono::hours(1);
@@ -122,7 +122,7 @@ TEST_F(Program, DoesNotTouchFilesThatStayTheSame) {
     EXPECT_EQ(fs::last_write_time(folder_ / "out/Model.h"), past);
 }
 
-TEST_F(Program, NamesAModelThatCannotBeRead) {
+TEST_F(Program, ReportsAModelThatCannotBeRead) {
     Result const missing = run("Missing out");
     EXPECT_EQ(missing.exit, 1);
     EXPECT_EQ(missing.err, "modelc: cannot read Missing: No such file or directory\n");
@@ -132,16 +132,16 @@ TEST_F(Program, NamesAModelThatCannotBeRead) {
     EXPECT_FALSE(exists("out"));
 }
 
-TEST_F(Program, NamesAFolderThatCannotBeWritten) {
+TEST_F(Program, ReportsADirectoryThatCannotBeCreated) {
     write("Good", good);
     write("blocked", "a file\n");
     Result const result = run("Good blocked");
     EXPECT_EQ(result.exit, 1);
-    EXPECT_EQ(result.err, "modelc: cannot make the folder blocked: Not a directory\n");
+    EXPECT_EQ(result.err, "modelc: cannot create the directory blocked: Not a directory\n");
     EXPECT_EQ(read("blocked"), "a file\n");
 }
 
-TEST_F(Program, RefusesWrongUsageWithTheRightOne) {
+TEST_F(Program, AnswersAnInvalidCommandLineWithItsUsage) {
     struct {
         char const * arguments;
         char const * error;
@@ -168,7 +168,7 @@ TEST_F(Program, PrintsItsUsageWhenAsked) {
     EXPECT_EQ(result.err, "");
 }
 
-TEST_F(Program, TakesAnyNameBehindTwoDashes) {
+TEST_F(Program, TakesAnyNameAfterTwoDashes) {
     write("-Good", good);
     EXPECT_EQ(run("-- -Good out").exit, 0);
     EXPECT_TRUE(exists("out/-Good.h"));

@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(Files, AreReadBackAsWritten) {
+TEST_F(Files, ReadBackAsWritten) {
     std::string const text("a\nb\0c\r\n", 7);
     writeFiles({{folder_ / "sub" / "x", text}, {folder_ / "y", ""}});
     EXPECT_EQ(readFile(folder_ / "sub" / "x"), text);
@@ -49,7 +49,7 @@ TEST_F(Files, AreReadBackAsWritten) {
     EXPECT_EQ(entries(), 2U);
 }
 
-TEST_F(Files, WithTheSameTextAreNotTouched) {
+TEST_F(Files, WithTheSameTextAreNotRewritten) {
     fs::path const file = folder_ / "x";
     writeFiles({{file, "same"}});
     auto const past = fs::file_time_type::clock::now() - std::chrono::hours(1);
@@ -61,18 +61,18 @@ TEST_F(Files, WithTheSameTextAreNotTouched) {
     EXPECT_EQ(readFile(file), "new");
 }
 
-TEST_F(Files, AreWrittenAllOrNone) {
+TEST_F(Files, AreAllWrittenOrNone) {
     writeFiles({{folder_ / "a", "old"}, {folder_ / "blocked", "a file, not a folder"}});
     auto const error = errorOf([&] {
         writeFiles({{folder_ / "a", "new"}, {folder_ / "blocked" / "b", "new"}});
     });
-    EXPECT_EQ(error,
-              "cannot make the folder " + (folder_ / "blocked").string() + ": Not a directory");
+    EXPECT_EQ(error, "cannot create the directory " + (folder_ / "blocked").string() +
+                         ": Not a directory");
     EXPECT_EQ(readFile(folder_ / "a"), "old");
     EXPECT_EQ(entries(), 2U);
 }
 
-TEST_F(Files, LeaveNothingBesideAPlaceThatCannotBeTaken) {
+TEST_F(Files, LeaveNoDraftsIfOneCannotBeWritten) {
     fs::create_directories(folder_ / "x" / "inside");
     auto const error = errorOf([&] {
         writeFiles({{folder_ / "w", "text"}, {folder_ / "x", "text"}});
@@ -81,7 +81,7 @@ TEST_F(Files, LeaveNothingBesideAPlaceThatCannotBeTaken) {
     EXPECT_EQ(entries(), 1U);
 }
 
-TEST_F(Files, ThatCannotBeReadAreNamed) {
+TEST_F(Files, ThatCannotBeReadAreReported) {
     EXPECT_EQ(errorOf([&] { readFile(folder_ / "none"); }),
               "cannot read " + (folder_ / "none").string() + ": No such file or directory");
     EXPECT_EQ(errorOf([&] { readFile(folder_); }),

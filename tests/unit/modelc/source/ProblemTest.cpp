@@ -4,15 +4,15 @@
 
 namespace modelc {
 
-TEST(Problems, AreReportedInTheOrderOfTheFile) {
+TEST(Problems, AreReportedInFileOrder) {
     Problems problems;
-    EXPECT_TRUE(problems.none());
+    EXPECT_TRUE(problems.empty());
     EXPECT_EQ(problems.report("m"), "");
     problems.add({3, 1}, "third");
     problems.add({2, 9}, "second");
     problems.add({2, 1}, "first");
     problems.add({3, 1}, "fourth");
-    EXPECT_FALSE(problems.none());
+    EXPECT_FALSE(problems.empty());
     EXPECT_EQ(problems.report("dir/m"), "dir/m:2:1: first\n"
                                         "dir/m:2:9: second\n"
                                         "dir/m:3:1: third\n"

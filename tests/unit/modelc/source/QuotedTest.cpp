@@ -4,7 +4,7 @@
 
 namespace modelc {
 
-TEST(Quoted, IsTheLiteralThatReadsBackAsTheText) {
+TEST(Quoted, IsTheStringLiteralOfTheText) {
     EXPECT_EQ(quotedForCpp(""), "\"\"");
     EXPECT_EQ(quotedForCpp("a \"b\" \\ c"), R"("a \"b\" \\ c")");
     EXPECT_EQ(quotedForCpp("x\n\ty"), R"("x\n\ty")");

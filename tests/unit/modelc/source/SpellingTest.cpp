@@ -4,7 +4,7 @@
 
 namespace modelc {
 
-TEST(Spelling, SuggestsTheNearestName) {
+TEST(Spelling, SuggestsTheClosestName) {
     EXPECT_EQ(didYouMean("Swich", {"Switch", "SwitchDir", "VtepList"}), "; did you mean 'Switch'?");
 }
 
@@ -13,16 +13,16 @@ TEST(Spelling, SuggestsAQualifiedNameForItsLastPart) {
               "; did you mean 'Nolt::EthAddr'?");
 }
 
-TEST(Spelling, SuggestsNothingThatIsFarAway) {
+TEST(Spelling, SuggestsNothingIfNoNameIsClose) {
     EXPECT_EQ(didYouMean("Harbour", {"Switch", "VtepList"}), "");
     EXPECT_EQ(didYouMean("Harbour", {}), "");
 }
 
-TEST(Spelling, SwappedLettersAreOneDifference) {
+TEST(Spelling, SwappedLettersCountAsOneDifference) {
     EXPECT_EQ(didYouMean("Kye", {"Key", "Kind"}), "; did you mean 'Key'?");
 }
 
-TEST(Spelling, OneLetterMayDifferInAWordOfTwoButNotOfOne) {
+TEST(Spelling, OneLetterCanDifferInAWordOfTwoButNotOfOne) {
     EXPECT_EQ(didYouMean("U9", {"U8", "bool"}), "; did you mean 'U8'?");
     EXPECT_EQ(didYouMean("V", {"W"}), "");
 }

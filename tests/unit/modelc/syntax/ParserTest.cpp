@@ -69,7 +69,7 @@ TEST(Parser, ReadsAFileFromTopToBottom) {
     EXPECT_EQ(file.registrationAt, (Location{14, 1}));
 }
 
-TEST(Parser, TellsTheShapesOfAttributesApart) {
+TEST(Parser, DistinguishesTheShapesOfAttributes) {
     EXPECT_EQ(attributeOf("x : T").shape, tree::Shape::plain);
     EXPECT_EQ(attributeOf("x : T[k]").key->text, "k");
     EXPECT_EQ(attributeOf("x : constant T = \"t\"").shape, tree::Shape::constant);
@@ -82,33 +82,34 @@ TEST(Parser, TellsTheShapesOfAttributesApart) {
     EXPECT_FALSE(attributeOf("x : T").settable);
 }
 
-TEST(Parser, ReservesNoWord) {
+TEST(Parser, ReservesNoWords) {
     EXPECT_EQ(attributeOf("method : U8").name.text, "method");
     EXPECT_EQ(attributeOf("entity : U8").name.text, "entity");
     EXPECT_EQ(attributeOf("set : set[U8]").name.text, "set");
 }
 
-TEST(Parser, WithoutARegistrationItsPlaceIsTheEnd) {
+TEST(Parser, AMissingRegistrationIsLocatedAtTheEnd) {
     EXPECT_EQ(parse("namespace N\n").registrationAt, (Location{2, 1}));
 }
 
-TEST(Parser, SaysWhatWasExpectedAndWhatWasFound) {
+TEST(Parser, ReportsWhatWasExpectedAndWhatWasFound) {
     struct {
         char const * source;
         char const * error;
     } const cases[] = {
-        {"", "1:1: a model starts with 'namespace NAME', found the end of the file"},
-        {"entity E() {}", "1:1: a model starts with 'namespace NAME', found 'entity'"},
+        {"", "1:1: expected 'namespace NAME' at the start of the model, found the end of the file"},
+        {"entity E() {}",
+         "1:1: expected 'namespace NAME' at the start of the model, found 'entity'"},
         {"namespace", "1:10: expected a name, found the end of the file"},
-        {"namespace A::", "1:14: expected a name behind '::', found the end of the file"},
+        {"namespace A::", "1:14: expected a name after '::', found the end of the file"},
         {"namespace N\nentty E() {}",
          "2:1: expected 'import', 'entity', 'value' or 'registration', found 'entty'"},
         {"namespace N\n/// Doc.\nimport value T from \"t\"",
-         "3:1: expected 'entity' or 'value' behind the '///' lines, found 'import'"},
-        {"namespace N\nimport", "2:7: expected 'entity', 'value', 'scalar' or 'text' behind "
+         "3:1: expected 'entity' or 'value' after the '///' lines, found 'import'"},
+        {"namespace N\nimport", "2:7: expected 'entity', 'value', 'scalar' or 'text' after "
                                 "'import', found the end of the file"},
         {"namespace N\nimport value T",
-         "2:15: expected 'from \"HEADER\"' behind the imported type, found the end of the file"},
+         "2:15: expected 'from \"HEADER\"' after the imported type, found the end of the file"},
         {"namespace N\nimport value T from t",
          "2:21: expected the header of 'T' in quotes, found 't'"},
         {"namespace N\nimport value T[k] from \"t\"",
@@ -125,25 +126,25 @@ TEST(Parser, SaysWhatWasExpectedAndWhatWasFound) {
         {"namespace N\nentity E() { x T }", "2:16: expected ':' and the type of 'x', found 'T'"},
         {"namespace N\nentity E() { x : }", "2:18: expected the type of 'x', found '}'"},
         {"namespace N\nentity E() { x : T[] }", "2:20: expected the key of 'x', found ']'"},
-        {"namespace N\nentity E() { x : T[k }", "2:22: expected ']' behind the key, found '}'"},
+        {"namespace N\nentity E() { x : T[k }", "2:22: expected ']' after the key, found '}'"},
         {"namespace N\nentity E() { x : set T }",
          "2:22: expected '[' and the type of the members, found 'T'"},
         {"namespace N\nentity E() { x : hashed T[k] }",
-         "2:25: expected 'set' behind 'hashed'; nothing else is hashed, found 'T'"},
+         "2:25: expected 'set' after 'hashed' (only sets are hashed), found 'T'"},
         {"namespace N\nentity E() { x : ownd T[k] }",
          "2:18: unknown modifier 'ownd'; did you mean 'owned'?"},
         {"namespace N\nentity E() { x : U8 = U8 }",
-         "2:23: expected a number, a string, 'true' or 'false' behind '=', found 'U8'"},
+         "2:23: expected a number, a string, 'true' or 'false' after '=', found 'U8'"},
         {"namespace N\nentity E() { method m(x) }",
          "2:24: expected ':' and the type of 'x', found ')'"},
         {"namespace N\nentity E() { x : T",
          "2:19: expected an attribute, a method or '}', found the end of the file"},
         {"namespace N\nentity E() { x : T\n/// Doc.\n}",
-         "4:1: expected an attribute or a method behind the '///' lines, found '}'"},
+         "4:1: expected an attribute or a method after the '///' lines, found '}'"},
         {"namespace N\nregistration { E",
          "2:17: expected the name of a type or '}', found the end of the file"},
         {"namespace N\nregistration { }\nentity E() {}",
-         "3:1: expected the end of the file behind the registration, found 'entity'"},
+         "3:1: expected the end of the file after the registration, found 'entity'"},
     };
 
     for (auto const & wrong : cases) {
