@@ -9,9 +9,9 @@ namespace modelc {
 namespace {
 
 Operation constructor(Type const & type) {
-    return {.promise = type.constructor.empty()
-                           ? "Starts empty."
-                           : "Made from the attributes given, the others at their defaults.",
+    return {.comment = type.constructor.empty()
+                           ? "Sets every attribute to its default."
+                           : "Sets the given attributes, and all others to their defaults.",
             .name = type.name,
             .parameters = constructorParameters(type),
             .isExplicit = type.constructor.size() == 1};
@@ -19,38 +19,38 @@ Operation constructor(Type const & type) {
 
 Frame entityFrame(Type const & type) {
     Frame frame;
-    frame.published = {
+    frame.publicOperations = {
         constructor(type),
-        {.promise = "Reports the allocation to the tracker, then takes the memory.",
+        {.comment = "Reports the allocation to the allocation tracker, then allocates.",
          .result = "void *",
          .name = "operator new",
          .parameters = {"std::size_t size"},
          .body = {"return Vex::allocTrackAllocate(vexAllocTrackTypeInfo_, size);"},
          .isStatic = true},
-        {.promise = "Reports the release to the tracker, then gives the memory back.",
+        {.comment = "Reports the release to the allocation tracker, then frees the memory.",
          .result = "void",
          .name = "operator delete",
          .parameters = {"void * memory", "std::size_t size"},
          .qualifiers = "noexcept",
          .body = {"Vex::allocTrackRelease(vexAllocTrackTypeInfo_, memory, size);"},
          .isStatic = true},
-        {.promise = "The reflection record of the type.",
+        {.comment = "The reflection record of the object's type.",
          .result = "Vex::Type const &",
          .name = "fwkType",
          .qualifiers = "const noexcept override",
          .body = {"return _vexType;"}}};
     if (type.creator) {
-        frame.published.push_back({.promise = "A new object, notification-active.",
-                                   .result = "Vex::Ptr<" + type.name + ">",
-                                   .name = type.name + "Is",
-                                   .parameters = constructorParameters(type),
-                                   .body = {"return newActive<" + type.name + ">(" +
-                                            joined(constructorValues(type), ", ") + ");"},
-                                   .isStatic = true});
+        frame.publicOperations.push_back({.comment = "Creates a notification-active object.",
+                                          .result = "Vex::Ptr<" + type.name + ">",
+                                          .name = type.name + "Is",
+                                          .parameters = constructorParameters(type),
+                                          .body = {"return newActive<" + type.name + ">(" +
+                                                   joined(constructorValues(type), ", ") + ");"},
+                                          .isStatic = true});
     }
-    frame.kept = {{.promise = "Lets go of everything that it owns or shares.",
-                   .name = "~" + type.name,
-                   .qualifiers = "override"}};
+    frame.protectedOperations = {{.comment = "Releases everything it owns or shares.",
+                                  .name = "~" + type.name,
+                                  .qualifiers = "override"}};
     return frame;
 }
 
@@ -63,7 +63,7 @@ Operation equality(Type const & type) {
     }
     bool const none = equalities.empty();
     std::string const all = none ? "true" : joined(equalities, " && ");
-    return {.promise = "Attribute by attribute, up to the first difference.",
+    return {.comment = "Compares attribute by attribute, up to the first difference.",
             .result = "bool",
             .name = "operator==",
             .parameters = {type.name + (none ? " const &" : " const & other")},
@@ -73,20 +73,20 @@ Operation equality(Type const & type) {
 
 Frame valueFrame(Type const & type) {
     Frame frame;
-    frame.published.push_back({.promise = "Every attribute at its default.",
-                               .name = type.name,
-                               .qualifiers = "= default"});
+    frame.publicOperations.push_back({.comment = "Sets every attribute to its default.",
+                                      .name = type.name,
+                                      .qualifiers = "= default"});
     if (!type.constructor.empty()) {
-        frame.published.push_back(constructor(type));
+        frame.publicOperations.push_back(constructor(type));
     }
-    frame.published.push_back(stringConstructor(type));
-    frame.published.push_back(equality(type));
+    frame.publicOperations.push_back(stringConstructor(type));
+    frame.publicOperations.push_back(equality(type));
     if (holdsCollection(type)) {
-        frame.published.push_back({.promise = "Whether it equals the default value.",
-                                   .result = "bool",
-                                   .name = "operator!",
-                                   .qualifiers = "const",
-                                   .body = {"return *this == " + type.name + "();"}});
+        frame.publicOperations.push_back({.comment = "Whether this is the default value.",
+                                          .result = "bool",
+                                          .name = "operator!",
+                                          .qualifiers = "const",
+                                          .body = {"return *this == " + type.name + "();"}});
     }
     return frame;
 }
@@ -100,7 +100,7 @@ Frame frameOf(Type const & type) {
 std::vector<std::string> constructorParameters(Type const & type) {
     std::vector<std::string> parameters;
     for (auto const * argument : type.constructor) {
-        std::string const spelling = spelled::kept(argument->type);
+        std::string const spelling = spelling::storedParameter(argument->type);
         parameters.push_back(spelling + " " + argument->name);
     }
     return parameters;
@@ -109,7 +109,7 @@ std::vector<std::string> constructorParameters(Type const & type) {
 std::vector<std::string> constructorValues(Type const & type) {
     std::vector<std::string> values;
     for (auto const * argument : type.constructor) {
-        values.push_back(spelled::movedIn(argument->type, argument->name));
+        values.push_back(spelling::storedValue(argument->type, argument->name));
     }
     return values;
 }

@@ -8,22 +8,22 @@
 
 namespace modelc {
 
-/// The operations that a type has beside those of its attributes: constructors, destructor,
+/// The operations of a type besides those of its attributes: constructors, destructor,
 /// allocation, reflection, comparison, creator.
 struct Frame {
-    std::vector<Operation> published;
-    std::vector<Operation> kept; ///< protected: the destructor, which pointers alone call
+    std::vector<Operation> publicOperations;
+    std::vector<Operation> protectedOperations; ///< the destructor, called only by pointers
 };
 
 Frame frameOf(Type const & type);
 
-/// "TYPE NAME" for each constructor argument, spelled for what keeps them.
+/// "TYPE NAME" for each constructor argument, passed as for storing it.
 std::vector<std::string> constructorParameters(Type const & type);
 
-/// The constructor arguments as they are handed on, texts moved.
+/// The expressions that pass the constructor arguments on; texts are moved.
 std::vector<std::string> constructorValues(Type const & type);
 
-/// The members between the last `:` and `{` of the constructor, base first.
+/// The constructor's initializer list, the base first.
 std::vector<std::string> constructorInitializers(Type const & type);
 
 } // namespace modelc

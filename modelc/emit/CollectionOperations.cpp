@@ -9,7 +9,7 @@ namespace modelc {
 
 namespace {
 
-/// A name for a local variable that no parameter bears.
+/// A name for a local variable that no parameter has.
 std::string freeName(std::string name, Type const & element) {
     while (std::any_of(element.constructor.begin(), element.constructor.end(),
                        [&](Attribute const * argument) { return argument->name == name; })) {
@@ -18,19 +18,19 @@ std::string freeName(std::string name, Type const & element) {
     return name;
 }
 
-/// Everything that is named after one collection.
+/// The operations of one collection.
 class Collection {
 public:
     Collection(Type const & owner, Attribute const & attribute)
         : owner_(owner), attribute_(attribute), type_(attribute.type.name),
-          member_(attribute.name + "_"), slot_("Vex" + spelled::capital(attribute.name)),
-          iterator_(spelled::capital(attribute.name) + "Iterator"),
-          key_(spelled::looked(attribute.key) + " key") {}
+          member_(attribute.name + "_"), slot_("Vex" + spelling::capitalized(attribute.name)),
+          iterator_(spelling::capitalized(attribute.name) + "Iterator"),
+          key_(spelling::lookupParameter(attribute.key) + " key") {}
 
     std::vector<Operation> operations() const {
-        std::vector<Operation> all{walk()};
+        std::vector<Operation> all{getter()};
         add(all, lookups());
-        all.push_back(operation("Whether there is an entry under the key.", "bool", "Has", {key_},
+        all.push_back(operation("Whether there is an entry with that key.", "bool", "Has", {key_},
                                 "const", {"return " + member_ + ".has(key);"}));
         all.push_back(insertion());
         add(all, removals());
@@ -46,10 +46,10 @@ private:
 
     std::string mutating() const { return owner_.entity ? "" : "&"; }
 
-    Operation operation(std::string promise, std::string result, std::string const & suffix,
+    Operation operation(std::string comment, std::string result, std::string const & suffix,
                         std::vector<std::string> parameters, std::string qualifiers,
                         std::vector<std::string> body) const {
-        return {.promise = std::move(promise),
+        return {.comment = std::move(comment),
                 .result = std::move(result),
                 .name = attribute_.name + suffix,
                 .parameters = std::move(parameters),
@@ -57,35 +57,36 @@ private:
                 .body = std::move(body)};
     }
 
-    Operation walk() const {
+    Operation getter() const {
         std::string const order = attribute_.kind == AttributeKind::hashedSetCollection
-                                      ? "The collection, to be walked in the order of its hashes."
-                                      : "The collection, to be walked in the order of its keys.";
-        auto made = operation(order, spelled::capital(attribute_.name) + "Collection const &", "",
-                              {}, "const noexcept", {"return " + member_ + ";"});
-        made.inHeader = true;
-        return made;
+                                      ? "The collection; iteration is in hash order."
+                                      : "The collection; iteration is in key order.";
+        auto result =
+            operation(order, spelling::capitalized(attribute_.name) + "Collection const &", "", {},
+                      "const noexcept", {"return " + member_ + ";"});
+        result.inHeader = true;
+        return result;
     }
 
     std::vector<Operation> lookups() const {
         std::string const find = "auto const * found = " + member_ + ".find(key);";
         switch (attribute_.kind) {
         case AttributeKind::valueCollection:
-            return {operation("The value under the key; the default value when there is none.",
-                              type_, "", {key_}, "const",
+            return {operation("The value with that key; the default value if there is none.", type_,
+                              "", {key_}, "const",
                               {find, "return found ? found->element() : " + type_ + "();"})};
         case AttributeKind::ownedEntityCollection:
-            return {operation("The entity under the key, or null.", "Vex::Ptr<" + type_ + " const>",
+            return {operation("The entity with that key, or null.", "Vex::Ptr<" + type_ + " const>",
                               "", {key_}, "const",
                               {find, "return found ? found->element() : nullptr;"}),
-                    operation("The same, to be changed.", "Vex::Ptr<" + type_ + ">", "", {key_}, "",
+                    operation("The same, mutable.", "Vex::Ptr<" + type_ + ">", "", {key_}, "",
                               {find, "return found ? found->element() : nullptr;"})};
         case AttributeKind::sharedEntityCollection:
-            return {operation("The pointer under the key, or null.",
+            return {operation("The entity shared under that key, or null.",
                               "Vex::Ptr<" + type_ + " const>", "", {key_}, "const",
                               {find, "return found ? found->element() : nullptr;"})};
         default:
-            return {operation("What is stored under the key; false when there is no entry.", "bool",
+            return {operation("The flag stored with the key; false if there is no entry.", "bool",
                               "", {key_}, "const", {find, "return found && found->element();"})};
         }
     }
@@ -93,7 +94,7 @@ private:
     Operation insertion() const {
         switch (attribute_.kind) {
         case AttributeKind::valueCollection:
-            return operation("Inserts the value, or overwrites the one with its key.", "void", "Is",
+            return operation("Inserts the value; replaces one with the same key.", "void", "Is",
                              {type_ + " value"}, mutating(),
                              {member_ + ".upsert(" + slot_ + "(std::move(value)));"});
         case AttributeKind::ownedEntityCollection:
@@ -101,31 +102,31 @@ private:
         case AttributeKind::sharedEntityCollection:
             return share();
         default:
-            return operation("Inserts the key, or overwrites what is stored under it.", "void",
-                             "Is", {spelled::kept(attribute_.key) + " key", "bool member"},
+            return operation("Inserts the key with a flag, or overwrites its flag.", "void", "Is",
+                             {spelling::storedParameter(attribute_.key) + " key", "bool member"},
                              mutating(),
                              {member_ + ".upsert(" + slot_ + "(" +
-                              spelled::movedIn(attribute_.key, "key") + ", member));"});
+                              spelling::storedValue(attribute_.key, "key") + ", member));"});
         }
     }
 
-    /// An existing element must have been made from the same arguments.
+    /// An existing element must have been created with the same arguments.
     Operation findOrCreate() const {
         Type const & element = *attribute_.type.declared;
         std::vector<std::string> names;
         std::vector<std::string> parameters;
         for (auto const * argument : element.constructor) {
             names.push_back(argument->name);
-            parameters.push_back(spelled::looked(argument->type) + " " + argument->name);
+            parameters.push_back(spelling::lookupParameter(argument->type) + " " + argument->name);
         }
-        std::string const create = slot_ + "(" + spelled::creation(element, names) + ")";
+        std::string const create = slot_ + "(" + spelling::creationCall(element, names) + ")";
         std::string const make = freeName("make", element);
         std::string const find =
             member_ + ".findOrInsert(" + names.front() + ", " + make + ").element()";
         if (names.size() == 1) {
             auto body = lambda(make, create);
             body.push_back("return " + find + ";");
-            return operation("The entity under the key; a new one when there is none.",
+            return operation("Finds the entity with that key, or creates it.",
                              "Vex::Ptr<" + type_ + ">", "Is", parameters, "", std::move(body));
         }
         std::string const created = freeName("created", element);
@@ -147,12 +148,12 @@ private:
             body.push_back("}");
         }
         body.push_back("return " + found + ";");
-        return operation("The entity under the key, or a new one. Other arguments than its own "
-                         "are an error.",
+        return operation("Finds or creates the entity; throws ReinstantiationError if its other "
+                         "arguments differ.",
                          "Vex::Ptr<" + type_ + ">", "Is", parameters, "", std::move(body));
     }
 
-    /// A local function that returns the expression, on one line when it fits there.
+    /// A lambda that returns the expression, on one line if it fits.
     static std::vector<std::string> lambda(std::string const & name, std::string const & result) {
         std::string const line = "auto const " + name + " = [&] { return " + result + "; };";
         if (4 + line.size() <= lineWidth) {
@@ -168,8 +169,8 @@ private:
         std::vector<std::string> body;
         if (byAttribute) {
             body = {"if (!entity) {", "    return nullptr;", "}",
-                    spelled::looked(attribute_.key) + " key = entity->" + attribute_.keyAttribute +
-                        "();"};
+                    spelling::lookupParameter(attribute_.key) + " key = entity->" +
+                        attribute_.keyAttribute + "();"};
         } else {
             parameters.insert(parameters.begin(), key_);
             body = {"if (!entity) {", "    " + member_ + ".remove(key);", "    return nullptr;",
@@ -182,20 +183,20 @@ private:
         body.push_back("stored = entity;");
         body.push_back("return stored;");
         return operation(byAttribute ? "Shares the entity under its " + attribute_.keyAttribute +
-                                           ", for the one that is there; null does nothing."
-                                     : "Shares the entity under the key, for the one that is "
-                                       "there; null removes the entry.",
+                                           ", replacing any other; null does nothing."
+                                     : "Shares the entity under the key, replacing any other; "
+                                       "null removes the entry.",
                          pointer, "Is", std::move(parameters), "", std::move(body));
     }
 
     std::vector<Operation> removals() const {
         std::string result = "bool";
         std::string taken = "removed && removed->element()";
-        std::string what = "what was stored, false when there was no entry.";
+        std::string what = "its flag, or false if there was none.";
         if (attribute_.kind == AttributeKind::valueCollection) {
             result = type_;
             taken = "removed ? std::move(removed->element()) : " + type_ + "()";
-            what = "its value, the default value when there was none.";
+            what = "its value, or the default value if there was none.";
         } else if (attribute_.kind == AttributeKind::ownedEntityCollection) {
             result = "Vex::Ptr<" + type_ + ">";
             taken = "removed ? std::move(removed->element()) : nullptr";
@@ -203,17 +204,16 @@ private:
         } else if (attribute_.kind == AttributeKind::sharedEntityCollection) {
             result = "Vex::Ptr<" + type_ + " const>";
             taken = "removed ? std::move(removed->element()) : nullptr";
-            what = "its pointer, or null.";
+            what = "its entity, or null.";
         }
         auto const body = [&](std::string const & argument) -> std::vector<std::string> {
             return {"auto removed = " + member_ + ".remove(" + argument + ");",
                     "return " + taken + ";"};
         };
-        std::vector<Operation> all{operation("Removes the entry under the key; returns " + what,
+        std::vector<Operation> all{operation("Removes the entry with that key; returns " + what,
                                              result, "Del", {key_}, mutating(), body("key"))};
         if (attribute_.kind != AttributeKind::hashedSetCollection) {
-            all.push_back(operation("Removes the entry on which the iterator stands; the rest as "
-                                    "above.",
+            all.push_back(operation("Removes the entry at the iterator; otherwise the same.",
                                     result, "Del", {iterator_ + " & position"}, mutating(),
                                     body("position")));
         }

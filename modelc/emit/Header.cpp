@@ -52,7 +52,7 @@ std::string headerIncludes(Model const & model) {
     return text + "\n#include <cstddef>\n" + (hasStringForms(model) ? "#include <iosfwd>\n" : "");
 }
 
-/// What is long stands on a line of its own, if that is enough.
+/// Puts the right side on a line of its own if the alias is too long and that is enough.
 std::string slotAlias(std::string const & left, std::string const & slot,
                       std::vector<std::string> const & arguments) {
     std::string const right = slot + joined(arguments, ", ") + ">;";
@@ -62,9 +62,9 @@ std::string slotAlias(std::string const & left, std::string const & slot,
                : wrapped(4, left + " " + slot, arguments, ">;");
 }
 
-/// The node, the collection and its iterator.
+/// The aliases for the slot, the collection and its iterator.
 std::string collectionTypes(Attribute const & attribute) {
-    std::string const name = spelled::capital(attribute.name);
+    std::string const name = spelling::capitalized(attribute.name);
     std::string const & element = attribute.type.name;
     std::string slot = "SetSlot";
     std::vector<std::string> arguments{attribute.key.name};
@@ -80,8 +80,7 @@ std::string collectionTypes(Attribute const & attribute) {
     }
     std::string const map =
         attribute.kind == AttributeKind::hashedSetCollection ? "HashMap2018" : "OrderedMap";
-    return docComment(4, {"What a node of " + attribute.name +
-                          " holds, the collection, and a place in it."}) +
+    return docComment(4, {"The slot, collection and iterator types of " + attribute.name + "."}) +
            slotAlias("using Vex" + name + " =", "Vex::" + slot + "<", arguments) + "    using " +
            name + "Collection = Vex::" + map + "<Vex" + name + ">;\n    using " + name +
            "Iterator = " + name + "Collection::Iterator;\n";
@@ -94,25 +93,25 @@ std::string declaration(Operation const & operation) {
         result.pop_back();
     }
     std::string const tail = ")" + (operation.qualifiers.empty() ? "" : " " + operation.qualifiers);
-    std::string const promise = docComment(4, {operation.promise});
+    std::string const comment = operation.comment.empty() ? "" : docComment(4, {operation.comment});
     if (!operation.inHeader) {
-        return promise + signature(4, result, operation.name, operation.parameters, tail + ";");
+        return comment + signature(4, result, operation.name, operation.parameters, tail + ";");
     }
     std::string const line =
         "    " + result + " " + operation.name + "(" + tail + " { " + operation.body.front() + " }";
     if (line.size() <= lineWidth) {
-        return promise + line + "\n";
+        return comment + line + "\n";
     }
-    return promise + signature(4, result, operation.name, {}, tail + " {") +
+    return comment + signature(4, result, operation.name, {}, tail + " {") +
            statement(8, operation.body.front()) + "    }\n";
 }
 
 std::string method(Attribute const & attribute) {
     std::vector<std::string> parameters;
     for (auto const & parameter : attribute.parameters) {
-        parameters.push_back(spelled::given(parameter.type) + " " + parameter.name);
+        parameters.push_back(spelling::methodParameter(parameter.type) + " " + parameter.name);
     }
-    return docComment(4, attribute.doc.empty() ? std::vector<std::string>{"Written by hand."}
+    return docComment(4, attribute.doc.empty() ? std::vector<std::string>{"Implemented by hand."}
                                                : attribute.doc) +
            signature(4, "void", attribute.name, parameters, ");");
 }
@@ -146,7 +145,7 @@ std::string member(Type const & type, Attribute const & attribute) {
         break;
     }
     if (isCollection(attribute.kind)) {
-        return "    " + spelled::capital(attribute.name) + "Collection " + name + ";\n";
+        return "    " + spelling::capitalized(attribute.name) + "Collection " + name + ";\n";
     }
     bool const immutable = type.entity && attribute.fromConstructor && !attribute.settable;
     std::string initial = attribute.initial;
@@ -155,7 +154,7 @@ std::string member(Type const & type, Attribute const & attribute) {
     } else if (initial.empty() && !immutable && attribute.type.kind == TypeClass::number) {
         initial = "0";
     }
-    return "    " + spelled::held(attribute.type) + (immutable ? " const " : " ") + name +
+    return "    " + spelling::memberType(attribute.type) + (immutable ? " const " : " ") + name +
            (initial.empty() ? "" : " = " + initial) + ";\n";
 }
 
@@ -182,22 +181,22 @@ std::string classDefinition(Type const & type) {
         text += "    static Vex::AllocTrackTypeInfo vexAllocTrackTypeInfo_;\n";
     }
     Frame const frame = frameOf(type);
-    for (auto const & operation : frame.published) {
+    for (auto const & operation : frame.publicOperations) {
         text.append("\n").append(declaration(operation));
     }
     for (auto const & attribute : type.attributes) {
         text += attributeMembers(type, attribute);
     }
-    for (auto const & operation : frame.kept) {
+    for (auto const & operation : frame.protectedOperations) {
         text.append("\nprotected:\n").append(declaration(operation));
     }
     return text + privateMembers(type) + "};\n";
 }
 
 std::string factoryDeclaration(Type const & type) {
-    return docComment(0, {"A new " + type.name + ", notification-active."}) +
+    return docComment(0, {"Creates a notification-active " + type.name + "."}) +
            signature(0, std::string(exported) + " Vex::Ptr<" + type.name + ">",
-                     spelled::factory(type), constructorParameters(type), ");");
+                     spelling::factoryName(type), constructorParameters(type), ");");
 }
 
 } // namespace

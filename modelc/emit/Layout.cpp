@@ -30,7 +30,7 @@ std::optional<std::string> filled(std::string const & head, std::size_t column,
     return text + tail + "\n";
 }
 
-/// "return a && b && c;" on several lines, each operand behind the first one.
+/// "return a && b && c;" on several lines, the operands aligned with the first one.
 std::string conjunction(std::string const & margin, std::string const & text) {
     std::string const head = "return ";
     std::string broken = margin;
@@ -52,8 +52,8 @@ std::string conjunction(std::string const & margin, std::string const & text) {
     return broken + "\n";
 }
 
-/// A list of arguments, cut at the commas that stand in no parentheses and in no literal.
-std::vector<std::string> arguments(std::string const & list) {
+/// Splits a list of arguments at the commas outside parentheses and string literals.
+std::vector<std::string> splitArguments(std::string const & list) {
     std::vector<std::string> cut{""};
     int depth = 0;
     bool literal = false;
@@ -120,7 +120,7 @@ std::string statement(std::size_t indent, std::string const & text) {
         return margin + text + "\n";
     }
     return wrapped(indent + inner, text.substr(inner, open + 1 - inner),
-                   arguments(text.substr(open + 1, close - open - 1)), text.substr(close));
+                   splitArguments(text.substr(open + 1, close - open - 1)), text.substr(close));
 }
 
 std::string docComment(std::size_t indent, std::vector<std::string> const & lines) {

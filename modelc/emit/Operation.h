@@ -7,16 +7,16 @@
 
 namespace modelc {
 
-/// One generated member function: told once here, written twice, as its declaration into
-/// the header and as its definition into the source.
+/// One generated member function, from which both its declaration in the header and its
+/// definition in the source are written.
 struct Operation {
-    std::string promise = {}; ///< one line for the header
+    std::string comment = {}; ///< one line for the header; empty if the name says it all
     std::string result = {};  ///< empty for constructors and the destructor
     std::string name = {};
     std::vector<std::string> parameters = {}; ///< type and name
-    std::string qualifiers = {};              ///< behind the parentheses: "const noexcept"
-    std::vector<std::string> body = {};       ///< its lines; none when it is written by hand
-    bool inHeader = false;                    ///< the header holds the body, which is one line
+    std::string qualifiers = {};              ///< after the parameters: "const noexcept"
+    std::vector<std::string> body = {};       ///< its lines; empty if it is defined elsewhere
+    bool inHeader = false;                    ///< defined in the header; the body is one line
     bool isStatic = false;
     bool isExplicit = false;
 };
@@ -24,7 +24,7 @@ struct Operation {
 /// The operations of one attribute of `owner`, in the order in which they are declared.
 std::vector<Operation> operationsOf(Type const & owner, Attribute const & attribute);
 
-/// Those of an attribute that is a collection.
+/// The operations of an attribute that is a collection.
 std::vector<Operation> collectionOperations(Type const & owner, Attribute const & attribute);
 
 } // namespace modelc

@@ -39,7 +39,7 @@ std::string kindName(AttributeKind kind) {
     return "method";
 }
 
-/// A method's arguments as the model writes them; they stand where others have their type.
+/// A method's arguments as the model writes them, in place of an attribute's type.
 std::string methodSignature(Attribute const & method) {
     std::vector<std::string> arguments;
     for (auto const & parameter : method.parameters) {
@@ -49,7 +49,7 @@ std::string methodSignature(Attribute const & method) {
     return std::string("(").append(joined(arguments, ", ")).append(")");
 }
 
-/// One literal for each line, which the compiler joins; the last one without a line end.
+/// One string literal per line, which the C++ compiler joins; the last has no newline.
 std::vector<std::string> docLiterals(std::vector<std::string> const & doc) {
     std::vector<std::string> literals;
     for (std::size_t i = 0; i < doc.size(); ++i) {

@@ -6,12 +6,12 @@
 
 namespace modelc {
 
-/// The tables of attributes and constructor arguments that the reflection records name,
-/// for all types, at the place where the source keeps what it does not show.
+/// The tables of attributes and constructor arguments of all types, which the reflection
+/// records refer to. They belong into the unnamed namespace of the generated source.
 std::string attributeTables(Model const & model);
 
-/// The definition of the type's reflection record, which names its tables and, as
-/// `implOfTYPE`, the operations on its objects.
+/// The definition of the type's reflection record, which refers to its tables and, as
+/// `implOfTYPE`, to the operations on its objects.
 std::string recordDefinition(Model const & model, Type const & type);
 
 } // namespace modelc

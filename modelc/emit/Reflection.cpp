@@ -8,8 +8,8 @@ namespace modelc {
 
 namespace {
 
-/// The class of the framework that describes the attribute, with its template arguments
-/// where they are not deduced.
+/// The framework class that describes the attribute, with any template arguments that are not
+/// deduced.
 std::string descriptionClass(Type const & type, Attribute const & attribute) {
     switch (attribute.kind) {
     case AttributeKind::constructorArgument:
@@ -27,7 +27,7 @@ std::string descriptionClass(Type const & type, Attribute const & attribute) {
     }
 }
 
-/// What the description is made from: the attribute's number and its member functions.
+/// The arguments of the description: the attribute's number and its member functions.
 std::vector<std::string> description(Type const & type, Attribute const & attribute) {
     std::string const function = "&" + type.name + "::" + attribute.name;
     std::vector<std::string> parts{std::to_string(attribute.number), function};
@@ -46,7 +46,8 @@ std::vector<std::string> description(Type const & type, Attribute const & attrib
     return parts;
 }
 
-/// What is handed to one class of the framework: how the object is made, or an attribute.
+/// One argument of `Vex::TypeImpl`: how objects are constructed, or a description of an
+/// attribute.
 struct Part {
     std::string head;
     std::vector<std::string> items;
@@ -56,7 +57,7 @@ struct Part {
 std::vector<Part> parts(Type const & type) {
     std::vector<std::string> argumentTypes{type.name};
     for (auto const * argument : type.constructor) {
-        argumentTypes.push_back(spelled::held(argument->type));
+        argumentTypes.push_back(spelling::memberType(argument->type));
     }
     std::vector<Part> all{{"Vex::Constructor<", argumentTypes, ">()"}};
     for (auto const & attribute : type.attributes) {

@@ -6,9 +6,9 @@ namespace modelc {
 
 namespace {
 
-Operation getter(Attribute const & attribute, std::string promise) {
-    return {.promise = std::move(promise),
-            .result = spelled::got(attribute.type),
+Operation getter(Attribute const & attribute, std::string comment = "") {
+    return {.comment = std::move(comment),
+            .result = spelling::getterType(attribute.type),
             .name = attribute.name,
             .qualifiers = "const noexcept",
             .body = {"return " + attribute.name + "_;"},
@@ -16,41 +16,41 @@ Operation getter(Attribute const & attribute, std::string promise) {
 }
 
 Operation setter(Type const & owner, Attribute const & attribute) {
-    return {.promise = "Sets it.",
-            .result = "void",
-            .name = attribute.name + "Is",
-            .parameters = {spelled::kept(attribute.type) + " value"},
-            .qualifiers = owner.entity ? "" : "&",
-            .body = {attribute.name + "_ = " + spelled::movedIn(attribute.type, "value") + ";"}};
+    return {
+        .result = "void",
+        .name = attribute.name + "Is",
+        .parameters = {spelling::storedParameter(attribute.type) + " value"},
+        .qualifiers = owner.entity ? "" : "&",
+        .body = {attribute.name + "_ = " + spelling::storedValue(attribute.type, "value") + ";"}};
 }
 
 std::vector<Operation> ownedEntity(Attribute const & attribute) {
     std::string const & type = attribute.type.name;
     std::string const member = attribute.name + "_";
-    return {
-        {.promise = "The object, or null while there is none.",
-         .result = "Vex::Ptr<" + type + " const>",
-         .name = attribute.name,
-         .qualifiers = "const",
-         .body = {"return " + member + ";"}},
-        {.promise = "The same, to be changed.",
-         .result = "Vex::Ptr<" + type + ">",
-         .name = attribute.name,
-         .body = {"return " + member + ";"}},
-        {.promise = "The object; a new one when there is none.",
-         .result = "Vex::Ptr<" + type + ">",
-         .name = attribute.name + "Is",
-         .body = {"if (!" + member + ") {",
-                  "    " + member + " = " + spelled::creation(*attribute.type.declared, {}) + ";",
-                  "}", "return " + member + ";"}},
-        {.promise = "Drops the object, if there is one.",
-         .result = "void",
-         .name = attribute.name + "Del",
-         .body = {member + " = nullptr;"}}};
+    return {{.comment = "The entity, or null if there is none.",
+             .result = "Vex::Ptr<" + type + " const>",
+             .name = attribute.name,
+             .qualifiers = "const",
+             .body = {"return " + member + ";"}},
+            {.comment = "The same, mutable.",
+             .result = "Vex::Ptr<" + type + ">",
+             .name = attribute.name,
+             .body = {"return " + member + ";"}},
+            {.comment = "Returns the entity; creates it if there is none.",
+             .result = "Vex::Ptr<" + type + ">",
+             .name = attribute.name + "Is",
+             .body = {"if (!" + member + ") {",
+                      "    " + member + " = " +
+                          spelling::creationCall(*attribute.type.declared, {}) + ";",
+                      "}", "return " + member + ";"}},
+            {.comment = "Removes the entity, if there is one.",
+             .result = "void",
+             .name = attribute.name + "Del",
+             .body = {member + " = nullptr;"}}};
 }
 
 Operation constant(Attribute const & attribute) {
-    return {.promise = "The same for every object.",
+    return {.comment = "The same for every object.",
             .result = attribute.type.name,
             .name = attribute.name,
             .body = {"return " + attribute.initial + ";"},
@@ -62,13 +62,12 @@ Operation constant(Attribute const & attribute) {
 std::vector<Operation> operationsOf(Type const & owner, Attribute const & attribute) {
     switch (attribute.kind) {
     case AttributeKind::constructorArgument:
-        return {getter(attribute, "Given to the constructor.")};
     case AttributeKind::entityPointer:
-        return {getter(attribute, "Given to the constructor, shared with its giver.")};
+        return {getter(attribute)};
     case AttributeKind::plain:
-        return {getter(attribute, "The present value."), setter(owner, attribute)};
+        return {getter(attribute), setter(owner, attribute)};
     case AttributeKind::entityPointerPlain:
-        return {getter(attribute, "Shared with its giver; null at first."),
+        return {getter(attribute, attribute.fromConstructor ? "" : "Null until it is set."),
                 setter(owner, attribute)};
     case AttributeKind::constant:
         return {constant(attribute)};

@@ -13,7 +13,7 @@ namespace modelc {
 
 namespace {
 
-/// What stands behind the parentheses in a definition: `override` is said once.
+/// What follows the parameters in a definition; `override` is left to the declaration.
 std::string tailOf(Operation const & operation) {
     std::string qualifiers = operation.qualifiers;
     if (auto const at = qualifiers.rfind("override"); at != std::string::npos) {
@@ -71,7 +71,7 @@ std::string typeDefinitions(Model const & model, Type const & type) {
     if (type.entity) {
         text += "\n" + type.name + "::~" + type.name + "() = default;\n";
     }
-    for (auto const & operation : frameOf(type).published) {
+    for (auto const & operation : frameOf(type).publicOperations) {
         if (isDefinedHere(operation)) {
             text.append("\n").append(definition(type, operation));
         }
@@ -90,13 +90,13 @@ std::string factoryDefinition(Type const & type) {
     std::string const call =
         type.creator ? type.name + "::" + type.name + "Is(" : "newActive<" + type.name + ">(";
     std::string text = "\n";
-    text += signature(0, "Vex::Ptr<" + type.name + ">", spelled::factory(type),
+    text += signature(0, "Vex::Ptr<" + type.name + ">", spelling::factoryName(type),
                       constructorParameters(type), ") {");
     text += wrapped(4, "return " + call, constructorValues(type), ");");
     return text + "}\n";
 }
 
-/// Whether an element can be asked for again with other arguments.
+/// Whether an existing element can be requested with other arguments.
 bool canReinstantiate(Model const & model) {
     return std::any_of(model.types.begin(), model.types.end(), [](Type const & type) {
         return std::any_of(type.attributes.begin(), type.attributes.end(),
@@ -107,7 +107,7 @@ bool canReinstantiate(Model const & model) {
     });
 }
 
-/// The platform's headers that the bodies need.
+/// The platform headers that the function bodies need.
 std::string sourceIncludes(Model const & model) {
     std::set<std::string> headers = stringFormHeaders(model);
     headers.insert("Vex/String.h");
@@ -126,7 +126,7 @@ std::string helpers(Model const & model) {
     if (std::any_of(model.types.begin(), model.types.end(),
                     [](Type const & type) { return type.entity; })) {
         text += R"(
-/// An entity as whoever makes it hands it out: notification-active.
+/// Creates an entity and makes it notification-active.
 template <class T, class... Args>
 Vex::Ptr<T> newActive(Args &&... args) {
     auto entity = Vex::makePtr<T>(std::forward<Args>(args)...);
@@ -137,12 +137,12 @@ Vex::Ptr<T> newActive(Args &&... args) {
     }
     if (canReinstantiate(model)) {
         text += R"(
-/// Refuses to find under `key` an entity that was made from another value than `asked`.
+/// Reports that the entity under `key` was created with `stored`, not with `requested`.
 template <class T, class Key, class Value>
 [[noreturn]] void throwReinstantiating(Key const & key, std::string_view attribute,
-                                       Value const & asked, Value const & stored) {
+                                       Value const & requested, Value const & stored) {
     Vex::throwMutatorReinstantiating(T::_vexType.name, Vex::attributeText(key), attribute,
-                                     Vex::attributeText(asked), Vex::attributeText(stored));
+                                     Vex::attributeText(requested), Vex::attributeText(stored));
 }
 )";
     }
@@ -153,7 +153,7 @@ std::string loading(Model const & model) {
     std::string text = R"(
 namespace {
 
-/// What loading the library does, once and in this order.
+/// What loading the library does once, in this order.
 struct Load {
     std::ios_base::Init streams;
     Vex::String prefix{"ns-"};

@@ -6,8 +6,8 @@
 
 namespace modelc {
 
-/// The source of the model's types, which includes `header`. `source` is the model file as
-/// the first line names it.
+/// The source of the model's types, which includes `header`. `source` is the model file's
+/// name in its first line.
 std::string sourceText(Model const & model, std::string const & source, std::string const & header);
 
 } // namespace modelc

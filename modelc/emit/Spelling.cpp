@@ -2,7 +2,7 @@
 
 #include "modelc/emit/Layout.h"
 
-namespace modelc::spelled {
+namespace modelc::spelling {
 
 namespace {
 
@@ -13,31 +13,31 @@ bool isByValue(TypeRef const & type) {
 
 } // namespace
 
-std::string held(TypeRef const & type) {
+std::string memberType(TypeRef const & type) {
     return type.kind == TypeClass::entity ? "Vex::Ptr<" + type.name + " const>" : type.name;
 }
 
-std::string got(TypeRef const & type) {
-    return looked(type);
+std::string getterType(TypeRef const & type) {
+    return lookupParameter(type);
 }
 
-std::string looked(TypeRef const & type) {
-    return isByValue(type) ? type.name : held(type) + " const &";
+std::string lookupParameter(TypeRef const & type) {
+    return isByValue(type) ? type.name : memberType(type) + " const &";
 }
 
-std::string kept(TypeRef const & type) {
-    return type.kind == TypeClass::text ? type.name : looked(type);
+std::string storedParameter(TypeRef const & type) {
+    return type.kind == TypeClass::text ? type.name : lookupParameter(type);
 }
 
-std::string given(TypeRef const & type) {
-    return type.kind == TypeClass::entity ? looked(type) : type.name;
+std::string methodParameter(TypeRef const & type) {
+    return type.kind == TypeClass::entity ? lookupParameter(type) : type.name;
 }
 
-std::string movedIn(TypeRef const & type, std::string const & name) {
+std::string storedValue(TypeRef const & type, std::string const & name) {
     return type.kind == TypeClass::text ? "std::move(" + name + ")" : name;
 }
 
-std::string capital(std::string const & name) {
+std::string capitalized(std::string const & name) {
     std::string changed = name;
     if (changed[0] >= 'a' && changed[0] <= 'z') {
         changed[0] = static_cast<char>(changed[0] - 'a' + 'A');
@@ -45,16 +45,16 @@ std::string capital(std::string const & name) {
     return changed;
 }
 
-std::string factory(Type const & type) {
+std::string factoryName(Type const & type) {
     std::string changed = type.name;
     changed[0] = static_cast<char>(changed[0] - 'A' + 'a');
     return changed + "Factory";
 }
 
-std::string creation(Type const & type, std::vector<std::string> const & arguments) {
+std::string creationCall(Type const & type, std::vector<std::string> const & arguments) {
     std::string const maker =
         type.creator ? type.name + "::" + type.name + "Is" : "newActive<" + type.name + ">";
     return maker + "(" + joined(arguments, ", ") + ")";
 }
 
-} // namespace modelc::spelled
+} // namespace modelc::spelling

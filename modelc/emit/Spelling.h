@@ -4,34 +4,36 @@
 
 #include <string>
 
-/// How C++ spells the types of a model in each place where they stand.
-namespace modelc::spelled {
+/// How the types of a model are spelled in each place of the generated C++.
+namespace modelc::spelling {
 
-/// What a member or a collection holds: an entity is held through a pointer to const.
-std::string held(TypeRef const & type);
+/// The type of a member or of a collection's element: an entity is held through a pointer to
+/// const.
+std::string memberType(TypeRef const & type);
 
-/// What a getter returns: a reference to what is held, or the number itself.
-std::string got(TypeRef const & type);
+/// What a getter returns: a reference to the member, or a number by value.
+std::string getterType(TypeRef const & type);
 
-/// A parameter that is only looked at.
-std::string looked(TypeRef const & type);
+/// The type of a parameter that is only read.
+std::string lookupParameter(TypeRef const & type);
 
-/// A parameter whose value is kept: as `looked`, but a text comes by value, to be moved in.
-std::string kept(TypeRef const & type);
+/// The type of a parameter whose value is stored: as `lookupParameter`, but a text is passed
+/// by value, to be moved.
+std::string storedParameter(TypeRef const & type);
 
-/// A parameter of a method: everything by value, but pointers.
-std::string given(TypeRef const & type);
+/// The type of a method's parameter: everything is passed by value except pointers.
+std::string methodParameter(TypeRef const & type);
 
-/// The expression that moves the parameter `name`, spelled by `kept`, to where it is kept.
-std::string movedIn(TypeRef const & type, std::string const & name);
+/// The expression that stores the parameter `name`, whose type is `storedParameter`.
+std::string storedValue(TypeRef const & type, std::string const & name);
 
-/// The attribute's name with a capital, as the types around a collection are named.
-std::string capital(std::string const & name);
+/// The attribute's name with an upper-case initial, as in the type names of a collection.
+std::string capitalized(std::string const & name);
 
-/// The name of the free factory of the type: vtepListFactory for VtepList.
-std::string factory(Type const & type);
+/// The name of the type's factory function: vtepListFactory for VtepList.
+std::string factoryName(Type const & type);
 
-/// The call that makes a new, active entity from these arguments.
-std::string creation(Type const & type, std::vector<std::string> const & arguments);
+/// The call that creates a notification-active entity from these arguments.
+std::string creationCall(Type const & type, std::vector<std::string> const & arguments);
 
-} // namespace modelc::spelled
+} // namespace modelc::spelling

@@ -11,20 +11,20 @@ namespace modelc {
 
 namespace {
 
-/// Whether the form leaves out a collection, the value's own or that of a value in it.
-bool losesCollection(Type const & value) {
+/// Whether the form leaves out a collection, of the value itself or of a value in it.
+bool omitsCollection(Type const & value) {
     return holdsCollection(value) ||
            std::any_of(value.attributes.begin(), value.attributes.end(), [](Attribute const & a) {
-               return a.type.declared && losesCollection(*a.type.declared);
+               return a.type.declared && omitsCollection(*a.type.declared);
            });
 }
 
-/// What stands before the first attribute.
+/// The text before the first attribute.
 std::string opening(Model const & model, Type const & value) {
     return "Value('" + model.space + "::" + value.name + "', ** {";
 }
 
-/// An attribute of the value, and what stands before it.
+/// An attribute of the value, and the text before it.
 struct FormPart {
     std::string label;
     Attribute const & attribute;
@@ -41,11 +41,11 @@ std::vector<FormPart> partsOf(Type const & value) {
     return parts;
 }
 
-std::string output(Type const & value) {
+std::string valueParameter(Type const & value) {
     return value.name + " const & value";
 }
 
-/// A function at the margin.
+/// The definition of a free function or of a constructor.
 std::string function(std::string const & signature, std::vector<std::string> const & body) {
     std::string text = "\n" + signature;
     for (auto const & line : body) {
@@ -55,7 +55,7 @@ std::string function(std::string const & signature, std::vector<std::string> con
 }
 
 std::vector<std::string> reading(Model const & model, Type const & value) {
-    if (losesCollection(value)) {
+    if (omitsCollection(value)) {
         std::string const failed =
             "!\"No String constructor for " + value.name + " - has collection\"";
         return {"Vex::assertThat(false, " + quotedForCpp(failed) + ");"};
@@ -68,7 +68,7 @@ std::vector<std::string> reading(Model const & model, Type const & value) {
         body.push_back(need(label));
         body.emplace_back("try {");
         body.push_back("    " + attribute.name + "_ = Vex::deserializeAttr<" +
-                       spelled::held(attribute.type) + ">(it, end);");
+                       spelling::memberType(attribute.type) + ">(it, end);");
         body.emplace_back("} catch (Vex::RangeError const & error) {");
         body.push_back("    Vex::rethrowFromDeserializeAttr(error, " +
                        quotedForCpp(attribute.name) + ");");
@@ -79,7 +79,7 @@ std::vector<std::string> reading(Model const & model, Type const & value) {
 }
 
 /// Whether the form depends on the value.
-bool holdsForms(std::vector<FormPart> const & parts) {
+bool dependsOnValue(std::vector<FormPart> const & parts) {
     return std::any_of(parts.begin(), parts.end(),
                        [](FormPart const & part) { return !isCollection(part.attribute.kind); });
 }
@@ -87,7 +87,7 @@ bool holdsForms(std::vector<FormPart> const & parts) {
 std::vector<std::string> writing(Model const & model, Type const & value) {
     auto const parts = partsOf(value);
     std::vector<std::string> body;
-    if (holdsForms(parts)) {
+    if (dependsOnValue(parts)) {
         // The model's own function of this name would hide the platform's.
         body.emplace_back("using Vex::valueToStrep;");
     }
@@ -120,45 +120,45 @@ std::set<std::string> stringFormHeaders(Model const & model) {
         return {};
     }
     bool const asserts = std::any_of(model.types.begin(), model.types.end(), [](Type const & type) {
-        return !type.entity && losesCollection(type);
+        return !type.entity && omitsCollection(type);
     });
     return asserts ? std::set<std::string>{"Vex/Assert.h", "Vex/Strep.h"}
                    : std::set<std::string>{"Vex/Strep.h"};
 }
 
 Operation stringConstructor(Type const & value) {
-    bool const lost = losesCollection(value);
+    bool const lost = omitsCollection(value);
     return {
-        .promise = lost ? "Ends the process: what holds a collection is not read from text."
-                        : "Reads the string form and moves `it` behind it, or raises "
-                          "ParseError or RangeError.",
+        .comment = lost ? "Aborts: a value with a collection cannot be read from text."
+                        : "Reads the string form and advances `it` past it; throws ParseError or "
+                          "RangeError.",
         .name = value.name,
         .parameters = {std::string("Vex::String::IteratorConst &") + (lost ? "" : " it"),
                        std::string("Vex::String::IteratorConst const &") + (lost ? "" : " end")}};
 }
 
 std::string stringFormDeclarations(Type const & value) {
-    std::string const visible = "[[gnu::visibility(\"default\")]] ";
-    std::string const what = "The string form of the value";
-    std::string const promise =
-        what + (losesCollection(value) ? ", with None for a collection." : ".");
-    return "\n" + docComment(0, {promise}) +
-           signature(0, visible + "Vex::String", "valueToStrep", {output(value)}, ");") + "\n" +
-           docComment(0, {"Writes the string form."}) +
-           signature(0, visible + "std::ostream &", "operator<<",
-                     {"std::ostream & out", output(value)}, ");");
+    std::string const exported = "[[gnu::visibility(\"default\")]] ";
+    std::string const comment = std::string("The string form of the value") +
+                                (omitsCollection(value) ? ", with None for a collection." : ".");
+    return "\n" + docComment(0, {comment}) +
+           signature(0, exported + "Vex::String", "valueToStrep", {valueParameter(value)}, ");") +
+           "\n" + docComment(0, {"Writes the string form."}) +
+           signature(0, exported + "std::ostream &", "operator<<",
+                     {"std::ostream & out", valueParameter(value)}, ");");
 }
 
 std::string stringFormDefinitions(Model const & model, Type const & value) {
     Operation const constructor = stringConstructor(value);
-    std::string const shown = holdsForms(partsOf(value)) ? output(value) : value.name + " const &";
+    std::string const parameter =
+        dependsOnValue(partsOf(value)) ? valueParameter(value) : value.name + " const &";
     return function(signature(0, "", value.name + "::" + constructor.name, constructor.parameters,
                               ") {"),
                     reading(model, value)) +
-           function(signature(0, "Vex::String", "valueToStrep", {shown}, ") {"),
+           function(signature(0, "Vex::String", "valueToStrep", {parameter}, ") {"),
                     writing(model, value)) +
            function(signature(0, "std::ostream &", "operator<<",
-                              {"std::ostream & out", output(value)}, ") {"),
+                              {"std::ostream & out", valueParameter(value)}, ") {"),
                     {"return out << valueToStrep(value);"});
 }
 

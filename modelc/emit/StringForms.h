@@ -10,19 +10,19 @@
 ///     Value('N::Berth', ** {'number': 7, 'ship': Anna})
 ///
 /// with the attributes in the order of the model, each in its own form. A collection is
-/// never written out but stands as None, so that a form is short whatever the value holds;
-/// a value with one therefore cannot be read back. Constants belong to the type and not to
-/// the value, and do not occur.
+/// always written as None, so that the form stays short whatever the value holds; a value
+/// with a collection therefore cannot be read back. Constants belong to the type, not to the
+/// value, and are left out.
 ///
-/// Of an imported type whose values are attributes, the generated code needs `stringValue()`
-/// and, where the value can be read, `fromString(std::string_view)`; or else an own
-/// `valueToStrep` and a constructor from a string range, as generated types have them.
+/// For an imported type used as an attribute, the generated code needs `stringValue()` and,
+/// if the value can be read back, `fromString(std::string_view)`; or else its own
+/// `valueToStrep` and a constructor from a string range, like those of generated types.
 namespace modelc {
 
-/// Whether the model has values, and so string forms at all.
+/// Whether the model has values, and so any string forms.
 bool hasStringForms(Model const & model);
 
-/// The platform's headers that the definitions need.
+/// The platform headers that the definitions need.
 std::set<std::string> stringFormHeaders(Model const & model);
 
 /// The constructor that reads the string form, without its body.

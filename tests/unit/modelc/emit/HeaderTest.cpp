@@ -74,46 +74,45 @@ class [[gnu::visibility("default")]] Point {
 public:
     static Vex::Type const _vexType;
 
-    /// Every attribute at its default.
+    /// Sets every attribute to its default.
     Point() = default;
 
-    /// Made from the attributes given, the others at their defaults.
+    /// Sets the given attributes, and all others to their defaults.
     explicit Point(Sea::Key const & key);
 
-    /// Ends the process: what holds a collection is not read from text.
+    /// Aborts: a value with a collection cannot be read from text.
     Point(Vex::String::IteratorConst &, Vex::String::IteratorConst const &);
 
-    /// Attribute by attribute, up to the first difference.
+    /// Compares attribute by attribute, up to the first difference.
     bool operator==(Point const & other) const;
 
-    /// Whether it equals the default value.
+    /// Whether this is the default value.
     bool operator!() const;
 
-    /// Given to the constructor.
     Sea::Key const & key() const noexcept { return key_; }
 
-    /// What a node of seen holds, the collection, and a place in it.
+    /// The slot, collection and iterator types of seen.
     using VexSeen = Vex::SetSlot<Vex::String>;
     using SeenCollection = Vex::OrderedMap<VexSeen>;
     using SeenIterator = SeenCollection::Iterator;
 
     /// Where it was seen.
-    /// The collection, to be walked in the order of its keys.
+    /// The collection; iteration is in key order.
     SeenCollection const & seen() const noexcept { return seen_; }
 
-    /// What is stored under the key; false when there is no entry.
+    /// The flag stored with the key; false if there is no entry.
     bool seen(Vex::String const & key) const;
 
-    /// Whether there is an entry under the key.
+    /// Whether there is an entry with that key.
     bool seenHas(Vex::String const & key) const;
 
-    /// Inserts the key, or overwrites what is stored under it.
+    /// Inserts the key with a flag, or overwrites its flag.
     void seenIs(Vex::String key, bool member) &;
 
-    /// Removes the entry under the key; returns what was stored, false when there was no entry.
+    /// Removes the entry with that key; returns its flag, or false if there was none.
     bool seenDel(Vex::String const & key) &;
 
-    /// Removes the entry on which the iterator stands; the rest as above.
+    /// Removes the entry at the iterator; otherwise the same.
     bool seenDel(SeenIterator & position) &;
 
     /// Removes every entry.
@@ -139,45 +138,43 @@ public:
     static Vex::Type const _vexType;
     static Vex::AllocTrackTypeInfo vexAllocTrackTypeInfo_;
 
-    /// Made from the attributes given, the others at their defaults.
+    /// Sets the given attributes, and all others to their defaults.
     Track(Vex::String name, U8 first);
 
-    /// Reports the allocation to the tracker, then takes the memory.
+    /// Reports the allocation to the allocation tracker, then allocates.
     static void * operator new(std::size_t size);
 
-    /// Reports the release to the tracker, then gives the memory back.
+    /// Reports the release to the allocation tracker, then frees the memory.
     static void operator delete(void * memory, std::size_t size) noexcept;
 
-    /// The reflection record of the type.
+    /// The reflection record of the object's type.
     Vex::Type const & fwkType() const noexcept override;
 
-    /// Given to the constructor.
     Vex::String const & name() const noexcept { return name_; }
 
-    /// Given to the constructor.
     U8 first() const noexcept { return first_; }
 
-    /// What a node of point holds, the collection, and a place in it.
+    /// The slot, collection and iterator types of point.
     using VexPoint = Vex::ValueSlot<Sea::Key, Point, &Point::key>;
     using PointCollection = Vex::OrderedMap<VexPoint>;
     using PointIterator = PointCollection::Iterator;
 
-    /// The collection, to be walked in the order of its keys.
+    /// The collection; iteration is in key order.
     PointCollection const & point() const noexcept { return point_; }
 
-    /// The value under the key; the default value when there is none.
+    /// The value with that key; the default value if there is none.
     Point point(Sea::Key const & key) const;
 
-    /// Whether there is an entry under the key.
+    /// Whether there is an entry with that key.
     bool pointHas(Sea::Key const & key) const;
 
-    /// Inserts the value, or overwrites the one with its key.
+    /// Inserts the value; replaces one with the same key.
     void pointIs(Point value);
 
-    /// Removes the entry under the key; returns its value, the default value when there was none.
+    /// Removes the entry with that key; returns its value, or the default value if there was none.
     Point pointDel(Sea::Key const & key);
 
-    /// Removes the entry on which the iterator stands; the rest as above.
+    /// Removes the entry at the iterator; otherwise the same.
     Point pointDel(PointIterator & position);
 
     /// Removes every entry.
@@ -187,7 +184,7 @@ public:
     void follow(U32 speed);
 
 protected:
-    /// Lets go of everything that it owns or shares.
+    /// Releases everything it owns or shares.
     ~Track() override;
 
 private:
@@ -196,14 +193,14 @@ private:
     PointCollection point_;
 };
 
-/// A new Track, notification-active.
+/// Creates a notification-active Track.
 [[gnu::visibility("default")]] Vex::Ptr<Track> trackFactory(Vex::String name, U8 first);
 
 } // namespace N::M
 )golden");
 }
 
-TEST(Header, DefinesATypeBehindThoseThatItNeeds) {
+TEST(Header, DefinesATypeAfterThoseThatItNeeds) {
     auto const header =
         compileForHeader("namespace N\n"
                          "import value Key from \"k.h\"\n"
@@ -220,10 +217,10 @@ TEST(Header, DefinesATypeBehindThoseThatItNeeds) {
     EXPECT_LT(outer, last);
     EXPECT_LT(header.find("class [[gnu::visibility(\"default\")]] Outer;"),
               header.find("class [[gnu::visibility(\"default\")]] Inner;"))
-        << "declared in the order of the file, before anything is defined";
+        << "declared in file order, before anything is defined";
 }
 
-TEST(Header, IncludesWhatItsTypesNeedAndNoMore) {
+TEST(Header, IncludesOnlyWhatItsTypesNeed) {
     auto const value = compileForHeader("namespace N\nvalue V() { }\nregistration { V }\n").header;
     EXPECT_NE(value.find("#pragma once\n\n#include \"Vex/String.h\"\n#include \"Vex/Type.h\"\n"
                          "#include \"Vex/Types.h\"\n\n#include <cstddef>\n#include <iosfwd>\n\n"),

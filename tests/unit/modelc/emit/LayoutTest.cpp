@@ -12,32 +12,32 @@ std::string letters(char letter, std::size_t count) {
 
 } // namespace
 
-TEST(Layout, AListThatFitsStandsOnOneLine) {
+TEST(Layout, AListThatFitsTakesOneLine) {
     EXPECT_EQ(wrapped(4, "f(", {"a", "b"}, ");"), "    f(a, b);\n");
     EXPECT_EQ(wrapped(0, "f(", {}, ") {"), "f() {\n");
 }
 
-TEST(Layout, ALineHoldsExactlyAHundredColumns) {
+TEST(Layout, ALineHasAtMostAHundredColumns) {
     EXPECT_EQ(wrapped(0, "f(", {letters('a', 48), letters('b', 46)}, ");"),
               "f(" + letters('a', 48) + ", " + letters('b', 46) + ");\n");
     EXPECT_EQ(wrapped(0, "f(", {letters('a', 48), letters('b', 47)}, ");"),
               "f(" + letters('a', 48) + ",\n  " + letters('b', 47) + ");\n");
 }
 
-TEST(Layout, AnItemTooLongForItsPlaceMovesTheListToItsOwnLines) {
+TEST(Layout, AnItemTooLongToAlignMovesTheListToItsOwnLine) {
     std::string const head = letters('f', 60) + "(";
     EXPECT_EQ(wrapped(2, head, {letters('a', 50), "b"}, ");"),
               "  " + head + "\n      " + letters('a', 50) + ", b);\n");
 }
 
-TEST(Layout, AFunctionWithALongResultStartsOnTheNextLine) {
+TEST(Layout, ALongResultTypeTakesALineOfItsOwn) {
     EXPECT_EQ(signature(0, "int", "f", {"int a"}, ";"), "int f(int a;\n");
     std::string const result = letters('R', 80);
     EXPECT_EQ(signature(4, result, "function", {"int argument"}, ");"),
               "    " + result + "\n    function(int argument);\n");
 }
 
-TEST(Layout, ALongConjunctionIsBrokenBehindItsOperators) {
+TEST(Layout, ALongConjunctionIsBrokenAfterItsOperators) {
     std::string const a = letters('a', 50);
     std::string const b = letters('b', 50);
     EXPECT_EQ(statement(4, "return " + a + " && b && " + b + ";"),
@@ -50,7 +50,7 @@ TEST(Layout, ALongCallIsBrokenBetweenItsArguments) {
               "        call(x(1, 2), " + a + ",\n             " + a + ");\n");
 }
 
-TEST(Layout, ACallIsNotBrokenWithinALiteral) {
+TEST(Layout, ACallIsNotBrokenWithinAStringLiteral) {
     std::string const a = letters('a', 70);
     EXPECT_EQ(statement(4, "call(" + a + ", \", (\\\", b\", c, d);"),
               "    call(" + a + ", \", (\\\", b\", c, d);\n");
@@ -58,7 +58,7 @@ TEST(Layout, ACallIsNotBrokenWithinALiteral) {
               "    call(" + a + ",\n         " + a + ", \", (\\\", b\");\n");
 }
 
-TEST(Layout, ACommentHasNoBlankBehindAnEmptyLine) {
+TEST(Layout, AnEmptyCommentLineHasNoTrailingBlank) {
     EXPECT_EQ(docComment(4, {"One.", "", "Two."}), "    /// One.\n    ///\n    /// Two.\n");
     EXPECT_EQ(docComment(4, {}), "");
 }

@@ -54,7 +54,7 @@ Compiled compileForReflection(std::string const & text) {
 
 } // namespace
 
-TEST(Reflection, DescribesEveryTypeAndPointsItsRecordToTheDescription) {
+TEST(Reflection, DescribesEveryTypeAndRefersToItFromTheRecord) {
     Compiled const result = compileForReflection(reflectionModel);
     EXPECT_EQ(result.report, "");
     EXPECT_EQ(result.reflection,
@@ -172,7 +172,7 @@ constinit Vex::Type const Trail::_vexType{
 )golden");
 }
 
-TEST(Reflection, BreaksWhatDoesNotFitOnALine) {
+TEST(Reflection, BreaksLongLines) {
     auto const reflection =
         compileForReflection("namespace N\n"
                              "import text Some::Extraordinarily::LongSpace::Text from \"Text.h\"\n"

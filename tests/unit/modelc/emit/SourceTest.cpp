@@ -60,7 +60,7 @@ namespace N::M {
 
 namespace {
 
-/// An entity as whoever makes it hands it out: notification-active.
+/// Creates an entity and makes it notification-active.
 template <class T, class... Args>
 Vex::Ptr<T> newActive(Args &&... args) {
     auto entity = Vex::makePtr<T>(std::forward<Args>(args)...);
@@ -175,7 +175,7 @@ Vex::Ptr<Track> trackFactory(Vex::String name, U8 first) {
 
 namespace {
 
-/// What loading the library does, once and in this order.
+/// What loading the library does once, in this order.
 struct Load {
     std::ios_base::Init streams;
     Vex::String prefix{"ns-"};
@@ -208,14 +208,14 @@ TEST(Source, RegistersInTheOrderOfTheModel) {
         << source;
 }
 
-TEST(Source, ComparesTheOtherArgumentsInTheirOrder) {
+TEST(Source, ComparesTheOtherArgumentsInOrder) {
     auto const source = compileForSource("namespace N\n"
                                          "entity Crate(found, created, make) {\n"
                                          "    found : U8  created : U16  make : U32 }\n"
                                          "entity Hold() { crate : owned Crate[found] }\n"
                                          "registration { Crate Hold }\n")
                             .source;
-    // The arguments bear the names that the local variables have elsewhere.
+    // The arguments have the names that the local variables have elsewhere.
     EXPECT_NE(source.find(R"golden(
 Vex::Ptr<Crate> Hold::crateIs(U8 found, U16 created, U32 make) {
     bool createdHere = false;

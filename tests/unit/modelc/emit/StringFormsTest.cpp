@@ -53,7 +53,7 @@ void expectHolds(std::string const & text, std::string const & part) {
 
 } // namespace
 
-TEST(StringForms, AreDeclaredBehindTheClass) {
+TEST(StringForms, AreDeclaredAfterTheClass) {
     expectHolds(compiled().header, R"golden(
 /// The string form of the value.
 [[gnu::visibility("default")]] Vex::String valueToStrep(Berth const & value);
@@ -71,11 +71,11 @@ TEST(StringForms, TheConstructorIsDeclaredWithTheOthers) {
     expectHolds(compiled().header, R"golden(
     explicit Berth(U16 number);
 
-    /// Reads the string form and moves `it` behind it, or raises ParseError or RangeError.
+    /// Reads the string form and advances `it` past it; throws ParseError or RangeError.
     Berth(Vex::String::IteratorConst & it, Vex::String::IteratorConst const & end);
 )golden");
     expectHolds(compiled().header, R"golden(
-    /// Ends the process: what holds a collection is not read from text.
+    /// Aborts: a value with a collection cannot be read from text.
     Voyage(Vex::String::IteratorConst &, Vex::String::IteratorConst const &);
 )golden");
 }
@@ -126,7 +126,7 @@ Berth::Berth(Vex::String::IteratorConst & it, Vex::String::IteratorConst const &
 )golden");
 }
 
-TEST(StringForms, ACollectionIsLeftOutAndKeepsTheValueFromBeingRead) {
+TEST(StringForms, ACollectionIsLeftOutAndMakesTheValueUnreadable) {
     expectHolds(compiled().source, R"golden(
 Voyage::Voyage(Vex::String::IteratorConst &, Vex::String::IteratorConst const &) {
     Vex::assertThat(false, "!\"No String constructor for Voyage - has collection\"");
@@ -149,7 +149,7 @@ Outer::Outer(Vex::String::IteratorConst &, Vex::String::IteratorConst const &) {
 )golden");
 }
 
-TEST(StringForms, OfAValueWithoutAttributesNeedNoOtherForm) {
+TEST(StringForms, OfAValueWithoutAttributesIgnoreTheValue) {
     expectHolds(compiled().source, R"golden(
 Nothing::Nothing(Vex::String::IteratorConst & it, Vex::String::IteratorConst const & end) {
     Vex::needString(it, end, "Value('N::M::Nothing', ** {");
@@ -164,7 +164,7 @@ Vex::String valueToStrep(Nothing const &) {
 )golden");
 }
 
-TEST(StringForms, EntitiesHaveNone) {
+TEST(StringForms, AreNotGeneratedForEntities) {
     EXPECT_EQ(compiled().source.find("valueToStrep(Ship"), std::string::npos);
     EXPECT_EQ(compiled().header.find("valueToStrep(Ship"), std::string::npos);
     auto const entity = compile("namespace N\nentity E() { }\nregistration { E }\n",
@@ -173,7 +173,7 @@ TEST(StringForms, EntitiesHaveNone) {
     EXPECT_EQ(entity.source.find("Vex/Assert.h"), std::string::npos);
 }
 
-TEST(StringForms, TheAssertionIsIncludedWhereOneStands) {
+TEST(StringForms, TheAssertionHeaderIsIncludedOnlyIfUsed) {
     auto const value = compile("namespace N\nvalue V() { }\nregistration { V }\n",
                                {"Small.model", "Folder/Small.model", "Folder/Small.h"});
     expectHolds(value.source, "#include \"Folder/Small.h\"\n\n#include \"Vex/Strep.h\"\n");

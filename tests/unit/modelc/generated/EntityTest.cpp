@@ -6,18 +6,18 @@
 
 namespace Test::Fleet {
 
-// Methods are declared by the model and written by hand.
+// Methods are declared by the model and implemented by hand.
 void Vessel::sail(U32 knots, Vex::Name to, Vex::Ptr<Sea::Chart const> const & by) {
     draftIs(Sea::Depth(knots + by->sheet() + static_cast<U32>(to.stringValue().size())));
 }
 
 namespace {
 
-U64 live() {
+U64 liveObjects() {
     return Vex::allocTrackLiveCount("Test::Fleet::");
 }
 
-/// Writes down what the tracker is told.
+/// Records what the allocation tracker is told.
 class Watcher : public Vex::AllocTrackWatcher {
 public:
     Watcher() { Vex::allocTrackWatcherIs(this); }
@@ -28,17 +28,17 @@ public:
     ~Watcher() { Vex::allocTrackWatcherIs(nullptr); }
 
     void allocated(Vex::AllocTrackTypeInfo const & type, std::size_t size) noexcept override {
-        told_ += std::string("+") + type.name() + ":" + std::to_string(size) + " ";
+        events_ += std::string("+") + type.name() + ":" + std::to_string(size) + " ";
     }
 
     void released(Vex::AllocTrackTypeInfo const & type, std::size_t size) noexcept override {
-        told_ += std::string("-") + type.name() + ":" + std::to_string(size) + " ";
+        events_ += std::string("-") + type.name() + ":" + std::to_string(size) + " ";
     }
 
-    std::string const & told() const { return told_; }
+    std::string const & events() const { return events_; }
 
 private:
-    std::string told_;
+    std::string events_;
 };
 
 } // namespace
@@ -52,7 +52,7 @@ TEST(GeneratedEntity, IsSharedAndNeverCopied) {
     static_assert(std::is_base_of_v<Vessel, Ferry>);
 }
 
-TEST(GeneratedFactory, HandsOutAnActiveObjectWithOneHolder) {
+TEST(GeneratedFactory, ReturnsAnActiveObjectWithOneReference) {
     auto const harbour = harbourFactory();
     EXPECT_TRUE(harbour->hasNotificationActive());
     EXPECT_EQ(harbour->references(), 1U);
@@ -62,14 +62,14 @@ TEST(GeneratedFactory, HandsOutAnActiveObjectWithOneHolder) {
         << "the constructor alone leaves it off";
 }
 
-TEST(GeneratedCreator, HandsOutAnActiveObjectToo) {
+TEST(GeneratedCreator, ReturnsAnActiveObject) {
     auto const hold = Hold::HoldIs("bow");
     EXPECT_TRUE(hold->hasNotificationActive());
     EXPECT_EQ(hold->name(), "bow");
     EXPECT_TRUE(Log::LogIs()->hasNotificationActive());
 }
 
-TEST(GeneratedEntity, HandsArgumentsOnToItsBase) {
+TEST(GeneratedEntity, PassesArgumentsToItsBase) {
     auto const chart = Vex::makePtr<Sea::Chart>(4U);
     auto const ferry = ferryFactory("Silja", chart, "Turku", 400);
     EXPECT_EQ(ferry->name(), "Silja");
@@ -95,18 +95,18 @@ TEST(GeneratedEntity, IsReportedToTheTrackerByItsRunTimeType) {
     std::string const ferrySize = std::to_string(sizeof(Ferry)) + " ";
     Watcher const watcher;
     Vex::Ptr<Vessel> vessel = ferryFactory("Silja", nullptr, "Turku", 1);
-    EXPECT_EQ(watcher.told(), "+Test::Fleet::Ferry:" + ferrySize);
+    EXPECT_EQ(watcher.events(), "+Test::Fleet::Ferry:" + ferrySize);
     EXPECT_EQ(Ferry::vexAllocTrackTypeInfo_.liveCount(), 1U);
     EXPECT_EQ(Ferry::vexAllocTrackTypeInfo_.liveBytes(), sizeof(Ferry));
     EXPECT_EQ(Vessel::vexAllocTrackTypeInfo_.liveCount(), 0U);
     EXPECT_EQ(Ferry::vexAllocTrackTypeInfo_.type(), typeid(Ferry));
     vessel = nullptr;
-    EXPECT_EQ(watcher.told(),
+    EXPECT_EQ(watcher.events(),
               "+Test::Fleet::Ferry:" + ferrySize + "-Test::Fleet::Ferry:" + ferrySize);
 }
 
-TEST(GeneratedEntity, FreesTheWholeTreeWithItself) {
-    U64 const before = live();
+TEST(GeneratedEntity, FreesTheWholeTreeBelowIt) {
+    U64 const before = liveObjects();
     auto const chart = Vex::makePtr<Sea::Chart>(4U);
     auto harbour = harbourFactory();
     harbour->logIs();
@@ -114,10 +114,10 @@ TEST(GeneratedEntity, FreesTheWholeTreeWithItself) {
     harbour->crateIs("c2", 1, Sea::Depth(1), "Anna");
     harbour->chartIs("north", chart);
     harbour->captainIs(Vex::makePtr<Captain>("Anna", chart));
-    EXPECT_EQ(live(), before + 6);
+    EXPECT_EQ(liveObjects(), before + 6);
     EXPECT_EQ(chart->references(), 3U);
     harbour = nullptr;
-    EXPECT_EQ(live(), before);
+    EXPECT_EQ(liveObjects(), before);
     EXPECT_EQ(chart->references(), 1U);
 }
 

@@ -3,10 +3,10 @@
 #include "Vex/AllocTrack.h"
 #include "models/Fleet.h"
 
-/// What the tests of the generated types share.
+/// Helpers shared by the tests of the generated types.
 namespace Test::Fleet {
 
-/// The keys of a collection in the order in which it is walked, with a blank behind each.
+/// The keys of a collection in iteration order, each followed by a blank.
 template <class Collection, class Text>
 std::string keysOf(Collection const & collection, Text text) {
     std::string keys;

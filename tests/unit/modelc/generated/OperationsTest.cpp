@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-/// The model is operated here as a generic tool does it: through the type table, by the
-/// names of types and attributes.
+/// Operates the model as a generic tool does: through the type table, by the names of types
+/// and attributes.
 namespace Test::Fleet {
 
 namespace {
@@ -15,7 +15,7 @@ using Vex::AnyValues;
 using Vex::Name;
 using Vex::String;
 
-/// An object of a type that is known by name alone.
+/// An object of a type that is known only by name.
 class Thing {
 public:
     Thing(std::string const & type, AnyValues const & arguments)
@@ -46,7 +46,7 @@ public:
 
     std::size_t count(char const * name) const { return operations().count(box, number(name)); }
 
-    /// The texts of the keys in the order of the collection.
+    /// The texts of the keys in iteration order.
     std::string keys(char const * name) const {
         std::string texts;
         for (auto at = operations().iterate(box, number(name)); at; ++at) {
@@ -128,13 +128,13 @@ TEST(GeneratedOperations, ReachTheAttributesOfTheBase) {
     EXPECT_EQ(ferry.get("draft"), AnyValue(Sea::Depth(4)));
     ferry.insert("hold", {Name("aft")});
     EXPECT_EQ(ferry.keys("hold"), "aft ");
-    // And the base's own operations take the derived object.
+    // The base's own operations accept the derived object.
     auto const & vessel = *Vex::typeNode("Test::Fleet::Vessel")->operations;
     EXPECT_EQ(vessel.count(ferry.box, 133), 1U);
     EXPECT_THROW(vessel.get(ferry.box, 258), Vex::OperandError);
 }
 
-TEST(GeneratedOperations, FindOrMakeAnOwnedEntityAndDropIt) {
+TEST(GeneratedOperations, FindOrCreateAnOwnedEntityAndRemoveIt) {
     Thing harbour("Harbour", {});
     EXPECT_TRUE(harbour.get("log").isNull());
     Thing log(harbour.insert("log", {}));
@@ -161,14 +161,14 @@ TEST(GeneratedOperations, OverwriteValuesUnderTheirKey) {
     EXPECT_EQ(harbour.count("berth"), 0U);
 }
 
-TEST(GeneratedOperations, TakeValuesOfOtherMakers) {
+TEST(GeneratedOperations, AcceptImportedValues) {
     Thing harbour("Harbour", {});
     harbour.insert("buoy", {Sea::Buoy("north", 3)});
     EXPECT_EQ(harbour.lookup("buoy", Name("north")), AnyValue(Sea::Buoy("north", 3)));
     EXPECT_EQ(harbour.remove("buoy", {Name("north")}), AnyValue(Sea::Buoy("north", 3)));
 }
 
-TEST(GeneratedOperations, KeepSetsOfBothKinds) {
+TEST(GeneratedOperations, ChangeSetsOfBothKinds) {
     Thing harbour("Harbour", {});
     for (char const * flag : {"red", "blue", "green"}) {
         harbour.insert("flag", {String(flag), true});
@@ -187,7 +187,7 @@ TEST(GeneratedOperations, KeepSetsOfBothKinds) {
     EXPECT_EQ(harbour.keys("wreck"), "");
 }
 
-TEST(GeneratedOperations, FindOrMakeElementsAndRefuseOtherArguments) {
+TEST(GeneratedOperations, FindOrCreateElementsAndRejectOtherArguments) {
     Thing harbour("Harbour", {});
     AnyValues const arguments{String("a"), U8{1}, Sea::Depth(2), Name("Bert")};
     Thing crate(harbour.insert("crate", arguments));
@@ -219,7 +219,7 @@ TEST(GeneratedOperations, ShareEntitiesUnderAKeyAndRemoveForNull) {
     EXPECT_EQ(harbour.count("chart"), 0U);
 }
 
-TEST(GeneratedOperations, ShareEntitiesUnderAKeyOfTheirOwn) {
+TEST(GeneratedOperations, ShareEntitiesUnderTheirOwnKey) {
     Thing harbour("Harbour", {});
     Thing const bert("Captain", {Name("Bert"), nullptr});
     Thing const anna("Captain", {Name("Anna"), nullptr});
@@ -232,7 +232,7 @@ TEST(GeneratedOperations, ShareEntitiesUnderAKeyOfTheirOwn) {
               "Vex::Ptr<Test::Fleet::Captain const>, found Vex::Ptr<Sea::Chart>");
 }
 
-TEST(GeneratedOperations, ChangeAValueOfAValue) {
+TEST(GeneratedOperations, ChangeTheCollectionsOfAValue) {
     Thing voyage("Voyage", {Name("spring")});
     voyage.insert("stops", {String("Turku"), true});
     voyage.insert("berths", {Berth(4, "", 0)});
@@ -247,7 +247,7 @@ TEST(GeneratedOperations, ChangeAValueOfAValue) {
     EXPECT_EQ(kept.get("depth"), AnyValue(Sea::Depth(6)));
 }
 
-TEST(GeneratedOperations, FreeWhatTheyMade) {
+TEST(GeneratedOperations, FreeWhatTheyCreate) {
     auto const before = Vex::allocTrackLiveCount("Test::Fleet::");
     {
         Thing harbour("Harbour", {});

@@ -19,7 +19,7 @@ std::string errorOf(auto action) {
 
 } // namespace
 
-TEST(GeneratedOwnedEntity, IsCreatedOnDemandAndDropped) {
+TEST(GeneratedOwnedEntity, IsCreatedOnDemandAndRemoved) {
     auto const harbour = harbourFactory();
     EXPECT_EQ(harbour->log(), nullptr);
     auto const log = harbour->logIs();
@@ -27,7 +27,7 @@ TEST(GeneratedOwnedEntity, IsCreatedOnDemandAndDropped) {
     EXPECT_TRUE(log->hasNotificationActive());
     log->lineIs(1, true);
     EXPECT_EQ(harbour->logIs(), log);
-    EXPECT_TRUE(harbour->log()->line(1)) << "what is found keeps its content";
+    EXPECT_TRUE(harbour->log()->line(1)) << "an existing entity keeps its content";
     EXPECT_EQ(std::as_const(*harbour).log(), log);
     static_assert(std::is_same_v<decltype(std::as_const(*harbour).log()), Vex::Ptr<Log const>>);
     static_assert(std::is_same_v<decltype(harbour->log()), Vex::Ptr<Log>>);
@@ -74,7 +74,7 @@ TEST(GeneratedOwnedCollection, ReturnsTheStoredElementForTheSameArguments) {
     EXPECT_TRUE(crate->hasNotificationActive());
 }
 
-TEST(GeneratedOwnedCollection, RefusesOtherArgumentsAndNamesTheFirstThatDiffers) {
+TEST(GeneratedOwnedCollection, RejectsOtherArgumentsAndNamesTheFirstDifference) {
     auto const hold = Hold::HoldIs("bow");
     auto const crate = hold->crateIs("c1", 5, Sea::Depth(2), "Anna");
     auto const version = hold->crate().version();
@@ -103,7 +103,7 @@ TEST(GeneratedOwnedCollection, RemovalReturnsTheElementOrNull) {
     EXPECT_NE(harbour->holdIs("bow"), bow);
 }
 
-TEST(GeneratedOwnedCollection, RemovalByIteratorKeepsTheElementForTheIterator) {
+TEST(GeneratedOwnedCollection, RemovalByIteratorKeepsTheElementAlive) {
     auto const harbour = harbourFactory();
     harbour->holdIs("aft");
     harbour->holdIs("bow");
@@ -124,7 +124,7 @@ TEST(GeneratedOwnedCollection, RemovalByIteratorKeepsTheElementForTheIterator) {
     EXPECT_EQ(keysOf(harbour->hold()), "bow ");
 }
 
-TEST(GeneratedOwnedCollection, MayBeEmptiedWhileItIsWalked) {
+TEST(GeneratedOwnedCollection, CanBeClearedDuringIteration) {
     auto const harbour = harbourFactory();
     for (auto const * name : {"a", "b", "c"}) {
         harbour->holdIs(name);

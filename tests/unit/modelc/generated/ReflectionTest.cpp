@@ -42,7 +42,7 @@ TEST(GeneratedReflection, NumbersTheAttributesOfAnEntityFrom130) {
               "142 watch, owned entity: Empty\n");
 }
 
-TEST(GeneratedReflection, NumbersMethodsBehindTheAttributes) {
+TEST(GeneratedReflection, NumbersMethodsAfterTheOtherAttributes) {
     EXPECT_EQ(described(Vessel::_vexType),
               "130 name, constructor argument: Vex::Name\n"
               "131 chart, entity pointer: Sea::Chart\n"
@@ -53,7 +53,7 @@ TEST(GeneratedReflection, NumbersMethodsBehindTheAttributes) {
               "135 draft, plain: Sea::Depth\n");
 }
 
-TEST(GeneratedReflection, NumbersWhatADerivedEntityAddsFrom258) {
+TEST(GeneratedReflection, NumbersTheAttributesOfADerivedEntityFrom258) {
     EXPECT_EQ(described(Ferry::_vexType), "258 route, constructor argument: Vex::String\n"
                                           "259 cars, constructor argument: U32\n"
                                           "260 voyage, plain: Voyage\n");
@@ -72,7 +72,7 @@ TEST(GeneratedReflection, NumbersTheAttributesOfAValueFrom2) {
     EXPECT_EQ(Berth::_vexType.base, nullptr);
 }
 
-TEST(GeneratedReflection, CarriesNamesArgumentsAndTheModelsOwnWords) {
+TEST(GeneratedReflection, HoldsNamesArgumentsAndTheModelsComments) {
     EXPECT_EQ(Voyage::_vexType.name, "Test::Fleet::Voyage");
     EXPECT_EQ(Voyage::_vexType.doc, "A voyage\nin two lines.");
     EXPECT_EQ(Berth::_vexType.attribute("ship")->doc, "Empty means free.");
@@ -86,13 +86,13 @@ TEST(GeneratedReflection, CarriesNamesArgumentsAndTheModelsOwnWords) {
     EXPECT_TRUE(Empty::_vexType.attributes.empty());
 }
 
-TEST(GeneratedReflection, IsFoundThroughTheObject) {
+TEST(GeneratedReflection, IsReachedThroughTheObject) {
     Vex::Ptr<Vessel const> const vessel = ferryFactory("Silja", nullptr, "", 0);
     EXPECT_EQ(&vessel->fwkType(), &Ferry::_vexType);
     EXPECT_EQ(vessel->fwkType().kind, Vex::Type::Kind::entity);
 }
 
-TEST(GeneratedRegistration, EntersTheTypesInTheOrderOfTheModel) {
+TEST(GeneratedRegistration, RegistersTheTypesInTheOrderOfTheModel) {
     std::string names;
     for (auto const * type : Vex::typeTable()) {
         if (type->name.starts_with("Test::Fleet::")) {

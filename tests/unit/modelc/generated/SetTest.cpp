@@ -18,7 +18,7 @@ concept HasFlagIteratorDel = requires(T & harbour, typename T::FlagIterator & at
 
 } // namespace
 
-TEST(GeneratedSet, StoresTheBoolBesideTheKey) {
+TEST(GeneratedSet, StoresAFlagWithEachKey) {
     auto const harbour = harbourFactory();
     harbour->flagIs("red", true);
     harbour->flagIs("blue", false);
@@ -32,7 +32,7 @@ TEST(GeneratedSet, StoresTheBoolBesideTheKey) {
     EXPECT_EQ(keysOf(harbour->flag()), "blue red ");
 }
 
-TEST(GeneratedSet, RemovalReturnsWhatWasStored) {
+TEST(GeneratedSet, RemovalReturnsTheStoredFlag) {
     auto const harbour = harbourFactory();
     harbour->flagIs("red", true);
     harbour->flagIs("blue", false);
@@ -53,7 +53,7 @@ TEST(GeneratedSet, RemovalReturnsWhatWasStored) {
     EXPECT_TRUE(harbour->flag().empty());
 }
 
-TEST(GeneratedSet, HoldsNumbersInTheirOrder) {
+TEST(GeneratedSet, HoldsNumbersInNumericOrder) {
     auto const log = logFactory();
     for (U32 number : {256U, 9U, 10U}) {
         log->lineIs(number, true);
@@ -82,7 +82,7 @@ TEST(GeneratedHashedSet, IsLookedUpFilledAndEmptied) {
     EXPECT_TRUE(harbour->wreck().empty());
 }
 
-TEST(GeneratedHashedSet, IsNotEmptiedThroughAnIterator) {
+TEST(GeneratedHashedSet, HasNoRemovalByIterator) {
     static_assert(!HasWreckIteratorDel<Harbour>);
     static_assert(HasFlagIteratorDel<Harbour>);
 }

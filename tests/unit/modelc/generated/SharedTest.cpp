@@ -28,7 +28,7 @@ TEST(GeneratedEntityPointer, IsSetReplacedAndDropped) {
     EXPECT_EQ(anna->references(), 1U);
 }
 
-TEST(GeneratedEntityPointer, GivenToTheConstructorMayBeSettable) {
+TEST(GeneratedEntityPointer, CanBeSettableAsAConstructorArgument) {
     auto const sheet = chart(1);
     auto const anna = Vex::makePtr<Captain>("Anna", sheet);
     EXPECT_EQ(anna->chart(), sheet);
@@ -36,7 +36,7 @@ TEST(GeneratedEntityPointer, GivenToTheConstructorMayBeSettable) {
     EXPECT_EQ(anna->chart(), nullptr);
 }
 
-TEST(GeneratedSharedCollection, StoresPointersUnderKeysOfItsOwn) {
+TEST(GeneratedSharedCollection, StoresPointersUnderSeparateKeys) {
     auto const harbour = harbourFactory();
     auto const one = chart(1);
     EXPECT_EQ(harbour->chartIs("north", one), one);
@@ -49,7 +49,7 @@ TEST(GeneratedSharedCollection, StoresPointersUnderKeysOfItsOwn) {
     EXPECT_EQ(harbour->chart().begin()->sheet(), 1U);
 }
 
-TEST(GeneratedSharedCollection, ReplacesOnePointerByAnother) {
+TEST(GeneratedSharedCollection, ReplacesOnePointerWithAnother) {
     auto const harbour = harbourFactory();
     auto const one = chart(1);
     auto const two = chart(2);
@@ -90,7 +90,7 @@ TEST(GeneratedSharedCollection, RemovalReturnsThePointerOrNull) {
     EXPECT_TRUE(harbour->chart().empty());
 }
 
-TEST(GeneratedSharedCollection, ReadsTheKeyFromThePointee) {
+TEST(GeneratedSharedCollection, TakesTheKeyFromTheEntity) {
     auto const harbour = harbourFactory();
     auto const bert = captain("Bert");
     auto const anna = captain("Anna");

@@ -12,9 +12,9 @@ using Vex::strepToValue;
 
 namespace {
 
-/// The message of the Error that reading the text raises.
+/// The message of the Error that reading the text throws.
 template <class T, class Error>
-std::string refused(Vex::String const & text) {
+std::string errorOf(Vex::String const & text) {
     try {
         strepToValue<T>(text);
     } catch (Error const & error) {
@@ -27,7 +27,7 @@ std::string refused(Vex::String const & text) {
 
 namespace Test::Fleet {
 
-TEST(GeneratedStringForm, HoldsTheAttributesInTheirOrder) {
+TEST(GeneratedStringForm, ListsTheAttributesInOrder) {
     EXPECT_EQ(valueToStrep(Berth(7, "Anna", 30)),
               "Value('Test::Fleet::Berth', ** {'number': 7, 'ship': Anna, 'fee': 30, "
               "'lit': True, 'surveyor': none})");
@@ -90,8 +90,8 @@ Sheet someSheet() {
     return sheet;
 }
 
-/// Whether the text holds what ends a text in a string form.
-bool holdsMark(std::string_view text) {
+/// Whether the text contains a sequence that ends a text in a string form.
+bool hasTerminator(std::string_view text) {
     return text.find(", '") != text.npos || text.find("})") != text.npos;
 }
 
@@ -102,7 +102,7 @@ constexpr char const * sheetForm =
 
 } // namespace
 
-TEST(GeneratedStringForm, HoldsTheFormsOfNestedValues) {
+TEST(GeneratedStringForm, ContainsTheFormsOfNestedValues) {
     EXPECT_EQ(valueToStrep(someSheet()), sheetForm);
     Folder folder;
     folder.sheetIs(someSheet());
@@ -121,32 +121,32 @@ TEST(GeneratedStringForm, IsReadBackWithNestedValues) {
 TEST(GeneratedStringForm, ARangeErrorNamesThePathToTheAttribute) {
     Vex::String text(sheetForm);
     text.replace(text.find("40m"), 3, "1001m");
-    EXPECT_EQ((refused<Sheet, Vex::RangeError>(text)),
+    EXPECT_EQ((errorOf<Sheet, Vex::RangeError>(text)),
               "deepest: depth: '1001': expected 0m to 1000m");
     text = sheetForm;
     text.replace(text.find("'small': 1"), 10, "'small': 256");
-    EXPECT_EQ((refused<Sheet, Vex::RangeError>(text)),
+    EXPECT_EQ((errorOf<Sheet, Vex::RangeError>(text)),
               "small: '256': expected a number from 0 to 255");
 }
 
-TEST(GeneratedStringForm, OtherErrorsPassUnchanged) {
+TEST(GeneratedStringForm, OtherErrorsAreUnchanged) {
     Vex::String text(sheetForm);
     text.replace(text.find("40m"), 3, "deep");
-    EXPECT_EQ((refused<Sheet, Vex::ParseError>(text)), "'deep': expected 0m to 1000m");
+    EXPECT_EQ((errorOf<Sheet, Vex::ParseError>(text)), "'deep': expected 0m to 1000m");
 }
 
-TEST(GeneratedStringForm, ATextThatLooksLikeAttributesIsRefusedAndNotMisread) {
+TEST(GeneratedStringForm, ATextThatLooksLikeAttributesIsRejected) {
     for (char const * remark :
          {"x, 'plain': y", "})", "a})b", "x, '",
           "x, 'plain': , 'deepest': "
           "Value('Test::Survey::Sounding', ** {'depth': 1m, 'count': 1})})"}) {
         Sheet sheet = someSheet();
         sheet.remarkIs(remark);
-        EXPECT_NE((refused<Sheet, Vex::ParseError>(valueToStrep(sheet))), "it was read") << remark;
+        EXPECT_NE((errorOf<Sheet, Vex::ParseError>(valueToStrep(sheet))), "it was read") << remark;
     }
 }
 
-TEST(GeneratedStringForm, ValuesWithAnyTextsAreReadBackOrRefused) {
+TEST(GeneratedStringForm, ValuesWithAnyTextAreReadBackOrRejected) {
     std::array<char const *, 9> const pieces{"a", " ",   ",",  "'",           "}",
                                              ")", ", '", "})", "', 'plain': "};
     std::mt19937 random(18);
@@ -165,25 +165,25 @@ TEST(GeneratedStringForm, ValuesWithAnyTextsAreReadBackOrRefused) {
         Folder folder;
         folder.sheetIs(sheet);
         Vex::String const form = valueToStrep(folder);
-        if (holdsMark(sheet.remark()) || holdsMark(sheet.plain())) {
+        if (hasTerminator(sheet.remark()) || hasTerminator(sheet.plain())) {
             EXPECT_THROW(strepToValue<Folder>(form), Vex::ParseError) << form;
         } else {
             EXPECT_EQ(strepToValue<Folder>(form), folder);
             ++read;
         }
     }
-    EXPECT_GT(read, 5000) << "of texts without a mark";
-    EXPECT_LT(read, 15000) << "the others hold one";
+    EXPECT_GT(read, 5000) << "texts without a terminator";
+    EXPECT_LT(read, 15000) << "the others have one";
 }
 
 TEST(GeneratedStringForm, AValueWithoutAttributesHasAnEmptyList) {
     EXPECT_EQ(valueToStrep(Nothing()), "Value('Test::Survey::Nothing', ** {})");
     EXPECT_EQ(strepToValue<Nothing>("Value('Test::Survey::Nothing', ** {})"), Nothing());
-    EXPECT_EQ((refused<Nothing, Vex::ParseError>("Value('Test::Survey::Nothing', ** { })")),
+    EXPECT_EQ((errorOf<Nothing, Vex::ParseError>("Value('Test::Survey::Nothing', ** { })")),
               "' })': expected \"})\"");
 }
 
-TEST(GeneratedStringFormDeathTest, AValueWithinWhichIsACollectionIsNotRead) {
+TEST(GeneratedStringFormDeathTest, AValueContainingACollectionIsNotRead) {
     Room const room((Shelf(Vex::Name("upper"))));
     Vex::String const text = valueToStrep(room);
     EXPECT_EQ(text, "Value('Test::Survey::Room', ** {'shelf': Value('Test::Survey::Shelf', ** "

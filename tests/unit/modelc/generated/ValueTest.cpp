@@ -80,7 +80,7 @@ TEST(GeneratedValue, CopiesAreIndependentOfEachOther) {
     EXPECT_EQ(moved.depth().metres(), 3U);
 }
 
-TEST(GeneratedValue, WithACollectionTellsWhetherItIsTheDefault) {
+TEST(GeneratedValue, WithACollectionKnowsWhetherItIsTheDefault) {
     EXPECT_TRUE(!Voyage());
     EXPECT_FALSE(!Voyage(Vex::Name("a")));
     Voyage voyage;
@@ -92,13 +92,13 @@ TEST(GeneratedValue, WithACollectionTellsWhetherItIsTheDefault) {
     static_assert(!HasNot<Berth>, "a value without a collection has no operator!");
 }
 
-TEST(GeneratedValue, IsChangedOnlyWhereItCanBeSeen) {
+TEST(GeneratedValue, CannotBeChangedAsATemporary) {
     static_assert(!SetsOnRvalue<Voyage>);
     static_assert(std::is_copy_constructible_v<Voyage> && std::is_copy_assignable_v<Voyage>);
     static_assert(std::is_nothrow_move_constructible_v<Voyage>);
 }
 
-TEST(GeneratedValueCollection, IsUpsertedByTheKeyOfTheValue) {
+TEST(GeneratedValueCollection, InsertsOrReplacesByTheKeyOfTheValue) {
     auto const harbour = harbourFactory();
     harbour->berthIs(Berth(4, "Anna", 10));
     harbour->berthIs(Berth(3, "Bert", 10));
@@ -124,7 +124,7 @@ TEST(GeneratedValueCollection, RemovalReturnsTheValueOrTheDefault) {
     EXPECT_TRUE(harbour->berth().empty());
 }
 
-TEST(GeneratedValueCollection, RemovalByIteratorLeavesThePlace) {
+TEST(GeneratedValueCollection, RemovalByIteratorKeepsTheIteratorsPlace) {
     auto const harbour = harbourFactory();
     for (U16 const number : std::initializer_list<U16>{1, 2, 3}) {
         harbour->berthIs(Berth(number, "Ship", number));
@@ -142,7 +142,7 @@ TEST(GeneratedValueCollection, RemovalByIteratorLeavesThePlace) {
     EXPECT_EQ(keysOf(harbour->berth()), "1 3 ");
 }
 
-TEST(GeneratedValueCollection, AWalkFindsItsPlaceAgainAfterAChange) {
+TEST(GeneratedValueCollection, IterationFindsItsPlaceAgainAfterAChange) {
     auto const harbour = harbourFactory();
     for (U16 const number : std::initializer_list<U16>{10, 20, 30}) {
         harbour->berthIs(Berth(number, "", 0));

@@ -12,10 +12,10 @@
 #include <string_view>
 #include <utility>
 
-/// Types that the test model imports: one of each kind that a model can import.
+/// Types that the test models import, one of each kind.
 namespace Sea {
 
-/// Passed like a number.
+/// A scalar: passed by value.
 class Depth {
 public:
     Depth() = default;
@@ -24,7 +24,7 @@ public:
 
     Vex::U32 metres() const { return metres_; }
 
-    /// Reads "7m". Raises `Vex::RangeError` above 1000m, `Vex::ParseError` for anything else.
+    /// Reads "7m". Throws `Vex::RangeError` above 1000m, `Vex::ParseError` for anything else.
     static Depth fromString(std::string_view text) {
         std::string_view const number = text.substr(0, text.empty() ? 0 : text.size() - 1);
         auto const metres = Vex::readDecimal(number, 1000);
@@ -42,7 +42,7 @@ private:
     Vex::U32 metres_ = 0;
 };
 
-/// Keyed by its name.
+/// A value, keyed by its name.
 class Buoy {
 public:
     Buoy() = default;
@@ -60,7 +60,7 @@ private:
     Vex::U32 height_ = 0;
 };
 
-/// Somebody else's entity.
+/// An entity of another model.
 class Chart : public Vex::PtrInterface {
 public:
     explicit Chart(Vex::U32 sheet) : sheet_(sheet) {}
