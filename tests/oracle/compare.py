@@ -1,16 +1,17 @@
 #!/usr/bin/env python3
-"""Holds vxshow against the independent implementation, byte for byte.
+"""Compares vxshow with the independent implementation, byte for byte.
 
     compare.py --vxshow PROGRAM random [--first SEED] [--count N]
     compare.py --vxshow PROGRAM bench
 
-`random` draws small states that exercise everything, and lists each under filters that are
-always the same and under as many that are drawn from what the state holds. `bench` takes the
-big states that are measured: 1,280,000 received MACs in 128,000 tables, 1,000,000 in one,
-1,000,000 that are advertised, 1,000,000 ARP entries both ways, 1,000,000 routes of one router
-and of 1,000, and 10,000 routers that are on 100 switches each.
+`random` generates small states that exercise everything, and lists each with a fixed set of
+filters and with as many drawn from the contents of the state. `bench` uses the large states of
+the benchmarks: 1,280,000 received MACs in 128,000 tables, 1,000,000 in one, 1,000,000
+advertised, 1,000,000 ARP entries in each direction, 1,000,000 routes of one router and of
+1,000, and 10,000 routers on 100 switches each.
 
-Either can be limited to one command, such as --command "arp received".
+Both can be limited to one command, such as --command "arp received". A run that compares
+nothing fails.
 """
 
 import argparse
@@ -28,7 +29,7 @@ sys.path.insert(0, HERE)
 import reference  # noqa: E402  (the implementation compared with, run within this process)
 from listings import LISTINGS, drawable, drawn_listing  # noqa: E402
 
-# The states of `bench`, and the commands that have something to list of each.
+# The states of `bench`, and the commands that have something to list in each.
 BENCH = [
     (["switches", "--switches", "128", "--vnis", "1000", "--macs", "10"], ["mac received"]),
     (["one-vni", "--macs", "1000000"], ["mac received"]),
@@ -54,23 +55,24 @@ def expected(arguments):
 
 
 def differs(vxshow, arguments, status, output):
-    """Whether vxshow does not exit so and print this; the difference is told."""
+    """Whether vxshow exits or prints otherwise; reports the difference."""
     finished = subprocess.run(
         [vxshow, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False
     )
-    # A failure is told in one line of its own, a success in none.
-    told = finished.stderr.startswith(b"vxshow: ") and finished.stderr.endswith(b"\n")
-    told_right = (told and finished.stderr.count(b"\n") == 1) if status else not finished.stderr
-    if (finished.returncode, finished.stdout) == (status, output) and told_right:
+    # A failure prints one line on standard error, a success none.
+    is_message = finished.stderr.startswith(b"vxshow: ") and finished.stderr.endswith(b"\n")
+    one_message = is_message and finished.stderr.count(b"\n") == 1
+    stderr_expected = one_message if status else not finished.stderr
+    if (finished.returncode, finished.stdout) == (status, output) and stderr_expected:
         return False
 
     print(f"{arguments}: ", end="")
-    if finished.returncode != status or not told_right:
-        print(f"exit status {finished.returncode}, {status} expected; standard error:")
+    if finished.returncode != status or not stderr_expected:
+        print(f"exit status {finished.returncode}, expected {status}; standard error:")
         print("  vxshow:   ", finished.stderr[:500])
     if finished.stdout != output:
         at = len(os.path.commonprefix([finished.stdout, output]))
-        print(f"differ at byte {at} of {len(finished.stdout)} and {len(output)}:")
+        print(f"outputs of {len(finished.stdout)} and {len(output)} bytes differ at byte {at}:")
         print("  vxshow:   ", finished.stdout[max(0, at - 60) : at + 60])
         print("  reference:", output[max(0, at - 60) : at + 60])
     return True
@@ -86,7 +88,7 @@ def compare_random(vxshow, commands, first, count):
                 state = json.load(file)
             for command in commands:
                 values = drawable(state, command)
-                # What is drawn for a command does not depend on which others are compared.
+                # The filters drawn for a command do not depend on which others are compared.
                 rng = random.Random(f"{seed} {command}")
                 drawn = [drawn_listing(rng, command, values) for _ in LISTINGS[command]]
                 for options, filters in LISTINGS[command] + drawn:
@@ -96,11 +98,11 @@ def compare_random(vxshow, commands, first, count):
                         print(f"  seed {seed}", flush=True)
                         failed += 1
     print(f"{compared} listings of {count} states compared, {failed} differ")
-    return failed
+    return compared > 0 and failed == 0
 
 
 def compare_both_forms(vxshow, state, command):
-    """Collecting takes as long as printing does, so both forms are of one collection."""
+    """Collecting takes as long as printing, so both forms are printed from one collection."""
     text = ["--state", state, *command.split()]
     collection = reference.collected(reference.arguments(text))
     failed = 0
@@ -121,8 +123,8 @@ def compare_bench(vxshow, commands):
             for command in wanted:
                 failed += compare_both_forms(vxshow, path, command)
                 compared += 2
-    print(f"{compared} listings of big states compared, {failed} differ")
-    return failed
+    print(f"{compared} listings of large states compared, {failed} differ")
+    return compared > 0 and failed == 0
 
 
 def main():
@@ -137,10 +139,10 @@ def main():
     arguments = parser.parse_args()
     commands = [arguments.command] if arguments.command else list(LISTINGS)
     if arguments.what == "random":
-        failed = compare_random(arguments.vxshow, commands, arguments.first, arguments.count)
+        same = compare_random(arguments.vxshow, commands, arguments.first, arguments.count)
     else:
-        failed = compare_bench(arguments.vxshow, commands)
-    return 1 if failed else 0
+        same = compare_bench(arguments.vxshow, commands)
+    return 0 if same else 1
 
 
 if __name__ == "__main__":
