@@ -1,8 +1,8 @@
-"""What `vxshow arp received` and `vxshow arp advertised` list: IP-to-MAC bindings by VNI.
+"""`vxshow arp received` and `vxshow arp advertised` list IP-to-MAC bindings by VNI.
 
 The tables of one switch, and those advertised, are {VNI as printed: {ip: (mac, preference,
-changes)}}: VNIs sort as the texts they are printed as, 10 before 9. A VNI that the filters
-want is there even if nothing under it is wanted.
+changes)}}. VNIs sort as they are printed, as texts: 10 before 9. A VNI that the filters select
+is present even if none of its bindings is selected.
 """
 
 from forms import (
@@ -42,13 +42,13 @@ def copy_vni(tables, vni, state_arp, wanted):
         binding = (read_mac(entry["mac"]), entry.get("preference", 0), entry.get("changes", 0))
         if wanted.mac not in (0, binding[0]) or wanted.ip not in (None, ip):
             continue
-        # Two entries of one VNI may say the same twice, but not two things.
+        # Two entries of one VNI can repeat a binding, but not contradict it.
         if table.setdefault(ip, binding) != binding:
             raise Failure(f"two bindings of {ip_text} in VNI {vni}")
 
 
 def collect_received(state, wanted):
-    """{switch: tables}; a switch that is wanted is there even if it has nothing to show."""
+    """{switch: tables}; a selected switch is present even if it has nothing to show."""
     switches = {}
     for name, vnis in state.get("received", {}).get("switches", {}).items():
         if wanted.switch in ("", name):
@@ -61,12 +61,12 @@ def collect_received(state, wanted):
 def collect_advertised(state, wanted):
     result = {}
     for name, tables in state.get("advertised", {}).get("vnis", {}).items():
-        # Every name has to be a VNI's, also those of VNIs that are not wanted.
+        # Every name must be that of a VNI, even if the VNI is not selected.
         copy_vni(result, entry_vni(name), tables.get("arp", {}), wanted)
     return result
 
 
-# Text. Widths and cuts count bytes.
+# Text. Widths and precisions count bytes.
 
 
 def rows(tables):
@@ -94,7 +94,7 @@ def advertised_text(tables, _dotted):
     return listed(ADVERTISED_HEADER, list(rows(tables)))
 
 
-# JSON. No revision differs from another.
+# JSON. All revisions are the same.
 
 
 def addresses(table):

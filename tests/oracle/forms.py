@@ -1,8 +1,8 @@
-"""How values are written and read, on the command line, in snapshots and in listings.
+"""How values are parsed and formatted, on the command line, in snapshots and in listings.
 
-Addresses and VNIs are plain integers in here and sort as numbers; where both kinds of IP
-address may stand, one is (4 or 6, number), and one with a mask, or a prefix, is (address,
-length). Names sort by code point, which for UTF-8 is the order of their bytes.
+Addresses and VNIs are plain integers here and sort as numbers. Where both kinds of IP address
+can occur, an address is (4 or 6, number); an address with a mask, or a prefix, is (address,
+length). Names sort by code point, which for UTF-8 is byte order.
 """
 
 import functools
@@ -20,12 +20,12 @@ MAC_FORMS = re.compile(
 )
 MAC_SEPARATORS = str.maketrans("", "", ":-.")
 
-# A number as strtol and std::stoi read one: what follows it does not matter to them.
+# A number as strtol and std::stoi parse it: they ignore what follows.
 LEADING_NUMBER = re.compile(r"[ \t\n\v\f\r]*([+-]?[0-9]+)")
 
 IP_BITS = {4: 32, 6: 128}
 
-# Behind the slash of an address with mask; the address tells how much is too long.
+# After the slash of an address with mask; the kind of address sets the limit.
 MASK_LENGTH = re.compile(r"0|[1-9][0-9]{0,2}")
 
 # The 96 bits before an IPv4 address that is mapped into IPv6.
@@ -36,12 +36,12 @@ class Failure(Exception):
     """vxshow must print nothing but one line on standard error, and exit with 1."""
 
 
-# Reading
+# Parsing
 
 
 def read_mac(text):
     if not MAC_FORMS.fullmatch(text):
-        raise ValueError(f"no Ethernet address: {text}")
+        raise ValueError(f"not an Ethernet address: {text}")
     return int(text.translate(MAC_SEPARATORS), 16)
 
 
@@ -50,7 +50,7 @@ def read_ipv4(text):
     return int(ipaddress.IPv4Address(text))
 
 
-# A million routes share few nexthops; addresses of which there are a million are each read once.
+# A million routes share few nexthops; addresses that are a million are each parsed once.
 @functools.lru_cache(maxsize=4096)
 def read_ip(text):
     address = ipaddress.IPv6Address(text) if ":" in text else ipaddress.IPv4Address(text)
@@ -58,22 +58,22 @@ def read_ip(text):
 
 
 def read_masked_ip(text):
-    """(address, length); what the mask leaves of the address may be anything."""
+    """(address, length); host bits are allowed."""
     address_text, slash, length = text.partition("/")
     address = read_ip(address_text)
     if not slash or not MASK_LENGTH.fullmatch(length) or int(length) > IP_BITS[address[0]]:
-        raise ValueError(f"no address with mask: {text}")
+        raise ValueError(f"not an address with mask: {text}")
     return address, int(length)
 
 
 def read_prefix(text):
-    """(address, length); what the mask leaves of the address has to be zero."""
+    """(address, length); host bits must be zero."""
     (version, number), length = read_masked_ip(text)
     host_bits = IP_BITS[version] - length
     network = number >> host_bits << host_bits
     if network != number:
         meant = masked_ip_string(((version, network), length))
-        raise ValueError(f"no prefix: {text}, but {meant} is one")
+        raise ValueError(f"not a prefix: {text}, but {meant} is one")
     return (version, number), length
 
 
@@ -81,28 +81,28 @@ def read_vni(text):
     if re.fullmatch(r"[0-9]{1,3}(\.[0-9]{1,3}){2}", text):
         high, middle, low = map(int, text.split("."))
         if max(high, middle, low) > 255:
-            raise ValueError(f"no VNI: {text}")
+            raise ValueError(f"not a VNI: {text}")
         return high << 16 | middle << 8 | low
     if not re.fullmatch(r"[0-9]{1,8}", text) or int(text) > LAST_VNI:
-        raise ValueError(f"no VNI: {text}")
+        raise ValueError(f"not a VNI: {text}")
     return int(text)
 
 
 def entry_vni(name, without_number=None):
-    """The VNI of an entry of the advertised directory, which is called as it likes.
+    """The VNI of an entry of the advertised directory, whose name can be any text.
 
-    A name that starts with no number stands for `without_number`, or is a failure.
+    A name that does not start with a number means `without_number`; without it, it is a failure.
     """
     found = LEADING_NUMBER.match(name)
     number = int(found[1]) if found else without_number
     if number is None:
-        raise Failure(f"no number: {name!r}")
+        raise Failure(f"not a number: {name!r}")
     if not 0 <= number <= LAST_VNI:
-        raise Failure(f"no VNI: {name!r}")
+        raise Failure(f"not a VNI: {name!r}")
     return number
 
 
-# Writing
+# Formatting
 
 
 def mac_string(mac):
@@ -140,7 +140,7 @@ def vni_string(vni, dotted):
 
 
 def printed(row, *columns):
-    """The row with these texts in it; what a width or a precision counts is bytes."""
+    """The row with these texts in its columns; widths and precisions count bytes."""
     return row % tuple(column.encode() for column in columns)
 
 

@@ -1,10 +1,10 @@
-"""The options and filters under which the states of compare.py are listed."""
+"""The options and filters with which compare.py lists its states."""
 
 import ipaddress
 
 import reference
 
-# Of each command, the options of a listing, then its filters.
+# By command: the options of each listing, then its filters.
 LISTINGS = {
     "mac received": [
         ([], []),
@@ -114,14 +114,14 @@ DRAWN_OPTIONS = [[], [], ["--json"], ["--dotted"], ["--json", "--dotted"], ["--p
 
 
 def members(state, *path):
-    """The member that the path leads to; whatever is missing on it is empty."""
+    """The member at the path; empty if any part of the path is missing."""
     for name in path:
         state = state.get(name, {})
     return state
 
 
 def names_and_tables(state):
-    """Yield (VNI or entry name, tables) from wherever tables stand."""
+    """Yield (VNI or entry name, tables) from every place that has tables."""
     for vnis in members(state, "received", "switches").values():
         yield from vnis.items()
     for direction in ("received", "advertised"):
@@ -178,17 +178,17 @@ def routers_drawable(state):
 
 
 def around_and_within(prefix):
-    """The prefix, one that holds it, and the first and the last address of it."""
+    """The prefix, one that contains it, and its first and last address."""
     network = ipaddress.ip_network(prefix)
     wider = network.supernet(new_prefix=network.prefixlen // 2)
     return [prefix, str(wider), *(f"{network[end]}/{network.max_prefixlen}" for end in (0, -1))]
 
 
 def drawable(state, command):
-    """By filter, the values of it that are in the state and some that need not be."""
+    """By filter, its values in the state, and some that need not be in it."""
     routers = command.startswith("router ")
     found = routers_drawable(state) if routers else tables_drawable(state)
-    # Sets have no order that would be the same tomorrow; an empty text would be no filter.
+    # The order of a set differs from run to run; an empty text would not filter.
     return {name: sorted(values - {""}) for name, values in found.items()}
 
 

@@ -1,14 +1,14 @@
-"""The MAC tables of one VNI, on their way from a snapshot to a listing.
+"""Collects the MAC tables of a snapshot and prints them as JSON, for both MAC commands.
 
-Both MAC commands collect {vni: {"unicast": {mac: (vtep, moves)}, "multipath": {mac: {vtep}},
-"flood": {mac: {vtep}}}}. A VNI is there only if something was put under it.
+What is collected is {vni: {"unicast": {mac: (vtep, moves)}, "multipath": {mac: {vtep}},
+"flood": {mac: {vtep}}}}. A VNI is present only if it has an entry.
 """
 
 from forms import ipv4_string, mac_string, read_ipv4, read_mac, read_vni, signed32
 
 
 class Filters:
-    """None, zero and no VTEP at all are no filter."""
+    """None, zero and no VTEPs mean no filter."""
 
     def __init__(self, vni=None, mac=0, vteps=()):
         self.vni = vni
@@ -22,11 +22,11 @@ class Filters:
         return self.mac == 0 or self.mac == mac
 
     def want_vteps(self, vteps):
-        """One VTEP that matches is enough, and none at all never is."""
+        """One matching VTEP is enough; an empty list never matches."""
         return not self.vteps or any(vtep in self.vteps for vtep in vteps)
 
 
-# Reading. An absent member and an empty one are alike.
+# Parsing. An absent member and an empty one mean the same.
 
 
 def read_binding(entry):
@@ -57,7 +57,7 @@ def tables_of(vnis, vni):
 
 
 def copy_tables(vnis, vni, tables, filters):
-    """Put what the filters want of these tables under the VNI."""
+    """Add the entries of these tables that the filters select to the VNI."""
     for mac, (vtep, moves) in tables["unicast"].items():
         if filters.want_mac(mac) and filters.want_vteps([vtep]):
             tables_of(vnis, vni)["unicast"][mac] = (vtep, moves)
@@ -66,7 +66,7 @@ def copy_tables(vnis, vni, tables, filters):
         if filters.want_mac(mac) and filters.want_vteps(vteps):
             tables_of(vnis, vni)["multipath"][mac] = vteps
 
-    # A flood list is there or not; an empty one is there, and so is its VNI.
+    # An empty flood list is present all the same, and so is its VNI.
     for mac, vteps in tables["flood"].items():
         if filters.want_mac(mac) and filters.want_vteps(vteps):
             tables_of(vnis, vni)["flood"].setdefault(mac, set()).update(vteps)
@@ -77,16 +77,16 @@ def copy_evpn(vnis, evpn, filters):
         vni = read_vni(vni_text)
         for mac, host in read_by_mac(hosts, read_binding).items():
             vtep = host[0]
-            # The MAC is no part of a host, so it cannot make a dead one live.
-            dead = host == (0, 0)
+            # The MAC is not part of a host: one that is otherwise zero counts as absent.
+            absent = host == (0, 0)
             wanted = filters.want_mac(mac) and filters.want_vteps([vtep])
-            if filters.want_vni(vni) and wanted and not dead:
+            if filters.want_vni(vni) and wanted and not absent:
                 tables_of(vnis, vni)["unicast"][mac] = host
 
     for vni_text, vtep_texts in evpn.get("flood", {}).items():
         vni = read_vni(vni_text)
         for vtep in read_vteps(vtep_texts):
-            # There is no MAC here that a MAC filter could match, zero is none.
+            # There is no MAC here for a MAC filter to match; zero is not one.
             if filters.want_vni(vni) and filters.mac == 0 and filters.want_vteps([vtep]):
                 tables_of(vnis, vni)["flood"].setdefault(0, set()).add(vtep)
 
@@ -98,7 +98,7 @@ def unicast_list(table, revision):
     result = []
     for mac, (vtep, moves) in sorted(table.items()):
         entry = {"macAddr": mac_string(mac), "vtepIp": ipv4_string(vtep)}
-        # Only the first revision has it, and never with a time in it.
+        # Only the first revision has this member, and it is always zero.
         if revision == 1:
             entry["timeLearned"] = 0
         entry["moveCount"] = signed32(moves)

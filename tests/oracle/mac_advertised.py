@@ -1,9 +1,9 @@
-"""What `vxshow mac advertised` lists: MAC tables by VNI, whoever they are advertised to."""
+"""`vxshow mac advertised` lists the advertised MAC tables by VNI, whatever their destination."""
 
 import mac
 from forms import entry_vni, ipv4_string, mac_display, read_vni, signed32, vni_string
 
-# The long line of either section has the length that would suit the other one.
+# The long line of each section has the length that would fit the other one.
 UNICAST_HEADER = b"""\
             Advertised Mac Address Table
 -----------------------------------------------------------------------------
@@ -20,12 +20,12 @@ VNI         Mac Address       VTEP(s)
 ----------- ----------------- -----------------------------------------------
 """
 
-# Two more than the columns before the VTEPs take.
+# Two blanks more than the width of the columns before the VTEPs.
 CONTINUATION = b"\n" + b" " * 29
 
 
 def collect(state, wanted):
-    """{vni: tables} of what the filters leave."""
+    """{vni: tables} of what the filters select."""
     state = state.get("advertised", {})
     filters = mac.Filters(wanted.vni, wanted.mac, wanted.vtep)
     vnis = {}
@@ -36,19 +36,19 @@ def collect(state, wanted):
     elif wanted.dest == "evpn":
         mac.copy_evpn(vnis, state.get("evpn", {}).get("EVPN", {}), filters)
     else:
-        # Any other word, "all", "qvx" and a switch included, narrows nothing.
+        # Any other word, including "all", "qvx" and a switch, does not filter.
         copy_entries(vnis, state.get("vnis", {}), filters)
     return vnis
 
 
 def copy_entries(vnis, entries, filters):
-    # One VNI is looked up by its name; only all of them have to make sense of all names.
+    # One VNI is looked up by its name; only a listing of all VNIs has to parse every name.
     if filters.vni is not None:
         if str(filters.vni) in entries:
             copy_vni(vnis, filters.vni, entries[str(filters.vni)], filters)
         return
-    # Of two entries of one VNI the later one wins a MAC that both have. Which one is later
-    # is up to the directory, so a listing is settled only if no MAC is in both.
+    # If two entries of one VNI have the same MAC, the later one wins. Which one is later is up
+    # to the directory, so a listing is determined only if no MAC is in both.
     for name, tables in entries.items():
         copy_vni(vnis, entry_vni(name, without_number=0), tables, filters)
 
@@ -56,10 +56,10 @@ def copy_entries(vnis, entries, filters):
 def copy_vni(vnis, vni, state_tables, filters):
     tables = mac.read_tables(state_tables)
     if filters.mac == 0:
-        # Among all MACs a flood list stands back for a multipath entry, be that one filtered
-        # out or not. One MAC that is asked for shows both.
+        # In a listing of all MACs a multipath entry hides the flood list, even if it is filtered
+        # out itself. A listing of one MAC shows both.
         for address in set(tables["flood"]) & set(tables["multipath"]):
-            # What is zero throughout is no entry to stand back for, yet it is listed.
+            # An entry that is zero throughout hides nothing, but it is listed.
             if (address, tables["multipath"][address]) != (0, set()):
                 del tables["flood"][address]
     mac.copy_tables(vnis, vni, tables, filters)
@@ -72,7 +72,7 @@ def unicast_rows(vni, tables):
 
 
 def flood_rows(vni, tables):
-    # Two entries of one VNI, or a MAC filter, may have brought both kinds for one MAC.
+    # One MAC can have both kinds: from two entries of one VNI, or with a MAC filter.
     only_flood = [item for item in tables["flood"].items() if item[0] not in tables["multipath"]]
     for address, vteps in sorted(tables["multipath"].items()) + sorted(only_flood):
         row = b"%-11b %-15b" % (vni, mac_display(address).encode())

@@ -1,13 +1,13 @@
-"""What `vxshow mac received` lists: the MAC tables of every switch and every other source."""
+"""`vxshow mac received` lists the MAC tables of all switches and other sources."""
 
 import mac
 from forms import ipv4_string, mac_display, read_vni, signed32, vni_string
 
-# The names that stand for a source which is no switch.
+# The names of the sources that are not switches.
 LISTED_SOURCES = ("HSC", "QVX")
 
-# One byte of the 1024-byte row buffer is the terminator; what does not fit is
-# lost, the line break included.
+# One byte of the 1024-byte row buffer is the terminator. What does not fit is
+# lost, including the line break.
 ROW_LIMIT = 1023
 
 UNICAST_HEADER = b"""\
@@ -28,9 +28,9 @@ Source            VNI         Mac Address       VTEP
 
 
 class Received:
-    """What the filters leave of one snapshot: {source: {vni: tables}}, switches and others.
+    """What the filters select from a snapshot: {source: {vni: tables}}, for switches and others.
 
-    A source is there only if something was put under it.
+    A source is present only if it has an entry.
     """
 
     def __init__(self, state, source, filters):
@@ -50,7 +50,7 @@ class Received:
         elif source not in ("hsc", "qvx", "evpn") and source in self.state_switches:
             self.copy_switch(source)
 
-        # "all" is every switch and nothing else; only no filter at all is everything.
+        # "all" means every switch and nothing else; only the absence of a filter means everything.
         if source == "":
             for name in self.state_sources:
                 self.copy_switch(name)
@@ -64,7 +64,7 @@ class Received:
             self.copy_evpn("EVPN")
 
     def copy_switch(self, name):
-        # The name alone decides: a switch that is called HSC is the source HSC.
+        # The name alone decides: a switch named HSC is the source HSC.
         if name in LISTED_SOURCES:
             state_vnis, target = self.state_sources.get(name, {}), self.others
         else:
@@ -85,7 +85,7 @@ class Received:
 
 
 def present(tables):
-    """The tables without what counts as absent: a value that is zero throughout."""
+    """The tables without entries that are zero throughout, which count as absent."""
     if tables["unicast"].get(0) == (0, 0):
         del tables["unicast"][0]
     if tables["multipath"].get(0) == set():
@@ -94,7 +94,7 @@ def present(tables):
 
 
 def rows_by_vni(directory, dotted):
-    """Yield (source, VNI as printed, tables); column widths count bytes, so bytes."""
+    """Yield (source, VNI as printed, tables), as bytes since column widths count bytes."""
     for name, vnis in sorted(directory.items()):
         for vni, tables in sorted(vnis.items()):
             yield name.encode(), vni_string(vni, dotted).encode(), tables

@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""A second opinion on vxshow.
+"""An independent implementation of vxshow.
 
 It takes the same command line, reads the same snapshot and prints, byte for
-byte, what vxshow must print. It shares no code with it and keeps to dicts, sets
-and sorted(), so that a reader can check it against the rules in one sitting.
+byte, what vxshow must print. It shares no code with vxshow and uses only dicts,
+sets and sorted(), so that a reader can check it against the rules in one sitting.
 
-A snapshot is taken to be valid: refusing bad ones is vxshow's business. What a
-valid one may hold and a command must fail on is a `Failure`.
+It assumes that the snapshot is valid: rejecting invalid ones is vxshow's job. If
+a command must fail on a valid snapshot, `Failure` is raised.
 """
 
 import argparse
@@ -23,8 +23,8 @@ import router_map
 import router_routes
 from forms import Failure, document, read_ip, read_ipv4, read_mac, read_prefix, read_vni
 
-# The filters of a command; how it collects from (state, arguments); and what it prints of
-# that: text from (collected, dotted), JSON from (collected, dotted, revision).
+# The filters of a command; how it collects from (state, arguments); and how it prints what it
+# collected: text from (collected, dotted), JSON from (collected, dotted, revision).
 Command = collections.namedtuple("Command", "filters collect text content")
 
 COMMANDS = {
@@ -72,7 +72,7 @@ COMMANDS = {
     ),
 }
 
-# How each filter is read, and what stands for its absence.
+# How each filter is parsed, and the value that means it is absent.
 FILTERS = {
     "vni": {"type": read_vni, "default": None},
     "mac": {"type": read_mac, "default": 0},
@@ -111,14 +111,14 @@ def arguments(words):
 
 
 def collected(wanted):
-    """What the arguments select of the snapshot that they name."""
+    """What the arguments select from the snapshot that they name."""
     with open(0 if wanted.state == "-" else wanted.state, encoding="utf-8") as file:
         state = json.load(file)
     return COMMANDS[wanted.subject, wanted.listing].collect(state, wanted)
 
 
 def printed(collection, wanted):
-    """What was collected, as bytes, in the form that the arguments want it in."""
+    """The listing of what was collected, as bytes, in the form that the arguments ask for."""
     command = COMMANDS[wanted.subject, wanted.listing]
     if wanted.json or wanted.pretty:
         return document(command.content(collection, wanted.dotted, wanted.revision), wanted.pretty)
@@ -126,7 +126,7 @@ def printed(collection, wanted):
 
 
 def listing(words):
-    """What `vxshow` prints for these arguments, as bytes; or `Failure` is raised."""
+    """What `vxshow` prints for these arguments, as bytes. Raises `Failure`."""
     wanted = arguments(words)
     return printed(collected(wanted), wanted)
 

@@ -14,7 +14,7 @@ def header(row, *titles):
 
 
 def named_rows(row, name, columns):
-    """Yield the rows of one router, whose name stands in the first column of the first alone."""
+    """Yield the rows of one router; only the first row shows its name."""
     for others in columns:
         yield printed(row, name, *others)
         name = ""

@@ -1,7 +1,7 @@
-"""What `vxshow router detail` lists: the IP ports and the uplink ports of every router.
+"""`vxshow router detail` lists the IP ports and the uplink ports of every router.
 
 What is collected is {router: (ports, uplinks)}: ports are {(address, length): Port}, uplinks
-{(address, length): Uplink}. A router that has neither is there all the same.
+{(address, length): Uplink}. A router without either is present all the same.
 """
 
 import collections
@@ -34,7 +34,7 @@ def read_port(entry):
 
 def read_uplink(entry, switch):
     ports = entry.get("ports", [])
-    # The first in no order that means anything, if the VLANs are several.
+    # If there are several VLANs, the first one; their order has no meaning.
     vlan = ports[0].get("vlan", 0) if ports else 0
     names = {port["port"] for port in ports}
     return Uplink(vlan, read_mac(entry["mac"]), switch, read_vtep(entry), names)
@@ -68,7 +68,7 @@ def port_columns(ports, dotted):
 
 
 def uplink_columns(uplinks):
-    """Without a port there is no row; a separator follows every port but the last."""
+    """An uplink without ports has no row; a separator follows every port but the last."""
     for ip, uplink in sorted(uplinks.items()):
         columns = masked_ip_string(ip), uplink.switch, str(uplink.vlan)
         names = sorted(uplink.ports)
@@ -99,7 +99,7 @@ def text(routers, dotted):
     )
 
 
-# JSON. Here a VNI is a number, dotted or not, and no revision differs from another.
+# JSON. A VNI is a number here, dotted or not, and all revisions are the same.
 
 
 def port_content(port):

@@ -1,4 +1,4 @@
-"""What `vxshow router map` lists: which switches carry which router, through which VTEP.
+"""`vxshow router map` lists which switches carry which router, and through which VTEP.
 
 What is collected is {router: {switch identifier: VTEP}}.
 """
@@ -13,10 +13,10 @@ ROW = b"%-46.46b %-15.15b %-17.17b\n"
 
 
 def selected(routers, switch_filter, vtep_filter):
-    """The identifiers of the switches that the filters want and that are known."""
+    """The identifiers of the known switches that the filters select."""
     known = routers.get("switches", {})
     if switch_filter:
-        # The VTEP filter does not count then.
+        # The VTEP filter is ignored then.
         wanted = [switch_filter]
     elif vtep_filter:
         vteps = {read_ip(ip): vtep for ip, vtep in routers.get("vteps", {}).items()}
@@ -31,12 +31,12 @@ def selected(routers, switch_filter, vtep_filter):
 
 
 def switch_map(routers, switch_filter, vtep_filter):
-    """{switch identifier: VTEP}, without the switches of which no VTEP is active."""
+    """{switch identifier: VTEP}, without the switches that have no active VTEP."""
     active = {read_ip(ip) for ip, vtep in routers.get("vteps", {}).items() if vtep["active"]}
     result = {}
     for switch_id in selected(routers, switch_filter, vtep_filter):
         vteps = map(read_ip, routers["switches"][switch_id].get("vteps", []))
-        # The first in no order that means anything, if several are active.
+        # If several are active, the first one; their order has no meaning.
         vtep = next((ip for ip in vteps if ip in active), None)
         if vtep is not None:
             result[switch_id] = vtep
@@ -44,7 +44,7 @@ def switch_map(routers, switch_filter, vtep_filter):
 
 
 def system_of(switch_id):
-    """What a switch publishes is found by its Ethernet address, however that is written."""
+    """What a switch publishes is found by its Ethernet address; None if it has none."""
     try:
         return read_mac(switch_id)
     except ValueError:
@@ -52,7 +52,7 @@ def system_of(switch_id):
 
 
 def router_names(published):
-    """Yield the names of the routers among what one switch publishes."""
+    """Yield the names of the routers that one switch publishes."""
     for path, kind in published.items():
         if kind == KIND and path.startswith(PATH_PREFIX):
             yield path[len(PATH_PREFIX) :]
@@ -82,7 +82,7 @@ def text(by_router, _dotted):
     return header + b"".join(lines) + router.total(len(lines))
 
 
-# No revision differs from another.
+# All revisions are the same.
 
 
 def content(by_router, _dotted, _revision):

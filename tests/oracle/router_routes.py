@@ -1,7 +1,7 @@
-"""What `vxshow router routes` lists: the routes of every router with their nexthops.
+"""`vxshow router routes` lists the routes of every router with their nexthops.
 
-What is collected is {router: {(address, length): {nexthop}}}. A router is there only if a
-route of it is.
+What is collected is {router: {(address, length): {nexthop}}}. A router is present only if one
+of its routes is.
 """
 
 import router
@@ -51,8 +51,7 @@ def text(by_router, _dotted):
     return header + b"".join(lines) + router.total(count)
 
 
-# The list of a route without nexthops is left open, and the printer closes it: nothing of that
-# is seen. No revision differs from another.
+# A route without nexthops has an empty list. All revisions are the same.
 
 
 def content(by_router, _dotted, _revision):
