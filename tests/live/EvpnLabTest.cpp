@@ -51,7 +51,7 @@ TEST_F(EvpnLabAmongOthers, ADirectoryThatHoldsNoLabIsLeftAlone) {
     Folder const folder;
     auto const file = folder.write("file", "kept");
     std::filesystem::create_directory(folder.file("run"));
-    expectRefused(folder.path(), "is not empty and holds no lab");
+    expectRefused(folder.path(), "is not empty and has no lab in it");
     EXPECT_EQ(lab(folder.path(), "down").status, 0);
     EXPECT_TRUE(std::filesystem::exists(file));
     EXPECT_TRUE(std::filesystem::exists(folder.file("run")));
@@ -61,7 +61,7 @@ TEST_F(EvpnLabAmongOthers, ANamespaceThatItHasNotMadeIsLeftAlone) {
     Folder const folder;
     auto const name = prefix() + "vtep2";
     outputOf({"ip", "netns", "add", name});
-    expectRefused(folder.file("new"), "a namespace " + name + " is there");
+    expectRefused(folder.file("new"), "the namespace " + name + " exists");
     EXPECT_EQ(lab(folder.file("new"), "down").status, 0);
     EXPECT_TRUE(std::filesystem::exists("/run/netns/" + name));
     outputOf({"ip", "netns", "delete", name});
@@ -89,7 +89,7 @@ TEST_F(EvpnLabAmongOthers, APathSpaceThatLeadsElsewhereIsLeftAlone) {
     std::filesystem::create_directories("/var/run/frr");
     auto const space = "/var/run/frr/" + prefix() + "vtep3";
     std::filesystem::create_symlink(folder.path(), space);
-    expectRefused(folder.file("new"), space + " is there");
+    expectRefused(folder.file("new"), space + " exists");
     auto const marked = folder.file("marked");
     std::filesystem::create_directory(marked);
     folder.write("marked/made", "prefix " + prefix() + "\n");
@@ -101,7 +101,7 @@ TEST_F(EvpnLabAmongOthers, APathSpaceThatLeadsElsewhereIsLeftAlone) {
 TEST_F(EvpnLabAmongOthers, ADirectoryWhoseSocketsWouldHaveTooLongAPathIsRefused) {
     Folder const folder;
     auto const directory = folder.file(std::string(60, 'x'));
-    expectRefused(directory, "107 are allowed");
+    expectRefused(directory, "only 107 are allowed");
     EXPECT_FALSE(std::filesystem::exists(directory));
 }
 
@@ -110,7 +110,7 @@ TEST_F(EvpnLabAmongOthers, ADirectoryThatTheDaemonsMayNotEnterIsRefused) {
     auto const closed = folder.file("closed");
     std::filesystem::create_directory(closed);
     std::filesystem::permissions(closed, std::filesystem::perms(0700));
-    expectRefused(closed + "/lab", "the user frr, who may not enter " + closed + ":");
+    expectRefused(closed + "/lab", "the user frr, who cannot enter " + closed + ":");
     EXPECT_TRUE(std::filesystem::is_empty(closed));
 }
 

@@ -1,4 +1,4 @@
-"""Databases with the hardware_vtep schema: their rows, and servers that hold them."""
+"""Databases with the hardware_vtep schema: their rows and their servers."""
 
 import json
 import os
@@ -8,7 +8,7 @@ SCHEMA = os.environ.get("VTEP_SCHEMA", "/usr/share/openvswitch/vtep.ovsschema")
 
 
 class LabError(Exception):
-    """What went wrong, in one line."""
+    """A failure, described in one line."""
 
 
 def compact(value):

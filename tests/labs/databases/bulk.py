@@ -7,8 +7,8 @@ OTHERS = [f"10.255.{i // 200}.{i % 200 + 1}" for i in range(64)]
 
 
 def bulk(vnis, macs, seed):
-    """Groups of rows: so many logical switches, each with a flood entry on both sides, so many
-    MACs, every second one local, a switch and a router."""
+    """Yields groups of rows: `vnis` logical switches, each with a flood entry on both sides,
+    `macs` MACs, every second one local, a switch and a router."""
     rows = Rows(seed)
     switch = rows.add(
         "Physical_Switch",
@@ -44,7 +44,7 @@ def flooded(rows, table, switch, ips):
 
 
 def hosts(rows, switches, macs):
-    """Distinct MACs in no sorted order; their last two bits choose the table and the IP."""
+    """Distinct MACs in random order; the last two bits select the table and whether to have an IP."""
     order = list(range(macs))
     rows.random.shuffle(order)
     for index, number in enumerate(order):

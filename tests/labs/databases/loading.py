@@ -1,4 +1,4 @@
-"""Rows into a running server, or into a database file."""
+"""Loads rows into a running server, or writes them to a database file."""
 
 import hashlib
 import json
@@ -7,7 +7,7 @@ import time
 
 from databases import DATABASE, SCHEMA, LabError, compact
 
-# The kernel's limit on one argument: `ovsdb-client transact` takes no file.
+# The kernel's limit for one argument: `ovsdb-client transact` cannot read from a file.
 ARGUMENT_LIMIT = 128 * 1024 - 1
 
 
@@ -17,7 +17,7 @@ def record(value):
 
 
 def write_file(out, groups):
-    """The file of a single server: a record of the schema, then one of a transaction."""
+    """Writes the file of a single server: a record of the schema, then one of a transaction."""
     with open(SCHEMA, encoding="utf-8") as schema:
         out.write(record(json.load(schema)))
     tables = {"_date": int(time.time() * 1000), "_comment": "ovsdb-lab"}
@@ -28,7 +28,7 @@ def write_file(out, groups):
 
 
 def batches(groups, limit):
-    """Transactions of whole groups, as JSON text of at most `limit` bytes."""
+    """Yields transactions of whole groups, as JSON text of at most `limit` bytes."""
     head = f'["{DATABASE}"'
     parts, size = [], len(head) + 1
     for group in groups:
@@ -39,7 +39,7 @@ def batches(groups, limit):
         text = "".join("," + insert for insert in inserts)
         if size + len(text) > limit:
             if not parts:
-                raise LabError(f"a group of {len(text)} bytes, but a transaction takes {limit}")
+                raise LabError(f"a group has {len(text)} bytes, the limit of a transaction is {limit}")
             yield head + "".join(parts) + "]"
             parts, size = [], len(head) + 1
         parts.append(text)
@@ -48,7 +48,7 @@ def batches(groups, limit):
 
 
 def transact(remote, text):
-    """One transaction; all of it is taken, or it raises."""
+    """Runs one transaction; raises unless the server accepts all of it."""
     done = subprocess.run(
         ["ovsdb-client", "-vconsole:off", "-t", "60", "transact", remote, text],
         stdout=subprocess.PIPE,

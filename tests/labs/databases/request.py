@@ -1,4 +1,4 @@
-"""The transaction that reads all of a database that a show command could need."""
+"""The transaction that reads all the data that a show command can need."""
 
 from databases import DATABASE, compact
 
@@ -18,7 +18,7 @@ NEEDED = {
 
 
 def request():
-    """An operation a line, for people; one argument of `ovsdb-client query` all the same."""
+    """One operation per line, for readability; still a single argument of `ovsdb-client query`."""
     selects = (
         compact({"op": "select", "table": table, "where": [], "columns": columns})
         for table, columns in NEEDED.items()

@@ -1,4 +1,4 @@
-"""Rows as RFC 7047 writes them, and what makes them."""
+"""Rows in the notation of RFC 7047, and a class to make them."""
 
 import random
 import uuid
@@ -17,9 +17,9 @@ def a_map(pairs):
 
 
 class Rows:
-    """Rows in groups, of which each goes into one transaction as a whole: a locator, locator
+    """Rows in groups, each of which has to be inserted in one transaction: a locator, locator
     set, port or physical switch that nothing refers to at the end of its transaction is
-    collected by the server at once. The same seed makes the same identities."""
+    removed by the server immediately. The same seed gives the same identities."""
 
     def __init__(self, seed):
         self.random = random.Random(seed)

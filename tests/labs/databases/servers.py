@@ -1,4 +1,4 @@
-"""The servers of one folder, and what can be done to each by its process id."""
+"""The servers of one folder: starting, stopping and signalling them by their process ids."""
 
 import json
 import os
@@ -20,7 +20,7 @@ def free_ports(count):
 
 
 class LostPort(LabError):
-    """A port that was free is somebody else's now."""
+    """A port that was free has been taken by another process."""
 
 
 def ports_of(pid):
@@ -42,7 +42,7 @@ def ports_of(pid):
 
 
 class Servers:
-    """DIR/lab.json lists them; DIR/nK/ holds db, sock, ctl, pid and log of node K."""
+    """DIR/lab.json lists them; DIR/nK/ has db, sock, ctl, pid and log of node K."""
 
     def __init__(self, folder):
         self.folder = os.path.abspath(folder)
@@ -51,9 +51,9 @@ class Servers:
 
     def create(self, nodes):
         if os.path.exists(self.file):
-            raise LabError(f"{self.folder} already holds a lab: `down` it first")
+            raise LabError(f"{self.folder} already has a lab: take it `down` first")
         if len(self.path("n1", "sock")) > 100:
-            raise LabError("the folder's name is too long for a unix socket (107 bytes)")
+            raise LabError("the folder's path is too long for a unix socket (107 bytes)")
         self.nodes = nodes
         for name in nodes:
             os.makedirs(self.path(name, ""))
@@ -65,7 +65,7 @@ class Servers:
             with open(self.file, encoding="utf-8") as file:
                 self.nodes = json.load(file)
         except FileNotFoundError:
-            raise LabError(f"{self.folder} holds no lab") from None
+            raise LabError(f"{self.folder} has no lab") from None
         return self
 
     def path(self, name, file):
@@ -102,7 +102,7 @@ class Servers:
         self.expect_ports(name)
 
     def start_first_time(self, name):
-        """Nothing stays of the lab when one of its servers does not start."""
+        """Takes the lab down if one of its servers does not start."""
         try:
             self.start(name)
         except LabError:
@@ -110,7 +110,7 @@ class Servers:
             raise
 
     def expect_ports(self, name):
-        """A server only logs that it did not get a port, and goes on without."""
+        """Checks that a server listens on its ports: it only logs a failure to, and continues."""
         node = self.nodes[name]
         wanted = {node[kind] for kind in ("port", "ssl_port", "raft") if kind in node}
         for _ in range(1000):
@@ -128,7 +128,7 @@ class Servers:
         subprocess.run([*wait, self.unix(name), DATABASE, "connected"], check=True)
 
     def pid(self, name):
-        """None when it does not run; an id that another process has now is not the server's."""
+        """None if it is not running; an id that another process has reused does not count."""
         try:
             with open(self.path(name, "pid"), encoding="utf-8") as file:
                 pid = int(file.read())
@@ -139,7 +139,7 @@ class Servers:
         return pid if self.path(name, "db").encode() in words else None
 
     def role(self, name):
-        """What it says of itself, and its term."""
+        """The role that it reports, and its term."""
         if self.pid(name) is None:
             return "down", "-"
         text = subprocess.run(
@@ -150,11 +150,11 @@ class Servers:
         return lines.get("Role", "standalone"), lines.get("Term", "-")
 
     def find(self, wanted):
-        """The node of that name, or one that is the leader or a follower."""
+        """The node with that name, or one that is the leader or a follower."""
         if wanted in self.nodes:
             return wanted
         if wanted not in ("leader", "follower"):
-            raise LabError(f"no node {wanted} here, only {' '.join(self.nodes)}")
+            raise LabError(f"no node {wanted}: the nodes are {' '.join(self.nodes)}")
         for name in self.nodes:
             if self.role(name)[0] == wanted:
                 return name
@@ -163,7 +163,7 @@ class Servers:
     def signal(self, name, number):
         pid = self.pid(name)
         if pid is None:
-            raise LabError(f"{name} does not run")
+            raise LabError(f"{name} is not running")
         os.kill(pid, number)
         if number in (signal.SIGKILL, signal.SIGTERM):
             for _ in range(6000):
@@ -187,18 +187,18 @@ class Servers:
             os.rmdir(self.folder)
 
 
-def with_free_ports(stand):
-    """Picks ports again, a few times, when somebody else took one before its server could."""
+def with_free_ports(start):
+    """Picks ports again, a few times, if another process took one before the server could."""
 
-    def stood(*arguments, **more):
+    def started(*arguments, **more):
         for _ in range(4):
             try:
-                return stand(*arguments, **more)
+                return start(*arguments, **more)
             except LostPort:
                 pass
-        return stand(*arguments, **more)
+        return start(*arguments, **more)
 
-    return stood
+    return started
 
 
 @with_free_ports
@@ -207,7 +207,7 @@ def single(folder, port=None, source=None, ssl=None):
     if port:
         try:
             socket.create_server(("127.0.0.1", port)).close()
-        except OSError as error:  # the server would only log it and go on without the port
+        except OSError as error:  # the server would only log it and continue without the port
             raise LabError(f"port {port}: {error.strerror}") from None
     servers = Servers(folder)
     ports = free_ports(2)
@@ -225,7 +225,7 @@ def single(folder, port=None, source=None, ssl=None):
 
 @with_free_ports
 def cluster(folder, count, election_timer=None, source=None):
-    """A Raft cluster, once every node has joined."""
+    """A Raft cluster; returns once every node has joined."""
     servers = Servers(folder)
     ports = free_ports(2 * count)
     pairs = zip(ports[::2], ports[1::2])

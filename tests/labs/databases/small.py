@@ -1,7 +1,7 @@
-"""The database for people: two leaves, three VNIs, 20 MACs (one of them with two locators),
+"""A small, readable database: two leaves, three VNIs, 20 MACs (one of them with two locators),
 flood lists and a router.
 
-"blue" has its VNI in the locators, a tunnel for each key; the others have it in the logical
+"blue" has its VNI in the locators, one tunnel per key; the others have it in the logical
 switch. One MAC is in upper case.
 """
 
@@ -85,7 +85,7 @@ def routers(rows, switches):
 
 
 def small():
-    """All of it as one group of rows."""
+    """Yields the whole database as one group of rows."""
     rows = Rows(7)
     switches = logical_switches(rows)
     physical_switches(rows, switches)

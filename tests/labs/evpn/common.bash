@@ -1,4 +1,4 @@
-# What the lab's parts share: names, and ways into a VTEP. Sourced by evpn-lab.
+# Shared by the parts of the lab: names, and commands in a VTEP. Sourced by evpn-lab.
 # shellcheck shell=bash
 # shellcheck disable=SC2034 # used by the other parts
 
@@ -9,7 +9,7 @@ frr_run=/var/run/frr
 fabric=${prefix}vtep-fabric
 vteps=(1 2 3)
 tenants=(tenant1 tenant2)
-patience=30 # seconds that one wait may take
+patience=30 # limit of one wait in seconds
 
 die() {
     echo "evpn-lab: $*" >&2
@@ -33,13 +33,13 @@ in_vrf() { # N VRF COMMAND...
     if [[ $vrf == default ]]; then
         ip netns exec "$(name "$n")" "$@"
     else
-        # The tenants' names are known in the daemons' mount namespace alone.
+        # The tenants' namespaces have names only in the daemons' mount namespace.
         nsenter -t "$(<"$(sockets "$n")/zebra.pid")" -m -n ip netns exec "$vrf" "$@"
     fi
 }
 
-# What a new namespace may have inherited of the first one: a host with nothing but
-# an address of its own would drop what its gateway sends it, or not answer ARP.
+# Resets what a new namespace may have inherited from the first one: with it, a host
+# that has only its own address would drop what its gateway sends, or not answer ARP.
 plain_arp() { # NAMESPACE
     ip netns exec "$1" sysctl -qw net.ipv4.conf.{all,default,lo}.{rp_filter,arp_filter,arp_announce,arp_ignore}=0
 }

@@ -1,4 +1,4 @@
-# More VNIs and MACs, as many as are wanted. Sourced by evpn-lab.
+# Adds any number of VNIs and MACs. Sourced by evpn-lab.
 # shellcheck shell=bash
 
 grown_links() { # N VNIS: ip commands for the VNIs of one VTEP
@@ -36,7 +36,7 @@ grown() { # MACS
 grow() { # VNIS MACS
     local vnis=$1 macs=$2 n
     if [[ ! $vnis =~ ^[0-9]+$ || ! $macs =~ ^[0-9]+$ ]] || ((vnis < 1 || vnis > 256 || macs / vnis > 16777216)); then
-        die "grow takes 1 to 256 VNIs and a number of MACs"
+        die "grow takes 1 to 256 VNIs, and up to 16777216 MACs for each"
     fi
     [[ -e $(sockets 1)/zebra.pid ]] || die "vtep1 is down: run evpn-lab up first"
     for n in 1 2; do grown_links "$n" "$vnis" | ip -n "$(name "$n")" -batch -; done

@@ -1,9 +1,9 @@
-# Hosts: what each VTEP learns from its own ports. Sourced by evpn-lab.
+# The hosts, which each VTEP learns from its own ports. Sourced by evpn-lab.
 # shellcheck shell=bash
 
 # Host I of VTEP N in VNI 10. The gateway sends it one datagram of each family:
-# with the answers to its ARP and ND requests it has the entries, and the bridge
-# has the MAC.
+# from the answers to its ARP and ND requests the gateway learns the addresses, and
+# the bridge the MAC.
 real_host() { # N I
     local n=$1 i=$2 hosts
     hosts=$(name "$n")-hosts
@@ -26,7 +26,7 @@ hosts_known() {
     done
 }
 
-# A MAC behind a port: "dynamic" (the default) is what learning would have made.
+# A MAC behind a port: "dynamic" (the default) is what learning would create.
 fdb() { # N VRF PORT MAC [KIND...]
     local n=$1 vrf=$2 port=$3 mac=$4
     shift 4
@@ -43,8 +43,8 @@ sees() { # N VNI MAC VTEP: is the MAC remote, behind that VTEP?
         jq -e --arg mac "$3" --arg vtep "$4" '.[$mac].remoteVtep == $vtep'
 }
 
-# The MAC (and its IP, if it has one) shows up at one VTEP after the other, each
-# time once all the other VTEPs know where it was before.
+# The MAC (and its IP, if it has one) appears at one VTEP after the other, each time
+# after all other VTEPs know where it was before.
 move() { # MAC IP|- N...
     local mac=$1 ip=$2 n other
     shift 2
@@ -73,14 +73,14 @@ populate() {
         done
         neigh "$n" default 4098 "10.98.0.${n}1" "02:40:98:00:0$n:01"
         neigh "$n" default 4098 "10.98.0.${n}2" "02:40:98:00:0$n:02" stale
-        # An ARP entry whose MAC no bridge has seen.
+        # An ARP entry whose MAC no bridge has learned.
         neigh "$n" tenant1 20 "192.168.20.${n}9" "02:00:20:00:0$n:99"
     done
     wait_for "the hosts of VNI 10" hosts_known
     move 02:40:98:00:ee:01 - 1 2 3
     move 02:40:98:00:ee:02 10.98.0.102 1 2 1
     move 02:40:98:00:ee:03 - 1 2 1 2 1 2 1 2 1 2 1
-    # A local ARP entry for a MAC that is remote.
+    # A local ARP entry for a remote MAC.
     wait_for "vtep2's MAC" sees 1 4098 02:40:98:00:02:03 10.0.0.2
     neigh 1 default 4098 10.98.0.23 02:40:98:00:02:03
     segment

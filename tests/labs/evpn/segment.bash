@@ -1,7 +1,7 @@
 # The Ethernet segment that two VTEPs share. Sourced by evpn-lab.
 # shellcheck shell=bash
 
-# The Ethernet segment of VTEPs 2 and 3, and one host that both have behind it.
+# The Ethernet segment of VTEPs 2 and 3, and one host behind it.
 segment() {
     local n
     for n in 2 3; do
@@ -30,7 +30,7 @@ message() { # TYPE HEX: one BGP message
     bytes "$(printf 'f%.0s' {1..32})" "$(printf '%04x%02x' $((19 + ${#2} / 2)) "$1")" "$2"
 }
 
-# Auto-discovery route (EVPN type 1) of the segment, in the name of a VTEP.
+# Auto-discovery route (EVPN type 1) of the segment, on behalf of a VTEP.
 auto_discovery() { # N ETHERNET-TAG LABEL
     local esi=0302409800e500000001 origin as_path local_pref communities reach attributes
     origin=40010100
@@ -47,9 +47,9 @@ auto_discovery() { # N ETHERNET-TAG LABEL
     message 2 "0000$(printf '%04x' $((${#attributes} / 2)))$attributes"
 }
 
-# A BGP speaker of a few messages, 10.0.0.9, for the routes that VTEPs 2 and 3
-# would announce had the segment a VLAN. It holds its session open by reading
-# what comes in; with a hold time of zero no keepalives are due.
+# A minimal BGP speaker, 10.0.0.9, for the routes that VTEPs 2 and 3 would announce
+# if the segment had a VLAN. It keeps its session open by reading what arrives;
+# with a hold time of zero no keepalives are due.
 segment_speaker() {
     local n
     ip -n "$fabric" address add 10.0.0.9/24 dev fabric

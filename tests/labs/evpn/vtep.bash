@@ -1,16 +1,16 @@
 # A VTEP: namespaces, devices, daemons. Sourced by evpn-lab.
 # shellcheck shell=bash
 
-# The functions below run inside the VTEP's namespaces; "there" enters the VRF.
+# The functions below run in the VTEP's namespaces; "there" is the command that enters the VRF.
 
 in_there() { # VRF: sets there
     there=()
     [[ $1 == default ]] || there=(ip netns exec "$1")
 }
 
-# The bridge (it is the gateway, too) and the VXLAN device of one VNI. The
-# VXLAN device is made where the underlay is, then moved: its packets still
-# leave through the underlay.
+# The bridge (which is also the gateway) and the VXLAN device of one VNI. The
+# VXLAN device is created in the underlay's namespace, then moved: its packets
+# still leave through the underlay.
 make_vni() { # N VNI VRF BRIDGE-MAC VXLAN-MAC
     local n=$1 vni=$2 vrf=$3 bridge_mac=$4 vxlan_mac=$5 there family
     in_there "$vrf"
@@ -20,8 +20,8 @@ make_vni() { # N VNI VRF BRIDGE-MAC VXLAN-MAC
     "${there[@]}" ip link set "vx$vni" addrgenmode none
     "${there[@]}" ip link set "vx$vni" master "br$vni"
     "${there[@]}" ip link set "vx$vni" type bridge_slave neigh_suppress on learning off
-    # Learned ARP and ND entries stay, and stay reachable: a VTEP with an
-    # Ethernet segment announces no others.
+    # Learned ARP and ND entries neither expire nor become stale: a VTEP with an
+    # Ethernet segment announces only reachable ones.
     for family in ipv4 ipv6; do
         "${there[@]}" sysctl -qw "net.$family.neigh.br$vni.gc_stale_time=1000000" \
             "net.$family.neigh.br$vni.base_reachable_time_ms=1000000000"
@@ -30,7 +30,7 @@ make_vni() { # N VNI VRF BRIDGE-MAC VXLAN-MAC
     "${there[@]}" ip link set "vx$vni" up
 }
 
-# The VTEP's end of a veth whose other end is among the hosts.
+# The VTEP's end of a veth whose other end is in the hosts' namespace.
 attach_port() { # PORT VNI VRF
     local port=$1 vni=$2 vrf=$3 there
     in_there "$vrf"
@@ -66,8 +66,8 @@ vtep_inside() { # N
         ip -n tenant1 address add "2001:db8:$vni::25$n/64" dev "br$vni" nodad
     done
 
-    # What the tenants announce: prefixes of each VTEP alone, prefixes that
-    # VTEPs 2 and 3 share, and one behind a host.
+    # What the tenants announce: prefixes of one VTEP only, prefixes that VTEPs 2
+    # and 3 share, and one behind a host.
     ip -n tenant1 route add blackhole "198.51.100.$((n * 32))/27"
     ip -n tenant1 -6 route add blackhole "2001:db8:$n::/48"
     ip -n tenant1 route add "172.16.$n.0/24" via "192.168.10.${n}1"
@@ -78,10 +78,10 @@ vtep_inside() { # N
     ip -n tenant2 address add "10.2.$n.1/32" dev lo
     ip -n tenant2 address add "2001:db8:2:$n::1/128" dev lo nodad
 
-    # They have tables with a place for every descriptor that they might open.
+    # The daemons allocate tables with a place for every descriptor that they could open.
     ulimit -Sn 1024
-    # A receive buffer of 90 MB, as the package has it: with the default one,
-    # thousands of MACs at once are more than zebra hears of.
+    # A receive buffer of 90 MB, as the package sets it: with the default one, zebra
+    # misses some of thousands of MACs that arrive at once.
     "$frr_lib/zebra" -d -n -s 90000000 -N "$(name "$n")" -f "$etc/zebra.conf" -i "$run/zebra.pid" \
         -z "$run/zserv.api" --vty_socket "$run"
     "$frr_lib/bgpd" -d -N "$(name "$n")" -f "$etc/bgpd.conf" -i "$run/bgpd.pid" \
@@ -108,7 +108,7 @@ make_vtep() { # N
     ip -n "$ns" link set lo up
     make_namespace "$hosts"
     ip -n "$hosts" link set lo up
-    # Each host answers for its own address alone.
+    # Each host answers only for its own address.
     ip netns exec "$hosts" sysctl -qw net.ipv4.conf.all.arp_ignore=1
     ip -n "$fabric" link add name "to-vtep$n" type veth peer name uplink netns "$ns"
     ip -n "$fabric" link set "to-vtep$n" master fabric up

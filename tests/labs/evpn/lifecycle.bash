@@ -1,7 +1,7 @@
-# The lab comes up and goes down. Sourced by evpn-lab.
+# Sets the lab up and takes it down. Sourced by evpn-lab.
 # shellcheck shell=bash
 
-# What each VTEP counts; fails when one of its daemons does not answer.
+# The counters of each VTEP; fails if one of its daemons does not answer.
 counts() {
     local n
     for n in "${vteps[@]}"; do
@@ -10,7 +10,7 @@ counts() {
     done
 }
 
-# Every VTEP has heard of everything: its counts stay the same for a second.
+# Every VTEP has learned everything: its counters stay the same for a second.
 settled() {
     local before after
     before=$(counts) || return
@@ -19,15 +19,15 @@ settled() {
     [[ $before == "$after" ]]
 }
 
-# $lab/made tells that a directory is a lab's, and what that lab has made outside
-# of it: a line "up PID" while it is being set up, "prefix PREFIX", then one "namespace NAME" each,
-# written before the namespace is made. What it does not name is somebody else's.
+# The file $lab/made marks the directory of a lab, and lists what that lab has made outside of
+# it: a line "up PID" while it is being set up, "prefix PREFIX", then a "namespace NAME" for each
+# namespace, written before the namespace is made. Nothing else belongs to the lab.
 
-made() { # WORD: what the marker names of a kind
+made() { # WORD: the marker's entries of that kind
     sed -n "s/^$1 //p" "$lab/made"
 }
 
-stands() { [[ -f $lab/made ]]; }
+lab_exists() { [[ -f $lab/made ]]; }
 
 make_namespace() { # NAME
     echo "namespace $1" >>"$lab/made"
@@ -44,21 +44,21 @@ namespaces() {
     for n in "${vteps[@]}"; do printf '%s\n' "$(name "$n")" "$(name "$n")-hosts"; done
 }
 
-# Nothing of somebody else's stands where the lab is to be.
+# Nothing that this lab did not make is where the lab will be.
 unoccupied() {
     local ns n space
     if [[ -e $lab || -L $lab ]]; then
-        [[ -d $lab ]] || die "$lab is no directory"
-        stands || [[ -z $(ls -A "$lab") ]] || die "$lab is not empty and holds no lab: choose another EVPN_LAB_DIR"
+        [[ -d $lab ]] || die "$lab is not a directory"
+        lab_exists || [[ -z $(ls -A "$lab") ]] || die "$lab is not empty and has no lab in it: choose another EVPN_LAB_DIR"
     fi
     for ns in $(namespaces); do
-        [[ ! -e /run/netns/$ns ]] || { stands && made namespace | grep -qxF -e "$ns"; } ||
-            die "a namespace $ns is there, and no lab in $lab has made it: choose another EVPN_LAB_PREFIX"
+        [[ ! -e /run/netns/$ns ]] || { lab_exists && made namespace | grep -qxF -e "$ns"; } ||
+            die "the namespace $ns exists and was not made by a lab in $lab: choose another EVPN_LAB_PREFIX"
     done
     for n in "${vteps[@]}"; do
         space=$frr_run/$(name "$n")
         [[ ! -e $space && ! -L $space ]] || leads_here "$n" ||
-            die "$space is there, and no lab in $lab has made it: choose another EVPN_LAB_PREFIX"
+            die "$space exists and was not made by a lab in $lab: choose another EVPN_LAB_PREFIX"
     done
 }
 
@@ -67,23 +67,23 @@ leads_here() { # N
     [[ -L $frr_run/$(name "$1") && $(readlink "$frr_run/$(name "$1")") == "$lab"/* ]]
 }
 
-# The sockets of the daemons have paths that the kernel takes, also by way of the path space.
+# The paths of the daemons' sockets are short enough for the kernel, through the path space, too.
 short_enough() {
     local LC_ALL=C path
     for path in "$(sockets 1)/zserv.api" "$frr_run/$(name 1)/zebra.vty"; do
-        ((${#path} <= 107)) || die "the path of a socket would have ${#path} bytes, and 107 are allowed:" \
+        ((${#path} <= 107)) || die "the path of a socket would have ${#path} bytes, but only 107 are allowed:" \
             "choose a shorter EVPN_LAB_DIR or EVPN_LAB_PREFIX ($path)"
     done
 }
 
-# The user that the daemons run as gets to their folders.
+# The user that the daemons run as can enter their folders.
 open_to_daemons() {
     local folder='' part parts
     IFS=/ read -ra parts <<<"$(realpath "$lab")"
     for part in "${parts[@]:1}"; do
         folder+=/$part
         setpriv --reuid=frr --regid=frr --init-groups test -x "$folder" ||
-            die "the daemons run as the user frr, who may not enter $folder: choose another EVPN_LAB_DIR"
+            die "the daemons run as the user frr, who cannot enter $folder: choose another EVPN_LAB_DIR"
     done
 }
 
@@ -99,7 +99,7 @@ up() { # [PARENT]
     install -d -m 755 "$lab"
     printf '%s\n' "up $$" "prefix $prefix" >"$lab/made"
     trap 'exit 143' TERM
-    trap 'trap - EXIT; ! stands || [[ $(made up) != "$$" ]] || down' EXIT
+    trap 'trap - EXIT; ! lab_exists || [[ $(made up) != "$$" ]] || down' EXIT
     [[ -z ${1:-} ]] || "$here/when-gone" "$1,$$" env "EVPN_LAB_DIR=$lab" "EVPN_LAB_PREFIX=$prefix" "$here/evpn-lab" down
     open_to_daemons
     install -d -m 755 "$lab/run" "$lab/etc"
@@ -115,7 +115,7 @@ up() { # [PARENT]
     trap - EXIT
 }
 
-# Ends the process whose id is in a file, if its command line still names this
+# Ends the process whose id is in the file if its command line still names this
 # lab, and waits until it is gone.
 end_process() { # PID-FILE
     local pid tries
@@ -131,24 +131,24 @@ end_process() { # PID-FILE
     kill -KILL "$pid"
 }
 
-# Ends an `up` that is under way, which takes down what it has made so far.
+# Ends an `up` that is in progress, which takes down what it has made so far.
 end_up() {
     local pid end=$((SECONDS + patience))
     pid=$(made up)
     under_way() { [[ -n $pid && $pid != "$$" ]] && { tr '\0' ' ' <"/proc/$pid/cmdline"; } 2>/dev/null | grep -qE '/evpn-lab up '; }
     under_way || return 0
-    kill "$pid" || true # it may just have ended
+    kill "$pid" || true # it may have ended just now
     while under_way; do
-        ((SECONDS < end)) || die "cannot end the one who sets up $lab (process $pid)"
+        ((SECONDS < end)) || die "cannot end the process that is setting up $lab (process $pid)"
         sleep 0.05
     done
 }
 
-# Without a marker there is nothing to take down.
+# Does nothing without a marker.
 down() {
     local n ns prefix
-    ! stands || end_up
-    stands || return 0
+    ! lab_exists || end_up
+    lab_exists || return 0
     prefix=$(made prefix)
     end_process "$lab/run/speaker.pid"
     for n in "${vteps[@]}"; do

@@ -1,7 +1,7 @@
-# What each VTEP shows. Sourced by evpn-lab.
+# Saves what each VTEP shows. Sourced by evpn-lab.
 # shellcheck shell=bash
 
-shows=(
+show_commands=(
     'show evpn'
     'show evpn vni'
     'show evpn vni detail'
@@ -28,7 +28,7 @@ capture() { # DIR
         [[ -e $(sockets "$n")/zebra.pid ]] || die "vtep$n is down: run evpn-lab up first"
         dir=$1/vtep$n
         mkdir -p "$dir"
-        for command in "${shows[@]}"; do
+        for command in "${show_commands[@]}"; do
             show "$n" "$command json" >"$dir/${command// /-}.json" || die "vtep$n: '$command json' failed"
         done
         for vrf in default "${tenants[@]}"; do
