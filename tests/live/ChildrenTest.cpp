@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Whether it has ended; it can still be waited for then.
+/// Whether the process has ended, without reaping it.
 bool hasEnded(Process const & process) {
     siginfo_t info{};
     EXPECT_EQ(waitid(P_PID, static_cast<id_t>(process.pid()), &info, WEXITED | WNOWAIT | WNOHANG),
@@ -18,7 +18,7 @@ bool hasEnded(Process const & process) {
     return info.si_pid != 0;
 }
 
-/// Sources that hang, and what vxshow has started to ask them.
+/// Sources that hang, and the children that vxshow starts to query them.
 class Children : public testing::Test {
 protected:
     void SetUp() override { VXSHOW_NEEDS_LAB(Lab::database); }
@@ -28,7 +28,7 @@ protected:
         return folder_.write("fabric.toml", text.text() + "time_limit = " + timeLimit + "\n");
     }
 
-    /// Ends vxshow by a signal while its children, `expected` of them at least, hang.
+    /// Ends vxshow with a signal while at least `expected` children of it hang.
     static Finished ended(std::string const & fabric, int signal,
                           std::function<std::size_t()> const & children, std::size_t expected) {
         Process::Setting setting;
@@ -39,8 +39,8 @@ protected:
         return process.finish();
     }
 
-    /// Lets vxshow reach a time limit while its children, `expected` of them, hang: the first of
-    /// some limits within which they are seen to.
+    /// Lets vxshow reach a time limit while at least `expected` children of it hang. Tries longer
+    /// limits until the children are seen in time.
     Finished limited(FabricText const & text, std::function<std::size_t()> const & children,
                      std::size_t expected) const {
         for (std::string const limit : {"1", "5", "25"}) {
@@ -65,7 +65,7 @@ private:
     Folder folder_;
 };
 
-/// A database that never answers: its clients have the remote on their command line.
+/// A database that never answers. Its clients have the remote on their command line.
 class HangingDatabase : public Children {
 protected:
     void SetUp() override {
@@ -88,7 +88,7 @@ private:
     std::unique_ptr<FakeOvsdb> server_;
 };
 
-/// A vtysh that never answers, that nothing but SIGKILL ends, and that has a child like that.
+/// A vtysh that never answers and ends only with SIGKILL, with a child of the same kind.
 class HangingVtysh : public Children {
 protected:
     std::size_t processes() const { return processesWith("fake-vtysh", vtysh_.folder()).size(); }
@@ -150,12 +150,12 @@ TEST_F(HangingVtysh, ItEndsWithItsChildAtTheTimeLimit) {
     waitUntil("both to be gone", [this] { return processes() == 0; });
 }
 
-TEST_F(HangingVtysh, ItEndsWithItsChildByCtrlC) {
+TEST_F(HangingVtysh, ItEndsWithItsChildAtCtrlC) {
     EXPECT_EQ(endedBy(SIGINT).status, 130);
     waitUntil("both to be gone", [this] { return processes() == 0; });
 }
 
-TEST_F(HangingVtysh, ItEndsWithItsChildBySigterm) {
+TEST_F(HangingVtysh, ItEndsWithItsChildAtSigterm) {
     EXPECT_EQ(endedBy(SIGTERM).signal, SIGTERM);
     waitUntil("both to be gone", [this] { return processes() == 0; });
 }
@@ -166,7 +166,7 @@ TEST_F(HangingVtysh, ItEndsWithItsChildAndTheTerminal) {
 }
 
 TEST_F(HangingVtysh, ItEndsWhenVxshowIsKilled) {
-    // Nobody is left to end what it has started itself, so it has started nothing here.
+    // Nothing is left to end what the child has started itself, so this one starts nothing.
     FakeVtysh const alone("silent");
     Folder const folder;
     auto const fabric = folder.write(

@@ -6,8 +6,8 @@
 
 namespace {
 
-/// Three servers, of which some fail. What they hold stays the same, so every listing is either
-/// that or a failure that is told.
+/// Three servers, some of which fail. Their data stays the same, so every listing either shows it
+/// or reports a failure.
 class Cluster : public testing::Test {
 protected:
     void SetUp() override {
@@ -21,7 +21,7 @@ protected:
 
     Words question() const { return {"--ovsdb", cluster_->remotes(), "mac", "received"}; }
 
-    /// Asks once; whether it was answered.
+    /// Asks once; returns whether there was an answer.
     bool answered() const {
         auto const finished = ask(question());
         if (finished.status == 0) {
@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(Cluster, EveryAnswerIsRightWhileTheLeaderIsKilled) {
+TEST_F(Cluster, EveryAnswerIsCorrectWhileTheLeaderIsKilled) {
     for (int round = 0; round < 2; ++round) {
         auto const killed = cluster_->signal("leader", "KILL");
         for (int asked = 0; asked < 10; ++asked) {
@@ -54,7 +54,7 @@ TEST_F(Cluster, EveryAnswerIsRightWhileTheLeaderIsKilled) {
     }
 }
 
-TEST_F(Cluster, TheLastOfThreeAnswersRightOrNotAtAll) {
+TEST_F(Cluster, TheLastOfThreeAnswersCorrectlyOrNotAtAll) {
     auto const first = cluster_->signal("follower", "KILL");
     auto const second = cluster_->signal("follower", "KILL");
     for (int asked = 0; asked < 10; ++asked) {
@@ -74,7 +74,7 @@ TEST_F(Cluster, AFollowerThatHangsCostsNoAnswer) {
     cluster_->signal(stopped, "CONT");
 }
 
-TEST_F(Cluster, ItsRelaysAnswerAsItDoes) {
+TEST_F(Cluster, RelaysAnswerLikeTheClusterItself) {
     OvsdbRelay const first(cluster_->remotes());
     OvsdbRelay const second(cluster_->remotes());
     auto const remotes = first.remote() + "," + second.remote();
@@ -83,14 +83,14 @@ TEST_F(Cluster, ItsRelaysAnswerAsItDoes) {
     EXPECT_EQ(shown({"--ovsdb", gone, "mac", "received"}), expected_);
 }
 
-TEST_F(Cluster, NoneOfThreeIsAFailure) {
+TEST_F(Cluster, WithoutAnyServerTheSourceFails) {
     for (auto const * const node : {"n1", "n2", "n3"}) {
         cluster_->signal(node, "KILL");
     }
     expectNothingShown(ask(question()), cluster_->remotes(), "unreachable");
 }
 
-TEST_F(Cluster, ListingsOfAllKindsAreThoseOfOneServer) {
+TEST_F(Cluster, EveryListingIsThatOfASingleServer) {
     OvsdbLab const single;
     single.fillSmall();
     for (Words const & listing : listings()) {

@@ -14,7 +14,7 @@
 
 namespace {
 
-[[noreturn]] void become(std::vector<std::string> words) {
+[[noreturn]] void execute(std::vector<std::string> words) {
     std::vector<char *> argv;
     for (std::string & word : words) {
         argv.push_back(word.data());
@@ -24,7 +24,7 @@ namespace {
     _exit(127);
 }
 
-int opened(std::string const & path) {
+int openFile(std::string const & path) {
     return open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
 }
 
@@ -43,18 +43,18 @@ std::string joined(std::vector<std::string> const & words) {
     return text;
 }
 
-/// A new folder that others may enter; `form` is its path, with XXXXXX at the end.
-std::string newFolder(std::string form) {
-    EXPECT_TRUE(mkdtemp(form.data())) << form;
-    std::filesystem::permissions(form, std::filesystem::perms(0755));
-    return form;
+/// Creates a folder that other users can enter; `pattern` is its path, with XXXXXX at the end.
+std::string newFolder(std::string pattern) {
+    EXPECT_TRUE(mkdtemp(pattern.data())) << pattern;
+    std::filesystem::permissions(pattern, std::filesystem::perms(0755));
+    return pattern;
 }
 
-/// The folder of this process, in which all others stand: one guard is enough for them.
+/// The folder of this process, which contains all others, so that one guard removes them all.
 std::string const & processFolder() {
     static std::string const path = [] {
         auto made = newFolder("/tmp/vxshow-live-XXXXXX");
-        // A lab in it goes down by itself, for which it needs its files.
+        // A lab in it goes down by itself, and needs its files until then.
         std::string const remove = R"(tries=0
             while ls -d "$0"/*/lab && [ $tries -lt 600 ]; do tries=$((tries + 1)); sleep 0.1; done
             rm -rf "$0")";
@@ -90,10 +90,10 @@ Finished run(std::vector<std::string> const & words) {
     TemporaryFile const err("");
     pid_t const pid = forked();
     if (pid == 0) {
-        dup2(opened("/dev/null"), STDIN_FILENO);
-        dup2(opened(out.path()), STDOUT_FILENO);
-        dup2(opened(err.path()), STDERR_FILENO);
-        become(words);
+        dup2(openFile("/dev/null"), STDIN_FILENO);
+        dup2(openFile(out.path()), STDOUT_FILENO);
+        dup2(openFile(err.path()), STDERR_FILENO);
+        execute(words);
     }
     int status = 0;
     waitpid(pid, &status, 0);
@@ -124,11 +124,11 @@ Background::Background(std::vector<std::string> const & words) {
     if (pid_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         dup2(ends[1], STDOUT_FILENO);
-        become(words);
+        execute(words);
     }
     close(ends[1]);
     char byte = '\0';
-    EXPECT_EQ(read(ends[0], &byte, 1), 1) << joined(words) << " does not run";
+    EXPECT_EQ(read(ends[0], &byte, 1), 1) << joined(words) << " did not start";
     output_ = ends[0];
 }
 

@@ -6,12 +6,11 @@
 #include <sys/types.h>
 #include <vector>
 
-/// Other programs than `vxshow`, and what the tests keep while they run.
+/// Runs programs other than `vxshow`, and provides temporary folders.
 
-/// A folder that lives as long as the object, with all that is in it. It stands in one of this
-/// process under /tmp, which goes away when the process is killed, too. Others may enter it, as
-/// daemons do that give up their privileges. Its path is short enough for that of a unix socket
-/// in it.
+/// A folder that is removed with the object. It is in a folder of this process under /tmp, which
+/// is removed even if the process is killed. Other users can enter it, since some daemons give up
+/// their privileges. Its path is short enough for a unix socket in it.
 class Folder {
 public:
     Folder();
@@ -23,7 +22,7 @@ public:
 
     std::string file(std::string const & name) const { return path_ + "/" + name; }
 
-    /// Writes a file and gives its path.
+    /// Writes a file and returns its path.
     std::string write(std::string const & name, std::string const & text) const;
 
 private:
@@ -34,18 +33,18 @@ private:
 std::string labProgram(std::string const & name);
 std::string liveProgram(std::string const & name);
 
-/// Runs a program to its end; the first word is looked up as a shell would. What it leaves
-/// running holds nothing of ours.
+/// Runs a program to its end; the first word is looked up in PATH. Processes that it leaves
+/// running share no descriptors with this one.
 Finished run(std::vector<std::string> const & words);
 
-/// Expects it to succeed, and gives what it printed.
+/// Runs a program, expects it to succeed, and returns what it printed.
 std::string outputOf(std::vector<std::string> const & words);
 
-/// What `text` has on each of its lines.
+/// The lines of `text`.
 std::vector<std::string> linesOf(std::string const & text);
 
-/// A program that runs as long as the object, and no longer than this process. It is there once
-/// it has printed a line.
+/// A program that runs as long as the object, and no longer than this process. The constructor
+/// waits until it has printed a line.
 class Background {
 public:
     explicit Background(std::vector<std::string> const & words);

@@ -4,11 +4,10 @@
 
 namespace {
 
-/// The answer of a server that was asked for less holds what is left of a whole one.
+/// A filtered query shows exactly the rows of a full one that match.
 class DatabaseFilter : public Database {
 protected:
-    /// Expects the rows of each listing under `filter` to be those of all that `restricted`
-    /// leaves.
+    /// Expects the rows of each listing with `filter` to be those that `restricted` keeps of all.
     void expectRestricted(Words const & filter, std::function<Words(Words const &)> restricted) {
         for (Words const & command : listings()) {
             if (command[0] != "router") {
@@ -42,11 +41,11 @@ TEST_F(DatabaseFilter, ADottedVni) {
     expectOfVni("0.19.137", "5001");
 }
 
-TEST_F(DatabaseFilter, AVniThatIsNowhere) {
+TEST_F(DatabaseFilter, AnUnknownVni) {
     expectOfVni("77", "77");
 }
 
-TEST_F(DatabaseFilter, AMacThatStandsThereInUpperCase) {
+TEST_F(DatabaseFilter, AMacStoredInUpperCase) {
     expectOfMac("00:00:5e:00:53:1a", "0000.5e00.531a");
     expectOfMac("00:00:5E:00:53:1D", "0000.5e00.531d");
     EXPECT_EQ(rowsOf(listing({"mac", "advertised", "--mac", "0000.5e00.531a"})).size(), 1U);
@@ -72,7 +71,7 @@ TEST_F(DatabaseFilter, AMacInOneVni) {
               Words{});
 }
 
-TEST_F(DatabaseFilter, EveryOtherFilterIsThatOfTheSnapshot) {
+TEST_F(DatabaseFilter, EveryOtherFilterWorksAsOnTheSnapshot) {
     auto const state = expectedSnapshot(*folder, fabric);
     std::vector<Words> const filtered{
         {"mac", "received", "--source", "leaf2"},

@@ -157,7 +157,7 @@ TEST_F(Database, ATcpPortShowsTheSame) {
               listing({"mac", "received"}));
 }
 
-TEST_F(Database, TheFabricMayBeNamedInTheEnvironment) {
+TEST_F(Database, TheEnvironmentCanNameTheFabric) {
     Process::Setting setting;
     setting.inChild = [] { setenv("VXSHOW_FABRIC", fabric.c_str(), 1); };
     auto const finished = vxshow({"mac", "advertised"}, setting);
@@ -166,7 +166,7 @@ TEST_F(Database, TheFabricMayBeNamedInTheEnvironment) {
     EXPECT_EQ(finished.out, listing({"mac", "advertised"}));
 }
 
-TEST_F(Database, EveryListingIsWhatAnotherReaderOfTheRowsMakesOfThem) {
+TEST_F(Database, EveryListingMatchesAnIndependentReaderOfTheRows) {
     expectSameListings({"--fabric", fabric}, expectedSnapshot(*folder, fabric));
 }
 

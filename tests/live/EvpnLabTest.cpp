@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The lab of daemons needs root, so what it refuses to touch matters as much as what it does.
+/// The lab of daemons runs as root, so what it does not touch matters as much as what it does.
 class EvpnLabAmongOthers : public testing::Test {
 protected:
     void SetUp() override { VXSHOW_NEEDS_LAB(Lab::evpn); }
@@ -25,7 +25,7 @@ protected:
                    (word == "up" ? Words{"--parent", std::to_string(getpid())} : Words{}));
     }
 
-    /// Expects that it is not set up, and one line that says why.
+    /// Expects it to refuse to come up, with one line that says why.
     void expectRefused(std::string const & directory, std::string const & why,
                        Words const & environment = {}) const {
         auto const finished = lab(directory, "up", environment);
@@ -47,7 +47,7 @@ private:
 
 } // namespace
 
-TEST_F(EvpnLabAmongOthers, ADirectoryThatHoldsNoLabIsLeftAlone) {
+TEST_F(EvpnLabAmongOthers, ADirectoryWithoutALabIsLeftAlone) {
     Folder const folder;
     auto const file = folder.write("file", "kept");
     std::filesystem::create_directory(folder.file("run"));
@@ -57,7 +57,7 @@ TEST_F(EvpnLabAmongOthers, ADirectoryThatHoldsNoLabIsLeftAlone) {
     EXPECT_TRUE(std::filesystem::exists(folder.file("run")));
 }
 
-TEST_F(EvpnLabAmongOthers, ANamespaceThatItHasNotMadeIsLeftAlone) {
+TEST_F(EvpnLabAmongOthers, ANamespaceThatItDidNotMakeIsLeftAlone) {
     Folder const folder;
     auto const name = prefix() + "vtep2";
     outputOf({"ip", "netns", "add", name});
@@ -67,7 +67,7 @@ TEST_F(EvpnLabAmongOthers, ANamespaceThatItHasNotMadeIsLeftAlone) {
     outputOf({"ip", "netns", "delete", name});
 }
 
-TEST_F(EvpnLabAmongOthers, DownRemovesWhatTheMarkerNamesAndNothingElse) {
+TEST_F(EvpnLabAmongOthers, DownRemovesOnlyWhatTheMarkerNames) {
     Folder const folder;
     auto const ours = prefix() + "ours";
     auto const theirs = prefix() + "vtep1";
@@ -98,14 +98,14 @@ TEST_F(EvpnLabAmongOthers, APathSpaceThatLeadsElsewhereIsLeftAlone) {
     std::filesystem::remove(space);
 }
 
-TEST_F(EvpnLabAmongOthers, ADirectoryWhoseSocketsWouldHaveTooLongAPathIsRefused) {
+TEST_F(EvpnLabAmongOthers, ADirectoryTooLongForSocketPathsIsRefused) {
     Folder const folder;
     auto const directory = folder.file(std::string(60, 'x'));
     expectRefused(directory, "only 107 are allowed");
     EXPECT_FALSE(std::filesystem::exists(directory));
 }
 
-TEST_F(EvpnLabAmongOthers, ADirectoryThatTheDaemonsMayNotEnterIsRefused) {
+TEST_F(EvpnLabAmongOthers, ADirectoryThatTheDaemonsCannotEnterIsRefused) {
     Folder const folder;
     auto const closed = folder.file("closed");
     std::filesystem::create_directory(closed);
@@ -114,7 +114,7 @@ TEST_F(EvpnLabAmongOthers, ADirectoryThatTheDaemonsMayNotEnterIsRefused) {
     EXPECT_TRUE(std::filesystem::is_empty(closed));
 }
 
-TEST_F(EvpnLabAmongOthers, WhyADaemonDoesNotStartIsTold) {
+TEST_F(EvpnLabAmongOthers, TheReasonWhyADaemonDidNotStartIsReported) {
     Folder const folder;
     Folder const daemons;
     for (auto const * const name : {"zebra", "bgpd"}) {
@@ -126,7 +126,7 @@ TEST_F(EvpnLabAmongOthers, WhyADaemonDoesNotStartIsTold) {
 }
 
 TEST_F(EvpnLabAmongOthers, ItComesUpWhateverItInherits) {
-    // New namespaces whose hosts would answer no ARP for an address of their own.
+    // New namespaces whose hosts would not answer ARP requests for their own addresses.
     Folder const programs;
     program(programs, "ip", R"(#!/bin/bash
 PATH=${PATH#*:}

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Three real VTEPs, and what is shown of all of them as switches. Tests only read.
+/// Three real VTEPs, shown as switches. The tests only read.
 class Evpn : public testing::Test {
 protected:
     static void SetUpTestSuite() {
@@ -32,7 +32,7 @@ protected:
         return shown(Words{"--fabric", fabric} + words);
     }
 
-    /// What is shown of one of them, named "leaf", behind the command `words`.
+    /// What is shown of one of them, named "leaf" and queried with the vtysh command `words`.
     static std::string of(Words const & words, std::string const & more, Words const & command) {
         auto const path =
             folder->write("leaf.toml", FabricText().vtysh("leaf", words, more).text());
@@ -48,11 +48,11 @@ std::string Evpn::fabric;
 
 } // namespace
 
-TEST_F(Evpn, EveryListingIsWhatAnotherReaderOfTheDaemonsMakesOfThem) {
+TEST_F(Evpn, EveryListingMatchesAnIndependentReaderOfTheDaemons) {
     expectSameListings({"--fabric", fabric}, expectedSnapshot(*folder, fabric));
 }
 
-TEST_F(Evpn, AMacThatMovedIsWhereItWentWithTheNumberOfItsMoves) {
+TEST_F(Evpn, AMacThatMovedIsShownAtItsNewPlaceWithTheNumberOfMoves) {
     auto const received = rowsOf(listing({"mac", "received", "--mac", "02:40:98:00:ee:01"}));
     EXPECT_EQ(received,
               Words{"vtep3             4098        0240.9800.ee01  10.0.0.3            2"});
@@ -66,7 +66,7 @@ TEST_F(Evpn, AMacBehindASegmentIsBehindAllItsVteps) {
     EXPECT_EQ(rows, Words{"4098        0240.9800.e501  10.0.0.2        10.0.0.3       "});
 }
 
-TEST_F(Evpn, FloodListsAreTheOtherVteps) {
+TEST_F(Evpn, FloodListsHaveTheOtherVteps) {
     auto const rows =
         rowsWith(rowsOf(of({"vtysh"}, "path_space = '" + EvpnLab::shared().pathSpace(2) + "'",
                            {"mac", "advertised"})),
@@ -76,20 +76,20 @@ TEST_F(Evpn, FloodListsAreTheOtherVteps) {
                            "4098        0000.0000.0000  10.0.0.1        10.0.0.3       "}));
 }
 
-TEST_F(Evpn, AnAddressIsBoundToItsMacWhereItIs) {
+TEST_F(Evpn, AnAddressIsBoundToItsMacAtItsVtep) {
     auto const rows = rowsOf(listing({"arp", "received", "--ip", "192.168.10.21"}));
     EXPECT_EQ(rows,
               Words{"vtep2               10       192.168.10.21   0200.1000.0201     0        "});
 }
 
-TEST_F(Evpn, ARouteOfTwoVtepsHasBothAsNexthops) {
+TEST_F(Evpn, ARouteFromTwoVtepsHasBothAsNexthops) {
     auto const text = of({"vtysh"}, "path_space = '" + EvpnLab::shared().pathSpace(1) + "'",
                          {"router", "routes", "--router", "tenant1", "--prefix", "203.0.113.0/24"});
     EXPECT_NE(text.find("tenant1     203.0.113.0/24     10.0.0.2, 10.0.0.3"), std::string::npos)
         << text;
 }
 
-TEST_F(Evpn, AVniHasTheRowsOfAllThatHaveIt) {
+TEST_F(Evpn, TheFilterForAVniSelectsAllItsRows) {
     for (Words const & command : {Words{"mac", "received"},
                                   {"mac", "advertised"},
                                   {"arp", "received"},
@@ -102,7 +102,7 @@ TEST_F(Evpn, AVniHasTheRowsOfAllThatHaveIt) {
     }
 }
 
-TEST_F(Evpn, AMacHasTheRowsOfAllThatHaveIt) {
+TEST_F(Evpn, TheFilterForAMacSelectsAllItsRows) {
     for (Words const & command : {Words{"mac", "received"},
                                   {"mac", "advertised"},
                                   {"arp", "received"},
@@ -118,13 +118,13 @@ TEST_F(Evpn, AMacHasTheRowsOfAllThatHaveIt) {
     }
 }
 
-TEST_F(Evpn, ASocketFolderServesAsWellAsAPathSpace) {
+TEST_F(Evpn, ASocketFolderWorksLikeAPathSpace) {
     auto const & lab = EvpnLab::shared();
     EXPECT_EQ(of(lab.vtysh(3), "", {"mac", "received"}),
               of({"vtysh"}, "path_space = '" + lab.pathSpace(3) + "'", {"mac", "received"}));
 }
 
-TEST_F(Evpn, BehindARemoteShellEveryListingIsTheSame) {
+TEST_F(Evpn, EveryListingIsTheSameThroughARemoteShell) {
     auto const & lab = EvpnLab::shared();
     auto const far = Words{labProgram("fake-ssh"), "vtep2"} + lab.vtysh(2);
     for (Words const & command : listings()) {
@@ -156,7 +156,7 @@ TEST_F(Evpn, ACaptureReplaysEveryListing) {
     expectSameListings({"--fabric", fabric}, path);
 }
 
-TEST_F(Evpn, AsEvpnWhatItWasToldIsReceived) {
+TEST_F(Evpn, AsEvpnItsRemoteEntriesAreReceived) {
     auto const evpn =
         folder->write("evpn.toml", FabricText()
                                        .vtysh("evpn", {"vtysh"},
@@ -168,7 +168,7 @@ TEST_F(Evpn, AsEvpnWhatItWasToldIsReceived) {
               Words{"EVPN              4098        0240.9800.ee01  10.0.0.3            2"});
 }
 
-TEST_F(Evpn, ADaemonThatHangsIsNamedAndTheOthersAreShown) {
+TEST_F(Evpn, ADaemonThatHangsIsReportedAndTheOthersAreShown) {
     auto const & lab = EvpnLab::shared();
     FabricText text;
     text.vtysh("hangs", lab.vtysh(1), "time_limit = 0.5");
@@ -214,6 +214,6 @@ TEST_F(Evpn, ANewMacIsShownOnceTheDaemonKnowsIt) {
     auto const removed = lab.lab({"exec", "2", "default", "bridge", "fdb", "del",
                                   "02:40:98:00:aa:01", "dev", "host4098", "master"});
     EXPECT_EQ(removed.status, 0) << removed.err;
-    // Other tests compare readings of all three, which have to be of one state.
+    // Other tests compare readings of all three VTEPs, which have to show the same state.
     waitUntil("the MAC to be gone", [&] { return !isAnywhere(); });
 }

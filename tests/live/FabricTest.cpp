@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Several sources at once: databases and daemons, in each role.
+/// Several sources at once: databases and daemons, in all roles.
 class Fabric : public testing::Test {
 protected:
     void SetUp() override {
@@ -32,8 +32,8 @@ private:
     std::unique_ptr<OvsdbLab> lab_;
 };
 
-/// Expects that the line on a failure of "down" is the only one.
-void expectDownIsNamed(Finished const & finished) {
+/// Expects a single failure, that of the source "down".
+void expectDownIsReported(Finished const & finished) {
     auto const failures = failuresOf(finished);
     ASSERT_EQ(failures.size(), 1U);
     EXPECT_EQ(failures[0].source, "down");
@@ -42,7 +42,7 @@ void expectDownIsNamed(Finished const & finished) {
 
 } // namespace
 
-TEST_F(Fabric, AMacThatTwoSourcesPlaceDifferentlyStandsUnderEach) {
+TEST_F(Fabric, AMacThatTwoSourcesLocateDifferentlyIsShownUnderEach) {
     OvsdbLab const other;
     other.transact(
         R"({"op": "insert", "table": "Logical_Switch", "row": {"name": "red", "tunnel_key": 5001},
@@ -77,7 +77,7 @@ TEST_F(Fabric, BothKindsAtOnceAsSwitches) {
     expectSameListings({"--fabric", fabric}, capture);
 }
 
-TEST_F(Fabric, EachRoleAtOnce) {
+TEST_F(Fabric, AllRolesAtOnce) {
     VXSHOW_NEEDS_LAB(Lab::evpn);
     auto const & evpn = EvpnLab::shared();
     OvsdbLab const generated;
@@ -94,13 +94,13 @@ TEST_F(Fabric, EachRoleAtOnce) {
     expectSameListings({"--fabric", fabric}, capture);
 }
 
-TEST_F(Fabric, ASourceThatIsDownIsNamedAndTheRestIsShown) {
+TEST_F(Fabric, ASourceThatIsDownIsReportedAndTheRestIsShown) {
     FabricText text;
     text.database("down", "unix:" + folder().file("none"));
     text.database("rack1", lab().remote());
     auto const finished = ask({"--fabric", write(text), "mac", "received"});
     EXPECT_EQ(finished.status, 3);
-    expectDownIsNamed(finished);
+    expectDownIsReported(finished);
     EXPECT_EQ(finished.out, shown({"--ovsdb", lab().remote(), "mac", "received"}));
 }
 
@@ -111,7 +111,7 @@ TEST_F(Fabric, AllOrNothingShowsNothingWhenASourceIsDown) {
     auto const finished = ask({"--fabric", write(text), "--all-or-nothing", "mac", "received"});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.out, "");
-    expectDownIsNamed(finished);
+    expectDownIsReported(finished);
 }
 
 TEST_F(Fabric, AllOrNothingShowsAllWhenAllAnswer) {
@@ -120,7 +120,7 @@ TEST_F(Fabric, AllOrNothingShowsAllWhenAllAnswer) {
               shown(live + Words{"mac", "received"}));
 }
 
-TEST_F(Fabric, EverySourceThatIsDownIsNamed) {
+TEST_F(Fabric, EverySourceThatIsDownIsReported) {
     FabricText text;
     for (auto const * const name : {"one", "two", "three"}) {
         text.database(name, "unix:" + folder().file(name));
@@ -131,12 +131,12 @@ TEST_F(Fabric, EverySourceThatIsDownIsNamed) {
     EXPECT_EQ(failuresOf(finished).size(), 3U);
 }
 
-TEST_F(Fabric, AProgramThatIsNotThereIsNamed) {
+TEST_F(Fabric, AMissingProgramIsReported) {
     auto const fabric = write(FabricText().vtysh("leaf", {folder().file("vtysh")}));
     expectNothingShown(ask({"--fabric", fabric, "mac", "received"}), "leaf", "no such program");
 }
 
-TEST_F(Fabric, AProgramThatMayNotBeRunIsNamed) {
+TEST_F(Fabric, AProgramWithoutPermissionToRunIsReported) {
     auto const fabric = write(FabricText().vtysh("leaf", {folder().write("vtysh", "#!/bin/sh\n")}));
     expectNothingShown(ask({"--fabric", fabric, "mac", "received"}), "leaf", "permission");
 }
@@ -149,7 +149,7 @@ TEST_F(Fabric, AHangingServerIsGivenUpAtItsTimeLimit) {
     expectNothingShown(finished, "hangs", "time limit");
 }
 
-TEST_F(Fabric, AFailedCaptureIsNoFile) {
+TEST_F(Fabric, AFailedCaptureLeavesNoFile) {
     FabricText text;
     text.database("down", "unix:" + folder().file("none"));
     text.database("rack1", lab().remote());

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Some thousand MAC addresses, held against what other clients print of them.
+/// Thousands of MAC addresses, compared with what other clients print.
 class GeneratedDatabase : public testing::Test {
 protected:
     static constexpr unsigned vnis = 20;
@@ -51,7 +51,7 @@ std::string shownMac(std::string const & colons) {
     return digits.substr(0, 4) + "." + digits.substr(4, 4) + "." + digits.substr(8);
 }
 
-/// Of lines such as "  02:00:00:00:00:01 -> vxlan_over_ipv4/10.0.0.1".
+/// Parses lines such as "  02:00:00:00:00:01 -> vxlan_over_ipv4/10.0.0.1".
 Pairs pairsOfVtepCtl(std::string const & printed) {
     Pairs pairs;
     for (std::string const & line : linesOf(printed)) {
@@ -66,7 +66,7 @@ Pairs pairsOfVtepCtl(std::string const & printed) {
     return pairs;
 }
 
-/// The MAC address and VTEP of each row but those of flood lists, from column `first` on.
+/// The MAC address and VTEP, from column `first` on, of each row except those of flood lists.
 Pairs pairsOfListing(std::string const & listing, unsigned first) {
     Pairs pairs;
     for (std::string const & row : rowsOf(listing)) {
@@ -81,7 +81,7 @@ Pairs pairsOfListing(std::string const & listing, unsigned first) {
 
 } // namespace
 
-TEST_F(GeneratedDatabase, EveryListingIsWhatAnotherReaderOfTheRowsMakesOfThem) {
+TEST_F(GeneratedDatabase, EveryListingMatchesAnIndependentReaderOfTheRows) {
     expectSameListings({"--fabric", fabric}, expectedSnapshot(*folder, fabric));
 }
 
@@ -101,7 +101,7 @@ TEST_F(GeneratedDatabase, RemoteMacsAreThoseThatVtepCtlLists) {
                         {"vtep-ctl", "--db=" + lab->remote(), "list-remote-macs", "ls20"})));
 }
 
-TEST_F(GeneratedDatabase, AVniHasTheRowsOfAllThatHaveIt) {
+TEST_F(GeneratedDatabase, TheFilterForAVniSelectsAllItsRows) {
     for (Words const & command :
          {Words{"mac", "received"}, {"mac", "advertised"}, {"arp", "advertised"}}) {
         auto const all = rowsOf(shown(Words{"--ovsdb", lab->remote()} + command));
@@ -113,7 +113,7 @@ TEST_F(GeneratedDatabase, AVniHasTheRowsOfAllThatHaveIt) {
     }
 }
 
-TEST_F(GeneratedDatabase, AMacHasTheRowsOfAllThatHaveIt) {
+TEST_F(GeneratedDatabase, TheFilterForAMacSelectsAllItsRows) {
     auto const all = rowsOf(shown({"--ovsdb", lab->remote(), "mac", "advertised"}));
     EXPECT_EQ(
         rowsOf(shown({"--ovsdb", lab->remote(), "mac", "advertised", "--mac", "0200.0000.0010"})),

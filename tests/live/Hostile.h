@@ -3,9 +3,8 @@
 #include <ostream>
 #include <string>
 
-/// What a hostile peer does, and how the reason begins that is told of it. Its time limit, in
-/// seconds, is short where it is to be reached, and long where another reason is to be told
-/// first.
+/// What a hostile peer does, and how the reported reason begins. Its time limit, in seconds, is
+/// short if it is meant to be reached, and long if another reason is to be reported first.
 struct Hostile {
     char const * behaviour;
     char const * reason;

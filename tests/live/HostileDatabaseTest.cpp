@@ -28,7 +28,7 @@ protected:
 
 } // namespace
 
-TEST_P(HostileDatabase, IsNamedInTimeAndTheOthersAreShown) {
+TEST_P(HostileDatabase, IsReportedInTimeAndTheOthersAreShown) {
     FakeOvsdb const hostile(GetParam().behaviour, goodTables);
     FakeOvsdb const good("answer", goodTables);
     Folder const folder;
@@ -100,7 +100,7 @@ protected:
 
 } // namespace
 
-TEST_F(OddDatabase, NamesAreShownAsThoseOfASnapshot) {
+TEST_F(OddDatabase, NamesAreShownAsFromASnapshot) {
     FakeOvsdb const odd("answer", oddTables);
     Folder const folder;
     auto const fabric =
@@ -111,7 +111,7 @@ TEST_F(OddDatabase, NamesAreShownAsThoseOfASnapshot) {
     expectSameListings({"--fabric", fabric}, capture);
 }
 
-TEST_F(OddDatabase, AnEntryThatIsNoneIsOneLineOfWarning) {
+TEST_F(OddDatabase, AnInvalidEntryIsOneLineOfWarning) {
     FakeOvsdb const odd("answer",
                         replaced(oddTables, "00:00:5e:00:53:01", "none\\u001b[2J\\nvxshow: x: y"));
     Folder const folder;
@@ -123,7 +123,7 @@ TEST_F(OddDatabase, AnEntryThatIsNoneIsOneLineOfWarning) {
     EXPECT_EQ(rowsOf(finished.out), Words{});
 }
 
-TEST_F(OddDatabase, ALocatorOfNoSwitchStandsUnderTheNameOfTheSource) {
+TEST_F(OddDatabase, ALocatorOfNoSwitchIsShownUnderTheNameOfTheSource) {
     FakeOvsdb const odd("answer", replaced(oddTables, R"("tunnel_ips": "10.0.0.1")",
                                            R"("tunnel_ips": ["set", []])"));
     Folder const folder;

@@ -39,7 +39,7 @@ Words const goodRows{"good              10          0200.1000.0101  10.0.0.1    
 
 } // namespace
 
-TEST_P(HostileVtysh, IsNamedInTimeAndTheOthersAreShown) {
+TEST_P(HostileVtysh, IsReportedInTimeAndTheOthersAreShown) {
     Vtysh const hostile(GetParam().behaviour);
     Vtysh const good("answer");
     Folder const folder;
@@ -80,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Hostile{"trickle", "time limit", 1}),
     [](auto const & each) { return std::string(each.param.behaviour); });
 
-TEST(OddVtysh, AVtyshThatKnowsNothingIsAnEmptySourceWithAWarning) {
+TEST(OddVtysh, AVtyshWithoutAnswersIsAnEmptySourceWithAWarning) {
     VXSHOW_NEEDS_LAB(Lab::fake);
     FakeVtysh const empty("answer");
     Folder const folder;

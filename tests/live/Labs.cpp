@@ -20,7 +20,7 @@ Words parent() {
     return {"--parent", std::to_string(getpid())};
 }
 
-/// Starts servers in a folder; gives their remotes.
+/// Starts servers in a folder and returns their remotes.
 Words started(std::string const & command, std::string const & folder, Words const & options) {
     return linesOf(outputOf(Words{labProgram("ovsdb-lab"), command, folder} + parent() + options));
 }
@@ -91,7 +91,7 @@ void OvsdbCluster::waitForLeader() const {
     }
 }
 
-// The shell says that it runs, which the server does not.
+// The shell prints the line that `Background` waits for; the server prints nothing.
 OvsdbRelay::OvsdbRelay(std::string const & remotes)
     : server_(std::make_unique<Background>(
           Words{"sh", "-c", "echo; exec ovsdb-server -vconsole:off -vsyslog:off \"$@\"", "sh",

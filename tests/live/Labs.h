@@ -6,13 +6,14 @@
 #include <string>
 #include <vector>
 
-/// Real peers, each in a folder of its own; they end with the object, or with this process.
+/// Real and fake peers, each in a folder of its own; they end with the object, or with this
+/// process.
 
 /// An `ovsdb-server` with a `hardware_vtep` database.
 class OvsdbLab {
 public:
-    /// Empty, or with the rows of a file that `ovsdb-lab make` has made; `options` as those of
-    /// `ovsdb-lab single`.
+    /// Starts it with the options of `ovsdb-lab single`; it is empty unless `--from` names a file
+    /// that `ovsdb-lab make` has written.
     explicit OvsdbLab(std::vector<std::string> const & options = {});
     ~OvsdbLab();
     OvsdbLab(OvsdbLab const &) = delete;
@@ -26,13 +27,13 @@ public:
 
     std::string const & folder() const { return folder_.path(); }
 
-    /// Fills it with the database for people.
+    /// Fills it with the small database.
     void fillSmall() const;
 
-    /// Fills it with as many MACs in as many VNIs.
+    /// Fills it with that many VNIs and MACs.
     void fill(unsigned vnis, unsigned macs) const;
 
-    /// Does one transaction, which has to succeed.
+    /// Runs one transaction, which has to succeed.
     void transact(std::string const & operations) const;
 
     /// Runs `vtep-ctl` on it.
@@ -59,13 +60,13 @@ public:
 
     std::string remoteOf(std::string const & node) const;
 
-    /// Sends a signal to a node, the "leader" or a "follower", and gives which node it is.
+    /// Sends a signal to a node, the "leader" or a "follower", and returns the node's name.
     std::string signal(std::string const & node, std::string const & name) const;
 
     /// Starts a node again, and waits until it has joined.
     void start(std::string const & node) const;
 
-    /// Waits until there is a leader that says so.
+    /// Waits until a node reports to be the leader.
     void waitForLeader() const;
 
 private:
@@ -73,7 +74,7 @@ private:
     std::vector<std::string> remotes_;
 };
 
-/// An `ovsdb-server` that hands on the `hardware_vtep` database of others.
+/// An `ovsdb-server` that relays the `hardware_vtep` database of others.
 class OvsdbRelay {
 public:
     /// Waits until it is connected to one of the servers at `remotes`.
@@ -94,7 +95,7 @@ public:
     EvpnLab(EvpnLab const &) = delete;
     EvpnLab & operator=(EvpnLab const &) = delete;
 
-    /// The one of this process, up at the first call.
+    /// The lab that all tests share, set up by the first call.
     static EvpnLab & shared();
 
     /// The path space of the daemons of VTEP 1, 2 or 3.
@@ -114,7 +115,7 @@ private:
     std::string prefix_;
 };
 
-/// A database server on a unix socket that answers as it is told; see fake-ovsdb-server.
+/// A database server on a unix socket that behaves as requested; see fake-ovsdb-server.
 class FakeOvsdb {
 public:
     /// `tables` are its rows, as JSON.
@@ -127,7 +128,7 @@ private:
     std::unique_ptr<Background> server_;
 };
 
-/// The words of a vtysh that answers as it is told; see fake-vtysh. The last of them is a folder
+/// The command of a vtysh that behaves as requested; see fake-vtysh. Its last word is a folder
 /// whose name no other process has on its command line.
 class FakeVtysh {
 public:
@@ -135,7 +136,7 @@ public:
 
     std::vector<std::string> words() const;
 
-    /// Makes it answer a command.
+    /// Sets its answer to a command.
     void answers(std::string const & command, std::string const & text) const;
 
     std::string const & folder() const { return folder_.path(); }

@@ -33,7 +33,7 @@ Words partsOf(std::string const & text) {
     return parts;
 }
 
-Process::Setting bare() {
+Process::Setting withoutFabric() {
     Process::Setting setting;
     setting.inChild = [] { unsetenv("VXSHOW_FABRIC"); };
     return setting;
@@ -89,7 +89,7 @@ std::vector<Words> const & listings() {
 }
 
 Finished ask(Words const & words) {
-    return vxshow(words, bare());
+    return vxshow(words, withoutFabric());
 }
 
 std::string shown(Words const & words) {
@@ -186,10 +186,10 @@ Words rowsOfVni(Words const & rows, std::string const & vni) {
     return found;
 }
 
-void waitUntil(std::string const & what, std::function<bool()> const & holds) {
+void waitUntil(std::string const & what, std::function<bool()> const & condition) {
     auto const deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-    while (!holds()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "gave up waiting: " << what;
+    while (!condition()) {
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "gave up waiting for " << what;
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 }

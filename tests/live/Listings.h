@@ -13,7 +13,7 @@ Words operator+(Words words, Words const & more);
 /// The text of a fabric file, source by source.
 class FabricText {
 public:
-    /// `remotes` are separated by commas; `more` are further lines of its table.
+    /// `remotes` are separated by commas; `more` has further lines of its table.
     FabricText & database(std::string const & name, std::string const & remotes,
                           std::string const & more = {});
 
@@ -30,50 +30,50 @@ private:
     std::string text_;
 };
 
-/// The seven commands that list.
+/// The seven show commands.
 std::vector<Words> const & listings();
 
 /// Runs vxshow without a state or fabric in its environment.
 Finished ask(Words const & words);
 
-/// Expects vxshow to succeed without a word on standard error; gives what it printed.
+/// Expects vxshow to succeed with nothing on standard error; returns what it printed.
 std::string shown(Words const & words);
 
-/// Expects all seven commands, in text and JSON, to print the same bytes of the live sources
-/// that the options `live` name and of the snapshot in the file `state`.
+/// Expects all seven commands, in text and JSON, to print the same bytes for the live sources
+/// that the options `live` name and for the snapshot in the file `state`.
 void expectSameListings(Words const & live, std::string const & state);
 
-/// The snapshot of a fabric, worked out without vxshow, as a file in `folder`.
+/// The snapshot of a fabric, computed without vxshow, as a file in `folder`.
 std::string expectedSnapshot(Folder const & folder, std::string const & fabric);
 
-/// What is said of a source on standard error.
+/// A line about a source on standard error.
 struct Remark {
     std::string source;
     std::string text;
 };
 
-/// Expects each line of standard error to be `vxshow: NAME: REASON`, in printable ASCII, with a
-/// reason that begins as one of those for which a source cannot be read.
+/// Expects each line of standard error to be `vxshow: NAME: REASON`, in printable ASCII, where
+/// the reason begins with one of those for which a source cannot be read.
 std::vector<Remark> failuresOf(Finished const & finished);
 
-/// Expects one line on standard error, `vxshow: NAME: TEXT` in printable ASCII, and none of a
-/// source that cannot be read; gives the text.
+/// Expects a single line on standard error, `vxshow: NAME: TEXT` in printable ASCII, and returns
+/// the text.
 std::string warningOf(Finished const & finished, std::string const & name);
 
-/// Expects that no source was read and nothing shown, and one line that says so of `name`, with
-/// a reason that begins with `reason`.
+/// Expects nothing to be shown, and a single line that reports the failure of `name` with a reason
+/// that begins with `reason`.
 void expectNothingShown(Finished const & finished, std::string const & name,
                         std::string const & reason);
 
-/// The rows of listings of MAC addresses or ARP entries, each with the lines that go on with it:
-/// lines in which a MAC address stands.
+/// The rows of a listing of MAC addresses or ARP entries: the lines with a MAC address, each with
+/// its continuation lines.
 Words rowsOf(std::string const & listing);
 
-/// Those rows in which `cell` is one of the columns.
+/// The rows that have `cell` in one of their columns.
 Words rowsWith(Words const & rows, std::string const & cell);
 
-/// Those rows that are of a VNI: it is the first column, or the second behind a name.
+/// The rows of a VNI, which is the first column, or the second one after a name.
 Words rowsOfVni(Words const & rows, std::string const & vni);
 
-/// Waits until it holds; fails the test after a minute.
-void waitUntil(std::string const & what, std::function<bool()> const & holds);
+/// Waits until the condition holds; fails the test after a minute.
+void waitUntil(std::string const & what, std::function<bool()> const & condition);

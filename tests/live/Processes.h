@@ -4,5 +4,5 @@
 #include <sys/types.h>
 #include <vector>
 
-/// The processes on whose command line both texts stand.
+/// The processes with both texts on their command line.
 std::vector<pid_t> processesWith(std::string const & one, std::string const & other);

@@ -44,7 +44,7 @@ std::vector<Program> const & programsOf(Lab lab) {
     return evpn;
 }
 
-bool isThere(std::string const & program) {
+bool isInstalled(std::string const & program) {
     if (program[0] == '/') {
         return access(program.c_str(), X_OK) == 0;
     }
@@ -58,8 +58,8 @@ bool isThere(std::string const & program) {
     return false;
 }
 
-/// Whether this is Debian 12, and we are root.
-bool isHome() {
+/// Whether this is Debian 12, with root as the user.
+bool mustHavePrograms() {
     std::ifstream release("/etc/os-release");
     bool debian = false;
     bool twelve = false;
@@ -70,7 +70,7 @@ bool isHome() {
     return debian && twelve && geteuid() == 0;
 }
 
-/// The effective capabilities of this process, a bit each.
+/// The effective capabilities of this process, one bit each.
 unsigned long long capabilities() {
     std::ifstream status("/proc/self/status");
     std::string const name = "CapEff:";
@@ -82,7 +82,8 @@ unsigned long long capabilities() {
     return 0;
 }
 
-/// Those that network namespaces and their devices need and this process lacks, by name.
+/// The names of the capabilities that network namespaces and their devices need and this process
+/// lacks.
 std::string missingCapabilities() {
     std::string names;
     for (auto const & [bit, name] :
@@ -98,10 +99,10 @@ std::string missingCapabilities() {
 
 std::optional<Missing> missingFor(Lab lab) {
     for (Program const & program : programsOf(lab)) {
-        if (!isThere(program.name)) {
+        if (!isInstalled(program.name)) {
             return Missing{std::string("NOT TESTED: ") + program.name +
                                " is missing; as root, run: apt-get install " + program.package,
-                           isHome()};
+                           mustHavePrograms()};
         }
     }
     if (lab != Lab::evpn) {
@@ -111,10 +112,9 @@ std::optional<Missing> missingFor(Lab lab) {
         return Missing{"NOT TESTED: network namespaces need root; run the tests as root"};
     }
     if (auto const names = missingCapabilities(); !names.empty()) {
-        return Missing{
-            "NOT TESTED: network namespaces need " + names +
-            ", which root does not have here; run the tests outside of the container, or "
-            "in one that has more privileges"};
+        return Missing{"NOT TESTED: network namespaces need " + names +
+                       ", which root does not have here; run the tests outside the container, or "
+                       "in one with more privileges"};
     }
     return std::nullopt;
 }

@@ -5,31 +5,31 @@
 #include <optional>
 #include <string>
 
-/// What the labs need of the machine.
+/// What the labs need from the machine.
 ///
-/// Where something is missing, the tests that need it are skipped and say so. Not on the system
-/// that this project is built for: there root has all programs, so one that is missing is a
-/// failure. What root may do is another's decision there, too: where a container has not all
-/// privileges, tests are skipped.
+/// If something is missing, the tests that need it are skipped and say why. On the system that
+/// this project is built for, root has all programs, so a missing one is a failure there. The
+/// privileges of root are not a matter of this project: in a container without all of them, tests
+/// are skipped there, too.
 enum class Lab {
     fake,     ///< programs that only look like a peer
     database, ///< ovsdb-server
     evpn,     ///< FRR in network namespaces
 };
 
-/// What a lab lacks.
+/// Something that a lab lacks.
 struct Missing {
     std::string text;       ///< what it is, and how to get it
-    bool isFailure = false; ///< whether it should have been there
+    bool isFailure = false; ///< whether it has to be present
 };
 
-/// What is missing for a lab; nothing when all is there.
+/// What is missing for a lab; nullopt if nothing is.
 std::optional<Missing> missingFor(Lab lab);
 
-/// Lets programs be found that administer the machine, whatever the caller's PATH is.
+/// Adds the folders of administrators' programs to PATH.
 void extendPath();
 
-/// The start of a test, or of its `SetUp`, that needs a lab.
+/// Starts a test, or its `SetUp`, that needs a lab.
 #define VXSHOW_NEEDS_LAB(lab)                                                                      \
     if (auto const missing = missingFor(lab)) {                                                    \
         if (missing->isFailure) {                                                                  \

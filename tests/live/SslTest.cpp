@@ -6,8 +6,8 @@
 
 namespace {
 
-/// A server behind an `ssl:` port, with an authority that has signed it and its clients, and
-/// another that has signed neither.
+/// A server with an `ssl:` port, an authority that signed it and its clients, and another that
+/// signed neither.
 class Ssl : public testing::Test {
 protected:
     static void SetUpTestSuite() {
@@ -28,7 +28,7 @@ protected:
 
     void SetUp() override { VXSHOW_NEEDS_LAB(Lab::database); }
 
-    /// A fabric file in which these files of `keys` are the client's.
+    /// A fabric file with these files of `keys` as the client's.
     static std::string fabricWith(std::string const & key, std::string const & certificate,
                                   std::string const & authority) {
         FabricText text;
@@ -52,7 +52,7 @@ std::unique_ptr<OvsdbLab> Ssl::lab;
 } // namespace
 
 TEST_F(Ssl, ItsKeyCertificateAndAuthorityOpenTheDatabase) {
-    // Relative names count from the folder of the fabric file.
+    // Relative paths start at the folder of the fabric file.
     auto const fabric = fabricWith("client.key", keys->file("client.pem"), "ca.pem");
     for (Words const & listing : listings()) {
         EXPECT_EQ(shown(Words{"--fabric", fabric} + listing),
@@ -61,12 +61,12 @@ TEST_F(Ssl, ItsKeyCertificateAndAuthorityOpenTheDatabase) {
     EXPECT_EQ(rowsOf(shown({"--fabric", fabric, "mac", "received"})).size(), 14U);
 }
 
-TEST_F(Ssl, AServerThatTheAuthorityHasNotSignedIsNotAsked) {
+TEST_F(Ssl, AServerThatTheAuthorityHasNotSignedIsNotQueried) {
     expectUnreachable(fabricWith("client.key", "client.pem", "other-ca.pem"));
 }
 
-TEST_F(Ssl, AServerTurnsAwayAClientThatItsAuthorityHasNotSigned) {
-    // Whether the client hears of it while it connects or when it asks is a matter of luck.
+TEST_F(Ssl, AServerRejectsAClientThatItsAuthorityHasNotSigned) {
+    // The client may notice it while it connects or when it sends its request.
     auto const fabric = fabricWith("stranger.key", "stranger.pem", "ca.pem");
     auto const finished = ask({"--fabric", fabric, "mac", "received"});
     EXPECT_EQ(finished.status, 1);
@@ -74,7 +74,7 @@ TEST_F(Ssl, AServerTurnsAwayAClientThatItsAuthorityHasNotSigned) {
     EXPECT_EQ(failuresOf(finished).size(), 1U);
 }
 
-TEST_F(Ssl, AKeyThatIsNotThereIsAFailureOfTheSource) {
+TEST_F(Ssl, AMissingKeyIsAFailureOfTheSource) {
     expectNothingShown(
         ask({"--fabric", fabricWith("none.key", "client.pem", "ca.pem"), "mac", "received"}),
         "rack1", "unreachable");

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A pseudo-terminal, on which a program believes that it is watched.
+/// A pseudo-terminal for a program that is watched.
 class Terminal {
 public:
     Terminal() : ours_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
@@ -31,7 +31,7 @@ public:
 
     int theirs() const noexcept { return theirs_; }
 
-    /// Reads what is drawn until `text` is in it, and a whole minute at most; forgets it then.
+    /// Reads what is drawn until `text` appears in it, for at most a minute, and discards it.
     void waitFor(std::string const & text) {
         std::string drawn;
         waitUntil(text + " to be drawn", [&] {
@@ -50,7 +50,7 @@ private:
     int theirs_ = -1;
 };
 
-/// A server of its own for each test, which changes what it holds or stops.
+/// A separate server for each test, which changes or stops it.
 class Watch : public testing::Test {
 protected:
     void SetUp() override {
@@ -60,8 +60,8 @@ protected:
         setTimeLimit(30);
     }
 
-    /// How long a reading may take. Short for a server that is going to be stopped, yet enough
-    /// for one that answers.
+    /// Sets the time limit of one reading: short for a server that will be stopped, yet enough for
+    /// one that answers.
     void setTimeLimit(unsigned seconds) {
         auto const limit = "time_limit = " + std::to_string(seconds);
         fabric_ = folder_.write("fabric.toml",
@@ -93,7 +93,7 @@ private:
 
 } // namespace
 
-TEST_F(Watch, WhatChangesIsDrawn) {
+TEST_F(Watch, ChangesAreDrawn) {
     Terminal terminal;
     auto const process = drawnOn(terminal);
     terminal.waitFor("0000.5e00.5301");
@@ -102,7 +102,7 @@ TEST_F(Watch, WhatChangesIsDrawn) {
     expectEndsWithCtrlC(*process);
 }
 
-TEST_F(Watch, TheLastGoodTableStaysWhileTheSourceFailsAndThatIsSaid) {
+TEST_F(Watch, TheLastGoodTableStaysWhileTheSourceFailsAndTheFailureIsShown) {
     setTimeLimit(5);
     Terminal terminal;
     auto const process = drawnOn(terminal);
@@ -116,7 +116,7 @@ TEST_F(Watch, TheLastGoodTableStaysWhileTheSourceFailsAndThatIsSaid) {
     expectEndsWithCtrlC(*process);
 }
 
-TEST_F(Watch, InAPipeEachAnswerFollowsTheLastWholeAndUnchanged) {
+TEST_F(Watch, InAPipeWholeAnswersFollowEachOther) {
     auto const once = shown({"--ovsdb", lab().remote(), "mac", "received"});
     Process process(question());
     std::string all;

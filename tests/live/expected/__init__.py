@@ -1,4 +1,4 @@
-"""What vxshow is to show of live sources, worked out a second time.
+"""An independent implementation of what vxshow has to show for live sources.
 
-Shares no code with it: plain dicts and sets, from what the sources' own clients print.
+Shares no code with vxshow: plain dicts and sets, from what the sources' own clients print.
 """

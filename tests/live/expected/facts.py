@@ -1,11 +1,11 @@
-"""What one source knows, and the snapshot that several make."""
+"""What one source knows, and the snapshot made from several sources."""
 
 import ipaddress
 import re
 
 
 class Side:
-    """What is known from one side: learned by a switch itself, or told to it."""
+    """What is known from one side: learned by a switch itself, or received by it."""
 
     def __init__(self):
         self.vnis = set()
@@ -26,7 +26,7 @@ class Side:
 
 
 class Facts:
-    """All that one source knows. A port of a router is (VNI, MAC, VTEP); None: not told."""
+    """All that one source knows. A port of a router is (VNI, MAC, VTEP); None means unknown."""
 
     def __init__(self):
         self.local = {}  # by switch
@@ -45,7 +45,7 @@ class Facts:
 
 
 def mac_of(text):
-    """An Ethernet address in any of its three forms; None when it is none."""
+    """Parses an Ethernet address in any of its three forms; None if it is invalid."""
     if not re.fullmatch(r"(?i)[0-9a-f]{2}([:-][0-9a-f]{2}){5}|[0-9a-f]{4}(\.[0-9a-f]{4}){2}", text):
         return None
     if ":" in text and "-" in text:
@@ -63,7 +63,7 @@ def prefix_text(text):
 
 
 def with_length(text):
-    """An address with its prefix length; the host's part is kept."""
+    """An address with its prefix length; host bits are kept."""
     return str(ipaddress.ip_interface(text))
 
 
@@ -94,7 +94,7 @@ def tables(side):
     for vni, mac, vtep in side.floods:
         flood = result[vni]["flood"]
         flood[mac] = vtep_list({*flood.get(mac, ()), vtep})
-    # The best claim to an address comes last, and stays.
+    # The best claim to an address comes last and wins.
     for vni, ip, mac, preference, changes in sorted(side.bindings, key=claim):
         entry = {"mac": mac, "preference": preference, "changes": changes}
         result[vni]["arp"][ip] = entry
@@ -108,7 +108,8 @@ def claim(binding):
 
 def shared_tables(side):
     hosts, flood = {}, {}
-    # Of several VTEPs the one with the most moves comes last, and stays; the lowest of those.
+    # Of several VTEPs the one with the most moves comes last and wins; if several have as many,
+    # the lowest.
     order = sorted(
         side.macs.items(),
         key=lambda item: (item[1], -int(ipaddress.ip_address(item[0][2]))),
@@ -129,7 +130,7 @@ def merged(sides):
 
 
 def of_switches(sources):
-    """Both directions of the sources that are switches."""
+    """Both directions, for the sources that are switches."""
     by_name = {}
     for facts in sources:
         for name, side in facts.local.items():
@@ -172,8 +173,8 @@ def routers(sources):
 
 def router_status(known):
     ports = {}
-    for address, told in known["ports"].items():
-        vni, mac, vtep = min(told, key=lambda port: tuple(part or "" for part in map(str, port)))
+    for address, found in known["ports"].items():
+        vni, mac, vtep = min(found, key=lambda port: tuple(part or "" for part in map(str, port)))
         ports[address] = {"vni": vni, "mac": mac or "00:00:00:00:00:00"}
         if vtep is not None:
             ports[address]["vtep"] = vtep
@@ -182,7 +183,7 @@ def router_status(known):
 
 
 def snapshot(sources):
-    """Of [(role, Facts)], the document that a controller would have published."""
+    """The document that a controller would have published, from [(role, Facts)]."""
     received, advertised = {}, {}
 
     def of(role):
@@ -192,8 +193,8 @@ def snapshot(sources):
         received["switches"], advertised["vnis"] = of_switches(of("switch"))
     for role, name in ("hsc", "HSC"), ("qvx", "QVX"):
         if of(role):
-            told = merged(facts.remote for facts in of(role))
-            received.setdefault("sources", {})[name] = tables(told)
+            remote = merged(facts.remote for facts in of(role))
+            received.setdefault("sources", {})[name] = tables(remote)
     if of("hsc"):  # nothing is advertised to QVX
         advertised["sources"] = {"HSC": tables(local_of_all(of("hsc")))}
     if of("evpn"):

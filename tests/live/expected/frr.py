@@ -1,4 +1,4 @@
-"""What a routing daemon knows, from what `vtysh` prints."""
+"""Reads what a routing daemon knows from the output of `vtysh`."""
 
 import ipaddress
 import json
@@ -14,7 +14,7 @@ class Vtysh:
         self.words = [*words, *(["-N", path_space] if path_space else [])]
 
     def show(self, command):
-        """One document; None where there is nothing."""
+        """One document; None if there is nothing to show."""
         done = subprocess.run(
             [*self.words, "-c", f"show {command} json"],
             stdout=subprocess.PIPE,
@@ -26,7 +26,7 @@ class Vtysh:
 
 
 def objects(document):
-    """The members that are objects: counters stand between them."""
+    """The members that are objects; there are counters between them."""
     return {key: value for key, value in (document or {}).items() if isinstance(value, dict)}
 
 
@@ -102,7 +102,7 @@ def add_routes(router, document):
 
 
 def nexthop_text(text):
-    """A VTEP is IPv4 also as the nexthop of an IPv6 route."""
+    """A VTEP is shown as IPv4 even as the nexthop of an IPv6 route."""
     ip = ipaddress.ip_address(text)
     mapped = ip.ipv4_mapped if ip.version == 6 else None
     return str(mapped or ip)

@@ -1,4 +1,4 @@
-"""What a database knows, from what `ovsdb-client query` prints."""
+"""Reads what a database knows from the output of `ovsdb-client query`."""
 
 import ipaddress
 import json
@@ -14,7 +14,7 @@ NO_MAC = "00:00:00:00:00:00"
 
 
 def elements(cell):
-    """The members of a set, which stands bare when there is one."""
+    """The members of a set; a set of one is written as the bare member."""
     return cell[1] if isinstance(cell, list) and cell[0] == "set" else [cell]
 
 
@@ -31,7 +31,7 @@ def only(cell):
     return next(iter(elements(cell)), None)
 
 
-# Text that nobody has checked; None when it is not what it should be
+# Text that the server does not check; None if it is invalid
 
 
 def host_mac(text):
@@ -56,7 +56,7 @@ def vni_of(key):
 
 
 class Database:
-    """The rows of a database, by what refers to them."""
+    """The rows of a database, indexed by identity where others refer to them."""
 
     def __init__(self, tables):
         def by_identity(table):
@@ -111,7 +111,7 @@ def add_switches(facts, database, system_id, system_ids):
 
 
 def sides(facts, name, side, vtep):
-    """Where an entry at the VTEP goes."""
+    """The sides to which an entry at the VTEP is added."""
     if side == "Remote":
         return [facts.remote]
     switches = [switch for switch, known in facts.switches.items() if vtep in known["vteps"]]
