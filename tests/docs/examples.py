@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
-"""Run every example of the pages and compare what it shows.
+"""Runs every example of the pages and compares its output.
 
-An example is a line "$ COMMAND" in a fenced block, and what it shows stands below
-it, up to the next example or the end of the block. The examples of a page run one
-after the other, each in a shell of its own, in the root of the checkout, with the
-program on the path; standard error is shown where a terminal shows it. Below an
-example whose output is another one each time stands "..." alone: that one has to end
-with exit status 0. Blocks without such a line are no examples. An example that does not
-end in time fails, and none of its page is run after it.
+An example is a line "$ COMMAND" in a fenced block; its output follows, up to the next
+example or the end of the block. The examples of a page run one after the other, each
+in its own shell, in the root of the checkout, with the program on the path; standard
+error is shown where a terminal shows it. If the output differs from run to run, the
+page shows just "..."; such an example has to end with exit status 0. Blocks without a
+command are not examples. An example that does not end in time fails, and the rest of
+its page is not run.
 
-With --write the pages get what the examples show now, for somebody to read.
+With --write the pages are updated to the current output, to be reviewed.
 """
 
 import argparse
@@ -25,7 +25,7 @@ FENCE = re.compile(r"^```")
 PROMPT = "$ "
 ANYTHING = ["..."]
 TIME_LIMIT = 120  # seconds
-TIME_LIMIT_OF_ANYTHING = 900  # a program may have to be built
+TIME_LIMIT_OF_ANYTHING = 900  # the example may build a program
 
 
 class Unended(Exception):
@@ -33,7 +33,7 @@ class Unended(Exception):
 
 
 def run(command, root, program, below):
-    """What the example shows; `below` is what stands below it."""
+    """The output of the example; `below` is what the page shows."""
     limit = TIME_LIMIT_OF_ANYTHING if below == ANYTHING else TIME_LIMIT
     environment = {k: v for k, v in os.environ.items() if not k.startswith("VXSHOW_")}
     environment["PATH"] = f"{program.parent}:{environment['PATH']}"
@@ -51,7 +51,7 @@ def run(command, root, program, below):
         except subprocess.TimeoutExpired:
             raise Unended(f"`{command}` did not end within {limit} seconds") from None
         finally:
-            if shell.poll() is None:  # with all that it has started
+            if shell.poll() is None:  # with everything that it started
                 os.killpg(shell.pid, signal.SIGKILL)
     if below == ANYTHING and shell.returncode == 0:
         return ANYTHING
@@ -59,7 +59,7 @@ def run(command, root, program, below):
 
 
 def examples(lines):
-    """Yield (number of the line of the prompt, command, what stands below it)."""
+    """Yield (line number of the prompt, command, the lines below it)."""
     fenced = False
     found = None
     for number, line in enumerate(lines):
@@ -77,7 +77,7 @@ def examples(lines):
 
 
 def shown_now(lines, root, program):
-    """The lines of a page with what its examples show now, and how many there are."""
+    """The lines of a page with the current output of its examples, and the number of examples."""
     result = []
     copied = 0
     count = 0
@@ -90,7 +90,7 @@ def shown_now(lines, root, program):
 
 
 def check(page, root, program, write):
-    """Whether the page shows what its examples do; a page without one does not."""
+    """Whether the page shows the output of its examples; false if it has none."""
     lines = page.read_text(encoding="utf-8").splitlines()
     try:
         now, count = shown_now(lines, root, program)
@@ -106,7 +106,7 @@ def check(page, root, program, write):
         sys.stdout.writelines(
             line + "\n"
             for line in difflib.unified_diff(
-                lines, now, f"{page.name} (stands there)", f"{page.name} (shown)", lineterm=""
+                lines, now, f"{page.name} (page)", f"{page.name} (output)", lineterm=""
             )
         )
         return False
@@ -118,7 +118,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--vxshow", type=pathlib.Path, required=True)
     parser.add_argument("--root", type=pathlib.Path, required=True)
-    parser.add_argument("--write", action="store_true", help="put what is shown into the pages")
+    parser.add_argument("--write", action="store_true", help="write the current output into the pages")
     parser.add_argument("pages", type=pathlib.Path, nargs="+")
     wanted = parser.parse_args()
     program = wanted.vxshow.resolve()

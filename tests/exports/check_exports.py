@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Holds what a shared library exports against a checked-in list.
+"""Compares the exports of a shared library with a checked-in list.
 
     check_exports.py LIBRARY LIST [--write]
 
-A line of the list is one exported function or object as C++ writes it. What any
-translation unit may emit (inline functions, templates, vtables, type information) is not
-listed: whether it appears depends on the optimiser. With --write the list is renewed.
+Each line of the list is one exported function or object in C++ notation. What any
+translation unit can emit (inline functions, templates, vtables, type information) is not
+listed: whether it appears depends on the optimiser. With --write the list is rewritten.
 """
 
 import difflib
