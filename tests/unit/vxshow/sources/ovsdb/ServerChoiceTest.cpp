@@ -54,7 +54,7 @@ protected:
     static std::string chosen(std::vector<std::string> const & remotes,
                               std::chrono::milliseconds limit = 2min) {
         DatabaseAddress const address{.remotes = remotes};
-        vxshow::ServerChoice servers(address);
+        sources::ovsdb::ServerChoice servers(address);
         try {
             return servers.server(Deadline::in(limit)).remote();
         } catch (Failure const & failure) {
