@@ -8,7 +8,7 @@ namespace [[gnu::visibility("default")]] Cli {
 namespace {
 
 /// The rule under the title is as wide as the received table, for both tables.
-void printHeader(outfmt::Printer & printer, char const * title, TextTable const & table) {
+void printArpHeader(outfmt::Printer & printer, char const * title, TextTable const & table) {
     printer.addFrills("%s\n%s\n", title, receivedArpTable.rule);
     printer.addFrills("%s\n%s\n", table.titles, table.underline);
 }
@@ -35,13 +35,13 @@ void printTotal(outfmt::Printer & printer, int rows) {
 } // namespace
 
 void renderVxlanFdbSetText(outfmt::Printer & printer, Vex::Ptr<VxlanFdbSet const> const & set) {
-    printHeader(printer, "                       Advertised ARP Table", advertisedArpTable);
+    printArpHeader(printer, "                       Advertised ARP Table", advertisedArpTable);
     AdvertisedArpTableRenderer renderer(printer);
     printTotal(printer, set ? renderRows(renderer, set->arpTable()) : 0);
 }
 
 void renderVxlanVtepSetText(outfmt::Printer & printer, Vex::Ptr<VxlanVtepSet const> const & set) {
-    printHeader(printer, "                        Received ARP Table", receivedArpTable);
+    printArpHeader(printer, "                        Received ARP Table", receivedArpTable);
     int rows = 0;
     if (set) {
         for (auto it = set->vtep().begin(); it; ++it) {

@@ -13,8 +13,8 @@ constexpr Column vtepsColumn{.title = "VTEP(s)",
                              .width = vtepColumn.width,
                              .headerWidth = vtepsPerLine * (vtepColumn.width + 1) - 1};
 
-constexpr TextTable unicastTable{vniColumn, macColumn, vtepColumn, movesColumn};
-constexpr TextTable floodTable{vniColumn, macColumn, vtepsColumn};
+constexpr TextTable advertisedUnicastTable{vniColumn, macColumn, vtepColumn, movesColumn};
+constexpr TextTable advertisedFloodTable{vniColumn, macColumn, vtepsColumn};
 
 /// The columns to the left of the VTEPs.
 constexpr TextTable entryTable{vniColumn, macColumn};
@@ -33,8 +33,9 @@ void printFdbHeader(outfmt::Printer & printer, char const * title, Line const & 
 void printFdbUcastTable(outfmt::Printer & printer, Vex::String const & vni,
                         VniStatus const & status, int & counter) {
     for (MacVtep const & entry : status.macVtepTable()) {
-        printer.addFrillsUpTo(maxRowLength, unicastTable.row, vni, DisplayMac(entry.macAddr()),
-                              entry.vtepIp(), signedCount(entry.moveCount()));
+        printer.addFrillsUpTo(maxRowLength, advertisedUnicastTable.row, vni,
+                              DisplayMac(entry.macAddr()), entry.vtepIp(),
+                              signedCount(entry.moveCount()));
         ++counter;
     }
 }
@@ -90,10 +91,12 @@ void printFdbText(outfmt::Printer & printer, bool dotted,
     // Each section has a rule as wide as the columns of the other section, and the titles are
     // indented three more than those of the received tables. Scripts recognise the sections by
     // these lines.
-    printFdbHeader(printer, "Advertised Mac Address Table", floodTable.rule, unicastTable);
+    printFdbHeader(printer, "Advertised Mac Address Table", advertisedFloodTable.rule,
+                   advertisedUnicastTable);
     printFdbTable(printer, TableKind::ucast, dotted, vnis);
     printer.addFrills("\n");
-    printFdbHeader(printer, "Advertised Flood Table", unicastTable.rule, floodTable);
+    printFdbHeader(printer, "Advertised Flood Table", advertisedUnicastTable.rule,
+                   advertisedFloodTable);
     printFdbTable(printer, TableKind::bum, dotted, vnis);
 }
 

@@ -13,10 +13,11 @@ constexpr Column sourceColumn{.title = "Source", .width = 17};
 constexpr Column floodVtepColumn =
     vtepColumn.withHeaderWidth(vtepColumn.width + 1 + movesColumn.width);
 
-constexpr TextTable unicastTable{sourceColumn, vniColumn, macColumn, vtepColumn, movesColumn};
-constexpr TextTable floodTable{sourceColumn, vniColumn, macColumn, floodVtepColumn};
+constexpr TextTable receivedUnicastTable{sourceColumn, vniColumn, macColumn, vtepColumn,
+                                         movesColumn};
+constexpr TextTable receivedFloodTable{sourceColumn, vniColumn, macColumn, floodVtepColumn};
 
-void printHeader(outfmt::Printer & printer, char const * title, TextTable const & table) {
+void printSectionHeader(outfmt::Printer & printer, char const * title, TextTable const & table) {
     printer.addFrills("         %s\n%s\n\n", title, table.rule);
     printer.addFrills("%s\n%s\n", table.titles, table.underline);
 }
@@ -25,7 +26,7 @@ void printHeader(outfmt::Printer & printer, char const * title, TextTable const 
 void printUcastTable(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
                      VniStatus const & status, int & counter) {
     for (MacVtep const & entry : status.macVtepTable()) {
-        printer.addFrillsUpTo(maxRowLength, unicastTable.row, source, vni,
+        printer.addFrillsUpTo(maxRowLength, receivedUnicastTable.row, source, vni,
                               DisplayMac(entry.macAddr()), entry.vtepIp(),
                               signedCount(entry.moveCount()));
         ++counter;
@@ -36,7 +37,8 @@ template <class VtepIps>
 void printVteps(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
                 Nolt::EthAddr const & mac, VtepIps const & vteps, int & counter) {
     for (Nolt::IpAddr vtep : vteps) {
-        printer.addFrillsUpTo(maxRowLength, floodTable.row, source, vni, DisplayMac(mac), vtep);
+        printer.addFrillsUpTo(maxRowLength, receivedFloodTable.row, source, vni, DisplayMac(mac),
+                              vtep);
         ++counter;
     }
 }
@@ -72,7 +74,8 @@ void printSection(outfmt::Printer & printer, char const * title, TableKind kind,
                   Vex::Ptr<SwitchDir const> const & switches,
                   Vex::Ptr<SwitchDir const> const & nonSwitchSources) {
     int counter = 0;
-    printHeader(printer, title, kind == TableKind::ucast ? unicastTable : floodTable);
+    printSectionHeader(printer, title,
+                       kind == TableKind::ucast ? receivedUnicastTable : receivedFloodTable);
     printTable(printer, kind, dotted, switches, counter);
     printTable(printer, kind, dotted, nonSwitchSources, counter);
     printer.addFrills("Total Mac Addresses for this criterion: %d\n", counter);

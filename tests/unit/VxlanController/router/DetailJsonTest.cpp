@@ -8,8 +8,6 @@ using namespace std::string_literals;
 using outfmt::test::Json;
 using outfmt::test::readJson;
 
-namespace {} // namespace
-
 TEST(DetailJson, AnEmptyStateIsAnEmptyDictionary) {
     EXPECT_EQ(detailJson(RouterState()), "{\"router\":{}}\n");
 }

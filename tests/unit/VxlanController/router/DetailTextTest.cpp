@@ -4,8 +4,6 @@
 
 using namespace std::string_literals;
 
-namespace {} // namespace
-
 TEST(DetailText, AnEmptyStateIsTwoHeadersAndTwoTotalsOfZero) {
     std::string const expected =
         "--------------------------------------------------------------------------------\n"
