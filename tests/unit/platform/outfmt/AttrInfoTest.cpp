@@ -103,7 +103,8 @@ bool liesWithin(StringAttrInfo const & info) {
 
 TEST(StringAttrInfo, KeepsUpTo99BytesInItsOwnBuffer) {
     StringAttrInfo info(jsonMode, "key");
-    for (std::size_t size : {0, 1, 98, 99, 100, 101, 104, 105, 100'000, 99, 0, 100, 3}) {
+    for (std::size_t size :
+         {0U, 1U, 98U, 99U, 100U, 101U, 104U, 105U, 100'000U, 99U, 0U, 100U, 3U}) {
         std::string value(size, 'v');
         info.setValue(value);
         EXPECT_EQ(info.getArg().text, value);
@@ -121,7 +122,7 @@ TEST(StringAttrInfo, KeepsAnyBytes) {
 }
 
 TEST(StringAttrInfo, AcceptsAPartOfItsCurrentValue) {
-    for (std::size_t size : {50, 99, 150, 400}) {
+    for (std::size_t size : {50U, 99U, 150U, 400U}) {
         std::string value;
         while (value.size() < size) {
             value += static_cast<char>('a' + value.size() % 26);

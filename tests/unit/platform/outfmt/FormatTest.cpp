@@ -22,7 +22,7 @@ struct Address {
 };
 
 struct ThrowingAddress {
-    static constexpr std::size_t maxTextLength = 15;
+    [[maybe_unused]] static constexpr std::size_t maxTextLength = 15;
 
     char * writeTo(char * to) const { return to; }
 };

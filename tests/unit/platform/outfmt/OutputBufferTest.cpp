@@ -75,7 +75,7 @@ TEST(OutputBuffer, KeepsTheOrderOfAllWaysOfAdding) {
 }
 
 TEST(OutputBuffer, SplitsTextAtLineEndsWhenItIsFull) {
-    for (std::size_t length : {1, 10, 80, 4095, 40000, 65535}) {
+    for (std::size_t length : {1U, 10U, 80U, 4095U, 40000U, 65535U}) {
         File file;
         OutputBuffer buffer(file.fd(), OutputBuffer::Parting::lineEnds);
         std::string line = std::string(length, 'x') + "\n";

@@ -54,7 +54,7 @@ void expectAsPrintf(FormatString<std::type_identity_t<Args>...> const & format,
                     Args const &... args) {
     std::string_view source = format.parsed().text;
     EXPECT_EQ(line(format, args...), byPrintf(100000, source, args...)) << source;
-    for (std::size_t limit : {0, 1, 16, 17, 18, 40, 1023}) {
+    for (std::size_t limit : {0U, 1U, 16U, 17U, 18U, 40U, 1023U}) {
         EXPECT_EQ(lineUpTo(limit, format, args...), byPrintf(limit, source, args...))
             << source << " up to " << limit;
     }
