@@ -138,13 +138,13 @@ Operation stringConstructor(Type const & value) {
 }
 
 std::string stringFormDeclarations(Type const & value) {
-    std::string const exported = "[[gnu::visibility(\"default\")]] ";
+    std::string const visible = "[[gnu::visibility(\"default\")]] ";
     std::string const comment = std::string("The string form of the value") +
                                 (omitsCollection(value) ? ", with None for a collection." : ".");
     return "\n" + docComment(0, {comment}) +
-           signature(0, exported + "Vex::String", "valueToStrep", {valueParameter(value)}, ");") +
+           signature(0, visible + "Vex::String", "valueToStrep", {valueParameter(value)}, ");") +
            "\n" + docComment(0, {"Writes the string form."}) +
-           signature(0, exported + "std::ostream &", "operator<<",
+           signature(0, visible + "std::ostream &", "operator<<",
                      {"std::ostream & out", valueParameter(value)}, ");");
 }
 
