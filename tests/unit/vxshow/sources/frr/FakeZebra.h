@@ -9,6 +9,9 @@
 #include <vector>
 
 /// A zebra that answers from captures of a real one, or what a test writes out.
+///
+/// The captures are of two VTEPs of one fabric: VTEP 1 has every kind of entry but those of an
+/// Ethernet segment of its own, which VTEP 2 has.
 namespace vxshow::test {
 
 /// Answers commands as `vtysh -E` prints it. A command that it knows, about what is not there, is
