@@ -91,14 +91,13 @@ void readNexthop(text::JsonValue & value, std::string const & vrf,
     text::KnownMembers members(names);
     bool isActive = false;
     bool isResolver = false;
-    std::optional<Nolt::IpGenAddr> address;
+    Nolt::IpGenAddr address;
     value.members("a nexthop", [&](text::JsonText const & name, text::JsonValue & member) {
         switch (members.take(name)) {
         case ip: {
             auto const text = member.text(text::anIpAddress);
-            address = Nolt::IpGenAddr::tryFromString(text.text());
-            if (!address || address->isNone()) {
-                address.reset();
+            address = Nolt::IpGenAddr::tryFromString(text.text()).value_or(Nolt::IpGenAddr());
+            if (address.isNone()) {
                 leaveOut(join, vrf, "nexthop", text.text(), text::anIpAddress);
             }
             break;
@@ -113,8 +112,8 @@ void readNexthop(text::JsonValue & value, std::string const & vrf,
             break;
         }
     });
-    if (address && isActive && !isResolver) {
-        nexthops.push_back(unmapped(*address));
+    if (!address.isNone() && isActive && !isResolver) {
+        nexthops.push_back(unmapped(address));
     }
 }
 
