@@ -40,7 +40,7 @@ public:
             finish(index, outcomes[index], reading);
         }
         bool const nothing = std::none_of(outcomes.begin(), outcomes.end(),
-                                          [](auto const & one) { return one.reading; });
+                                          [](auto const & one) { return one.answer; });
         if (nothing || (allOrNothing_ && !reading.complete)) {
             throw StateError(joined(reading.remarks));
         }
@@ -50,7 +50,7 @@ public:
 
 private:
     struct LastGood {
-        std::shared_ptr<sources::fabric::SourceReading const> reading = {};
+        std::shared_ptr<sources::Answer const> answer = {};
         std::string time = {};
     };
 
@@ -70,19 +70,19 @@ private:
     void finish(std::size_t index, sources::fabric::Outcome & outcome, Reading & reading) {
         std::string const name = Vex::printable(sources_[index].name);
         auto & last = lastGood_[index];
-        if (outcome.reading && keep_ == Keep::lastGood) {
-            last = {outcome.reading, terminal::timeOfDay()};
+        if (outcome.answer && keep_ == Keep::lastGood) {
+            last = {outcome.answer, terminal::timeOfDay()};
         }
-        if (!outcome.reading) {
+        if (!outcome.answer) {
             reading.complete = false;
             std::string remark = name + ": " + outcome.failure;
-            if (last.reading && !allOrNothing_) {
-                outcome.reading = last.reading;
+            if (last.answer && !allOrNothing_) {
+                outcome.answer = last.answer;
                 remark += "; shown as it was at " + last.time;
             }
             reading.remarks.push_back(remark);
         }
-        auto const warning = outcome.reading ? outcome.reading->findings.warning() : std::nullopt;
+        auto const warning = outcome.answer ? outcome.answer->findings.warning() : std::nullopt;
         if (warning) {
             reading.remarks.push_back(name + ": " + *warning);
         }

@@ -78,7 +78,7 @@ private:
 
     Outcome outcomeOf(Source const & source) const {
         try {
-            return {std::make_shared<SourceReading>(
+            return {std::make_shared<Answer>(
                 askOne(source, selection_, Deadline::in(source.timeLimit)))};
         } catch (std::bad_alloc const &) {
             return {nullptr, "out of memory"};
@@ -90,7 +90,7 @@ private:
     void finish(std::size_t index, Outcome outcome) {
         std::lock_guard const lock(mutex_);
         ++progress_.done;
-        progress_.rows += outcome.reading ? rowsOf(outcome.reading->state) : 0;
+        progress_.rows += outcome.answer ? rowsOf(outcome.answer->facts) : 0;
         outcomes_[index] = std::move(outcome);
         changed_.notify_one();
     }
@@ -159,8 +159,8 @@ state::Mount mountSources(std::vector<Source> const & sources,
                           state::Selection const & selection) {
     Merge mount(selection);
     for (std::size_t index = 0; index < sources.size(); ++index) {
-        if (outcomes[index].reading) {
-            mount.add(outcomes[index].reading->state, sources[index].role);
+        if (outcomes[index].answer) {
+            mount.add(outcomes[index].answer->facts, sources[index].role);
         }
     }
     return mount.mount();

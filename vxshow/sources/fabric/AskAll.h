@@ -22,8 +22,8 @@ struct Progress {
 
 /// What became of one source.
 struct Outcome {
-    std::shared_ptr<SourceReading const> reading; ///< null when it failed
-    std::string failure = {};                     ///< the reason then, printable, on one line
+    std::shared_ptr<Answer const> answer; ///< null if it failed
+    std::string failure = {};             ///< the reason then, printable, on one line
 };
 
 /// Reads all sources, up to `maxParallelReads` side by side, and gives what became of each, in
@@ -38,7 +38,7 @@ std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selectio
 /// shared with both when the servers are local.
 inline constexpr std::size_t maxParallelReads = 16;
 
-/// The mount of all outcomes that have a reading; `outcomes` stand in the order of `sources`.
+/// The mount of all sources that answered; `outcomes` stand in the order of `sources`.
 state::Mount mountSources(std::vector<Source> const & sources,
                           std::vector<Outcome> const & outcomes,
                           state::Selection const & selection);

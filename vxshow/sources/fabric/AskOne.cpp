@@ -20,25 +20,23 @@ ovsdb::Wanted wantedOf(state::Selection const & selection, Role role) {
     return wanted;
 }
 
-SourceReading readDatabase(Source const & source, ovsdb::DatabaseAddress const & address,
-                           state::Selection const & selection, Deadline const & deadline) {
+Answer readDatabase(Source const & source, ovsdb::DatabaseAddress const & address,
+                    state::Selection const & selection, Deadline const & deadline) {
     auto const vni = selection.vni.isNone() ? std::nullopt : std::optional(selection.vni.vni());
-    auto answer = ovsdb::askDatabase(address, {source.name, source.systemId, source.systemIds},
-                                     wantedOf(selection, source.role), vni, deadline);
-    return {std::move(answer.state), std::move(answer.findings)};
+    return ovsdb::askDatabase(address, {source.name, source.systemId, source.systemIds},
+                              wantedOf(selection, source.role), vni, deadline);
 }
 
-SourceReading readVtep(Source const & source, frr::VtyshCommand const & vtysh,
-                       state::Selection const & selection, Deadline const & deadline) {
-    auto answer = frr::askVtysh(vtysh, {source.name, source.systemId}, selection, deadline.end,
-                                system::FileBytes::longest);
-    return {std::move(answer.state), std::move(answer.findings)};
+Answer readVtep(Source const & source, frr::VtyshCommand const & vtysh,
+                state::Selection const & selection, Deadline const & deadline) {
+    return frr::askVtysh(vtysh, {source.name, source.systemId}, selection, deadline.end,
+                         system::FileBytes::longest);
 }
 
 } // namespace
 
-SourceReading askOne(Source const & source, state::Selection const & selection,
-                     Deadline const & deadline) {
+Answer askOne(Source const & source, state::Selection const & selection,
+              Deadline const & deadline) {
     if (auto const * address = std::get_if<ovsdb::DatabaseAddress>(&source.access)) {
         return readDatabase(source, *address, selection, deadline);
     }

@@ -223,14 +223,14 @@ void Collector::addRouters(SwitchFacts & own) {
     }
 }
 
-FrrAnswer Collector::finished(VtepSource const & source) {
-    FrrAnswer answer;
+Answer Collector::finished(VtepSource const & source) {
+    Answer answer;
     resolveSegments();
     dropUnknownVnis(local_);
     dropUnknownVnis(remote_);
     placeLocal(local_);
     addVnis(local_);
-    auto & own = answer.state.switches[source.name];
+    auto & own = answer.facts.switches[source.name];
     own.systemId = source.systemId;
     auto const addVtep = [&](auto const & vnis) {
         for (auto const & [vni, known] : vnis) {
@@ -242,10 +242,10 @@ FrrAnswer Collector::finished(VtepSource const & source) {
     addVtep(l2Vnis_);
     addVtep(l3Vnis_);
     addRouters(own);
-    answer.state.local[source.name] = std::move(local_);
-    answer.state.remote = std::move(remote_);
-    answer.state.routers = std::move(routers_);
-    answer.state.settle();
+    answer.facts.local[source.name] = std::move(local_);
+    answer.facts.remote = std::move(remote_);
+    answer.facts.routers = std::move(routers_);
+    answer.facts.settle();
     answer.findings = std::move(findings_);
     answer.fits = fits_;
     return answer;

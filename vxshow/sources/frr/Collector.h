@@ -94,7 +94,7 @@ public:
     std::vector<Question> further() const;
 
     /// What has been joined, settled. The join is over.
-    FrrAnswer finished(VtepSource const & source);
+    Answer finished(VtepSource const & source);
 
 private:
     using MacKey = std::pair<Vxlan::Vni, Nolt::EthAddr>;

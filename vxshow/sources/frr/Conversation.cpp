@@ -46,8 +46,8 @@ void ask(RunVtysh const & run, Questions const & questions, Collector & join) {
     }
 }
 
-FrrAnswer askOnce(RunVtysh const & run, VtepSource const & source,
-                  state::Selection const & selection, Deadline const & deadline) {
+Answer askOnce(RunVtysh const & run, VtepSource const & source, state::Selection const & selection,
+               Deadline const & deadline) {
     Collector join(selection, deadline);
     ask(run, firstQuestions(selection), join);
     auto const further = join.further();
@@ -59,9 +59,9 @@ FrrAnswer askOnce(RunVtysh const & run, VtepSource const & source,
 
 } // namespace
 
-FrrAnswer converse(RunVtysh const & run, VtepSource const & source,
-                   state::Selection const & selection, Deadline const & deadline) {
-    std::optional<FrrAnswer> answer;
+Answer converse(RunVtysh const & run, VtepSource const & source, state::Selection const & selection,
+                Deadline const & deadline) {
+    std::optional<Answer> answer;
     try {
         for (unsigned attempt = 0; attempt < maxAttempts && !(answer && answer->fits); ++attempt) {
             answer = askOnce(run, source, selection, deadline);

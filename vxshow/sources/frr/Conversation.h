@@ -20,8 +20,7 @@ inline constexpr unsigned maxAttempts = 3;
 /// something open; of some thousand commands, 64 KiB in each run. Asks again while they do not fit
 /// together and there is time, for `run` and until `deadline`, and takes the last answer then as
 /// it is. Raises `Failure`.
-FrrAnswer converse(RunVtysh const & run, VtepSource const & source,
-                   state::Selection const & selection,
-                   Deadline const & deadline = Deadline::never());
+Answer converse(RunVtysh const & run, VtepSource const & source, state::Selection const & selection,
+                Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow::sources::frr

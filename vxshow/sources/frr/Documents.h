@@ -1,10 +1,9 @@
 #pragma once
 
 #include "Nolt/EthAddr.h"
+#include "vxshow/sources/Answer.h"
 #include "vxshow/sources/AnswerError.h"
 #include "vxshow/sources/Deadline.h"
-#include "vxshow/sources/Facts.h"
-#include "vxshow/sources/Findings.h"
 #include "vxshow/sources/frr/Question.h"
 #include "vxshow/state/Selection.h"
 #include "vxshow/system/FileBytes.h"
@@ -29,19 +28,12 @@ struct Document {
     system::FileBytes bytes;
 };
 
-struct FrrAnswer {
-    Facts state;
-    Findings findings;
-    /// Whether every reference leads somewhere. Answers are of different moments, so what one
-    /// refers to may be gone in the next; what dangles is left out, and asking again may help.
-    bool fits = true;
-};
-
 /// Reads answers of zebra, in the order in which they were asked for. What `macsInDetail` tells
 /// replaces all that was said of MAC addresses before; what is told of one MAC address replaces
 /// that it is behind an Ethernet segment. Raises `AnswerError` for a document that is not as
 /// zebra writes it, with the command and the place, and `TimedOut` when many entries are left at
-/// the deadline.
+/// the deadline. Documents are of different moments, so what one refers to can be gone in the
+/// next: such entries are left out, and the answer does not fit.
 ///
 /// - No text at all in place of the VNIs, or of one, is what zebra answers when EVPN is not in
 ///   force, since bgpd is down or does not advertise all VNIs: that is remarked. An empty list or
@@ -60,8 +52,8 @@ struct FrrAnswer {
 ///   without a nexthop is connected, or a dead end.
 /// - Unknown members are passed over, and so is what stands between entries without being one.
 ///   Text that is no MAC address, IP address, prefix or VNI is left out and noticed.
-FrrAnswer readDocuments(std::vector<Document> const & documents, VtepSource const & source,
-                        state::Selection const & selection = {},
-                        Deadline const & deadline = Deadline::never());
+Answer readDocuments(std::vector<Document> const & documents, VtepSource const & source,
+                     state::Selection const & selection = {},
+                     Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow::sources::frr

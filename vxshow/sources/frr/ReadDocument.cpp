@@ -92,8 +92,8 @@ void readDocument(Question const & question, system::PaddedText document, Collec
     }
 }
 
-FrrAnswer readDocuments(std::vector<Document> const & documents, VtepSource const & source,
-                        state::Selection const & selection, Deadline const & deadline) {
+Answer readDocuments(std::vector<Document> const & documents, VtepSource const & source,
+                     state::Selection const & selection, Deadline const & deadline) {
     Collector join(selection, deadline);
     for (auto const & document : documents) {
         readDocument(document.question, document.bytes.padded(), join);

@@ -6,10 +6,9 @@
 
 namespace vxshow::sources::frr {
 
-FrrAnswer askVtysh(VtyshCommand const & vtysh, VtepSource const & source,
-                   state::Selection const & selection, std::chrono::steady_clock::time_point end,
-                   std::size_t outputBytes,
-                   std::function<void(std::string_view)> const & received) {
+Answer askVtysh(VtyshCommand const & vtysh, VtepSource const & source,
+                state::Selection const & selection, std::chrono::steady_clock::time_point end,
+                std::size_t outputBytes, std::function<void(std::string_view)> const & received) {
     system::Limits const limits{end, outputBytes};
     VtyshRun const about{vtysh.words.front(), end - system::Clock::now()};
     auto const run = [&](std::vector<std::string> const & commands) {

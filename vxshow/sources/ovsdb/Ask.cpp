@@ -40,7 +40,7 @@ struct Question {
     Deadline const & deadline;
 };
 
-HardwareVtepAnswer askOnce(Client const & server, Question const & question) {
+Answer askOnce(Client const & server, Question const & question) {
     auto wanted = question.wanted;
     if (question.vni && (wanted.localMacs || wanted.remoteMacs)) {
         auto const survey = server.query(Request::survey().text(), question.deadline);
@@ -53,7 +53,7 @@ HardwareVtepAnswer askOnce(Client const & server, Question const & question) {
 
 /// Asks one server. The logical switches of a VNI may change between the two transactions that
 /// it takes to name them, so it may have to be asked again.
-HardwareVtepAnswer ask(Client const & server, Question const & question) {
+Answer ask(Client const & server, Question const & question) {
     try {
         for (;;) {
             auto answer = askOnce(server, question);
@@ -91,7 +91,7 @@ std::optional<std::string> cutOffFrom(Client const & server, Deadline const & de
 }
 
 /// It is asked what it is when it has been read: it was in touch with the others then.
-HardwareVtepAnswer askOnlyOne(DatabaseAddress const & address, Question const & question) {
+Answer askOnlyOne(DatabaseAddress const & address, Question const & question) {
     Client const server(address.remotes.front(), address.ssl);
     auto answer = ask(server, question);
     if (auto const others = cutOffFrom(server, question.deadline)) {
@@ -101,7 +101,7 @@ HardwareVtepAnswer askOnlyOne(DatabaseAddress const & address, Question const & 
     return answer;
 }
 
-HardwareVtepAnswer askCluster(DatabaseAddress const & address, Question const & question) {
+Answer askCluster(DatabaseAddress const & address, Question const & question) {
     constexpr std::chrono::milliseconds betweenServers{100};
     ServerChoice servers(address);
     for (;;) {
@@ -119,9 +119,9 @@ HardwareVtepAnswer askCluster(DatabaseAddress const & address, Question const & 
 
 } // namespace
 
-HardwareVtepAnswer askDatabase(DatabaseAddress const & address, DatabaseSource const & source,
-                               Wanted const & wanted, std::optional<Vxlan::Vni> vni,
-                               Deadline const & deadline) {
+Answer askDatabase(DatabaseAddress const & address, DatabaseSource const & source,
+                   Wanted const & wanted, std::optional<Vxlan::Vni> vni,
+                   Deadline const & deadline) {
     checkFiles(address);
     Question const question{source, wanted, vni, deadline};
     return address.remotes.size() == 1 ? askOnlyOne(address, question)

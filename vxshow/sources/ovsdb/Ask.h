@@ -15,8 +15,7 @@ namespace vxshow::sources::ovsdb {
 /// leader when there is none (`OvsdbServerStatus.h` says why). While the cluster has no leader,
 /// and when the server that is read goes away, it begins again until the deadline. A single
 /// remote is read whatever its part in a cluster is, unless it says that it is cut off.
-HardwareVtepAnswer askDatabase(DatabaseAddress const & address, DatabaseSource const & source,
-                               Wanted const & wanted, std::optional<Vxlan::Vni> vni,
-                               Deadline const & deadline);
+Answer askDatabase(DatabaseAddress const & address, DatabaseSource const & source,
+                   Wanted const & wanted, std::optional<Vxlan::Vni> vni, Deadline const & deadline);
 
 } // namespace vxshow::sources::ovsdb

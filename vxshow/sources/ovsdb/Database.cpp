@@ -69,15 +69,15 @@ void setSystemIds(DatabaseSource const & source, Facts & state) {
 
 } // namespace
 
-HardwareVtepAnswer readDatabase(system::FileBytes const & answer, Request const & request,
-                                DatabaseSource const & source, std::optional<Vxlan::Vni> vni,
-                                Deadline const & deadline) {
+Answer readDatabase(system::FileBytes const & answer, Request const & request,
+                    DatabaseSource const & source, std::optional<Vxlan::Vni> vni,
+                    Deadline const & deadline) {
     Join rows(source.name, deadline);
     join(answer, request, rows);
-    HardwareVtepAnswer result;
+    Answer result;
     result.fits = !request.pushed() || (vni && rows.logicalSwitchesOf(*vni) == *request.pushed());
-    std::tie(result.state, result.findings) = rows.finished();
-    setSystemIds(source, result.state);
+    std::tie(result.facts, result.findings) = rows.finished();
+    setSystemIds(source, result.facts);
     return result;
 }
 

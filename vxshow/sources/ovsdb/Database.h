@@ -1,9 +1,8 @@
 #pragma once
 
+#include "vxshow/sources/Answer.h"
 #include "vxshow/sources/AnswerError.h"
 #include "vxshow/sources/Deadline.h"
-#include "vxshow/sources/Facts.h"
-#include "vxshow/sources/Findings.h"
 #include "vxshow/sources/ovsdb/Request.h"
 #include "vxshow/system/FileBytes.h"
 
@@ -29,18 +28,11 @@ struct DatabaseSource {
     std::map<std::string, Nolt::EthAddr> systemIds = {};
 };
 
-struct HardwareVtepAnswer {
-    Facts state;
-    Findings findings;
-    /// Whether the logical switches that the request named are still those of its VNI. If not,
-    /// the state lacks entries, and the source is to be asked again.
-    bool fits = true;
-};
-
 /// Reads the answer to `request`, the bytes that `ovsdb-client query` prints. A request that
 /// names logical switches was made for `vni`. Raises `AnswerError`, when the server has refused a
 /// part of the request, too: nothing is taken from an answer that is not whole. Raises `TimedOut`
-/// when much of it is left at the deadline.
+/// when much of it is left at the deadline. It fits unless the logical switches that the request
+/// names are no longer those of the VNI: then facts are missing.
 ///
 /// - The VNI of an entry is the tunnel_key of its logical switch, or of its locator when that
 ///   has none.
@@ -54,9 +46,9 @@ struct HardwareVtepAnswer {
 ///   switch without a key, of which no locator tells the VNI.
 /// - `unknown-dst` is the flood list of the zero address. Moves, changes and preferences are
 ///   all 0, for nobody counts them here.
-HardwareVtepAnswer readDatabase(system::FileBytes const & answer, Request const & request,
-                                DatabaseSource const & source, std::optional<Vxlan::Vni> vni = {},
-                                Deadline const & deadline = Deadline::never());
+Answer readDatabase(system::FileBytes const & answer, Request const & request,
+                    DatabaseSource const & source, std::optional<Vxlan::Vni> vni = {},
+                    Deadline const & deadline = Deadline::never());
 
 /// Reads the answer to `Request::survey()`, and gives the logical switches in which
 /// entries of `vni` may be: those with that key, and those without any. Raises as

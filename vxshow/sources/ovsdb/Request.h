@@ -45,7 +45,7 @@ struct Wanted {
 /// and building is nearly all of its work. So a listing of one VNI names that VNI's logical
 /// switches in the selects of the MAC tables. Which rows those are takes a query before
 /// (`survey`), after which they may change: the answer tells whether it still fits
-/// (`HardwareVtepAnswer::fits`).
+/// (`Answer::fits`).
 ///
 /// A MAC address is pushed down as well, in every spelling that is read as it: the server
 /// compares text byte by byte, no condition can say "either of these", and nobody keeps writers

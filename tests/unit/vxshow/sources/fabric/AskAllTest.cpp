@@ -52,7 +52,7 @@ TEST(ReadFabric, EachSourceHasItsOwnOutcomeInItsPlaceHoweverManyThereAre) {
     ASSERT_EQ(outcomes.size(), count);
     for (unsigned number = 1; number <= count; ++number) {
         auto const & outcome = outcomes[number - 1];
-        EXPECT_FALSE(outcome.reading);
+        EXPECT_FALSE(outcome.answer);
         EXPECT_NE(outcome.failure.find("failed as number " + std::to_string(number)),
                   std::string::npos)
             << outcome.failure;
@@ -65,9 +65,9 @@ TEST(ReadFabric, ASourceThatFailsLeavesTheOthers) {
         scripted("good", "for word; do case $word in show*) echo \"host# $word\";; esac; done");
     auto const outcomes = askAll({failing(1), good, failing(2)}, {});
     ASSERT_EQ(outcomes.size(), 3U);
-    EXPECT_FALSE(outcomes[0].reading);
-    EXPECT_TRUE(outcomes[1].reading) << outcomes[1].failure;
-    EXPECT_FALSE(outcomes[2].reading);
+    EXPECT_FALSE(outcomes[0].answer);
+    EXPECT_TRUE(outcomes[1].answer) << outcomes[1].failure;
+    EXPECT_FALSE(outcomes[2].answer);
 }
 
 TEST(ReadFabric, AProgramThatIsNotThereIsTheReason) {

@@ -31,14 +31,14 @@ SideFacts partOf(SideFacts side, Vxlan::Vni vni, Nolt::EthAddr mac = {}) {
 void expectPart(state::Selection const & selection) {
     for (auto const * const vtep : {"vtep1", "vtep2"}) {
         FakeZebra zebra(vtep);
-        auto const whole = zebra.ask().state;
+        auto const whole = zebra.ask().facts;
         auto const selected = zebra.ask(selection);
         auto const vni = selection.vni.vni();
         EXPECT_TRUE(selected.fits);
         EXPECT_FALSE(selected.findings.warning());
         auto const part = [&](SideFacts const & side) { return partOf(side, vni, selection.mac); };
-        EXPECT_EQ(selected.state.remote, part(whole.remote)) << vtep << " " << vni.stringValue();
-        EXPECT_EQ(selected.state.local.at("leaf1"), part(whole.local.at("leaf1")))
+        EXPECT_EQ(selected.facts.remote, part(whole.remote)) << vtep << " " << vni.stringValue();
+        EXPECT_EQ(selected.facts.local.at("leaf1"), part(whole.local.at("leaf1")))
             << vtep << " " << vni.stringValue();
     }
 }
@@ -79,7 +79,7 @@ TEST(FrrCaptures, AMacKnownFromArpAloneIsNotShownWhenAskedFor) {
 TEST(FrrCaptures, AnUnknownVniHasNothing) {
     auto const answer = FakeZebra("vtep1").ask(tablesOf(77));
     EXPECT_TRUE(answer.fits);
-    EXPECT_EQ(linesOf(answer.state), "switch leaf1 id 00:00:5e:00:53:e1\n");
+    EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id 00:00:5e:00:53:e1\n");
 }
 
 TEST(FrrCaptures, TheDetailedListTellsTheSame) {
@@ -94,10 +94,10 @@ TEST(FrrCaptures, TheDetailedListTellsTheSame) {
                 {{kind}, system::FileBytes::copyOf(frrCapture(vtep + "/" + name + ".json"))});
         }
         auto const detailed = readDocuments(documents, {"leaf1"});
-        auto const whole = FakeZebra(vtep).ask().state;
+        auto const whole = FakeZebra(vtep).ask().facts;
         EXPECT_TRUE(detailed.fits);
-        EXPECT_EQ(detailed.state.remote.macs, whole.remote.macs);
-        EXPECT_EQ(detailed.state.local.at("leaf1").macs, whole.local.at("leaf1").macs);
+        EXPECT_EQ(detailed.facts.remote.macs, whole.remote.macs);
+        EXPECT_EQ(detailed.facts.local.at("leaf1").macs, whole.local.at("leaf1").macs);
     }
 }
 

@@ -25,7 +25,7 @@ struct Answer {
     std::string text;
 };
 
-FrrAnswer read(std::vector<Answer> const & answers, Deadline const & deadline = Deadline::in(1h)) {
+Answer read(std::vector<Answer> const & answers, Deadline const & deadline = Deadline::in(1h)) {
     std::vector<Document> documents;
     for (auto const & [question, text] : answers) {
         documents.push_back({question, system::FileBytes::copyOf(text)});
@@ -75,14 +75,14 @@ Answer vnis() {
 
 TEST(FrrEffort, FewEntriesAreReadBehindTheDeadline) {
     std::vector<Answer> const answers{vnis(), {{Kind::macs}, macsOf10(5)}};
-    EXPECT_EQ(read(answers, passed()).state, read(answers).state);
-    EXPECT_EQ(read(answers).state.local.at("leaf1").macs.size(), 5U);
+    EXPECT_EQ(read(answers, passed()).facts, read(answers).facts);
+    EXPECT_EQ(read(answers).facts.local.at("leaf1").macs.size(), 5U);
 }
 
 TEST(FrrEffort, ManyMacsAreNotReadBehindTheDeadline) {
     std::vector<Answer> const answers{vnis(), {{Kind::macs}, macsOf10(5000)}};
     EXPECT_EQ(timeOver(answers), noAnswer);
-    EXPECT_EQ(read(answers).state.local.at("leaf1").macs.size(), 5000U);
+    EXPECT_EQ(read(answers).facts.local.at("leaf1").macs.size(), 5000U);
 }
 
 TEST(FrrEffort, ManyNeighboursAreNotReadBehindTheDeadline) {
@@ -94,14 +94,14 @@ TEST(FrrEffort, ManyNeighboursAreNotReadBehindTheDeadline) {
     });
     std::vector<Answer> const answers{vnis(), {{Kind::neighbours}, R"({"10":{)" + entries + "}}"}};
     EXPECT_EQ(timeOver(answers), noAnswer);
-    EXPECT_EQ(read(answers).state.local.at("leaf1").bindings.size(), 5000U);
+    EXPECT_EQ(read(answers).facts.local.at("leaf1").bindings.size(), 5000U);
 }
 
 TEST(FrrEffort, ManyVnisAreNotReadBehindTheDeadline) {
     auto const list = listed(5000, [](unsigned number) { return l2Vni(number); });
     std::vector<Answer> const answers{{{Kind::vnis}, "[" + list + "]"}};
     EXPECT_EQ(timeOver(answers), noAnswer);
-    EXPECT_EQ(read(answers).state.remote.vnis.size(), 5000U);
+    EXPECT_EQ(read(answers).facts.remote.vnis.size(), 5000U);
 }
 
 TEST(FrrEffort, ManyRoutesAreNotReadBehindTheDeadline) {
@@ -111,7 +111,7 @@ TEST(FrrEffort, ManyRoutesAreNotReadBehindTheDeadline) {
     });
     std::vector<Answer> const answers{{{Kind::routes, {}, {}, "red"}, "{" + routes + "}"}};
     EXPECT_EQ(timeOver(answers), noAnswer);
-    EXPECT_EQ(read(answers).state.routers.at("red").routes.size(), 2500U);
+    EXPECT_EQ(read(answers).facts.routers.at("red").routes.size(), 2500U);
 }
 
 TEST(FrrEffort, ManyMacsBehindASegmentOfManyVtepsAreNotJoinedBehindTheDeadline) {
@@ -128,13 +128,13 @@ TEST(FrrEffort, ManyMacsBehindASegmentOfManyVtepsAreNotJoinedBehindTheDeadline) 
         {{Kind::macsInDetail}, macsOf10(entries)},
         {{Kind::segments}, R"([{"esi":"03:01","vteps":[)" + vteps + "]}]"}};
     EXPECT_EQ(timeOver(answers), noAnswer);
-    EXPECT_EQ(read(answers).state.remote.macs.size(), 10000U);
+    EXPECT_EQ(read(answers).facts.remote.macs.size(), 10000U);
 }
 
 TEST(FrrEffort, AConversationEndsAtTheDeadline) {
     auto zebra =
         zebraWithMacs(listed(5000, [](unsigned number) { return localMac(macOf(number)); }));
-    EXPECT_EQ(zebra.ask().state.local.at("leaf1").macs.size(), 5000U);
+    EXPECT_EQ(zebra.ask().facts.local.at("leaf1").macs.size(), 5000U);
     try {
         converse(zebra.run(), {"leaf1"}, {}, passed());
         ADD_FAILURE() << "accepted";

@@ -156,7 +156,7 @@ std::string FakeZebra::printed(std::vector<std::string> const & commands) const 
     return text;
 }
 
-FrrAnswer FakeZebra::ask(state::Selection const & selection) {
+Answer FakeZebra::ask(state::Selection const & selection) {
     return converse(run(), {"leaf1", Nolt::EthAddr::fromString("00:00:5e:00:53:e1")}, selection);
 }
 

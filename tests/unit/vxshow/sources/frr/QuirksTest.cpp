@@ -24,8 +24,8 @@ FakeZebra zebraWithSegment() {
     return zebra;
 }
 
-std::string macsOf(FrrAnswer const & answer) {
-    return linesOf(answer.state, "leaf1 mac") + linesOf(answer.state, "remote mac");
+std::string macsOf(Answer const & answer) {
+    return linesOf(answer.facts, "leaf1 mac") + linesOf(answer.facts, "remote mac");
 }
 
 FakeZebra zebraWithNeighbour(std::string const & neighbour) {
@@ -34,8 +34,8 @@ FakeZebra zebraWithNeighbour(std::string const & neighbour) {
     return zebra;
 }
 
-std::string arpOf(FrrAnswer const & answer) {
-    return linesOf(answer.state, "leaf1 arp") + linesOf(answer.state, "remote arp");
+std::string arpOf(Answer const & answer) {
+    return linesOf(answer.facts, "leaf1 arp") + linesOf(answer.facts, "remote arp");
 }
 
 /// The VRF red with the L3 VNI 5001, the interface br10 and these routes.
@@ -49,8 +49,8 @@ FakeZebra zebraWithRoutes(std::string const & routes) {
     return zebra;
 }
 
-std::string routesOf(FrrAnswer const & answer) {
-    return linesOf(answer.state, "router");
+std::string routesOf(Answer const & answer) {
+    return linesOf(answer.facts, "router");
 }
 
 constexpr char const * notInForce =
@@ -70,7 +70,7 @@ TEST(FrrQuirks, EmptyAnswersMeanThatThereIsNothing) {
         }
         auto const answer = zebra.ask();
         EXPECT_TRUE(answer.fits);
-        EXPECT_EQ(linesOf(answer.state), "switch leaf1 id 00:00:5e:00:53:e1\n") << nothing;
+        EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id 00:00:5e:00:53:e1\n") << nothing;
         EXPECT_FALSE(answer.findings.warning()) << nothing;
     }
 }
@@ -90,7 +90,7 @@ TEST(FrrQuirks, NoTextInPlaceOfTheVnisMeansThatEvpnIsNotInForce) {
         for (auto const & selection : {state::Selection(), one}) {
             auto const answer = zebra.ask(selection);
             EXPECT_TRUE(answer.fits);
-            EXPECT_EQ(linesOf(answer.state), "switch leaf1 id 00:00:5e:00:53:e1\n");
+            EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id 00:00:5e:00:53:e1\n");
             EXPECT_EQ(answer.findings.warning(), notInForce);
         }
         EXPECT_EQ(zebra.runs.size(), 2U);
@@ -175,16 +175,16 @@ TEST(FrrQuirks, ManyMacsBehindSegmentsAreAskedForAtOnce) {
     ASSERT_EQ(zebra.runs.size(), 2U);
     EXPECT_EQ(zebra.runs[1], (std::vector<std::string>{"show evpn mac vni all detail json",
                                                        "show evpn es detail json"}));
-    EXPECT_EQ(all.state.remote.macs.size(), 130U);
-    EXPECT_EQ(all.state.local.at("leaf1").macs.size(), 1U);
+    EXPECT_EQ(all.facts.remote.macs.size(), 130U);
+    EXPECT_EQ(all.facts.local.at("leaf1").macs.size(), 1U);
 
     state::Selection one;
     one.routers = false;
     one.vni = Vxlan::Vni(10);
     auto const selected = zebra.ask(one);
     EXPECT_TRUE(selected.fits);
-    EXPECT_EQ(selected.state.remote.macs, all.state.remote.macs);
-    EXPECT_TRUE(selected.state.local.at("leaf1").macs.empty());
+    EXPECT_EQ(selected.facts.remote.macs, all.facts.remote.macs);
+    EXPECT_TRUE(selected.facts.local.at("leaf1").macs.empty());
 }
 
 TEST(FrrQuirks, ASegmentWithoutVtepsIsAskedForAgain) {
@@ -203,7 +203,7 @@ TEST(FrrQuirks, ASegmentWithoutVtepsIsAskedForAgain) {
     EXPECT_EQ(runs, 4U);
     EXPECT_TRUE(answer.fits);
     EXPECT_FALSE(answer.findings.warning());
-    EXPECT_EQ(answer.state.remote.macs.size(), 2U);
+    EXPECT_EQ(answer.facts.remote.macs.size(), 2U);
 }
 
 TEST(FrrQuirks, WhatStillDanglesIsLeftOutAndTold) {
@@ -217,7 +217,7 @@ TEST(FrrQuirks, WhatStillDanglesIsLeftOutAndTold) {
         answer.findings.warning(),
         "1 entry left out: 02:00:00:00:00:01 in VNI 10: behind Ethernet segment \"03:01\", of "
         "which no VTEP is known");
-    EXPECT_EQ(linesOf(answer.state, "remote flood"),
+    EXPECT_EQ(linesOf(answer.facts, "remote flood"),
               "remote flood 10 00:00:00:00:00:00 10.0.0.2\n");
 }
 
@@ -286,7 +286,7 @@ TEST(FrrQuirks, AVniWithoutAVtepAddressHasNoLocalPlaces) {
         R"([{"vni":10,"type":"L2","vrf":"red","sviInterface":"br10","sviIfindex":5,)"
         R"("vtepIp":"0.0.0.0"}])";
     auto const answer = zebra.ask();
-    EXPECT_EQ(linesOf(answer.state),
+    EXPECT_EQ(linesOf(answer.facts),
               "switch leaf1 id 00:00:5e:00:53:e1\nleaf1 vni 10\nremote vni 10\n");
     EXPECT_EQ(answer.findings.warning(), "1 entry left out: 02:00:00:00:00:01 in VNI 10: local, "
                                          "where the VNI has no VTEP address");
@@ -315,7 +315,7 @@ TEST(FrrQuirks, AnL3VniThatIsDownHasNoVtep) {
     zebra["show evpn vni detail json"] =
         R"([{"vni":5001,"type":"L3","localVtepIp":"0.0.0.0","sviIntf":"None","state":"Down",)"
         R"("vrf":"red","l2Vnis":[]}])";
-    EXPECT_EQ(linesOf(zebra.ask().state), "switch leaf1 id 00:00:5e:00:53:e1\n");
+    EXPECT_EQ(linesOf(zebra.ask().facts), "switch leaf1 id 00:00:5e:00:53:e1\n");
 }
 
 TEST(FrrQuirks, OfTheRoutesOfAPrefixTheSelectedOneIsTaken) {

@@ -23,8 +23,8 @@ std::string failureWith(std::string const & command, std::string const & answer)
 std::string leftOut(std::string const & entries) {
     auto zebra = zebraWithMacs(entries);
     auto const answer = zebra.ask();
-    EXPECT_TRUE(answer.state.local.at("leaf1").macs.empty());
-    EXPECT_TRUE(answer.state.remote.macs.empty());
+    EXPECT_TRUE(answer.facts.local.at("leaf1").macs.empty());
+    EXPECT_TRUE(answer.facts.remote.macs.empty());
     return answer.findings.warning().value_or("nothing");
 }
 

@@ -11,7 +11,7 @@ TEST(FrrCaptures, TheWholeStateOfVtep2) {
     auto const answer = FakeZebra("vtep2").ask();
     EXPECT_TRUE(answer.fits);
     EXPECT_FALSE(answer.findings.warning());
-    EXPECT_EQ(linesOf(answer.state),
+    EXPECT_EQ(linesOf(answer.facts),
               R"(switch leaf1 id 00:00:5e:00:53:e1 vtep 10.0.0.2 router tenant1 router tenant2
 leaf1 vni 10
 leaf1 vni 20

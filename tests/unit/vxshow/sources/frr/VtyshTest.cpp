@@ -28,7 +28,7 @@ protected:
     void TearDown() override { std::filesystem::remove_all(folder_); }
 
     /// Asks for everything.
-    FrrAnswer ask(std::string const & script, std::chrono::milliseconds time = 60s) {
+    Answer ask(std::string const & script, std::chrono::milliseconds time = 60s) {
         std::ofstream(folder_ + "/vtysh") << script;
         VtyshCommand command{{"/bin/sh", folder_ + "/vtysh"}};
         return askVtysh(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + time, 100000,
@@ -63,7 +63,7 @@ done
 
 TEST_F(VtyshTest, IsRunForItsAnswers) {
     auto const answer = ask(echo);
-    EXPECT_EQ(linesOf(answer.state), "switch leaf1 id none\n");
+    EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id none\n");
     EXPECT_EQ(answer.findings.warning(),
               "EVPN is not in force: zebra holds no VNIs, as when bgpd is down");
     EXPECT_EQ(received_, 33U + 34U + 40U + 25U);
@@ -78,7 +78,7 @@ TEST_F(VtyshTest, ARemoteShellLeavesTheWordsAsTheyAre) {
     auto const answer =
         askVtysh(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + 60s, 100000);
     ::unsetenv("SPACE");
-    EXPECT_EQ(linesOf(answer.state), "switch leaf1 id none\n");
+    EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id none\n");
 }
 
 TEST_F(VtyshTest, ItsFailureIsTold) {

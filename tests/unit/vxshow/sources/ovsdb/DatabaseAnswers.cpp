@@ -85,11 +85,11 @@ std::string Database::answer() const {
     return text.append("]\n");
 }
 
-HardwareVtepAnswer readAnswer(std::string_view answer) {
+Answer readAnswer(std::string_view answer) {
     return readDatabase(system::FileBytes::copyOf(answer), Request::whole(), {"lab"});
 }
 
-HardwareVtepAnswer readAnswer(Database const & database) {
+Answer readAnswer(Database const & database) {
     return readAnswer(database.answer());
 }
 

@@ -18,7 +18,7 @@ namespace Cli = VxlanController::Cli;
 
 using enum Table;
 
-HardwareVtepAnswer labAnswer() {
+Answer labAnswer() {
     return readAnswer(capture("query.json"));
 }
 
@@ -29,7 +29,7 @@ state::Mount labMount(Role role = Role::switches) {
                         {"leaf2", Nolt::EthAddr::fromString("00:00:5e:00:53:e2")}};
     auto const answer =
         readDatabase(system::FileBytes::copyOf(capture("query.json")), Request::whole(), source);
-    mount.add(answer.state, role);
+    mount.add(answer.facts, role);
     return mount.mount();
 }
 
@@ -83,21 +83,21 @@ TEST(HardwareVtep, ReadsTheRealAnswerWithoutAnyFinding) {
     auto const answer = labAnswer();
     EXPECT_EQ(answer.findings.warning(), std::nullopt);
     EXPECT_TRUE(answer.fits);
-    EXPECT_EQ(answer.state.local.at("leaf1").macs.size(), 7);
-    EXPECT_EQ(answer.state.local.at("leaf2").macs.size(), 2);
-    EXPECT_EQ(answer.state.remote.macs.size(), 12);
+    EXPECT_EQ(answer.facts.local.at("leaf1").macs.size(), 7);
+    EXPECT_EQ(answer.facts.local.at("leaf2").macs.size(), 2);
+    EXPECT_EQ(answer.facts.remote.macs.size(), 12);
 }
 
 TEST(HardwareVtep, TheOrderOfRowsIsOfNoConsequence) {
     auto const real = labAnswer();
     auto const answer = capture("query.json");
     for (unsigned seed = 1; seed <= 20; ++seed) {
-        EXPECT_EQ(readAnswer(shuffled(answer, seed)).state, real.state) << seed;
+        EXPECT_EQ(readAnswer(shuffled(answer, seed)).facts, real.facts) << seed;
     }
 }
 
 TEST(HardwareVtep, BindsRoutersToTheSwitchesWithAPortInTheirLogicalSwitches) {
-    auto const state = labAnswer().state;
+    auto const state = labAnswer().facts;
     EXPECT_EQ(state.switches.at("leaf1").routers, std::set<std::string>{"tenant1"});
     EXPECT_EQ(state.switches.at("leaf2").routers, std::set<std::string>{"tenant1"});
     auto const & router = state.routers.at("tenant1");
@@ -115,7 +115,7 @@ TEST(HardwareVtep, LeavesOutTheTextsOfARouterThatAreNone) {
         R"(["10.1.0.0/16","10.0.0.2"]]],"switch_binding":["map",[["",)" +
         row(1) + R"(],["10.0.0.1/8",)" + row(1) + R"(],["10.0.0.2/8",)" + row(2) + "]]]}"};
     auto const answer = readAnswer(database);
-    auto const & router = answer.state.routers.at("r");
+    auto const & router = answer.facts.routers.at("r");
     EXPECT_EQ(router.ports.size(), 1);
     EXPECT_EQ(router.routes.size(), 1);
     EXPECT_EQ(answer.findings.leftOut.count(), 4);
@@ -129,7 +129,7 @@ TEST(HardwareVtep, TheOnlySwitchHasTheSourcesSystemIdentifier) {
     auto const systemIds = [&](std::string const & answer) {
         auto const state =
             readDatabase(system::FileBytes::copyOf(answer), Request::whole(), {"lab", id, {}})
-                .state;
+                .facts;
         std::vector<std::optional<Nolt::EthAddr>> all;
         for (auto const & [name, known] : state.switches) {
             all.push_back(known.systemId);

@@ -19,7 +19,7 @@ Deadline passed() {
     return {system::Clock::now() - 1s, 5s};
 }
 
-HardwareVtepAnswer readAnswer(Database const & database, Deadline const & deadline) {
+Answer readAnswer(Database const & database, Deadline const & deadline) {
     return readDatabase(system::FileBytes::copyOf(database.answer()), Request::whole(), {"lab"}, {},
                         deadline);
 }
@@ -123,10 +123,10 @@ TEST(HardwareVtepEffort, ARouterRunsOnceOnASwitchHoweverOftenItsLogicalSwitchIsB
     Database often = once;
     often[physicalSwitch] = {switchRow("leaf1", rowsFrom(1000, 2))};
     often[physicalPort] = {portRow(1000, 3), portRow(1001, 2)};
-    auto const state = readAnswer(often).state;
+    auto const state = readAnswer(often).facts;
     EXPECT_EQ(state.switches.at("leaf1").routers, (std::set<std::string>{"r0", "r1"}));
     EXPECT_EQ(state.local.at("leaf1").vnis, std::vector{Vxlan::Vni(5001)});
-    EXPECT_EQ(state, readAnswer(once).state);
+    EXPECT_EQ(state, readAnswer(once).facts);
 }
 
 // The deadline has passed, so that no clock decides: there are few steps before it is looked at,
@@ -140,7 +140,7 @@ TEST(HardwareVtepEffort, ManyBindingsOfALogicalSwitchWithManyRoutersAreNotMultip
         database[physicalPort].push_back(portRow(1000 + number, 1));
     }
     addRouters(database, many);
-    EXPECT_EQ(readAnswer(database, passed()).state.switches.at("leaf1").routers.size(), many);
+    EXPECT_EQ(readAnswer(database, passed()).facts.switches.at("leaf1").routers.size(), many);
 }
 
 TEST(HardwareVtepEffort, RowsThatFloodToOneSetAreOneFloodList) {
@@ -153,8 +153,8 @@ TEST(HardwareVtepEffort, RowsThatFloodToOneSetAreOneFloodList) {
         often.multicast(mcastMacsRemote, "unknown-dst", 1, 21);
     }
     auto const answer = readAnswer(often);
-    EXPECT_EQ(answer.state, readAnswer(once).state);
-    EXPECT_EQ(answer.state.remote.floods.size(), 2);
+    EXPECT_EQ(answer.facts, readAnswer(once).facts);
+    EXPECT_EQ(answer.facts.remote.floods.size(), 2);
     EXPECT_EQ(answer.findings.warning(),
               "1 local entry at a VTEP of no switch: Mcast_Macs_Local \"unknown-dst\" in VNI 5001 "
               "at 10.0.0.2");
@@ -169,7 +169,7 @@ TEST(HardwareVtepEffort, WhatFloodsToOneSetElsewhereIsAnotherFloodList) {
     database.multicast(mcastMacsRemote, "unknown-dst", 3, 21);
     database.multicast(mcastMacsRemote, "01:00:5e:01:02:03", 1, 21);
     database.multicast(mcastMacsLocal, "unknown-dst", 1, 21);
-    auto const state = readAnswer(database).state;
+    auto const state = readAnswer(database).facts;
     EXPECT_EQ(state.remote.floods.size(), 6);
     EXPECT_EQ(state.local.at("leaf1").floods.size(), 1);
     EXPECT_EQ(state.local.at("lab").floods.size(), 1);
@@ -180,7 +180,7 @@ TEST(HardwareVtepEffort, EachIpAddressOfAGroupIsKnownWhereItIsFlooded) {
     for (auto const * ip : {"239.1.2.3", "239.1.2.4", ""}) {
         database.multicast(mcastMacsLocal, "01:00:5e:01:02:03", 1, 21, ip);
     }
-    auto const state = readAnswer(database).state;
+    auto const state = readAnswer(database).facts;
     EXPECT_EQ(state.local.at("leaf1").bindings.size(), 2);
     EXPECT_EQ(state.local.at("lab").bindings, state.local.at("leaf1").bindings);
     EXPECT_EQ(state.remote.bindings.size(), 0);
@@ -196,7 +196,7 @@ TEST(HardwareVtepEffort, ABadLocatorIsToldOnceForEachSetThatHasIt) {
         database.multicast(mcastMacsRemote, mac, 1, 21);
     }
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.floods.size(), 4);
+    EXPECT_EQ(answer.facts.remote.floods.size(), 4);
     EXPECT_EQ(answer.findings.warning(),
               "2 entries left out, the first: Physical_Locator_Set "
               "00000000-0000-4000-8000-000000000021: dst_ip \"nowhere\", expected an IPv4 address "
@@ -212,7 +212,7 @@ TEST(HardwareVtepEffort, ALocatorWithoutAVniIsToldOnceForEachSetThatHasIt) {
         database.multicast(mcastMacsRemote, mac, 2, 21);
     }
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.floods.size(), 8);
+    EXPECT_EQ(answer.facts.remote.floods.size(), 8);
     EXPECT_EQ(answer.findings.warning(),
               "2 entries left out, the first: Physical_Locator_Set "
               "00000000-0000-4000-8000-000000000021: tunnel_key -1 of 10.0.0.4, expected a VNI "
@@ -230,7 +230,7 @@ TEST(HardwareVtepEffort, AFloodListInALogicalSwitchWhoseKeyIsNoVniIsOneEntry) {
                                       R"(,"name":"odd","tunnel_key":-1})");
     database.multicast(mcastMacsRemote, "unknown-dst", 3, 21);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.floods.size(), 0);
+    EXPECT_EQ(answer.facts.remote.floods.size(), 0);
     EXPECT_EQ(answer.findings.warning(),
               "1 entry left out: Mcast_Macs_Remote \"unknown-dst\" in \"odd\": tunnel_key -1, "
               "expected a VNI from 0 to 16777215");
@@ -239,7 +239,7 @@ TEST(HardwareVtepEffort, AFloodListInALogicalSwitchWhoseKeyIsNoVniIsOneEntry) {
 TEST(HardwareVtepEffort, FewRowsAreReadBehindTheDeadline) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12);
-    EXPECT_EQ(readAnswer(database, passed()).state, readAnswer(database).state);
+    EXPECT_EQ(readAnswer(database, passed()).facts, readAnswer(database).facts);
 }
 
 TEST(HardwareVtepEffort, ManyRowsAreNotReadBehindTheDeadline) {
@@ -248,7 +248,7 @@ TEST(HardwareVtepEffort, ManyRowsAreNotReadBehindTheDeadline) {
         database.unicast(ucastMacsRemote, macOf(number), 1, 12);
     }
     EXPECT_EQ(timeOver(database), noAnswer);
-    EXPECT_EQ(readAnswer(database, Deadline::in(1h)).state.remote.macs.size(), 5000);
+    EXPECT_EQ(readAnswer(database, Deadline::in(1h)).facts.remote.macs.size(), 5000);
 }
 
 TEST(HardwareVtepEffort, OneRowOfManyReferencesIsNotReadBehindTheDeadline) {
@@ -267,7 +267,7 @@ TEST(HardwareVtepEffort, ManyFloodTargetsOfFewRowsAreNotJoinedBehindTheDeadline)
         database.multicast(mcastMacsRemote, macOf(number), 1, 22);
     }
     EXPECT_EQ(timeOver(database), noAnswer);
-    EXPECT_EQ(readAnswer(database).state.remote.floods.size(), 10000);
+    EXPECT_EQ(readAnswer(database).facts.remote.floods.size(), 10000);
 }
 
 TEST(HardwareVtepEffort, ManySwitchesAtOneVtepAreNotJoinedBehindTheDeadline) {
@@ -277,7 +277,7 @@ TEST(HardwareVtepEffort, ManySwitchesAtOneVtepAreNotJoinedBehindTheDeadline) {
         database.unicast(ucastMacsLocal, macOf(number), 1, 11);
     }
     EXPECT_EQ(timeOver(database), noAnswer);
-    auto const state = readAnswer(database).state;
+    auto const state = readAnswer(database).facts;
     EXPECT_EQ(state.local.at("s0").macs.size(), 100);
     EXPECT_EQ(state.local.at("s99"), state.local.at("s0"));
 }
@@ -287,7 +287,7 @@ TEST(HardwareVtepEffort, ManyRoutersOnManySwitchesAreNotJoinedBehindTheDeadline)
     addSwitches(database, 100);
     addRouters(database, 100);
     EXPECT_EQ(timeOver(database), noAnswer);
-    EXPECT_EQ(readAnswer(database).state.switches.at("s99").routers.size(), 100);
+    EXPECT_EQ(readAnswer(database).facts.switches.at("s99").routers.size(), 100);
 }
 
 TEST(HardwareVtepEffort, ManyLogicalSwitchesAreNotSurveyedBehindTheDeadline) {

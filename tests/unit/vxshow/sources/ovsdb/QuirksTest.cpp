@@ -29,7 +29,7 @@ using Bindings = std::vector<IpBinding>;
 
 auto const mac1 = mac("02:00:00:00:00:01");
 
-std::string warningOf(HardwareVtepAnswer const & answer) {
+std::string warningOf(Answer const & answer) {
     return answer.findings.warning().value_or("none");
 }
 
@@ -39,14 +39,14 @@ TEST(HardwareVtepQuirks, TheVniIsThatOfTheLogicalSwitch) {
     Database database;
     // Its locator has another key, which counts for nothing.
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 13);
-    EXPECT_EQ(readAnswer(database).state.remote.macs, (Macs{{vni(5001), mac1, ip("10.0.0.3")}}));
+    EXPECT_EQ(readAnswer(database).facts.remote.macs, (Macs{{vni(5001), mac1, ip("10.0.0.3")}}));
 }
 
 TEST(HardwareVtepQuirks, TheVniIsThatOfTheLocatorWhereTheLogicalSwitchHasNone) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 2, 13);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.macs, (Macs{{vni(5003), mac1, ip("10.0.0.3")}}));
+    EXPECT_EQ(answer.facts.remote.macs, (Macs{{vni(5003), mac1, ip("10.0.0.3")}}));
     EXPECT_EQ(warningOf(answer), "none");
 }
 
@@ -54,7 +54,7 @@ TEST(HardwareVtepQuirks, AnEntryWithoutAnyKeyIsLeftOut) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 2, 12);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.macs, Macs{});
+    EXPECT_EQ(answer.facts.remote.macs, Macs{});
     EXPECT_EQ(warningOf(answer),
               "1 entry left out: Ucast_Macs_Remote \"02:00:00:00:00:01\" in \"keyless\": "
               "tunnel_key of neither, expected a VNI from 0 to 16777215");
@@ -68,7 +68,7 @@ TEST(HardwareVtepQuirks, AKeyThatIsNoVniLeavesItsEntriesOut) {
         // The locator's key is no substitute for a wrong one.
         database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 3, 13);
         auto const answer = readAnswer(database);
-        EXPECT_EQ(answer.state.local.at("leaf1"), SideFacts());
+        EXPECT_EQ(answer.facts.local.at("leaf1"), SideFacts());
         EXPECT_EQ(warningOf(answer), "1 entry left out: Ucast_Macs_Local \"02:00:00:00:00:01\" in "
                                      "\"odd\": tunnel_key " +
                                          std::string(key) + ", expected a VNI from 0 to 16777215");
@@ -80,7 +80,7 @@ TEST(HardwareVtepQuirks, TheLeastAndTheLargestVniAreVnis) {
         Database database;
         database[logicalSwitch] = {R"({"_uuid":)" + row(1) + R"(,"name":"","tunnel_key":)" +
                                    std::to_string(key) + "}"};
-        EXPECT_EQ(readAnswer(database).state.remote.vnis, std::vector{vni(key)});
+        EXPECT_EQ(readAnswer(database).facts.remote.vnis, std::vector{vni(key)});
     }
 }
 
@@ -90,8 +90,8 @@ TEST(HardwareVtepQuirks, ALocalMacBelongsToTheSwitchWithTheLocatorsAddress) {
         R"({"name":"leaf2","ports":["set",[]],"tunnel_ips":["set",["10.0.0.2","10.0.0.9"]]})");
     database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 1, 12);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.local.at("leaf1").macs, Macs{});
-    EXPECT_EQ(answer.state.local.at("leaf2").macs, (Macs{{vni(5001), mac1, ip("10.0.0.2")}}));
+    EXPECT_EQ(answer.facts.local.at("leaf1").macs, Macs{});
+    EXPECT_EQ(answer.facts.local.at("leaf2").macs, (Macs{{vni(5001), mac1, ip("10.0.0.2")}}));
 }
 
 TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfSeveralSwitchesBelongsToEach) {
@@ -100,8 +100,8 @@ TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfSeveralSwitchesBelongsToEach) {
         R"({"name":"leaf2","ports":["set",[]],"tunnel_ips":["set",["10.0.0.1"]]})");
     database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 1, 11, "192.0.2.1");
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.local.at("leaf1").macs, (Macs{{vni(5001), mac1, ip("10.0.0.1")}}));
-    EXPECT_EQ(answer.state.local.at("leaf2"), answer.state.local.at("leaf1"));
+    EXPECT_EQ(answer.facts.local.at("leaf1").macs, (Macs{{vni(5001), mac1, ip("10.0.0.1")}}));
+    EXPECT_EQ(answer.facts.local.at("leaf2"), answer.facts.local.at("leaf1"));
     EXPECT_EQ(warningOf(answer), "none");
 }
 
@@ -109,8 +109,8 @@ TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfNoSwitchStandsUnderTheSource) {
     Database database;
     database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 1, 12);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.local.at("lab").macs, (Macs{{vni(5001), mac1, ip("10.0.0.2")}}));
-    EXPECT_EQ(answer.state.local.at("leaf1").macs, Macs{});
+    EXPECT_EQ(answer.facts.local.at("lab").macs, (Macs{{vni(5001), mac1, ip("10.0.0.2")}}));
+    EXPECT_EQ(answer.facts.local.at("leaf1").macs, Macs{});
     EXPECT_EQ(warningOf(answer),
               "1 local entry at a VTEP of no switch: Ucast_Macs_Local \"02:00:00:00:00:01\" in "
               "\"red\" at 10.0.0.2");
@@ -120,8 +120,8 @@ TEST(HardwareVtepQuirks, ASwitchWithoutVtepsIsKnown) {
     Database database;
     database[physicalSwitch] = {R"({"name":"","ports":["set",[]],"tunnel_ips":["set",[]]})"};
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.local.count(""), 1);
-    EXPECT_EQ(answer.state.switches.count(""), 1);
+    EXPECT_EQ(answer.facts.local.count(""), 1);
+    EXPECT_EQ(answer.facts.switches.count(""), 1);
 }
 
 TEST(HardwareVtepQuirks, AnAddressOfASwitchThatIsNoneIsLeftOut) {
@@ -129,7 +129,7 @@ TEST(HardwareVtepQuirks, AnAddressOfASwitchThatIsNoneIsLeftOut) {
     database[physicalSwitch] = {
         R"({"name":"leaf1","ports":["set",[]],"tunnel_ips":["set",["","10.0.0.1","x\ny"]]})"};
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.switches.at("leaf1").vteps, (std::set<Nolt::IpGenAddr>{ip("10.0.0.1")}));
+    EXPECT_EQ(answer.facts.switches.at("leaf1").vteps, (std::set<Nolt::IpGenAddr>{ip("10.0.0.1")}));
     EXPECT_EQ(warningOf(answer), "2 entries left out, the first: Physical_Switch \"leaf1\": "
                                  "tunnel_ips \"\", expected an IPv4 address such as 10.0.0.1");
 }
@@ -137,7 +137,7 @@ TEST(HardwareVtepQuirks, AnAddressOfASwitchThatIsNoneIsLeftOut) {
 TEST(HardwareVtepQuirks, UnknownDstIsTheFloodListOfTheZeroAddress) {
     Database database;
     database.multicast(mcastMacsRemote, "unknown-dst", 1, 21);
-    EXPECT_EQ(readAnswer(database).state.remote.floods,
+    EXPECT_EQ(readAnswer(database).facts.remote.floods,
               (Floods{{vni(5001), {}, ip("10.0.0.1")}, {vni(5001), {}, ip("10.0.0.2")}}));
 }
 
@@ -148,7 +148,7 @@ TEST(HardwareVtepQuirks, AGroupAddressHasAFloodListOfItsOwn) {
                                            "}");
     database.multicast(mcastMacsRemote, "unknown-dst", 1, 22);
     auto const group = mac("01:00:5e:01:02:03");
-    auto const remote = readAnswer(database).state.remote;
+    auto const remote = readAnswer(database).facts.remote;
     EXPECT_EQ(remote.floods, (Floods{{vni(5001), {}, ip("10.0.0.3")},
                                      {vni(5001), group, ip("10.0.0.1")},
                                      {vni(5001), group, ip("10.0.0.2")}}));
@@ -159,7 +159,7 @@ TEST(HardwareVtepQuirks, UnknownDstIsNoUnicastAddress) {
     Database database;
     database.unicast(ucastMacsRemote, "unknown-dst", 1, 12);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.macs, Macs{});
+    EXPECT_EQ(answer.facts.remote.macs, Macs{});
     EXPECT_EQ(answer.findings.leftOut.count(), 1);
 }
 
@@ -169,7 +169,7 @@ TEST(HardwareVtepQuirks, AMemberOfAFloodListWithoutAVniIsLeftOutAlone) {
                                     "," + row(13) + "]]}"};
     database.multicast(mcastMacsRemote, "unknown-dst", 2, 21);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.floods, (Floods{{vni(5003), {}, ip("10.0.0.3")}}));
+    EXPECT_EQ(answer.facts.remote.floods, (Floods{{vni(5003), {}, ip("10.0.0.3")}}));
     EXPECT_EQ(answer.findings.leftOut.count(), 1);
 }
 
@@ -177,7 +177,7 @@ TEST(HardwareVtepQuirks, AMacAddressInUpperCaseIsTheSameAddress) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:0A:0b", 1, 12);
     database.unicast(ucastMacsRemote, "02:00:00:00:0a:0B", 1, 12);
-    EXPECT_EQ(readAnswer(database).state.remote.macs,
+    EXPECT_EQ(readAnswer(database).facts.remote.macs,
               (Macs{{vni(5001), mac("02:00:00:00:0a:0b"), ip("10.0.0.2")}}));
 }
 
@@ -188,9 +188,9 @@ TEST(HardwareVtepQuirks, RowsThatAreEqualAreOneEntry) {
         database.multicast(mcastMacsRemote, "unknown-dst", 1, 21);
     }
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.macs.size(), 1);
-    EXPECT_EQ(answer.state.remote.bindings.size(), 1);
-    EXPECT_EQ(answer.state.remote.floods.size(), 2);
+    EXPECT_EQ(answer.facts.remote.macs.size(), 1);
+    EXPECT_EQ(answer.facts.remote.bindings.size(), 1);
+    EXPECT_EQ(answer.facts.remote.floods.size(), 2);
     EXPECT_EQ(warningOf(answer), "none");
 }
 
@@ -198,7 +198,7 @@ TEST(HardwareVtepQuirks, SeveralLocatorsOfAMacAddressAreSeveralPlaces) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12);
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 11, "192.0.2.1");
-    EXPECT_EQ(readAnswer(database).state.remote.macs,
+    EXPECT_EQ(readAnswer(database).facts.remote.macs,
               (Macs{{vni(5001), mac1, ip("10.0.0.1")}, {vni(5001), mac1, ip("10.0.0.2")}}));
 }
 
@@ -207,8 +207,8 @@ TEST(HardwareVtepQuirks, AnEntryWhoseMacIsNoneIsLeftOut) {
         Database database;
         database.unicast(ucastMacsRemote, text, 1, 12, "192.0.2.1");
         auto const answer = readAnswer(database);
-        EXPECT_EQ(answer.state.remote.macs, Macs{});
-        EXPECT_EQ(answer.state.remote.bindings, Bindings{});
+        EXPECT_EQ(answer.facts.remote.macs, Macs{});
+        EXPECT_EQ(answer.facts.remote.bindings, Bindings{});
         auto const quoted = '"' + std::string(text) + '"';
         EXPECT_EQ(warningOf(answer),
                   "1 entry left out: Ucast_Macs_Remote " + quoted + " in \"red\": MAC " + quoted +
@@ -223,7 +223,7 @@ TEST(HardwareVtepQuirks, AnEntryWhoseVtepIsNoneIsLeftOut) {
                                             jsonText(text) + R"(,"tunnel_key":["set",[]]})");
         database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 1, 14);
         auto const answer = readAnswer(database);
-        EXPECT_EQ(answer.state.local.at("leaf1").macs, Macs{});
+        EXPECT_EQ(answer.facts.local.at("leaf1").macs, Macs{});
         EXPECT_EQ(answer.findings.leftOut.count(), 1);
     }
 }
@@ -232,8 +232,8 @@ TEST(HardwareVtepQuirks, AnIpaddrThatIsNoneLeavesTheMacAddress) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "192.0.2.300");
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.macs.size(), 1);
-    EXPECT_EQ(answer.state.remote.bindings, Bindings{});
+    EXPECT_EQ(answer.facts.remote.macs.size(), 1);
+    EXPECT_EQ(answer.facts.remote.bindings, Bindings{});
     EXPECT_EQ(warningOf(answer), "1 entry left out: Ucast_Macs_Remote \"02:00:00:00:00:01\" in "
                                  "\"red\": ipaddr \"192.0.2.300\", expected an IPv4 or IPv6 "
                                  "address such as 10.0.0.1 or 2001:db8::1");
@@ -243,14 +243,14 @@ TEST(HardwareVtepQuirks, AnEmptyIpaddrIsNoBindingAndNoFinding) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "");
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.bindings, Bindings{});
+    EXPECT_EQ(answer.facts.remote.bindings, Bindings{});
     EXPECT_EQ(warningOf(answer), "none");
 }
 
 TEST(HardwareVtepQuirks, AnIpv6AddressIsABinding) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "2001:DB8::0:1");
-    EXPECT_EQ(readAnswer(database).state.remote.bindings,
+    EXPECT_EQ(readAnswer(database).facts.remote.bindings,
               (Bindings{{vni(5001), Nolt::IpGenAddr::fromString("2001:db8::1"), mac1}}));
 }
 
@@ -258,8 +258,8 @@ TEST(HardwareVtepQuirks, ABindingOfUnknownDstIsLeftOut) {
     Database database;
     database.multicast(mcastMacsRemote, "unknown-dst", 1, 21, "192.0.2.1");
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.bindings, Bindings{});
-    EXPECT_EQ(answer.state.remote.floods.size(), 2);
+    EXPECT_EQ(answer.facts.remote.bindings, Bindings{});
+    EXPECT_EQ(answer.facts.remote.floods.size(), 2);
     EXPECT_EQ(answer.findings.leftOut.count(), 1);
 }
 
@@ -269,7 +269,7 @@ TEST(HardwareVtepQuirks, AnIpAddressWithSeveralMacAddressesIsNoticed) {
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "192.0.2.1");
     database.unicast(ucastMacsRemote, "02:00:00:00:00:03", 1, 12, "192.0.2.1");
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.state.remote.bindings.front().mac, mac1);
+    EXPECT_EQ(answer.facts.remote.bindings.front().mac, mac1);
     EXPECT_EQ(warningOf(answer),
               "1 IP address with several MAC addresses: 192.0.2.1 in VNI 5001 (remote)");
 }
@@ -304,7 +304,7 @@ TEST(HardwareVtepQuirks, TextsWithEscapesAreReadAsWhatTheyStandFor) {
     database[ucastMacsRemote].push_back(
         R"({"MAC":"02:00:00:00:00:\u0030\u0031","ipaddr":"192.0.2.\u0031","locator":)" + row(12) +
         R"(,"logical_switch":)" + row(1) + "}");
-    auto const remote = readAnswer(database).state.remote;
+    auto const remote = readAnswer(database).facts.remote;
     EXPECT_EQ(remote.macs, (Macs{{vni(5001), mac1, ip("10.0.0.2")}}));
     EXPECT_EQ(remote.bindings, (Bindings{{vni(5001), ip("192.0.2.1"), mac1}}));
 }
@@ -316,7 +316,7 @@ TEST(HardwareVtepQuirks, ASetOfOneMayBeWrittenAsASet) {
     database[physicalLocatorSet] = {R"({"_uuid":)" + row(21) + R"(,"locators":["set",[)" + row(12) +
                                     "]]}"};
     database.multicast(mcastMacsRemote, "unknown-dst", 1, 21);
-    EXPECT_EQ(readAnswer(database).state.remote.floods, (Floods{{vni(5009), {}, ip("10.0.0.2")}}));
+    EXPECT_EQ(readAnswer(database).facts.remote.floods, (Floods{{vni(5009), {}, ip("10.0.0.2")}}));
 }
 
 } // namespace vxshow::test
