@@ -177,7 +177,7 @@ Vex::Ptr<Cli::HostFloodTableList> evpnTables(SideFacts & side) {
     tables->hostTableIs(hostTable(side));
     tables->floodTableIs(floodTable(side));
     auto list = Cli::hostFloodTableListFactory();
-    list->hostFloodTableIs("EVPN", tables);
+    list->hostFloodTableIs(state::evpnName, tables);
     return list;
 }
 
@@ -251,13 +251,15 @@ void Merge::mountSources(state::Mount & mount) {
     mount.received.sources = Cli::vniStatusDirListFactory();
     auto & received = *mount.received.sources;
     if (qvx_) {
-        received.vniStatusDirIs("QVX", statusDir(qvx_->received, selection_.received, selection_));
+        received.vniStatusDirIs(state::qvxName,
+                                statusDir(qvx_->received, selection_.received, selection_));
     }
     if (hsc_) {
-        received.vniStatusDirIs("HSC", statusDir(hsc_->received, selection_.received, selection_));
+        received.vniStatusDirIs(state::hscName,
+                                statusDir(hsc_->received, selection_.received, selection_));
         mount.advertised.sources = Cli::vniStatusDirListFactory();
         mount.advertised.sources->vniStatusDirIs(
-            "HSC", statusDir(hsc_->advertised, selection_.advertised, selection_));
+            state::hscName, statusDir(hsc_->advertised, selection_.advertised, selection_));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "vxshow/sources/RouterMount.h"
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
+#include "vxshow/state/SourceNames.h"
 
 #include <map>
 #include <optional>
@@ -12,19 +13,7 @@
 
 namespace vxshow::sources {
 
-/// What a source is to the fabric, and so where its state is mounted.
-enum class Role {
-    /// One or several switches. What they learned locally is received from each of them under
-    /// its name; what they were told is advertised, in the entry of each VNI.
-    switches,
-    /// The hardware switch controller's database. What it was told of others is what it tells
-    /// (`received.sources`, "HSC"), what is local was advertised to it (`advertised.sources`).
-    hsc,
-    /// As `hsc`, under "QVX", but for what is local: nothing is advertised to it.
-    qvx,
-    /// EVPN, into the shared tables, "EVPN", on both sides as for `hsc`.
-    evpn,
-};
+using state::Role;
 
 /// Makes one mount of what many sources know.
 ///

@@ -1,33 +1,30 @@
 #pragma once
 
 #include "Nolt/EthAddr.h"
-#include "vxshow/sources/Merge.h"
-#include "vxshow/sources/frr/VtyshCommand.h"
-#include "vxshow/sources/ovsdb/DatabaseAddress.h"
+#include "vxshow/state/SourceNames.h"
 
 #include <chrono>
-#include <map>
+#include <memory>
 #include <optional>
 #include <string>
-#include <variant>
 
 namespace vxshow::sources {
 
+class Access;
+
+using state::Role;
+
 /// One source of a fabric, as its operator describes it.
 struct Source {
-    /// Names the source in messages. As a switch, it is also the name of an FRR source, and of
-    /// whatever a database holds at a VTEP of no switch.
+    /// Names the source in messages. A source that is one switch is that switch's name; of a
+    /// database, it is where local entries go that belong to none of its switches.
     std::string name;
     Role role = Role::switches;
-    std::variant<ovsdb::DatabaseAddress, frr::VtyshCommand> access;
-    /// The system identifier of the source's switch; of none when it holds several.
+    std::shared_ptr<Access const> access; ///< not null
+    /// The system identifier of the source's switch; of none if it holds several.
     std::optional<Nolt::EthAddr> systemId = {};
-    /// The system identifiers of a database's switches by name, before the one above.
-    std::map<std::string, Nolt::EthAddr> systemIds = {};
-    /// Reading all of it may take so long.
+    /// The most time that reading all of it can take.
     std::chrono::milliseconds timeLimit{5000};
-
-    bool operator==(Source const &) const = default;
 };
 
 } // namespace vxshow::sources

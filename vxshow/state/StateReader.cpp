@@ -3,7 +3,8 @@
 #include "Vex/Errors.h"
 #include "vxshow/sources/fabric/AskAll.h"
 #include "vxshow/sources/fabric/FabricFile.h"
-#include "vxshow/sources/ovsdb/Remote.h"
+#include "vxshow/sources/frr/FrrKind.h"
+#include "vxshow/sources/ovsdb/OvsdbKind.h"
 #include "vxshow/state/snapshot/Snapshot.h"
 #include "vxshow/terminal/ProgressLine.h"
 #include "vxshow/terminal/TimeOfDay.h"
@@ -107,10 +108,10 @@ private:
 std::vector<sources::Source> typedSources(cli::StateOptions const & options) {
     std::vector<sources::Source> sources;
     for (std::string const & remotes : options.databases) {
-        sources.push_back({.name = remotes, .access = sources::ovsdb::readRemotes(remotes)});
+        sources.push_back(sources::ovsdb::sourceAt(remotes));
     }
     if (options.frr) {
-        sources.push_back({.name = "frr", .access = sources::frr::VtyshCommand{}});
+        sources.push_back(sources::frr::localSource());
     }
     return sources;
 }

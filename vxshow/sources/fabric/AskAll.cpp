@@ -2,6 +2,7 @@
 
 #include "Vex/Errors.h"
 #include "Vex/RefCount.h"
+#include "vxshow/sources/Access.h"
 #include "vxshow/sources/Merge.h"
 
 #include <algorithm>
@@ -79,7 +80,7 @@ private:
     Outcome outcomeOf(Source const & source) const {
         try {
             return {std::make_shared<Answer>(
-                askOne(source, selection_, Deadline::in(source.timeLimit)))};
+                source.access->ask(source, selection_, Deadline::in(source.timeLimit)))};
         } catch (std::bad_alloc const &) {
             return {nullptr, "out of memory"};
         } catch (std::exception const & error) {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "vxshow/sources/Answer.h"
 #include "vxshow/sources/Source.h"
-#include "vxshow/sources/fabric/AskOne.h"
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
 

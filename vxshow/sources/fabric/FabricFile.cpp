@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t mostSources = 4096;
 
-/// With a slash at its end. The current folder is written out, too: see `readDatabaseAddress`.
+/// With a slash at its end. The current folder is written out, too: see `ovsdb::kind`.
 std::string folderOf(std::string const & path) {
     auto const slash = path.rfind('/');
     return slash == std::string::npos ? "./" : path.substr(0, slash + 1);

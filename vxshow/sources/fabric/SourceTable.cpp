@@ -1,51 +1,53 @@
 #include "vxshow/sources/fabric/SourceTable.h"
 
-#include "vxshow/sources/fabric/AccessReader.h"
+#include "vxshow/sources/SystemId.h"
+#include "vxshow/sources/fabric/Kinds.h"
 #include "vxshow/text/JsonMembers.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <span>
+#include <vector>
 
 namespace vxshow::sources::fabric {
 
 namespace {
 
-constexpr std::array<text::MemberName, 5> commonKeys{"kind", "name", "role", "time_limit",
+constexpr std::array<std::string_view, 5> commonKeys{"kind", "name", "role", "time_limit",
                                                      "system_id"};
-constexpr std::array<text::MemberName, 5> databaseKeys{"remotes", "private_key", "certificate",
-                                                       "ca_certificate", "system_ids"};
-constexpr std::array<text::MemberName, 3> vtyshKeys{"command", "path_space", "remote_shell"};
 
-struct Kind {
-    char const * name;
-    std::span<text::MemberName const> keys;
-};
+bool contains(std::span<std::string_view const> keys, std::string_view name) {
+    return std::find(keys.begin(), keys.end(), name) != keys.end();
+}
 
-constexpr Kind database{"hardware_vtep", databaseKeys};
-constexpr Kind vtysh{"frr", vtyshKeys};
-
-bool contains(std::span<text::MemberName const> keys, std::string_view name) {
-    return std::any_of(keys.begin(), keys.end(),
-                       [&](text::MemberName const & key) { return key.text() == name; });
+/// `"a", "b" or "c"`.
+std::string oneOfNames(std::vector<std::string_view> const & names) {
+    return text::oneOf(std::vector<text::MemberName>(names.begin(), names.end()));
 }
 
 std::string acceptedKeys(Kind const & kind) {
-    std::vector<text::MemberName> keys(commonKeys.begin(), commonKeys.end());
+    std::vector<std::string_view> keys(commonKeys.begin(), commonKeys.end());
     keys.insert(keys.end(), kind.keys.begin(), kind.keys.end());
-    return text::oneOf(keys);
+    return oneOfNames(keys);
 }
 
-void checkKeys(text::TomlField const & source, Kind const & kind, Kind const & other) {
-    for (text::TomlMember const & member : source.table("a table")) {
-        if (contains(commonKeys, member.name) || contains(kind.keys, member.name)) {
-            continue;
+/// What to say of a key that only other kinds have; "" of one that none has.
+std::string noteOnOtherKinds(std::string_view key) {
+    std::vector<std::string_view> names;
+    for (Kind const & kind : kinds()) {
+        if (contains(kind.keys, key)) {
+            names.push_back(kind.name);
         }
-        auto const note = contains(other.keys, member.name)
-                              ? ", which is only for kind \"" + std::string(other.name) + '"'
-                              : std::string();
-        source.refuseKey(member, note, acceptedKeys(kind));
+    }
+    return names.empty() ? "" : ", which is only for kind " + oneOfNames(names);
+}
+
+void checkKeys(text::TomlField const & source, Kind const & kind) {
+    for (text::TomlMember const & member : source.table("a table")) {
+        if (!contains(commonKeys, member.name) && !contains(kind.keys, member.name)) {
+            source.refuseKey(member, noteOnOtherKinds(member.name), acceptedKeys(kind));
+        }
     }
 }
 
@@ -73,21 +75,13 @@ std::string readName(text::TomlField const & field) {
 }
 
 Role readRole(text::TomlField const & field) {
-    constexpr auto expected = R"("switch", "hsc", "qvx" or "evpn")";
-    auto const & role = field.text(expected);
-    if (role == "switch") {
-        return Role::switches;
+    auto const & words = state::roleWords;
+    auto const expected = oneOfNames({words.begin(), words.end()});
+    auto const * const found = std::find(words.begin(), words.end(), field.text(expected));
+    if (found == words.end()) {
+        field.refuse(expected);
     }
-    if (role == "hsc") {
-        return Role::hsc;
-    }
-    if (role == "qvx") {
-        return Role::qvx;
-    }
-    if (role == "evpn") {
-        return Role::evpn;
-    }
-    field.refuse(expected);
+    return static_cast<Role>(found - words.begin());
 }
 
 std::chrono::milliseconds readTimeLimit(text::TomlField const & field) {
@@ -102,41 +96,27 @@ std::chrono::milliseconds readTimeLimit(text::TomlField const & field) {
                     std::chrono::milliseconds(1));
 }
 
-Nolt::EthAddr readSystemId(text::TomlField const & field) {
-    constexpr auto expected = "an Ethernet address such as 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c "
-                              "or 001c.730a.0b0c";
-    if (auto const address = Nolt::EthAddr::tryFromString(field.text(expected))) {
-        return *address;
-    }
-    field.refuse(expected);
-}
-
-std::map<std::string, Nolt::EthAddr> readSystemIds(text::TomlField const & field) {
-    std::map<std::string, Nolt::EthAddr> systemIds;
-    for (text::TomlMember const & member : field.table("a table of system identifiers by switch")) {
-        systemIds.emplace(member.name, readSystemId(field.at(member)));
-    }
-    return systemIds;
-}
-
 /// The kind is read first: which keys are known depends on it.
-bool isDatabase(text::TomlField const & source) {
-    constexpr auto expected = R"("hardware_vtep" or "frr")";
-    auto const field = source.required("kind");
-    auto const & kind = field.text(expected);
-    if (kind != database.name && kind != vtysh.name) {
+Kind const & readKind(text::TomlField const & field) {
+    std::vector<std::string_view> names;
+    for (Kind const & kind : kinds()) {
+        names.push_back(kind.name);
+    }
+    auto const expected = oneOfNames(names);
+    auto const found = std::find(names.begin(), names.end(), field.text(expected));
+    if (found == names.end()) {
         field.refuse(expected);
     }
-    return kind == database.name;
+    return kinds()[static_cast<std::size_t>(found - names.begin())];
 }
 
 } // namespace
 
 Source readSourceTable(text::TomlField const & source, std::string const & folder) {
     source.table("a table");
+    auto const & kind = readKind(source.required("kind"));
+    checkKeys(source, kind);
     Source result;
-    bool const isDatabaseSource = isDatabase(source);
-    checkKeys(source, isDatabaseSource ? database : vtysh, isDatabaseSource ? vtysh : database);
     result.name = readName(source.required("name"));
     if (auto const field = source.find("role")) {
         result.role = readRole(*field);
@@ -147,14 +127,7 @@ Source readSourceTable(text::TomlField const & source, std::string const & folde
     if (auto const field = source.find("system_id")) {
         result.systemId = readSystemId(*field);
     }
-    if (!isDatabaseSource) {
-        result.access = readVtyshCommand(source);
-        return result;
-    }
-    result.access = readDatabaseAddress(source, folder);
-    if (auto const field = source.find("system_ids")) {
-        result.systemIds = readSystemIds(*field);
-    }
+    result.access = kind.readAccess(source, folder);
     return result;
 }
 

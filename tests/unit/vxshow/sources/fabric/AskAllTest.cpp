@@ -1,9 +1,12 @@
 #include "vxshow/sources/fabric/AskAll.h"
 
+#include "vxshow/sources/frr/VtyshAccess.h"
+
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -18,24 +21,29 @@ using namespace sources::fabric;
 
 namespace {
 
+std::shared_ptr<Access const> accessThrough(std::vector<std::string> words) {
+    return std::make_shared<sources::frr::VtyshAccess>(
+        sources::frr::VtyshCommand{.words = std::move(words)});
+}
+
 /// A source whose client is a script; what a vtysh would be asked are its arguments.
 Source scripted(std::string const & name, std::string const & script) {
     Source source;
     source.name = name;
-    source.access = sources::frr::VtyshCommand{.words = {"sh", "-c", script}};
+    source.access = accessThrough({"sh", "-c", script});
     source.timeLimit = std::chrono::milliseconds(60'000);
     return source;
 }
 
-Source failing(unsigned number) {
+Source failing(unsigned number, std::string const & before = "") {
     auto const text = std::to_string(number);
-    return scripted(text, "echo 'failed as number " + text + "' >&2; exit 1");
+    return scripted(text, before + "echo 'failed as number " + text + "' >&2; exit 1");
 }
 
-std::vector<Source> failing(unsigned first, unsigned last) {
+std::vector<Source> failing(unsigned first, unsigned last, std::string const & before = "") {
     std::vector<Source> sources;
     for (unsigned number = first; number <= last; ++number) {
-        sources.push_back(failing(number));
+        sources.push_back(failing(number, before));
     }
     return sources;
 }
@@ -46,7 +54,7 @@ std::string failureOf(std::vector<Source> const & sources) {
 
 } // namespace
 
-TEST(ReadFabric, EachSourceHasItsOwnOutcomeInItsPlaceHoweverManyThereAre) {
+TEST(AskAll, EachSourceHasItsOwnOutcomeInItsPlaceHoweverManyThereAre) {
     constexpr unsigned count = 3 * maxParallelReads + 1;
     auto const outcomes = askAll(failing(1, count), {});
     ASSERT_EQ(outcomes.size(), count);
@@ -59,7 +67,7 @@ TEST(ReadFabric, EachSourceHasItsOwnOutcomeInItsPlaceHoweverManyThereAre) {
     }
 }
 
-TEST(ReadFabric, ASourceThatFailsLeavesTheOthers) {
+TEST(AskAll, ASourceThatFailsLeavesTheOthers) {
     // A vtysh that knows of nothing: the line before each answer, and no answer.
     auto const good =
         scripted("good", "for word; do case $word in show*) echo \"host# $word\";; esac; done");
@@ -70,13 +78,13 @@ TEST(ReadFabric, ASourceThatFailsLeavesTheOthers) {
     EXPECT_FALSE(outcomes[2].answer);
 }
 
-TEST(ReadFabric, AProgramThatIsNotThereIsTheReason) {
+TEST(AskAll, AProgramThatIsNotThereIsTheReason) {
     Source source = failing(1);
-    source.access = sources::frr::VtyshCommand{.words = {"/nowhere/vtysh"}};
+    source.access = accessThrough({"/nowhere/vtysh"});
     EXPECT_EQ(failureOf({source}), "no such program: /nowhere/vtysh");
 }
 
-TEST(ReadFabric, EachSourceHasItsOwnTimeLimit) {
+TEST(AskAll, EachSourceHasItsOwnTimeLimit) {
     auto slow = scripted("slow", "exec sleep 60");
     slow.timeLimit = std::chrono::milliseconds(200);
     auto const outcomes = askAll({slow, failing(1)}, {});
@@ -84,7 +92,7 @@ TEST(ReadFabric, EachSourceHasItsOwnTimeLimit) {
     EXPECT_NE(outcomes[1].failure.find("failed as number 1"), std::string::npos);
 }
 
-TEST(ReadFabric, WhoWatchesSeesHowFarItIs) {
+TEST(AskAll, WhoWatchesSeesHowFarItIs) {
     Progress last;
     // The source ends once somebody has watched.
     int ends[2];
@@ -105,7 +113,7 @@ TEST(ReadFabric, WhoWatchesSeesHowFarItIs) {
     close(ends[1]);
 }
 
-TEST(ReadFabric, WithoutThreadsTheSourcesAreReadAllTheSame) {
+TEST(AskAll, WithoutThreadsTheSourcesAreReadAllTheSame) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "only root can become a user without threads: run as root";
     }
@@ -124,18 +132,13 @@ TEST(ReadFabric, WithoutThreadsTheSourcesAreReadAllTheSame) {
     EXPECT_EXIT(withoutThreads(), testing::ExitedWithCode(0), "");
 }
 
-TEST(ReadFabric, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
+TEST(AskAll, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
     auto const withFew = [] {
         rlimit const few{48, 48};
         if (setrlimit(RLIMIT_NOFILE, &few) != 0) {
             _exit(2);
         }
-        auto sources = failing(1, 2 * maxParallelReads);
-        for (auto & source : sources) {
-            auto & script = std::get<sources::frr::VtyshCommand>(source.access).words.back();
-            script.insert(0, "sleep 0.1; ");
-        }
-        for (auto const & outcome : askAll(sources, {})) {
+        for (auto const & outcome : askAll(failing(1, 2 * maxParallelReads, "sleep 0.1; "), {})) {
             if (outcome.failure.find("failed as number") == std::string::npos) {
                 std::cerr << outcome.failure;
                 _exit(1);
@@ -146,7 +149,7 @@ TEST(ReadFabric, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
     EXPECT_EXIT(withFew(), testing::ExitedWithCode(0), "");
 }
 
-TEST(ReadFabric, NothingIsMountedOfWhatFailed) {
+TEST(AskAll, NothingIsMountedOfWhatFailed) {
     auto const sources = failing(1, 1);
     auto const mount = mountSources(sources, askAll(sources, {}), {});
     EXPECT_FALSE(mount.received.switches);

@@ -2,6 +2,8 @@
 
 #include "tests/unit/vxshow/sources/fabric/Fabrics.h"
 #include "tests/unit/vxshow/system/TextFile.h"
+#include "vxshow/sources/frr/VtyshAccess.h"
+#include "vxshow/sources/ovsdb/DatabaseAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +13,7 @@ namespace vxshow::test {
 
 using namespace sources;
 using namespace sources::fabric;
+using sources::ovsdb::DatabaseAccess;
 
 namespace {
 
@@ -71,16 +74,24 @@ TEST(FabricFile, EverySourceIsReadInItsOrder) {
                                "system_id = \"0200.0000.0007\"\n"
                                "command = [\"ssh\", \"leaf7\", \"sudo\", \"vtysh\"]\n"
                                "path_space = \"blue\"\n");
-    Source const spine{.name = "spine",
-                       .role = Role::hsc,
-                       .access = sources::ovsdb::DatabaseAddress{{"tcp:10.0.0.1:6640"}},
-                       .systemIds = {{"leaf1", Nolt::EthAddr::fromString("02:00:00:00:00:01")}},
-                       .timeLimit = std::chrono::milliseconds(2500)};
-    Source const leaf{
-        .name = "leaf7",
-        .access = sources::frr::VtyshCommand{{"ssh", "leaf7", "sudo", "vtysh"}, "blue", true},
-        .systemId = Nolt::EthAddr::fromString("02:00:00:00:00:07")};
-    EXPECT_EQ(read, (std::vector{spine, leaf}));
+    ASSERT_EQ(read.size(), 2U);
+    auto const & spine = read[0];
+    EXPECT_EQ(spine.name, "spine");
+    EXPECT_EQ(spine.role, Role::hsc);
+    EXPECT_EQ(spine.systemId, std::nullopt);
+    EXPECT_EQ(spine.timeLimit, std::chrono::milliseconds(2500));
+    auto const & database = accessOf<DatabaseAccess>(spine);
+    EXPECT_EQ(database.address(), sources::ovsdb::DatabaseAddress{{"tcp:10.0.0.1:6640"}});
+    EXPECT_EQ(database.systemIds(),
+              (std::map<std::string, Nolt::EthAddr>{
+                  {"leaf1", Nolt::EthAddr::fromString("02:00:00:00:00:01")}}));
+    auto const & leaf = read[1];
+    EXPECT_EQ(leaf.name, "leaf7");
+    EXPECT_EQ(leaf.role, Role::switches);
+    EXPECT_EQ(leaf.systemId, Nolt::EthAddr::fromString("02:00:00:00:00:07"));
+    EXPECT_EQ(leaf.timeLimit, std::chrono::milliseconds(5000));
+    EXPECT_EQ(accessOf<sources::frr::VtyshAccess>(leaf).command(),
+              (sources::frr::VtyshCommand{{"ssh", "leaf7", "sudo", "vtysh"}, "blue", true}));
 }
 
 TEST(FabricFile, SourcesMayStandInAnArrayToo) {
@@ -102,7 +113,8 @@ TEST(FabricFile, FilesOfAFabricFromStandardInputCountFromTheCurrentFolder) {
     StandardInput const input(databaseAt("[\"ssl:db\"]", "private_key = \"k\"\n"
                                                          "certificate = \"pki/c\"\n"
                                                          "ca_certificate = \"/ca\"\n"));
-    EXPECT_EQ(std::get<sources::ovsdb::DatabaseAddress>(readFabricFile("-").at(0).access).ssl,
+    auto const source = readFabricFile("-").at(0);
+    EXPECT_EQ(accessOf<DatabaseAccess>(source).address().ssl,
               (sources::ovsdb::DatabaseAddress::Ssl{"./k", "./pki/c", "/ca"}));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxshow/sources/Access.h"
 #include "vxshow/sources/Source.h"
 
 #include <string>
@@ -13,6 +14,12 @@ std::vector<sources::Source> fabricOf(std::string_view text);
 
 /// As `fabricOf`, the only source.
 sources::Source sourceOf(std::string_view text);
+
+/// The access of a source of that kind. Throws `std::bad_cast` if it is of another.
+template <class KindAccess>
+KindAccess const & accessOf(sources::Source const & source) {
+    return dynamic_cast<KindAccess const &>(*source.access);
+}
 
 /// Why that text is refused, from the line number on; an empty text if it is not.
 std::string refusalOf(std::string_view text);

@@ -1,4 +1,8 @@
+#include "vxshow/sources/fabric/SourceTable.h"
+
 #include "tests/unit/vxshow/sources/fabric/Fabrics.h"
+#include "vxshow/sources/frr/VtyshAccess.h"
+#include "vxshow/sources/ovsdb/DatabaseAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +13,6 @@ using namespace sources;
 namespace {
 
 auto const mac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
-auto const mac2 = Nolt::EthAddr::fromString("02:00:00:00:00:02");
 
 /// A source with that name, as it stands in the file.
 std::string named(std::string_view name) {
@@ -22,17 +25,21 @@ std::chrono::milliseconds timeLimitOf(std::string const & value) {
 
 } // namespace
 
-TEST(SourceReader, AnFrrSourceNeedsItsNameOnly) {
-    EXPECT_EQ(sourceOf(frr("")), (Source{.name = "leaf1", .access = sources::frr::VtyshCommand()}));
+TEST(SourceTable, AnFrrSourceNeedsItsNameOnly) {
+    auto const source = sourceOf(frr(""));
+    EXPECT_EQ(source.name, "leaf1");
+    EXPECT_EQ(accessOf<sources::frr::VtyshAccess>(source).command(), sources::frr::VtyshCommand());
 }
 
-TEST(SourceReader, ADatabaseNeedsItsNameAndItsRemotes) {
-    EXPECT_EQ(sourceOf(database("")),
-              (Source{.name = "leaf1",
-                      .access = sources::ovsdb::DatabaseAddress{{"unix:/run/ovs/db.sock"}}}));
+TEST(SourceTable, ADatabaseNeedsItsNameAndItsRemotes) {
+    auto const source = sourceOf(database(""));
+    EXPECT_EQ(source.name, "leaf1");
+    auto const & access = accessOf<sources::ovsdb::DatabaseAccess>(source);
+    EXPECT_EQ(access.address(), sources::ovsdb::DatabaseAddress{{"unix:/run/ovs/db.sock"}});
+    EXPECT_TRUE(access.systemIds().empty());
 }
 
-TEST(SourceReader, TheKindIsOneOfTwo) {
+TEST(SourceTable, TheKindIsOneOfTwo) {
     constexpr auto expected = R"(, expected "hardware_vtep" or "frr")";
     EXPECT_EQ(refusalOf("[[source]]\nkind = \"FRR\""),
               std::string(R"(2:8: source[0].kind: found "FRR")") + expected);
@@ -42,12 +49,12 @@ TEST(SourceReader, TheKindIsOneOfTwo) {
               R"(1:1: source[0]: found a table, expected "kind" in it)");
 }
 
-TEST(SourceReader, TheNameIsRequired) {
+TEST(SourceTable, TheNameIsRequired) {
     EXPECT_EQ(refusalOf("[[source]]\nkind = \"frr\""),
               R"(1:1: source[0]: found a table, expected "name" in it)");
 }
 
-TEST(SourceReader, TheNameIsAnyTextOf1To256BytesWithoutControlCharacters) {
+TEST(SourceTable, TheNameIsAnyTextOf1To256BytesWithoutControlCharacters) {
     EXPECT_EQ(sourceOf(named(R"("Blatt 1 / S\u00fcd \u00a0\U0001F343")")).name,
               "Blatt 1 / S\xC3\xBC"
               "d \xC2\xA0\xF0\x9F\x8D\x83");
@@ -59,7 +66,7 @@ TEST(SourceReader, TheNameIsAnyTextOf1To256BytesWithoutControlCharacters) {
               "3:8: source[0].name: found \"" + std::string(60, 'x') + "...\"" + expected);
 }
 
-TEST(SourceReader, ANameWithAControlCharacterIsShownWithoutIt) {
+TEST(SourceTable, ANameWithAControlCharacterIsShownWithoutIt) {
     constexpr auto expected = ", expected a name of 1 to 256 bytes without control characters";
     for (auto const & [written, shown] :
          {std::pair(R"(\u0000)", R"(\x00)"), std::pair(R"(\n)", R"(\x0a)"),
@@ -70,7 +77,7 @@ TEST(SourceReader, ANameWithAControlCharacterIsShownWithoutIt) {
     }
 }
 
-TEST(SourceReader, TheRoleIsOneOfFourAndOtherwiseASwitch) {
+TEST(SourceTable, TheRoleIsOneOfFourAndOtherwiseASwitch) {
     EXPECT_EQ(sourceOf(frr("")).role, Role::switches);
     EXPECT_EQ(sourceOf(frr("role = \"switch\"")).role, Role::switches);
     EXPECT_EQ(sourceOf(frr("role = \"hsc\"")).role, Role::hsc);
@@ -82,7 +89,7 @@ TEST(SourceReader, TheRoleIsOneOfFourAndOtherwiseASwitch) {
               R"(4:8: source[0].role: found an array, expected "switch", "hsc", "qvx" or "evpn")");
 }
 
-TEST(SourceReader, TheTimeLimitIsInSecondsAndKeptInMilliseconds) {
+TEST(SourceTable, TheTimeLimitIsInSecondsAndKeptInMilliseconds) {
     using std::chrono::milliseconds;
     EXPECT_EQ(sourceOf(frr("")).timeLimit, milliseconds(5000));
     EXPECT_EQ(timeLimitOf("3"), milliseconds(3000));
@@ -93,7 +100,7 @@ TEST(SourceReader, TheTimeLimitIsInSecondsAndKeptInMilliseconds) {
     EXPECT_EQ(timeLimitOf("1e-300"), milliseconds(1));
 }
 
-TEST(SourceReader, TheTimeLimitIsMoreThan0AndAtMostAnHour) {
+TEST(SourceTable, TheTimeLimitIsMoreThan0AndAtMostAnHour) {
     for (auto const & [written, shown] :
          {std::pair("0", "0"), std::pair("0.0", "0"), std::pair("-1", "-1"),
           std::pair("3601", "3601"), std::pair("3600.5", "3600.5"), std::pair("nan", "nan"),
@@ -106,7 +113,7 @@ TEST(SourceReader, TheTimeLimitIsMoreThan0AndAtMostAnHour) {
     }
 }
 
-TEST(SourceReader, TheSystemIdentifierIsAMacAddressInAnyOfItsForms) {
+TEST(SourceTable, TheSystemIdentifierIsAMacAddressInAnyOfItsForms) {
     EXPECT_EQ(sourceOf(frr("")).systemId, std::nullopt);
     for (auto const * const text : {"02:00:00:00:00:01", "02-00-00-00-00-01", "0200.0000.0001"}) {
         EXPECT_EQ(sourceOf(frr("system_id = \"" + std::string(text) + '"')).systemId, mac1);
@@ -120,26 +127,7 @@ TEST(SourceReader, TheSystemIdentifierIsAMacAddressInAnyOfItsForms) {
               std::string("4:13: source[0].system_id: found 20000000001") + expected);
 }
 
-TEST(SourceReader, ADatabaseHasSystemIdentifiersBySwitch) {
-    auto const source = sourceOf(database("[source.system_ids]\nleaf1 = \"02:00:00:00:00:01\"\n"
-                                          "\"leaf 2\" = \"0200.0000.0002\"\n"));
-    EXPECT_EQ(source.systemIds,
-              (std::map<std::string, Nolt::EthAddr>{{"leaf1", mac1}, {"leaf 2", mac2}}));
-    EXPECT_EQ(source.systemId, std::nullopt);
-    EXPECT_EQ(sourceOf(database("system_ids = { leaf1 = \"02:00:00:00:00:01\" }")).systemIds,
-              (std::map<std::string, Nolt::EthAddr>{{"leaf1", mac1}}));
-}
-
-TEST(SourceReader, EachSystemIdentifierIsAMacAddress) {
-    EXPECT_EQ(refusalOf(database("[source.system_ids]\n\"leaf 1\" = \"x\"")),
-              "6:12: source[0].system_ids.\"leaf 1\": found \"x\", expected an Ethernet address "
-              "such as 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c or 001c.730a.0b0c");
-    EXPECT_EQ(refusalOf(database("system_ids = \"02:00:00:00:00:01\"")),
-              "5:14: source[0].system_ids: found \"02:00:00:00:00:01\", expected a table of system "
-              "identifiers by switch");
-}
-
-TEST(SourceReader, AnUnknownKeyIsRefusedWithTheKeysOfTheKind) {
+TEST(SourceTable, AnUnknownKeyIsRefusedWithTheKeysOfTheKind) {
     EXPECT_EQ(refusalOf(frr("  \"\xC3\xA4\" = 1\nremote_shel = true")),
               "4:3: source[0]: found \"\\xc3\\xa4\", expected \"kind\", \"name\", \"role\", "
               "\"time_limit\", \"system_id\", \"command\", \"path_space\" or \"remote_shell\"");
@@ -149,12 +137,12 @@ TEST(SourceReader, AnUnknownKeyIsRefusedWithTheKeysOfTheKind) {
               "\"ca_certificate\" or \"system_ids\"");
 }
 
-TEST(SourceReader, TheFirstUnknownKeyOfTheFileIsToldOf) {
+TEST(SourceTable, TheFirstUnknownKeyOfTheFileIsToldOf) {
     EXPECT_EQ(refusalOf(frr("zeal = 1\nage = 2")).substr(0, 34),
               "4:1: source[0]: found \"zeal\", expe");
 }
 
-TEST(SourceReader, AKeyOfTheOtherKindIsRefusedAsSuch) {
+TEST(SourceTable, AKeyOfTheOtherKindIsRefusedAsSuch) {
     for (auto const * const key :
          {"remotes", "private_key", "certificate", "ca_certificate", "system_ids"}) {
         EXPECT_EQ(refusalOf(frr(std::string(key) + " = 1")),

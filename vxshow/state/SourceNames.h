@@ -1,0 +1,35 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace vxshow::state {
+
+/// What a source is to the fabric, and so where its facts are mounted.
+enum class Role {
+    /// One or several switches. What they learned locally is received from each of them under
+    /// its name; what they were told is advertised, in the entry of each VNI.
+    switches,
+    /// The hardware switch controller's database. What it was told of others is received from
+    /// it (`received.sources`); what is local to it was advertised to it (`advertised.sources`).
+    hsc,
+    /// As `hsc`, but nothing is advertised to it.
+    qvx,
+    /// EVPN: as `hsc`, but in the shared tables (`received.evpn`, `advertised.evpn`).
+    evpn,
+};
+
+/// The word for each role, in the order of `Role`, as fabric files write it.
+inline constexpr std::array<std::string_view, 4> roleWords{"switch", "hsc", "qvx", "evpn"};
+
+constexpr std::string_view roleWord(Role role) {
+    return roleWords[static_cast<std::size_t>(role)];
+}
+
+/// The names of the sources that are no switches: in a mount, in snapshots and in listings.
+inline constexpr char const * hscName = "HSC";
+inline constexpr char const * qvxName = "QVX";
+inline constexpr char const * evpnName = "EVPN";
+
+} // namespace vxshow::state
