@@ -3,10 +3,11 @@
 #include "Vex/Errors.h"
 #include "outfmt/Interrupt.h"
 #include "vxshow/cli/CommandLine.h"
-#include "vxshow/state/StateReader.h"
+#include "vxshow/cli/MountState.h"
 #include "vxshow/system/Children.h"
 #include "vxshow/terminal/Exit.h"
 #include "vxshow/terminal/InterruptSignal.h"
+#include "vxshow/terminal/ProgressLine.h"
 #include "vxshow/terminal/Say.h"
 #include "vxshow/terminal/TerminalOutput.h"
 #include "vxshow/terminal/Watch.h"
@@ -50,7 +51,8 @@ void render(cli::CommandLine const & line, state::Mount const & mount) {
 /// Reads the state; what there is to say of it goes to standard error.
 state::Reading readState(cli::CommandLine const & line) {
     try {
-        auto reading = state::stateReader(line.state, state::Keep::nothing)(line.selection);
+        auto reading = terminal::readWithProgress(
+            cli::stateReader(line.state, state::Keep::nothing), line.selection);
         for (std::string const & remark : reading.remarks) {
             terminal::say(remark);
         }

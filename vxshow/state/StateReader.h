@@ -1,9 +1,9 @@
 #pragma once
 
-#include "vxshow/cli/StateOptions.h"
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
 
+#include <cstddef>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -26,13 +26,22 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Whether a source that fails is shown as it was when it was last read. Only what is shown
-/// again and again has something to keep.
+/// Whether a source that fails is shown as it last answered. Only a state that is read several
+/// times has a last answer to keep.
 enum class Keep : bool { nothing, lastGood };
 
-/// What reads the state, as it is at the time of the call, each time that it is called; it
-/// raises `StateError`. A fabric file is read when this is called, and `StateError` raised for
-/// one that cannot be.
-std::function<Reading(Selection const &)> stateReader(cli::StateOptions const & options, Keep keep);
+/// How far a reading has come.
+struct Progress {
+    std::size_t done = 0; ///< sources that have answered or failed
+    std::size_t sources = 0;
+    std::size_t rows = 0; ///< entries in the answers
+};
+
+/// Called now and then while live sources are read, on the thread that reads the state.
+using WatchProgress = std::function<void(Progress const &)>;
+
+/// Reads the state as it is at the time of the call: at least what is selected. Raises
+/// `StateError`.
+using StateReader = std::function<Reading(Selection const &, WatchProgress const &)>;
 
 } // namespace vxshow::state

@@ -1,6 +1,5 @@
 #include "vxshow/terminal/ProgressLine.h"
 
-#include <chrono>
 #include <unistd.h>
 
 namespace vxshow::terminal {
@@ -23,8 +22,8 @@ ProgressLine::~ProgressLine() {
     }
 }
 
-void ProgressLine::show(sources::fabric::Progress const & progress) {
-    if (!terminal_ || system::Clock::now() - start_ < quietAtFirst) {
+void ProgressLine::show(state::Progress const & progress) {
+    if (!terminal_ || std::chrono::steady_clock::now() - start_ < quietAtFirst) {
         return;
     }
     drawn_ = true;
@@ -36,6 +35,12 @@ void ProgressLine::show(sources::fabric::Progress const & progress) {
 void ProgressLine::write(std::string const & text) const {
     // A terminal that takes no more is no reason to fail.
     [[maybe_unused]] auto const written = ::write(descriptor_, text.data(), text.size());
+}
+
+state::Reading readWithProgress(state::StateReader const & readState,
+                                state::Selection const & selection) {
+    ProgressLine line(STDERR_FILENO);
+    return readState(selection, [&](state::Progress const & progress) { line.show(progress); });
 }
 
 } // namespace vxshow::terminal

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "vxshow/sources/fabric/AskAll.h"
-#include "vxshow/system/Run.h"
+#include "vxshow/state/StateReader.h"
 
+#include <chrono>
 #include <string>
 
 namespace vxshow::terminal {
@@ -17,7 +17,7 @@ public:
     ProgressLine(ProgressLine const &) = delete;
     ProgressLine & operator=(ProgressLine const &) = delete;
 
-    void show(sources::fabric::Progress const & progress);
+    void show(state::Progress const & progress);
 
 private:
     void write(std::string const & text) const;
@@ -25,7 +25,11 @@ private:
     int descriptor_;
     bool terminal_;
     bool drawn_ = false;
-    system::Clock::time_point start_ = system::Clock::now();
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
+
+/// Reads the state, with a line of progress on standard error meanwhile. Raises `StateError`.
+state::Reading readWithProgress(state::StateReader const & readState,
+                                state::Selection const & selection);
 
 } // namespace vxshow::terminal

@@ -1,11 +1,12 @@
 #include "vxshow/terminal/Watch.h"
 
 #include "Vex/Errors.h"
-#include "vxshow/state/StateReader.h"
+#include "vxshow/cli/MountState.h"
 #include "vxshow/system/FileBytes.h"
+#include "vxshow/system/TimeOfDay.h"
+#include "vxshow/terminal/ProgressLine.h"
 #include "vxshow/terminal/Say.h"
 #include "vxshow/terminal/Screen.h"
-#include "vxshow/terminal/TimeOfDay.h"
 
 #include <cerrno>
 #include <chrono>
@@ -56,12 +57,10 @@ struct Look {
     std::vector<std::string> remarks;
 };
 
-/// Raises `StateError` when there is nothing to show.
-Look look(cli::CommandLine const & line,
-          std::function<state::Reading(state::Selection const &)> const & readState) {
-    auto reading = readState(line.selection);
+/// Raises `StateError` if the command fails.
+Look look(cli::CommandLine const & line, state::Reading reading) {
     try {
-        return {answerOf(line, reading.mount), timeOfDay(), std::move(reading.remarks)};
+        return {answerOf(line, reading.mount), system::timeOfDay(), std::move(reading.remarks)};
     } catch (std::exception const & error) {
         throw state::StateError(line.command + ": " + Vex::printable(error.what()));
     }
@@ -97,13 +96,14 @@ void show(cli::CommandLine const & line, Look const & look) {
 
 void watch(cli::CommandLine const & line) {
     try {
-        auto const readState = state::stateReader(line.state, state::Keep::lastGood);
-        auto last = look(line, readState);
+        auto const readState = cli::stateReader(line.state, state::Keep::lastGood);
+        auto last = look(line, readWithProgress(readState, line.selection));
         for (;;) {
             show(line, last);
             std::this_thread::sleep_for(std::chrono::seconds(*line.state.watchSeconds));
             try {
-                last = look(line, readState);
+                // Once there is an answer on the screen there is no place for a line of progress.
+                last = look(line, readState(line.selection, {}));
             } catch (state::StateError const & error) {
                 last.remarks = {error.what(), "shown as it was at " + last.time};
             }

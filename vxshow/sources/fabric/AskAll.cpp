@@ -62,7 +62,7 @@ public:
     }
 
     /// Waits for the next look; whether all sources are done by then.
-    bool wait(Progress & progress) {
+    bool wait(state::Progress & progress) {
         std::unique_lock lock(mutex_);
         changed_.wait_for(lock, betweenLooks, [&] { return progress_.done == progress_.sources; });
         progress = progress_;
@@ -102,7 +102,7 @@ private:
     std::mutex mutex_;
     std::condition_variable changed_;
     std::size_t next_ = 0;
-    Progress progress_;
+    state::Progress progress_;
 };
 
 /// How many sources are read at once: fewer where this process may have few descriptors. A
@@ -137,7 +137,7 @@ std::vector<std::jthread> readers(Reading & reading, std::size_t most) {
 } // namespace
 
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
-                            std::function<void(Progress const &)> const & watch) {
+                            state::WatchProgress const & watch) {
     ThreadSafePtr const safe;
     Reading reading(sources, selection);
     {
@@ -145,7 +145,7 @@ std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selectio
         if (threads.empty()) {
             reading.work();
         }
-        Progress progress;
+        state::Progress progress;
         while (!reading.wait(progress)) {
             if (watch) {
                 watch(progress);

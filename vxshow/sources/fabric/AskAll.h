@@ -4,21 +4,14 @@
 #include "vxshow/sources/Source.h"
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
+#include "vxshow/state/StateReader.h"
 
 #include <cstddef>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace vxshow::sources::fabric {
-
-/// How far the reading of a fabric is.
-struct Progress {
-    std::size_t done = 0; ///< sources that have answered or failed
-    std::size_t sources = 0;
-    std::size_t rows = 0; ///< entries that the answers hold
-};
 
 /// What became of one source.
 struct Outcome {
@@ -32,7 +25,7 @@ struct Outcome {
 /// or few descriptors, it goes on with those; without threads the sources are read on this one,
 /// and nobody watches.
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
-                            std::function<void(Progress const &)> const & watch = {});
+                            state::WatchProgress const & watch = {});
 
 /// A source spends its time in its own server and in its client, and the processors here are
 /// shared with both when the servers are local.

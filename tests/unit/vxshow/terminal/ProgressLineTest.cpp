@@ -54,7 +54,7 @@ private:
 
 /// Shows the progress until something is on the terminal, for a minute at most.
 std::string shownAtLast(Terminal & terminal, ProgressLine & line,
-                        sources::fabric::Progress const & progress) {
+                        state::Progress const & progress) {
     for (auto const end = system::Clock::now() + 60s; system::Clock::now() < end;) {
         line.show(progress);
         if (auto const text = terminal.written(); !text.empty()) {

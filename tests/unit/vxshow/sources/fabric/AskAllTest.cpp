@@ -93,14 +93,14 @@ TEST(AskAll, EachSourceHasItsOwnTimeLimit) {
 }
 
 TEST(AskAll, WhoWatchesSeesHowFarItIs) {
-    Progress last;
+    state::Progress last;
     // The source ends once somebody has watched.
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     auto const source = scripted("waiting", "read line < /proc/" + std::to_string(getpid()) +
                                                 "/fd/" + std::to_string(ends[0]) + "; exit 1");
     bool told = false;
-    askAll({source}, {}, [&](Progress const & progress) {
+    askAll({source}, {}, [&](state::Progress const & progress) {
         last = progress;
         if (!std::exchange(told, true)) {
             EXPECT_EQ(write(ends[1], "\n", 1), 1);

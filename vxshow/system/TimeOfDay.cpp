@@ -1,9 +1,9 @@
-#include "vxshow/terminal/TimeOfDay.h"
+#include "vxshow/system/TimeOfDay.h"
 
 #include <array>
 #include <ctime>
 
-namespace vxshow::terminal {
+namespace vxshow::system {
 
 std::string timeOfDay() {
     std::time_t const now = std::time(nullptr);
@@ -15,4 +15,4 @@ std::string timeOfDay() {
     return {text.data(), std::strftime(text.data(), text.size(), "%H:%M:%S", &local)};
 }
 
-} // namespace vxshow::terminal
+} // namespace vxshow::system

@@ -1,0 +1,66 @@
+#include "vxshow/sources/fabric/LiveState.h"
+
+#include "Vex/Errors.h"
+#include "vxshow/system/TimeOfDay.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace vxshow::sources::fabric {
+
+namespace {
+
+std::string joinedLines(std::vector<std::string> const & lines) {
+    std::string text;
+    for (std::string const & line : lines) {
+        text.append(text.empty() ? "" : "\n").append(line);
+    }
+    return text;
+}
+
+} // namespace
+
+LiveState::LiveState(std::vector<Source> sources, bool allOrNothing, state::Keep keep)
+    : sources_(std::move(sources)), allOrNothing_(allOrNothing), keep_(keep),
+      lastGood_(sources_.size()) {}
+
+state::Reading LiveState::read(state::Selection const & selection,
+                               state::WatchProgress const & watch) {
+    auto outcomes = askAll(sources_, selection, watch);
+    state::Reading reading;
+    for (std::size_t index = 0; index < sources_.size(); ++index) {
+        finish(index, outcomes[index], reading);
+    }
+    bool const nothing = std::none_of(outcomes.begin(), outcomes.end(),
+                                      [](Outcome const & one) { return one.answer; });
+    if (nothing || (allOrNothing_ && !reading.complete)) {
+        throw state::StateError(joinedLines(reading.remarks));
+    }
+    reading.mount = mountSources(sources_, outcomes, selection);
+    return reading;
+}
+
+/// Adds the remarks on one source. The last good answer stands in for one that failed.
+void LiveState::finish(std::size_t index, Outcome & outcome, state::Reading & reading) {
+    std::string const name = Vex::printable(sources_[index].name);
+    auto & last = lastGood_[index];
+    if (outcome.answer && keep_ == state::Keep::lastGood) {
+        last = {outcome.answer, system::timeOfDay()};
+    }
+    if (!outcome.answer) {
+        reading.complete = false;
+        std::string remark = name + ": " + outcome.failure;
+        if (last.answer && !allOrNothing_) {
+            outcome.answer = last.answer;
+            remark += "; shown as it was at " + last.time;
+        }
+        reading.remarks.push_back(remark);
+    }
+    auto const warning = outcome.answer ? outcome.answer->findings.warning() : std::nullopt;
+    if (warning) {
+        reading.remarks.push_back(name + ": " + *warning);
+    }
+}
+
+} // namespace vxshow::sources::fabric

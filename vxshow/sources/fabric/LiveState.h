@@ -1,0 +1,42 @@
+#pragma once
+
+#include "vxshow/sources/Source.h"
+#include "vxshow/sources/fabric/AskAll.h"
+#include "vxshow/state/Selection.h"
+#include "vxshow/state/StateReader.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vxshow::sources::fabric {
+
+/// The live sources of a fabric, and the last good answer of each.
+class LiveState {
+public:
+    /// With `allOrNothing`, a source that fails leaves nothing to show. With `Keep::lastGood`, a
+    /// source that fails is shown as it last answered; the selection must then be the same each
+    /// time.
+    LiveState(std::vector<Source> sources, bool allOrNothing, state::Keep keep);
+
+    /// Reads all sources. `watch` is called as by `askAll`. Each source that failed, and each
+    /// that has something to warn of, has a remark. Raises `StateError`, with these remarks, if
+    /// there is nothing to show.
+    state::Reading read(state::Selection const & selection,
+                        state::WatchProgress const & watch = {});
+
+private:
+    struct LastGood {
+        std::shared_ptr<Answer const> answer = {}; ///< null: it has not answered yet
+        std::string time = {};
+    };
+
+    void finish(std::size_t index, Outcome & outcome, state::Reading & reading);
+
+    std::vector<Source> sources_;
+    bool allOrNothing_;
+    state::Keep keep_;
+    std::vector<LastGood> lastGood_; ///< by position
+};
+
+} // namespace vxshow::sources::fabric
