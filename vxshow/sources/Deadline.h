@@ -1,26 +1,24 @@
 #pragma once
 
-#include "vxshow/system/Run.h"
-
 #include <chrono>
 
 namespace vxshow::sources {
 
-/// By when something has to be done, and how long that was meant to be, for messages.
+/// When something has to be done by, and how long that was meant to take, for messages.
 struct Deadline {
-    system::Clock::time_point end;
+    using Clock = std::chrono::steady_clock;
+
+    Clock::time_point end;
     std::chrono::milliseconds limit;
 
-    static Deadline in(std::chrono::milliseconds limit) {
-        return {system::Clock::now() + limit, limit};
-    }
+    static Deadline in(std::chrono::milliseconds limit) { return {Clock::now() + limit, limit}; }
 
-    /// One that is never over.
-    static Deadline never() { return {system::Clock::time_point::max(), {}}; }
+    /// One that never comes.
+    static Deadline never() { return {Clock::time_point::max(), {}}; }
 
-    bool isOver() const { return system::Clock::now() >= end; }
+    bool isOver() const { return Clock::now() >= end; }
 
-    /// This one, or the one in `most` from now when that is sooner.
+    /// This one, or the one in `most` from now if that is sooner.
     Deadline within(std::chrono::milliseconds most) const {
         auto const sooner = in(most);
         return sooner.end < end ? sooner : *this;

@@ -2,6 +2,7 @@
 
 #include "vxshow/sources/Failure.h"
 #include "vxshow/system/Reason.h"
+#include "vxshow/system/Run.h"
 
 namespace vxshow::sources {
 

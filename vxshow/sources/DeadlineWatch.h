@@ -4,14 +4,14 @@
 
 namespace vxshow::sources {
 
-/// Looks at a deadline now and then while what a source has answered is read and joined. That may
-/// take far longer than the answer did to come, and an answer may be made so that it does.
+/// Checks a deadline now and then while the answer of a source is read and joined. That can take
+/// far longer than the answer took to arrive, and an answer can be made so that it does.
 class DeadlineWatch {
 public:
     explicit DeadlineWatch(Deadline const & deadline) noexcept : deadline_(deadline) {}
 
-    /// To be called at each step of the work, such as a row or a fact that is made of several
-    /// rows: a small part of the steps looks at the clock. Throws `TimedOut` when the time is.
+    /// To be called at each step of the work, such as a row, or a fact that is made of several
+    /// rows. Few of the steps look at the clock. Throws `TimedOut` once the deadline is over.
     void step() {
         if (--left_ == 0) [[unlikely]] {
             look();

@@ -7,14 +7,14 @@
 namespace vxshow::sources::frr {
 
 Answer askVtysh(VtyshCommand const & vtysh, VtepSource const & source,
-                state::Selection const & selection, std::chrono::steady_clock::time_point end,
+                state::Selection const & selection, Deadline const & deadline,
                 std::size_t outputBytes, std::function<void(std::string_view)> const & received) {
-    system::Limits const limits{end, outputBytes};
-    VtyshRun const about{vtysh.words.front(), end - system::Clock::now()};
+    system::Limits const limits{deadline.end, outputBytes};
+    VtyshRun const about{vtysh.words.front(), deadline.limit};
     auto const run = [&](std::vector<std::string> const & commands) {
         return vtyshOutput(system::run(vtyshWords(vtysh, commands), limits, received), about);
     };
-    return converse(run, source, selection, {end, shownLimit(about.timeLimit)});
+    return converse(run, source, selection, deadline);
 }
 
 } // namespace vxshow::sources::frr

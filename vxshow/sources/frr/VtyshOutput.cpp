@@ -107,12 +107,6 @@ std::string withStatus(std::string_view kind, std::string_view line, int status)
 
 } // namespace
 
-std::chrono::milliseconds shownLimit(system::Clock::duration limit) {
-    using namespace std::chrono_literals;
-    return limit > 10ms ? (limit + 5ms) / 10ms * 10ms
-                        : std::max(std::chrono::ceil<std::chrono::milliseconds>(limit), 1ms);
-}
-
 system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about) {
     if (auto * const exited = std::get_if<system::Exited>(&answer)) {
         if (exited->status != 0 && !complains(exited->output.text())) {
@@ -120,7 +114,7 @@ system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about) {
         }
         return std::move(exited->output);
     }
-    auto const reason = system::reason(answer, about.program, shownLimit(about.timeLimit));
+    auto const reason = system::reason(answer, about.program, about.timeLimit);
     if (std::holds_alternative<system::TimeLimit>(answer)) {
         throw TimedOut(reason);
     }

@@ -9,20 +9,16 @@
 
 namespace vxshow::sources::frr {
 
-/// What a run of `vtysh` is told apart by when it fails.
+/// Identifies a run of `vtysh` in error messages.
 struct VtyshRun {
-    std::string program;               ///< its first word
-    system::Clock::duration timeLimit; ///< for the whole answer
+    std::string program;                 ///< its first word
+    std::chrono::milliseconds timeLimit; ///< for the whole answer
 };
 
-/// To a hundredth of a second, since some of the time has passed when it is measured; what is
-/// less than that, to the next millisecond.
-std::chrono::milliseconds shownLimit(system::Clock::duration limit);
-
-/// What `vtysh` printed, of a run that ended as it should: status 0, or with a complaint about
-/// a command at the end of what it printed, since that stands in its place among the answers.
-/// Its warning that it has no configuration file is none. Raises `Failure`: what is told
-/// on standard error tells whether the daemon could not be reached, or may not be.
+/// What `vtysh` printed in a run that ended well: with status 0, or with a complaint about a
+/// command at the end of its output, since that takes the place of an answer. A warning that it
+/// has no configuration file is not a complaint. Raises `Failure`: standard error shows whether
+/// the daemon could not be reached, or whether access was denied.
 system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about);
 
 } // namespace vxshow::sources::frr

@@ -2,6 +2,7 @@
 
 #include "Vex/Errors.h"
 #include "vxshow/system/Reason.h"
+#include "vxshow/system/Run.h"
 
 #include <algorithm>
 #include <string_view>

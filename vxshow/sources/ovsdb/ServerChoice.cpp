@@ -3,6 +3,7 @@
 #include "Vex/Errors.h"
 #include "vxshow/sources/Failure.h"
 #include "vxshow/system/Reason.h"
+#include "vxshow/system/Run.h"
 
 #include <algorithm>
 #include <chrono>
@@ -33,7 +34,8 @@ void pause(milliseconds time, Deadline const & deadline) {
 
 /// How long an answer is of use: to be read takes a server no less time than to say what it is.
 milliseconds timeToAnswer(Deadline const & deadline) {
-    auto const left = std::chrono::duration_cast<milliseconds>(deadline.end - system::Clock::now());
+    auto const left =
+        std::chrono::duration_cast<milliseconds>(deadline.end - Deadline::Clock::now());
     return std::max(left / 2, mostBesideOthers);
 }
 

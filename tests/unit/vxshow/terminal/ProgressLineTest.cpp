@@ -55,7 +55,8 @@ private:
 /// Shows the progress until something is on the terminal, for a minute at most.
 std::string shownAtLast(Terminal & terminal, ProgressLine & line,
                         state::Progress const & progress) {
-    for (auto const end = system::Clock::now() + 60s; system::Clock::now() < end;) {
+    for (auto const end = std::chrono::steady_clock::now() + 60s;
+         std::chrono::steady_clock::now() < end;) {
         line.show(progress);
         if (auto const text = terminal.written(); !text.empty()) {
             return text;
@@ -85,13 +86,13 @@ TEST(ProgressLine, OfOneSource) {
 
 TEST(ProgressLine, IsNotDrawnForLessThanHalfASecond) {
     Terminal terminal;
-    auto const start = system::Clock::now();
+    auto const start = std::chrono::steady_clock::now();
     {
         ProgressLine line(terminal.descriptor());
         line.show({.sources = 1});
     }
     // On a machine that stood still meanwhile the half second may be over.
-    if (system::Clock::now() - start < 500ms) {
+    if (std::chrono::steady_clock::now() - start < 500ms) {
         EXPECT_EQ(terminal.written(), "");
     }
 }

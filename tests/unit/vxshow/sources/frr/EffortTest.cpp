@@ -15,7 +15,7 @@ using Kind = Question::Kind;
 using namespace std::chrono_literals;
 
 Deadline passed() {
-    return {system::Clock::now() - 1s, 5s};
+    return {Deadline::Clock::now() - 1s, 5s};
 }
 
 constexpr char const * noAnswer = "time limit: no answer within 5 s";

@@ -31,7 +31,7 @@ protected:
     Answer ask(std::string const & script, std::chrono::milliseconds time = 60s) {
         std::ofstream(folder_ + "/vtysh") << script;
         VtyshCommand command{{"/bin/sh", folder_ + "/vtysh"}};
-        return askVtysh(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + time, 100000,
+        return askVtysh(command, {"leaf1"}, {}, Deadline::in(time), 100000,
                         [this](std::string_view piece) { received_ += piece.size(); });
     }
 
@@ -75,8 +75,7 @@ TEST_F(VtyshTest, ARemoteShellLeavesTheWordsAsTheyAre) {
     std::string const pathSpace = "it's; $(exit 8) \"\\ *";
     ASSERT_EQ(::setenv("SPACE", pathSpace.c_str(), 1), 0);
     VtyshCommand const command{{"/bin/sh", folder_ + "/ssh"}, pathSpace, true};
-    auto const answer =
-        askVtysh(command, {"leaf1"}, {}, std::chrono::steady_clock::now() + 60s, 100000);
+    auto const answer = askVtysh(command, {"leaf1"}, {}, Deadline::in(60s), 100000);
     ::unsetenv("SPACE");
     EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id none\n");
 }

@@ -16,7 +16,7 @@ using enum Table;
 using namespace std::chrono_literals;
 
 Deadline passed() {
-    return {system::Clock::now() - 1s, 5s};
+    return {Deadline::Clock::now() - 1s, 5s};
 }
 
 Answer readAnswer(Database const & database, Deadline const & deadline) {

@@ -1,0 +1,139 @@
+#include "vxshow/sources/fabric/LiveState.h"
+
+#include "tests/unit/vxshow/state/snapshot/Snapshots.h"
+#include "vxshow/sources/Access.h"
+#include "vxshow/sources/Failure.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+
+namespace vxshow::test {
+
+using namespace sources;
+using namespace sources::fabric;
+using state::Keep;
+
+namespace {
+
+/// Answers with one switch, or fails, as the test sets it.
+class SwitchableAccess final : public Access {
+public:
+    Answer ask(Source const & source, state::Selection const &, Deadline const &) const override {
+        if (fails) {
+            throw Failure("unreachable: " + source.name);
+        }
+        Answer answer;
+        answer.facts.local[source.name];
+        if (leavesOut) {
+            answer.findings.leftOut.add("a row");
+        }
+        return answer;
+    }
+
+    std::atomic<bool> fails = false;
+    std::atomic<bool> leavesOut = false;
+};
+
+/// Two sources, leaf1 and leaf2.
+class LiveStateTest : public testing::Test {
+protected:
+    LiveState liveState(Keep keep, bool allOrNothing = false) const {
+        return {{{.name = "leaf1", .access = leaf1}, {.name = "leaf2", .access = leaf2}},
+                allOrNothing,
+                keep};
+    }
+
+    static bool shows(state::Reading const & reading, std::string_view name) {
+        return switchOf(reading.mount, name) != nullptr;
+    }
+
+    static std::string errorOf(LiveState & state) {
+        try {
+            state.read({});
+        } catch (state::StateError const & error) {
+            return error.what();
+        }
+        return {};
+    }
+
+    std::shared_ptr<SwitchableAccess> leaf1 = std::make_shared<SwitchableAccess>();
+    std::shared_ptr<SwitchableAccess> leaf2 = std::make_shared<SwitchableAccess>();
+};
+
+} // namespace
+
+TEST_F(LiveStateTest, IsCompleteIfEverySourceAnswers) {
+    auto const reading = liveState(Keep::nothing).read({});
+    EXPECT_TRUE(reading.complete);
+    EXPECT_TRUE(reading.remarks.empty());
+    EXPECT_TRUE(shows(reading, "leaf1"));
+    EXPECT_TRUE(shows(reading, "leaf2"));
+}
+
+TEST_F(LiveStateTest, ASourceThatFailsIsMissingAndRemarkedOn) {
+    leaf2->fails = true;
+    auto const reading = liveState(Keep::nothing).read({});
+    EXPECT_FALSE(reading.complete);
+    EXPECT_EQ(reading.remarks, std::vector<std::string>{"leaf2: unreachable: leaf2"});
+    EXPECT_TRUE(shows(reading, "leaf1"));
+    EXPECT_FALSE(shows(reading, "leaf2"));
+}
+
+TEST_F(LiveStateTest, ASourceThatFailsIsShownAsItLastAnswered) {
+    auto state = liveState(Keep::lastGood);
+    state.read({});
+    leaf2->fails = true;
+    auto const reading = state.read({});
+    EXPECT_FALSE(reading.complete);
+    ASSERT_EQ(reading.remarks.size(), 1U);
+    EXPECT_TRUE(reading.remarks[0].starts_with("leaf2: unreachable: leaf2; shown as it was at "))
+        << reading.remarks[0];
+    EXPECT_TRUE(shows(reading, "leaf1"));
+    EXPECT_TRUE(shows(reading, "leaf2"));
+}
+
+TEST_F(LiveStateTest, WithoutKeepingASourceThatFailsIsNotShown) {
+    auto state = liveState(Keep::nothing);
+    state.read({});
+    leaf2->fails = true;
+    EXPECT_FALSE(shows(state.read({}), "leaf2"));
+}
+
+TEST_F(LiveStateTest, IsShownAsALastAnswerOnlyWhileTheSourceFails) {
+    auto state = liveState(Keep::lastGood);
+    state.read({});
+    leaf2->fails = true;
+    state.read({});
+    leaf2->fails = false;
+    auto const reading = state.read({});
+    EXPECT_TRUE(reading.complete);
+    EXPECT_TRUE(reading.remarks.empty());
+}
+
+TEST_F(LiveStateTest, WarningsOfALastAnswerAreRepeated) {
+    auto state = liveState(Keep::lastGood);
+    leaf2->leavesOut = true;
+    EXPECT_EQ(state.read({}).remarks, std::vector<std::string>{"leaf2: 1 entry left out: a row"});
+    leaf2->fails = true;
+    auto const remarks = state.read({}).remarks;
+    ASSERT_EQ(remarks.size(), 2U);
+    EXPECT_EQ(remarks[1], "leaf2: 1 entry left out: a row");
+}
+
+TEST_F(LiveStateTest, WithAllOrNothingOneFailureLeavesNothingToShow) {
+    auto state = liveState(Keep::lastGood, true);
+    state.read({});
+    leaf1->fails = true;
+    EXPECT_EQ(errorOf(state), "leaf1: unreachable: leaf1");
+}
+
+TEST_F(LiveStateTest, WithoutAnyAnswerThereIsALineForEachSource) {
+    leaf1->fails = true;
+    leaf2->fails = true;
+    auto state = liveState(Keep::lastGood);
+    EXPECT_EQ(errorOf(state), "leaf1: unreachable: leaf1\nleaf2: unreachable: leaf2");
+}
+
+} // namespace vxshow::test
