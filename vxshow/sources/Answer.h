@@ -7,7 +7,7 @@ namespace vxshow::sources {
 
 /// What one source answered, whatever its kind.
 struct Answer {
-    Facts facts;
+    Facts facts; ///< settled
     Findings findings;
     /// Whether its parts are consistent with one another. A source that takes several queries can
     /// change between them; what no longer fits is left out of the facts, and asking again helps.

@@ -1,18 +1,16 @@
 #include "vxshow/sources/Facts.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <tuple>
+#include <utility>
 
 namespace vxshow::sources {
 
 namespace {
 
-template <class T>
-void appendTo(std::vector<T> & all, std::vector<T> const & more) {
-    all.insert(all.end(), more.begin(), more.end());
-}
-
-/// What has been settled before is sorted already, but for what was appended to it.
+/// Many sources report their rows in order.
 template <class T, class Less, class Same>
 void sortUnique(std::vector<T> & all, Less less, Same same) {
     if (!std::is_sorted(all.begin(), all.end(), less)) {
@@ -21,7 +19,34 @@ void sortUnique(std::vector<T> & all, Less less, Same same) {
     all.erase(std::unique(all.begin(), all.end(), same), all.end());
 }
 
-/// Types, and no functions, so that sorting many thousands makes no call for each comparison.
+/// The facts that one list has in all of the parts, in which it is settled.
+template <class T, class Less, class Same>
+std::vector<T> mergedLists(std::vector<SideFacts const *> const & parts,
+                           std::vector<T> SideFacts::*list, Less less, Same same) {
+    std::vector<T> all;
+    std::vector<std::ptrdiff_t> ends{0};
+    for (SideFacts const * const part : parts) {
+        all.insert(all.end(), (part->*list).begin(), (part->*list).end());
+        ends.push_back(static_cast<std::ptrdiff_t>(all.size()));
+    }
+    // Merges neighbours, two by two, until one list is left.
+    while (ends.size() > 2) {
+        std::vector<std::ptrdiff_t> next{0};
+        for (std::size_t index = 2; index < ends.size(); index += 2) {
+            std::inplace_merge(all.begin() + ends[index - 2], all.begin() + ends[index - 1],
+                               all.begin() + ends[index], less);
+            next.push_back(ends[index]);
+        }
+        if (next.back() != ends.back()) {
+            next.push_back(ends.back());
+        }
+        ends = std::move(next);
+    }
+    all.erase(std::unique(all.begin(), all.end(), same), all.end());
+    return all;
+}
+
+/// Types rather than functions, so that sorting does not make a call for each comparison.
 struct PlaceLess {
     bool operator()(MacPlace const & a, MacPlace const & b) const {
         if (a.vni != b.vni) {
@@ -41,11 +66,13 @@ struct BindingLess {
     }
 };
 
-bool samePlace(MacPlace const & a, MacPlace const & b) {
-    return std::tie(a.vni, a.mac, a.vtep) == std::tie(b.vni, b.mac, b.vtep);
-}
+struct SamePlace {
+    bool operator()(MacPlace const & a, MacPlace const & b) const {
+        return std::tie(a.vni, a.mac, a.vtep) == std::tie(b.vni, b.mac, b.vtep);
+    }
+};
 
-/// Of facts that are sorted.
+/// Appends the VNIs of facts that are sorted.
 template <class Fact>
 void appendVnis(std::vector<Fact> const & facts, std::vector<Vxlan::Vni> & vnis) {
     for (Fact const & fact : facts) {
@@ -57,21 +84,23 @@ void appendVnis(std::vector<Fact> const & facts, std::vector<Vxlan::Vni> & vnis)
 
 } // namespace
 
-void SideFacts::append(SideFacts const & other) {
-    appendTo(vnis, other.vnis);
-    appendTo(macs, other.macs);
-    appendTo(floods, other.floods);
-    appendTo(bindings, other.bindings);
-}
-
 void SideFacts::settle() {
-    sortUnique(macs, PlaceLess(), samePlace);
+    sortUnique(macs, PlaceLess(), SamePlace());
     sortUnique(floods, std::less<>(), std::equal_to<>());
     sortUnique(bindings, BindingLess(), std::equal_to<>());
     appendVnis(macs, vnis);
     appendVnis(floods, vnis);
     appendVnis(bindings, vnis);
     sortUnique(vnis, std::less<>(), std::equal_to<>());
+}
+
+SideFacts merged(std::vector<SideFacts const *> const & parts) {
+    SideFacts all;
+    all.vnis = mergedLists(parts, &SideFacts::vnis, std::less<>(), std::equal_to<>());
+    all.macs = mergedLists(parts, &SideFacts::macs, PlaceLess(), SamePlace());
+    all.floods = mergedLists(parts, &SideFacts::floods, std::less<>(), std::equal_to<>());
+    all.bindings = mergedLists(parts, &SideFacts::bindings, BindingLess(), std::equal_to<>());
+    return all;
 }
 
 void Facts::settle() {

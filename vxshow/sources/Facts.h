@@ -14,26 +14,27 @@
 #include <string>
 #include <vector>
 
-/// What one live source of state knows, in terms that no kind of source has for its own.
+/// What one live source of state knows, in terms that are common to all kinds of source.
 ///
-/// Everything is a list of facts, each complete in itself, so that what several sources know
-/// is put together by appending, and that the order in which rows came is gone once a list is
-/// sorted. There is nothing here but values: a source is read on a thread of its own, and
-/// what it knows is handed over without sharing anything.
+/// Everything is a list of facts, each complete in itself. The lists of an `Answer` are settled:
+/// sorted, and without repetitions (`Facts::settle`). So the order in which rows arrived does not
+/// matter, and what several sources know is put together by merging their lists. There are only
+/// values here: each source is read on a thread of its own, which hands over what it read without
+/// sharing anything.
 namespace vxshow::sources {
 
-/// A unicast MAC address is behind a VTEP. One that is behind several at once is one such
+/// A unicast MAC address is behind a VTEP. If it is behind several at once, there is one such
 /// fact for each of them.
 struct MacPlace {
     Vxlan::Vni vni;
     Nolt::EthAddr mac;
     Nolt::IpAddr vtep;
-    Vex::U32 moves = 0; ///< so often it has moved; 0 where the source does not count
+    Vex::U32 moves = 0; ///< how often it has moved; 0 if the source does not count
 
     auto operator<=>(MacPlace const &) const = default;
 };
 
-/// Frames for `mac` are flooded to a VTEP; the zero address stands for everything that has no
+/// Frames for `mac` are flooded to a VTEP. The zero address stands for every address without an
 /// entry of its own.
 struct FloodTarget {
     Vxlan::Vni vni;
@@ -54,28 +55,28 @@ struct IpBinding {
     auto operator<=>(IpBinding const &) const = default;
 };
 
-/// What is known from one side: what a VTEP has learned itself, or what it was told.
+/// What is known on one side: what a VTEP has learned itself, or what it was told.
 struct SideFacts {
-    std::vector<Vxlan::Vni> vnis; ///< also those of which nothing else is known
+    std::vector<Vxlan::Vni> vnis; ///< including those of which nothing else is known
     std::vector<MacPlace> macs;
     std::vector<FloodTarget> floods;
     std::vector<IpBinding> bindings;
 
-    /// Adds all that `other` knows.
-    void append(SideFacts const & other);
-
-    /// Puts each list into its one order, without repetitions, and every VNI that a fact is
-    /// about into `vnis`. Of places that differ in the moves alone, the one with the most
-    /// stays. The bindings of an address stand in the order of their right to it: the higher
-    /// preference first, then the more changes, then the lower MAC address.
+    /// Sorts each list, removes repetitions, and adds every VNI that a fact is about to `vnis`.
+    /// Of places that differ only in their moves, the one with the most stays. The bindings of an
+    /// address are in order of precedence: the higher preference first, then the more changes,
+    /// then the lower MAC address.
     void settle();
 
     bool operator==(SideFacts const &) const = default;
 };
 
+/// All that several sides know. Each of `parts` is settled, and so is the result.
+SideFacts merged(std::vector<SideFacts const *> const & parts);
+
 /// A switch and the addresses of its VTEPs.
 struct SwitchFacts {
-    std::optional<Nolt::EthAddr> systemId = {}; ///< none: nobody has told
+    std::optional<Nolt::EthAddr> systemId = {}; ///< none: not known
     std::set<Nolt::IpGenAddr> vteps = {};
     std::set<std::string> routers = {}; ///< the logical routers that run on it
 
@@ -85,14 +86,14 @@ struct SwitchFacts {
 /// An IP interface of a logical router in a VNI.
 struct RouterPort {
     Vxlan::Vni vni;
-    Nolt::EthAddr mac = {};    ///< zero: the source does not tell
-    Nolt::IpGenAddr vtep = {}; ///< none: the source does not tell
+    Nolt::EthAddr mac = {};    ///< zero: the source does not report it
+    Nolt::IpGenAddr vtep = {}; ///< none: the source does not report it
 
     auto operator<=>(RouterPort const &) const = default;
 };
 
-/// A logical router. Of several sources' ports with one address the least is shown; the
-/// nexthops of a prefix are those of all of them.
+/// A logical router. If several sources have a port with the same address, the least port is
+/// shown; the nexthops of a prefix are those of all sources.
 struct RouterFacts {
     std::map<Nolt::IpGenAddrWithMask, std::set<RouterPort>> ports = {};
     std::map<Nolt::IpGenPrefix, std::set<Nolt::IpGenAddr>> routes = {};
@@ -103,14 +104,14 @@ struct RouterFacts {
 /// All that one source knows.
 struct Facts {
     /// What was learned locally, by the name of the switch that learned it. A switch that has
-    /// learned nothing stands here, too.
+    /// learned nothing is here, too.
     std::map<std::string, SideFacts> local;
-    /// What the source was told of everything else.
+    /// What the source was told about everything else.
     SideFacts remote;
     std::map<std::string, SwitchFacts> switches; ///< by name
     std::map<std::string, RouterFacts> routers;  ///< by name
 
-    /// Settles every side.
+    /// Settles every side. To be called once, when all facts are there.
     void settle();
 
     bool operator==(Facts const &) const = default;

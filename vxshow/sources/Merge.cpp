@@ -21,7 +21,7 @@ using VxlanController::MacVtepMultiPathV2;
 using VxlanController::MacVtepV2;
 using VxlanController::VniTables;
 
-/// Part of a settled list.
+/// A part of a settled list.
 template <class Fact>
 struct Run {
     using At = typename std::vector<Fact>::const_iterator;
@@ -36,7 +36,7 @@ struct Run {
     std::size_t size() const { return static_cast<std::size_t>(last - first); }
 };
 
-/// The facts of a settled list, VNI by VNI: asked for ascending VNIs.
+/// The facts of a settled list, VNI by VNI. To be asked for VNIs in ascending order.
 template <class Fact>
 class ByVni {
 public:
@@ -65,13 +65,13 @@ void eachPart(Run<Fact> run, Key Fact::*key, Take && take) {
     }
 }
 
-/// The tables of one VNI after the other, in vectors whose room is used again.
+/// Makes the tables of one VNI after the other, in vectors that are reused.
 class TablesMaker {
 public:
     TablesMaker(SideFacts const & side, state::Selection const & selection)
         : selection_(selection), macs_(side.macs), floods_(side.floods), bindings_(side.bindings) {}
 
-    /// Fills `into`, which is empty. Asked for ascending VNIs.
+    /// Fills `into`, which is empty. To be asked for VNIs in ascending order.
     void fill(Vxlan::Vni vni, VniTables & into) {
         if (selection_.macTables) {
             fillMacs(macs_.of(vni), into);
@@ -130,21 +130,15 @@ private:
     std::vector<VniTables::ArpTable::Slot> arp_;
 };
 
-/// The directory of what one switch or source has told; nothing of one that is not `selected`.
-Vex::Ptr<VxlanController::VniStatusDirV2> statusDir(SideFacts & side, bool selected,
-                                                    state::Selection const & selection) {
-    auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
-    if (!selected) {
-        return dir;
-    }
-    side.settle();
+/// Fills the directory of one switch or source.
+void fillStatusDir(SideFacts const & side, state::Selection const & selection,
+                   VxlanController::VniStatusDirV2 & dir) {
     TablesMaker tables(side, selection);
     for (Vxlan::Vni const vni : side.vnis) {
         if (selection.takesVni(vni)) {
-            tables.fill(vni, *dir->vniStatusV2Is(vni));
+            tables.fill(vni, *dir.vniStatusV2Is(vni));
         }
     }
-    return dir;
 }
 
 Vex::Ptr<VcsEvpn::HostTable const> hostTable(SideFacts const & side) {
@@ -171,8 +165,7 @@ Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SideFacts const & side) {
     return flood.table();
 }
 
-Vex::Ptr<Cli::HostFloodTableList> evpnTables(SideFacts & side) {
-    side.settle();
+Vex::Ptr<Cli::HostFloodTableList> evpnTables(SideFacts const & side) {
     auto tables = Cli::hostFloodTableFactory();
     tables->hostTableIs(hostTable(side));
     tables->floodTableIs(floodTable(side));
@@ -183,26 +176,26 @@ Vex::Ptr<Cli::HostFloodTableList> evpnTables(SideFacts & side) {
 
 } // namespace
 
-void Merge::add(Facts const & state, Role role) {
+void Merge::add(Facts const & facts, Role role) {
     any_ = true;
-    addRouters(state);
+    addRouters(facts);
     if (role == Role::switches) {
         if (!switches_) {
             switches_.emplace();
         }
-        for (auto const & [name, side] : state.local) {
-            (*switches_)[name].append(side);
+        for (auto const & [name, side] : facts.local) {
+            (*switches_)[name].add(side);
         }
-        advertised_.append(state.remote);
+        advertised_.add(facts.remote);
         return;
     }
     auto & sides = sidesOf(role);
     if (!sides) {
         sides.emplace();
     }
-    sides->received.append(state.remote);
-    for (auto const & [name, side] : state.local) {
-        sides->advertised.append(side);
+    sides->received.add(facts.remote);
+    for (auto const & [name, side] : facts.local) {
+        sides->advertised.add(side);
     }
 }
 
@@ -213,9 +206,9 @@ std::optional<Merge::Sides> & Merge::sidesOf(Role role) {
     return role == Role::hsc ? hsc_ : qvx_;
 }
 
-void Merge::addRouters(Facts const & state) {
-    switchInfo_.insert(switchInfo_.end(), state.switches.begin(), state.switches.end());
-    for (auto const & [name, router] : state.routers) {
+void Merge::addRouters(Facts const & facts) {
+    switchInfo_.insert(switchInfo_.end(), facts.switches.begin(), facts.switches.end());
+    for (auto const & [name, router] : facts.routers) {
         auto & all = routers_[name];
         for (auto const & [ip, ports] : router.ports) {
             all.ports[ip].insert(ports.begin(), ports.end());
@@ -226,19 +219,28 @@ void Merge::addRouters(Facts const & state) {
     }
 }
 
+/// Empty if it is not `selected`.
+Vex::Ptr<VxlanController::VniStatusDirV2> Merge::statusDir(Gathered & side, bool selected) const {
+    auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
+    if (selected) {
+        fillStatusDir(side.facts(), selection_, *dir);
+    }
+    return dir;
+}
+
 void Merge::mountSwitches(state::Mount & mount) {
     mount.received.switches = Vex::makePtr<Vex::Dir>();
     for (auto & [name, side] : *switches_) {
         bool const selected = selection_.received && selection_.takesSwitch(name);
-        mount.received.switches->entityIs(Vex::Name(name), statusDir(side, selected, selection_));
+        mount.received.switches->entityIs(Vex::Name(name), statusDir(side, selected));
     }
     mount.advertised.vnis = Vex::makePtr<Vex::Dir>();
     if (!selection_.advertised) {
         return;
     }
-    advertised_.settle();
-    TablesMaker tables(advertised_, selection_);
-    for (Vxlan::Vni const vni : advertised_.vnis) {
+    auto const & facts = advertised_.facts();
+    TablesMaker tables(facts, selection_);
+    for (Vxlan::Vni const vni : facts.vnis) {
         if (selection_.takesVni(vni)) {
             auto entry = Vex::makePtr<VxlanController::VniFdbStatusV2>();
             tables.fill(vni, *entry);
@@ -251,21 +253,19 @@ void Merge::mountSources(state::Mount & mount) {
     mount.received.sources = Cli::vniStatusDirListFactory();
     auto & received = *mount.received.sources;
     if (qvx_) {
-        received.vniStatusDirIs(state::qvxName,
-                                statusDir(qvx_->received, selection_.received, selection_));
+        received.vniStatusDirIs(state::qvxName, statusDir(qvx_->received, selection_.received));
     }
     if (hsc_) {
-        received.vniStatusDirIs(state::hscName,
-                                statusDir(hsc_->received, selection_.received, selection_));
+        received.vniStatusDirIs(state::hscName, statusDir(hsc_->received, selection_.received));
         mount.advertised.sources = Cli::vniStatusDirListFactory();
         mount.advertised.sources->vniStatusDirIs(
-            state::hscName, statusDir(hsc_->advertised, selection_.advertised, selection_));
+            state::hscName, statusDir(hsc_->advertised, selection_.advertised));
     }
 }
 
 void Merge::mountEvpn(state::Mount & mount) {
-    mount.received.evpn = evpnTables(evpn_->received);
-    mount.advertised.evpn = evpnTables(evpn_->advertised);
+    mount.received.evpn = evpnTables(evpn_->received.facts());
+    mount.advertised.evpn = evpnTables(evpn_->advertised.facts());
 }
 
 state::Mount Merge::mount() {

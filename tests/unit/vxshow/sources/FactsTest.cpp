@@ -63,6 +63,35 @@ TEST(Facts, AVniWithoutFactsStays) {
     EXPECT_EQ(side.vnis, (std::vector{Vxlan::Vni(3), vni10}));
 }
 
+TEST(Facts, MergedSidesAreSettledTogether) {
+    Vxlan::Vni const vni9(9);
+    Nolt::IpGenAddr const ip(vtep1);
+    std::vector<SideFacts> parts(5);
+    parts[0].macs = {{vni10, mac1, vtep1, 2}, {vni10, mac2, vtep1}};
+    parts[0].bindings = {{vni10, ip, mac1, 1, 1}};
+    parts[1].macs = {{vni9, mac1, vtep2}, {vni10, mac1, vtep1, 7}, {vni10, mac1, vtep2}};
+    parts[1].floods = {{vni9, {}, vtep2}, {vni10, {}, vtep1}};
+    parts[2].vnis = {Vxlan::Vni(3)};
+    parts[2].bindings = {{vni10, ip, mac2, 2, 0}};
+    parts[4].macs = {{vni10, mac1, vtep1, 5}};
+    parts[4].floods = {{vni9, {}, vtep1}, {vni10, {}, vtep1}};
+    SideFacts together;
+    std::vector<SideFacts const *> pointers;
+    for (SideFacts & part : parts) {
+        together.macs.insert(together.macs.end(), part.macs.begin(), part.macs.end());
+        together.floods.insert(together.floods.end(), part.floods.begin(), part.floods.end());
+        together.bindings.insert(together.bindings.end(), part.bindings.begin(),
+                                 part.bindings.end());
+        together.vnis.insert(together.vnis.end(), part.vnis.begin(), part.vnis.end());
+        part.settle();
+        pointers.push_back(&part);
+    }
+    together.settle();
+    EXPECT_EQ(merged(pointers), together);
+    EXPECT_EQ(together.macs.size(), 4U);
+    EXPECT_EQ(merged({}), SideFacts());
+}
+
 TEST(Findings, SayNothingOfNothing) {
     EXPECT_EQ(Findings().warning(), std::nullopt);
 }

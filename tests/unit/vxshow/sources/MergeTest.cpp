@@ -41,9 +41,10 @@ Facts told(std::vector<MacPlace> macs) {
     return state;
 }
 
-state::Mount mountOf(std::vector<Facts> const & states, Role role = Role::switches) {
+state::Mount mountOf(std::vector<Facts> states, Role role = Role::switches) {
     Merge mount;
-    for (auto const & state : states) {
+    for (auto & state : states) {
+        state.settle();
         mount.add(state, role);
     }
     return mount.mount();
@@ -137,6 +138,8 @@ TEST(Merge, TheSourcesThatAreNoSwitchesShareTheirLists) {
     hsc.remote = sideWith({{vni10, mac1, vtep(2)}});
     auto qvx = learned("leaf1", {{vni10, mac1, vtep(3)}});
     qvx.remote = sideWith({{vni10, mac1, vtep(4)}});
+    hsc.settle();
+    qvx.settle();
     Merge all;
     all.add(hsc, Role::hsc);
     all.add(qvx, Role::qvx);
@@ -190,6 +193,7 @@ TEST(Merge, ASwitchWithoutASystemIdentifierIsInNoMapOfRouters) {
 TEST(Merge, OnlyWhatIsSelectedIsMounted) {
     auto state = learned("leaf1", {{vni10, mac1, vtep(1)}, {Vxlan::Vni(11), mac1, vtep(1)}});
     state.local["leaf2"] = state.local["leaf1"];
+    state.settle();
     Merge mount(state::Selection{.advertised = false, .vni = Vxlan::Vni(11), .source = "leaf2"});
     mount.add(state, Role::switches);
     auto const mounted = mount.mount();
