@@ -4,15 +4,15 @@
 
 namespace vxshow::sources {
 
-/// A source that could not be read. Its text is the reason: one line of printable ASCII
-/// without the source's name, such as "unreachable: …", "time limit: no answer within 5 s",
+/// A source could not be read. The text is the reason: one line of printable ASCII without the
+/// source's name, such as "unreachable: …", "time limit: no answer within 5 s",
 /// "permission: …", "no such program: vtysh", "no such schema: …", "broken answer: …".
 class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// The time for an answer is over: "time limit: …".
+/// There was no answer within the time limit: "time limit: …".
 class TimedOut : public Failure {
 public:
     using Failure::Failure;

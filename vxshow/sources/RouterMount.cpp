@@ -14,7 +14,7 @@ constexpr char const * kind = "Vxlan";
 constexpr char const * routerPath = "vxlancontroller/version2/logicalRouter/";
 constexpr char const * vniPath = "vxlancontroller/version2/vniStatus";
 
-// No source tells the VXLAN interface that is the other half of both keys.
+// No source reports the VXLAN interface, which is the other half of both keys.
 Vex::String const noInterface;
 
 Vex::String identifierOf(NamedSwitch const & named) {

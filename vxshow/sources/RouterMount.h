@@ -10,12 +10,12 @@
 
 namespace vxshow::sources {
 
-/// A switch with the identifier under which it stands among all switches: that of its system,
-/// or its name where no system identifier is known. Nothing is published under a name, so
-/// such a switch is in no map of routers.
+/// A switch with its name. Among all switches it is identified by its system identifier, or by
+/// its name if that is not known. Nothing is published under a name, so such a switch is in no
+/// map of routers.
 using NamedSwitch = std::pair<std::string, SwitchFacts>;
 
-/// Which switch has which VTEPs, all of them in service; what they publish; and the routers.
+/// The switches with their VTEPs, all of them active; what the switches publish; and the routers.
 state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
                                    std::map<std::string, RouterFacts> const & routers);
 

@@ -18,53 +18,54 @@ namespace vxshow::sources::fabric {
 
 namespace {
 
-constexpr std::chrono::milliseconds betweenLooks{100};
+constexpr std::chrono::milliseconds betweenUpdates{100};
 
 std::size_t rowsOf(SideFacts const & side) {
     return side.macs.size() + side.floods.size() + side.bindings.size();
 }
 
-std::size_t rowsOf(Facts const & state) {
-    std::size_t rows = rowsOf(state.remote);
-    for (auto const & [name, side] : state.local) {
+std::size_t rowsOf(Facts const & facts) {
+    std::size_t rows = rowsOf(facts.remote);
+    for (auto const & [name, side] : facts.local) {
         rows += rowsOf(side);
     }
     return rows;
 }
 
-/// Turns the atomic counting of references on while several threads read.
-class ThreadSafePtr {
+/// Counts references atomically while several threads read.
+class AtomicReferenceCounts {
 public:
-    ThreadSafePtr() : before_(Vex::threadSafePtr()) { Vex::threadSafePtrIs(true); }
+    AtomicReferenceCounts() : before_(Vex::threadSafePtr()) { Vex::threadSafePtrIs(true); }
 
-    ThreadSafePtr(ThreadSafePtr const &) = delete;
-    ThreadSafePtr & operator=(ThreadSafePtr const &) = delete;
+    AtomicReferenceCounts(AtomicReferenceCounts const &) = delete;
+    AtomicReferenceCounts & operator=(AtomicReferenceCounts const &) = delete;
 
-    ~ThreadSafePtr() { Vex::threadSafePtrIs(before_); }
+    ~AtomicReferenceCounts() { Vex::threadSafePtrIs(before_); }
 
 private:
     bool before_;
 };
 
-/// The sources, dealt out to the threads that read them.
-class Reading {
+/// Hands out the sources to the threads that ask them.
+class SourceQueue {
 public:
-    Reading(std::vector<Source> const & sources, state::Selection const & selection)
+    SourceQueue(std::vector<Source> const & sources, state::Selection const & selection)
         : sources_(sources), selection_(selection), outcomes_(sources.size()) {
         progress_.sources = sources.size();
     }
 
-    /// Reads one source after the other until none is left.
+    /// Asks one source after the other until none is left.
     void work() {
         while (auto const index = next()) {
             finish(*index, outcomeOf(sources_[*index]));
         }
     }
 
-    /// Waits for the next look; whether all sources are done by then.
-    bool wait(state::Progress & progress) {
+    /// Waits for the next update of the progress; returns whether all sources are done.
+    bool waitForUpdate(state::Progress & progress) {
         std::unique_lock lock(mutex_);
-        changed_.wait_for(lock, betweenLooks, [&] { return progress_.done == progress_.sources; });
+        changed_.wait_for(lock, betweenUpdates,
+                          [&] { return progress_.done == progress_.sources; });
         progress = progress_;
         return progress.done == progress.sources;
     }
@@ -105,28 +106,28 @@ private:
     state::Progress progress_;
 };
 
-/// How many sources are read at once: fewer where this process may have few descriptors. A
-/// client takes six while it starts; some are left for what else is open. A client that finds
-/// none left waits for others, but its source's time goes on meanwhile.
-std::size_t atOnce(std::size_t sources) {
-    constexpr rlim_t ofOne = 6;
+/// How many sources are asked in parallel: fewer if this process can have only few descriptors.
+/// A client takes six while it starts; some are left for other files. A client that finds none
+/// left waits for others to end, but the time limit of its source keeps running.
+std::size_t parallelReads(std::size_t sources) {
+    constexpr rlim_t perClient = 6;
     constexpr rlim_t others = 16;
     rlimit limit{};
     auto most = maxParallelReads;
     if (::getrlimit(RLIMIT_NOFILE, &limit) == 0 &&
-        limit.rlim_cur < others + ofOne * maxParallelReads) {
-        most = limit.rlim_cur < others + ofOne ? 1 : (limit.rlim_cur - others) / ofOne;
+        limit.rlim_cur < others + perClient * maxParallelReads) {
+        most = limit.rlim_cur < others + perClient ? 1 : (limit.rlim_cur - others) / perClient;
     }
     return std::min(sources, most);
 }
 
-/// As many threads that read as can be had, up to `most`; they are waited for at their end.
-std::vector<std::jthread> readers(Reading & reading, std::size_t most) {
+/// Up to `most` threads that ask sources, fewer if the system gives no more.
+std::vector<std::jthread> startThreads(SourceQueue & queue, std::size_t most) {
     std::vector<std::jthread> threads;
     threads.reserve(most);
     try {
         while (threads.size() < most) {
-            threads.emplace_back([&reading] { reading.work(); });
+            threads.emplace_back([&queue] { queue.work(); });
         }
     } catch (std::system_error const &) {
         return threads;
@@ -138,21 +139,21 @@ std::vector<std::jthread> readers(Reading & reading, std::size_t most) {
 
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
                             state::WatchProgress const & watch) {
-    ThreadSafePtr const safe;
-    Reading reading(sources, selection);
+    AtomicReferenceCounts const atomicCounts;
+    SourceQueue queue(sources, selection);
     {
-        auto const threads = readers(reading, atOnce(sources.size()));
+        auto const threads = startThreads(queue, parallelReads(sources.size()));
         if (threads.empty()) {
-            reading.work();
+            queue.work();
         }
         state::Progress progress;
-        while (!reading.wait(progress)) {
+        while (!queue.waitForUpdate(progress)) {
             if (watch) {
                 watch(progress);
             }
         }
     }
-    return std::move(reading.outcomes());
+    return std::move(queue.outcomes());
 }
 
 state::Mount mountSources(std::vector<Source> const & sources,

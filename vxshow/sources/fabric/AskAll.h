@@ -13,25 +13,25 @@
 
 namespace vxshow::sources::fabric {
 
-/// What became of one source.
+/// The result of asking one source.
 struct Outcome {
     std::shared_ptr<Answer const> answer; ///< null if it failed
     std::string failure = {};             ///< the reason then, printable, on one line
 };
 
-/// Reads all sources, up to `maxParallelReads` side by side, and gives what became of each, in
-/// their order. Each has its own time limit, from the moment in which its turn comes. `watch` is
-/// called on this thread, again and again while it waits. Where the system gives fewer threads,
-/// or few descriptors, it goes on with those; without threads the sources are read on this one,
-/// and nobody watches.
+/// Asks all sources, up to `maxParallelReads` in parallel; returns their outcomes in the same
+/// order. Each has its own time limit, which starts when its turn comes. `watch` is called on this
+/// thread, every 100 ms while it waits. With fewer threads or descriptors than that takes, fewer
+/// sources are asked in parallel; without any thread they are asked on this one, and `watch` is
+/// not called.
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
                             state::WatchProgress const & watch = {});
 
-/// A source spends its time in its own server and in its client, and the processors here are
-/// shared with both when the servers are local.
+/// Nearly all the time of a source goes into its own server and its client; if the servers are
+/// local, they share the processors of this machine with the clients.
 inline constexpr std::size_t maxParallelReads = 16;
 
-/// The mount of all sources that answered; `outcomes` stand in the order of `sources`.
+/// The mount of all sources that answered; `outcomes` are in the order of `sources`.
 state::Mount mountSources(std::vector<Source> const & sources,
                           std::vector<Outcome> const & outcomes,
                           state::Selection const & selection);

@@ -51,8 +51,8 @@ void checkKeys(text::TomlField const & source, Kind const & kind) {
     }
 }
 
-/// Whether `text`, which is UTF-8, has a control character in it: U+0000 to U+001F, or U+007F
-/// to U+009F, which are two bytes from U+0080 up.
+/// Whether `text`, which is UTF-8, contains a control character: U+0000 to U+001F, or U+007F to
+/// U+009F, which take two bytes from U+0080 on.
 bool hasControls(std::string_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
         auto const byte = static_cast<unsigned char>(text[at]);
@@ -88,7 +88,7 @@ std::chrono::milliseconds readTimeLimit(text::TomlField const & field) {
     constexpr double longest = 3600;
     constexpr auto expected = "seconds: a number greater than 0 and at most 3600";
     double const seconds = field.number(expected);
-    // Written so that what is not a number fails it.
+    // Written so that NaN fails it.
     if (!(seconds > 0 && seconds <= longest)) {
         field.refuse(expected);
     }

@@ -14,7 +14,7 @@ namespace vxshow::sources::ovsdb {
 
 namespace {
 
-/// The client does not say which file it cannot read.
+/// The client does not report which file it cannot read.
 void checkFile(char const * what, std::string const & path) {
     if (::access(path.c_str(), R_OK) == 0) {
         return;
@@ -51,8 +51,8 @@ Answer askOnce(Client const & server, Question const & question) {
     return readDatabase(answer, request, question.source, question.vni, question.deadline);
 }
 
-/// Asks one server. The logical switches of a VNI may change between the two transactions that
-/// it takes to name them, so it may have to be asked again.
+/// Asks one server. It takes two transactions to name the logical switches of a VNI; if those
+/// change in between, the server is asked again.
 Answer ask(Client const & server, Question const & question) {
     try {
         for (;;) {
@@ -72,8 +72,8 @@ Answer ask(Client const & server, Question const & question) {
     }
 }
 
-/// What a server says that it is cut off from; nothing of one that is not, and of one that does
-/// not tell, as those before 2.9 cannot.
+/// What a server reports to be cut off from; nullopt if it is not cut off, or does not report it:
+/// servers before 2.9 cannot.
 std::optional<std::string> cutOffFrom(Client const & server, Deadline const & deadline) {
     constexpr std::chrono::milliseconds most{1000};
     try {
@@ -81,7 +81,7 @@ std::optional<std::string> cutOffFrom(Client const & server, Deadline const & de
         if (!status || status->connected) {
             return std::nullopt;
         }
-        return status->model == ServerStatus::Model::relay ? "the server behind it"
+        return status->model == ServerStatus::Model::relay ? "the server it relays"
                                                            : "the other servers of its cluster";
     } catch (Failure const &) {
         return std::nullopt;
@@ -90,7 +90,7 @@ std::optional<std::string> cutOffFrom(Client const & server, Deadline const & de
     }
 }
 
-/// It is asked what it is when it has been read: it was in touch with the others then.
+/// The server is asked for its status after it was read: then it was in contact until the end.
 Answer askOnlyOne(DatabaseAddress const & address, Question const & question) {
     Client const server(address.remotes.front(), address.ssl);
     auto answer = ask(server, question);

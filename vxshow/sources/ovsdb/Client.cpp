@@ -19,7 +19,7 @@ std::string_view withoutBlanksAround(std::string_view text) {
     return text.substr(0, text.find_last_not_of(blanks) + 1);
 }
 
-/// The last line of what the client has said that is not blank, without its own name.
+/// The last line of the client's standard error that is not blank, without its own name.
 std::string_view complaint(std::string_view errors) {
     errors = withoutBlanksAround(errors);
     errors = withoutBlanksAround(errors.substr(errors.rfind('\n') + 1));
@@ -31,7 +31,7 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-/// What kind of failure the client complains of: it has one exit status for all of them.
+/// The kind of failure that the client reports: it has one exit status for all of them.
 std::string_view kindOf(std::string_view complaint) {
     if (contains(complaint, "(Permission denied)")) {
         return "permission";
@@ -46,7 +46,7 @@ std::string_view kindOf(std::string_view complaint) {
 } // namespace
 
 std::vector<std::string> Client::words(std::string const & transaction) const {
-    // Its log would be mixed with the one line that tells why it fails.
+    // Its log would be mixed with the one line that says why it failed.
     std::vector<std::string> words{program, "-vconsole:off"};
     if (ssl_) {
         words.push_back("--private-key=" + ssl_->privateKey);

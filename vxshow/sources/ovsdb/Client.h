@@ -11,7 +11,7 @@
 
 namespace vxshow::sources::ovsdb {
 
-/// A server that could not be asked, or went away meanwhile. Another of its cluster may answer.
+/// A server that could not be asked, or went away meanwhile. Another of its cluster can answer.
 class ServerFailure : public Failure {
 public:
     using Failure::Failure;
@@ -19,8 +19,8 @@ public:
 
 /// One database server, asked through the stock `ovsdb-client` (its manual is ovsdb-client(1)).
 ///
-/// Each call is a program of its own with a server of its own: given several, the client waits
-/// for a hung one before it tries the next.
+/// Each call runs the client with one server: given several, the client waits for a hung one
+/// before it tries the next.
 class Client {
 public:
     static constexpr char const * program = "ovsdb-client";
@@ -34,8 +34,8 @@ public:
 
     std::string const & remote() const noexcept { return remote_; }
 
-    /// The answer to `transaction`, one line of JSON (RFC 7047, section 4.1.3), within which an
-    /// operation may have failed. The client adds an abort, so nothing is ever written. Raises
+    /// The answer to `transaction`: one line of JSON (RFC 7047, section 4.1.3), which can report
+    /// that an operation failed. The client adds an abort, so nothing is ever written. Raises
     /// `ServerFailure`.
     system::FileBytes query(std::string const & transaction, Deadline const & deadline) const;
 

@@ -9,26 +9,26 @@
 #include <optional>
 #include <string_view>
 
-/// What texts and keys stand for in a `hardware_vtep` database. Nobody checks them there, so each
-/// function gives nothing for one that stands for nothing.
+/// Converts texts and keys of a `hardware_vtep` database. Servers do not validate them, so each
+/// function returns nullopt for an invalid one.
 namespace vxshow::sources::ovsdb {
 
 inline constexpr std::string_view aKey = "a VNI from 0 to 16777215";
 
-/// The VNI that a tunnel_key, any number, is.
+/// The VNI of a tunnel_key, which can be any number.
 std::optional<Vxlan::Vni> vniOfKey(std::int64_t key);
 
-/// An address of one host: not the zero one, which stands for everything else.
+/// The address of one host: not zero, which stands for every other address.
 std::optional<Nolt::EthAddr> hostMac(std::string_view text);
 
-/// The address to which frames for `text` are flooded; the zero one for `unknown-dst`, which is
-/// broadcast and every address that has no row of its own.
+/// The address whose frames are flooded; zero for `unknown-dst`, which stands for broadcast and
+/// for every address without a row of its own.
 std::optional<Nolt::EthAddr> floodMac(std::string_view text);
 
-/// Zero is nobody's address: a listing that showed it would seem to know one.
+/// Not zero, which no VTEP has: a listing that showed it would seem to know an address.
 std::optional<Nolt::IpAddr> vtepIp(std::string_view text);
 
-/// IPv4 or IPv6; the empty text is neither.
+/// IPv4 or IPv6; not the empty text.
 std::optional<Nolt::IpGenAddr> someIp(std::string_view text);
 
 } // namespace vxshow::sources::ovsdb

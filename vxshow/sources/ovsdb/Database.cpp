@@ -13,7 +13,7 @@ std::string answersWanted(std::size_t count) {
     return "an array of " + std::to_string(count) + (count == 1 ? " answer" : " answers");
 }
 
-/// Reads all of them; `table` is the one that is being read, null around them.
+/// Reads all answers. `table` points to the one that is being read; else it is null.
 void readAnswers(system::FileBytes const & answer, Request const & request, Table const *& table,
                  Join & join) {
     auto const & tables = request.tables();
@@ -56,12 +56,12 @@ void join(system::FileBytes const & answer, Request const & request, Join & join
     }
 }
 
-void setSystemIds(DatabaseSource const & source, Facts & state) {
-    for (auto & [name, known] : state.switches) {
+void setSystemIds(DatabaseSource const & source, Facts & facts) {
+    for (auto & [name, known] : facts.switches) {
         auto const own = source.systemIds.find(name);
         if (own != source.systemIds.end()) {
             known.systemId = own->second;
-        } else if (state.switches.size() == 1) {
+        } else if (facts.switches.size() == 1) {
             known.systemId = source.systemId;
         }
     }

@@ -6,9 +6,9 @@
 
 namespace vxshow::sources::ovsdb {
 
-/// Where a database is, and with what it is opened.
+/// Where a database is, and the files to open it with.
 struct DatabaseAddress {
-    /// With what an `ssl:` remote is opened: files in PEM, as `ovsdb-client` takes them.
+    /// The files to open an `ssl:` remote with, in PEM, as `ovsdb-client` takes them.
     struct Ssl {
         std::string privateKey;
         std::string certificate;

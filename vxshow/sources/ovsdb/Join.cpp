@@ -9,8 +9,8 @@ namespace vxshow::sources::ovsdb {
 
 void Join::physicalSwitch(std::string const & name, std::vector<std::string> const & ips,
                           References const & ports) {
-    auto & known = state_.switches[name];
-    auto & local = state_.local[name];
+    auto & known = facts_.switches[name];
+    auto & local = facts_.local[name];
     for (auto const & text : ips) {
         auto const ip = vtepIp(text);
         if (!ip) {
@@ -31,7 +31,7 @@ void Join::physicalSwitch(std::string const & name, std::vector<std::string> con
 void Join::router(std::string const & name,
                   std::vector<std::pair<std::string, Reference>> const & ports,
                   std::vector<std::pair<std::string, std::string>> const & routes) {
-    LogicalRouter router(name, state_.routers[name], findings_.leftOut);
+    LogicalRouter router(name, facts_.routers[name], findings_.leftOut);
     for (auto const & [address, to] : ports) {
         auto & logicalSwitch = rows_.logicalSwitch(to);
         logicalSwitch.routers.insert(name);
@@ -58,7 +58,7 @@ std::optional<Vxlan::Vni> Join::vniOf(MacRow const & row, LogicalSwitch const & 
     auto const & key = logicalSwitch.key ? logicalSwitch.key : locator.key;
     auto const vni = key ? vniOfKey(*key) : std::nullopt;
     if (!vni) {
-        leaveOut(row, logicalSwitch, "tunnel_key", key ? std::to_string(*key) : "of neither", aKey);
+        leaveOut(row, logicalSwitch, "tunnel_key", key ? std::to_string(*key) : "missing", aKey);
     }
     return vni;
 }
@@ -75,7 +75,7 @@ std::set<SideFacts *> const & Join::switchesAt(Locator & locator) const {
 template <class What, class Take>
 void Join::place(Side side, Locator & locator, What && what, Take && take) {
     if (side == Side::remote) {
-        return take(state_.remote);
+        return take(facts_.remote);
     }
     auto const & switches = switchesAt(locator);
     for (SideFacts * const one : switches) {
@@ -84,7 +84,7 @@ void Join::place(Side side, Locator & locator, What && what, Take && take) {
     }
     if (switches.empty()) {
         findings_.unplaced.add(what().append(" at ").append(locator.ip->stringValue()));
-        take(state_.local[name_]);
+        take(facts_.local[name_]);
     }
 }
 
@@ -158,7 +158,7 @@ void Join::checkKeys(LocatorSet & set) {
             std::string const at(locator->ip->stringValue());
             leaveOut(set,
                      locator->key ? "tunnel_key " + std::to_string(*locator->key) + " of " + at
-                                  : "tunnel_key of neither " + at + " nor the logical switch",
+                                  : "tunnel_key of " + at + " missing",
                      aKey);
         }
     }
@@ -197,7 +197,7 @@ void Join::multicast(MacRow const & row) {
     auto ip = bindingOf(row, logicalSwitch);
     if (ip && mac->isZero()) {
         leaveOut(row, logicalSwitch, "ipaddr", text::shownInQuotes(row.ip),
-                 "none, as this is no address");
+                 "none with unknown-dst");
         ip.reset();
     }
     auto const vni = logicalSwitch.vni();
@@ -231,22 +231,22 @@ std::set<Uuid> Join::logicalSwitchesOf(Vxlan::Vni vni) const {
 }
 
 void Join::addBound(std::string const & name, LogicalSwitch const & logicalSwitch) {
-    auto & routers = state_.switches[name].routers;
+    auto & routers = facts_.switches[name].routers;
     for (auto const & router : logicalSwitch.routers) {
         step();
         routers.insert(router);
     }
     if (auto const vni = logicalSwitch.vni()) {
-        state_.local[name].vnis.push_back(*vni);
+        facts_.local[name].vnis.push_back(*vni);
     }
 }
 
-/// A logical switch without any address is known all the same: to whom it was told, and to each
+/// A logical switch without any entry is known all the same: on the remote side, and to each
 /// switch with a port in it.
 void Join::addVnis() {
     for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
         if (auto const vni = logicalSwitch.vni()) {
-            state_.remote.vnis.push_back(*vni);
+            facts_.remote.vnis.push_back(*vni);
         }
     }
     for (auto const & [name, ports] : switchPorts_) {
@@ -263,7 +263,7 @@ void Join::addVnis() {
 }
 
 void Join::findDisputes() {
-    auto const look = [&](std::string const & side, std::vector<IpBinding> const & bindings) {
+    auto const search = [&](std::string const & side, std::vector<IpBinding> const & bindings) {
         bool within = false;
         for (std::size_t index = 1; index < bindings.size(); ++index) {
             step();
@@ -277,17 +277,17 @@ void Join::findDisputes() {
             within = same;
         }
     };
-    look(" (remote)", state_.remote.bindings);
-    for (auto const & [name, side] : state_.local) {
-        look(" (local to " + text::shownInQuotes(name) + ")", side.bindings);
+    search(" (remote)", facts_.remote.bindings);
+    for (auto const & [name, side] : facts_.local) {
+        search(" (local to " + text::shownInQuotes(name) + ")", side.bindings);
     }
 }
 
 std::pair<Facts, Findings> Join::finished() {
     addVnis();
-    state_.settle();
+    facts_.settle();
     findDisputes();
-    return {std::move(state_), std::move(findings_)};
+    return {std::move(facts_), std::move(findings_)};
 }
 
 } // namespace vxshow::sources::ovsdb

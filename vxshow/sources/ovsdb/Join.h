@@ -18,10 +18,10 @@
 
 namespace vxshow::sources::ovsdb {
 
-/// Joins the rows of a `hardware_vtep` database into what it knows, row by row as they come.
+/// Joins the rows of a `hardware_vtep` database into facts, row by row as they arrive.
 ///
-/// References must lead to a row that has come, or they are refused. Text is another matter, for
-/// nobody checks it: a row whose text is no address, prefix or VNI is counted and left out.
+/// A reference must lead to a row that has arrived; otherwise it is refused. Servers do not
+/// validate text, so a row with an invalid address, prefix or VNI is counted and left out.
 class Join {
 public:
     enum class Side { local, remote };
@@ -29,7 +29,7 @@ public:
     using Key = Rows::Key;
     using References = Rows::References;
 
-    /// What stands in several columns of one row.
+    /// The columns of one row of a MAC table.
     struct MacRow {
         Table table;
         Side side;
@@ -39,7 +39,7 @@ public:
         std::string_view ip;
     };
 
-    /// Local entries at a VTEP of no switch stand under `name`.
+    /// Local entries at a VTEP of no switch are listed under `name`.
     Join(std::string name, Deadline const & deadline) : name_(std::move(name)), watch_(deadline) {}
 
     /// To be called for each row and each reference that is read. Throws `TimedOut`.
@@ -70,11 +70,11 @@ public:
     void unicast(MacRow const & row);
     void multicast(MacRow const & row);
 
-    /// The logical switches with the key `vni`, and those without any key: what is in those has
-    /// the VNI of its locator.
+    /// The logical switches with the key `vni`, and those without any key: the entries of those
+    /// have the VNI of their locator.
     std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni) const;
 
-    /// What has been joined, settled, and what was noticed. The join is over.
+    /// The facts, settled, and the findings. To be called once, after the last row.
     std::pair<Facts, Findings> finished();
 
 private:
@@ -82,26 +82,26 @@ private:
     using Locator = Rows::Locator;
     using LocatorSet = Rows::LocatorSet;
 
-    /// The VNI of an entry; notices an entry that has none.
+    /// The VNI of an entry; nullopt if it has none, which is counted.
     std::optional<Vxlan::Vni> vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
                                     Locator const & locator);
 
-    /// Calls `take(SideFacts &)` for each side that an entry at `locator`, which has an address,
-    /// is on; `what()` tells the entry when that is of no switch.
+    /// Calls `take(SideFacts &)` for each side of an entry at `locator`, which has an address.
+    /// `what()` describes the entry if the address belongs to no switch.
     template <class What, class Take>
     void place(Side side, Locator & locator, What && what, Take && take);
 
-    /// The binding of an entry, if it has one; nothing when its text is none.
+    /// The IP address of an entry; nullopt if it has none or an invalid one, which is counted.
     std::optional<Nolt::IpGenAddr> bindingOf(MacRow const & row,
                                              LogicalSwitch const & logicalSwitch);
 
-    /// The sides of the switches that have the locator's address; none, one or several.
+    /// The sides of the switches that have the locator's address: none, one or several.
     std::set<SideFacts *> const & switchesAt(Locator & locator) const;
 
     /// Frames for `mac` are flooded to the locators of a set.
     struct Flooding {
         Table table;
-        std::optional<Vxlan::Vni> vni; ///< of the logical switch; none: of each locator its own
+        std::optional<Vxlan::Vni> vni; ///< of the logical switch; none: each locator has its own
         Nolt::EthAddr mac;
         LocatorSet const * set;
 
@@ -110,12 +110,13 @@ private:
 
     using Place = std::pair<SideFacts *, Vxlan::Vni>;
 
-    /// Adds the flood targets; gives the sides and VNIs they are in. What is told of them is the
-    /// same for every row that floods so.
+    /// Adds the flood targets; returns the sides and VNIs they are in. Every row that floods alike
+    /// has the same.
     std::set<Place> flood(Flooding const & flooding, Side side);
 
-    /// Each looks once at a set to which a row floods: tells of the locators without an address,
-    /// and takes them out; and of those without a VNI, for a logical switch without a key.
+    /// Each checks a set that a row floods to, once. The first counts the locators without an
+    /// address and removes them; the second counts those without a VNI, which matters if the
+    /// logical switch has no key.
     void checkAddresses(LocatorSet & set);
     void checkKeys(LocatorSet & set);
     void leaveOut(LocatorSet const & set, std::string_view found, std::string_view expected);
@@ -123,14 +124,14 @@ private:
     void leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch, std::string_view column,
                   std::string_view text, std::string_view expected);
 
-    /// What a switch with a port in `logicalSwitch` has: its VNI, and its routers.
+    /// Adds the VNI and the routers of `logicalSwitch` to a switch with a port in it.
     void addBound(std::string const & name, LogicalSwitch const & logicalSwitch);
 
     void addVnis();
     void findDisputes();
 
     std::string name_;
-    Facts state_;
+    Facts facts_;
     Findings findings_;
     Rows rows_;
     std::map<std::string, std::set<Uuid>> switchPorts_;

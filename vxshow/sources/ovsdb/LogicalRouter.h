@@ -9,7 +9,7 @@
 
 namespace vxshow::sources::ovsdb {
 
-/// Takes what a row of `Logical_Router` says into a router. What is no address, prefix or VNI is
+/// Adds the contents of a row of `Logical_Router` to a router. An invalid address, prefix or VNI is
 /// counted and left out.
 class LogicalRouter {
 public:
@@ -17,7 +17,7 @@ public:
     LogicalRouter(std::string const & name, RouterFacts & router, Noticed & leftOut) noexcept
         : name_(name), router_(router), leftOut_(leftOut) {}
 
-    /// A pair of `switch_binding`: an address with its prefix length, and where it is.
+    /// A pair of `switch_binding`: an address with its prefix length, and its logical switch.
     void port(std::string const & address, Rows::LogicalSwitch const & in);
 
     /// A pair of `static_routes`.

@@ -35,7 +35,7 @@ bool isPort(std::string_view text) {
     return read.ec == std::errc() && read.ptr == end && port >= 1 && port <= 65535;
 }
 
-/// A name whose last part is a number would be taken for an IPv4 address, so it has to be one.
+/// A name whose last label is a number would be taken for an IPv4 address, so it has to be one.
 bool isNameOrIpv4(std::string_view host) {
     constexpr std::size_t longestName = 253;
     if (host.empty() || host.size() > longestName || host[0] == '.' || host[0] == '-' ||
@@ -61,7 +61,7 @@ bool isIpv6(std::string_view host) {
     return address && address->family() == Nolt::Family::ipv6;
 }
 
-/// What ought to stand in place of `text`, which is to be `HOST` or `HOST:PORT`.
+/// What was expected in place of `text`, which should be `HOST` or `HOST:PORT`.
 std::optional<std::string> serverRefusal(std::string_view text) {
     bool const bracket = text.starts_with('[');
     auto const hostEnd = bracket ? text.find(']') : text.find(':');
@@ -87,8 +87,8 @@ std::string_view withoutBlanks(std::string_view text) {
 
 void checkShortForm(std::string_view remote) {
     if (isSslRemote(remote)) {
-        refuse(remote, "unix:FILE or tcp:HOST:PORT: ssl: needs a private key and certificates, so "
-                       "use a fabric file for it");
+        refuse(remote,
+               "unix:FILE or tcp:HOST:PORT; ssl: needs a fabric file, which names its keys");
     }
     if (auto const expected = remoteRefusal(remote)) {
         refuse(remote, *expected);

@@ -18,8 +18,8 @@ using enum Table;
 constexpr std::string_view mcastColumns = R"("MAC","logical_switch","locator_set","ipaddr")";
 constexpr std::string_view ucastColumns = R"("MAC","logical_switch","locator","ipaddr")";
 
-/// In this order: what a row refers to stands before it, so that an answer is joined while it
-/// is read. The one exception are the ports of a switch.
+/// In an order in which a row comes after those it refers to, so that an answer is joined while it
+/// is read. The one exception is the ports of a switch.
 constexpr std::array<Select, 12> selects{{
     {logicalSwitch, "Logical_Switch", R"("_uuid","name","tunnel_key")"},
     {physicalLocator, "Physical_Locator", R"("_uuid","dst_ip","tunnel_key")"},
@@ -39,7 +39,7 @@ Select const & selectOf(Table table) {
     return selects[static_cast<std::size_t>(table)];
 }
 
-/// How much of a table is asked for: nothing, what is pushed down, all.
+/// How much of a table is asked for: nothing, what matches the pushed conditions, all.
 enum class Share { none, pushed, all };
 
 Share shareOf(Table table, Wanted const & wanted) {
@@ -70,7 +70,7 @@ std::vector<std::string> caseSpellings(std::string const & text) {
     return spellings;
 }
 
-/// Every text that is read as `mac`, which is not zero.
+/// Every spelling of `mac`, which is not zero.
 std::vector<std::string> spellingsOf(Nolt::EthAddr mac) {
     std::string const colons = mac.stringValue();
     std::string dashes = colons;
@@ -107,7 +107,7 @@ Request Request::of(Wanted const & wanted) {
         spellings = spellingsOf(wanted.mac);
     }
     std::vector<Where> pushed;
-    // Of the two the MAC address leaves less to answer.
+    // Of the two conditions, the MAC address matches fewer rows.
     if (wanted.logicalSwitches && wanted.logicalSwitches->size() * spellings.size() <= mostPushed) {
         request.pushed_ = wanted.logicalSwitches;
         for (auto const & row : *wanted.logicalSwitches) {

@@ -29,30 +29,28 @@ enum class Table {
 /// The table's name in the schema.
 std::string_view nameOf(Table table);
 
-/// What of a database is asked for; at first everything.
+/// What of a database is asked for; by default everything.
 struct Wanted {
     bool localMacs = true;  ///< the tables of what its switches have learned
     bool remoteMacs = true; ///< the tables of what they were told
-    /// Of the MAC tables, only what is in these logical switches; nothing: in all of them.
+    /// Of the MAC tables, only rows in these logical switches; nullopt: in all of them.
     std::optional<std::set<Uuid>> logicalSwitches = {};
     Nolt::EthAddr mac = {}; ///< of the MAC tables, only this address; zero: every one
 };
 
 /// The one transaction that reads a database: a select for each table, so that all of it is of
-/// one moment. An answer names no table, so what stands where in it is known from its request.
+/// the same moment. An answer does not name its table; the request determines the order.
 ///
-/// A server scans each row of a table for every select, but builds only those that it answers,
-/// and building is nearly all of its work. So a listing of one VNI names that VNI's logical
-/// switches in the selects of the MAC tables. Which rows those are takes a query before
-/// (`survey`), after which they may change: the answer tells whether it still fits
-/// (`Answer::fits`).
+/// A server scans every row of a table for each select, but serializes only the rows that match,
+/// which is nearly all of its work. So a listing of one VNI names that VNI's logical switches in
+/// the selects of the MAC tables. To learn which rows those are takes an earlier query (`survey`),
+/// and they can change after it: the answer shows whether it still fits (`Answer::fits`).
 ///
-/// A MAC address is pushed down as well, in every spelling that is read as it: the server
-/// compares text byte by byte, no condition can say "either of these", and nobody keeps writers
-/// to one case or one separator. So there is a select for each spelling, three separators times
-/// two for each digit that is a letter. An address with so many letters that this would be more
-/// than `mostPushed` selects of a table is not pushed, since a request that names only the
-/// usual spellings would now and then miss a row, and no answer would show that.
+/// A MAC address is pushed down as well, in every spelling of it: the server compares text byte by
+/// byte, a condition has no "or", and writers can use any case and separator. So there is a select
+/// for each spelling: three separators, times two for each digit that is a letter. If that is more
+/// than `mostPushed` selects of a table, the address is not pushed down: a request with only the
+/// usual spellings could miss a row, and no answer would show that.
 class Request {
 public:
     /// Everything.
@@ -61,27 +59,27 @@ public:
     /// The logical switches alone.
     static Request survey();
 
-    /// What is wanted, and maybe more: where `mostPushed` selects of a table are too few to
-    /// name all spellings of the address, none is named, and where they are too few for all
-    /// logical switches, with each spelling that is, no logical switch is.
+    /// What is wanted, and possibly more. If all spellings of the address take more than
+    /// `mostPushed` selects of a table, the request names none of them; if all logical switches
+    /// do (times the spellings that are named), it names no logical switch.
     static Request of(Wanted const & wanted);
 
     static constexpr std::size_t mostPushed = 48;
 
-    /// By position, the table of each select.
+    /// The table of each select, by position.
     std::vector<Table> const & tables() const noexcept { return tables_; }
 
-    /// The logical switches that are named; nothing when none is, and all are read.
+    /// The logical switches that the request names; nullopt if it reads all of them.
     std::optional<std::set<Uuid>> const & pushed() const noexcept { return pushed_; }
 
-    /// The transaction, as one argument of `ovsdb-client query`. On one line.
+    /// The transaction on one line, as an argument of `ovsdb-client query`.
     std::string text() const;
 
 private:
     /// The condition of a select; none: every row.
     struct Where {
         std::optional<Uuid> logicalSwitch = {};
-        std::string mac = {}; ///< as it is spelt; empty: any
+        std::string mac = {}; ///< in one spelling; empty: any
     };
 
     static void addWheres(std::optional<Uuid> const & logicalSwitch,

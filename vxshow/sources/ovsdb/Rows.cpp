@@ -27,7 +27,7 @@ auto & rowAt(Rows & rows, Reference const & to, Table table) {
     return found->second;
 }
 
-/// In the order of places in memory, of which nothing may depend.
+/// In order of memory addresses, which no result depends on.
 template <class Row>
 void sortUnique(std::vector<Row *> & rows) {
     std::sort(rows.begin(), rows.end(), std::less<>());

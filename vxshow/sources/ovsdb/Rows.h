@@ -17,11 +17,11 @@ namespace vxshow::sources::ovsdb {
 
 /// The rows of a `hardware_vtep` database to which others refer, by their identity.
 ///
-/// References must lead to a row that has come: a server keeps them so, and a broken one is
-/// refused like any wrong form. The places of rows do not move.
+/// A reference must lead to a row that has arrived: servers ensure that, and a dangling reference
+/// is refused as malformed. Rows do not move in memory.
 class Rows {
 public:
-    /// A tunnel_key as it stands there: a set of at most one number, any number.
+    /// A tunnel_key as stored: at most one number, which can be any number.
     using Key = std::optional<std::int64_t>;
     using References = std::vector<Reference>;
 
@@ -30,45 +30,45 @@ public:
         Key key;
         std::set<std::string> routers = {};
 
-        /// The VNI that its own key is.
+        /// The VNI of its own key.
         std::optional<Vxlan::Vni> vni() const;
     };
 
     struct Locator {
-        std::string text; ///< of the address, when it is none
+        std::string text; ///< of the address, if it is invalid
         std::optional<Nolt::IpAddr> ip;
         Key key;
-        /// The sides of the switches that have the address; null until it has been looked for.
+        /// The sides of the switches that have the address; null until it is looked up.
         std::set<SideFacts *> const * switches = nullptr;
 
-        /// The VNI that its own key is.
+        /// The VNI of its own key.
         std::optional<Vxlan::Vni> vni() const;
     };
 
     struct LocatorSet {
         Uuid row;
         std::vector<Locator *> members; ///< each once
-        bool addressesChecked = false;  ///< those without an address are told, and taken out
-        bool keysChecked = false;       ///< those without a VNI of their own are told
+        bool addressesChecked = false;  ///< those without an address are counted and removed
+        bool keysChecked = false;       ///< those without a VNI of their own are counted
     };
 
     template <class Row>
     using ByIdentity = std::unordered_map<Uuid, Row, UuidHash>;
 
-    /// Each takes one row, which refers to rows that are there. Throws `Refusal`.
+    /// Each adds one row, which refers only to rows that have been added. Throws `Refusal`.
     void addLogicalSwitch(Reference const & row, std::string name, Key key);
     void addLocator(Reference const & row, std::string_view ip, Key key);
     void addLocatorSet(Reference const & row, References const & locators);
     void addPort(Reference const & row, References const & logicalSwitches);
 
-    /// Each gives the row to which a reference leads. Throws `Refusal` when it leads nowhere.
+    /// Each returns the row that a reference leads to. Throws `Refusal` if there is none.
     LogicalSwitch & logicalSwitch(Reference const & to);
     Locator & locator(Reference const & to);
     LocatorSet & locatorSet(Reference const & to);
 
     ByIdentity<LogicalSwitch> const & logicalSwitches() const noexcept { return logicalSwitches_; }
 
-    /// The logical switches that are bound to a port, each once; none when there is no such port.
+    /// The logical switches that are bound to a port, each once; empty if there is no such port.
     std::vector<LogicalSwitch *> const & boundTo(Uuid const & port) const;
 
 private:

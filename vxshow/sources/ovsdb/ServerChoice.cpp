@@ -18,13 +18,13 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// One that hangs is not to cost the time of others that answer, least of all twice.
+/// A server that hangs must not use up the time of those that answer.
 constexpr milliseconds mostBesideOthers{200};
 
 /// An election takes 0.8 to 1.7 s with the timer that servers come with.
 constexpr milliseconds betweenQuestions{100};
 
-/// A follower that was behind when it was asked has caught up a moment later.
+/// A follower that is behind when it is asked has caught up a moment later.
 constexpr milliseconds catchingUp{5};
 constexpr int mostCatchingUp = 3;
 
@@ -32,14 +32,14 @@ void pause(milliseconds time, Deadline const & deadline) {
     std::this_thread::sleep_until(deadline.within(time).end);
 }
 
-/// How long an answer is of use: to be read takes a server no less time than to say what it is.
+/// How long an answer is useful: reading a server takes at least as long as asking its status.
 milliseconds timeToAnswer(Deadline const & deadline) {
     auto const left =
         std::chrono::duration_cast<milliseconds>(deadline.end - Deadline::Clock::now());
     return std::max(left / 2, mostBesideOthers);
 }
 
-/// The reason `failure` with the server that gives it, behind the kind of failure.
+/// The reason `failure` with the name of its server, after the kind of failure.
 std::string namedReason(std::string_view remote, std::string_view failure) {
     std::string name(Vex::printable(remote));
     if (failure.find(name) != std::string_view::npos) {
@@ -52,7 +52,7 @@ std::string namedReason(std::string_view remote, std::string_view failure) {
     return std::string(failure).insert(kind, name);
 }
 
-/// As one line: each reason once, the first few of them.
+/// The first few reasons, on one line.
 std::string joined(std::vector<std::string> const & reasons) {
     constexpr std::size_t most = 3;
     std::string line;
@@ -87,9 +87,9 @@ void ServerChoice::askOne(std::size_t index, Deadline const & deadline) {
     } catch (std::exception const & error) {
         failure = "broken answer: " + std::string(Vex::printable(error.what()));
     }
-    // What was not answered because little time is left says nothing of the server.
-    bool const cut = time < server.patience || deadline.isOver();
-    if (hung && cut && server.asked) {
+    // If it was cut off only because little time is left, that says nothing of the server.
+    bool const shortened = time < server.patience || deadline.isOver();
+    if (hung && shortened && server.asked) {
         return;
     }
     statuses_[index] = status;
@@ -99,7 +99,7 @@ void ServerChoice::askOne(std::size_t index, Deadline const & deadline) {
 }
 
 void ServerChoice::growPatience() {
-    bool const none = nobodyAnswers();
+    bool const none = noneAnswers();
     for (auto & server : servers_) {
         if (!server.hung) {
             server.patience = Server::patienceAtFirst;
@@ -141,7 +141,7 @@ std::vector<std::size_t> ServerChoice::followers() const {
     return which;
 }
 
-bool ServerChoice::nobodyAnswers() const {
+bool ServerChoice::noneAnswers() const {
     return std::none_of(statuses_.begin(), statuses_.end(),
                         [](auto const & status) { return status.has_value(); });
 }
@@ -149,12 +149,12 @@ bool ServerChoice::nobodyAnswers() const {
 void ServerChoice::requireAnswers(Deadline const & deadline) const {
     bool const hung = std::any_of(servers_.begin(), servers_.end(),
                                   [](Server const & server) { return server.hung; });
-    if (nobodyAnswers() && !hung) {
-        throw Failure(whyNobodyAnswers(deadline));
+    if (noneAnswers() && !hung) {
+        throw Failure(whyNoneAnswers(deadline));
     }
 }
 
-std::string ServerChoice::whyNobodyAnswers(Deadline const & deadline) const {
+std::string ServerChoice::whyNoneAnswers(Deadline const & deadline) const {
     auto const hangs = system::reason(system::TimeLimit{}, Client::program, deadline.limit);
     std::set<std::string_view> different;
     std::vector<std::string> reasons;
@@ -189,15 +189,15 @@ std::string ServerChoice::whyNotOneDatabase(std::size_t one, std::size_t other) 
     };
     for (std::size_t const index : {one, other}) {
         if (statuses_[index]->model == ServerStatus::Model::standalone) {
-            return "several remotes, but " + name(index) + " is a server alone";
+            return "several remotes, but " + name(index) + " is a standalone server";
         }
     }
     return name(one) + " and " + name(other) + " are not of one cluster";
 }
 
 std::string ServerChoice::whyNoneIsChosen(Deadline const & deadline) const {
-    if (nobodyAnswers()) {
-        return whyNobodyAnswers(deadline);
+    if (noneAnswers()) {
+        return whyNoneAnswers(deadline);
     }
     auto const answering = std::count_if(statuses_.begin(), statuses_.end(),
                                          [](auto const & status) { return status.has_value(); });

@@ -18,7 +18,7 @@ std::string takeText(text::JsonValue & value) {
 }
 
 /// Reads a row, which has exactly the columns `names`: `take(index, cell)` for each of them.
-/// Gives where the row starts.
+/// Returns where the row starts.
 template <std::size_t count, class Take>
 void readRow(text::JsonValue & value, std::array<text::MemberName, count> const & names,
              Take && take) {
@@ -41,7 +41,7 @@ Join::References readAll(text::JsonValue & cell, Join & join) {
     return all;
 }
 
-/// A logical switch or a locator: `textColumn` tells which, and the key may be in either.
+/// A row of a logical switch or a locator, which have a text column, `textColumn`, and a key.
 struct KeyedRow {
     Reference row{};
     std::string text;
@@ -165,7 +165,7 @@ void readRouter(text::JsonValue & value, Join & join) {
     join.router(name, ports, routes);
 }
 
-/// Nothing of the state has a place for these; what they say is checked all the same.
+/// There are no facts for these; their form is checked all the same.
 void readArpSource(text::JsonValue & value, Join & /* none of this is known elsewhere */) {
     static constexpr std::array<text::MemberName, 2> names{"src_mac", "locator"};
     readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
@@ -177,8 +177,8 @@ void readArpSource(text::JsonValue & value, Join & /* none of this is known else
     });
 }
 
-/// A text of a row that is put together from several: kept where the document has it as it is,
-/// else copied, since the next text with an escape takes its room.
+/// A text of a row that is used once the whole row is read. A text without escapes stays in the
+/// document; one with escapes is copied, since the next such text overwrites it.
 class CellText {
 public:
     void take(text::JsonValue & cell) {
@@ -199,7 +199,7 @@ private:
     std::string_view text_;
 };
 
-/// `take` is the member of the join that takes such a row.
+/// `take` is the member of the join for such a row.
 void readMacRow(text::JsonValue & value, std::array<text::MemberName, 4> const & names, Table table,
                 Side side, Join & join, void (Join::*take)(Join::MacRow const &)) {
     CellText mac;
@@ -289,7 +289,7 @@ void readSelect(text::JsonValue & value, Table table, Join & join) {
             return readRows(member, table, join);
         case error: {
             auto const word = member.text(aText).text();
-            // The first is what Open vSwitch says, the second what RFC 7047 speaks of.
+            // The first is what Open vSwitch sends, the second is from RFC 7047.
             schema = word == "syntax error" || word == "unknown column";
             problem = text::shownText(word);
             break;

@@ -7,8 +7,8 @@ namespace vxshow::sources::ovsdb {
 
 /// A select that the server has refused.
 struct SelectRefused {
-    std::string words; ///< its own, printable, on one line
-    bool schema;       ///< whether it does not know the table or a column
+    std::string words; ///< those of the server, printable, on one line
+    bool schema;       ///< whether the server does not know the table or a column
 };
 
 /// Reads the answer to one select, `{"rows":[ROW,…]}`, into `join`. Throws `Refusal`,

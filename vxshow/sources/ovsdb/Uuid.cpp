@@ -21,8 +21,8 @@ constexpr std::array<Vex::U8, 256> digitValues() {
     return values;
 }
 
-/// The number in a group of digits. What is none marks `bad` with a bit above all digits'; an
-/// answer has two of these for each of its rows, so nothing is decided before the end.
+/// The number in a group of digits. A character that is not a digit sets a bit of `bad` above
+/// those of digits; each row of an answer has two identities, so this does not branch.
 template <std::size_t count>
 Vex::U64 group(char const * digits, unsigned & bad) {
     static constexpr std::array<Vex::U8, 256> values = digitValues();

@@ -26,14 +26,14 @@ std::optional<Uuid> readUuid(std::string_view text) noexcept;
 /// The text that `readUuid` reads.
 std::string textOf(Uuid const & uuid);
 
-/// Hashes identities by a function that is drawn at random once for the process: who chooses the
-/// identities cannot know which of them share a slot.
+/// Hashes identities with a function that is drawn at random once per process, so that no one can
+/// choose identities that share a slot.
 ///
 /// It is strongly universal ("pair-multiply-shift": Thorup, High Speed Hashing for Integers and
-/// Strings, 2015, section 3.5): any two identities share a hash with a chance of 1 in 2^32.
+/// Strings, 2015, section 3.5): any two identities have the same hash with probability 1 in 2^32.
 class UuidHash {
 public:
-    /// Raises `std::system_error` where there is no source of randomness.
+    /// Raises `std::system_error` if there is no source of randomness.
     UuidHash() : factors_(drawn()) {}
 
     std::size_t operator()(Uuid const & uuid) const noexcept {

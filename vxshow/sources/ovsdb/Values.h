@@ -9,19 +9,19 @@
 
 /// The cells of a row as OVSDB writes them (RFC 7047, section 5.1).
 ///
-/// A cell's form depends on its content: a set of one may be written bare, sets otherwise and
-/// references are arrays that start with a word. What a cell may hold is known from its column,
-/// so each function reads one kind of column in all of its forms, and refuses the rest.
-/// Each throws `Refusal` and `MalformedJson`.
+/// The form of a cell depends on its content: a set of one can be written bare; other sets and
+/// references are arrays that start with a word. The column determines what a cell can hold, so
+/// each function reads one type of column in all its forms, and refuses anything else. Each throws
+/// `Refusal` and `MalformedJson`.
 namespace vxshow::sources::ovsdb {
 
-/// A reference to a row, and where it stands in the document.
+/// A reference to a row, and its place in the document.
 struct Reference {
     Uuid row;
     char const * at;
 };
 
-/// TEXT, the part of a reference that tells the row.
+/// The TEXT of a reference, which identifies the row.
 Reference readIdentity(text::JsonValue & value);
 
 /// `["uuid",TEXT]`.
@@ -30,10 +30,10 @@ Reference readReference(text::JsonValue & value);
 /// Zero or one whole number: bare, or a set.
 std::optional<std::int64_t> readOptionalInteger(text::JsonValue & value);
 
-/// What starts `["set",…]` and `["map",…]`, and what stands behind it, one element at a time.
+/// Reads `["set",…]`, `["map",…]` and the like.
 ///
-/// Calls `word(std::string_view)` with the first element, then `rest(JsonValue &)` with the
-/// second; refuses an array of another length.
+/// Calls `word(std::string_view)` with the first element, and refuses it if that returns false;
+/// then `rest(JsonValue &)` with the second. Refuses an array of another length.
 template <class Word, class Rest>
 void readTagged(text::JsonValue & value, std::string_view expected, Word && word, Rest && rest) {
     auto const * const start = value.at();
@@ -91,7 +91,7 @@ void readReferences(text::JsonValue & value, Take && take) {
         });
 }
 
-/// A map: `key(JsonValue &)`, which takes the key, then `element(JsonValue &)`, for each pair.
+/// A map: `key(JsonValue &)`, then `element(JsonValue &)`, for each pair.
 template <class Key, class Element>
 void readMap(text::JsonValue & value, Key && key, Element && element) {
     readTagged(

@@ -220,7 +220,7 @@ TEST(HardwareVtepEffort, ALocatorWithoutAVniIsToldOnceForEachSetThatHasIt) {
     database[physicalLocatorSet] = {setRow(21, rowsFrom(11, 1))};
     EXPECT_EQ(readAnswer(database).findings.warning(),
               "1 entry left out: Physical_Locator_Set 00000000-0000-4000-8000-000000000021: "
-              "tunnel_key of neither 10.0.0.1 nor the logical switch, expected a VNI from 0 to "
+              "tunnel_key of 10.0.0.1 missing, expected a VNI from 0 to "
               "16777215");
 }
 

@@ -57,7 +57,7 @@ TEST(HardwareVtepQuirks, AnEntryWithoutAnyKeyIsLeftOut) {
     EXPECT_EQ(answer.facts.remote.macs, Macs{});
     EXPECT_EQ(warningOf(answer),
               "1 entry left out: Ucast_Macs_Remote \"02:00:00:00:00:01\" in \"keyless\": "
-              "tunnel_key of neither, expected a VNI from 0 to 16777215");
+              "tunnel_key missing, expected a VNI from 0 to 16777215");
 }
 
 TEST(HardwareVtepQuirks, AKeyThatIsNoVniLeavesItsEntriesOut) {

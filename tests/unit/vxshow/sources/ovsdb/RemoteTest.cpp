@@ -127,8 +127,8 @@ TEST(Remotes, EachIsARemote) {
 
 TEST(Remotes, SslNeedsAFabricFile) {
     EXPECT_EQ(shortFormError("tcp:db1,ssl:db2"),
-              "found \"ssl:db2\", expected unix:FILE or tcp:HOST:PORT: ssl: needs a private key "
-              "and certificates, so use a fabric file for it");
+              "found \"ssl:db2\", expected unix:FILE or tcp:HOST:PORT; ssl: needs a fabric file, "
+              "which names its keys");
 }
 
 TEST(Remotes, AreAtMost16) {

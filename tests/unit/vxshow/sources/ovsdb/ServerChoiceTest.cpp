@@ -148,9 +148,9 @@ TEST_F(ServerChoice, OfRelaysItIsAnyThatIsConnected) {
 
 TEST_F(ServerChoice, AServerAloneIsNoneOfSeveral) {
     EXPECT_EQ(chosen({server("a", alone), server("b", alone)}),
-              "broken answer: several remotes, but " + remoteOf("a") + " is a server alone");
+              "broken answer: several remotes, but " + remoteOf("a") + " is a standalone server");
     EXPECT_EQ(chosen({server("a", leader), server("b", alone)}),
-              "broken answer: several remotes, but " + remoteOf("b") + " is a server alone");
+              "broken answer: several remotes, but " + remoteOf("b") + " is a standalone server");
     EXPECT_EQ(chosen({server("a", leader), server("b", relay)}), "broken answer: " + remoteOf("a") +
                                                                      " and " + remoteOf("b") +
                                                                      " are not of one cluster");
