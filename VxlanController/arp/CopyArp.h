@@ -2,6 +2,7 @@
 
 #include "VxlanController/VxlanControllerCliModel.h"
 #include "VxlanController/command/ForEachEntity.h"
+#include "VxlanController/command/ForEachSorted.h"
 #include "VxlanController/command/InterruptPoll.h"
 #include "state/VniTables.h"
 
@@ -23,8 +24,16 @@ struct ArpFilter {
 
 /// Adds the entries of `status` that `filter` matches. Raises `Vex::ReinstantiationError` if
 /// `into` already holds one of their addresses with another MAC, preference or change count.
-void copyArpEntries(VniTables const & status, ArpFilter const & filter, InterruptPoll & poll,
-                    VxlanArpTable & into);
+inline void copyArpEntries(VniTables const & status, ArpFilter const & filter, InterruptPoll & poll,
+                           VxlanArpTable & into) {
+    forEachSorted(
+        status.arpTable(), &ArpEntryV2::ipAddress, poll,
+        [&](ArpEntryV2 const & entry) { return filter.matches(entry); },
+        [&](ArpEntryV2 const & entry) {
+            into.arpEntryIs(entry.ipAddress(), entry.macAddress(), entry.preference(),
+                            entry.changes());
+        });
+}
 
 /// Copies the matching entries of one VNI to the table of that VNI in `into`, which is a
 /// switch or the advertised set. A VNI that matches gets a table even if none of its entries

@@ -3,6 +3,7 @@
 #include "Nolt/EthAddr.h"
 #include "Nolt/IpGenAddr.h"
 #include "Nolt/IpGenAddrWithMask.h"
+#include "Vex/Strep.h"
 #include "Vxlan/Vni.h"
 
 namespace [[gnu::visibility("default")]] VxlanController {
@@ -33,5 +34,16 @@ private:
     Nolt::EthAddr mac_;
     Nolt::IpGenAddr vtep_;
 };
+
+/// The string form in which generic tools show it; it is never read back.
+inline Vex::String valueToStrep(LRIpPortV2 const & port) {
+    Vex::String strep("Value('VxlanController::LRIpPortV2', ** {");
+    strep += "'ip': " + Vex::valueToStrep(port.ip());
+    strep += ", 'vni': " + Vex::valueToStrep(port.vni());
+    strep += ", 'mac': " + Vex::valueToStrep(port.mac());
+    strep += ", 'vtep': " + Vex::valueToStrep(port.vtep());
+    strep += "})";
+    return strep;
+}
 
 } // namespace VxlanController
