@@ -2,6 +2,7 @@
 
 #include "vxshow/cli/NumberOption.h"
 #include "vxshow/cli/Refusals.h"
+#include "vxshow/cli/Version.h"
 #include "vxshow/cli/command/Commands.h"
 
 #include <CLI/App.hpp>
@@ -11,8 +12,6 @@
 namespace vxshow::cli {
 
 namespace {
-
-constexpr char const * version = "vxshow 0.1.0";
 
 constexpr char const * footer =
     "The options that are not of one command (--state, --fabric, --json and so on) stand before\n"

@@ -257,5 +257,11 @@ TEST(CommandLine, HelpIsOnStandardOutputAndNoError) {
         EXPECT_NE(finished.out.find("Usage: vxshow"), std::string::npos) << finished.out;
     }
     EXPECT_NE(vxshow({"mac", "received", "--help"}).out.find("--vtep IP"), std::string::npos);
-    EXPECT_EQ(vxshow({"--version"}).out, "vxshow 0.1.0\n");
+}
+
+TEST(CommandLine, VersionIsTheOneOfTheBuild) {
+    Finished const finished = vxshow({"--version"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.out, "vxshow " VXSHOW_VERSION "\n");
+    EXPECT_EQ(finished.err, "");
 }
