@@ -91,7 +91,7 @@ TEST(OddVtysh, AVtyshWithoutAnswersIsAnEmptySourceWithAWarning) {
         EXPECT_EQ(finished.status, 0);
         EXPECT_EQ(rowsOf(finished.out), Words{});
         EXPECT_EQ(warningOf(finished, "leaf"),
-                  "EVPN is not in force: zebra holds no VNIs, as when bgpd is down");
+                  "EVPN is not active: zebra holds no VNIs, as when bgpd is down");
     }
 }
 

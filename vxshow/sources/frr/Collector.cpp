@@ -19,7 +19,7 @@ bool isLinkLocal(Nolt::IpGenAddr const & address) {
     return address.family() == Nolt::Family::ipv6 && address.high() >> 54 == 0x3FA;
 }
 
-/// Whether the interface is that of the VNI.
+/// Whether the interface belongs to the VNI.
 template <class Vni>
 bool isOf(Vni const & vni, std::string const & vrf, std::string const & interface) {
     return vni.vrf == vrf && vni.interfaceName == interface && !interface.empty();
@@ -63,8 +63,8 @@ void Collector::vrf(std::string const & name, bool isDown) {
     vrfs_[name] = isDown;
 }
 
-void Collector::notInForce() {
-    findings_.remark = "EVPN is not in force: zebra holds no VNIs, as when bgpd is down";
+void Collector::evpnDisabled() {
+    findings_.remark = "EVPN is not active: zebra holds no VNIs, as when bgpd is down";
 }
 
 bool Collector::isOfVni(std::string const & vrf, std::string const & interface) const {
@@ -122,9 +122,9 @@ void Collector::resolveSegments() {
         if (found == segments_.end() || found->second.empty()) {
             leaveOutDangling(inVni(vni, mac.stringValue()) +
                              (one.segment.empty()
-                                  ? ": behind no VTEP, expected an Ethernet segment"
+                                  ? ": no VTEP, expected an Ethernet segment"
                                   : ": behind Ethernet segment \"" + text::shownText(one.segment) +
-                                        "\", of which no VTEP is known"));
+                                        "\", which has no known VTEP"));
             continue;
         }
         for (auto const vtep : found->second) {
@@ -134,7 +134,7 @@ void Collector::resolveSegments() {
     }
 }
 
-/// A VNI that has come between two answers.
+/// Drops entries of VNIs that were created between two answers.
 void Collector::dropUnknownVnis(SideFacts & side) {
     auto const drop = [&](auto & facts, auto const & shown) {
         auto known = l2Vnis_.end();
@@ -144,7 +144,7 @@ void Collector::dropUnknownVnis(SideFacts & side) {
                 known = l2Vnis_.find(fact.vni);
             }
             if (known == l2Vnis_.end()) {
-                leaveOutDangling(inVni(fact.vni, shown(fact)) + ", which is none of the VNIs");
+                leaveOutDangling(inVni(fact.vni, shown(fact)) + ", an unknown VNI");
             }
             return known == l2Vnis_.end();
         };
@@ -156,7 +156,7 @@ void Collector::dropUnknownVnis(SideFacts & side) {
 
 void Collector::placeLocal(SideFacts & local) {
     auto known = l2Vnis_.end();
-    auto const isNowhere = [&](MacPlace & place) {
+    auto const hasNoVtep = [&](MacPlace & place) {
         step();
         if (known == l2Vnis_.end() || known->first != place.vni) {
             known = l2Vnis_.find(place.vni);
@@ -164,11 +164,11 @@ void Collector::placeLocal(SideFacts & local) {
         place.vtep = known->second.vtep;
         if (place.vtep.isZero()) {
             leaveOut(inVni(place.vni, place.mac.stringValue()) +
-                     ": local, where the VNI has no VTEP address");
+                     ": local, but the VNI has no VTEP address");
         }
         return place.vtep.isZero();
     };
-    local.macs.erase(std::remove_if(local.macs.begin(), local.macs.end(), isNowhere),
+    local.macs.erase(std::remove_if(local.macs.begin(), local.macs.end(), hasNoVtep),
                      local.macs.end());
 }
 
@@ -212,7 +212,7 @@ void Collector::addRouters(SwitchFacts & own) {
         if (found == interfaces_.end()) {
             routers_.erase(name);
             fits_ = fits_ && isDown;
-            leaveOut("VRF \"" + name + "\": without any interface");
+            leaveOut("VRF \"" + name + "\": no interfaces");
             continue;
         }
         auto & router = routers_[name];

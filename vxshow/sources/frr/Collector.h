@@ -11,10 +11,10 @@
 
 namespace vxshow::sources::frr {
 
-/// Joins what zebra tells in several documents, entry by entry as they come.
+/// Joins the answers of zebra into facts, entry by entry as they are read.
 class Collector {
 public:
-    /// The most MAC addresses behind segments that are asked for one by one: a command each.
+    /// The most MAC addresses behind segments that are asked for one by one, with a command each.
     static constexpr std::size_t mostSingleMacs = 64;
 
     struct L2Vni {
@@ -27,7 +27,7 @@ public:
     struct L3Vni {
         std::string vrf;
         std::string interfaceName; ///< empty: none
-        Nolt::IpAddr vtep;         ///< zero: it is down
+        Nolt::IpAddr vtep;         ///< zero: the VNI is down
     };
 
     enum class Side { local, remote };
@@ -36,9 +36,9 @@ public:
         Vxlan::Vni vni;
         Nolt::EthAddr mac;
         Side side;
-        Nolt::IpAddr vtep; ///< of a remote one; zero: it is behind a segment
+        Nolt::IpAddr vtep; ///< of a remote address; zero: it is behind a segment
         Vex::U32 moves;
-        std::string_view segment; ///< empty: not told
+        std::string_view segment; ///< empty: not known yet
     };
 
     Collector(state::Selection const & selection, Deadline const & deadline)
@@ -51,19 +51,19 @@ public:
 
     void l3Vni(Vxlan::Vni vni, L3Vni known) { l3Vnis_[vni] = std::move(known); }
 
-    /// Whether entries of that MAC address in that VNI are taken at all.
+    /// Whether entries of that MAC address in that VNI are selected.
     bool takes(Vxlan::Vni vni, Nolt::EthAddr mac) const {
         return selection_.takesVni(vni) && (selection_.mac.isZero() || selection_.mac == mac);
     }
 
-    /// The entry of a MAC address, for the first time.
+    /// The entry of a MAC address that has none yet.
     void mac(MacRow const & row);
 
-    /// What is said next of that MAC address in that VNI replaces that it is behind a segment:
-    /// nothing else is asked about again one by one, so what else was said stays.
+    /// Forgets that the MAC address is behind a segment, since the next document about it is more
+    /// precise. Only such addresses are asked about one by one, so everything else stays.
     void forgetSegmentedMac(Vxlan::Vni vni, Nolt::EthAddr mac);
 
-    /// What is said next of MAC addresses replaces what was said of any of them.
+    /// Forgets all MAC addresses, since the next document has all of them.
     void forgetMacs();
 
     void segment(std::string name, std::vector<Nolt::IpAddr> vteps) {
@@ -72,11 +72,11 @@ public:
 
     void neighbour(IpBinding const & binding, Side side);
 
-    /// A VRF that has an L3 VNI. One that is down may have been configured for a VRF that is not
-    /// there yet, so that it has no interfaces for as long as that lasts.
+    /// A VRF that has an L3 VNI. An L3 VNI that is down can be configured for a VRF that does not
+    /// exist yet: then it has no interfaces.
     void vrf(std::string const & name, bool isDown);
 
-    /// Whether the interface is that of a VNI, so that its addresses are ports.
+    /// Whether the interface belongs to a VNI, so that its addresses are ports.
     bool isOfVni(std::string const & vrf, std::string const & interface) const;
 
     void interface(std::string const & vrf, std::string const & name, Nolt::EthAddr mac,
@@ -87,13 +87,13 @@ public:
 
     void leaveOut(std::string what) { findings_.leftOut.add(std::move(what)); }
 
-    /// zebra holds no VNIs because nobody has told it to do EVPN.
-    void notInForce();
+    /// zebra holds no VNIs because EVPN is not enabled.
+    void evpnDisabled();
 
-    /// What the answers so far leave open. Asked once.
+    /// The questions that the answers so far leave open. To be called once.
     std::vector<Question> further() const;
 
-    /// What has been joined, settled. The join is over.
+    /// The whole answer. To be called once, after the last document.
     Answer finished(VtepSource const & source);
 
 private:
@@ -101,7 +101,7 @@ private:
 
     struct Segmented {
         MacKey key;
-        std::string segment; ///< empty: not told
+        std::string segment; ///< empty: not known yet
         Vex::U32 moves;
     };
 
@@ -121,13 +121,13 @@ private:
 
     state::Selection selection_;
     DeadlineWatch watch_;
-    SideFacts local_; ///< its MAC addresses are at no VTEP yet
+    SideFacts local_; ///< its MAC addresses have no VTEP yet
     SideFacts remote_;
     std::map<Vxlan::Vni, L2Vni> l2Vnis_;
     std::map<Vxlan::Vni, L3Vni> l3Vnis_;
     std::vector<Segmented> segmented_;
     std::map<std::string, std::vector<Nolt::IpAddr>, std::less<>> segments_;
-    std::map<std::string, bool> vrfs_;                         ///< and whether the L3 VNI is down
+    std::map<std::string, bool> vrfs_;                         ///< whether the L3 VNI is down
     std::map<std::string, std::vector<Interface>> interfaces_; ///< by VRF
     std::map<std::string, RouterFacts> routers_;
     Findings findings_;

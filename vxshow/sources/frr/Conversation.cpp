@@ -10,16 +10,16 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-/// A remote shell gets all words as one, which Linux takes up to 128 KiB: half of that, since
-/// quoting lengthens them.
+/// A remote shell gets all words as one argument, for which the limit of Linux is 128 KiB: half of
+/// that, since quoting lengthens them.
 constexpr std::size_t mostCommandBytes = 65536;
 
-/// What an option and its quotes add to a command.
+/// What the option `-c` and quotes add to a command.
 constexpr std::size_t bytesBeside = 10;
 
 using Questions = std::vector<Question>;
 
-/// Asks the questions from `next` on that one run takes, one at least; returns the next.
+/// Asks as many questions from `next` on as one run takes, at least one; returns the next.
 Questions::const_iterator askSome(RunVtysh const & run, Questions::const_iterator next,
                                   Questions::const_iterator end, Collector & join) {
     std::vector<std::string> commands;
@@ -34,7 +34,7 @@ Questions::const_iterator askSome(RunVtysh const & run, Questions::const_iterato
     }
     auto printed = run(commands);
     for (auto const answer : vtyshAnswers(printed.text(), commands)) {
-        // Behind an answer stands the next command's line, which has served its purpose.
+        // The padding overwrites the line of the next command, which is no longer needed.
         readDocument(*next++, printed.padded(answer), join);
     }
     return next;

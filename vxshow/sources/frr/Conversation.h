@@ -10,16 +10,15 @@
 
 namespace vxshow::sources::frr {
 
-/// Runs commands in one `vtysh`, and gives what it prints. Raises `Failure`.
+/// Runs commands in one `vtysh`; returns what it prints. Raises `Failure`.
 using RunVtysh = std::function<system::FileBytes(std::vector<std::string> const & commands)>;
 
-/// How often zebra is asked at most until its answers fit together.
+/// The most times that zebra is asked until its answers are consistent.
 inline constexpr unsigned maxAttempts = 3;
 
-/// Asks for what is selected: in one run, or in two when the answers of the first leave
-/// something open; of some thousand commands, 64 KiB in each run. Asks again while they do not fit
-/// together and there is time, for `run` and until `deadline`, and takes the last answer then as
-/// it is. Raises `Failure`.
+/// Asks for what is selected: in one run, or in two if the answers of the first leave questions
+/// open; thousands of commands take more runs, with 64 KiB each. If the answers are inconsistent
+/// and there is time left, asks again; returns the last answer as it is. Raises `Failure`.
 Answer converse(RunVtysh const & run, VtepSource const & source, state::Selection const & selection,
                 Deadline const & deadline = Deadline::never());
 

@@ -7,19 +7,19 @@
 #include <optional>
 #include <string_view>
 
-/// What the documents about entries of VNIs have in common: their keys and addresses, and what an
-/// entry tells of its side. There are hundreds of thousands of entries, so what is called for
-/// each of them stands here.
+/// What the documents about entries of VNIs have in common: their keys and addresses, and the side
+/// of an entry. There can be hundreds of thousands of entries, so what is called for each of them
+/// is inline.
 namespace vxshow::sources::frr {
 
 inline constexpr std::string_view anEntry = "an object of what is known of it";
 
-/// Counters stand between the entries of an object, and they are no objects.
+/// There are counters between the entries of an object; they are not objects.
 inline bool isEntry(text::JsonValue & value) {
     return *value.at() == '{';
 }
 
-/// The address that a text is; nothing when it is none.
+/// Parses an address; nullopt if it is invalid.
 inline std::optional<Nolt::EthAddr> anyMac(text::JsonText const & text) {
     constexpr auto usual = Nolt::EthAddr::maxTextLength;
     if (text.mayHaveLength(usual)) [[likely]] {
@@ -30,13 +30,13 @@ inline std::optional<Nolt::EthAddr> anyMac(text::JsonText const & text) {
     return Nolt::EthAddr::tryFromString(text.text());
 }
 
-/// An address of one host: not the zero one.
+/// As `anyMac`, but nullopt for zero, which is not the address of a host.
 inline std::optional<Nolt::EthAddr> hostMac(text::JsonText const & text) {
     auto const mac = anyMac(text);
     return mac && !mac->isZero() ? mac : std::nullopt;
 }
 
-/// The address that a text is; nothing when it is none.
+/// Parses an address; nullopt if it is invalid.
 inline std::optional<Nolt::IpAddr> ipv4(text::JsonText const & text) {
     Nolt::IpAddr address;
     auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
@@ -46,11 +46,11 @@ inline std::optional<Nolt::IpAddr> ipv4(text::JsonText const & text) {
     return Nolt::IpAddr::tryFromString(text.text());
 }
 
-/// Says of a text in a VNI that it is not what was expected there.
+/// Counts an invalid text in a VNI as left out.
 void leaveOut(Collector & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
               std::string_view expected);
 
-/// The VNI whose key `text` is; one that is none is left out.
+/// The VNI of the key `text`; nullopt if it is invalid, which is counted as left out.
 std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Collector & join);
 
 /// Calls `take(Vni, JsonValue &)` for the entries of a document by VNI.
@@ -67,13 +67,13 @@ void eachVni(text::JsonReader & json, Collector & join, Take && take) {
     });
 }
 
-/// On which side an entry is, and its mobility sequence there.
+/// The side of an entry, and its mobility sequence on that side.
 class EntrySide {
 public:
-    /// The members that tell it, by their places among `entryNames`.
+    /// The members for it, by their places among `entryNames`.
     enum Name : std::size_t { type, localSequence, remoteSequence, end };
 
-    /// Takes the value of the member `name` if it is one of those. Throws `Refusal`.
+    /// Reads the value of the member `name` if it is one of those. Throws `Refusal`.
     void take(std::size_t name, text::JsonValue & value) {
         switch (name) {
         case type:
@@ -88,16 +88,16 @@ public:
         }
     }
 
-    /// False for an entry that is on neither: nobody has learned or announced it.
+    /// False for an entry on neither side, which was neither learned nor announced.
     bool isKnown() const noexcept { return side_ < sequences_.size(); }
 
-    /// Of an entry that is on one.
+    /// Of an entry that is known.
     Collector::Side side() const noexcept {
         return side_ == 0 ? Collector::Side::local : Collector::Side::remote;
     }
 
-    /// The sequence in force, that of the side. Throws `Refusal` when it is not among the
-    /// `members` of the object that starts at `object`.
+    /// The sequence in effect: that of the side. Throws `Refusal` if it is not among the `members`
+    /// of the object that starts at `object`.
     Vex::U32 sequence(text::KnownMembers const & members, char const * object) const {
         members.require(localSequence + side_, object);
         return sequences_[side_];
@@ -106,7 +106,7 @@ public:
 private:
     static constexpr std::array<text::MemberName, 3> sides{"local", "remote", "auto"};
 
-    /// Which of `sides` it is. Throws `Refusal` for another text.
+    /// The index into `sides`. Throws `Refusal` for another text.
     static std::size_t readSide(text::JsonValue & value);
 
     std::size_t side_ = sides.size();

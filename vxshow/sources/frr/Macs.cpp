@@ -29,7 +29,7 @@ public:
         }
     }
 
-    /// In details there may be one of no type: nobody knows where it is.
+    /// With details, an entry can be without a type: its place is unknown.
     void finish(char const * start, bool detailed) const {
         if (!detailed) {
             members_.require(EntrySide::type, start);
@@ -89,7 +89,7 @@ void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni v
     entry.finish(start, detailed);
 }
 
-/// What is known of the MAC addresses of a VNI, member by member: they stand in one of them.
+/// Reads the members of a VNI, one of which has its MAC addresses.
 class MacsReader {
 public:
     MacsReader(Vxlan::Vni vni, bool detailed, Collector & join) noexcept

@@ -3,11 +3,11 @@
 #include "vxshow/sources/frr/Collector.h"
 #include "vxshow/text/Json.h"
 
-/// The documents about MAC addresses, as zebra writes them. Each function takes a whole document
-/// into `join`; throws `Refusal` and `MalformedJson`.
+/// The documents about MAC addresses, as zebra writes them. Each function reads a whole document
+/// into `join`, and throws `Refusal` and `MalformedJson`.
 namespace vxshow::sources::frr {
 
-/// Of every VNI. `detailed` tells whether the segments are in it.
+/// Of every VNI. `detailed`: whether the document has the segments.
 void readMacs(text::JsonReader & json, bool detailed, Collector & join);
 
 /// Of one VNI, without the segments.

@@ -74,7 +74,7 @@ private:
     EntrySide side_;
     bool isActive_ = false;
     std::optional<Nolt::EthAddr> mac_;
-    std::string macText_; ///< where it is none
+    std::string macText_; ///< if it is invalid
 };
 
 void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni,

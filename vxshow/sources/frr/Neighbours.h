@@ -4,7 +4,7 @@
 #include "vxshow/text/Json.h"
 
 /// The documents about IP addresses and the MAC addresses they belong to, as zebra writes them.
-/// Each function takes a whole document into `join`; throws `Refusal` and `MalformedJson`.
+/// Each function reads a whole document into `join`, and throws `Refusal` and `MalformedJson`.
 namespace vxshow::sources::frr {
 
 /// Of every VNI.

@@ -8,7 +8,7 @@ namespace {
 
 using Kind = Question::Kind;
 
-/// VNI 0 is none to zebra, which would not know the command.
+/// VNI 0 is not a VNI to zebra, which would reject the command.
 bool isAskable(Vxlan::Vni vni) {
     return vni.value() != 0;
 }

@@ -17,7 +17,7 @@ bool isBlank(std::string_view document) {
     return text::pastBlanks(document, 0) == document.size();
 }
 
-/// What stands for nothing, depending on the command: no text, `{}`, `{ }` or `[]`.
+/// An empty answer: no text, `{}`, `{ }` or `[]`, depending on the command.
 bool isNothing(std::string_view document) {
     auto const first = text::pastBlanks(document, 0);
     if (first == document.size()) {
@@ -75,7 +75,7 @@ void readDocument(Question const & question, system::PaddedText document, Collec
     }
     bool const isAboutVnis = question.kind == Kind::vnis || question.kind == Kind::vni;
     if (isAboutVnis && isBlank(document.text())) {
-        return join.notInForce();
+        return join.evpnDisabled();
     }
     if (isNothing(document.text())) {
         return;

@@ -5,9 +5,9 @@
 
 namespace vxshow::sources::frr {
 
-/// Takes the answer to a question into `join`. No text at all, and an empty object or list, is
-/// the answer that there is nothing; of VNIs, no text at all is the answer that EVPN is not in
-/// force. Raises `AnswerError`, which names the command.
+/// Reads the answer to a question into `join`. An empty answer, object or list says that there is
+/// nothing; for VNIs, an empty answer says that EVPN is not active. Raises `AnswerError`, which
+/// names the command.
 void readDocument(Question const & question, system::PaddedText document, Collector & join);
 
 } // namespace vxshow::sources::frr

@@ -5,7 +5,7 @@
 
 namespace vxshow::sources::frr {
 
-/// Takes the document about Ethernet segments and their VTEPs, as zebra writes it, into `join`.
+/// Reads the document about Ethernet segments and their VTEPs, as zebra writes it, into `join`.
 /// Throws `Refusal` and `MalformedJson`.
 void readSegments(text::JsonReader & json, Collector & join);
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view aText = "a text";
 
-/// A VNI, member by member: what its kind is stands among them.
+/// A VNI, member by member; its kind is one of the members.
 class VniReader {
 public:
     explicit VniReader(Collector & join) noexcept : join_(join) {}
@@ -81,8 +81,8 @@ private:
         }
     }
 
-    /// A VNI whose VXLAN device is in no bridge has no interface: an L2 VNI is without the member
-    /// then, and an L3 VNI says "None".
+    /// A VNI whose VXLAN device is in no bridge has no interface: then an L2 VNI has no such
+    /// member, and that of an L3 VNI is "None".
     void readInterface(std::string_view name) {
         if (name != "None") {
             interface_ = name;
@@ -97,7 +97,7 @@ private:
         }
     }
 
-    /// Under that name stands the list, not its length.
+    /// Despite its name, this member is the list, not its length.
     void readFloods(text::JsonValue & value) {
         value.texts("a list of IPv4 addresses", text::anIpv4Address,
                     [&](text::JsonText const & text) {

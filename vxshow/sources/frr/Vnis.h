@@ -3,8 +3,8 @@
 #include "vxshow/sources/frr/Collector.h"
 #include "vxshow/text/Json.h"
 
-/// The documents about VNIs, as zebra writes them. Each function takes a whole document into
-/// `join`; throws `Refusal` and `MalformedJson`.
+/// The documents about VNIs, as zebra writes them. Each function reads a whole document into
+/// `join`, and throws `Refusal` and `MalformedJson`.
 namespace vxshow::sources::frr {
 
 /// Of every VNI.

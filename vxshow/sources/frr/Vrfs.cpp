@@ -20,8 +20,8 @@ void leaveOut(Collector & join, std::string const & vrf, std::string_view column
     join.leaveOut(what.append(expected));
 }
 
-/// What IPv4 looks like where only IPv6 may stand, ::ffff:0:0/96 (RFC 4291, 2.5.5.2): so are the
-/// VTEPs written to which IPv6 prefixes lead.
+/// Converts an IPv4-mapped address, ::ffff:0:0/96 (RFC 4291, 2.5.5.2), to IPv4: the nexthops of
+/// IPv6 prefixes are VTEPs in that form.
 Nolt::IpGenAddr unmapped(Nolt::IpGenAddr const & address) {
     bool const isMapped = address.family() == Nolt::Family::ipv6 && address.high() == 0 &&
                           address.low() >> 32 == 0xFFFF;
@@ -50,7 +50,7 @@ void readAddress(text::JsonValue & value, std::string const & vrf,
     members.require(0, start);
 }
 
-/// A tunnel or the like has no MAC address, or one of another kind.
+/// A tunnel, for example, has no MAC address, or a hardware address of another type.
 void readInterface(std::string const & name, text::JsonValue & value, std::string const & vrf,
                    Collector & join) {
     enum Name : std::size_t { hardwareAddress, ipAddresses };
@@ -81,7 +81,7 @@ void readInterface(std::string const & name, text::JsonValue & value, std::strin
     join.interface(vrf, name, mac.value_or(Nolt::EthAddr()), addresses);
 }
 
-/// Only where it leads is taken, not how a nexthop is reached (`resolver`).
+/// Takes the nexthop itself, not the one it resolves to (`resolver`).
 void readNexthop(text::JsonValue & value, std::string const & vrf,
                  std::vector<Nolt::IpGenAddr> & nexthops, Collector & join) {
     enum Name : std::size_t { ip, active, resolver };

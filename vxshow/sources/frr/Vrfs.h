@@ -5,8 +5,8 @@
 
 #include <string>
 
-/// The documents about VRFs, as zebra writes them. Each function takes a whole document into
-/// `join`; throws `Refusal` and `MalformedJson`.
+/// The documents about VRFs, as zebra writes them. Each function reads a whole document into
+/// `join`, and throws `Refusal` and `MalformedJson`.
 namespace vxshow::sources::frr {
 
 void readVrfs(text::JsonReader & json, Collector & join);

@@ -12,14 +12,14 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-/// What a shell (POSIX, 2.8.2) says of a program that is not there or cannot be run.
+/// The statuses of a shell (POSIX, 2.8.2) for a program that does not exist or cannot be run.
 constexpr int statusNotFound = 127;
 constexpr int statusNotRun = 126;
 
-/// What `ssh` says of itself.
+/// The status of `ssh` for an error of its own.
 constexpr int statusSsh = 255;
 
-/// Of what is quoted, no more than that.
+/// The most bytes of a quoted line.
 constexpr std::size_t longestLine = 300;
 
 std::string shown(std::string_view line) {
@@ -39,7 +39,7 @@ std::string_view lineWith(std::string_view text, std::string_view part) {
     return line.substr(0, line.find('\n'));
 }
 
-/// All but the lines about configuration files: they are harmless, whatever reason they quote.
+/// All lines but those about configuration files, which are harmless whatever reason they give.
 std::string withoutConfiguration(std::string_view text) {
     std::string others;
     while (!text.empty()) {
@@ -52,26 +52,26 @@ std::string withoutConfiguration(std::string_view text) {
     return others;
 }
 
-/// The last line with anything in it.
+/// The last line that is not blank.
 std::string_view lastLine(std::string_view text) {
     text = text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
     auto const before = text.rfind('\n');
     return text.substr(before == std::string_view::npos ? 0 : before + 1);
 }
 
-/// Whether the last answer is a complaint.
+/// Whether vtysh complained about the last command.
 bool complains(std::string_view printed) {
     return lastLine(withoutConfiguration(printed)).starts_with("% ");
 }
 
-/// Whether `sudo` or `doas` refuses in it to run what it was told.
+/// Whether the line is a refusal of `sudo` or `doas` to run the command.
 bool isRefusedBySudo(std::string_view line) {
     return line.starts_with("sudo: ") || line.starts_with("doas: ") ||
            line.find("not in the sudoers file") != std::string_view::npos ||
            line.find("is not allowed to execute") != std::string_view::npos;
 }
 
-/// Of a run with that status; with nothing to quote, the status is told.
+/// The reason for a failure: the line, or the status if there is no line.
 std::string withStatus(std::string_view kind, std::string_view line, int status) {
     return std::string(kind) + ": " +
            (line.empty() ? "vtysh ended with status " + std::to_string(status) : shown(line));

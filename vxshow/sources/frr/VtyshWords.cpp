@@ -9,7 +9,7 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-/// For a shell (POSIX, 2.2.2), in whose single quotes nothing but their end has a meaning.
+/// Quotes a word for a shell: within single quotes, only their end is special (POSIX, 2.2.2).
 std::string quoted(std::string_view word) {
     std::string text = "'";
     for (char const c : word) {
@@ -22,19 +22,19 @@ std::string quoted(std::string_view word) {
     return text.append("'");
 }
 
-/// A line of what was printed, by its ends; the second without the newline.
+/// A line of the output, by its positions; `end` is before the newline.
 struct Line {
     std::size_t first;
     std::size_t end;
 };
 
-/// The next line, from `position` on, which a line begins at, that ends in a `#` and the command.
+/// The next line that ends in `#` and the command. `position` is the start of a line.
 std::optional<Line> echoOf(std::string_view printed, std::size_t position,
                            std::string const & command) {
     auto const mark = "# " + command;
     for (auto at = printed.find(mark, position); at != std::string_view::npos;
          at = printed.find(mark, at + 1)) {
-        // The end first: that is looked at once, where a long line's beginning is far away.
+        // The end is checked first: to search for the start of a long line is expensive.
         auto const end = at + mark.size();
         if (end == printed.size() || printed[end] == '\n') {
             auto const before = printed.substr(position, at - position).rfind('\n');
@@ -48,7 +48,7 @@ std::string_view firstLine(std::string_view text) {
     return text.substr(0, text.find('\n'));
 }
 
-/// Such as "% Unknown command: …", for which there is no document.
+/// Such as "% Unknown command: …", instead of a document.
 bool isComplaint(std::string_view answer) {
     return answer.starts_with("% ");
 }

@@ -53,8 +53,7 @@ std::string routesOf(Answer const & answer) {
     return linesOf(answer.facts, "router");
 }
 
-constexpr char const * notInForce =
-    "EVPN is not in force: zebra holds no VNIs, as when bgpd is down";
+constexpr char const * notInForce = "EVPN is not active: zebra holds no VNIs, as when bgpd is down";
 
 constexpr char const * redPort = "router red port 192.0.2.1/24 vni 10 02:00:00:00:00:fe 10.0.0.1\n";
 
@@ -213,10 +212,9 @@ TEST(FrrQuirks, WhatStillDanglesIsLeftOutAndTold) {
     EXPECT_EQ(zebra.runs.size(), 6U);
     EXPECT_FALSE(answer.fits);
     EXPECT_EQ(macsOf(answer), "");
-    EXPECT_EQ(
-        answer.findings.warning(),
-        "1 entry left out: 02:00:00:00:00:01 in VNI 10: behind Ethernet segment \"03:01\", of "
-        "which no VTEP is known");
+    EXPECT_EQ(answer.findings.warning(),
+              "1 entry left out: 02:00:00:00:00:01 in VNI 10: behind Ethernet segment \"03:01\", "
+              "which has no known VTEP");
     EXPECT_EQ(linesOf(answer.facts, "remote flood"),
               "remote flood 10 00:00:00:00:00:00 10.0.0.2\n");
 }
@@ -243,7 +241,7 @@ TEST(FrrQuirks, AVniThatHasComeInBetweenDangles) {
     auto const answer = zebra.ask();
     EXPECT_FALSE(answer.fits);
     EXPECT_EQ(answer.findings.warning(),
-              "1 entry left out: 02:00:00:00:00:01 in VNI 10, which is none of the VNIs");
+              "1 entry left out: 02:00:00:00:00:01 in VNI 10, an unknown VNI");
 }
 
 TEST(FrrQuirks, ALocalMacOnASegmentIsAtThisVtep) {
@@ -289,7 +287,7 @@ TEST(FrrQuirks, AVniWithoutAVtepAddressHasNoLocalPlaces) {
     EXPECT_EQ(linesOf(answer.facts),
               "switch leaf1 id 00:00:5e:00:53:e1\nleaf1 vni 10\nremote vni 10\n");
     EXPECT_EQ(answer.findings.warning(), "1 entry left out: 02:00:00:00:00:01 in VNI 10: local, "
-                                         "where the VNI has no VTEP address");
+                                         "but the VNI has no VTEP address");
 }
 
 TEST(FrrQuirks, AVniWithoutAnSviHasNoPorts) {
@@ -386,7 +384,7 @@ TEST(FrrQuirks, AVrfThatIsGoneDangles) {
     auto const answer = zebra.ask();
     EXPECT_FALSE(answer.fits);
     EXPECT_EQ(routesOf(answer), "");
-    EXPECT_EQ(answer.findings.warning(), "1 entry left out: VRF \"red\": without any interface");
+    EXPECT_EQ(answer.findings.warning(), "1 entry left out: VRF \"red\": no interfaces");
 }
 
 TEST(FrrQuirks, AVrfThatIsNotThereYetIsNotAskedForAgain) {
@@ -398,7 +396,7 @@ TEST(FrrQuirks, AVrfThatIsNotThereYetIsNotAskedForAgain) {
     EXPECT_EQ(zebra.runs.size(), 2U);
     EXPECT_TRUE(answer.fits);
     EXPECT_EQ(routesOf(answer), "");
-    EXPECT_EQ(answer.findings.warning(), "1 entry left out: VRF \"red\": without any interface");
+    EXPECT_EQ(answer.findings.warning(), "1 entry left out: VRF \"red\": no interfaces");
 }
 
 TEST(FrrQuirks, AVrfWhoseL3VniIsDownHasItsPortsAllTheSame) {

@@ -65,7 +65,7 @@ TEST_F(VtyshTest, IsRunForItsAnswers) {
     auto const answer = ask(echo);
     EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id none\n");
     EXPECT_EQ(answer.findings.warning(),
-              "EVPN is not in force: zebra holds no VNIs, as when bgpd is down");
+              "EVPN is not active: zebra holds no VNIs, as when bgpd is down");
     EXPECT_EQ(received_, 33U + 34U + 40U + 25U);
 }
 
