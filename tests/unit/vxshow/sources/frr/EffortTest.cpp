@@ -20,12 +20,13 @@ Deadline passed() {
 
 constexpr char const * noAnswer = "time limit: no answer within 5 s";
 
-struct Answer {
+struct CannedAnswer {
     Question question;
     std::string text;
 };
 
-Answer read(std::vector<Answer> const & answers, Deadline const & deadline = Deadline::in(1h)) {
+Answer read(std::vector<CannedAnswer> const & answers,
+            Deadline const & deadline = Deadline::in(1h)) {
     std::vector<Document> documents;
     for (auto const & [question, text] : answers) {
         documents.push_back({question, system::FileBytes::copyOf(text)});
@@ -33,7 +34,7 @@ Answer read(std::vector<Answer> const & answers, Deadline const & deadline = Dea
     return readDocuments(documents, {"leaf1"}, {}, deadline);
 }
 
-std::string timeOver(std::vector<Answer> const & answers) {
+std::string timeOver(std::vector<CannedAnswer> const & answers) {
     try {
         read(answers, passed());
     } catch (TimedOut const & failure) {
@@ -67,20 +68,20 @@ std::string macsOf10(unsigned count) {
     return macsOf10(listed(count, [](unsigned number) { return localMac(macOf(number)); }));
 }
 
-Answer vnis() {
+CannedAnswer vnis() {
     return {{Kind::vnis}, "[" + l2Vni(10) + "]"};
 }
 
 } // namespace
 
 TEST(FrrEffort, FewEntriesAreReadBehindTheDeadline) {
-    std::vector<Answer> const answers{vnis(), {{Kind::macs}, macsOf10(5)}};
+    std::vector<CannedAnswer> const answers{vnis(), {{Kind::macs}, macsOf10(5)}};
     EXPECT_EQ(read(answers, passed()).facts, read(answers).facts);
     EXPECT_EQ(read(answers).facts.local.at("leaf1").macs.size(), 5U);
 }
 
 TEST(FrrEffort, ManyMacsAreNotReadBehindTheDeadline) {
-    std::vector<Answer> const answers{vnis(), {{Kind::macs}, macsOf10(5000)}};
+    std::vector<CannedAnswer> const answers{vnis(), {{Kind::macs}, macsOf10(5000)}};
     EXPECT_EQ(timeOver(answers), noAnswer);
     EXPECT_EQ(read(answers).facts.local.at("leaf1").macs.size(), 5000U);
 }
@@ -92,14 +93,15 @@ TEST(FrrEffort, ManyNeighboursAreNotReadBehindTheDeadline) {
                R"(":{"type":"local","state":"active","mac":"02:00:00:00:00:01",)"
                R"("localSequence":0,"remoteSequence":0})";
     });
-    std::vector<Answer> const answers{vnis(), {{Kind::neighbours}, R"({"10":{)" + entries + "}}"}};
+    std::vector<CannedAnswer> const answers{vnis(),
+                                            {{Kind::neighbours}, R"({"10":{)" + entries + "}}"}};
     EXPECT_EQ(timeOver(answers), noAnswer);
     EXPECT_EQ(read(answers).facts.local.at("leaf1").bindings.size(), 5000U);
 }
 
 TEST(FrrEffort, ManyVnisAreNotReadBehindTheDeadline) {
     auto const list = listed(5000, [](unsigned number) { return l2Vni(number); });
-    std::vector<Answer> const answers{{{Kind::vnis}, "[" + list + "]"}};
+    std::vector<CannedAnswer> const answers{{{Kind::vnis}, "[" + list + "]"}};
     EXPECT_EQ(timeOver(answers), noAnswer);
     EXPECT_EQ(read(answers).facts.remote.vnis.size(), 5000U);
 }
@@ -109,7 +111,7 @@ TEST(FrrEffort, ManyRoutesAreNotReadBehindTheDeadline) {
         return "\"10." + std::to_string(number / 250) + "." + std::to_string(number % 250) +
                R"(.0/24":[{"selected":true,"nexthops":[{"ip":"10.0.0.2","active":true}]}])";
     });
-    std::vector<Answer> const answers{{{Kind::routes, {}, {}, "red"}, "{" + routes + "}"}};
+    std::vector<CannedAnswer> const answers{{{Kind::routes, {}, {}, "red"}, "{" + routes + "}"}};
     EXPECT_EQ(timeOver(answers), noAnswer);
     EXPECT_EQ(read(answers).facts.routers.at("red").routes.size(), 2500U);
 }
@@ -123,7 +125,7 @@ TEST(FrrEffort, ManyMacsBehindASegmentOfManyVtepsAreNotJoinedBehindTheDeadline) 
     auto const vteps = listed(100, [](unsigned number) {
         return R"({"vtep":"10.1.0.)" + std::to_string(number + 1) + "\"}";
     });
-    std::vector<Answer> const answers{
+    std::vector<CannedAnswer> const answers{
         vnis(),
         {{Kind::macsInDetail}, macsOf10(entries)},
         {{Kind::segments}, R"([{"esi":"03:01","vteps":[)" + vteps + "]}]"}};

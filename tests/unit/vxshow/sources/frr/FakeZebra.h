@@ -37,7 +37,7 @@ public:
         };
     }
 
-    sources::frr::Answer ask(state::Selection const & selection = {});
+    sources::Answer ask(state::Selection const & selection = {});
 
     std::vector<std::vector<std::string>> runs; ///< the commands of each run so far
 

@@ -42,8 +42,8 @@ struct Database {
 std::string jsonText(std::string_view text);
 
 /// What is read of the answer to the request of everything, from the source "lab".
-sources::ovsdb::Answer readAnswer(std::string_view answer);
-sources::ovsdb::Answer readAnswer(Database const & database);
+sources::Answer readAnswer(std::string_view answer);
+sources::Answer readAnswer(Database const & database);
 
 /// The error for that answer; "accepted" when there is none. Expects it to be one line of
 /// printable ASCII.
