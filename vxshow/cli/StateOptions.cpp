@@ -15,7 +15,7 @@ constexpr unsigned oneDay = 86400;
 
 /// An empty path is what a script writes whose variable is empty; the environment must not
 /// stand in for it.
-std::string refuseEmpty(std::string const & text) {
+std::string refuseEmptyName(std::string const & text) {
     return text.empty() ? "'': expected the name of a file" : "";
 }
 
@@ -39,11 +39,11 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
     app.add_option("--state", options.snapshotPath,
                    "Snapshot to read; - is standard input (or VXSHOW_STATE)")
         ->type_name("FILE")
-        ->check(refuseEmpty, "");
+        ->check(refuseEmptyName, "");
     app.add_option("--fabric", options.fabricPath,
                    "Fabric file: the live sources to read; - is standard input (or VXSHOW_FABRIC)")
         ->type_name("FILE")
-        ->check(refuseEmpty, "");
+        ->check(refuseEmptyName, "");
     app.add_option("--ovsdb", options.databases,
                    "Live hardware_vtep database to read: unix:FILE or tcp:HOST:PORT; the servers "
                    "of a cluster with commas between; several times for several databases")

@@ -17,7 +17,7 @@ namespace vxshow::system {
 
 namespace {
 
-[[noreturn]] void throwErrno() {
+[[noreturn]] void throwReadError() {
     throw std::system_error(errno, std::generic_category());
 }
 
@@ -31,7 +31,7 @@ std::size_t announcedSize(int descriptor) {
     struct stat status {};
 
     if (::fstat(descriptor, &status) != 0) {
-        throwErrno();
+        throwReadError();
     }
     if (!S_ISREG(status.st_mode)) {
         return 0;
@@ -50,7 +50,7 @@ std::size_t readSome(int descriptor, char * to, std::size_t room) {
             return static_cast<std::size_t>(got);
         }
         if (errno != EINTR) {
-            throwErrno();
+            throwReadError();
         }
     }
 }
@@ -88,7 +88,7 @@ FileBytes FileBytes::copyOf(std::string_view text) {
 FileBytes FileBytes::open(std::string const & path) {
     int const number = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (number < 0) {
-        throwErrno();
+        throwReadError();
     }
     OwnedDescriptor const file(number);
     return read(file.number());

@@ -39,7 +39,7 @@ int millisecondsUntil(Clock::time_point moment) {
 
 /// Reads into `to`, and says how many bytes have come: none at the end, nothing when there
 /// are none yet.
-std::optional<std::size_t> readSome(int descriptor, char * to, std::size_t room) {
+std::optional<std::size_t> readAvailable(int descriptor, char * to, std::size_t room) {
     auto const got = ::read(descriptor, to, room);
     if (got >= 0) {
         return static_cast<std::size_t>(got);
@@ -151,7 +151,7 @@ private:
 
     void readOutput() {
         auto const room = output_.room();
-        auto const bytes = readSome(child_.output(), room.data(), room.size());
+        auto const bytes = readAvailable(child_.output(), room.data(), room.size());
         hasCome(output, bytes);
         if (!bytes || *bytes == 0) {
             return;
@@ -164,7 +164,7 @@ private:
 
     void readErrors() {
         std::array<char, longestErrors> some;
-        auto const bytes = readSome(child_.errors(), some.data(), some.size());
+        auto const bytes = readAvailable(child_.errors(), some.data(), some.size());
         hasCome(errors, bytes);
         errorText_.add({some.data(), bytes.value_or(0)});
     }
@@ -199,9 +199,9 @@ bool canBeWords(std::vector<std::string> const & words) {
 
 /// The start of a program, which takes a free slot, descriptors and a process of the system.
 /// Where others have them all, it waits until they give some back.
-class Start {
+class StartAttempt {
 public:
-    Start(std::optional<Child> & child, std::vector<std::string> const & words)
+    StartAttempt(std::optional<Child> & child, std::vector<std::string> const & words)
         : child_(child), words_(words) {}
 
     /// Nothing when it runs.
@@ -271,7 +271,7 @@ Answer run(std::vector<std::string> const & words, Limits const & limits,
         return NotRun{EINVAL};
     }
     std::optional<Child> child;
-    if (auto answer = Start(child, words).before(limits.end)) {
+    if (auto answer = StartAttempt(child, words).before(limits.end)) {
         return *std::move(answer);
     }
     return Listener(*child, limits, received).answer();

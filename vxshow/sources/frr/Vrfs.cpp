@@ -11,7 +11,7 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-constexpr std::string_view aText = "a text";
+constexpr std::string_view expectedText = "a text";
 
 void leaveOut(Collector & join, std::string const & vrf, std::string_view column,
               std::string_view text, std::string_view expected) {
@@ -38,7 +38,7 @@ void readAddress(text::JsonValue & value, std::string const & vrf,
         if (members.take(name) != 0) {
             return;
         }
-        auto const text = member.text(aText);
+        auto const text = member.text(expectedText);
         auto const address = Nolt::IpGenAddrWithMask::tryFromString(text.text());
         if (address && !address->isNone()) {
             addresses.push_back(*address);
@@ -161,7 +161,7 @@ void readVrf(text::JsonValue & value, Collector & join) {
             vrfName = member.text("the name of a VRF").text();
             break;
         case state:
-            isDown = member.text(aText).text() == "Down";
+            isDown = member.text(expectedText).text() == "Down";
             break;
         default:
             break;

@@ -10,7 +10,7 @@ namespace vxshow::sources::frr {
 namespace {
 
 /// Quotes a word for a shell: within single quotes, only their end is special (POSIX, 2.2.2).
-std::string quoted(std::string_view word) {
+std::string shellQuoted(std::string_view word) {
     std::string text = "'";
     for (char const c : word) {
         if (c == '\'') {
@@ -64,7 +64,7 @@ std::vector<std::string> vtyshWords(VtyshCommand const & vtysh,
                                     std::vector<std::string> const & commands) {
     auto words = vtysh.words;
     auto const add = [&](std::string const & word) {
-        words.push_back(vtysh.remoteShell ? quoted(word) : word);
+        words.push_back(vtysh.remoteShell ? shellQuoted(word) : word);
     };
     if (!vtysh.pathSpace.empty()) {
         add("-N");
