@@ -11,7 +11,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-Words operator+(Words words, Words const & more) {
+Words joined(Words words, Words const & more) {
     words.insert(words.end(), more.begin(), more.end());
     return words;
 }
@@ -22,7 +22,8 @@ Words parent() {
 
 /// Starts servers in a folder and returns their remotes.
 Words started(std::string const & command, std::string const & folder, Words const & options) {
-    return linesOf(outputOf(Words{labProgram("ovsdb-lab"), command, folder} + parent() + options));
+    return linesOf(
+        outputOf(joined(joined({labProgram("ovsdb-lab"), command, folder}, parent()), options)));
 }
 
 void down(std::string const & folder) {
@@ -53,7 +54,7 @@ void OvsdbLab::transact(std::string const & operations) const {
 }
 
 void OvsdbLab::vtepCtl(Words const & words) const {
-    outputOf(Words{"vtep-ctl", "-t", "30", "--db=" + remote()} + words);
+    outputOf(joined({"vtep-ctl", "-t", "30", "--db=" + remote()}, words));
 }
 
 void OvsdbLab::signal(std::string const & name) const {
@@ -103,7 +104,7 @@ OvsdbRelay::OvsdbRelay(std::string const & remotes)
 }
 
 EvpnLab::EvpnLab() : prefix_("live" + std::to_string(getpid()) + "-") {
-    auto const finished = lab(Words{"up"} + parent());
+    auto const finished = lab(joined({"up"}, parent()));
     EXPECT_EQ(finished.status, 0) << finished.err;
 }
 
@@ -125,9 +126,9 @@ Words EvpnLab::vtysh(unsigned vtep) const {
 }
 
 Finished EvpnLab::lab(Words const & words) const {
-    return run(Words{"env", "EVPN_LAB_PREFIX=" + prefix_, "EVPN_LAB_DIR=" + folder_.file("lab"),
-                     labProgram("evpn-lab")} +
-               words);
+    return run(joined({"env", "EVPN_LAB_PREFIX=" + prefix_, "EVPN_LAB_DIR=" + folder_.file("lab"),
+                       labProgram("evpn-lab")},
+                      words));
 }
 
 std::string EvpnLab::zebra(unsigned vtep) const {

@@ -67,7 +67,7 @@ std::shared_ptr<Access const> readVtyshAccess(text::TomlField const & source,
 
 } // namespace
 
-Kind kind() {
+sources::Kind kind() {
     return {"frr", keys, readVtyshAccess};
 }
 

@@ -6,7 +6,7 @@
 namespace vxshow::sources::frr {
 
 /// "frr": VTEPs that run FRR, which `vtysh` reads.
-Kind kind();
+sources::Kind kind();
 
 /// The source that `--frr` names: this machine's FRR, as the switch "frr".
 Source localSource();

@@ -15,9 +15,9 @@ namespace {
 
 namespace Cli = VxlanController::Cli;
 
-Vxlan::Vni const vni10(10);
-auto const mac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
-auto const mac2 = Nolt::EthAddr::fromString("02:00:00:00:00:02");
+Vxlan::Vni const mergedVni(10);
+auto const mergedMac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
+auto const mergedMac2 = Nolt::EthAddr::fromString("02:00:00:00:00:02");
 
 Nolt::IpAddr vtep(unsigned number) {
     return Nolt::IpAddr(0x0A000000 + number);
@@ -71,26 +71,28 @@ TEST(Merge, NothingIsMountedOfNothing) {
 }
 
 TEST(Merge, AMacThatSwitchesPlaceDifferentlyIsShownUnderEach) {
-    auto const mount = mountOf({learned("leaf1", {{vni10, mac1, vtep(1), 4}}),
-                                learned("leaf2", {{vni10, mac1, vtep(2), 5}})});
-    EXPECT_EQ(switchOf(mount, "leaf1")->vniStatusV2(vni10)->macVtepTable(mac1),
-              VxlanController::MacVtepV2(mac1, vtep(1), 4));
-    EXPECT_EQ(switchOf(mount, "leaf2")->vniStatusV2(vni10)->macVtepTable(mac1),
-              VxlanController::MacVtepV2(mac1, vtep(2), 5));
+    auto const mount = mountOf({learned("leaf1", {{mergedVni, mergedMac1, vtep(1), 4}}),
+                                learned("leaf2", {{mergedVni, mergedMac1, vtep(2), 5}})});
+    EXPECT_EQ(switchOf(mount, "leaf1")->vniStatusV2(mergedVni)->macVtepTable(mergedMac1),
+              VxlanController::MacVtepV2(mergedMac1, vtep(1), 4));
+    EXPECT_EQ(switchOf(mount, "leaf2")->vniStatusV2(mergedVni)->macVtepTable(mergedMac1),
+              VxlanController::MacVtepV2(mergedMac1, vtep(2), 5));
 }
 
 TEST(Merge, AMacThatIsAdvertisedDifferentlyHasEveryVtepThatWasTold) {
-    auto const mount = mountOf({told({{vni10, mac1, vtep(2)}, {vni10, mac2, vtep(2)}}),
-                                told({{vni10, mac1, vtep(1)}, {vni10, mac2, vtep(2), 3}})});
+    auto const mount =
+        mountOf({told({{mergedVni, mergedMac1, vtep(2)}, {mergedVni, mergedMac2, vtep(2)}}),
+                 told({{mergedVni, mergedMac1, vtep(1)}, {mergedVni, mergedMac2, vtep(2), 3}})});
     auto const entry = entryOf(mount, "10");
     ASSERT_TRUE(entry);
-    EXPECT_EQ(pathsOf(*entry, mac1), (std::vector{vtep(1), vtep(2)}));
-    EXPECT_EQ(entry->macVtepTable(mac1), VxlanController::MacVtepV2());
-    EXPECT_EQ(entry->macVtepTable(mac2), VxlanController::MacVtepV2(mac2, vtep(2), 3));
+    EXPECT_EQ(pathsOf(*entry, mergedMac1), (std::vector{vtep(1), vtep(2)}));
+    EXPECT_EQ(entry->macVtepTable(mergedMac1), VxlanController::MacVtepV2());
+    EXPECT_EQ(entry->macVtepTable(mergedMac2), VxlanController::MacVtepV2(mergedMac2, vtep(2), 3));
 }
 
 TEST(Merge, ASwitchIsListedAlikeWhateverElseIsMounted) {
-    auto const one = learned("leaf1", {{vni10, mac1, vtep(1), 4}, {vni10, mac2, vtep(1)}});
+    auto const one =
+        learned("leaf1", {{mergedVni, mergedMac1, vtep(1), 4}, {mergedVni, mergedMac2, vtep(1)}});
     auto const listing = [](state::Mount const & mount) {
         auto const & state = mount.received;
         return rendered(Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, false,
@@ -98,46 +100,46 @@ TEST(Merge, ASwitchIsListedAlikeWhateverElseIsMounted) {
     };
     auto const alone = listing(mountOf({one}));
     EXPECT_NE(alone.find("0200.0000.0001"), std::string::npos);
-    auto const other = learned("leaf2", {{vni10, mac1, vtep(2)}});
+    auto const other = learned("leaf2", {{mergedVni, mergedMac1, vtep(2)}});
     EXPECT_EQ(listing(mountOf({one, other})), alone);
     EXPECT_EQ(listing(mountOf({other, one})), alone);
 }
 
 TEST(Merge, FloodListsOfSeveralSourcesAreJoined) {
     Facts one;
-    one.remote.floods = {{vni10, {}, vtep(1)}, {vni10, mac1, vtep(3)}};
+    one.remote.floods = {{mergedVni, {}, vtep(1)}, {mergedVni, mergedMac1, vtep(3)}};
     Facts other;
-    other.remote.floods = {{vni10, {}, vtep(2)}, {vni10, {}, vtep(1)}};
+    other.remote.floods = {{mergedVni, {}, vtep(2)}, {mergedVni, {}, vtep(1)}};
     auto const entry = entryOf(mountOf({one, other}), "10");
     EXPECT_EQ(entry->macVtepFloodListTable({})->vtepIp().size(), 2);
-    EXPECT_EQ(entry->macVtepFloodListTable(mac1)->vtepIp().size(), 1);
+    EXPECT_EQ(entry->macVtepFloodListTable(mergedMac1)->vtepIp().size(), 1);
 }
 
 TEST(Merge, AnIpAddressHasTheMacAddressWithTheBestRightToIt) {
     Nolt::IpGenAddr const ip(vtep(9));
     Facts state;
-    state.remote.bindings = {{vni10, ip, mac1, 1, 9}, {vni10, ip, mac2, 2, 0}};
+    state.remote.bindings = {{mergedVni, ip, mergedMac1, 1, 9}, {mergedVni, ip, mergedMac2, 2, 0}};
     auto const entry = entryOf(mountOf({state}), "10");
-    EXPECT_EQ(entry->arpTable().find(ip)->element().macAddress(), mac2);
+    EXPECT_EQ(entry->arpTable().find(ip)->element().macAddress(), mergedMac2);
 }
 
 TEST(Merge, ASourceThatIsNoSwitchTellsWhatItWasToldOfOthers) {
-    auto state = learned("leaf1", {{vni10, mac1, vtep(1)}});
-    state.remote = sideWith({{vni10, mac2, vtep(2)}});
+    auto state = learned("leaf1", {{mergedVni, mergedMac1, vtep(1)}});
+    state.remote = sideWith({{mergedVni, mergedMac2, vtep(2)}});
     auto const mount = mountOf({state}, Role::hsc);
     EXPECT_FALSE(mount.received.switches);
-    auto const received = mount.received.sources->vniStatusDir("HSC")->vniStatusV2(vni10);
-    EXPECT_EQ(received->macVtepTable(mac2).vtepIp(), vtep(2));
+    auto const received = mount.received.sources->vniStatusDir("HSC")->vniStatusV2(mergedVni);
+    EXPECT_EQ(received->macVtepTable(mergedMac2).vtepIp(), vtep(2));
     EXPECT_EQ(received->macVtepTable().size(), 1);
-    auto const advertised = mount.advertised.sources->vniStatusDir("HSC")->vniStatusV2(vni10);
-    EXPECT_EQ(advertised->macVtepTable(mac1).vtepIp(), vtep(1));
+    auto const advertised = mount.advertised.sources->vniStatusDir("HSC")->vniStatusV2(mergedVni);
+    EXPECT_EQ(advertised->macVtepTable(mergedMac1).vtepIp(), vtep(1));
 }
 
 TEST(Merge, TheSourcesThatAreNoSwitchesShareTheirLists) {
-    auto hsc = learned("leaf1", {{vni10, mac1, vtep(1)}});
-    hsc.remote = sideWith({{vni10, mac1, vtep(2)}});
-    auto qvx = learned("leaf1", {{vni10, mac1, vtep(3)}});
-    qvx.remote = sideWith({{vni10, mac1, vtep(4)}});
+    auto hsc = learned("leaf1", {{mergedVni, mergedMac1, vtep(1)}});
+    hsc.remote = sideWith({{mergedVni, mergedMac1, vtep(2)}});
+    auto qvx = learned("leaf1", {{mergedVni, mergedMac1, vtep(3)}});
+    qvx.remote = sideWith({{mergedVni, mergedMac1, vtep(4)}});
     hsc.settle();
     qvx.settle();
     Merge all;
@@ -145,7 +147,10 @@ TEST(Merge, TheSourcesThatAreNoSwitchesShareTheirLists) {
     all.add(qvx, Role::qvx);
     auto const mount = all.mount();
     auto const vtepOf = [](auto const & sources, char const * name) {
-        return sources->vniStatusDir(name)->vniStatusV2(vni10)->macVtepTable(mac1).vtepIp();
+        return sources->vniStatusDir(name)
+            ->vniStatusV2(mergedVni)
+            ->macVtepTable(mergedMac1)
+            .vtepIp();
     };
     EXPECT_EQ(vtepOf(mount.advertised.sources, "HSC"), vtep(1));
     EXPECT_EQ(vtepOf(mount.received.sources, "HSC"), vtep(2));
@@ -154,7 +159,7 @@ TEST(Merge, TheSourcesThatAreNoSwitchesShareTheirLists) {
 }
 
 TEST(Merge, QvxAloneMountsNoHsc) {
-    auto const mount = mountOf({told({{vni10, mac1, vtep(1)}})}, Role::qvx);
+    auto const mount = mountOf({told({{mergedVni, mergedMac1, vtep(1)}})}, Role::qvx);
     EXPECT_FALSE(mount.received.switches);
     EXPECT_FALSE(mount.received.evpn);
     EXPECT_FALSE(mount.received.sources->vniStatusDir("HSC"));
@@ -163,22 +168,22 @@ TEST(Merge, QvxAloneMountsNoHsc) {
 }
 
 TEST(Merge, EvpnsTablesHoldTheVtepWithTheMostMoves) {
-    auto state = told({{vni10, mac1, vtep(1), 1},
-                       {vni10, mac1, vtep(2), 7},
-                       {vni10, mac1, vtep(3), 7},
-                       {vni10, mac2, vtep(4)}});
-    state.remote.floods = {{vni10, {}, vtep(5)}, {vni10, mac1, vtep(6)}};
+    auto state = told({{mergedVni, mergedMac1, vtep(1), 1},
+                       {mergedVni, mergedMac1, vtep(2), 7},
+                       {mergedVni, mergedMac1, vtep(3), 7},
+                       {mergedVni, mergedMac2, vtep(4)}});
+    state.remote.floods = {{mergedVni, {}, vtep(5)}, {mergedVni, mergedMac1, vtep(6)}};
     auto const tables = mountOf({state}, Role::evpn).received.evpn->hostFloodTable("EVPN");
-    EXPECT_EQ(tables->hostTable()->host({mac1, vni10}), VcsEvpn::Host(vtep(2), 7));
-    EXPECT_EQ(tables->hostTable()->host({mac2, vni10}), VcsEvpn::Host(vtep(4), 0));
-    EXPECT_NE(tables->floodTable()->floodEntry({vni10, vtep(5)}), VcsEvpn::FloodEntry());
-    EXPECT_EQ(tables->floodTable()->floodEntry({vni10, vtep(6)}), VcsEvpn::FloodEntry());
+    EXPECT_EQ(tables->hostTable()->host({mergedMac1, mergedVni}), VcsEvpn::Host(vtep(2), 7));
+    EXPECT_EQ(tables->hostTable()->host({mergedMac2, mergedVni}), VcsEvpn::Host(vtep(4), 0));
+    EXPECT_NE(tables->floodTable()->floodEntry({mergedVni, vtep(5)}), VcsEvpn::FloodEntry());
+    EXPECT_EQ(tables->floodTable()->floodEntry({mergedVni, vtep(6)}), VcsEvpn::FloodEntry());
 }
 
 TEST(Merge, ASwitchWithoutASystemIdentifierIsInNoMapOfRouters) {
     Facts state;
     state.switches["leaf1"] = {.vteps = {vtep(1)}, .routers = {"prod"}};
-    state.switches["leaf2"] = {.systemId = mac2, .vteps = {vtep(2)}, .routers = {"prod"}};
+    state.switches["leaf2"] = {.systemId = mergedMac2, .vteps = {vtep(2)}, .routers = {"prod"}};
     auto const routers = mountOf({state}).routers;
     auto const text =
         rendered(Cli::vcsLRMapFactory(routers.publishStatus, routers.switchInfoDir, Vex::String(),
@@ -191,7 +196,8 @@ TEST(Merge, ASwitchWithoutASystemIdentifierIsInNoMapOfRouters) {
 }
 
 TEST(Merge, OnlyWhatIsSelectedIsMounted) {
-    auto state = learned("leaf1", {{vni10, mac1, vtep(1)}, {Vxlan::Vni(11), mac1, vtep(1)}});
+    auto state =
+        learned("leaf1", {{mergedVni, mergedMac1, vtep(1)}, {Vxlan::Vni(11), mergedMac1, vtep(1)}});
     state.local["leaf2"] = state.local["leaf1"];
     state.settle();
     Merge mount(state::Selection{.advertised = false, .vni = Vxlan::Vni(11), .source = "leaf2"});

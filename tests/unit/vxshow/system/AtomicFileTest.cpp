@@ -54,7 +54,7 @@ protected:
     std::string folder_;
 };
 
-void write(AtomicFile const & file, std::string const & text) {
+void append(AtomicFile const & file, std::string const & text) {
     EXPECT_EQ(::write(file.descriptor(), text.data(), text.size()),
               static_cast<ssize_t>(text.size()));
 }
@@ -62,7 +62,7 @@ void write(AtomicFile const & file, std::string const & text) {
 TEST_P(AtomicFiles, WhatIsCommittedStandsThere) {
     {
         AtomicFile file(path("new"), GetParam());
-        write(file, "text");
+        append(file, "text");
         EXPECT_FALSE(std::filesystem::exists(path("new")));
         file.commit();
         EXPECT_EQ(content("new"), "text");
@@ -74,7 +74,7 @@ TEST_P(AtomicFiles, WhatIsCommittedStandsThere) {
 TEST_P(AtomicFiles, WhatIsNotCommittedWasNeverThere) {
     {
         AtomicFile const file(path("new"), GetParam());
-        write(file, "text");
+        append(file, "text");
     }
     EXPECT_EQ(names(), Names{});
 }
@@ -82,7 +82,7 @@ TEST_P(AtomicFiles, WhatIsNotCommittedWasNeverThere) {
 TEST_P(AtomicFiles, TheOldFileIsWholeUntilTheCommit) {
     put("old", "old");
     AtomicFile file(path("old"), GetParam());
-    write(file, "text");
+    append(file, "text");
     EXPECT_EQ(content("old"), "old");
     file.commit();
     EXPECT_EQ(content("old"), "text");
@@ -92,7 +92,7 @@ TEST_P(AtomicFiles, WhoHasTheOldFileOpenReadsOn) {
     put("old", "old");
     std::ifstream reader(path("old"));
     AtomicFile file(path("old"), GetParam());
-    write(file, "text");
+    append(file, "text");
     file.commit();
     std::string line;
     std::getline(reader, line);
@@ -121,7 +121,7 @@ TEST_P(AtomicFiles, ASymbolicLinkStaysOne) {
     put("behind", "old");
     std::filesystem::create_symlink("behind", path("link"));
     AtomicFile file(path("link"), GetParam());
-    write(file, "text");
+    append(file, "text");
     file.commit();
     EXPECT_TRUE(std::filesystem::is_symlink(path("link")));
     EXPECT_EQ(content("behind"), "text");
@@ -132,7 +132,7 @@ TEST_P(AtomicFiles, ASymbolicLinkToNothingStaysOneToo) {
     std::filesystem::create_symlink("folder/second", path("first"));
     std::filesystem::create_symlink("behind", path("folder/second"));
     AtomicFile file(path("first"), GetParam());
-    write(file, "text");
+    append(file, "text");
     file.commit();
     EXPECT_TRUE(std::filesystem::is_symlink(path("first")));
     EXPECT_TRUE(std::filesystem::is_symlink(path("folder/second")));
@@ -185,7 +185,7 @@ TEST_P(AtomicFiles, AFolderThatIsNotThereIsAnError) {
 
 TEST_P(AtomicFiles, ADeviceTakesTheBytesAsTheyCome) {
     AtomicFile file("/dev/null", GetParam());
-    write(file, "text");
+    append(file, "text");
     file.commit();
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }

@@ -12,8 +12,6 @@ using namespace std::chrono_literals;
 
 namespace vxshow::test {
 
-using namespace system;
-
 namespace {
 
 bool isDead(pid_t pid) {
@@ -27,8 +25,8 @@ bool isDead(pid_t pid) {
 
 } // namespace
 
-Limits patient() {
-    return {Clock::now() + 2min, 1'000'000'000};
+system::Limits patient() {
+    return {system::Clock::now() + 2min, 1'000'000'000};
 }
 
 std::vector<std::string> shell(std::string const & script,
@@ -38,21 +36,21 @@ std::vector<std::string> shell(std::string const & script,
     return words;
 }
 
-Exited exited(std::vector<std::string> const & words) {
-    auto answer = run(words, patient());
-    if (auto * const exited = std::get_if<Exited>(&answer)) {
+system::Exited exited(std::vector<std::string> const & words) {
+    auto answer = system::run(words, patient());
+    if (auto * const exited = std::get_if<system::Exited>(&answer)) {
         return std::move(*exited);
     }
     ADD_FAILURE() << "ended as alternative " << answer.index();
-    return {-1, FileBytes::copyOf(""), ""};
+    return {-1, system::FileBytes::copyOf(""), ""};
 }
 
 std::string printedBeforeTheTimeLimit(std::string const & script) {
     for (auto limit = 250ms; limit < 1min; limit *= 2) {
         std::string printed;
-        auto const answer = run(shell(script), {Clock::now() + limit, 1000},
-                                [&](std::string_view piece) { printed += piece; });
-        EXPECT_TRUE(std::holds_alternative<TimeLimit>(answer)) << answer.index();
+        auto const answer = system::run(shell(script), {system::Clock::now() + limit, 1000},
+                                        [&](std::string_view piece) { printed += piece; });
+        EXPECT_TRUE(std::holds_alternative<system::TimeLimit>(answer)) << answer.index();
         if (printed.ends_with('\n')) {
             return printed;
         }
@@ -62,9 +60,9 @@ std::string printedBeforeTheTimeLimit(std::string const & script) {
 }
 
 bool soon(std::function<bool()> const & condition) {
-    auto const end = Clock::now() + 30s;
+    auto const end = system::Clock::now() + 30s;
     while (!condition()) {
-        if (Clock::now() > end) {
+        if (system::Clock::now() > end) {
             return false;
         }
         std::this_thread::sleep_for(2ms);

@@ -4,30 +4,33 @@
 
 namespace {
 
-Asked const command({"arp", "advertised"}, snapshotWith("advertised", R"({ "vnis": {
+Asked const arpAdvertised({"arp", "advertised"}, snapshotWith("advertised", R"({ "vnis": {
   "4098": { "arp": {
     "10.0.0.1": { "mac": "02:00:00:00:00:01", "preference": 100, "changes": 3 },
     "2001:db8::ab": { "mac": "02:00:00:00:00:01" } } },
   "7": { "arp": { "10.0.0.7": { "mac": "02:00:00:00:00:07" } } } } })"));
 
-constexpr char const * beginning =
+constexpr char const * arpAdvertisedHead =
     "                       Advertised ARP Table\n"
     "-------------------------------------------------------------------------\n"
     "VNI      IP Address      MAC Address        Changes\n"
     "-------- --------------- ------------------ --------\n";
-constexpr char const * ipv4Row = "4098     10.0.0.1        0200.0000.0001     3        \n";
-constexpr char const * ipv6Row = "4098     2001:db8::ab    0200.0000.0001     0        \n";
+constexpr char const * arpAdvertisedIpv4Row =
+    "4098     10.0.0.1        0200.0000.0001     3        \n";
+constexpr char const * arpAdvertisedIpv6Row =
+    "4098     2001:db8::ab    0200.0000.0001     0        \n";
 
-std::string total(int count) {
+std::string arpAdvertisedTotal(int count) {
     return "\nTotal IP addresses for this criterion: " + std::to_string(count) + "\n";
 }
 
 } // namespace
 
 TEST(ArpAdvertised, ListsAllVnis) {
-    EXPECT_EQ(command.listing({}), std::string(beginning) + ipv4Row + ipv6Row +
-                                       "7        10.0.0.7        0200.0000.0007     0        \n" +
-                                       total(3));
+    EXPECT_EQ(arpAdvertised.listing({}),
+              std::string(arpAdvertisedHead) + arpAdvertisedIpv4Row + arpAdvertisedIpv6Row +
+                  "7        10.0.0.7        0200.0000.0007     0        \n" +
+                  arpAdvertisedTotal(3));
 }
 
 TEST(ArpAdvertised, ListsAsJsonWhateverTheRevision) {
@@ -35,8 +38,8 @@ TEST(ArpAdvertised, ListsAsJsonWhateverTheRevision) {
         R"({"vnis":{"0.0.7":{"addresses":{}},"0.16.2":{"addresses":{"10.0.0.1":)"
         R"({"macAddress":"02:00:00:00:00:01","changes":3,"preference":100}}}}})"
         "\n";
-    EXPECT_EQ(command.listing({"--json", "--dotted", "--ip", "10.0.0.1"}), expected);
-    EXPECT_EQ(command.listing({"--json", "--dotted", "--ip", "10.0.0.1", "--revision", "1"}),
+    EXPECT_EQ(arpAdvertised.listing({"--json", "--dotted", "--ip", "10.0.0.1"}), expected);
+    EXPECT_EQ(arpAdvertised.listing({"--json", "--dotted", "--ip", "10.0.0.1", "--revision", "1"}),
               expected);
 }
 
@@ -48,37 +51,42 @@ TEST(ArpAdvertised, TakesEachFilterInEachForm) {
                                                {"--mac", "02-00-00-00-00-01"},
                                                {"--mac", "0200.0000.0001"},
                                                {"--vni", "4098", "--mac", "0200.0000.0001"}}) {
-        EXPECT_EQ(command.listing(filters), std::string(beginning) + ipv4Row + ipv6Row + total(2))
+        EXPECT_EQ(arpAdvertised.listing(filters), std::string(arpAdvertisedHead) +
+                                                      arpAdvertisedIpv4Row + arpAdvertisedIpv6Row +
+                                                      arpAdvertisedTotal(2))
             << testing::PrintToString(filters);
     }
-    EXPECT_EQ(command.listing({"--ip", "10.0.0.1"}), std::string(beginning) + ipv4Row + total(1));
+    EXPECT_EQ(arpAdvertised.listing({"--ip", "10.0.0.1"}),
+              std::string(arpAdvertisedHead) + arpAdvertisedIpv4Row + arpAdvertisedTotal(1));
     for (char const * ip : {"2001:db8::ab", "2001:0DB8:0:0:0:0:0:AB", "2001:db8::0.0.0.171"}) {
-        EXPECT_EQ(command.listing({"--ip", ip}), std::string(beginning) + ipv6Row + total(1)) << ip;
+        EXPECT_EQ(arpAdvertised.listing({"--ip", ip}),
+                  std::string(arpAdvertisedHead) + arpAdvertisedIpv6Row + arpAdvertisedTotal(1))
+            << ip;
     }
 }
 
 TEST(ArpAdvertised, AFilterThatMatchesNothingIsNoError) {
-    std::string const nothing = beginning + total(0);
-    EXPECT_EQ(command.listing({"--vni", "4097"}), nothing);
-    EXPECT_EQ(command.listing({"--mac", "0200.0000.0002"}), nothing);
-    EXPECT_EQ(command.listing({"--ip", "2001:db8::1"}), nothing);
-    EXPECT_EQ(command.listing({"--json", "--vni", "4097"}), "{\"vnis\":{}}\n");
+    std::string const nothing = arpAdvertisedHead + arpAdvertisedTotal(0);
+    EXPECT_EQ(arpAdvertised.listing({"--vni", "4097"}), nothing);
+    EXPECT_EQ(arpAdvertised.listing({"--mac", "0200.0000.0002"}), nothing);
+    EXPECT_EQ(arpAdvertised.listing({"--ip", "2001:db8::1"}), nothing);
+    EXPECT_EQ(arpAdvertised.listing({"--json", "--vni", "4097"}), "{\"vnis\":{}}\n");
 }
 
 TEST(ArpAdvertised, StateThatIsAbsentIsAnEmptyTable) {
     EXPECT_EQ(answer(snapshotWith("received", R"({"switches":{"leaf1":{"7":{}}}})"),
                      {"arp", "advertised"}),
-              beginning + total(0));
+              arpAdvertisedHead + arpAdvertisedTotal(0));
 }
 
 TEST(ArpAdvertised, RefusesValuesOfTheWrongKind) {
-    EXPECT_EQ(command.refusedFilter({"--ip", "10.0.0.256"}),
+    EXPECT_EQ(arpAdvertised.refusedFilter({"--ip", "10.0.0.256"}),
               "--ip: '10.0.0.256': expected an IPv4 or IPv6 address such as 10.0.0.1 or "
               "2001:db8::1");
-    EXPECT_EQ(command.refusedFilter({"--ip", ""}).substr(0, 8), "--ip: ''");
-    EXPECT_EQ(command.refusedFilter({"--vni", "-1"}).substr(0, 5), "--vni");
-    EXPECT_EQ(command.refusedFilter({"--mac", "x"}).substr(0, 12), "--mac: 'x': ");
-    command.knowsNone({"--switch", "--dest", "--vtep"});
+    EXPECT_EQ(arpAdvertised.refusedFilter({"--ip", ""}).substr(0, 8), "--ip: ''");
+    EXPECT_EQ(arpAdvertised.refusedFilter({"--vni", "-1"}).substr(0, 5), "--vni");
+    EXPECT_EQ(arpAdvertised.refusedFilter({"--mac", "x"}).substr(0, 12), "--mac: 'x': ");
+    arpAdvertised.knowsNone({"--switch", "--dest", "--vtep"});
 }
 
 TEST(ArpAdvertised, EntriesOfOneVniMayAgree) {
@@ -86,8 +94,9 @@ TEST(ArpAdvertised, EntriesOfOneVniMayAgree) {
         "10":  { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01", "changes": 3 } } },
         "010": { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01", "changes": 3 } } } } })");
     EXPECT_EQ(answer(twice, {"arp", "advertised"}),
-              std::string(beginning) + "10       10.0.0.1        0200.0000.0001     3        \n" +
-                  total(1));
+              std::string(arpAdvertisedHead) +
+                  "10       10.0.0.1        0200.0000.0001     3        \n" +
+                  arpAdvertisedTotal(1));
 }
 
 TEST(ArpAdvertised, EntriesOfOneVniThatDisagreeAreOneLineAndNoTable) {
@@ -115,6 +124,6 @@ TEST(ArpAdvertised, EntriesOfOneVniThatDisagreeAreOneLineAndNoTable) {
                       expected);
         }
         EXPECT_EQ(answer(disagreeing, {"arp", "advertised", "--ip", "10.0.0.2"}),
-                  beginning + total(0));
+                  arpAdvertisedHead + arpAdvertisedTotal(0));
     }
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-Asked const command({"arp", "received"}, snapshotWith("received", R"({ "switches": {
+Asked const arpReceived({"arp", "received"}, snapshotWith("received", R"({ "switches": {
   "leaf1": {
     "4098": { "arp": {
       "10.0.0.1": { "mac": "02:00:00:00:00:01", "preference": 100, "changes": 3 },
@@ -12,27 +12,27 @@ Asked const command({"arp", "received"}, snapshotWith("received", R"({ "switches
     "7": { "arp": { "10.0.0.7": { "mac": "02:00:00:00:00:07" } } } },
   "leaf2": { "4098": {} } } })"));
 
-constexpr char const * beginning =
+constexpr char const * arpReceivedHead =
     "                        Received ARP Table\n"
     "-------------------------------------------------------------------------\n"
     "Switch              VNI      IP Address      MAC Address        Changes\n"
     "------------------- -------- --------------- ------------------ ---------\n";
-constexpr char const * ipv4Row =
+constexpr char const * arpReceivedIpv4Row =
     "leaf1               4098     10.0.0.1        0200.0000.0001     3        \n";
-constexpr char const * ipv6Row =
+constexpr char const * arpReceivedIpv6Row =
     "leaf1               4098     2001:db8::ab    0200.0000.0001     0        \n";
 
-std::string total(int count) {
+std::string arpReceivedTotal(int count) {
     return "\nTotal IP addresses for this criterion: " + std::to_string(count) + "\n";
 }
 
 } // namespace
 
 TEST(ArpReceived, ListsAllSwitches) {
-    EXPECT_EQ(command.listing({}),
-              std::string(beginning) + ipv4Row + ipv6Row +
+    EXPECT_EQ(arpReceived.listing({}),
+              std::string(arpReceivedHead) + arpReceivedIpv4Row + arpReceivedIpv6Row +
                   "leaf1               7        10.0.0.7        0200.0000.0007     0        \n" +
-                  total(3));
+                  arpReceivedTotal(3));
 }
 
 TEST(ArpReceived, ListsAsJsonWhateverTheRevision) {
@@ -41,8 +41,8 @@ TEST(ArpReceived, ListsAsJsonWhateverTheRevision) {
         R"("10.0.0.1":{"macAddress":"02:00:00:00:00:01","changes":3,"preference":100}}}}},)"
         R"("leaf2":{"vnis":{"0.16.2":{"addresses":{}}}}}})"
         "\n";
-    EXPECT_EQ(command.listing({"--json", "--dotted", "--ip", "10.0.0.1"}), expected);
-    EXPECT_EQ(command.listing({"--json", "--dotted", "--ip", "10.0.0.1", "--revision", "1"}),
+    EXPECT_EQ(arpReceived.listing({"--json", "--dotted", "--ip", "10.0.0.1"}), expected);
+    EXPECT_EQ(arpReceived.listing({"--json", "--dotted", "--ip", "10.0.0.1", "--revision", "1"}),
               expected);
 }
 
@@ -55,17 +55,21 @@ TEST(ArpReceived, TakesEachFilterInEachForm) {
                                                {"--mac=0200.0000.0001"},
                                                {"--switch", "leaf1", "--vni", "4098"},
                                                {"--switch", "", "--vni", "4098"}}) {
-        EXPECT_EQ(command.listing(filters), std::string(beginning) + ipv4Row + ipv6Row + total(2))
+        EXPECT_EQ(arpReceived.listing(filters), std::string(arpReceivedHead) + arpReceivedIpv4Row +
+                                                    arpReceivedIpv6Row + arpReceivedTotal(2))
             << testing::PrintToString(filters);
     }
-    EXPECT_EQ(command.listing({"--ip", "10.0.0.1"}), std::string(beginning) + ipv4Row + total(1));
+    EXPECT_EQ(arpReceived.listing({"--ip", "10.0.0.1"}),
+              std::string(arpReceivedHead) + arpReceivedIpv4Row + arpReceivedTotal(1));
     for (char const * ip : {"2001:db8::ab", "2001:0DB8:0:0:0:0:0:AB", "2001:db8::0.0.0.171"}) {
-        EXPECT_EQ(command.listing({"--ip", ip}), std::string(beginning) + ipv6Row + total(1)) << ip;
+        EXPECT_EQ(arpReceived.listing({"--ip", ip}),
+                  std::string(arpReceivedHead) + arpReceivedIpv6Row + arpReceivedTotal(1))
+            << ip;
     }
 }
 
 TEST(ArpReceived, AFilterThatMatchesNothingIsNoError) {
-    std::string const nothing = beginning + total(0);
+    std::string const nothing = arpReceivedHead + arpReceivedTotal(0);
     for (auto const & filters : std::vector<std::vector<std::string>>{{"--vni", "4097"},
                                                                       {"--mac", "0200.0000.0002"},
                                                                       {"--ip", "10.0.0.2"},
@@ -73,30 +77,30 @@ TEST(ArpReceived, AFilterThatMatchesNothingIsNoError) {
                                                                       {"--switch", "leaf3"},
                                                                       {"--switch", "all"},
                                                                       {"--switch", "Leaf1"}}) {
-        EXPECT_EQ(command.listing(filters), nothing) << testing::PrintToString(filters);
+        EXPECT_EQ(arpReceived.listing(filters), nothing) << testing::PrintToString(filters);
     }
-    EXPECT_EQ(command.listing({"--json", "--switch", "leaf3"}), "{\"switches\":{}}\n");
+    EXPECT_EQ(arpReceived.listing({"--json", "--switch", "leaf3"}), "{\"switches\":{}}\n");
 }
 
 TEST(ArpReceived, StateThatIsAbsentIsAnEmptyTable) {
     EXPECT_EQ(answer(snapshotWith("advertised", R"({"vnis":{"7":{}}})"), {"arp", "received"}),
-              beginning + total(0));
+              arpReceivedHead + arpReceivedTotal(0));
 }
 
 TEST(ArpReceived, RefusesValuesOfTheWrongKind) {
     for (char const * ip : {"10.0.0", "10.0.0.1/32", "2001:db8", "fe80::1%eth0", "leaf1", " ::1"}) {
-        EXPECT_EQ(command.refusedFilter({"--ip", ip}),
+        EXPECT_EQ(arpReceived.refusedFilter({"--ip", ip}),
                   "--ip: '" + std::string(ip) +
                       "': expected an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");
     }
-    EXPECT_EQ(command.refusedFilter({"--ip", ""}),
+    EXPECT_EQ(arpReceived.refusedFilter({"--ip", ""}),
               "--ip: '': expected an IPv4 or IPv6 address such as "
               "10.0.0.1 or 2001:db8::1");
-    EXPECT_EQ(command.refusedFilter({"--ip"}), "--ip: no value; expected IP");
-    EXPECT_EQ(command.refusedFilter({"--switch"}), "--switch: no value; expected NAME");
-    EXPECT_EQ(command.refusedFilter({"--vni", "1.2"}).substr(0, 14), "--vni: '1.2': ");
-    EXPECT_EQ(command.refusedFilter({"--mac", "x"}).substr(0, 12), "--mac: 'x': ");
-    EXPECT_NE(command.refusedFilter({"--ip", "::1", "--ip", "::2"}).find("--ip"),
+    EXPECT_EQ(arpReceived.refusedFilter({"--ip"}), "--ip: no value; expected IP");
+    EXPECT_EQ(arpReceived.refusedFilter({"--switch"}), "--switch: no value; expected NAME");
+    EXPECT_EQ(arpReceived.refusedFilter({"--vni", "1.2"}).substr(0, 14), "--vni: '1.2': ");
+    EXPECT_EQ(arpReceived.refusedFilter({"--mac", "x"}).substr(0, 12), "--mac: 'x': ");
+    EXPECT_NE(arpReceived.refusedFilter({"--ip", "::1", "--ip", "::2"}).find("--ip"),
               std::string::npos);
-    command.knowsNone({"--source", "--dest", "--vtep"});
+    arpReceived.knowsNone({"--source", "--dest", "--vtep"});
 }

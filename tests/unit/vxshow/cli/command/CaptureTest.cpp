@@ -7,14 +7,14 @@
 
 namespace {
 
-std::string captured(std::string const & snapshot) {
+std::string capturedText(std::string const & snapshot) {
     return answer(snapshot, {"capture", "-"});
 }
 
 } // namespace
 
 TEST(Capture, HasEverythingThatIsMountedInTheOrderOfItsKeys) {
-    EXPECT_EQ(captured(R"({"routers": {
+    EXPECT_EQ(capturedText(R"({"routers": {
 "status": {"prod": {
   "routes": {"::/0": [], "10.0.0.0/8": ["2001:db8::2", "10.9.0.0"]},
   "uplinks": {"10.9.0.1/31": {"mac": "0200.0000.000B", "vtep": "2001:db8:0::1",
@@ -72,7 +72,7 @@ TEST(Capture, HasEverythingThatIsMountedInTheOrderOfItsKeys) {
 }
 
 TEST(Capture, WhatIsAbsentStaysAbsentAndWhatIsEmptyEmpty) {
-    EXPECT_EQ(captured(R"({"format":"vxlan-controller-state","version":1})"),
+    EXPECT_EQ(capturedText(R"({"format":"vxlan-controller-state","version":1})"),
               "{\"format\":\"vxlan-controller-state\",\"version\":1}\n");
     for (char const * state :
          {R"("received":{"switches":{}})", R"("received":{"sources":{}})",
@@ -83,16 +83,16 @@ TEST(Capture, WhatIsAbsentStaysAbsentAndWhatIsEmptyEmpty) {
           R"("routers":{"switches":{},"vteps":{}})"}) {
         auto const document =
             std::string(R"({"format":"vxlan-controller-state","version":1,)") + state + "}\n";
-        EXPECT_EQ(captured(document), document);
+        EXPECT_EQ(capturedText(document), document);
     }
 }
 
 TEST(Capture, NamesAreEscapedWhereJsonDemandsIt) {
     auto const document =
         snapshotWith("received", R"({"switches":{"\u0000\u001f\n\"\\/é\ud83d\ude00\u007f":{}}})");
-    auto const once = captured(document);
+    auto const once = capturedText(document);
     EXPECT_NE(once.find("\\u0000\\u001f\\n\\\"\\\\/é😀\x7f"), std::string::npos) << once;
-    EXPECT_EQ(captured(once), once);
+    EXPECT_EQ(capturedText(once), once);
 }
 
 TEST(Capture, PrettyIsTheSameIndented) {
@@ -113,7 +113,7 @@ TEST(Capture, PrettyIsTheSameIndented) {
 }
 
 TEST(Capture, OptionsOfListingsChangeNothing) {
-    auto const plain = captured(exampleFabric());
+    auto const plain = capturedText(exampleFabric());
     EXPECT_EQ(answer(exampleFabric(), {"--json", "--dotted", "--revision", "1", "capture", "-"}),
               plain);
 }

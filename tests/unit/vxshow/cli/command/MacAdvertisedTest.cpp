@@ -5,7 +5,7 @@
 namespace {
 
 /// VNI 4098 as switches are told it, as HSC is told it, and as EVPN is; VNI 7 beside it.
-Asked const command({"mac", "advertised"}, snapshotWith("advertised", R"({
+Asked const macAdvertised({"mac", "advertised"}, snapshotWith("advertised", R"({
   "vnis": {
     "4098": { "unicast": { "02:00:00:00:00:01": { "vtep": "10.0.0.1", "moves": 3 } },
               "multipath": { "02:00:00:00:00:02": [ "10.0.0.1", "10.0.0.2" ] },
@@ -22,7 +22,7 @@ constexpr char const * toSwitches = "4098        0200.0000.0001  10.0.0.1       
 constexpr char const * toHsc = "4098        0200.0000.000a  10.0.0.1            0\n";
 constexpr char const * toEvpn = "4098        0200.0000.000b  10.0.0.1            0\n";
 
-constexpr char const * beginning =
+constexpr char const * macAdvertisedHead =
     "            Advertised Mac Address Table\n"
     "-----------------------------------------------------------------------------\n"
     "\n"
@@ -36,7 +36,7 @@ constexpr char const * beforeFlood =
     "VNI         Mac Address       VTEP(s)\n"
     "----------- ----------------- -----------------------------------------------\n";
 
-std::string total(int count) {
+std::string macAdvertisedTotal(int count) {
     return "Total Mac Addresses for this criterion: " + std::to_string(count) + "\n";
 }
 
@@ -47,18 +47,19 @@ bool shows(std::string const & out, char const * row) {
 } // namespace
 
 TEST(MacAdvertised, ListsWhatSwitchesAreTold) {
-    EXPECT_EQ(command.listing({}),
-              std::string(beginning) + "7           0200.0000.0007  10.0.0.7            0\n" +
-                  toSwitches + total(2) + beforeFlood +
+    EXPECT_EQ(macAdvertised.listing({}),
+              std::string(macAdvertisedHead) +
+                  "7           0200.0000.0007  10.0.0.7            0\n" + toSwitches +
+                  macAdvertisedTotal(2) + beforeFlood +
                   "4098        0200.0000.0002  10.0.0.1        10.0.0.2       \n"
                   "4098        0000.0000.0000  10.0.0.1        10.0.0.2        10.0.0.3       \n"
                   "                              10.0.0.4       \n" +
-                  total(2));
+                  macAdvertisedTotal(2));
 }
 
 TEST(MacAdvertised, ListsAsJson) {
     EXPECT_EQ(
-        command.listing({"--json", "--vni", "4098", "--mac", "0200.0000.0002"}),
+        macAdvertised.listing({"--json", "--vni", "4098", "--mac", "0200.0000.0002"}),
         R"({"vniInDottedNotation":false,"vnis":[{"macAddress":"00:00:00:00:00:00","vni":4098,)"
         R"("unicastHostTable":[],"bumVtepListTable":[{"vtepIpListType":"sendToAny",)"
         R"("macAddr":"02:00:00:00:00:02","vtepIpList":["10.0.0.1","10.0.0.2"]},)"
@@ -80,46 +81,50 @@ TEST(MacAdvertised, TakesEachFilterInEachForm) {
                                                {"--vtep", "10.0.0.9", "10.0.0.1"},
                                                {"--vtep", "10.0.0.9", "--vtep", "10.0.0.1"},
                                                {"--vni", "4098", "--mac", "0200.0000.0001"}}) {
-        EXPECT_TRUE(shows(command.listing(filters), toSwitches)) << testing::PrintToString(filters);
+        EXPECT_TRUE(shows(macAdvertised.listing(filters), toSwitches))
+            << testing::PrintToString(filters);
     }
 }
 
 TEST(MacAdvertised, KnowsTwoDestinationsAndShowsTheSwitchesForEveryOther) {
-    std::string const everything = command.listing({});
+    std::string const everything = macAdvertised.listing({});
     for (char const * dest : {"", "all", "qvx", "leaf1", "HSC", "Evpn"}) {
-        EXPECT_EQ(command.listing({"--dest", dest}), everything) << dest;
+        EXPECT_EQ(macAdvertised.listing({"--dest", dest}), everything) << dest;
     }
-    EXPECT_EQ(command.listing({"--dest", "hsc"}),
-              beginning + (toHsc + total(1)) + beforeFlood + total(0));
-    EXPECT_EQ(command.listing({"--dest=evpn"}),
-              beginning + (toEvpn + total(1)) + beforeFlood + total(0));
-    EXPECT_TRUE(shows(command.listing({"--dest", "hsc", "--vni", "0.16.2"}), toHsc));
-    EXPECT_FALSE(shows(command.listing({"--dest", "hsc", "--vni", "7"}), toHsc));
-    EXPECT_FALSE(shows(command.listing({"--dest", "evpn", "--vtep", "10.0.0.2"}), toEvpn));
+    EXPECT_EQ(macAdvertised.listing({"--dest", "hsc"}), macAdvertisedHead +
+                                                            (toHsc + macAdvertisedTotal(1)) +
+                                                            beforeFlood + macAdvertisedTotal(0));
+    EXPECT_EQ(macAdvertised.listing({"--dest=evpn"}), macAdvertisedHead +
+                                                          (toEvpn + macAdvertisedTotal(1)) +
+                                                          beforeFlood + macAdvertisedTotal(0));
+    EXPECT_TRUE(shows(macAdvertised.listing({"--dest", "hsc", "--vni", "0.16.2"}), toHsc));
+    EXPECT_FALSE(shows(macAdvertised.listing({"--dest", "hsc", "--vni", "7"}), toHsc));
+    EXPECT_FALSE(shows(macAdvertised.listing({"--dest", "evpn", "--vtep", "10.0.0.2"}), toEvpn));
 }
 
 TEST(MacAdvertised, AFilterThatMatchesNothingIsNoError) {
-    std::string const nothing = beginning + total(0) + beforeFlood + total(0);
-    EXPECT_EQ(command.listing({"--vni", "4097"}), nothing);
-    EXPECT_EQ(command.listing({"--mac", "0200.0000.0003"}), nothing);
-    EXPECT_EQ(command.listing({"--vtep", "10.0.0.8"}), nothing);
+    std::string const nothing =
+        macAdvertisedHead + macAdvertisedTotal(0) + beforeFlood + macAdvertisedTotal(0);
+    EXPECT_EQ(macAdvertised.listing({"--vni", "4097"}), nothing);
+    EXPECT_EQ(macAdvertised.listing({"--mac", "0200.0000.0003"}), nothing);
+    EXPECT_EQ(macAdvertised.listing({"--vtep", "10.0.0.8"}), nothing);
 }
 
 TEST(MacAdvertised, StateThatIsAbsentIsAnEmptyTable) {
     std::string const received = snapshotWith("received", R"({"sources":{"HSC":{"7":{}}}})");
     for (char const * dest : {"", "hsc", "evpn"}) {
         EXPECT_EQ(answer(received, {"mac", "advertised", "--dest", dest}),
-                  beginning + total(0) + beforeFlood + total(0));
+                  macAdvertisedHead + macAdvertisedTotal(0) + beforeFlood + macAdvertisedTotal(0));
     }
 }
 
 TEST(MacAdvertised, RefusesValuesOfTheWrongKind) {
-    EXPECT_EQ(command.refusedFilter({"--vni", "16777216"}),
+    EXPECT_EQ(macAdvertised.refusedFilter({"--vni", "16777216"}),
               "--vni: '16777216': expected a VNI from 0 to 16777215, decimal or dotted such as "
               "0.16.2");
-    EXPECT_EQ(command.refusedFilter({"--mac", "02:00"}).substr(0, 16), "--mac: '02:00': ");
-    EXPECT_EQ(command.refusedFilter({"--vtep", "2001:db8::1"}).substr(0, 23),
+    EXPECT_EQ(macAdvertised.refusedFilter({"--mac", "02:00"}).substr(0, 16), "--mac: '02:00': ");
+    EXPECT_EQ(macAdvertised.refusedFilter({"--vtep", "2001:db8::1"}).substr(0, 23),
               "--vtep: '2001:db8::1': ");
-    EXPECT_EQ(command.refusedFilter({"--dest"}), "--dest: no value; expected NAME");
-    command.knowsNone({"--source", "--switch", "--ip"});
+    EXPECT_EQ(macAdvertised.refusedFilter({"--dest"}), "--dest: no value; expected NAME");
+    macAdvertised.knowsNone({"--source", "--switch", "--ip"});
 }

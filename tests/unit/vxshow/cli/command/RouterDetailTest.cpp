@@ -4,7 +4,7 @@
 
 namespace {
 
-Asked const command({"router", "detail"}, snapshotWith("routers", R"({
+Asked const routerDetail({"router", "detail"}, snapshotWith("routers", R"({
   "status": {
     "prod": {
       "ports": {
@@ -29,15 +29,16 @@ Asked const command({"router", "detail"}, snapshotWith("routers", R"({
   "switches": { "00:1c:73:00:00:01": { "vteps": [ "10.0.0.1" ] },
                 "00:1c:73:00:00:02": { "vteps": [ "10.0.0.1" ] } } })"));
 
-constexpr char const * rule =
+constexpr char const * routerDetailRule =
     "--------------------------------------------------------------------------------\n";
-std::string const beginning =
-    rule + std::string("Name                                              IP Address         VNI") +
-    "        \n" + rule;
+std::string const routerDetailHead =
+    routerDetailRule +
+    std::string("Name                                              IP Address         VNI") +
+    "        \n" + routerDetailRule;
 std::string const uplinks =
     "Uplink ports:\n" +
-    (rule + std::string("Name        IP Address         Switch            Vlan Ports") +
-     "                         \n" + rule);
+    (routerDetailRule + std::string("Name        IP Address         Switch            Vlan Ports") +
+     "                         \n" + routerDetailRule);
 constexpr char const * prodPorts =
     "prod                                              10.1.2.3/8         16777215   \n"
     "                                                  10.1.2.3/24        4098       \n"
@@ -49,15 +50,16 @@ constexpr char const * prodUplinks =
     "                                                      Ethernet3, Ethernet4,         \n"
     "                                                      Ethernet5                     \n";
 
-std::string total(int count) {
+std::string routerDetailTotal(int count) {
     return "\nTotal entries for this criterion: " + std::to_string(count) + "\n\n";
 }
 
 } // namespace
 
 TEST(RouterDetail, ListsThePortsAndUplinksOfEachRouter) {
-    EXPECT_EQ(command.listing({}),
-              beginning + prodPorts + total(3) + uplinks + dmzUplinks + prodUplinks + total(3));
+    EXPECT_EQ(routerDetail.listing({}), routerDetailHead + prodPorts + routerDetailTotal(3) +
+                                            uplinks + dmzUplinks + prodUplinks +
+                                            routerDetailTotal(3));
 }
 
 TEST(RouterDetail, ListsAsJsonWhateverTheRevision) {
@@ -73,54 +75,56 @@ TEST(RouterDetail, ListsAsJsonWhateverTheRevision) {
         R"("10.9.0.3/31":{"vlan":0,"mac":"02:00:00:00:00:0d",)"
         R"("switchId":"00:1c:73:00:00:01","vtepIp":"","ports":[]}}}}})"
         "\n";
-    EXPECT_EQ(command.listing({"--json", "--router", "prod"}), expected);
-    EXPECT_EQ(command.listing({"--json", "--revision", "1", "--dotted", "--router", "prod"}),
+    EXPECT_EQ(routerDetail.listing({"--json", "--router", "prod"}), expected);
+    EXPECT_EQ(routerDetail.listing({"--json", "--revision", "1", "--dotted", "--router", "prod"}),
               expected);
 }
 
 TEST(RouterDetail, DottedShowsVnisAsThreeBytesInText) {
-    EXPECT_EQ(command.listing({"--dotted", "--router", "prod"}),
-              beginning +
+    EXPECT_EQ(routerDetail.listing({"--dotted", "--router", "prod"}),
+              routerDetailHead +
                   "prod                                              10.1.2.3/8         "
                   "255.255.255\n"
                   "                                                  10.1.2.3/24        "
                   "0.16.2     \n"
                   "                                                  2001:db8::1/64     "
                   "0.16.2     \n" +
-                  total(3) + uplinks + prodUplinks + total(2));
+                  routerDetailTotal(3) + uplinks + prodUplinks + routerDetailTotal(2));
 }
 
 TEST(RouterDetail, ListsTheExample) {
     EXPECT_EQ(
         answer(exampleFabric(), {"router", "detail", "--router", "prod"}),
-        beginning +
+        routerDetailHead +
             "prod                                              192.0.2.1/24       10         \n"
             "                                                  203.0.113.1/24     30         \n"
             "                                                  2001:db8:10::1/64  10         \n" +
-            total(3) + uplinks +
+            routerDetailTotal(3) + uplinks +
             "prod        10.255.1.1/28      00:00:5e:00:53:e1 101  Ethernet49/1, Ethernet49/2,   \n"
             "                                                      Ethernet49/3, Ethernet49/4,   \n"
             "                                                      Ethernet50/1                  \n"
             "            2001:db8:ff:1::1/6 00:00:5e:00:53:e1 101  Ethernet49/1, Ethernet49/2    "
             "\n" +
-            total(2));
+            routerDetailTotal(2));
 }
 
 TEST(RouterDetail, AFilterThatMatchesNothingIsNoError) {
-    std::string const nothing = beginning + total(0) + uplinks + total(0);
+    std::string const nothing =
+        routerDetailHead + routerDetailTotal(0) + uplinks + routerDetailTotal(0);
     for (char const * name : {"Prod", "pro", "prod ", "empty", "*"}) {
-        EXPECT_EQ(command.listing({"--router", name}), nothing) << name;
+        EXPECT_EQ(routerDetail.listing({"--router", name}), nothing) << name;
     }
-    EXPECT_EQ(command.listing({"--json", "--router", "Prod"}), "{\"router\":{}}\n");
-    EXPECT_EQ(command.listing({"--json", "--router", "empty"}),
+    EXPECT_EQ(routerDetail.listing({"--json", "--router", "Prod"}), "{\"router\":{}}\n");
+    EXPECT_EQ(routerDetail.listing({"--json", "--router", "empty"}),
               "{\"router\":{\"empty\":{\"ipPort\":{},\"uplinkPort\":{}}}}\n");
-    EXPECT_EQ(command.listing({"--router", ""}), command.listing({}));
+    EXPECT_EQ(routerDetail.listing({"--router", ""}), routerDetail.listing({}));
 }
 
 TEST(RouterDetail, StateThatIsAbsentIsAnEmptyTable) {
     for (auto const & state : {snapshotWith("received", "{}"), snapshotWith("routers", "{}"),
                                snapshotWith("routers", R"({"published":{},"vteps":{}})")}) {
-        EXPECT_EQ(answer(state, {"router", "detail"}), beginning + total(0) + uplinks + total(0));
+        EXPECT_EQ(answer(state, {"router", "detail"}),
+                  routerDetailHead + routerDetailTotal(0) + uplinks + routerDetailTotal(0));
         EXPECT_EQ(answer(state, {"--json", "router", "detail"}), "{\"router\":{}}\n");
     }
 }
@@ -131,15 +135,15 @@ TEST(RouterDetail, WithoutSwitchInformationItNamesNoSwitch) {
         "published":{"00:1c:73:00:00:01":
         {"vxlancontroller/version2/logicalRouter/prod":"Vxlan"}}})");
     EXPECT_EQ(answer(state, {"router", "detail"}),
-              beginning + total(0) + uplinks +
+              routerDetailHead + routerDetailTotal(0) + uplinks +
                   "prod        10.9.0.1/31                          7    "
                   "Ethernet1                     \n" +
-                  total(1));
+                  routerDetailTotal(1));
 }
 
 TEST(RouterDetail, RefusesWhatItDoesNotKnow) {
-    EXPECT_EQ(command.refusedFilter({"--router"}), "--router: no value; expected NAME");
-    EXPECT_NE(command.refusedFilter({"--router", "a", "--router", "b"}).find("--router"),
+    EXPECT_EQ(routerDetail.refusedFilter({"--router"}), "--router: no value; expected NAME");
+    EXPECT_NE(routerDetail.refusedFilter({"--router", "a", "--router", "b"}).find("--router"),
               std::string::npos);
-    command.knowsNone({"--vni", "--prefix", "--switch", "--vtep"});
+    routerDetail.knowsNone({"--vni", "--prefix", "--switch", "--vtep"});
 }

@@ -6,7 +6,7 @@ namespace {
 
 /// Two switches, the second with a VTEP out of service beside its own; a VTEP that both are
 /// said to have, and a third switch that publishes and has none.
-Asked const command({"router", "map"}, snapshotWith("routers", R"({
+Asked const routerMap({"router", "map"}, snapshotWith("routers", R"({
   "switches": {
     "00:1c:73:00:00:01": { "vteps": [ "10.0.0.1" ] },
     "00:1c:73:00:00:02": { "vteps": [ "10.0.0.9", "2001:db8:aaaa:bbbb::2" ] },
@@ -24,11 +24,12 @@ Asked const command({"router", "map"}, snapshotWith("routers", R"({
                         "vxlancontroller/version2/logicalRouter/dmz": "Vxlan" },
     "00:1c:73:00:00:03": { "vxlancontroller/version2/logicalRouter/prod": "Vxlan" } } })"));
 
-constexpr char const * rule =
+constexpr char const * routerMapRule =
     "--------------------------------------------------------------------------------\n";
-std::string const beginning =
-    rule + std::string("Name                                           VTEP            Switch") +
-    "           \n" + rule;
+std::string const routerMapHead =
+    routerMapRule +
+    std::string("Name                                           VTEP            Switch") +
+    "           \n" + routerMapRule;
 constexpr char const * dmzOn2 =
     "dmz                                            2001:db8:aaaa:b 00:1c:73:00:00:02\n";
 constexpr char const * prodOn1 =
@@ -38,14 +39,15 @@ constexpr char const * prodOn2 =
 constexpr char const * thenOn2 =
     "                                               2001:db8:aaaa:b 00:1c:73:00:00:02\n";
 
-std::string total(int count) {
+std::string routerMapTotal(int count) {
     return "\nTotal entries for this criterion: " + std::to_string(count) + "\n\n";
 }
 
 } // namespace
 
 TEST(RouterMap, ListsEachRouterWithItsSwitches) {
-    EXPECT_EQ(command.listing({}), beginning + dmzOn2 + prodOn1 + thenOn2 + total(3));
+    EXPECT_EQ(routerMap.listing({}),
+              routerMapHead + dmzOn2 + prodOn1 + thenOn2 + routerMapTotal(3));
 }
 
 TEST(RouterMap, ListsAsJsonWhateverTheRevision) {
@@ -55,44 +57,47 @@ TEST(RouterMap, ListsAsJsonWhateverTheRevision) {
         R"({"switchId":"00:1c:73:00:00:01","vtepIp":"10.0.0.1"},)"
         R"({"switchId":"00:1c:73:00:00:02","vtepIp":"2001:db8:aaaa:bbbb::2"}]}}})"
         "\n";
-    EXPECT_EQ(command.listing({"--json"}), expected);
-    EXPECT_EQ(command.listing({"--json", "--revision", "1", "--dotted"}), expected);
+    EXPECT_EQ(routerMap.listing({"--json"}), expected);
+    EXPECT_EQ(routerMap.listing({"--json", "--revision", "1", "--dotted"}), expected);
 }
 
 TEST(RouterMap, ListsTheExample) {
     EXPECT_EQ(answer(exampleFabric(), {"router", "map", "--router", "storage"}),
-              beginning +
+              routerMapHead +
                   "storage                                        10.0.0.1        "
                   "00:00:5e:00:53:e1\n"
                   "                                               10.0.0.3        "
                   "00:00:5e:00:53:e3\n"
                   "                                               10.0.0.4        "
                   "00:00:5e:00:53:e4\n" +
-                  total(3));
-    EXPECT_NE(answer(exampleFabric(), {"router", "map"}).find(total(9)), std::string::npos);
+                  routerMapTotal(3));
+    EXPECT_NE(answer(exampleFabric(), {"router", "map"}).find(routerMapTotal(9)),
+              std::string::npos);
 }
 
 TEST(RouterMap, TakesEachFilter) {
-    std::string const first = beginning + prodOn1 + total(1);
-    std::string const second = beginning + dmzOn2 + prodOn2 + total(2);
-    EXPECT_EQ(command.listing({"--router", "dmz"}), beginning + dmzOn2 + total(1));
-    EXPECT_EQ(command.listing({"--router=prod"}), beginning + prodOn1 + thenOn2 + total(2));
-    EXPECT_EQ(command.listing({"--switch", "00:1c:73:00:00:01"}), first);
-    EXPECT_EQ(command.listing({"--switch", "00:1c:73:00:00:02"}), second);
-    EXPECT_EQ(command.listing({"--vtep", "10.0.0.1"}), first);
-    EXPECT_EQ(command.listing({"--vtep", "10.0.0.1", "10.0.0.9"}), command.listing({}));
-    EXPECT_EQ(command.listing({"--vtep", "10.0.0.1", "--vtep", "10.0.0.9"}), command.listing({}));
-    EXPECT_EQ(command.listing({"--vtep", "10.0.0.1", "--router", "prod"}), first);
-    EXPECT_EQ(command.listing({"--router", "", "--switch", ""}), command.listing({}));
+    std::string const first = routerMapHead + prodOn1 + routerMapTotal(1);
+    std::string const second = routerMapHead + dmzOn2 + prodOn2 + routerMapTotal(2);
+    EXPECT_EQ(routerMap.listing({"--router", "dmz"}), routerMapHead + dmzOn2 + routerMapTotal(1));
+    EXPECT_EQ(routerMap.listing({"--router=prod"}),
+              routerMapHead + prodOn1 + thenOn2 + routerMapTotal(2));
+    EXPECT_EQ(routerMap.listing({"--switch", "00:1c:73:00:00:01"}), first);
+    EXPECT_EQ(routerMap.listing({"--switch", "00:1c:73:00:00:02"}), second);
+    EXPECT_EQ(routerMap.listing({"--vtep", "10.0.0.1"}), first);
+    EXPECT_EQ(routerMap.listing({"--vtep", "10.0.0.1", "10.0.0.9"}), routerMap.listing({}));
+    EXPECT_EQ(routerMap.listing({"--vtep", "10.0.0.1", "--vtep", "10.0.0.9"}),
+              routerMap.listing({}));
+    EXPECT_EQ(routerMap.listing({"--vtep", "10.0.0.1", "--router", "prod"}), first);
+    EXPECT_EQ(routerMap.listing({"--router", "", "--switch", ""}), routerMap.listing({}));
 }
 
 TEST(RouterMap, LooksAtTheVtepsOfNoOtherSwitchThanTheOneThatIsNamed) {
-    EXPECT_EQ(command.listing({"--switch", "00:1c:73:00:00:02", "--vtep", "10.0.0.1"}),
-              command.listing({"--switch", "00:1c:73:00:00:02"}));
+    EXPECT_EQ(routerMap.listing({"--switch", "00:1c:73:00:00:02", "--vtep", "10.0.0.1"}),
+              routerMap.listing({"--switch", "00:1c:73:00:00:02"}));
 }
 
 TEST(RouterMap, AFilterThatMatchesNothingIsNoError) {
-    std::string const nothing = beginning + total(0);
+    std::string const nothing = routerMapHead + routerMapTotal(0);
     for (auto const & filters :
          std::vector<std::vector<std::string>>{{"--router", "Prod"},
                                                {"--router", "pro"},
@@ -104,9 +109,9 @@ TEST(RouterMap, AFilterThatMatchesNothingIsNoError) {
                                                {"--switch", "00:1C:73:00:00:01"},
                                                {"--switch", "leaf1"},
                                                {"--vtep", "10.0.0.2"}}) {
-        EXPECT_EQ(command.listing(filters), nothing) << testing::PrintToString(filters);
+        EXPECT_EQ(routerMap.listing(filters), nothing) << testing::PrintToString(filters);
     }
-    EXPECT_EQ(command.listing({"--json", "--router", "Prod"}), "{\"logicalRouterMap\":{}}\n");
+    EXPECT_EQ(routerMap.listing({"--json", "--router", "Prod"}), "{\"logicalRouterMap\":{}}\n");
 }
 
 TEST(RouterMap, StateThatIsAbsentIsAnEmptyTable) {
@@ -117,9 +122,10 @@ TEST(RouterMap, StateThatIsAbsentIsAnEmptyTable) {
                                   R"("vteps":{"10.0.0.1":{"active":true}}})"),
           snapshotWith("routers", R"({"published":{"00:1c:73:00:00:01":)"
                                   R"({"vxlancontroller/version2/logicalRouter/a":"Vxlan"}}})")}) {
-        EXPECT_EQ(answer(state, {"router", "map"}), beginning + total(0)) << state;
+        EXPECT_EQ(answer(state, {"router", "map"}), routerMapHead + routerMapTotal(0)) << state;
         EXPECT_EQ(answer(state, {"--json", "router", "map"}), "{\"logicalRouterMap\":{}}\n");
-        EXPECT_EQ(answer(state, {"router", "map", "--vtep", "10.0.0.1"}), beginning + total(0));
+        EXPECT_EQ(answer(state, {"router", "map", "--vtep", "10.0.0.1"}),
+                  routerMapHead + routerMapTotal(0));
     }
 }
 
@@ -149,13 +155,14 @@ TEST(RouterMap, AVtepThatIsNotDescribedIsARefusedState) {
 
 TEST(RouterMap, RefusesValuesOfTheWrongKind) {
     for (char const * ip : {"2001:db8::1", "10.0.0", "10.0.0.1/32", "leaf1", ""}) {
-        EXPECT_EQ(command.refusedFilter({"--vtep", ip}),
+        EXPECT_EQ(routerMap.refusedFilter({"--vtep", ip}),
                   "--vtep: '" + std::string(ip) + "': expected an IPv4 address such as 10.0.0.1");
     }
-    EXPECT_EQ(command.refusedFilter({"--vtep", "10.0.0.1", "2001:db8::1"}),
+    EXPECT_EQ(routerMap.refusedFilter({"--vtep", "10.0.0.1", "2001:db8::1"}),
               "--vtep: '2001:db8::1': expected an IPv4 address such as 10.0.0.1");
-    EXPECT_EQ(command.refusedFilter({"--router"}), "--router: no value; expected NAME");
-    EXPECT_EQ(command.refusedFilter({"--switch", "--json"}), "--switch: no value; expected ID");
-    EXPECT_EQ(command.refusedFilter({"--vtep", "[10.0.0.1]"}), "--vtep: '[10.0.0.1]': expected IP");
-    command.knowsNone({"--vni", "--prefix", "--mac", "--source"});
+    EXPECT_EQ(routerMap.refusedFilter({"--router"}), "--router: no value; expected NAME");
+    EXPECT_EQ(routerMap.refusedFilter({"--switch", "--json"}), "--switch: no value; expected ID");
+    EXPECT_EQ(routerMap.refusedFilter({"--vtep", "[10.0.0.1]"}),
+              "--vtep: '[10.0.0.1]': expected IP");
+    routerMap.knowsNone({"--vni", "--prefix", "--mac", "--source"});
 }

@@ -12,7 +12,7 @@ using namespace sources;
 
 namespace {
 
-auto const mac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
+auto const tableMac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
 
 /// A source with that name, as it stands in the file.
 std::string named(std::string_view name) {
@@ -116,8 +116,9 @@ TEST(SourceTable, TheTimeLimitIsMoreThan0AndAtMostAnHour) {
 TEST(SourceTable, TheSystemIdentifierIsAMacAddressInAnyOfItsForms) {
     EXPECT_EQ(sourceOf(frr("")).systemId, std::nullopt);
     for (auto const * const text : {"02:00:00:00:00:01", "02-00-00-00-00-01", "0200.0000.0001"}) {
-        EXPECT_EQ(sourceOf(frr("system_id = \"" + std::string(text) + '"')).systemId, mac1);
-        EXPECT_EQ(sourceOf(database("system_id = \"" + std::string(text) + '"')).systemId, mac1);
+        EXPECT_EQ(sourceOf(frr("system_id = \"" + std::string(text) + '"')).systemId, tableMac1);
+        EXPECT_EQ(sourceOf(database("system_id = \"" + std::string(text) + '"')).systemId,
+                  tableMac1);
     }
     constexpr auto expected = ", expected an Ethernet address such as 00:1c:73:0a:0b:0c, "
                               "00-1c-73-0a-0b-0c or 001c.730a.0b0c";

@@ -15,7 +15,7 @@ namespace {
 using enum Table;
 using namespace std::chrono_literals;
 
-Deadline passed() {
+Deadline databaseTimePassed() {
     return {Deadline::Clock::now() - 1s, 5s};
 }
 
@@ -26,16 +26,16 @@ Answer readAnswer(Database const & database, Deadline const & deadline) {
 
 std::string timeOver(Database const & database) {
     try {
-        readAnswer(database, passed());
+        readAnswer(database, databaseTimePassed());
     } catch (TimedOut const & failure) {
         return failure.what();
     }
     return "accepted";
 }
 
-constexpr char const * noAnswer = "time limit: no answer within 5 s";
+constexpr char const * noDatabaseAnswer = "time limit: no answer within 5 s";
 
-std::string macOf(unsigned number) {
+std::string databaseMac(unsigned number) {
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "02:00:00:00:%02x:%02x", number >> 8 & 0xFF,
                   number & 0xFF);
@@ -140,7 +140,8 @@ TEST(HardwareVtepEffort, ManyBindingsOfALogicalSwitchWithManyRoutersAreNotMultip
         database[physicalPort].push_back(portRow(1000 + number, 1));
     }
     addRouters(database, many);
-    EXPECT_EQ(readAnswer(database, passed()).facts.switches.at("leaf1").routers.size(), many);
+    EXPECT_EQ(readAnswer(database, databaseTimePassed()).facts.switches.at("leaf1").routers.size(),
+              many);
 }
 
 TEST(HardwareVtepEffort, RowsThatFloodToOneSetAreOneFloodList) {
@@ -239,34 +240,34 @@ TEST(HardwareVtepEffort, AFloodListInALogicalSwitchWhoseKeyIsNoVniIsOneEntry) {
 TEST(HardwareVtepEffort, FewRowsAreReadBehindTheDeadline) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12);
-    EXPECT_EQ(readAnswer(database, passed()).facts, readAnswer(database).facts);
+    EXPECT_EQ(readAnswer(database, databaseTimePassed()).facts, readAnswer(database).facts);
 }
 
 TEST(HardwareVtepEffort, ManyRowsAreNotReadBehindTheDeadline) {
     Database database;
     for (unsigned number = 0; number < 5000; ++number) {
-        database.unicast(ucastMacsRemote, macOf(number), 1, 12);
+        database.unicast(ucastMacsRemote, databaseMac(number), 1, 12);
     }
-    EXPECT_EQ(timeOver(database), noAnswer);
+    EXPECT_EQ(timeOver(database), noDatabaseAnswer);
     EXPECT_EQ(readAnswer(database, Deadline::in(1h)).facts.remote.macs.size(), 5000);
 }
 
 TEST(HardwareVtepEffort, OneRowOfManyReferencesIsNotReadBehindTheDeadline) {
     Database database;
     database[physicalSwitch] = {switchRow("leaf1", rowsFrom(1000, 5000))};
-    EXPECT_EQ(timeOver(database), noAnswer);
+    EXPECT_EQ(timeOver(database), noDatabaseAnswer);
     Database bindings;
     bindings[physicalPort] = {portRow(1000, 5000)};
-    EXPECT_EQ(timeOver(bindings), noAnswer);
+    EXPECT_EQ(timeOver(bindings), noDatabaseAnswer);
 }
 
 TEST(HardwareVtepEffort, ManyFloodTargetsOfFewRowsAreNotJoinedBehindTheDeadline) {
     Database database;
     addSet(database, 100);
     for (unsigned number = 0; number < 100; ++number) {
-        database.multicast(mcastMacsRemote, macOf(number), 1, 22);
+        database.multicast(mcastMacsRemote, databaseMac(number), 1, 22);
     }
-    EXPECT_EQ(timeOver(database), noAnswer);
+    EXPECT_EQ(timeOver(database), noDatabaseAnswer);
     EXPECT_EQ(readAnswer(database).facts.remote.floods.size(), 10000);
 }
 
@@ -274,9 +275,9 @@ TEST(HardwareVtepEffort, ManySwitchesAtOneVtepAreNotJoinedBehindTheDeadline) {
     Database database;
     addSwitches(database, 100);
     for (unsigned number = 0; number < 100; ++number) {
-        database.unicast(ucastMacsLocal, macOf(number), 1, 11);
+        database.unicast(ucastMacsLocal, databaseMac(number), 1, 11);
     }
-    EXPECT_EQ(timeOver(database), noAnswer);
+    EXPECT_EQ(timeOver(database), noDatabaseAnswer);
     auto const state = readAnswer(database).facts;
     EXPECT_EQ(state.local.at("s0").macs.size(), 100);
     EXPECT_EQ(state.local.at("s99"), state.local.at("s0"));
@@ -286,7 +287,7 @@ TEST(HardwareVtepEffort, ManyRoutersOnManySwitchesAreNotJoinedBehindTheDeadline)
     Database database;
     addSwitches(database, 100);
     addRouters(database, 100);
-    EXPECT_EQ(timeOver(database), noAnswer);
+    EXPECT_EQ(timeOver(database), noDatabaseAnswer);
     EXPECT_EQ(readAnswer(database).facts.switches.at("s99").routers.size(), 100);
 }
 
@@ -298,7 +299,7 @@ TEST(HardwareVtepEffort, ManyLogicalSwitchesAreNotSurveyedBehindTheDeadline) {
     }
     auto const survey = system::FileBytes::copyOf(R"([{"rows":)" + list(rows) + "}]");
     EXPECT_EQ(logicalSwitchesOf(Vxlan::Vni(7), survey).size(), 1);
-    EXPECT_THROW(logicalSwitchesOf(Vxlan::Vni(7), survey, passed()), TimedOut);
+    EXPECT_THROW(logicalSwitchesOf(Vxlan::Vni(7), survey, databaseTimePassed()), TimedOut);
 }
 
 } // namespace vxshow::test

@@ -14,8 +14,8 @@ using sources::ovsdb::DatabaseAddress;
 
 namespace {
 
-auto const mac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
-auto const mac2 = Nolt::EthAddr::fromString("02:00:00:00:00:02");
+auto const kindMac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
+auto const kindMac2 = Nolt::EthAddr::fromString("02:00:00:00:00:02");
 
 constexpr auto sslFiles = "private_key = \"/k.pem\"\ncertificate = \"c.pem\"\n"
                           "ca_certificate = \"pki/ca.pem\"\n";
@@ -130,11 +130,11 @@ TEST(OvsdbKind, ADatabaseHasSystemIdentifiersBySwitch) {
     auto const source = sourceOf(database("[source.system_ids]\nleaf1 = \"02:00:00:00:00:01\"\n"
                                           "\"leaf 2\" = \"0200.0000.0002\"\n"));
     EXPECT_EQ(accessOf<DatabaseAccess>(source).systemIds(),
-              (std::map<std::string, Nolt::EthAddr>{{"leaf1", mac1}, {"leaf 2", mac2}}));
+              (std::map<std::string, Nolt::EthAddr>{{"leaf1", kindMac1}, {"leaf 2", kindMac2}}));
     EXPECT_EQ(source.systemId, std::nullopt);
     auto const inOneLine = sourceOf(database("system_ids = { leaf1 = \"02:00:00:00:00:01\" }"));
     EXPECT_EQ(accessOf<DatabaseAccess>(inOneLine).systemIds(),
-              (std::map<std::string, Nolt::EthAddr>{{"leaf1", mac1}}));
+              (std::map<std::string, Nolt::EthAddr>{{"leaf1", kindMac1}}));
 }
 
 TEST(OvsdbKind, EachSystemIdentifierIsAMacAddress) {

@@ -27,7 +27,7 @@ using Macs = std::vector<MacPlace>;
 using Floods = std::vector<FloodTarget>;
 using Bindings = std::vector<IpBinding>;
 
-auto const mac1 = mac("02:00:00:00:00:01");
+auto const quirkMac = mac("02:00:00:00:00:01");
 
 std::string warningOf(Answer const & answer) {
     return answer.findings.warning().value_or("none");
@@ -39,14 +39,15 @@ TEST(HardwareVtepQuirks, TheVniIsThatOfTheLogicalSwitch) {
     Database database;
     // Its locator has another key, which counts for nothing.
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 13);
-    EXPECT_EQ(readAnswer(database).facts.remote.macs, (Macs{{vni(5001), mac1, ip("10.0.0.3")}}));
+    EXPECT_EQ(readAnswer(database).facts.remote.macs,
+              (Macs{{vni(5001), quirkMac, ip("10.0.0.3")}}));
 }
 
 TEST(HardwareVtepQuirks, TheVniIsThatOfTheLocatorWhereTheLogicalSwitchHasNone) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 2, 13);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.facts.remote.macs, (Macs{{vni(5003), mac1, ip("10.0.0.3")}}));
+    EXPECT_EQ(answer.facts.remote.macs, (Macs{{vni(5003), quirkMac, ip("10.0.0.3")}}));
     EXPECT_EQ(warningOf(answer), "none");
 }
 
@@ -91,7 +92,7 @@ TEST(HardwareVtepQuirks, ALocalMacBelongsToTheSwitchWithTheLocatorsAddress) {
     database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 1, 12);
     auto const answer = readAnswer(database);
     EXPECT_EQ(answer.facts.local.at("leaf1").macs, Macs{});
-    EXPECT_EQ(answer.facts.local.at("leaf2").macs, (Macs{{vni(5001), mac1, ip("10.0.0.2")}}));
+    EXPECT_EQ(answer.facts.local.at("leaf2").macs, (Macs{{vni(5001), quirkMac, ip("10.0.0.2")}}));
 }
 
 TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfSeveralSwitchesBelongsToEach) {
@@ -100,7 +101,7 @@ TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfSeveralSwitchesBelongsToEach) {
         R"({"name":"leaf2","ports":["set",[]],"tunnel_ips":["set",["10.0.0.1"]]})");
     database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 1, 11, "192.0.2.1");
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.facts.local.at("leaf1").macs, (Macs{{vni(5001), mac1, ip("10.0.0.1")}}));
+    EXPECT_EQ(answer.facts.local.at("leaf1").macs, (Macs{{vni(5001), quirkMac, ip("10.0.0.1")}}));
     EXPECT_EQ(answer.facts.local.at("leaf2"), answer.facts.local.at("leaf1"));
     EXPECT_EQ(warningOf(answer), "none");
 }
@@ -109,7 +110,7 @@ TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfNoSwitchStandsUnderTheSource) {
     Database database;
     database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 1, 12);
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.facts.local.at("lab").macs, (Macs{{vni(5001), mac1, ip("10.0.0.2")}}));
+    EXPECT_EQ(answer.facts.local.at("lab").macs, (Macs{{vni(5001), quirkMac, ip("10.0.0.2")}}));
     EXPECT_EQ(answer.facts.local.at("leaf1").macs, Macs{});
     EXPECT_EQ(warningOf(answer),
               "1 local entry at a VTEP of no switch: Ucast_Macs_Local \"02:00:00:00:00:01\" in "
@@ -199,7 +200,7 @@ TEST(HardwareVtepQuirks, SeveralLocatorsOfAMacAddressAreSeveralPlaces) {
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12);
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 11, "192.0.2.1");
     EXPECT_EQ(readAnswer(database).facts.remote.macs,
-              (Macs{{vni(5001), mac1, ip("10.0.0.1")}, {vni(5001), mac1, ip("10.0.0.2")}}));
+              (Macs{{vni(5001), quirkMac, ip("10.0.0.1")}, {vni(5001), quirkMac, ip("10.0.0.2")}}));
 }
 
 TEST(HardwareVtepQuirks, AnEntryWhoseMacIsNoneIsLeftOut) {
@@ -251,7 +252,7 @@ TEST(HardwareVtepQuirks, AnIpv6AddressIsABinding) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "2001:DB8::0:1");
     EXPECT_EQ(readAnswer(database).facts.remote.bindings,
-              (Bindings{{vni(5001), Nolt::IpGenAddr::fromString("2001:db8::1"), mac1}}));
+              (Bindings{{vni(5001), Nolt::IpGenAddr::fromString("2001:db8::1"), quirkMac}}));
 }
 
 TEST(HardwareVtepQuirks, ABindingOfUnknownDstIsLeftOut) {
@@ -269,7 +270,7 @@ TEST(HardwareVtepQuirks, AnIpAddressWithSeveralMacAddressesIsNoticed) {
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "192.0.2.1");
     database.unicast(ucastMacsRemote, "02:00:00:00:00:03", 1, 12, "192.0.2.1");
     auto const answer = readAnswer(database);
-    EXPECT_EQ(answer.facts.remote.bindings.front().mac, mac1);
+    EXPECT_EQ(answer.facts.remote.bindings.front().mac, quirkMac);
     EXPECT_EQ(warningOf(answer),
               "1 IP address with several MAC addresses: 192.0.2.1 in VNI 5001 (remote)");
 }
@@ -305,8 +306,8 @@ TEST(HardwareVtepQuirks, TextsWithEscapesAreReadAsWhatTheyStandFor) {
         R"({"MAC":"02:00:00:00:00:\u0030\u0031","ipaddr":"192.0.2.\u0031","locator":)" + row(12) +
         R"(,"logical_switch":)" + row(1) + "}");
     auto const remote = readAnswer(database).facts.remote;
-    EXPECT_EQ(remote.macs, (Macs{{vni(5001), mac1, ip("10.0.0.2")}}));
-    EXPECT_EQ(remote.bindings, (Bindings{{vni(5001), ip("192.0.2.1"), mac1}}));
+    EXPECT_EQ(remote.macs, (Macs{{vni(5001), quirkMac, ip("10.0.0.2")}}));
+    EXPECT_EQ(remote.bindings, (Bindings{{vni(5001), ip("192.0.2.1"), quirkMac}}));
 }
 
 TEST(HardwareVtepQuirks, ASetOfOneMayBeWrittenAsASet) {

@@ -18,7 +18,7 @@ std::optional<ServerStatus> statusIn(std::string_view answer) {
     return readServerStatus(system::FileBytes::copyOf(answer));
 }
 
-std::string refusalOf(std::string_view answer) {
+std::string statusRefusal(std::string_view answer) {
     try {
         statusIn(answer);
     } catch (AnswerError const & error) {
@@ -29,7 +29,7 @@ std::string refusalOf(std::string_view answer) {
 
 constexpr sources::ovsdb::Uuid cluster{1, 2};
 
-ServerStatus member(bool leader, std::int64_t index, bool connected = true) {
+ServerStatus memberStatus(bool leader, std::int64_t index, bool connected = true) {
     return {.model = ServerStatus::Model::clustered,
             .cluster = cluster,
             .connected = connected,
@@ -37,7 +37,7 @@ ServerStatus member(bool leader, std::int64_t index, bool connected = true) {
             .index = index};
 }
 
-constexpr ServerStatus relay{.model = ServerStatus::Model::relay, .leader = false};
+constexpr ServerStatus relayStatus{.model = ServerStatus::Model::relay, .leader = false};
 
 } // namespace
 
@@ -53,13 +53,13 @@ TEST(ServerStatus, OfARelayAsItAnswers) {
         statusIn(
             R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":false,)"
             R"("model":"relay"}]}])"),
-        relay);
+        relayStatus);
 }
 
 TEST(ServerStatus, OfAFollowerAsItAnswers) {
     EXPECT_EQ(statusIn(R"([{"rows":[{"cid":["uuid","00000000-0000-0001-0000-000000000002"],)"
                        R"("connected":true,"index":17,"leader":false,"model":"clustered"}]}])"),
-              member(false, 17));
+              memberStatus(false, 17));
 }
 
 TEST(ServerStatus, OfAServerWithoutTheDatabaseIsNone) {
@@ -68,18 +68,18 @@ TEST(ServerStatus, OfAServerWithoutTheDatabaseIsNone) {
 
 TEST(ServerStatus, WhatIsNoStatusIsRefusedWithItsPlace) {
     EXPECT_EQ(
-        refusalOf("[]"),
+        statusRefusal("[]"),
         "the server's own status: 1:1: found an array of fewer, expected an array of 1 answer");
-    EXPECT_EQ(refusalOf(R"([{"rows":[{"connected":1,"index":17,"leader":false}]}])"),
+    EXPECT_EQ(statusRefusal(R"([{"rows":[{"connected":1,"index":17,"leader":false}]}])"),
               "the server's own status: 1:24: [0].rows[0].connected: found 1, expected true or "
               "false");
     EXPECT_EQ(
-        refusalOf(R"([{"rows":[{"connected":true}]}])"),
+        statusRefusal(R"([{"rows":[{"connected":true}]}])"),
         "the server's own status: 1:11: [0].rows[0]: found an object, expected \"cid\" in it");
-    EXPECT_EQ(refusalOf(R"([{"rows":[{"model":"other"}]}])"),
+    EXPECT_EQ(statusRefusal(R"([{"rows":[{"model":"other"}]}])"),
               "the server's own status: 1:20: [0].rows[0].model: found \"other\", expected "
               "\"standalone\", \"clustered\" or \"relay\"");
-    EXPECT_EQ(refusalOf("nonsense").substr(0, 29), "the server's own status: 1:1:");
+    EXPECT_EQ(statusRefusal("nonsense").substr(0, 29), "the server's own status: 1:1:");
 }
 
 TEST(ServerToRead, IsTheFirstServerAlone) {
@@ -87,54 +87,61 @@ TEST(ServerToRead, IsTheFirstServerAlone) {
 }
 
 TEST(ServerToRead, IsAFollowerThatIsNotBehind) {
-    EXPECT_EQ(serverToRead({member(true, 9), member(false, 8), member(false, 9)}), 2);
-    EXPECT_EQ(serverToRead({member(false, 10), member(true, 9), member(false, 9)}), 0);
+    EXPECT_EQ(serverToRead({memberStatus(true, 9), memberStatus(false, 8), memberStatus(false, 9)}),
+              2);
+    EXPECT_EQ(
+        serverToRead({memberStatus(false, 10), memberStatus(true, 9), memberStatus(false, 9)}), 0);
 }
 
 TEST(ServerToRead, IsNoServerThatIsCutOff) {
-    EXPECT_EQ(serverToRead({member(false, 9, false), member(true, 9), member(false, 9)}), 2);
+    EXPECT_EQ(serverToRead(
+                  {memberStatus(false, 9, false), memberStatus(true, 9), memberStatus(false, 9)}),
+              2);
     EXPECT_EQ(serverToRead({ServerStatus{.connected = false}, ServerStatus()}), 1);
 }
 
 TEST(ServerToRead, IsNoneWhileAllFollowersAreBehind) {
-    EXPECT_EQ(serverToRead({member(true, 9), member(false, 8), std::nullopt}), std::nullopt);
+    EXPECT_EQ(serverToRead({memberStatus(true, 9), memberStatus(false, 8), std::nullopt}),
+              std::nullopt);
 }
 
 TEST(ServerToRead, IsNoneWithoutALeader) {
-    EXPECT_EQ(serverToRead({member(false, 9), member(false, 9), std::nullopt}), std::nullopt);
+    EXPECT_EQ(serverToRead({memberStatus(false, 9), memberStatus(false, 9), std::nullopt}),
+              std::nullopt);
 }
 
 TEST(ServerToRead, IsNoneWhoseIndexIsUnknownBesideALeaderThatHasOne) {
     ServerStatus const unknown{.cluster = cluster, .leader = false};
-    EXPECT_EQ(serverToRead({member(true, 9), unknown}), std::nullopt);
+    EXPECT_EQ(serverToRead({memberStatus(true, 9), unknown}), std::nullopt);
 }
 
 TEST(LeaderOf, IsTheConnectedLeader) {
-    EXPECT_EQ(leaderOf({member(false, 9), member(true, 9)}), 1);
-    EXPECT_EQ(leaderOf({member(true, 9, false), member(false, 9)}), std::nullopt);
+    EXPECT_EQ(leaderOf({memberStatus(false, 9), memberStatus(true, 9)}), 1);
+    EXPECT_EQ(leaderOf({memberStatus(true, 9, false), memberStatus(false, 9)}), std::nullopt);
     EXPECT_EQ(leaderOf({std::nullopt}), std::nullopt);
 }
 
 TEST(LeaderOf, OfSeveralThatTakeThemselvesForItIsTheOneWithTheMost) {
-    EXPECT_EQ(leaderOf({member(true, 9), member(true, 11), member(false, 11)}), 1);
+    EXPECT_EQ(leaderOf({memberStatus(true, 9), memberStatus(true, 11), memberStatus(false, 11)}),
+              1);
 }
 
 TEST(ServerToRead, IsTheFirstConnectedRelay) {
-    auto cutOff = relay;
+    auto cutOff = relayStatus;
     cutOff.connected = false;
-    EXPECT_EQ(serverToRead({std::nullopt, cutOff, relay, relay}), 2);
+    EXPECT_EQ(serverToRead({std::nullopt, cutOff, relayStatus, relayStatus}), 2);
     EXPECT_EQ(serverToRead({cutOff}), std::nullopt);
 }
 
 TEST(AreOfOneDatabase, ServersOfOneClusterAndRelays) {
-    EXPECT_TRUE(areOfOneDatabase(member(true, 9), member(false, 8)));
-    EXPECT_TRUE(areOfOneDatabase(relay, relay));
-    EXPECT_FALSE(areOfOneDatabase(relay, member(true, 9)));
-    EXPECT_FALSE(areOfOneDatabase(relay, ServerStatus()));
-    auto other = member(true, 9);
+    EXPECT_TRUE(areOfOneDatabase(memberStatus(true, 9), memberStatus(false, 8)));
+    EXPECT_TRUE(areOfOneDatabase(relayStatus, relayStatus));
+    EXPECT_FALSE(areOfOneDatabase(relayStatus, memberStatus(true, 9)));
+    EXPECT_FALSE(areOfOneDatabase(relayStatus, ServerStatus()));
+    auto other = memberStatus(true, 9);
     other.cluster = sources::ovsdb::Uuid{1, 3};
-    EXPECT_FALSE(areOfOneDatabase(member(true, 9), other));
-    EXPECT_FALSE(areOfOneDatabase(member(true, 9), ServerStatus()));
+    EXPECT_FALSE(areOfOneDatabase(memberStatus(true, 9), other));
+    EXPECT_FALSE(areOfOneDatabase(memberStatus(true, 9), ServerStatus()));
     EXPECT_FALSE(areOfOneDatabase(ServerStatus(), ServerStatus()));
 }
 

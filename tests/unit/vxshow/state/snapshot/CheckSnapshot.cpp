@@ -7,9 +7,9 @@
 int main(int argc, char ** argv) {
     for (int index = 1; index < argc; ++index) {
         try {
-            vxshow::readSnapshot(argv[index]);
+            vxshow::state::snapshot::readSnapshot(argv[index]);
             std::puts("accepted");
-        } catch (vxshow::SnapshotError const & error) {
+        } catch (vxshow::state::snapshot::SnapshotError const & error) {
             std::puts(error.what());
         }
     }

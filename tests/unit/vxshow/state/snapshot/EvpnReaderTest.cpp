@@ -12,11 +12,11 @@ using namespace state::snapshot;
 
 namespace {
 
-Nolt::EthAddr mac(std::string_view text) {
+Nolt::EthAddr hostMac(std::string_view text) {
     return Nolt::EthAddr::fromString(text);
 }
 
-Nolt::IpAddr ip(std::string_view text) {
+Nolt::IpAddr hostIp(std::string_view text) {
     return Nolt::IpAddr::fromString(text);
 }
 
@@ -37,16 +37,19 @@ TEST(EvpnReader, FillsTheHostTable) {
     ASSERT_TRUE(hosts);
     EXPECT_EQ(hosts->size(), 3);
     using VcsEvpn::Host;
-    EXPECT_EQ(hosts->host({mac("02:00:00:00:00:01"), Vxlan::Vni(10)}), Host(ip("10.0.0.1"), 3));
-    EXPECT_EQ(hosts->host({mac("02:00:00:00:00:02"), Vxlan::Vni(10)}), Host(ip("10.0.0.2"), 0));
-    EXPECT_EQ(hosts->host({mac("02:00:00:00:00:01"), Vxlan::Vni(11)}), Host(ip("10.0.0.3"), 0));
+    EXPECT_EQ(hosts->host({hostMac("02:00:00:00:00:01"), Vxlan::Vni(10)}),
+              Host(hostIp("10.0.0.1"), 3));
+    EXPECT_EQ(hosts->host({hostMac("02:00:00:00:00:02"), Vxlan::Vni(10)}),
+              Host(hostIp("10.0.0.2"), 0));
+    EXPECT_EQ(hosts->host({hostMac("02:00:00:00:00:01"), Vxlan::Vni(11)}),
+              Host(hostIp("10.0.0.3"), 0));
 }
 
 TEST(EvpnReader, KeepsAHostWithoutAVtepThoughReadersTakeItForNone) {
     auto const hosts =
         mountedEvpn(R"({"hosts":{"10":{"02:00:00:00:00:01":{"vtep":"0.0.0.0"}}}})")->hostTable();
     EXPECT_EQ(hosts->size(), 1);
-    EXPECT_EQ(hosts->host({mac("02:00:00:00:00:01"), Vxlan::Vni(10)}), VcsEvpn::Host());
+    EXPECT_EQ(hosts->host({hostMac("02:00:00:00:00:01"), Vxlan::Vni(10)}), VcsEvpn::Host());
 }
 
 TEST(EvpnReader, FillsTheFloodTableWithEntriesThatAreNoDeadSlots) {
@@ -57,7 +60,7 @@ TEST(EvpnReader, FillsTheFloodTableWithEntriesThatAreNoDeadSlots) {
     EXPECT_EQ(flood->size(), 3);
     for (auto const & [vni, vtep] :
          {std::pair{10, "10.0.0.1"}, {10, "10.0.0.2"}, {11, "10.0.0.1"}}) {
-        EXPECT_NE(flood->floodEntry({Vxlan::Vni(static_cast<Vex::U32>(vni)), ip(vtep)}),
+        EXPECT_NE(flood->floodEntry({Vxlan::Vni(static_cast<Vex::U32>(vni)), hostIp(vtep)}),
                   VcsEvpn::FloodEntry());
     }
 }
@@ -82,15 +85,15 @@ TEST(EvpnReader, ReadsMoreHostsThanATableStartsWith) {
     }
     auto const hosts = mountedEvpn(text + "}}}")->hostTable();
     EXPECT_EQ(hosts->size(), 20000);
-    EXPECT_EQ(hosts->host({mac("02:00:00:00:4e:1f"), Vxlan::Vni(10)}).moveCount(), 19999);
+    EXPECT_EQ(hosts->host({hostMac("02:00:00:00:4e:1f"), Vxlan::Vni(10)}).moveCount(), 19999);
 }
 
-struct Refused {
+struct RefusedEvpn {
     char const * evpn;
     char const * error;
 };
 
-void expectRefused(std::initializer_list<Refused> all) {
+void expectEvpnRefused(std::initializer_list<RefusedEvpn> all) {
     for (auto const & refused : all) {
         auto const state = R"({"evpn":{"EVPN":)" + std::string(refused.evpn) + "}}";
         EXPECT_EQ(refusalBehind("received.evpn.EVPN", withReceived(state)), refused.error);
@@ -99,7 +102,7 @@ void expectRefused(std::initializer_list<Refused> all) {
 }
 
 TEST(EvpnReader, RefusesBadTables) {
-    expectRefused(
+    expectEvpnRefused(
         {{"[]", R"(: found an array, expected an object of "hosts" and "flood")"},
          {R"({"host":{}})", R"(: found "host", expected "hosts" or "flood")"},
          {R"({"hosts":{},"hosts":{}})", R"(: found "hosts" again, expected it once)"},

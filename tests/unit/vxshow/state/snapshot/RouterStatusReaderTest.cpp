@@ -16,11 +16,11 @@ using VxlanController::LRIpPortV2;
 using VxlanController::LRStatusV2;
 using VxlanController::PortVlanPairV2;
 
-Nolt::EthAddr mac(std::string_view text) {
+Nolt::EthAddr routerMac(std::string_view text) {
     return Nolt::EthAddr::fromString(text);
 }
 
-Nolt::IpGenAddr ip(std::string_view text) {
+Nolt::IpGenAddr routerIp(std::string_view text) {
     return Nolt::IpGenAddr::fromString(text);
 }
 
@@ -56,11 +56,12 @@ TEST(RouterStatusReader, FillsThePorts) {
         return router->ipPort().find(masked(text))->element();
     };
     EXPECT_EQ(port("10.0.0.1/8"), LRIpPortV2(masked("10.0.0.1/8"), Vxlan::Vni(16777215),
-                                             mac("02:00:00:00:00:01"), ip("10.9.0.1")));
-    EXPECT_EQ(port("10.0.0.2/8"), LRIpPortV2(masked("10.0.0.2/8"), Vxlan::Vni(0),
-                                             mac("02:00:00:00:00:02"), ip("2001:db8::1")));
+                                             routerMac("02:00:00:00:00:01"), routerIp("10.9.0.1")));
+    EXPECT_EQ(port("10.0.0.2/8"),
+              LRIpPortV2(masked("10.0.0.2/8"), Vxlan::Vni(0), routerMac("02:00:00:00:00:02"),
+                         routerIp("2001:db8::1")));
     EXPECT_EQ(port("10.0.0.1/32"), LRIpPortV2(masked("10.0.0.1/32"), Vxlan::Vni(10),
-                                              mac("02:00:00:00:00:03"), Nolt::IpGenAddr()));
+                                              routerMac("02:00:00:00:00:03"), Nolt::IpGenAddr()));
     EXPECT_EQ(port("2001:db8::1/0").vni(), Vxlan::Vni(11));
 }
 
@@ -74,8 +75,8 @@ TEST(RouterStatusReader, FillsTheUplinks) {
     ASSERT_EQ(router->ipUplinkPort().size(), 3);
     auto const & first = router->ipUplinkPort().find(masked("10.0.0.1/31"))->element();
     EXPECT_EQ(first.ip(), masked("10.0.0.1/31"));
-    EXPECT_EQ(first.mac(), mac("02:00:00:00:00:01"));
-    EXPECT_EQ(first.vtep(), ip("2001:db8::1"));
+    EXPECT_EQ(first.mac(), routerMac("02:00:00:00:00:01"));
+    EXPECT_EQ(first.vtep(), routerIp("2001:db8::1"));
     EXPECT_EQ(first.portVlan().size(), 4);
     using namespace std::string_view_literals;
     for (auto const & [port, vlan] :
@@ -102,11 +103,11 @@ TEST(RouterStatusReader, FillsTheRoutes) {
         return router->route().find(prefix(text))->element().nexthop();
     };
     EXPECT_EQ(nexthops("10.0.0.0/8").size(), 3);
-    EXPECT_TRUE(nexthops("10.0.0.0/8").find(ip("2001:db8::1")));
+    EXPECT_TRUE(nexthops("10.0.0.0/8").find(routerIp("2001:db8::1")));
     EXPECT_TRUE(nexthops("10.0.0.0/9").empty());
-    EXPECT_TRUE(nexthops("2001:db8::/32").find(ip("::")));
-    EXPECT_TRUE(nexthops("::/0").find(ip("0.0.0.0")));
-    EXPECT_TRUE(nexthops("0.0.0.0/0").find(ip("10.0.0.1")));
+    EXPECT_TRUE(nexthops("2001:db8::/32").find(routerIp("::")));
+    EXPECT_TRUE(nexthops("::/0").find(routerIp("0.0.0.0")));
+    EXPECT_TRUE(nexthops("0.0.0.0/0").find(routerIp("10.0.0.1")));
 }
 
 TEST(RouterStatusReader, LeavesTablesEmptyThatAreMissingOrEmpty) {
@@ -142,15 +143,15 @@ TEST(RouterStatusReader, ReadsAHundredThousandRoutes) {
                     .find(prefix("10.1.134.159/32"))
                     ->element()
                     .nexthop()
-                    .find(ip("192.0.2.199")));
+                    .find(routerIp("192.0.2.199")));
 }
 
-struct Refused {
+struct RefusedRouterStatus {
     char const * router;
     char const * error;
 };
 
-void expectRefused(std::initializer_list<Refused> all) {
+void expectRouterStatusRefused(std::initializer_list<RefusedRouterStatus> all) {
     for (auto const & refused : all) {
         auto const document = withStatus("{\"prod\":" + std::string(refused.router) + "}");
         EXPECT_EQ(refusalBehind("routers.status.prod", document), refused.error) << refused.router;
@@ -162,14 +163,14 @@ TEST(RouterStatusReader, RefusesWhatIsNoStatus) {
               ".status: found an array, expected an object whose members are logical routers");
     EXPECT_EQ(refusalBehind("routers", withStatus(R"({"prod":{},"pro\u0064":{}})")),
               R"(.status: found "pro\u0064" again, expected it once)");
-    expectRefused(
+    expectRouterStatusRefused(
         {{"[]", R"(: found an array, expected an object of "ports", "uplinks" and "routes")"},
          {R"({"route":{}})", R"(: found "route", expected "ports", "uplinks" or "routes")"},
          {R"({"ports":{},"ports":{}})", R"(: found "ports" again, expected it once)"}});
 }
 
 TEST(RouterStatusReader, RefusesBadPorts) {
-    expectRefused(
+    expectRouterStatusRefused(
         {{R"({"ports":[]})",
           ".ports: found an array, expected an object whose members are addresses with their "
           "prefix length"},
@@ -209,7 +210,7 @@ TEST(RouterStatusReader, RefusesBadPorts) {
 }
 
 TEST(RouterStatusReader, RefusesBadUplinks) {
-    expectRefused(
+    expectRouterStatusRefused(
         {{R"({"uplinks":7})",
           ".uplinks: found 7, expected an object whose members are addresses with their prefix "
           "length"},
@@ -240,7 +241,7 @@ TEST(RouterStatusReader, RefusesBadUplinks) {
 }
 
 TEST(RouterStatusReader, RefusesBadRoutes) {
-    expectRefused(
+    expectRouterStatusRefused(
         {{R"({"routes":[]})",
           ".routes: found an array, expected an object whose members are prefixes"},
          {R"({"routes":{"default":[]}})",

@@ -70,12 +70,12 @@ TEST(RoutersReader, TakesItsMembersInAnyOrder) {
     EXPECT_EQ(routers.switchInfoDir->switchInfo("leaf1")->vtepMap().size(), 1);
 }
 
-struct Refused {
+struct RefusedRouters {
     char const * routers;
     char const * error;
 };
 
-void expectRefused(std::initializer_list<Refused> all) {
+void expectRoutersRefused(std::initializer_list<RefusedRouters> all) {
     for (auto const & refused : all) {
         EXPECT_EQ(refusalBehind("routers", withRouters(refused.routers)), refused.error)
             << refused.routers;
@@ -83,7 +83,7 @@ void expectRefused(std::initializer_list<Refused> all) {
 }
 
 TEST(RoutersReader, RefusesWhatIsNoStateOfRouters) {
-    expectRefused(
+    expectRoutersRefused(
         {{"[]", ": found an array, expected an object of what is known of logical routers"},
          {"null", ": found null, expected an object of what is known of logical routers"},
          {R"({"routes":{}})",
@@ -95,7 +95,7 @@ TEST(RoutersReader, RefusesWhatIsNoStateOfRouters) {
 }
 
 TEST(RoutersReader, RefusesBadPublishedPaths) {
-    expectRefused(
+    expectRoutersRefused(
         {{R"({"published":[]})",
           ".published: found an array, expected an object whose members are system identifiers"},
          {R"({"published":{"leaf1":{}}})",

@@ -169,7 +169,7 @@ struct Malformed {
     std::string error;
 };
 
-void expectRefused(std::initializer_list<Malformed> all) {
+void expectMalformed(std::initializer_list<Malformed> all) {
     for (auto const & malformed : all) {
         EXPECT_EQ(refusal(malformed.document), malformed.error) << malformed.document;
     }
@@ -178,23 +178,23 @@ void expectRefused(std::initializer_list<Malformed> all) {
 using namespace std::string_literals;
 
 TEST(Snapshot, RefusesWhatIsNotOneObject) {
-    expectRefused({{"", "1:1: found the end of the file, expected an object"},
-                   {" \n\t ", "2:3: found the end of the file, expected an object"},
-                   {"null", "1:1: found null, expected an object"},
-                   {"[]", "1:1: found an array, expected an object"},
-                   {"\"x\"", "1:1: found \"x\", expected an object"},
-                   {"7", "1:1: found 7, expected an object"},
-                   {"\xef\xbb\xbf{}", "1:1: found a byte order mark, expected an object"},
-                   {"\xff\xfe{\0}\0"s, "1:1: found \\xff\\xfe, expected an object"},
-                   {"\0"s, "1:1: found \\x00, expected an object"},
-                   {everything + "}", "27:83: found '}', expected the end of the file"},
-                   {everything + "\n{}", "28:1: found an object, expected the end of the file"},
-                   {everything + "\0"s, "27:83: found \\x00, expected the end of the file"},
-                   {everything + ",", "27:83: found ',', expected the end of the file"}});
+    expectMalformed({{"", "1:1: found the end of the file, expected an object"},
+                     {" \n\t ", "2:3: found the end of the file, expected an object"},
+                     {"null", "1:1: found null, expected an object"},
+                     {"[]", "1:1: found an array, expected an object"},
+                     {"\"x\"", "1:1: found \"x\", expected an object"},
+                     {"7", "1:1: found 7, expected an object"},
+                     {"\xef\xbb\xbf{}", "1:1: found a byte order mark, expected an object"},
+                     {"\xff\xfe{\0}\0"s, "1:1: found \\xff\\xfe, expected an object"},
+                     {"\0"s, "1:1: found \\x00, expected an object"},
+                     {everything + "}", "27:83: found '}', expected the end of the file"},
+                     {everything + "\n{}", "28:1: found an object, expected the end of the file"},
+                     {everything + "\0"s, "27:83: found \\x00, expected the end of the file"},
+                     {everything + ",", "27:83: found ',', expected the end of the file"}});
 }
 
 TEST(Snapshot, RefusesBadSyntaxAtTheFirstWrongToken) {
-    expectRefused(
+    expectMalformed(
         {{R"({"version":1,})", "1:14: found '}', expected the name of a member"},
          {R"({,"version":1})", "1:2: found ',', expected the name of a member or '}'"},
          {R"({"version" 1})", "1:12: version: found 1, expected ':'"},
@@ -211,7 +211,7 @@ TEST(Snapshot, RefusesBadSyntaxAtTheFirstWrongToken) {
 }
 
 TEST(Snapshot, RefusesBadTextsAtTheFirstWrongByte) {
-    expectRefused(
+    expectMalformed(
         {{"{\"received\":{\"switches\":{\"a\nb\":{}}}}",
           "1:28: received.switches: found the byte 0x0a, expected control characters as "
           "escapes"},

@@ -14,7 +14,7 @@ namespace {
 using VxlanController::IpVtepKeyPair;
 using VxlanController::SwitchIdVtepKeyPair;
 
-Nolt::IpGenAddr ip(std::string_view text) {
+Nolt::IpGenAddr vtepIp(std::string_view text) {
     return Nolt::IpGenAddr::fromString(text);
 }
 
@@ -32,16 +32,16 @@ TEST(SwitchInfoReader, LinksSwitchesAndTheirVteps) {
     auto const first = dir->switchInfo("00:1c:73:00:00:01");
     ASSERT_TRUE(first);
     EXPECT_EQ(first->vtepMap().size(), 2);
-    auto const * const shared = first->vtepMap().find(IpVtepKeyPair{ip("10.0.0.1"), ""});
+    auto const * const shared = first->vtepMap().find(IpVtepKeyPair{vtepIp("10.0.0.1"), ""});
     ASSERT_TRUE(shared);
-    EXPECT_EQ(shared->element(), dir->vtepMap(ip("10.0.0.1")));
+    EXPECT_EQ(shared->element(), dir->vtepMap(vtepIp("10.0.0.1")));
     EXPECT_EQ(
-        dir->switchInfo("leaf2")->vtepMap().find(IpVtepKeyPair{ip("10.0.0.1"), ""})->element(),
-        dir->vtepMap(ip("10.0.0.1")));
-    EXPECT_TRUE(dir->vtepMap(ip("10.0.0.1"))->active());
-    EXPECT_FALSE(dir->vtepMap(ip("2001:db8::1"))->active());
-    EXPECT_EQ(dir->vtepMap(ip("10.0.0.1"))->switchId().size(), 2);
-    EXPECT_TRUE(dir->vtepMap(ip("10.0.0.1"))->switchId().has(SwitchIdVtepKeyPair{"leaf2", ""}));
+        dir->switchInfo("leaf2")->vtepMap().find(IpVtepKeyPair{vtepIp("10.0.0.1"), ""})->element(),
+        dir->vtepMap(vtepIp("10.0.0.1")));
+    EXPECT_TRUE(dir->vtepMap(vtepIp("10.0.0.1"))->active());
+    EXPECT_FALSE(dir->vtepMap(vtepIp("2001:db8::1"))->active());
+    EXPECT_EQ(dir->vtepMap(vtepIp("10.0.0.1"))->switchId().size(), 2);
+    EXPECT_TRUE(dir->vtepMap(vtepIp("10.0.0.1"))->switchId().has(SwitchIdVtepKeyPair{"leaf2", ""}));
 }
 
 TEST(SwitchInfoReader, TakesTheTwoInEitherOrder) {
@@ -60,8 +60,8 @@ TEST(SwitchInfoReader, IsADirectoryAsSoonAsOneOfTheTwoIsThere) {
     ASSERT_TRUE(switchInfo(R"({"vteps":{}})"));
     auto const vtepsAlone = switchInfo(R"({"vteps":{"10.0.0.1":{"active":true}}})");
     EXPECT_TRUE(vtepsAlone->switchInfo().empty());
-    ASSERT_TRUE(vtepsAlone->vtepMap(ip("10.0.0.1")));
-    EXPECT_TRUE(vtepsAlone->vtepMap(ip("10.0.0.1"))->switchId().empty());
+    ASSERT_TRUE(vtepsAlone->vtepMap(vtepIp("10.0.0.1")));
+    EXPECT_TRUE(vtepsAlone->vtepMap(vtepIp("10.0.0.1"))->switchId().empty());
     auto const switchesAlone = switchInfo(R"({"switches":{"leaf1":{},"leaf2":{"vteps":[]}}})");
     EXPECT_EQ(switchesAlone->switchInfo().size(), 2);
     EXPECT_TRUE(switchesAlone->switchInfo("leaf1")->vtepMap().empty());
@@ -77,7 +77,7 @@ TEST(SwitchInfoReader, KeepsIdentifiersOfSwitchesAsTheyAre) {
          {"00:1c:73:00:00:01"sv, "00:1C:73:00:00:01"sv, ""sv, "a\0b"sv, "\U0001f33f"sv}) {
         EXPECT_TRUE(dir->switchInfo(Vex::String(id))) << id;
     }
-    auto const & ids = dir->vtepMap(ip("10.0.0.1"))->switchId();
+    auto const & ids = dir->vtepMap(vtepIp("10.0.0.1"))->switchId();
     EXPECT_EQ(ids.size(), 2);
     EXPECT_TRUE(ids.has(SwitchIdVtepKeyPair{Vex::String("a\0b"sv), ""}));
 }
@@ -85,7 +85,7 @@ TEST(SwitchInfoReader, KeepsIdentifiersOfSwitchesAsTheyAre) {
 TEST(SwitchInfoReader, LetsAVtepNameSwitchesThatDoNotExist) {
     auto const dir = switchInfo(R"({"vteps":{"10.0.0.1":{"active":true,"switches":["gone"]}}})");
     EXPECT_FALSE(dir->switchInfo("gone"));
-    EXPECT_TRUE(dir->vtepMap(ip("10.0.0.1"))->switchId().has(SwitchIdVtepKeyPair{"gone", ""}));
+    EXPECT_TRUE(dir->vtepMap(vtepIp("10.0.0.1"))->switchId().has(SwitchIdVtepKeyPair{"gone", ""}));
 }
 
 TEST(SwitchInfoReader, ReadsManySwitches) {
@@ -103,16 +103,17 @@ TEST(SwitchInfoReader, ReadsManySwitches) {
     }
     auto const dir = switchInfo("{\"switches\":{" + switches + "},\"vteps\":{" + vteps + "}}");
     EXPECT_EQ(dir->switchInfo().size(), 20000);
-    EXPECT_TRUE(dir->switchInfo("leaf19999")->vtepMap().has(IpVtepKeyPair{ip("10.0.78.31"), ""}));
-    EXPECT_TRUE(dir->vtepMap(ip("10.0.78.31"))->active());
+    EXPECT_TRUE(
+        dir->switchInfo("leaf19999")->vtepMap().has(IpVtepKeyPair{vtepIp("10.0.78.31"), ""}));
+    EXPECT_TRUE(dir->vtepMap(vtepIp("10.0.78.31"))->active());
 }
 
-struct Refused {
+struct RefusedSwitchInfo {
     char const * routers;
     char const * error;
 };
 
-void expectRefused(std::initializer_list<Refused> all) {
+void expectSwitchInfoRefused(std::initializer_list<RefusedSwitchInfo> all) {
     for (auto const & refused : all) {
         EXPECT_EQ(refusalBehind("routers", withRouters(refused.routers)), refused.error)
             << refused.routers;
@@ -120,7 +121,7 @@ void expectRefused(std::initializer_list<Refused> all) {
 }
 
 TEST(SwitchInfoReader, RefusesBadSwitches) {
-    expectRefused(
+    expectSwitchInfoRefused(
         {{R"({"switches":[]})",
           ".switches: found an array, expected an object whose members are switch identifiers"},
          {R"({"switches":{"leaf1":["10.0.0.1"]}})",
@@ -144,7 +145,7 @@ TEST(SwitchInfoReader, RefusesBadSwitches) {
 }
 
 TEST(SwitchInfoReader, RefusesBadVteps) {
-    expectRefused(
+    expectSwitchInfoRefused(
         {{R"({"vteps":["10.0.0.1"]})",
           ".vteps: found an array, expected an object whose members are IP addresses"},
          {R"({"vteps":{"leaf1":{"active":true}}})",
@@ -176,7 +177,7 @@ TEST(SwitchInfoReader, RefusesBadVteps) {
 }
 
 TEST(SwitchInfoReader, RefusesTheFirstVtepOfASwitchThatIsNotDescribed) {
-    expectRefused(
+    expectSwitchInfoRefused(
         {{R"({"switches":{"leaf1":{"vteps":["10.0.0.1"]}}})",
           R"(.switches.leaf1.vteps[0]: found "10.0.0.1", expected an address that stands in )"
           R"("vteps")"},

@@ -12,11 +12,11 @@ namespace {
 using VxlanController::ArpEntryV2;
 using VxlanController::MacVtepV2;
 
-Nolt::EthAddr mac(std::string_view text) {
+Nolt::EthAddr tableMac(std::string_view text) {
     return Nolt::EthAddr::fromString(text);
 }
 
-Nolt::IpAddr ip(std::string_view text) {
+Nolt::IpAddr tableIp(std::string_view text) {
     return Nolt::IpAddr::fromString(text);
 }
 
@@ -30,12 +30,12 @@ TEST(TablesReader, FillsTheUnicastTable) {
         "0200.0000.0002":{"moves":0,"vtep":"10.0.0.2"},
         "02-00-00-00-00-0A":{"vtep":"255.255.255.255"}}})");
     EXPECT_EQ(tables->macVtepTable().size(), 3);
-    EXPECT_EQ(tables->macVtepTable(mac("02:00:00:00:00:01")),
-              MacVtepV2(mac("02:00:00:00:00:01"), ip("10.0.0.1"), 4294967295));
-    EXPECT_EQ(tables->macVtepTable(mac("02:00:00:00:00:02")),
-              MacVtepV2(mac("02:00:00:00:00:02"), ip("10.0.0.2"), 0));
-    EXPECT_EQ(tables->macVtepTable(mac("02:00:00:00:00:0a")),
-              MacVtepV2(mac("02:00:00:00:00:0a"), ip("255.255.255.255"), 0));
+    EXPECT_EQ(tables->macVtepTable(tableMac("02:00:00:00:00:01")),
+              MacVtepV2(tableMac("02:00:00:00:00:01"), tableIp("10.0.0.1"), 4294967295));
+    EXPECT_EQ(tables->macVtepTable(tableMac("02:00:00:00:00:02")),
+              MacVtepV2(tableMac("02:00:00:00:00:02"), tableIp("10.0.0.2"), 0));
+    EXPECT_EQ(tables->macVtepTable(tableMac("02:00:00:00:00:0a")),
+              MacVtepV2(tableMac("02:00:00:00:00:0a"), tableIp("255.255.255.255"), 0));
 }
 
 TEST(TablesReader, FillsTheMultipathTable) {
@@ -43,11 +43,11 @@ TEST(TablesReader, FillsTheMultipathTable) {
         "02:00:00:00:00:01":["10.0.0.2","10.0.0.1"],
         "02:00:00:00:00:02":[]}})");
     EXPECT_EQ(tables->macVtepMultiPathTable().size(), 2);
-    VxlanController::MacVtepMultiPathV2 expected(mac("02:00:00:00:00:01"));
-    expected.vtepIpIs(ip("10.0.0.1"), true);
-    expected.vtepIpIs(ip("10.0.0.2"), true);
-    EXPECT_EQ(tables->macVtepMultiPathTable(mac("02:00:00:00:00:01")), expected);
-    EXPECT_TRUE(tables->macVtepMultiPathTable(mac("02:00:00:00:00:02")).vtepIp().empty());
+    VxlanController::MacVtepMultiPathV2 expected(tableMac("02:00:00:00:00:01"));
+    expected.vtepIpIs(tableIp("10.0.0.1"), true);
+    expected.vtepIpIs(tableIp("10.0.0.2"), true);
+    EXPECT_EQ(tables->macVtepMultiPathTable(tableMac("02:00:00:00:00:01")), expected);
+    EXPECT_TRUE(tables->macVtepMultiPathTable(tableMac("02:00:00:00:00:02")).vtepIp().empty());
 }
 
 TEST(TablesReader, FillsTheFloodTable) {
@@ -55,12 +55,12 @@ TEST(TablesReader, FillsTheFloodTable) {
         "00:00:00:00:00:00":["10.0.0.2","10.0.0.1"],
         "02:00:00:00:00:02":[]}})");
     EXPECT_EQ(tables->macVtepFloodListTable().size(), 2);
-    auto const list = tables->macVtepFloodListTable(mac("00:00:00:00:00:00"));
+    auto const list = tables->macVtepFloodListTable(tableMac("00:00:00:00:00:00"));
     ASSERT_TRUE(list);
     EXPECT_EQ(list->vtepIp().size(), 2);
-    EXPECT_TRUE(list->vtepIp().has(ip("10.0.0.1")));
-    EXPECT_TRUE(list->vtepIp().has(ip("10.0.0.2")));
-    ASSERT_TRUE(tables->macVtepFloodListTable(mac("02:00:00:00:00:02")));
+    EXPECT_TRUE(list->vtepIp().has(tableIp("10.0.0.1")));
+    EXPECT_TRUE(list->vtepIp().has(tableIp("10.0.0.2")));
+    ASSERT_TRUE(tables->macVtepFloodListTable(tableMac("02:00:00:00:00:02")));
 }
 
 TEST(TablesReader, FillsTheArpTable) {
@@ -69,9 +69,9 @@ TEST(TablesReader, FillsTheArpTable) {
         "2001:db8::1":{"mac":"02:00:00:00:00:02"}}})");
     ASSERT_EQ(tables->arpTable().size(), 2);
     EXPECT_EQ(tables->arpTable().find(anyIp("192.0.2.1"))->element(),
-              ArpEntryV2(anyIp("192.0.2.1"), mac("02:00:00:00:00:01"), 255, 4294967295));
+              ArpEntryV2(anyIp("192.0.2.1"), tableMac("02:00:00:00:00:01"), 255, 4294967295));
     EXPECT_EQ(tables->arpTable().find(anyIp("2001:db8::1"))->element(),
-              ArpEntryV2(anyIp("2001:db8::1"), mac("02:00:00:00:00:02"), 0, 0));
+              ArpEntryV2(anyIp("2001:db8::1"), tableMac("02:00:00:00:00:02"), 0, 0));
 }
 
 TEST(TablesReader, LeavesTablesEmptyThatAreMissingOrEmpty) {
@@ -87,7 +87,7 @@ TEST(TablesReader, LeavesTablesEmptyThatAreMissingOrEmpty) {
 TEST(TablesReader, ReadsNamesAndTextsThatAreWrittenWithEscapes) {
     auto const tables = mountedTables(
         R"({"\u0075nicast":{"02:00:00:00:00:0\u0031":{"\u0076tep":"10.0.0\u002e1"}}})");
-    EXPECT_EQ(tables->macVtepTable(mac("02:00:00:00:00:01")).vtepIp(), ip("10.0.0.1"));
+    EXPECT_EQ(tables->macVtepTable(tableMac("02:00:00:00:00:01")).vtepIp(), tableIp("10.0.0.1"));
 }
 
 TEST(TablesReader, ReadsVnisFromTheLeastToTheLargest) {
@@ -115,22 +115,22 @@ TEST(TablesReader, ReadsATableOfAHundredThousand) {
     }
     auto const tables = mountedTables(text + "}}");
     EXPECT_EQ(tables->macVtepTable().size(), 100000);
-    EXPECT_EQ(tables->macVtepTable(mac("02:00:00:01:86:9f")).moveCount(), 99999);
+    EXPECT_EQ(tables->macVtepTable(tableMac("02:00:00:01:86:9f")).moveCount(), 99999);
 }
 
-struct Refused {
+struct RefusedTables {
     char const * tables;
     char const * error;
 };
 
-void expectRefused(std::initializer_list<Refused> all) {
+void expectTablesRefused(std::initializer_list<RefusedTables> all) {
     for (auto const & refused : all) {
         EXPECT_EQ(tablesRefusal(refused.tables), refused.error) << refused.tables;
     }
 }
 
 TEST(TablesReader, RefusesWhatIsNoSetOfTables) {
-    expectRefused(
+    expectTablesRefused(
         {{"7", ": found 7, expected an object of tables"},
          {"null", ": found null, expected an object of tables"},
          {"[]", ": found an array, expected an object of tables"},
@@ -143,7 +143,7 @@ TEST(TablesReader, RefusesWhatIsNoSetOfTables) {
 }
 
 TEST(TablesReader, RefusesABadUnicastTable) {
-    expectRefused(
+    expectTablesRefused(
         {{R"({"unicast":[]})",
           ".unicast: found an array, expected an object whose members are Ethernet "
           "addresses"},
@@ -180,7 +180,7 @@ TEST(TablesReader, RefusesABadUnicastTable) {
 }
 
 TEST(TablesReader, RefusesABadListOfVteps) {
-    expectRefused(
+    expectTablesRefused(
         {{R"({"multipath":{"02:00:00:00:00:01":"10.0.0.1"}})",
           R"(.multipath."02:00:00:00:00:01": found "10.0.0.1", expected a list of IPv4 )"
           "addresses"},
@@ -239,7 +239,7 @@ TEST(TablesReader, TellsOfAWrongEntryThatRepeatsAMac) {
 }
 
 TEST(TablesReader, RefusesABadArpTable) {
-    expectRefused(
+    expectTablesRefused(
         {{R"({"arp":{"":{"mac":"02:00:00:00:00:01"}}})",
           R"(.arp: found "", expected an IPv4 or IPv6 address such as 10.0.0.1 or )"
           "2001:db8::1"},
