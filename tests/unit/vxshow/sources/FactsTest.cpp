@@ -35,14 +35,14 @@ TEST(Facts, ASettledSideHasEachFactOnceInOneOrder) {
     EXPECT_EQ(side.vnis, (std::vector{Vxlan::Vni(9), vni10}));
 }
 
-TEST(Facts, OfPlacesThatDifferInTheMovesTheMostStay) {
+TEST(Facts, OfPlacesThatDifferOnlyInMovesTheOneWithTheMostStays) {
     SideFacts side;
     side.macs = {{vni10, mac1, vtep1, 2}, {vni10, mac1, vtep1, 7}, {vni10, mac1, vtep1, 0}};
     side.settle();
     EXPECT_EQ(side.macs, (std::vector<MacPlace>{{vni10, mac1, vtep1, 7}}));
 }
 
-TEST(Facts, TheBindingWithTheBestRightIsTheFirst) {
+TEST(Facts, BindingsAreInOrderOfPrecedence) {
     Nolt::IpGenAddr const ip(vtep1);
     SideFacts side;
     side.bindings = {{vni10, ip, mac2, 1, 1},
@@ -56,7 +56,7 @@ TEST(Facts, TheBindingWithTheBestRightIsTheFirst) {
                                                      {vni10, ip, mac2, 1, 1}}));
 }
 
-TEST(Facts, AVniWithoutFactsStays) {
+TEST(Facts, AVniWithoutFactsIsKept) {
     SideFacts side;
     side.vnis = {vni10, Vxlan::Vni(3), vni10};
     side.settle();
@@ -92,11 +92,11 @@ TEST(Facts, MergedSidesAreSettledTogether) {
     EXPECT_EQ(merged({}), SideFacts());
 }
 
-TEST(Findings, SayNothingOfNothing) {
+TEST(Findings, HaveNoWarningIfThereAreNone) {
     EXPECT_EQ(Findings().warning(), std::nullopt);
 }
 
-TEST(Findings, SayTheRemarkFirst) {
+TEST(Findings, StartWithTheRemark) {
     Findings findings;
     findings.remark = "nothing is there";
     EXPECT_EQ(findings.warning(), "nothing is there");

@@ -61,7 +61,7 @@ std::vector<Nolt::IpAddr> pathsOf(VxlanController::VniTables const & tables,
 
 } // namespace
 
-TEST(Merge, NothingIsMountedOfNothing) {
+TEST(Merge, WithoutSourcesTheMountIsEmpty) {
     auto const mount = mountOf({});
     EXPECT_FALSE(mount.received.switches);
     EXPECT_FALSE(mount.received.sources);
@@ -79,7 +79,7 @@ TEST(Merge, AMacThatSwitchesPlaceDifferentlyIsShownUnderEach) {
               VxlanController::MacVtepV2(mergedMac1, vtep(2), 5));
 }
 
-TEST(Merge, AMacThatIsAdvertisedDifferentlyHasEveryVtepThatWasTold) {
+TEST(Merge, AMacThatIsAdvertisedDifferentlyHasEveryVtep) {
     auto const mount =
         mountOf({told({{mergedVni, mergedMac1, vtep(2)}, {mergedVni, mergedMac2, vtep(2)}}),
                  told({{mergedVni, mergedMac1, vtep(1)}, {mergedVni, mergedMac2, vtep(2), 3}})});
@@ -90,7 +90,7 @@ TEST(Merge, AMacThatIsAdvertisedDifferentlyHasEveryVtepThatWasTold) {
     EXPECT_EQ(entry->macVtepTable(mergedMac2), VxlanController::MacVtepV2(mergedMac2, vtep(2), 3));
 }
 
-TEST(Merge, ASwitchIsListedAlikeWhateverElseIsMounted) {
+TEST(Merge, TheListingOfASwitchDoesNotDependOnOtherSources) {
     auto const one =
         learned("leaf1", {{mergedVni, mergedMac1, vtep(1), 4}, {mergedVni, mergedMac2, vtep(1)}});
     auto const listing = [](state::Mount const & mount) {
@@ -105,7 +105,7 @@ TEST(Merge, ASwitchIsListedAlikeWhateverElseIsMounted) {
     EXPECT_EQ(listing(mountOf({other, one})), alone);
 }
 
-TEST(Merge, FloodListsOfSeveralSourcesAreJoined) {
+TEST(Merge, FloodListsOfSeveralSourcesAreMerged) {
     Facts one;
     one.remote.floods = {{mergedVni, {}, vtep(1)}, {mergedVni, mergedMac1, vtep(3)}};
     Facts other;
@@ -115,7 +115,7 @@ TEST(Merge, FloodListsOfSeveralSourcesAreJoined) {
     EXPECT_EQ(entry->macVtepFloodListTable(mergedMac1)->vtepIp().size(), 1);
 }
 
-TEST(Merge, AnIpAddressHasTheMacAddressWithTheBestRightToIt) {
+TEST(Merge, AnIpAddressHasTheMacAddressThatTakesPrecedence) {
     Nolt::IpGenAddr const ip(vtep(9));
     Facts state;
     state.remote.bindings = {{mergedVni, ip, mergedMac1, 1, 9}, {mergedVni, ip, mergedMac2, 2, 0}};
@@ -123,7 +123,7 @@ TEST(Merge, AnIpAddressHasTheMacAddressWithTheBestRightToIt) {
     EXPECT_EQ(entry->arpTable().find(ip)->element().macAddress(), mergedMac2);
 }
 
-TEST(Merge, ASourceThatIsNoSwitchTellsWhatItWasToldOfOthers) {
+TEST(Merge, WhatASourceThatIsNoSwitchWasToldIsReceivedFromIt) {
     auto state = learned("leaf1", {{mergedVni, mergedMac1, vtep(1)}});
     state.remote = sideWith({{mergedVni, mergedMac2, vtep(2)}});
     auto const mount = mountOf({state}, Role::hsc);
@@ -135,7 +135,7 @@ TEST(Merge, ASourceThatIsNoSwitchTellsWhatItWasToldOfOthers) {
     EXPECT_EQ(advertised->macVtepTable(mergedMac1).vtepIp(), vtep(1));
 }
 
-TEST(Merge, TheSourcesThatAreNoSwitchesShareTheirLists) {
+TEST(Merge, HscAndQvxAreInTheSameLists) {
     auto hsc = learned("leaf1", {{mergedVni, mergedMac1, vtep(1)}});
     hsc.remote = sideWith({{mergedVni, mergedMac1, vtep(2)}});
     auto qvx = learned("leaf1", {{mergedVni, mergedMac1, vtep(3)}});

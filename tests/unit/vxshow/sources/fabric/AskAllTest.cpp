@@ -26,7 +26,7 @@ std::shared_ptr<Access const> accessThrough(std::vector<std::string> words) {
         sources::frr::VtyshCommand{.words = std::move(words)});
 }
 
-/// A source whose client is a script; what a vtysh would be asked are its arguments.
+/// A source whose client is a script, with the arguments of a vtysh.
 Source scripted(std::string const & name, std::string const & script) {
     Source source;
     source.name = name;
@@ -54,7 +54,7 @@ std::string failureOf(std::vector<Source> const & sources) {
 
 } // namespace
 
-TEST(AskAll, EachSourceHasItsOwnOutcomeInItsPlaceHoweverManyThereAre) {
+TEST(AskAll, OutcomesAreInTheOrderOfTheSourcesHoweverManyThereAre) {
     constexpr unsigned count = 3 * maxParallelReads + 1;
     auto const outcomes = askAll(failing(1, count), {});
     ASSERT_EQ(outcomes.size(), count);
@@ -67,8 +67,8 @@ TEST(AskAll, EachSourceHasItsOwnOutcomeInItsPlaceHoweverManyThereAre) {
     }
 }
 
-TEST(AskAll, ASourceThatFailsLeavesTheOthers) {
-    // A vtysh that knows of nothing: the line before each answer, and no answer.
+TEST(AskAll, ASourceThatFailsDoesNotAffectTheOthers) {
+    // A vtysh with empty answers: only the line before each of them.
     auto const good =
         scripted("good", "for word; do case $word in show*) echo \"host# $word\";; esac; done");
     auto const outcomes = askAll({failing(1), good, failing(2)}, {});
@@ -78,7 +78,7 @@ TEST(AskAll, ASourceThatFailsLeavesTheOthers) {
     EXPECT_FALSE(outcomes[2].answer);
 }
 
-TEST(AskAll, AProgramThatIsNotThereIsTheReason) {
+TEST(AskAll, AMissingProgramIsTheReason) {
     Source source = failing(1);
     source.access = accessThrough({"/nowhere/vtysh"});
     EXPECT_EQ(failureOf({source}), "no such program: /nowhere/vtysh");
@@ -92,47 +92,47 @@ TEST(AskAll, EachSourceHasItsOwnTimeLimit) {
     EXPECT_NE(outcomes[1].failure.find("failed as number 1"), std::string::npos);
 }
 
-TEST(AskAll, WhoWatchesSeesHowFarItIs) {
+TEST(AskAll, ProgressIsReported) {
     state::Progress last;
-    // The source ends once somebody has watched.
+    // The source ends once the progress was reported.
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     auto const source = scripted("waiting", "read line < /proc/" + std::to_string(getpid()) +
                                                 "/fd/" + std::to_string(ends[0]) + "; exit 1");
-    bool told = false;
+    bool reported = false;
     askAll({source}, {}, [&](state::Progress const & progress) {
         last = progress;
-        if (!std::exchange(told, true)) {
+        if (!std::exchange(reported, true)) {
             EXPECT_EQ(write(ends[1], "\n", 1), 1);
         }
     });
-    EXPECT_TRUE(told);
+    EXPECT_TRUE(reported);
     EXPECT_EQ(last.sources, 1U);
     EXPECT_EQ(last.done, 0U);
     close(ends[0]);
     close(ends[1]);
 }
 
-TEST(AskAll, WithoutThreadsTheSourcesAreReadAllTheSame) {
+TEST(AskAll, WithoutThreadsTheSourcesAreStillRead) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "only root can become a user without threads: run as root";
     }
     auto const withoutThreads = [] {
-        constexpr uid_t nobodyElse = 60001;
+        constexpr uid_t unusedUser = 60001;
         rlimit const one{1, 1};
-        if (setrlimit(RLIMIT_NPROC, &one) != 0 || setuid(nobodyElse) != 0) {
+        if (setrlimit(RLIMIT_NPROC, &one) != 0 || setuid(unusedUser) != 0) {
             _exit(2);
         }
         // A program is a process, too, and so cannot be started.
         auto const outcomes = askAll(failing(1, 2), {});
-        bool const said =
+        bool const bothFailed =
             outcomes.size() == 2 && !outcomes[0].failure.empty() && !outcomes[1].failure.empty();
-        _exit(said ? 0 : 1);
+        _exit(bothFailed ? 0 : 1);
     };
     EXPECT_EXIT(withoutThreads(), testing::ExitedWithCode(0), "");
 }
 
-TEST(AskAll, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
+TEST(AskAll, WithFewDescriptorsFewerSourcesAreReadInParallel) {
     auto const withFew = [] {
         rlimit const few{48, 48};
         if (setrlimit(RLIMIT_NOFILE, &few) != 0) {
@@ -149,7 +149,7 @@ TEST(AskAll, WithFewDescriptorsFewerSourcesAreReadAtOnce) {
     EXPECT_EXIT(withFew(), testing::ExitedWithCode(0), "");
 }
 
-TEST(AskAll, NothingIsMountedOfWhatFailed) {
+TEST(AskAll, ASourceThatFailedIsNotMounted) {
     auto const sources = failing(1, 1);
     auto const mount = mountSources(sources, askAll(sources, {}), {});
     EXPECT_FALSE(mount.received.switches);

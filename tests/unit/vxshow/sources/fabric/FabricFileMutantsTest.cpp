@@ -38,7 +38,7 @@ path_space = "blue"
 remote_shell = false
 )";
 
-/// Some bytes of `text` changed, dropped, or doubled with what follows them.
+/// Changes, drops or repeats some bytes of `text`.
 std::string mutantOf(std::string text, std::mt19937 & random) {
     constexpr std::string_view telling = "[]{}\"'\\.,=#-_\n\r\t 0119eEnTZ:+u\x00\x7F\xC3\xA4\xFF";
     for (auto changes = random() % 4 + 1; changes > 0 && !text.empty(); --changes) {

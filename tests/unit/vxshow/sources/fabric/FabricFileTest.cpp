@@ -26,7 +26,7 @@ std::string errorOf(std::string const & path) {
     return {};
 }
 
-/// So many sources, named by their number.
+/// That many sources, named by number.
 std::string sources(int count) {
     std::string text;
     for (int number = 0; number < count; ++number) {
@@ -35,7 +35,7 @@ std::string sources(int count) {
     return text;
 }
 
-/// Has standard input come from a file for as long as it lives.
+/// Makes a file the standard input for its lifetime.
 class StandardInput {
 public:
     explicit StandardInput(std::string_view text) : file_(text), before_(::dup(STDIN_FILENO)) {
@@ -58,7 +58,7 @@ private:
 
 } // namespace
 
-TEST(FabricFile, EverySourceIsReadInItsOrder) {
+TEST(FabricFile, SourcesAreReadInOrder) {
     auto const read = fabricOf("[[source]]\n"
                                "kind = \"hardware_vtep\"\n"
                                "name = \"spine\"\n"
@@ -94,11 +94,11 @@ TEST(FabricFile, EverySourceIsReadInItsOrder) {
               (sources::frr::VtyshCommand{{"ssh", "leaf7", "sudo", "vtysh"}, "blue", true}));
 }
 
-TEST(FabricFile, SourcesMayStandInAnArrayToo) {
+TEST(FabricFile, SourcesCanBeAnArray) {
     EXPECT_EQ(sourceOf("source = [{ kind = \"frr\", name = \"leaf1\" }]").name, "leaf1");
 }
 
-TEST(FabricFile, ComesFromStandardInputToo) {
+TEST(FabricFile, CanComeFromStandardInput) {
     StandardInput const input(frr(""));
     EXPECT_EQ(readFabricFile("-").at(0).name, "leaf1");
 }
@@ -118,7 +118,7 @@ TEST(FabricFile, FilesOfAFabricFromStandardInputCountFromTheCurrentFolder) {
               (sources::ovsdb::DatabaseAddress::Ssl{"./k", "./pki/c", "/ca"}));
 }
 
-TEST(FabricFile, AFileThatCannotBeReadIsToldAsTheSystemDoes) {
+TEST(FabricFile, AFileThatCannotBeReadIsReportedInTheWordsOfTheSystem) {
     EXPECT_EQ(errorOf("/nowhere/fabric.toml"), "/nowhere/fabric.toml: No such file or directory");
     EXPECT_EQ(errorOf("/"), "/: Is a directory");
     EXPECT_EQ(errorOf("/no\nwhere\x1B"), "/no\\x0awhere\\x1b: No such file or directory");
@@ -131,7 +131,7 @@ TEST(FabricFile, WithoutASourceIsRefused) {
               "1:10: source: found an empty array, expected 1 to 4096 tables [[source]]");
 }
 
-TEST(FabricFile, ASingleTableIsNoListOfSources) {
+TEST(FabricFile, ASingleTableIsNotAListOfSources) {
     EXPECT_EQ(refusalOf("[source]\nkind = \"frr\""),
               "1:1: source: found a table, expected 1 to 4096 tables [[source]]");
     EXPECT_EQ(refusalOf("source = [1]"), "1:11: source[0]: found 1, expected a table");

@@ -9,10 +9,10 @@
 
 namespace vxshow::test {
 
-/// What is read from a fabric file of that text.
+/// The sources in a fabric file with that text.
 std::vector<sources::Source> fabricOf(std::string_view text);
 
-/// As `fabricOf`, the only source.
+/// The only source in a fabric file with that text.
 sources::Source sourceOf(std::string_view text);
 
 /// The access of a source of that kind. Throws `std::bad_cast` if it is of another.

@@ -14,7 +14,7 @@ namespace {
 
 auto const tableMac1 = Nolt::EthAddr::fromString("02:00:00:00:00:01");
 
-/// A source with that name, as it stands in the file.
+/// A source with that name, as written in the file.
 std::string named(std::string_view name) {
     return "[[source]]\nkind = \"frr\"\nname = " + std::string(name) + "\n";
 }
@@ -25,13 +25,13 @@ std::chrono::milliseconds timeLimitOf(std::string const & value) {
 
 } // namespace
 
-TEST(SourceTable, AnFrrSourceNeedsItsNameOnly) {
+TEST(SourceTable, AnFrrSourceNeedsOnlyItsName) {
     auto const source = sourceOf(frr(""));
     EXPECT_EQ(source.name, "leaf1");
     EXPECT_EQ(accessOf<sources::frr::VtyshAccess>(source).command(), sources::frr::VtyshCommand());
 }
 
-TEST(SourceTable, ADatabaseNeedsItsNameAndItsRemotes) {
+TEST(SourceTable, ADatabaseNeedsOnlyItsNameAndItsRemotes) {
     auto const source = sourceOf(database(""));
     EXPECT_EQ(source.name, "leaf1");
     auto const & access = accessOf<sources::ovsdb::DatabaseAccess>(source);
@@ -77,7 +77,7 @@ TEST(SourceTable, ANameWithAControlCharacterIsShownWithoutIt) {
     }
 }
 
-TEST(SourceTable, TheRoleIsOneOfFourAndOtherwiseASwitch) {
+TEST(SourceTable, TheRoleIsOneOfFourAndASwitchByDefault) {
     EXPECT_EQ(sourceOf(frr("")).role, Role::switches);
     EXPECT_EQ(sourceOf(frr("role = \"switch\"")).role, Role::switches);
     EXPECT_EQ(sourceOf(frr("role = \"hsc\"")).role, Role::hsc);
@@ -138,12 +138,12 @@ TEST(SourceTable, AnUnknownKeyIsRefusedWithTheKeysOfTheKind) {
               "\"ca_certificate\" or \"system_ids\"");
 }
 
-TEST(SourceTable, TheFirstUnknownKeyOfTheFileIsToldOf) {
+TEST(SourceTable, TheFirstUnknownKeyIsReported) {
     EXPECT_EQ(refusalOf(frr("zeal = 1\nage = 2")).substr(0, 34),
               "4:1: source[0]: found \"zeal\", expe");
 }
 
-TEST(SourceTable, AKeyOfTheOtherKindIsRefusedAsSuch) {
+TEST(SourceTable, AKeyOfAnotherKindIsRefusedAsSuch) {
     for (auto const * const key :
          {"remotes", "private_key", "certificate", "ca_certificate", "system_ids"}) {
         EXPECT_EQ(refusalOf(frr(std::string(key) + " = 1")),

@@ -27,7 +27,7 @@ SideFacts partOf(SideFacts side, Vxlan::Vni vni, Nolt::EthAddr mac = {}) {
     return side;
 }
 
-/// The answer for what is selected, and that part of the answer for everything, are the same.
+/// Expects the answer for a selection to be that part of the answer for everything.
 void expectPart(state::Selection const & selection) {
     for (auto const * const vtep : {"vtep1", "vtep2"}) {
         FakeZebra zebra(vtep);
@@ -52,13 +52,13 @@ state::Selection tablesOf(unsigned vni) {
 
 } // namespace
 
-TEST(FrrCaptures, OneVniIsWhatItIsAmongAll) {
+TEST(FrrCaptures, OneVniIsTheSameAsAmongAll) {
     for (unsigned const vni : {10U, 20U, 4098U}) {
         expectPart(tablesOf(vni));
     }
 }
 
-TEST(FrrCaptures, OneMacAddressIsWhatItIsAmongAll) {
+TEST(FrrCaptures, OneMacAddressIsTheSameAsAmongAll) {
     for (auto const * const mac :
          {"02:40:98:00:e5:01", "02:40:98:00:ee:01", "02:40:98:00:ee:02", "02:40:98:00:ee:77"}) {
         auto selection = tablesOf(4098);
@@ -67,7 +67,7 @@ TEST(FrrCaptures, OneMacAddressIsWhatItIsAmongAll) {
     }
 }
 
-TEST(FrrCaptures, AMacKnownFromArpAloneIsNotShownWhenAskedFor) {
+TEST(FrrCaptures, AMacKnownOnlyFromArpIsNotShownEvenByItsAddress) {
     auto selection = tablesOf(20);
     selection.mac = Nolt::EthAddr::fromString("02:00:20:00:01:99");
     FakeZebra zebra("vtep1");
@@ -76,13 +76,13 @@ TEST(FrrCaptures, AMacKnownFromArpAloneIsNotShownWhenAskedFor) {
     expectPart(selection);
 }
 
-TEST(FrrCaptures, AnUnknownVniHasNothing) {
+TEST(FrrCaptures, AnUnknownVniIsEmpty) {
     auto const answer = FakeZebra("vtep1").ask(tablesOf(77));
     EXPECT_TRUE(answer.fits);
     EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id 00:00:5e:00:53:e1\n");
 }
 
-TEST(FrrCaptures, TheDetailedListTellsTheSame) {
+TEST(FrrCaptures, TheDetailedListIsTheSame) {
     for (std::string const vtep : {"vtep1", "vtep2"}) {
         using Kind = Question::Kind;
         std::vector<Document> documents;

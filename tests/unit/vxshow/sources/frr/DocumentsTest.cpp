@@ -17,7 +17,7 @@ TEST(FakeZebra, AMisspeltCommandEndsTheRunWithAComplaint) {
               "% Unknown command: show evpn es details json\n");
 }
 
-TEST(FakeZebra, NothingIsAnsweredToAMisspeltCommand) {
+TEST(FakeZebra, AMisspeltCommandHasNoAnswer) {
     FakeZebra zebra;
     EXPECT_NONFATAL_FAILURE(zebra["show evpn vni details json"] = "[]", "no command of zebra");
 }

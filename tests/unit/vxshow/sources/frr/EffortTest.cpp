@@ -43,7 +43,7 @@ std::string timeOver(std::vector<CannedAnswer> const & answers) {
     return "accepted";
 }
 
-/// So many texts with a comma between them, each made of its number.
+/// That many texts, each made from its number, separated by commas.
 template <class Make>
 std::string listed(unsigned count, Make && make) {
     std::string text;
@@ -74,19 +74,19 @@ CannedAnswer vnis() {
 
 } // namespace
 
-TEST(FrrEffort, FewEntriesAreReadBehindTheDeadline) {
+TEST(FrrEffort, FewEntriesAreReadAfterTheDeadline) {
     std::vector<CannedAnswer> const answers{vnis(), {{Kind::macs}, macsOf10(5)}};
     EXPECT_EQ(read(answers, passed()).facts, read(answers).facts);
     EXPECT_EQ(read(answers).facts.local.at("leaf1").macs.size(), 5U);
 }
 
-TEST(FrrEffort, ManyMacsAreNotReadBehindTheDeadline) {
+TEST(FrrEffort, ManyMacsAreNotReadAfterTheDeadline) {
     std::vector<CannedAnswer> const answers{vnis(), {{Kind::macs}, macsOf10(5000)}};
     EXPECT_EQ(timeOver(answers), noAnswer);
     EXPECT_EQ(read(answers).facts.local.at("leaf1").macs.size(), 5000U);
 }
 
-TEST(FrrEffort, ManyNeighboursAreNotReadBehindTheDeadline) {
+TEST(FrrEffort, ManyNeighboursAreNotReadAfterTheDeadline) {
     auto const entries = listed(5000, [](unsigned number) {
         return "\"2001:db8::" + std::to_string(number % 1000) + ":" +
                std::to_string(number / 1000) +
@@ -99,14 +99,14 @@ TEST(FrrEffort, ManyNeighboursAreNotReadBehindTheDeadline) {
     EXPECT_EQ(read(answers).facts.local.at("leaf1").bindings.size(), 5000U);
 }
 
-TEST(FrrEffort, ManyVnisAreNotReadBehindTheDeadline) {
+TEST(FrrEffort, ManyVnisAreNotReadAfterTheDeadline) {
     auto const list = listed(5000, [](unsigned number) { return l2Vni(number); });
     std::vector<CannedAnswer> const answers{{{Kind::vnis}, "[" + list + "]"}};
     EXPECT_EQ(timeOver(answers), noAnswer);
     EXPECT_EQ(read(answers).facts.remote.vnis.size(), 5000U);
 }
 
-TEST(FrrEffort, ManyRoutesAreNotReadBehindTheDeadline) {
+TEST(FrrEffort, ManyRoutesAreNotReadAfterTheDeadline) {
     auto const routes = listed(2500, [](unsigned number) {
         return "\"10." + std::to_string(number / 250) + "." + std::to_string(number % 250) +
                R"(.0/24":[{"selected":true,"nexthops":[{"ip":"10.0.0.2","active":true}]}])";
@@ -116,7 +116,7 @@ TEST(FrrEffort, ManyRoutesAreNotReadBehindTheDeadline) {
     EXPECT_EQ(read(answers).facts.routers.at("red").routes.size(), 2500U);
 }
 
-TEST(FrrEffort, ManyMacsBehindASegmentOfManyVtepsAreNotJoinedBehindTheDeadline) {
+TEST(FrrEffort, ManyMacsBehindASegmentOfManyVtepsAreNotJoinedAfterTheDeadline) {
     auto const entries = listed(100, [](unsigned number) {
         return "\"" + macOf(number) +
                R"(":{"type":"remote","remoteVtep":"0.0.0.0","localSequence":0,)"

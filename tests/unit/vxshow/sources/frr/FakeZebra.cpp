@@ -199,6 +199,10 @@ std::string linesOf(Facts const & state, std::string_view start) {
     return lines;
 }
 
+std::string macsOf(Answer const & answer) {
+    return linesOf(answer.facts, "leaf1 mac") + linesOf(answer.facts, "remote mac");
+}
+
 std::string failureOf(FakeZebra & zebra) {
     try {
         zebra.ask();

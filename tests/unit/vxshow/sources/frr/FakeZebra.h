@@ -8,23 +8,23 @@
 #include <string_view>
 #include <vector>
 
-/// A zebra that answers from captures of a real one, or what a test writes out.
+/// A zebra that answers from captures of a real one, or as a test sets it.
 ///
 /// The captures are of two VTEPs of one fabric: VTEP 1 has every kind of entry but those of an
 /// Ethernet segment of its own, which VTEP 2 has.
 namespace vxshow::test {
 
-/// Answers commands as `vtysh -E` prints it. A command that it knows, about what is not there, is
-/// answered with an empty document; any other with a complaint, which ends the run.
+/// Prints answers as `vtysh -E` does. A known command without an answer has an empty document; an
+/// unknown one has a complaint, which ends the run.
 class FakeZebra {
 public:
-    /// Knows nothing yet: of nothing there is anything.
+    /// Has only empty answers.
     FakeZebra() = default;
 
-    /// Answers from the captures of that VTEP, also what is asked of one VNI or MAC address.
+    /// Answers from the captures of that VTEP, including questions about one VNI or MAC address.
     explicit FakeZebra(std::string const & vtep);
 
-    /// What a command is answered; the test fails when there is no such command.
+    /// The answer to a command; the test fails if there is no such command.
     std::string & operator[](std::string const & command);
 
     /// What `vtysh` prints.
@@ -51,13 +51,16 @@ private:
 /// The file of that name among the captures of real VTEPs.
 std::string frrCapture(std::string const & name);
 
-/// Everything, a fact a line.
-std::string linesOf(sources::Facts const & state);
+/// All facts, one on each line.
+std::string linesOf(sources::Facts const & facts);
 
-/// Those of its lines that start so.
-std::string linesOf(sources::Facts const & state, std::string_view start);
+/// Those of its lines that begin with `start`.
+std::string linesOf(sources::Facts const & facts, std::string_view start);
 
-/// The failure of asking for everything; "accepted" when there is none. Expects it to be one
+/// The lines about MAC addresses: first the local ones, then the remote ones.
+std::string macsOf(sources::Answer const & answer);
+
+/// The failure of asking for everything; "accepted" if there is none. Expects it to be one
 /// line of printable ASCII.
 std::string failureOf(FakeZebra & zebra);
 

@@ -52,14 +52,14 @@ TEST(FrrKind, ThePathSpaceIsAWord) {
               "\"_\" and \"-\", which is not first");
 }
 
-TEST(FrrKind, ThereIsARemoteShellWhereSshIsRun) {
+TEST(FrrKind, ACommandThroughSshHasARemoteShell) {
     EXPECT_FALSE(commandOf("").remoteShell);
     EXPECT_TRUE(commandOf(R"(command = ["ssh", "leaf1", "vtysh"])").remoteShell);
     EXPECT_TRUE(commandOf(R"(command = ["nice", "/usr/bin/ssh", "leaf1", "vtysh"])").remoteShell);
     EXPECT_FALSE(commandOf(R"(command = ["sshx", "myssh", "ssh/x", "SSH"])").remoteShell);
 }
 
-TEST(FrrKind, WhetherThereIsARemoteShellCanBeTold) {
+TEST(FrrKind, TheRemoteShellCanBeSet) {
     EXPECT_FALSE(commandOf("command = [\"ssh\", \"x\"]\nremote_shell = false").remoteShell);
     EXPECT_TRUE(commandOf("remote_shell = true").remoteShell);
     EXPECT_EQ(refusalOf(frr("remote_shell = \"yes\"")),

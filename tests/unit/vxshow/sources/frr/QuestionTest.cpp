@@ -29,17 +29,17 @@ state::Selection macs() {
 
 } // namespace
 
-TEST(Question, EverythingIsAskedInFour) {
+TEST(Question, EverythingTakesFourQuestions) {
     EXPECT_EQ(commands({}), (Commands{"show evpn vni detail json", "show evpn mac vni all json",
                                       "show evpn arp-cache vni all json", "show vrf vni json"}));
 }
 
-TEST(Question, AListingOfMacAddressesAsksForNoOthers) {
+TEST(Question, AMacListingAsksOnlyForMacs) {
     EXPECT_EQ(commands(macs()),
               (Commands{"show evpn vni detail json", "show evpn mac vni all json"}));
 }
 
-TEST(Question, AListingOfArpAsksForNoMacs) {
+TEST(Question, AnArpListingAsksForNoMacs) {
     state::Selection selection;
     selection.routers = false;
     selection.macTables = false;
@@ -47,14 +47,14 @@ TEST(Question, AListingOfArpAsksForNoMacs) {
               (Commands{"show evpn vni detail json", "show evpn arp-cache vni all json"}));
 }
 
-TEST(Question, AListingOfRoutersAsksForNoTables) {
+TEST(Question, ARouterListingAsksForNoTables) {
     state::Selection selection;
     selection.received = false;
     selection.advertised = false;
     EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json", "show vrf vni json"}));
 }
 
-TEST(Question, OneVniIsAskedForAlone) {
+TEST(Question, OneVniIsAskedForByItself) {
     auto selection = macs();
     selection.arpTables = true;
     selection.vni = Vxlan::Vni(4098);
@@ -63,7 +63,7 @@ TEST(Question, OneVniIsAskedForAlone) {
                         "show evpn arp-cache vni 4098 json"}));
 }
 
-TEST(Question, OneMacAddressInOneVniIsAskedForAlone) {
+TEST(Question, OneMacAddressInOneVniIsAskedForByItself) {
     auto selection = macs();
     selection.vni = Vxlan::Vni(4098);
     selection.mac = Nolt::EthAddr::fromString("0240.9800.e501");
@@ -85,7 +85,7 @@ TEST(Question, VniZeroIsNotAskedFor) {
     EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json"}));
 }
 
-TEST(Question, WhatIsShortForAllIsNoVrfWord) {
+TEST(Question, AnAbbreviationOfAllIsNotAVrfWord) {
     for (auto const * const name : {"a", "al", "all"}) {
         EXPECT_FALSE(isVrfWord(name)) << name;
     }
@@ -94,7 +94,7 @@ TEST(Question, WhatIsShortForAllIsNoVrfWord) {
     }
 }
 
-TEST(Question, ANameThatIsNoWordIsNoVrfWord) {
+TEST(Question, ANameThatIsNotAWordIsNotAVrfWord) {
     EXPECT_TRUE(isVrfWord("tenant-1_a.b:C"));
     for (auto const * const name : {"", "a b", "a\nb", "a;b", "'", "\xc3\xa9", "a?"}) {
         EXPECT_FALSE(isVrfWord(name)) << name;

@@ -44,13 +44,13 @@ TEST(FrrShape, GarbageIsNamedWithItsCommandAndPlace) {
               "broken answer: show vrf vni json: 1:1: found 7, expected an object");
 }
 
-TEST(FrrShape, ADocumentThatStandsThereTwiceIsRefused) {
+TEST(FrrShape, ARepeatedDocumentIsRefused) {
     EXPECT_EQ(
         failureWith("show vrf vni json", "{\"vrfs\":[]}\n{\"vrfs\":[]}\n"),
         "broken answer: show vrf vni json: 2:1: found an object, expected the end of the file");
 }
 
-TEST(FrrShape, ATypeThatIsNoTextIsRefused) {
+TEST(FrrShape, ATypeThatIsNotTextIsRefused) {
     EXPECT_EQ(macFailure(R"("02:00:00:00:00:01":{"type":7})"),
               "broken answer: show evpn mac vni all json: 1:56: "
               "\"10\".macs.\"02:00:00:00:00:01\".type: found 7, expected \"local\", \"remote\" or "
@@ -72,13 +72,13 @@ TEST(FrrShape, AMissingMemberIsRefused) {
               std::string::npos);
 }
 
-TEST(FrrShape, AMemberThatStandsThereTwiceIsRefused) {
+TEST(FrrShape, ARepeatedMemberIsRefused) {
     EXPECT_NE(macFailure(R"("02:00:00:00:00:01":{"type":"local","typ\u0065":"remote"})")
                   .find("expected it once"),
               std::string::npos);
 }
 
-TEST(FrrShape, ASequenceThatIsNoneIsRefused) {
+TEST(FrrShape, AnInvalidSequenceIsRefused) {
     for (auto const * const wrong : {"-1", "1.5", "\"1\"", "4294967296", "null", "[]"}) {
         auto const failure = macFailure(R"("02:00:00:00:00:01":{"type":"local","localSequence":)" +
                                         std::string(wrong) + "}");
@@ -87,7 +87,7 @@ TEST(FrrShape, ASequenceThatIsNoneIsRefused) {
     }
 }
 
-TEST(FrrShape, TextThatIsNoAddressIsLeftOut) {
+TEST(FrrShape, AnInvalidAddressIsLeftOut) {
     EXPECT_EQ(leftOut(localMac("02:00:00:00:00")),
               "1 entry left out: VNI 10: MAC \"02:00:00:00:00\", expected an Ethernet address such "
               "as 00:1c:73:0a:0b:0c");
@@ -104,7 +104,7 @@ TEST(FrrShape, NamesWithEscapesAreShownPrintable) {
         "00:1c:73:0a:0b:0c");
 }
 
-TEST(FrrShape, AVniThatIsNoneIsLeftOut) {
+TEST(FrrShape, AnInvalidVniIsLeftOut) {
     auto zebra = zebraWithMacs("");
     zebra["show evpn mac vni all json"] =
         R"({"16777216":{"macs":{)" + localMac("02:00:00:00:00:01") + "}}}";
@@ -112,14 +112,14 @@ TEST(FrrShape, AVniThatIsNoneIsLeftOut) {
               "1 entry left out: VNI \"16777216\", expected one from 0 to 16777215");
 }
 
-TEST(FrrShape, DeepNestingIsNoDanger) {
+TEST(FrrShape, DeepNestingIsHarmless) {
     std::string const deep(100000, '[');
     EXPECT_TRUE(
         macFailure(R"("02:00:00:00:00:01":{"x":)" + deep + "}").starts_with("broken answer: "));
     EXPECT_TRUE(failureWith("show evpn vni detail json", deep).starts_with("broken answer: "));
 }
 
-TEST(FrrShape, TheLineBehindADocumentDoesNotCompleteIt) {
+TEST(FrrShape, TheLineAfterADocumentDoesNotCompleteIt) {
     auto zebra = zebraWithMacs("");
     zebra["show evpn mac vni all json"] = R"({"10":{"macs":{}})";
     auto const run = [&](std::vector<std::string> const & commands) {

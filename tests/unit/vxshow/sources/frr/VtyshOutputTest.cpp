@@ -33,7 +33,7 @@ std::string failure(system::Answer answer) {
 
 } // namespace
 
-TEST(VtyshOutput, IsWhatWasPrinted) {
+TEST(VtyshOutput, IsStandardOutput) {
     EXPECT_EQ(vtyshOutput(exited(0, "", "{}\n"), {"vtysh", 5s}).text(), "{}\n");
 }
 
@@ -62,19 +62,19 @@ TEST(VtyshOutput, WithoutZebraItIsUnreachable) {
     EXPECT_EQ(failure(exited(1, "zebra is not running\n")), "unreachable: zebra is not running");
 }
 
-TEST(VtyshOutput, WhatSshSaysIsQuoted) {
+TEST(VtyshOutput, AnErrorOfSshIsQuoted) {
     EXPECT_EQ(failure(exited(255, "ssh: connect to host leaf7 port 22: Connection refused\r\n")),
               "unreachable: ssh: connect to host leaf7 port 22: Connection refused");
     EXPECT_EQ(failure(exited(255, "admin@leaf7: Permission denied (publickey).\r\n")),
               "permission: admin@leaf7: Permission denied (publickey).");
 }
 
-TEST(VtyshOutput, ARemoteShellMayHaveNoVtysh) {
+TEST(VtyshOutput, ARemoteShellCanLackVtysh) {
     EXPECT_EQ(failure(exited(127, "bash: line 1: vtysh: command not found\n")),
               "no such program: bash: line 1: vtysh: command not found");
 }
 
-TEST(VtyshOutput, WhatSudoRefusesIsAboutPermission) {
+TEST(VtyshOutput, ARefusalOfSudoIsAboutPermission) {
     EXPECT_EQ(failure(exited(1, "sudo: a password is required\n")),
               "permission: sudo: a password is required");
     EXPECT_EQ(failure(exited(1, "alice is not in the sudoers file.\n")),
@@ -87,18 +87,18 @@ TEST(VtyshOutput, WhatSudoRefusesIsAboutPermission) {
               "permission: doas: Operation not permitted");
 }
 
-TEST(VtyshOutput, SudoMayFindNoVtysh) {
+TEST(VtyshOutput, SudoCanLackVtysh) {
     EXPECT_EQ(failure(exited(1, "sudo: vtysh: command not found\n")),
               "no such program: sudo: vtysh: command not found");
 }
 
-TEST(VtyshOutput, SudosWarningIsNoReason) {
+TEST(VtyshOutput, AWarningOfSudoIsNotTheReason) {
     EXPECT_EQ(failure(exited(1, "sudo: unable to resolve host leaf7: Name or service not known\n"
                                 "zebra is not running\n")),
               "unreachable: zebra is not running");
 }
 
-TEST(VtyshOutput, AConfigurationFileThatMayNotBeReadIsNoReason) {
+TEST(VtyshOutput, AConfigurationFileThatCannotBeReadIsNotTheReason) {
     auto const failureBehind = [](int status, std::string const & errors) {
         return failure(exited(status, "% Can't open configuration file /etc/frr/vtysh.conf due to "
                                       "'Permission denied'.\n" +
@@ -126,7 +126,7 @@ TEST(VtyshOutput, AnyOtherStatusIsABrokenAnswer) {
     EXPECT_EQ(failure(exited(3, "what\x1b[2J\n")), "broken answer: what\\x1b[2J");
 }
 
-TEST(VtyshOutput, WhatKeepsItFromEndingIsTold) {
+TEST(VtyshOutput, OtherEndsOfTheRunAreReported) {
     EXPECT_EQ(failure(system::NotRun{ENOENT}), "no such program: vtysh");
     EXPECT_EQ(failure(system::OutputLimit{1000}), "broken answer: more than 1000 bytes");
     EXPECT_EQ(failure(system::TimeLimit{}), "time limit: no answer within 5 s");

@@ -69,7 +69,7 @@ TEST_F(VtyshTest, IsRunForItsAnswers) {
     EXPECT_EQ(received_, 33U + 34U + 40U + 25U);
 }
 
-TEST_F(VtyshTest, ARemoteShellLeavesTheWordsAsTheyAre) {
+TEST_F(VtyshTest, ARemoteShellPassesTheWordsOnUnchanged) {
     std::ofstream(folder_ + "/ssh") << "eval \"set -- $*\"\n[ \"$2\" = \"$SPACE\" ] || exit 9\n"
                                     << echo;
     std::string const pathSpace = "it's; $(exit 8) \"\\ *";
@@ -80,24 +80,24 @@ TEST_F(VtyshTest, ARemoteShellLeavesTheWordsAsTheyAre) {
     EXPECT_EQ(linesOf(answer.facts), "switch leaf1 id none\n");
 }
 
-TEST_F(VtyshTest, ItsFailureIsTold) {
+TEST_F(VtyshTest, ItsFailureIsReported) {
     EXPECT_EQ(failure("echo 'Exiting: failed to connect to any daemons.' >&2; exit 1"),
               "unreachable: Exiting: failed to connect to any daemons.");
 }
 
-TEST_F(VtyshTest, AnUnknownCommandIsTold) {
+TEST_F(VtyshTest, AnUnknownCommandIsReported) {
     EXPECT_EQ(failure("echo 'h# show evpn vni detail json'\n"
                       "echo '% Unknown command: show evpn vni detail json'; exit 1"),
               "broken answer: show evpn vni detail json: vtysh says % Unknown command: show evpn "
               "vni detail json");
 }
 
-TEST_F(VtyshTest, TooMuchOutputIsTold) {
+TEST_F(VtyshTest, TooMuchOutputIsReported) {
     EXPECT_EQ(failure("while :; do echo 0123456789012345678901234567890123456789; done"),
               "broken answer: more than 100000 bytes");
 }
 
-TEST_F(VtyshTest, ADaemonThatHangsIsNotWaitedFor) {
+TEST_F(VtyshTest, ADaemonThatHangsEndsAtTheTimeLimit) {
     EXPECT_EQ(failure("sleep 1000", 300ms), "time limit: no answer within 0.3 s");
 }
 

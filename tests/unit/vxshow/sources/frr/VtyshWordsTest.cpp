@@ -29,43 +29,43 @@ TEST(VtyshWords, AreTheProgramTheDaemonAndTheCommands) {
               (Words{"vtysh", "-d", "zebra", "-E", "-c", "show a", "-c", "show b"}));
 }
 
-TEST(VtyshWords, APathSpaceIsToldFirst) {
+TEST(VtyshWords, APathSpaceComesFirst) {
     EXPECT_EQ(vtyshWords({{"sudo", "vtysh"}, "vtep1"}, {"show a"}),
               (Words{"sudo", "vtysh", "-N", "vtep1", "-d", "zebra", "-E", "-c", "show a"}));
 }
 
-TEST(VtyshWords, BehindARemoteShellOnlyTheOperatorsWordsAreBare) {
+TEST(VtyshWords, ForARemoteShellAllButTheOperatorsWordsAreQuoted) {
     EXPECT_EQ(vtyshWords({{"ssh", "leaf7", "vtysh"}, "it's; reboot", true}, {"show a"}),
               (Words{"ssh", "leaf7", "vtysh", "'-N'", "'it'\\''s; reboot'", "'-d'", "'zebra'",
                      "'-E'", "'-c'", "'show a'"}));
 }
 
-TEST(VtyshAnswers, StandBehindTheLinesOfTheirCommands) {
+TEST(VtyshAnswers, FollowTheLinesOfTheirCommands) {
     EXPECT_EQ(vtyshAnswers("h# show a\n{\n}\nh# show b\n[]\n", {"show a", "show b"}),
               (std::vector<std::string_view>{"{\n}\n", "[]\n"}));
 }
 
-TEST(VtyshAnswers, MayBeEmpty) {
+TEST(VtyshAnswers, CanBeEmpty) {
     EXPECT_EQ(vtyshAnswers("h# show a\nh# show b\nh# show c\n", {"show a", "show b", "show c"}),
               (std::vector<std::string_view>{"", "", ""}));
 }
 
-TEST(VtyshAnswers, TheLastLineMayEndWithTheOutput) {
+TEST(VtyshAnswers, TheLastLineCanEndWithTheOutput) {
     EXPECT_EQ(vtyshAnswers("h# show a", {"show a"}), (std::vector<std::string_view>{""}));
 }
 
-TEST(VtyshAnswers, AHostMayBeCalledLikeALineOfThat) {
+TEST(VtyshAnswers, AHostNameCanLookLikeTheLineOfACommand) {
     EXPECT_EQ(
         vtyshAnswers("a# show a# b# show a\n{}\na# show a# b# show b\n", {"show a", "show b"}),
         (std::vector<std::string_view>{"{}\n", ""}));
 }
 
-TEST(VtyshAnswers, ACommandWithinALineIsNoLineOfIt) {
+TEST(VtyshAnswers, ACommandWithinALineIsNotItsLine) {
     EXPECT_EQ(vtyshAnswers("h# show a\n\"# show b\"\nh# show b\n{}", {"show a", "show b"}),
               (std::vector<std::string_view>{"\"# show b\"\n", "{}"}));
 }
 
-TEST(VtyshAnswers, ALineFullOfCommandsIsLookedAtOnce) {
+TEST(VtyshAnswers, ALineFullOfCommandsIsScannedOnce) {
     std::string line;
     for (int count = 0; count < 300'000; ++count) {
         line += "# show b ";
@@ -74,7 +74,7 @@ TEST(VtyshAnswers, ALineFullOfCommandsIsLookedAtOnce) {
               (std::vector<std::string_view>{line + "\n", "{}"}));
 }
 
-TEST(VtyshAnswers, ACommandMayBeTheStartOfTheNext) {
+TEST(VtyshAnswers, ACommandCanBeTheStartOfTheNext) {
     EXPECT_EQ(vtyshAnswers("h# show a\n1\nh# show ab\n2\n", {"show a", "show ab"}),
               (std::vector<std::string_view>{"1\n", "2\n"}));
 }
@@ -91,18 +91,18 @@ TEST(VtyshAnswers, AMissingLineIsRefused) {
               "command, and the answer");
 }
 
-TEST(VtyshAnswers, WhatStandsBeforeTheFirstLineIsRefused) {
+TEST(VtyshAnswers, TextBeforeTheFirstLineIsRefused) {
     EXPECT_EQ(answersError("Welcome\x1b[2J!\nh# show a\n{}\n", {"show a"}),
               "show a: found \"Welcome\\x1b[2J!\", expected a line that ends in the command, and "
               "the answer");
 }
 
-TEST(VtyshAnswers, NothingAtAllIsRefused) {
+TEST(VtyshAnswers, EmptyOutputIsRefused) {
     EXPECT_EQ(answersError("", {"show a"}), "show a: found the end of what vtysh printed, expected "
                                             "a line that ends in the command, and the answer");
 }
 
-TEST(VtyshAnswers, AnUnknownCommandIsToldInVtyshsWords) {
+TEST(VtyshAnswers, AnUnknownCommandIsReportedInTheWordsOfVtysh) {
     EXPECT_EQ(answersError("h# show a\n{}\nh# show b\n% Unknown command: show b\n",
                            {"show a", "show b", "show c"}),
               "show b: vtysh says % Unknown command: show b");

@@ -13,8 +13,8 @@ using namespace std::chrono_literals;
 
 class OvsdbClientReason : public ScriptedServers {
 protected:
-    /// Why a client is of no use that says `errors`, in which the escapes of printf are, on its
-    /// standard error and ends with 1.
+    /// The failure of a client that prints `errors`, with the escapes of printf, on standard error
+    /// and exits with 1.
     std::string reasonOf(std::string const & errors) const {
         auto const remote = server("it", "printf '" + errors + "' >&2; exit 1");
         std::optional<DatabaseAddress::Ssl> const noSsl;
@@ -35,12 +35,12 @@ TEST_F(OvsdbClientReason, IsTheLastLineThatIsNotBlankWithoutItsName) {
     EXPECT_EQ(reasonOf("first\\novsdb-client: last\\n \\t\\v\\f\\r\\n\\n"), "broken answer: last");
 }
 
-TEST_F(OvsdbClientReason, HasNoBlanksAround) {
+TEST_F(OvsdbClientReason, HasNoBlanksAroundIt) {
     EXPECT_EQ(reasonOf("ovsdb-client: last\\r\\n"), "broken answer: last");
     EXPECT_EQ(reasonOf("first\\r\\n \\tovsdb-client: \\v last \\f\\r\\n"), "broken answer: last");
 }
 
-TEST_F(OvsdbClientReason, IsTheStatusWhereNothingIsSaid) {
+TEST_F(OvsdbClientReason, IsTheStatusIfThereIsNoMessage) {
     EXPECT_EQ(reasonOf(""), "ovsdb-client ended with exit status 1");
     EXPECT_EQ(reasonOf(" \\t\\r\\n\\v\\f\\n"), "ovsdb-client ended with exit status 1");
 }

@@ -32,7 +32,7 @@ struct Database {
     Database & multicast(sources::ovsdb::Table table, std::string_view mac, unsigned logicalSwitch,
                          unsigned locatorSet, std::string_view ip = "");
 
-    /// The answer to the request of everything.
+    /// The answer to the request for everything.
     std::string answer() const;
 
     std::array<std::vector<std::string>, 12> rows;
@@ -41,11 +41,11 @@ struct Database {
 /// A name in quotes, with the escapes that JSON needs.
 std::string jsonText(std::string_view text);
 
-/// What is read of the answer to the request of everything, from the source "lab".
+/// Reads an answer to the request for everything, from the source "lab".
 sources::Answer readAnswer(std::string_view answer);
 sources::Answer readAnswer(Database const & database);
 
-/// The error for that answer; "accepted" when there is none. Expects it to be one line of
+/// The error for that answer; "accepted" if there is none. Expects it to be one line of
 /// printable ASCII.
 std::string answerError(std::string_view answer);
 

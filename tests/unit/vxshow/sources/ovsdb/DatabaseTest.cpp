@@ -88,7 +88,7 @@ TEST(HardwareVtep, ReadsTheRealAnswerWithoutAnyFinding) {
     EXPECT_EQ(answer.facts.remote.macs.size(), 12);
 }
 
-TEST(HardwareVtep, TheOrderOfRowsIsOfNoConsequence) {
+TEST(HardwareVtep, TheOrderOfRowsDoesNotMatter) {
     auto const real = labAnswer();
     auto const answer = capture("query.json");
     for (unsigned seed = 1; seed <= 20; ++seed) {
@@ -108,7 +108,7 @@ TEST(HardwareVtep, BindsRoutersToTheSwitchesWithAPortInTheirLogicalSwitches) {
               (std::set{Nolt::IpGenAddr::fromString("192.168.1.254")}));
 }
 
-TEST(HardwareVtep, LeavesOutTheTextsOfARouterThatAreNone) {
+TEST(HardwareVtep, LeavesOutInvalidTextsOfARouter) {
     Database database;
     database[logicalRouter] = {
         R"({"name":"r","static_routes":["map",[["10.0.0.1/8","10.0.0.1"],["10.0.0.0/8",""],)"
@@ -146,7 +146,7 @@ TEST(HardwareVtep, TheRequestForAVniNamesItsLogicalSwitchesAndThoseWithoutAKey) 
     auto survey = capture("query.json");
     survey = survey.substr(0, survey.find("},{\"rows\"") + 1) + "]";
     auto const rows = logicalSwitchesOf(vni, system::FileBytes::copyOf(survey));
-    // The keyless logical switch may hold entries of any VNI, so it is named, too.
+    // The keyless logical switch can have entries of any VNI, so it is named, too.
     ASSERT_EQ(rows.size(), 2);
     EXPECT_EQ(Request::of({.logicalSwitches = rows}).tables().size(), 8 + 2 * 4);
 }

@@ -72,7 +72,7 @@ std::string switchRow(std::string const & name, std::string const & ports) {
     return R"({"name":")" + name + R"(","ports":)" + ports + R"(,"tunnel_ips":"10.0.0.1"})";
 }
 
-/// A port that is bound to red in so many VLANs.
+/// A port that is bound to red in that many VLANs.
 std::string portRow(unsigned number, unsigned vlans) {
     std::vector<std::string> pairs;
     for (unsigned vlan = 1; vlan <= vlans; ++vlan) {
@@ -104,7 +104,7 @@ void addSwitches(Database & database, unsigned count) {
     }
 }
 
-/// The set of row 22, with so many locators.
+/// The set of row 22, with that many locators.
 void addSet(Database & database, unsigned count) {
     for (unsigned number = 0; number < count; ++number) {
         database[physicalLocator].push_back(
@@ -129,8 +129,8 @@ TEST(HardwareVtepEffort, ARouterRunsOnceOnASwitchHoweverOftenItsLogicalSwitchIsB
     EXPECT_EQ(state, readAnswer(once).facts);
 }
 
-// The deadline has passed, so that no clock decides: there are few steps before it is looked at,
-// enough for a sum of bindings and routers and too few for their product.
+// The deadline has passed, so the result does not depend on the speed of the machine: the steps
+// before it is checked suffice for the sum of bindings and routers, but not for their product.
 TEST(HardwareVtepEffort, ManyBindingsOfALogicalSwitchWithManyRoutersAreNotMultiplied) {
     constexpr unsigned many = 200;
     Database database;
@@ -162,7 +162,7 @@ TEST(HardwareVtepEffort, RowsThatFloodToOneSetAreOneFloodList) {
     EXPECT_EQ(answer.findings.warning(), readAnswer(once).findings.warning());
 }
 
-TEST(HardwareVtepEffort, WhatFloodsToOneSetElsewhereIsAnotherFloodList) {
+TEST(HardwareVtepEffort, ARowThatFloodsToTheSetElsewhereIsAnotherFloodList) {
     Database database;
     database[logicalSwitch].push_back(R"({"_uuid":)" + row(3) +
                                       R"(,"name":"green","tunnel_key":5002})");
@@ -176,7 +176,7 @@ TEST(HardwareVtepEffort, WhatFloodsToOneSetElsewhereIsAnotherFloodList) {
     EXPECT_EQ(state.local.at("lab").floods.size(), 1);
 }
 
-TEST(HardwareVtepEffort, EachIpAddressOfAGroupIsKnownWhereItIsFlooded) {
+TEST(HardwareVtepEffort, EachIpAddressOfAGroupIsKnownWhereTheGroupIsFlooded) {
     Database database;
     for (auto const * ip : {"239.1.2.3", "239.1.2.4", ""}) {
         database.multicast(mcastMacsLocal, "01:00:5e:01:02:03", 1, 21, ip);
@@ -187,7 +187,7 @@ TEST(HardwareVtepEffort, EachIpAddressOfAGroupIsKnownWhereItIsFlooded) {
     EXPECT_EQ(state.remote.bindings.size(), 0);
 }
 
-TEST(HardwareVtepEffort, ABadLocatorIsToldOnceForEachSetThatHasIt) {
+TEST(HardwareVtepEffort, ABadLocatorIsCountedOnceForEachSet) {
     Database database;
     database[physicalLocator].push_back(locatorRow(14, "nowhere"));
     database[physicalLocatorSet] = {setRow(21, rowsFrom(12, 3)), setRow(22, rowsFrom(13, 2)),
@@ -204,7 +204,7 @@ TEST(HardwareVtepEffort, ABadLocatorIsToldOnceForEachSetThatHasIt) {
               "such as 10.0.0.1");
 }
 
-TEST(HardwareVtepEffort, ALocatorWithoutAVniIsToldOnceForEachSetThatHasIt) {
+TEST(HardwareVtepEffort, ALocatorWithoutAVniIsCountedOnceForEachSet) {
     Database database;
     database[physicalLocator].push_back(locatorRow(14, "10.0.0.4", "-1"));
     database[physicalLocatorSet] = {setRow(21, rowsFrom(12, 3))};
@@ -225,7 +225,7 @@ TEST(HardwareVtepEffort, ALocatorWithoutAVniIsToldOnceForEachSetThatHasIt) {
               "16777215");
 }
 
-TEST(HardwareVtepEffort, AFloodListInALogicalSwitchWhoseKeyIsNoVniIsOneEntry) {
+TEST(HardwareVtepEffort, AFloodListInALogicalSwitchWithAnInvalidKeyIsOneEntry) {
     Database database;
     database[logicalSwitch].push_back(R"({"_uuid":)" + row(3) +
                                       R"(,"name":"odd","tunnel_key":-1})");
@@ -237,13 +237,13 @@ TEST(HardwareVtepEffort, AFloodListInALogicalSwitchWhoseKeyIsNoVniIsOneEntry) {
               "expected a VNI from 0 to 16777215");
 }
 
-TEST(HardwareVtepEffort, FewRowsAreReadBehindTheDeadline) {
+TEST(HardwareVtepEffort, FewRowsAreReadAfterTheDeadline) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12);
     EXPECT_EQ(readAnswer(database, databaseTimePassed()).facts, readAnswer(database).facts);
 }
 
-TEST(HardwareVtepEffort, ManyRowsAreNotReadBehindTheDeadline) {
+TEST(HardwareVtepEffort, ManyRowsAreNotReadAfterTheDeadline) {
     Database database;
     for (unsigned number = 0; number < 5000; ++number) {
         database.unicast(ucastMacsRemote, databaseMac(number), 1, 12);
@@ -252,7 +252,7 @@ TEST(HardwareVtepEffort, ManyRowsAreNotReadBehindTheDeadline) {
     EXPECT_EQ(readAnswer(database, Deadline::in(1h)).facts.remote.macs.size(), 5000);
 }
 
-TEST(HardwareVtepEffort, OneRowOfManyReferencesIsNotReadBehindTheDeadline) {
+TEST(HardwareVtepEffort, OneRowOfManyReferencesIsNotReadAfterTheDeadline) {
     Database database;
     database[physicalSwitch] = {switchRow("leaf1", rowsFrom(1000, 5000))};
     EXPECT_EQ(timeOver(database), noDatabaseAnswer);
@@ -261,7 +261,7 @@ TEST(HardwareVtepEffort, OneRowOfManyReferencesIsNotReadBehindTheDeadline) {
     EXPECT_EQ(timeOver(bindings), noDatabaseAnswer);
 }
 
-TEST(HardwareVtepEffort, ManyFloodTargetsOfFewRowsAreNotJoinedBehindTheDeadline) {
+TEST(HardwareVtepEffort, ManyFloodTargetsOfFewRowsAreNotJoinedAfterTheDeadline) {
     Database database;
     addSet(database, 100);
     for (unsigned number = 0; number < 100; ++number) {
@@ -271,7 +271,7 @@ TEST(HardwareVtepEffort, ManyFloodTargetsOfFewRowsAreNotJoinedBehindTheDeadline)
     EXPECT_EQ(readAnswer(database).facts.remote.floods.size(), 10000);
 }
 
-TEST(HardwareVtepEffort, ManySwitchesAtOneVtepAreNotJoinedBehindTheDeadline) {
+TEST(HardwareVtepEffort, ManySwitchesAtOneVtepAreNotJoinedAfterTheDeadline) {
     Database database;
     addSwitches(database, 100);
     for (unsigned number = 0; number < 100; ++number) {
@@ -283,7 +283,7 @@ TEST(HardwareVtepEffort, ManySwitchesAtOneVtepAreNotJoinedBehindTheDeadline) {
     EXPECT_EQ(state.local.at("s99"), state.local.at("s0"));
 }
 
-TEST(HardwareVtepEffort, ManyRoutersOnManySwitchesAreNotJoinedBehindTheDeadline) {
+TEST(HardwareVtepEffort, ManyRoutersOnManySwitchesAreNotJoinedAfterTheDeadline) {
     Database database;
     addSwitches(database, 100);
     addRouters(database, 100);
@@ -291,7 +291,7 @@ TEST(HardwareVtepEffort, ManyRoutersOnManySwitchesAreNotJoinedBehindTheDeadline)
     EXPECT_EQ(readAnswer(database).facts.switches.at("s99").routers.size(), 100);
 }
 
-TEST(HardwareVtepEffort, ManyLogicalSwitchesAreNotSurveyedBehindTheDeadline) {
+TEST(HardwareVtepEffort, ManyLogicalSwitchesAreNotSurveyedAfterTheDeadline) {
     std::vector<std::string> rows;
     for (unsigned number = 1; number <= 5000; ++number) {
         rows.push_back(R"({"_uuid":)" + row(number) + R"(,"name":"n","tunnel_key":)" +

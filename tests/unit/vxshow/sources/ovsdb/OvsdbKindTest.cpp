@@ -81,7 +81,7 @@ TEST(OvsdbKind, ARelativeFileNameCountsFromTheFolderOfTheFile) {
     EXPECT_EQ(addressOf(source).ssl->certificate, folder + "c.pem");
 }
 
-TEST(OvsdbKind, NoFileNameTurnsTheCheckOfTheServerOff) {
+TEST(OvsdbKind, NoFileNameDisablesTheCheckOfTheServer) {
     auto const address = sslAddress("private_key = \"k\"\ncertificate = \"c\"\n"
                                     "ca_certificate = \"none\"",
                                     "./");

@@ -37,13 +37,13 @@ std::string warningOf(Answer const & answer) {
 
 TEST(HardwareVtepQuirks, TheVniIsThatOfTheLogicalSwitch) {
     Database database;
-    // Its locator has another key, which counts for nothing.
+    // Its locator has another key, which is ignored.
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 13);
     EXPECT_EQ(readAnswer(database).facts.remote.macs,
               (Macs{{vni(5001), quirkMac, ip("10.0.0.3")}}));
 }
 
-TEST(HardwareVtepQuirks, TheVniIsThatOfTheLocatorWhereTheLogicalSwitchHasNone) {
+TEST(HardwareVtepQuirks, TheVniIsThatOfTheLocatorIfTheLogicalSwitchHasNone) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 2, 13);
     auto const answer = readAnswer(database);
@@ -61,7 +61,7 @@ TEST(HardwareVtepQuirks, AnEntryWithoutAnyKeyIsLeftOut) {
               "tunnel_key missing, expected a VNI from 0 to 16777215");
 }
 
-TEST(HardwareVtepQuirks, AKeyThatIsNoVniLeavesItsEntriesOut) {
+TEST(HardwareVtepQuirks, EntriesWithAnInvalidKeyAreLeftOut) {
     for (auto const * key : {"-1", "9007199254740992", "16777216", "-9223372036854775808"}) {
         Database database;
         database[logicalSwitch].push_back(R"({"_uuid":)" + row(3) +
@@ -106,7 +106,7 @@ TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfSeveralSwitchesBelongsToEach) {
     EXPECT_EQ(warningOf(answer), "none");
 }
 
-TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfNoSwitchStandsUnderTheSource) {
+TEST(HardwareVtepQuirks, ALocalMacAtAVtepOfNoSwitchIsListedUnderTheSource) {
     Database database;
     database.unicast(ucastMacsLocal, "02:00:00:00:00:01", 1, 12);
     auto const answer = readAnswer(database);
@@ -125,7 +125,7 @@ TEST(HardwareVtepQuirks, ASwitchWithoutVtepsIsKnown) {
     EXPECT_EQ(answer.facts.switches.count(""), 1);
 }
 
-TEST(HardwareVtepQuirks, AnAddressOfASwitchThatIsNoneIsLeftOut) {
+TEST(HardwareVtepQuirks, AnInvalidAddressOfASwitchIsLeftOut) {
     Database database;
     database[physicalSwitch] = {
         R"({"name":"leaf1","ports":["set",[]],"tunnel_ips":["set",["","10.0.0.1","x\ny"]]})"};
@@ -156,7 +156,7 @@ TEST(HardwareVtepQuirks, AGroupAddressHasAFloodListOfItsOwn) {
     EXPECT_EQ(remote.bindings, (Bindings{{vni(5001), ip("239.1.2.3"), group}}));
 }
 
-TEST(HardwareVtepQuirks, UnknownDstIsNoUnicastAddress) {
+TEST(HardwareVtepQuirks, UnknownDstIsNotAUnicastAddress) {
     Database database;
     database.unicast(ucastMacsRemote, "unknown-dst", 1, 12);
     auto const answer = readAnswer(database);
@@ -164,7 +164,7 @@ TEST(HardwareVtepQuirks, UnknownDstIsNoUnicastAddress) {
     EXPECT_EQ(answer.findings.leftOut.count(), 1);
 }
 
-TEST(HardwareVtepQuirks, AMemberOfAFloodListWithoutAVniIsLeftOutAlone) {
+TEST(HardwareVtepQuirks, OnlyTheMemberOfAFloodListWithoutAVniIsLeftOut) {
     Database database;
     database[physicalLocatorSet] = {R"({"_uuid":)" + row(21) + R"(,"locators":["set",[)" + row(11) +
                                     "," + row(13) + "]]}"};
@@ -182,7 +182,7 @@ TEST(HardwareVtepQuirks, AMacAddressInUpperCaseIsTheSameAddress) {
               (Macs{{vni(5001), mac("02:00:00:00:0a:0b"), ip("10.0.0.2")}}));
 }
 
-TEST(HardwareVtepQuirks, RowsThatAreEqualAreOneEntry) {
+TEST(HardwareVtepQuirks, EqualRowsAreOneEntry) {
     Database database;
     for (int times = 0; times < 3; ++times) {
         database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "192.0.2.1");
@@ -203,7 +203,7 @@ TEST(HardwareVtepQuirks, SeveralLocatorsOfAMacAddressAreSeveralPlaces) {
               (Macs{{vni(5001), quirkMac, ip("10.0.0.1")}, {vni(5001), quirkMac, ip("10.0.0.2")}}));
 }
 
-TEST(HardwareVtepQuirks, AnEntryWhoseMacIsNoneIsLeftOut) {
+TEST(HardwareVtepQuirks, AnEntryWithAnInvalidMacIsLeftOut) {
     for (auto const * text : {"not a mac", "", "02:00:00:00:00:01 ", "00:00:00:00:00:00"}) {
         Database database;
         database.unicast(ucastMacsRemote, text, 1, 12, "192.0.2.1");
@@ -217,7 +217,7 @@ TEST(HardwareVtepQuirks, AnEntryWhoseMacIsNoneIsLeftOut) {
     }
 }
 
-TEST(HardwareVtepQuirks, AnEntryWhoseVtepIsNoneIsLeftOut) {
+TEST(HardwareVtepQuirks, AnEntryWithAnInvalidVtepIsLeftOut) {
     for (auto const * text : {"", "10.0.0", "0.0.0.0", "2001:db8::1", "10.0.0.1\n"}) {
         Database database;
         database[physicalLocator].push_back(R"({"_uuid":)" + row(14) + R"(,"dst_ip":)" +
@@ -229,7 +229,7 @@ TEST(HardwareVtepQuirks, AnEntryWhoseVtepIsNoneIsLeftOut) {
     }
 }
 
-TEST(HardwareVtepQuirks, AnIpaddrThatIsNoneLeavesTheMacAddress) {
+TEST(HardwareVtepQuirks, AnInvalidIpaddrDoesNotAffectTheMacAddress) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "192.0.2.300");
     auto const answer = readAnswer(database);
@@ -240,7 +240,7 @@ TEST(HardwareVtepQuirks, AnIpaddrThatIsNoneLeavesTheMacAddress) {
                                  "address such as 10.0.0.1 or 2001:db8::1");
 }
 
-TEST(HardwareVtepQuirks, AnEmptyIpaddrIsNoBindingAndNoFinding) {
+TEST(HardwareVtepQuirks, AnEmptyIpaddrIsNeitherABindingNorAFinding) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "");
     auto const answer = readAnswer(database);
@@ -264,7 +264,7 @@ TEST(HardwareVtepQuirks, ABindingOfUnknownDstIsLeftOut) {
     EXPECT_EQ(answer.findings.leftOut.count(), 1);
 }
 
-TEST(HardwareVtepQuirks, AnIpAddressWithSeveralMacAddressesIsNoticed) {
+TEST(HardwareVtepQuirks, AnIpAddressWithSeveralMacAddressesIsCounted) {
     Database database;
     database.unicast(ucastMacsRemote, "02:00:00:00:00:02", 1, 12, "192.0.2.1");
     database.unicast(ucastMacsRemote, "02:00:00:00:00:01", 1, 12, "192.0.2.1");
@@ -275,7 +275,7 @@ TEST(HardwareVtepQuirks, AnIpAddressWithSeveralMacAddressesIsNoticed) {
               "1 IP address with several MAC addresses: 192.0.2.1 in VNI 5001 (remote)");
 }
 
-TEST(HardwareVtepQuirks, NamesMayHoldAnythingAndAreShownPrintable) {
+TEST(HardwareVtepQuirks, NamesCanContainAnythingAndAreShownPrintable) {
     Database database;
     database[logicalSwitch].push_back(R"({"_uuid":)" + row(3) + R"(,"name":)" +
                                       jsonText("\x1b[2J\n\"\xC3\xA9") + R"(,"tunnel_key":7})");
@@ -286,7 +286,7 @@ TEST(HardwareVtepQuirks, NamesMayHoldAnythingAndAreShownPrintable) {
               "00:1c:73:0a:0b:0c");
 }
 
-TEST(HardwareVtepQuirks, TheFirstOfManyIsTheSameWhateverTheOrder) {
+TEST(HardwareVtepQuirks, TheExampleDoesNotDependOnTheOrder) {
     Database forwards;
     Database backwards;
     for (auto const * text : {"b", "a", "c"}) {
@@ -300,7 +300,7 @@ TEST(HardwareVtepQuirks, TheFirstOfManyIsTheSameWhateverTheOrder) {
                     .starts_with("3 entries left out, the first: Ucast_Macs_Remote \"a\" in "));
 }
 
-TEST(HardwareVtepQuirks, TextsWithEscapesAreReadAsWhatTheyStandFor) {
+TEST(HardwareVtepQuirks, EscapesInTextsAreDecoded) {
     Database database;
     database[ucastMacsRemote].push_back(
         R"({"MAC":"02:00:00:00:00:\u0030\u0031","ipaddr":"192.0.2.\u0031","locator":)" + row(12) +
@@ -310,7 +310,7 @@ TEST(HardwareVtepQuirks, TextsWithEscapesAreReadAsWhatTheyStandFor) {
     EXPECT_EQ(remote.bindings, (Bindings{{vni(5001), ip("192.0.2.1"), quirkMac}}));
 }
 
-TEST(HardwareVtepQuirks, ASetOfOneMayBeWrittenAsASet) {
+TEST(HardwareVtepQuirks, ASetOfOneCanBeWrittenAsASet) {
     Database database;
     database[logicalSwitch] = {R"({"_uuid":)" + row(1) +
                                R"(,"name":"red","tunnel_key":["set",[5009]]})"};

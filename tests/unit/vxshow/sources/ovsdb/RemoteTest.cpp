@@ -99,13 +99,13 @@ TEST(Remote, OtherConnectionMethodsAreRefused) {
     }
 }
 
-TEST(Remote, SslIsToldFromTheOthers) {
+TEST(Remote, SslIsRecognized) {
     EXPECT_TRUE(isSslRemote("ssl:db"));
     EXPECT_FALSE(isSslRemote("tcp:ssl:"));
     EXPECT_FALSE(isSslRemote("ssl"));
 }
 
-TEST(Remotes, AreSeparatedByCommasAndBlanksAfterThese) {
+TEST(Remotes, AreSeparatedByCommasWithOptionalBlanksAfterThem) {
     DatabaseAddress const address{{"tcp:db1", "tcp:[::1]:7", "unix:/run/db.sock"}};
     EXPECT_EQ(readRemotes("tcp:db1,tcp:[::1]:7,unix:/run/db.sock"), address);
     EXPECT_EQ(readRemotes("tcp:db1, tcp:[::1]:7, \t unix:/run/db.sock"), address);

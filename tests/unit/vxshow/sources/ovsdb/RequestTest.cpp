@@ -8,7 +8,7 @@ namespace vxshow::test {
 using namespace sources;
 using namespace sources::ovsdb;
 
-TEST(Request, TheWholeIsWhatTheCapturedAnswerWasAskedWith) {
+TEST(Request, TheWholeRequestIsTheOneOfTheCapturedAnswer) {
     auto captured = capture("query-request.json");
     captured.erase(std::remove(captured.begin(), captured.end(), '\n'), captured.end());
     EXPECT_EQ(Request::whole().text(), captured);
@@ -20,7 +20,7 @@ TEST(Request, TheSurveyIsOneSelect) {
               R"("columns":["_uuid","name","tunnel_key"]}])");
 }
 
-TEST(Request, ALogicalSwitchIsNamedInTheSelectsOfTheMacTablesAlone) {
+TEST(Request, ALogicalSwitchIsNamedOnlyInTheSelectsOfTheMacTables) {
     auto const uuid = *sources::ovsdb::readUuid("0f1e2d3c-0bec-47b0-b898-d190f9ebdacc");
     auto const text = Request::of({.logicalSwitches = {{uuid}}}).text();
     std::string_view const where =
@@ -46,7 +46,7 @@ TEST(Request, TooManyLogicalSwitchesAreNotNamed) {
     EXPECT_EQ(Request::of({.logicalSwitches = rows}).pushed(), rows);
 }
 
-/// How often `part` stands in `text`.
+/// How often `part` occurs in `text`.
 std::size_t timesIn(std::string_view text, std::string_view part) {
     std::size_t count = 0;
     for (auto at = text.find(part); at != std::string_view::npos; at = text.find(part, at + 1)) {
@@ -59,7 +59,7 @@ std::string requestForMac(std::string_view mac) {
     return Request::of({.mac = Nolt::EthAddr::fromString(mac)}).text();
 }
 
-TEST(Request, OneSideNamesTheMacTablesOfThatSideAlone) {
+TEST(Request, OneSideNamesOnlyTheMacTablesOfThatSide) {
     auto const local = Request::of({.remoteMacs = false}).text();
     EXPECT_EQ(timesIn(local, "Macs_Local"), 2);
     EXPECT_EQ(timesIn(local, "Macs_Remote"), 0);
@@ -71,7 +71,7 @@ TEST(Request, OneSideNamesTheMacTablesOfThatSideAlone) {
     EXPECT_EQ(timesIn(neither, "Logical_Router"), 1);
 }
 
-TEST(Request, AMacIsNamedInEachSeparatorInTheSelectsOfTheMacTablesAlone) {
+TEST(Request, AMacIsNamedWithEachSeparatorOnlyInTheSelectsOfTheMacTables) {
     auto const text = requestForMac("02:00:00:00:00:01");
     for (char const * spelling : {"02:00:00:00:00:01", "02-00-00-00-00-01", "0200.0000.0001"}) {
         auto const where = std::string(R"("where":[["MAC","==",")").append(spelling).append("\"]]");
@@ -89,7 +89,7 @@ TEST(Request, AMacIsNamedInEveryMixtureOfUpperAndLowerCase) {
     EXPECT_EQ(timesIn(text, R"(["MAC","==")"), 4 * 3 * 4);
 }
 
-TEST(Request, AMacOfTooManyLettersIsNotNamed) {
+TEST(Request, AMacWithTooManyLettersIsNotNamed) {
     // Four letters have 16 spellings with each separator.
     EXPECT_EQ(timesIn(requestForMac("02:00:00:00:ab:cd"), R"(["MAC","==")"), 4 * 48);
     EXPECT_EQ(requestForMac("02:00:00:0e:ab:cd"), Request::whole().text());
@@ -115,7 +115,7 @@ TEST(Request, WithTooManyLogicalSwitchesForTheSpellingsTheSpellingsAreNamed) {
     EXPECT_EQ(request.text(), requestForMac("02:00:00:00:00:01"));
 }
 
-TEST(Request, OfAMacOfTooManyLettersTheLogicalSwitchesAreNamed) {
+TEST(Request, ForAMacWithTooManyLettersTheLogicalSwitchesAreNamed) {
     std::set<sources::ovsdb::Uuid> const rows{{1, 1}};
     auto const mac = Nolt::EthAddr::fromString("02:00:00:0e:ab:cd");
     auto const request = Request::of({.logicalSwitches = rows, .mac = mac});
@@ -123,7 +123,7 @@ TEST(Request, OfAMacOfTooManyLettersTheLogicalSwitchesAreNamed) {
     EXPECT_EQ(timesIn(request.text(), R"(["MAC","==")"), 0);
 }
 
-TEST(Request, TheLongestFitsIntoOneArgument) {
+TEST(Request, TheLongestRequestFitsIntoOneArgument) {
     std::set<sources::ovsdb::Uuid> rows;
     for (Vex::U64 number = 0; number < 16; ++number) {
         rows.insert({1, number});

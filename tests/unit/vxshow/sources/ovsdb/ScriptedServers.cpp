@@ -4,9 +4,6 @@
 
 namespace vxshow::test {
 
-using namespace sources;
-using namespace sources::ovsdb;
-
 ScriptedServers::ScriptedServers() : pathBefore_(std::getenv("PATH")) {
     // Its words are an option, "query", the remote and the transaction.
     folder_.put("ovsdb-client", "#!/bin/sh\nexec \"${3#unix:}\"\n", 0700);

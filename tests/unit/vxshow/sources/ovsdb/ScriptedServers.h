@@ -8,14 +8,14 @@
 
 namespace vxshow::test {
 
-/// Database servers that are scripts of the shell: in place of `ovsdb-client` the one runs that
-/// the remote names.
+/// Database servers that are shell scripts: in place of `ovsdb-client`, the script runs that the
+/// remote names.
 class ScriptedServers : public testing::Test {
 protected:
     ScriptedServers();
     ~ScriptedServers() override;
 
-    /// A server that does what `script` does each time it is asked; gives its remote.
+    /// A server that does what `script` does each time it is asked; returns its remote.
     std::string server(std::string const & name, std::string const & script) const;
 
     /// A server that does `first` when it is asked first, and `then` from there on.

@@ -65,17 +65,17 @@ protected:
 
 } // namespace
 
-TEST_F(ServerChoice, IsOfServersThatAllTakeLongerThanTheFirstQuestion) {
+TEST_F(ServerChoice, SucceedsIfAllServersTakeLongerThanTheFirstQuestion) {
     auto const slow = after("1.3", follower);
     EXPECT_EQ(chosen({server("a", after("1.3", leader)), server("b", slow), server("c", slow)}),
               remoteOf("b"));
 }
 
-TEST_F(ServerChoice, WaitsForASlowLeaderBesideOthersThatAnswer) {
+TEST_F(ServerChoice, WaitsForASlowLeaderAlthoughOthersAnswer) {
     EXPECT_EQ(chosen({server("a", after("1.1", leader)), server("b", follower)}), remoteOf("b"));
 }
 
-TEST_F(ServerChoice, LeavesTimeToReadBesideAServerThatHangs) {
+TEST_F(ServerChoice, LeavesTimeToReadAlthoughAServerHangs) {
     std::vector<std::string> const remotes{server("a", hangs), server("b", leader),
                                            server("c", follower)};
     auto const start = Deadline::Clock::now();
@@ -92,7 +92,7 @@ TEST_F(ServerChoice, AServerThatHungAndThenFailsHasFailed) {
     EXPECT_LT(Deadline::Clock::now() - start, 60s);
 }
 
-TEST_F(ServerChoice, EachReasonIsToldWithTheServerThatGivesIt) {
+TEST_F(ServerChoice, EachReasonNamesItsServer) {
     EXPECT_EQ(chosen({server("a", fails("failed to connect to \"a\" (Connection refused)")),
                       server("b", fails("open of the key failed (Permission denied)")),
                       server("c", fails("open of the key failed (Permission denied)"))}),
@@ -109,7 +109,7 @@ TEST_F(ServerChoice, AServerIsNotNamedTwice) {
               "unreachable: " + refused("a") + "; unreachable: " + refused("b"));
 }
 
-TEST_F(ServerChoice, ThreeReasonsAreToldAndTheOthersCounted) {
+TEST_F(ServerChoice, ThreeReasonsAreGivenAndTheOthersCounted) {
     std::vector<std::string> remotes;
     for (std::string const name : {"a", "b", "c", "d", "e"}) {
         remotes.push_back(server(name, fails("failure " + name)));
@@ -119,7 +119,7 @@ TEST_F(ServerChoice, ThreeReasonsAreToldAndTheOthersCounted) {
                   ": failure b; broken answer: " + remoteOf("c") + ": failure c; and 2 more");
 }
 
-TEST_F(ServerChoice, AReasonThatAllGiveIsOfNoneOfThem) {
+TEST_F(ServerChoice, AReasonThatAllShareNamesNoServer) {
     auto const without = "echo '[{\"rows\":[]}]'";
     EXPECT_EQ(chosen({server("a", without), server("b", without)}),
               "no such schema: the server has no database hardware_vtep");
@@ -127,7 +127,7 @@ TEST_F(ServerChoice, AReasonThatAllGiveIsOfNoneOfThem) {
               "time limit: no answer within 0.5 s");
 }
 
-TEST_F(ServerChoice, AFailureIsToldBeforeTheTimeLimit) {
+TEST_F(ServerChoice, AFailureIsReportedBeforeTheTimeLimit) {
     EXPECT_EQ(chosen({server("a", hangs), server("b", fails("no such thing"))}, 1s),
               "broken answer: " + remoteOf("b") + ": no such thing; time limit: " + remoteOf("a") +
                   ": no answer within 1 s");
@@ -138,7 +138,7 @@ TEST_F(ServerChoice, WithoutALeaderNoneIsChosen) {
               "unreachable: no leader among the 2 of 3 servers that answer");
 }
 
-TEST_F(ServerChoice, OfRelaysItIsAnyThatIsConnected) {
+TEST_F(ServerChoice, OfRelaysIsAnyThatIsConnected) {
     EXPECT_EQ(chosen({server("a", relay), server("b", relay)}), remoteOf("a"));
     EXPECT_EQ(chosen({server("a", cutOff(relay)), server("b", relay)}), remoteOf("b"));
     EXPECT_EQ(chosen({server("a", fails("gone")), server("b", relay)}), remoteOf("b"));
@@ -146,7 +146,7 @@ TEST_F(ServerChoice, OfRelaysItIsAnyThatIsConnected) {
               "unreachable: no server behind the 1 of 2 relays that answer");
 }
 
-TEST_F(ServerChoice, AServerAloneIsNoneOfSeveral) {
+TEST_F(ServerChoice, AStandaloneServerIsNotOneOfSeveral) {
     EXPECT_EQ(chosen({server("a", alone), server("b", alone)}),
               "broken answer: several remotes, but " + remoteOf("a") + " is a standalone server");
     EXPECT_EQ(chosen({server("a", leader), server("b", alone)}),

@@ -41,7 +41,7 @@ constexpr ServerStatus relayStatus{.model = ServerStatus::Model::relay, .leader 
 
 } // namespace
 
-TEST(ServerStatus, OfAServerAloneAsItAnswers) {
+TEST(ServerStatus, OfAStandaloneServerAsItAnswers) {
     EXPECT_EQ(
         statusIn(R"([{"rows":[{"cid":["set",[]],"connected":true,"index":["set",[]],"leader":true,)"
                  R"("model":"standalone"}]}])"),
@@ -62,11 +62,11 @@ TEST(ServerStatus, OfAFollowerAsItAnswers) {
               memberStatus(false, 17));
 }
 
-TEST(ServerStatus, OfAServerWithoutTheDatabaseIsNone) {
+TEST(ServerStatus, IsNulloptWithoutTheDatabase) {
     EXPECT_EQ(statusIn(R"([{"rows":[]}])"), std::nullopt);
 }
 
-TEST(ServerStatus, WhatIsNoStatusIsRefusedWithItsPlace) {
+TEST(ServerStatus, AMalformedStatusIsRefusedWithItsPlace) {
     EXPECT_EQ(
         statusRefusal("[]"),
         "the server's own status: 1:1: found an array of fewer, expected an array of 1 answer");
@@ -82,7 +82,7 @@ TEST(ServerStatus, WhatIsNoStatusIsRefusedWithItsPlace) {
     EXPECT_EQ(statusRefusal("nonsense").substr(0, 29), "the server's own status: 1:1:");
 }
 
-TEST(ServerToRead, IsTheFirstServerAlone) {
+TEST(ServerToRead, IsTheFirstStandaloneServer) {
     EXPECT_EQ(serverToRead({std::nullopt, ServerStatus(), ServerStatus()}), 1);
 }
 
@@ -93,7 +93,7 @@ TEST(ServerToRead, IsAFollowerThatIsNotBehind) {
         serverToRead({memberStatus(false, 10), memberStatus(true, 9), memberStatus(false, 9)}), 0);
 }
 
-TEST(ServerToRead, IsNoServerThatIsCutOff) {
+TEST(ServerToRead, IsNotAServerThatIsCutOff) {
     EXPECT_EQ(serverToRead(
                   {memberStatus(false, 9, false), memberStatus(true, 9), memberStatus(false, 9)}),
               2);
@@ -110,7 +110,7 @@ TEST(ServerToRead, IsNoneWithoutALeader) {
               std::nullopt);
 }
 
-TEST(ServerToRead, IsNoneWhoseIndexIsUnknownBesideALeaderThatHasOne) {
+TEST(ServerToRead, IsNoneIfItsIndexIsUnknownButTheLeadersIsNot) {
     ServerStatus const unknown{.cluster = cluster, .leader = false};
     EXPECT_EQ(serverToRead({memberStatus(true, 9), unknown}), std::nullopt);
 }
@@ -121,7 +121,7 @@ TEST(LeaderOf, IsTheConnectedLeader) {
     EXPECT_EQ(leaderOf({std::nullopt}), std::nullopt);
 }
 
-TEST(LeaderOf, OfSeveralThatTakeThemselvesForItIsTheOneWithTheMost) {
+TEST(LeaderOf, IfSeveralReportToLeadIsTheOneWithTheHighestIndex) {
     EXPECT_EQ(leaderOf({memberStatus(true, 9), memberStatus(true, 11), memberStatus(false, 11)}),
               1);
 }

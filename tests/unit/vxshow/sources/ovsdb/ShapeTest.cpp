@@ -50,7 +50,7 @@ TEST(HardwareVtepShape, AnErrorOfTheServerIsNamedWithItsTable) {
               "in table Physical_Locator.");
 }
 
-TEST(HardwareVtepShape, AnUnknownTableOrColumnIsAMatterOfTheSchemaAndOtherErrorsAreNot) {
+TEST(HardwareVtepShape, OnlyAnUnknownTableOrColumnIsAnErrorOfTheSchema) {
     auto const read = [](std::string const & error) {
         readDatabase(system::FileBytes::copyOf("[{\"error\":\"" + error + "\"}]"), Request::whole(),
                      {"lab"});
@@ -73,19 +73,19 @@ TEST(HardwareVtepShape, AnErrorOfTheServerIsShownPrintable) {
               "answer for Logical_Switch: the server says \\x1b[2J\\x0a");
 }
 
-TEST(HardwareVtepShape, AnAnswerThatIsNoJson) {
+TEST(HardwareVtepShape, AnAnswerThatIsNotJson) {
     EXPECT_EQ(answerError(""), "answer: 1:1: found the end of the file, expected an array");
     EXPECT_EQ(answerError("[{\"rows\":["),
               "answer: 1:11: [0].rows[0]: found the end of the file, expected a value or ']'");
     EXPECT_EQ(answerError("]"), "answer: 1:1: found ']', expected an array of 12 answers");
 }
 
-TEST(HardwareVtepShape, AnAnswerWithSomethingBehindIt) {
+TEST(HardwareVtepShape, AnAnswerFollowedByText) {
     EXPECT_TRUE(answerError(Database().answer() + "[]")
                     .ends_with("found an array, expected the end of the file"));
 }
 
-TEST(HardwareVtepShape, AnAnswerThatIsNoArray) {
+TEST(HardwareVtepShape, AnAnswerThatIsNotAnArray) {
     EXPECT_EQ(answerError("{}"), "answer: 1:1: found an object, expected an array of 12 answers");
     EXPECT_EQ(answerError("7"), "answer: 1:1: found 7, expected an array of 12 answers");
 }
@@ -122,7 +122,7 @@ TEST(HardwareVtepShape, AReferenceToNoRow) {
                                "000000000099\", expected the _uuid of a row of Physical_Locator"));
 }
 
-TEST(HardwareVtepShape, ARowThatStandsThereTwice) {
+TEST(HardwareVtepShape, ARepeatedRow) {
     Database database;
     database[logicalSwitch].push_back(database[logicalSwitch].front());
     EXPECT_TRUE(answerError(database.answer())
@@ -161,8 +161,8 @@ TEST(HardwareVtepShape, AnAnswerThatIsCutOffAnywhereIsRefused) {
     EXPECT_EQ(answerError(answer.substr(0, whole)), "accepted");
 }
 
-/// Whatever stands in place of a value, the answer is taken whole or refused in one line.
-TEST(HardwareVtepShape, AnyValueInPlaceOfAnyOtherIsTakenOrRefused) {
+/// Whatever replaces a value, the answer is read whole or refused in one line.
+TEST(HardwareVtepShape, AnyValueInPlaceOfAnyOtherIsReadOrRefused) {
     auto const answer = capture("query.json");
     std::size_t refused = 0;
     std::size_t tried = 0;

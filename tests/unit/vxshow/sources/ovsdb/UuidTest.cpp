@@ -19,7 +19,7 @@ TEST(OvsdbUuid, IsReadFromItsTextAndWrittenBack) {
     EXPECT_EQ(sources::ovsdb::textOf(*uuid), text);
 }
 
-TEST(OvsdbUuid, AnyOtherTextIsNone) {
+TEST(OvsdbUuid, AnyOtherTextIsInvalid) {
     for (auto const * const text :
          {"", "8e81973e-0bec-47b0-b898-d190f9ebdac", "8e81973e-0bec-47b0-b898-d190f9ebdaccc",
           "8e81973e00bec-47b0-b898-d190f9ebdacc", "8e81973g-0bec-47b0-b898-d190f9ebdacc"}) {
@@ -27,13 +27,13 @@ TEST(OvsdbUuid, AnyOtherTextIsNone) {
     }
 }
 
-TEST(OvsdbUuid, OneIdentityHasOneHashInTheProcess) {
+TEST(OvsdbUuid, AnIdentityHasOneHashPerProcess) {
     sources::ovsdb::Uuid const uuid{1, 2};
     EXPECT_EQ(sources::ovsdb::UuidHash()(uuid), sources::ovsdb::UuidHash()(uuid));
 }
 
-// Those that a mixing without any secret sends to one slot.
-TEST(OvsdbUuid, IdentitiesThatAreChosenSoAsToCollideDoNot) {
+// Identities that a hash without a secret puts into one slot.
+TEST(OvsdbUuid, IdentitiesChosenToCollideDoNot) {
     constexpr Vex::U64 many = 100'000;
     sources::ovsdb::UuidHash const hash;
     std::set<std::size_t> mixed;
