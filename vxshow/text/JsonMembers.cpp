@@ -3,7 +3,7 @@
 namespace vxshow::text {
 
 bool MemberName::restStandsAt(char const * content) const noexcept {
-    // Where the name ends before the text does, the first difference is its quote.
+    // Where the name in the document is shorter, the first difference is its closing quote.
     return std::strncmp(content, text_.data(), text_.size()) == 0 && content[text_.size()] == '"';
 }
 
@@ -15,6 +15,23 @@ std::string oneOf(std::span<MemberName const> names) {
         list.append("\"").append(names[index].text()).append("\"");
     }
     return list;
+}
+
+std::size_t indexOfEscaped(JsonText const & name, std::span<MemberName const> names) {
+    auto const text = name.text();
+    std::size_t index = 0;
+    while (index < names.size() && names[index].text() != text) {
+        ++index;
+    }
+    return index;
+}
+
+void refuseWithout(MemberName name, char const * object) {
+    throw Refusal{object, oneOf({&name, 1}) + " in it"};
+}
+
+void refuseWithout(std::span<MemberName const> names, Vex::U32 missing, char const * object) {
+    refuseWithout(names[static_cast<std::size_t>(std::countr_zero(missing))], object);
 }
 
 std::size_t Members::unescapedPlace(JsonText const & name) const {

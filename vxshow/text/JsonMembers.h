@@ -11,9 +11,8 @@
 
 namespace vxshow::text {
 
-/// The name of a known member. It is compared with what stands in the document as one number
-/// of eight bytes, its closing quote among them: a state has millions of members, and most
-/// names are no longer.
+/// The name of a known member. It is compared with the document as one number of eight bytes,
+/// closing quote included: a state has millions of members, and few names are longer.
 class MemberName {
 public:
     constexpr MemberName(char const * text) noexcept : MemberName(std::string_view(text)) {}
@@ -29,8 +28,8 @@ public:
 
     constexpr std::string_view text() const noexcept { return text_; }
 
-    /// Whether this, without any escape, is what stands behind an opening quote in a document.
-    /// Looks at eight bytes at least: the document is followed by room for that.
+    /// Whether `content`, which follows an opening quote in a document, is this name without any
+    /// escape. Reads at least eight bytes: the document is followed by room for that.
     bool standsAt(char const * content) const noexcept {
         Vex::U64 start = 0;
         std::memcpy(&start, content, sizeof start);
@@ -48,6 +47,31 @@ private:
 
 /// `"a", "b" or "c"`.
 std::string oneOf(std::span<MemberName const> names);
+
+/// What becomes of a member whose name is not known.
+enum class OtherMembers : bool { refused, skipped };
+
+/// The index among `names` of a name that is written with escapes, or how many they are.
+std::size_t indexOfEscaped(JsonText const & name, std::span<MemberName const> names);
+
+/// The index among `names` of a name that does not stand in the document as any of them does.
+/// An unknown one is refused with `Refusal`, or skipped: its index is how many names there are.
+template <OtherMembers otherMembers>
+std::size_t indexOfOther(JsonText const & name, std::span<MemberName const> names) {
+    bool const isEscaped = *firstMark(name.content()) == '\\';
+    auto const index = isEscaped ? indexOfEscaped(name, names) : names.size();
+    if (otherMembers == OtherMembers::refused && index == names.size()) {
+        name.refuse(oneOf(names));
+    }
+    return index;
+}
+
+/// Throws the `Refusal` of an object that starts at `object` and lacks the member `name`.
+[[noreturn]] void refuseWithout(MemberName name, char const * object);
+
+/// As above, for the first of `names` whose bit in `missing` is set.
+[[noreturn]] void refuseWithout(std::span<MemberName const> names, Vex::U32 missing,
+                                char const * object);
 
 /// The members of an object whose members are all known: each is there once or not at all.
 class Members {

@@ -1,6 +1,6 @@
 #include "vxshow/text/Json.h"
 
-#include "tests/unit/vxshow/state/snapshot/Snapshots.h"
+#include "tests/unit/vxshow/system/TextFile.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -72,7 +72,7 @@ TEST(Json, UnescapesTextsOfAnyLength) {
     }
 }
 
-TEST(Json, RefusesWhatIsSomethingElseAtItsStart) {
+TEST(Json, RefusesAValueOfAnotherTypeAtItsStart) {
     auto const bytes = bytesOf(R"({"a":{"b":7}})");
     JsonReader reader(bytes);
     try {
@@ -106,7 +106,7 @@ TEST(Json, HandsOutElementsOfAnyKind) {
                                               "b", "false", "c", "true", "d"}));
 }
 
-TEST(Json, RefusesAnElementThatStandsThereAgainAtItsStart) {
+TEST(Json, RefusesARepeatedElementAtItsStart) {
     auto const bytes = bytesOf(R"({"a":[{"b":true},{"b":true}]})");
     JsonReader reader(bytes);
     try {
@@ -127,7 +127,7 @@ TEST(Json, RefusesAnElementThatStandsThereAgainAtItsStart) {
     }
 }
 
-TEST(Json, RefusesWhatIsNoBoolean) {
+TEST(Json, RefusesWhatIsNotABoolean) {
     for (std::string const value :
          {"truE", "true1", "falsehood", "tru", "1", "0", "null", "\"true\"", "[]", "{}"}) {
         auto const bytes = bytesOf("{\"a\":" + value + "}");
@@ -142,7 +142,7 @@ TEST(Json, RefusesWhatIsNoBoolean) {
     }
 }
 
-TEST(Json, RefusesWhatIsNoJson) {
+TEST(Json, RefusesWhatIsNotJson) {
     for (auto const * text : {"", "[]", "{", "{}}", "{} x", R"({"a":{})", R"({"a":{}}})",
                               R"({"a":{}}{})", R"({"a":{"b":[}}})", R"({"a":{"b":["\q"]}})",
                               "{\"\xff\":{}}", "\xef\xbb\xbf{}", R"({"a":{},})", R"({"a" {}})"}) {
