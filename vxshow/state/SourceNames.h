@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <string_view>
 
 namespace vxshow::state {
@@ -22,10 +21,6 @@ enum class Role {
 
 /// The word for each role, in the order of `Role`, as fabric files write it.
 inline constexpr std::array<std::string_view, 4> roleWords{"switch", "hsc", "qvx", "evpn"};
-
-constexpr std::string_view roleWord(Role role) {
-    return roleWords[static_cast<std::size_t>(role)];
-}
 
 /// The names of the sources that are no switches: in a mount, in snapshots and in listings.
 inline constexpr char const * hscName = "HSC";

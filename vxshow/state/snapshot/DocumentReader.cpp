@@ -1,6 +1,7 @@
 #include "vxshow/state/snapshot/DocumentReader.h"
 
 #include "state/VniFdbStatusV2.h"
+#include "vxshow/state/SourceNames.h"
 #include "vxshow/state/snapshot/DirectoryReader.h"
 #include "vxshow/state/snapshot/EvpnReader.h"
 #include "vxshow/state/snapshot/RoutersReader.h"
@@ -67,7 +68,7 @@ Vex::Ptr<Cli::VniStatusDirList> readSources(text::JsonValue & value, SourceNames
 }
 
 Vex::Ptr<Cli::HostFloodTableList> readEvpnSources(text::JsonValue & value) {
-    static constexpr std::array<text::MemberName, 1> names{"EVPN"};
+    static constexpr std::array<text::MemberName, 1> names{evpnName};
     text::Members members(names);
     auto list = Cli::hostFloodTableListFactory();
     value.members("an object of sources",
@@ -106,13 +107,13 @@ State readState(text::JsonValue & value, std::string_view directoryName,
 }
 
 Mount::Received readReceived(text::JsonValue & value, Wanted & wanted) {
-    static constexpr std::array<text::MemberName, 2> sources{"HSC", "QVX"};
+    static constexpr std::array<text::MemberName, 2> sources{hscName, qvxName};
     return readState(value, "switches", readSwitches, &Mount::Received::switches, sources,
                      wanted.selection.received, wanted);
 }
 
 Mount::Advertised readAdvertised(text::JsonValue & value, Wanted & wanted) {
-    static constexpr std::array<text::MemberName, 1> sources{"HSC"};
+    static constexpr std::array<text::MemberName, 1> sources{hscName};
     return readState(value, "vnis", readVniEntries, &Mount::Advertised::vnis, sources,
                      wanted.selection.advertised, wanted);
 }

@@ -1,6 +1,7 @@
 #include "vxshow/state/snapshot/DocumentWriter.h"
 
 #include "state/VniFdbStatusV2.h"
+#include "vxshow/state/SourceNames.h"
 #include "vxshow/state/snapshot/DirectoryWriter.h"
 #include "vxshow/state/snapshot/EvpnWriter.h"
 #include "vxshow/state/snapshot/RoutersWriter.h"
@@ -30,14 +31,14 @@ public:
             if (received.switches) {
                 writeSwitches(*received.switches);
             }
-            writeSources(received.sources, {"HSC", "QVX"});
+            writeSources(received.sources, {hscName, qvxName});
             writeEvpnSources(received.evpn);
         });
         writePart("advertised", advertised.vnis || advertised.sources || advertised.evpn, [&] {
             if (advertised.vnis) {
                 writeVniEntries(*advertised.vnis);
             }
-            writeSources(advertised.sources, {"HSC"});
+            writeSources(advertised.sources, {hscName});
             writeEvpnSources(advertised.evpn);
         });
         writePart("routers", routers.switchInfoDir || routers.publishStatus || routers.lRStatusDir,
@@ -89,7 +90,7 @@ private:
 
     void writeEvpnSources(Vex::Ptr<Cli::HostFloodTableList> const & list) {
         if (list) {
-            writeByName("evpn", list->hostFloodTable(), {"EVPN"},
+            writeByName("evpn", list->hostFloodTable(), {evpnName},
                         [&](Cli::HostFloodTable const & tables) { writeEvpn(values_, tables); });
         }
     }
