@@ -45,8 +45,16 @@ function(vxlan_test_program name)
     target_link_options(${name} PRIVATE ${VXLAN_TEST_LINK_OPTIONS})
 endfunction()
 
-# vxlan_test(NAME ...) registers each test of such a program by itself.
+# vxlan_test(NAME [LABELS label...] ...) registers each test of such a program by itself. The
+# target shipped_tests builds the programs with the label `shipped`.
+add_custom_target(shipped_tests)
 function(vxlan_test name)
-    vxlan_test_program(${name} ${ARGN})
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+    cmake_parse_arguments(ARG "" "" "LABELS;SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
+    vxlan_test_program(${name} SOURCES ${ARG_SOURCES} LIBRARIES ${ARG_LIBRARIES}
+                       DEFINITIONS ${ARG_DEFINITIONS})
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+                         PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}")
+    if("shipped" IN_LIST ARG_LABELS)
+        add_dependencies(shipped_tests ${name})
+    endif()
 endfunction()
