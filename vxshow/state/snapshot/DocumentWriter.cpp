@@ -2,9 +2,9 @@
 
 #include "state/VniFdbStatusV2.h"
 #include "vxshow/state/SourceNames.h"
-#include "vxshow/state/snapshot/DirectoryWriter.h"
+#include "vxshow/state/snapshot/Directory.h"
 #include "vxshow/state/snapshot/EvpnWriter.h"
-#include "vxshow/state/snapshot/RoutersWriter.h"
+#include "vxshow/state/snapshot/Routers.h"
 #include "vxshow/state/snapshot/TablesWriter.h"
 
 #include <initializer_list>

@@ -14,30 +14,36 @@
 #include <string_view>
 #include <vector>
 
-/// The values that a snapshot is written of, the other way round from `Values.h`.
+/// The values that a snapshot consists of.
 namespace vxshow::state::snapshot {
 
-/// What a snapshot has no words for. Its text is one line of printable ASCII.
+/// The state holds what a snapshot cannot express. Its text is one line of printable ASCII.
 class Unwritable : public Vex::Error {
 public:
     using Vex::Error::Error;
 };
 
-/// `text` itself when JSON can have it, that is, when it is UTF-8. Another text would be read
-/// back as another name: throws `Unwritable`.
+/// `text` itself if it is UTF-8, as JSON must be. Throws `Unwritable` otherwise: another text
+/// would be read back as another name.
 std::string_view writable(std::string_view text);
 
-/// The text of an address or a number, for as long as this lives. Throws `Unwritable` for the
-/// value that stands for none.
+/// Throws `Unwritable` for the empty value.
+template <outfmt::TextValue Value>
+void requireAddress(Value const & value) {
+    if constexpr (requires { value.isNone(); }) {
+        if (value.isNone()) {
+            throw Unwritable("an entry has no address; a snapshot needs one");
+        }
+    }
+}
+
+/// The text of an address or a number, as long as this lives. Throws `Unwritable` for the empty
+/// value.
 template <outfmt::TextValue Value>
 class Spelled {
 public:
     explicit Spelled(Value const & value) {
-        if constexpr (requires { value.isNone(); }) {
-            if (value.isNone()) {
-                throw Unwritable("an entry has no address; a snapshot needs one");
-            }
-        }
+        requireAddress(value);
         length_ = static_cast<std::size_t>(value.writeTo(text_) - text_);
     }
 
@@ -48,7 +54,7 @@ private:
     std::size_t length_;
 };
 
-/// Writes members on a printer. Keys are the caller's to look after; values are checked.
+/// Writes members on a printer. The caller makes sure of the keys; values are checked.
 class ValuesWriter {
 public:
     explicit ValuesWriter(outfmt::Printer & printer)
@@ -75,6 +81,15 @@ public:
 
     /// `"MAC": { "vtep": IPv4, "moves": N }`, without moves when there were none.
     void binding(Nolt::EthAddr mac, Nolt::IpAddr vtep, Vex::U32 moves);
+
+    /// The member `key`, an address. Throws `Unwritable` for the empty one.
+    template <outfmt::TextValue Address>
+    void address(std::string_view key, Address const & address) {
+        requireAddress(address);
+        outfmt::StringAttrInfo info(printer_, key);
+        info.setValue(address);
+        printer_.addAttributesJson(1, info.getArg());
+    }
 
     /// The member `key`, a list of the addresses in the range, in ascending order.
     template <class Range>

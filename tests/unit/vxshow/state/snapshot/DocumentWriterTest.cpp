@@ -109,14 +109,14 @@ TEST(SnapshotWriter, RefusesAnEntryWithoutAnAddress) {
               "an entry has no address; a snapshot needs one");
 }
 
-TEST(SnapshotWriter, RefusesAVtepThatIsToldByItsInterface) {
+TEST(SnapshotWriter, RefusesAVtepThatIsNamedByItsInterface) {
     Mount mount;
     auto const dir = Vex::makePtr<VxlanController::SwitchInfoDir>();
     mount.routers.switchInfoDir = dir;
     dir->switchInfoIs("leaf1")->vtepMapIs({ip("10.0.0.1"), "Vxlan1"},
                                           dir->vtepMapIs(ip("10.0.0.1")));
     EXPECT_EQ(unwritable(mount),
-              "a VTEP is told by its interface 'Vxlan1', which a snapshot cannot say");
+              "a VTEP is named by its interface 'Vxlan1', which a snapshot cannot express");
 }
 
 TEST(SnapshotWriter, RefusesAVtepThatIsNotInTheDirectory) {
@@ -125,7 +125,7 @@ TEST(SnapshotWriter, RefusesAVtepThatIsNotInTheDirectory) {
     mount.routers.switchInfoDir = dir;
     dir->switchInfoIs("leaf1")->vtepMapIs({ip("10.0.0.1"), ""},
                                           Vex::makePtr<VxlanController::VtepMap>(ip("10.0.0.1")));
-    EXPECT_EQ(unwritable(mount), "the VTEP 10.0.0.1 of the switch 'leaf1' is none of the VTEPs");
+    EXPECT_EQ(unwritable(mount), "the VTEP 10.0.0.1 of the switch 'leaf1' is not among the VTEPs");
 }
 
 TEST(SnapshotWriter, WritesAVtepThatIsStoredFalseAsTheCommandsListIt) {

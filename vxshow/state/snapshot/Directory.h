@@ -3,13 +3,30 @@
 #include "Vex/Dir.h"
 #include "vxshow/state/snapshot/SortedByKey.h"
 #include "vxshow/state/snapshot/ValuesWriter.h"
+#include "vxshow/text/JsonAddresses.h"
 
+#include <string_view>
 #include <vector>
 
 namespace vxshow::state::snapshot {
 
-/// The member `key`, an object with a member for each entity of a directory, by name, which
-/// `write(entity)` fills. What is no `Entity` is nothing to the commands either.
+/// Reads an object into a directory: each member becomes the entity that
+/// `readEntity(Vex::Name const &, JsonValue &)` returns, under the member's name. Throws
+/// `Refusal`, in which `expected` describes the object.
+template <class ReadEntity>
+Vex::Ptr<Vex::Dir> readDirectory(text::JsonValue & value, std::string_view expected,
+                                 ReadEntity && readEntity) {
+    auto dir = Vex::makePtr<Vex::Dir>();
+    value.members(expected, [&](text::JsonText const & key, text::JsonValue & member) {
+        Vex::Name const name(key.text());
+        text::onlyNew(dir->entryState(name) == nullptr, key);
+        dir->entityIs(name, readEntity(name, member));
+    });
+    return dir;
+}
+
+/// Writes the member `key`, an object with a member for each entity of a directory, by name,
+/// which `write(entity)` fills. Entities of other types are left out: no command shows them.
 template <class Entity, class Write>
 void writeDirectory(ValuesWriter & values, std::string_view key, Vex::Dir const & directory,
                     Write && write) {

@@ -1,4 +1,4 @@
-#include "vxshow/state/snapshot/RoutersReader.h"
+#include "vxshow/state/snapshot/Routers.h"
 
 #include "tests/unit/vxshow/state/snapshot/Snapshots.h"
 

@@ -1,4 +1,4 @@
-#include "vxshow/state/snapshot/RouterStatusReader.h"
+#include "vxshow/state/snapshot/RouterStatus.h"
 
 #include "state/LRStatusV2.h"
 #include "tests/unit/vxshow/state/snapshot/Snapshots.h"

@@ -1,4 +1,4 @@
-#include "vxshow/state/snapshot/SwitchInfoReader.h"
+#include "vxshow/state/snapshot/SwitchesAndVteps.h"
 
 #include "tests/unit/vxshow/state/snapshot/Snapshots.h"
 
