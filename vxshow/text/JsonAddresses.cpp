@@ -1,9 +1,6 @@
 #include "vxshow/text/JsonAddresses.h"
 
 #include "Vex/Digits.h"
-#include "vxshow/text/JsonMembers.h"
-
-#include <array>
 
 namespace vxshow::text {
 
@@ -79,24 +76,6 @@ Nolt::IpGenPrefix readPrefix(JsonText const & text) {
 Vxlan::Vni readVni(JsonText const & text) {
     auto const number = Vex::readDecimal(text.text(), Vxlan::Vni::max);
     return Vxlan::Vni(required(number, text, "a VNI from 0 to 16777215 in decimal"));
-}
-
-Binding readBinding(JsonValue & value) {
-    constexpr std::size_t vtep = 0;
-    static constexpr std::array<MemberName, 2> names{"vtep", "moves"};
-    auto const * const start = value.at();
-    Members members(names);
-    Binding binding;
-    value.members("an object of \"vtep\" and \"moves\"",
-                  [&](JsonText const & name, JsonValue & member) {
-                      if (members.take(name) == vtep) {
-                          binding.vtep = readIpv4(member.text(anIpv4Address));
-                      } else {
-                          binding.moves = member.number(0xFFFFFFFF);
-                      }
-                  });
-    members.require(vtep, start);
-    return binding;
 }
 
 } // namespace vxshow::text

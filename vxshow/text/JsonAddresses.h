@@ -43,23 +43,11 @@ Nolt::IpGenPrefix readPrefix(JsonText const & text);
 /// In decimal: it is a key, so it is not read in the dotted form that people may type.
 Vxlan::Vni readVni(JsonText const & text);
 
-/// Where a unicast MAC address is.
-struct Binding {
-    Nolt::IpAddr vtep;
-    Vex::U32 moves = 0;
-};
-
-/// `{ "vtep": IPv4, "moves": N }`, without moves when there were none.
-Binding readBinding(JsonValue & value);
-
-/// `[ IPv4, … ]`: hands each to `insert`, which answers whether it is new, as it must be.
+/// `[ IPv4, … ]`: calls `insert` with each, which returns whether it is new, as it must be.
 template <class Insert>
 void readVteps(JsonValue & value, Insert && insert) {
-    value.texts("a list of IPv4 addresses", anIpv4Address, [&](JsonText const & text) {
-        if (!insert(readIpv4(text))) [[unlikely]] {
-            text.refuseAgain();
-        }
-    });
+    value.texts("a list of IPv4 addresses", anIpv4Address,
+                [&](JsonText const & text) { onlyNew(insert(readIpv4(text)), text); });
 }
 
 } // namespace vxshow::text

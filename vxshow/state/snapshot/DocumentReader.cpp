@@ -3,9 +3,9 @@
 #include "state/VniFdbStatusV2.h"
 #include "vxshow/state/SourceNames.h"
 #include "vxshow/state/snapshot/Directory.h"
-#include "vxshow/state/snapshot/EvpnReader.h"
+#include "vxshow/state/snapshot/EvpnTables.h"
+#include "vxshow/state/snapshot/PublishedTables.h"
 #include "vxshow/state/snapshot/Routers.h"
-#include "vxshow/state/snapshot/TablesReader.h"
 #include "vxshow/text/JsonMembers.h"
 
 #include <array>

@@ -3,9 +3,9 @@
 #include "state/VniFdbStatusV2.h"
 #include "vxshow/state/SourceNames.h"
 #include "vxshow/state/snapshot/Directory.h"
-#include "vxshow/state/snapshot/EvpnWriter.h"
+#include "vxshow/state/snapshot/EvpnTables.h"
+#include "vxshow/state/snapshot/PublishedTables.h"
 #include "vxshow/state/snapshot/Routers.h"
-#include "vxshow/state/snapshot/TablesWriter.h"
 
 #include <initializer_list>
 
@@ -19,7 +19,7 @@ using VxlanController::VniStatusDirV2;
 
 class Writer {
 public:
-    explicit Writer(outfmt::Printer & printer) : values_(printer), tables_(values_) {}
+    explicit Writer(outfmt::Printer & printer) : values_(printer) {}
 
     void write(Mount const & mount) {
         values_.text("format", "vxlan-controller-state");
@@ -56,12 +56,13 @@ private:
     void writeSwitches(Vex::Dir const & switches) {
         writeDirectory<VniStatusDirV2>(
             values_, "switches", switches,
-            [&](VniStatusDirV2 const & source) { tables_.write(source); });
+            [&](VniStatusDirV2 const & source) { writeTables(values_, source); });
     }
 
     void writeVniEntries(Vex::Dir const & entries) {
-        writeDirectory<VniFdbStatusV2>(values_, "vnis", entries,
-                                       [&](VniFdbStatusV2 const & entry) { tables_.write(entry); });
+        writeDirectory<VniFdbStatusV2>(values_, "vnis", entries, [&](VniFdbStatusV2 const & entry) {
+            writeTables(values_, entry);
+        });
     }
 
     /// The member `key` with a member for each of `sources`, a collection by name, whose
@@ -84,7 +85,7 @@ private:
                       std::initializer_list<std::string_view> known) {
         if (list) {
             writeByName("sources", list->vniStatusDir(), known,
-                        [&](VniStatusDirV2 const & source) { tables_.write(source); });
+                        [&](VniStatusDirV2 const & source) { writeTables(values_, source); });
         }
     }
 
@@ -96,7 +97,6 @@ private:
     }
 
     ValuesWriter values_;
-    TablesWriter tables_;
 };
 
 } // namespace

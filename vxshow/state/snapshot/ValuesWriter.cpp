@@ -12,18 +12,6 @@ std::string_view writable(std::string_view text) {
     return text;
 }
 
-void ValuesWriter::binding(Nolt::EthAddr mac, Nolt::IpAddr vtep, Vex::U32 moves) {
-    object(Spelled(mac), [&] {
-        vtep_.setValue(vtep);
-        if (moves == 0) {
-            printer_.addAttributesJson(1, vtep_.getArg());
-        } else {
-            moves_.setValue(moves);
-            printer_.addAttributesJson(2, vtep_.getArg(), moves_.getArg());
-        }
-    });
-}
-
 void ValuesWriter::element(std::string_view text) {
     element_.setValue(writable(text));
     printer_.addAttributesJson(1, element_.getArg());

@@ -57,9 +57,7 @@ private:
 /// Writes members on a printer. The caller makes sure of the keys; values are checked.
 class ValuesWriter {
 public:
-    explicit ValuesWriter(outfmt::Printer & printer)
-        : printer_(printer), vtep_(printer, "vtep"), moves_(printer, "moves"),
-          element_(printer, "") {}
+    explicit ValuesWriter(outfmt::Printer & printer) : printer_(printer), element_(printer, "") {}
 
     outfmt::Printer & printer() const noexcept { return printer_; }
 
@@ -78,9 +76,6 @@ public:
         fill();
         printer_.endList();
     }
-
-    /// `"MAC": { "vtep": IPv4, "moves": N }`, without moves when there were none.
-    void binding(Nolt::EthAddr mac, Nolt::IpAddr vtep, Vex::U32 moves);
 
     /// The member `key`, an address. Throws `Unwritable` for the empty one.
     template <outfmt::TextValue Address>
@@ -117,8 +112,6 @@ public:
 
 private:
     outfmt::Printer & printer_;
-    outfmt::StringAttrInfo vtep_;
-    outfmt::Attr64Info moves_;
     outfmt::StringAttrInfo element_;
 };
 

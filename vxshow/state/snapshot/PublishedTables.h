@@ -5,6 +5,7 @@
 #include "Vex/Slot.h"
 #include "state/VniStatusDirV2.h"
 #include "vxshow/state/Selection.h"
+#include "vxshow/state/snapshot/ValuesWriter.h"
 #include "vxshow/text/Json.h"
 
 #include <string_view>
@@ -12,12 +13,12 @@
 
 namespace vxshow::state::snapshot {
 
-/// The reader of the tables that the controller publishes for each VNI of a switch or source:
-/// `{ "unicast": …, "multipath": …, "flood": …, "arp": … }`, each of which may be missing.
+/// Reads the tables that the controller publishes for each VNI of a switch or source:
+/// `{ "unicast": …, "multipath": …, "flood": …, "arp": … }`, each of which can be missing.
 ///
-/// The entries of every table are gathered in the same vectors first, since how many there are
-/// shows at its end; the table is then made of all of them at once. What is not selected is
-/// checked like the rest, entry against entry, in tables that the next ones are put in.
+/// The entries of every table are first gathered in the same vectors, since their number is
+/// known only at its end; the table is then built from all of them at once. What is not selected
+/// is checked in the same way, in tables that are reused.
 class TablesReader {
 public:
     explicit TablesReader(Selection const & selection) : selection_(selection) {}
@@ -28,12 +29,16 @@ public:
     /// Only checks. Throws `Refusal`.
     void check(text::JsonValue & value);
 
-    /// Reads `{ VNI: TABLES }`: what is selected of a source, and nothing of one that is not
-    /// `selected` itself. Throws `Refusal`.
+    /// Reads `{ VNI: TABLES }`: what is selected of a source, or only checks if the source itself
+    /// is not `selected`. Throws `Refusal`.
     Vex::Ptr<VxlanController::VniStatusDirV2> readVniStatusDir(text::JsonValue & value,
                                                                bool selected);
 
 private:
+    friend void writeTables(ValuesWriter & values, VxlanController::VniTables const & tables);
+
+    struct Format;
+
     using VniSet = Vex::FlatHashMap<Vex::SetSlot<Vxlan::Vni>>;
     using Tables = VxlanController::VniTables;
 
@@ -50,7 +55,18 @@ private:
     std::vector<Tables::MacVtepMultiPathTable::Slot> multipath_;
     std::vector<Tables::MacVtepFloodListTable::Slot> flood_;
     std::vector<Tables::ArpTable::Slot> arp_;
-    std::vector<Vex::U32> keys_; ///< where each key stands, counted from its table's start
+    std::vector<Vex::U32> keys_; ///< where each key is, counted from its table's start
 };
+
+/// Writes tables as members of the open object: entries by key, an empty table not at all, which
+/// the reader takes for the same.
+///
+/// A snapshot cannot express two things of the published state, and no command shows them:
+/// whether a VTEP of a list is stored as true, as every publisher does, or as false; and whether
+/// a flood list is sent to all of its VTEPs or to any one.
+void writeTables(ValuesWriter & values, VxlanController::VniTables const & tables);
+
+/// Writes the VNIs of one source as members of the open object.
+void writeTables(ValuesWriter & values, VxlanController::VniStatusDirV2 const & source);
 
 } // namespace vxshow::state::snapshot

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "vxshow/state/snapshot/ValuesWriter.h"
+#include "vxshow/text/Json.h"
+
+namespace vxshow::state::snapshot {
+
+/// Where a unicast MAC address is: `{ "vtep": IPv4, "moves": N }`, without moves when there
+/// were none.
+struct Binding {
+    Nolt::IpAddr vtep;
+    Vex::U32 moves = 0;
+};
+
+/// Throws `Refusal`.
+Binding readBinding(text::JsonValue & value);
+
+/// Writes the member `key`.
+void writeBinding(ValuesWriter & values, std::string_view key, Binding const & binding);
+
+} // namespace vxshow::state::snapshot
