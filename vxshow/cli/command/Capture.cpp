@@ -1,7 +1,7 @@
 #include "outfmt/Interrupt.h"
 #include "outfmt/WriteError.h"
 #include "vxshow/cli/command/Commands.h"
-#include "vxshow/state/snapshot/DocumentWriter.h"
+#include "vxshow/state/snapshot/Document.h"
 #include "vxshow/system/AtomicFile.h"
 
 #include <cstdio>

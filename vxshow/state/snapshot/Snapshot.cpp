@@ -1,7 +1,7 @@
 #include "vxshow/state/snapshot/Snapshot.h"
 
 #include "Vex/Errors.h"
-#include "vxshow/state/snapshot/DocumentReader.h"
+#include "vxshow/state/snapshot/Document.h"
 #include "vxshow/text/JsonRefusal.h"
 
 #include <new>

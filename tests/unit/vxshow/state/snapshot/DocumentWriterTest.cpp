@@ -1,4 +1,4 @@
-#include "vxshow/state/snapshot/DocumentWriter.h"
+#include "vxshow/state/snapshot/Document.h"
 
 #include "outfmt/Interrupt.h"
 #include "state/FloodTable.h"

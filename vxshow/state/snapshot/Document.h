@@ -1,0 +1,23 @@
+#pragma once
+
+#include "outfmt/Printer.h"
+#include "vxshow/state/Mount.h"
+#include "vxshow/state/Selection.h"
+#include "vxshow/text/Json.h"
+
+namespace vxshow::state::snapshot {
+
+/// Reads a whole snapshot document, version 1, and mounts what is selected. Throws `Refusal`,
+/// `MalformedJson`, and `Pelo::TableError` when there is no room for a table.
+Mount readDocument(text::JsonReader & json, Selection const & selection);
+
+/// Writes what is mounted as a snapshot, from which `readSnapshot` makes the same mount, as far
+/// as any command shows it. Its order depends on the content alone, so the same state gives the
+/// same bytes. `printer` prints JSON.
+///
+/// Throws `Unwritable` for what a snapshot cannot express, since a document with half of a name
+/// or without a source would be taken for the whole; the exceptions of the printer; and
+/// `Pelo::CorruptionDetectedException` for a shared table that is damaged.
+void writeSnapshot(Mount const & mount, outfmt::Printer & printer);
+
+} // namespace vxshow::state::snapshot
