@@ -14,8 +14,6 @@ struct ArpFilter {
     Nolt::EthAddr mac;  ///< the zero address matches every MAC
     Nolt::IpGenAddr ip; ///< the empty address matches every IP
 
-    bool matchesVni(Vxlan::Vni candidate) const { return vni.isNone() || vni == candidate; }
-
     bool matches(ArpEntryV2 const & entry) const {
         return (mac.isZero() || mac == entry.macAddress()) &&
                (ip.isNone() || ip == entry.ipAddress());
@@ -42,7 +40,7 @@ template <class Target>
 void copyArpTable(VniTables const & status, Vxlan::Vni vni, bool dotted, ArpFilter const & filter,
                   Target & into) {
     InterruptPoll poll;
-    if (filter.matchesVni(vni)) {
+    if (filter.vni.matches(vni)) {
         copyArpEntries(status, filter, poll, *into.arpTableIs(vni.stringValue(dotted)));
     }
 }

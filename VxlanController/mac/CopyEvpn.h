@@ -15,8 +15,6 @@ struct EvpnTableFilter {
     Vxlan::VniOrNone vni;
     Nolt::EthAddr mac; ///< the zero address matches every MAC
     VtepList const & vteps;
-
-    bool matchesVni(Vxlan::Vni candidate) const { return vni.isNone() || vni == candidate; }
 };
 
 /// The pair of tables under `name`, or null with a trace record if there is none.
@@ -45,7 +43,7 @@ void copyHostTable(VcsEvpn::HostTable const & table, Target & target,
             VcsEvpn::HostKey const key = it.key();
             VcsEvpn::Host const host = it.value();
             bool const deadSlot = host == VcsEvpn::Host();
-            if (!deadSlot && filter.matchesVni(key.vni) &&
+            if (!deadSlot && filter.vni.matches(key.vni) &&
                 (filter.mac.isZero() || filter.mac == key.mac) &&
                 vtepIpFiltered(filter.vteps, host.vtepIp())) {
                 target.vniStatus(key.vni).macVtepTableIs(
@@ -66,7 +64,7 @@ void copyFloodTable(VcsEvpn::FloodTable const & table, Target & target,
             poll.step();
             VcsEvpn::FloodKey const key = it.key();
             bool const deadSlot = it.value() == VcsEvpn::FloodEntry();
-            if (!deadSlot && filter.matchesVni(key.vni) && filter.mac.isZero() &&
+            if (!deadSlot && filter.vni.matches(key.vni) && filter.mac.isZero() &&
                 vtepIpFiltered(filter.vteps, key.vtepIp)) {
                 target.vniStatus(key.vni)
                     .macVtepFloodListTableIs(Nolt::EthAddr())

@@ -33,6 +33,9 @@ public:
 
     constexpr bool isNone() const noexcept { return value_ == none; }
 
+    /// As a filter: whether it lets `vni` through, as none does with every VNI.
+    constexpr bool matches(Vni vni) const noexcept { return isNone() || value_ == vni.value(); }
+
     /// The number as given; `none` for none.
     constexpr Vex::U32 value() const noexcept { return value_; }
 

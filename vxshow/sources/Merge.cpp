@@ -135,7 +135,7 @@ void fillStatusDir(SideFacts const & side, state::Selection const & selection,
                    VxlanController::VniStatusDirV2 & dir) {
     TablesMaker tables(side, selection);
     for (Vxlan::Vni const vni : side.vnis) {
-        if (selection.takesVni(vni)) {
+        if (selection.vni.matches(vni)) {
             tables.fill(vni, *dir.vniStatusV2Is(vni));
         }
     }
@@ -241,7 +241,7 @@ void Merge::mountSwitches(state::Mount & mount) {
     auto const & facts = advertised_.facts();
     TablesMaker tables(facts, selection_);
     for (Vxlan::Vni const vni : facts.vnis) {
-        if (selection_.takesVni(vni)) {
+        if (selection_.vni.matches(vni)) {
             auto entry = Vex::makePtr<VxlanController::VniFdbStatusV2>();
             tables.fill(vni, *entry);
             mount.advertised.vnis->entityIs(Vex::Name(vni.stringValue()), entry);

@@ -6,7 +6,7 @@ namespace vxshow::state {
 
 bool Selection::takesEntry(std::string_view name) const {
     auto const number = Vex::readDecimal(name, Vxlan::Vni::max);
-    return !number || takesVni(Vxlan::Vni(*number));
+    return !number || vni.matches(Vxlan::Vni(*number));
 }
 
 } // namespace vxshow::state

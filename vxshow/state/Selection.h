@@ -8,12 +8,11 @@
 
 namespace vxshow::state {
 
-/// What of the state a command is going to look at; at first everything.
+/// The part of the state that a command shows; everything by default.
 ///
-/// A source of state reads and checks all that it has, but need not build what is not
-/// selected: of a fabric with a thousand VNIs, a listing of one needs one. Whatever is
-/// mounted beyond the selection changes no listing, so a source may select less sharply
-/// than it is asked to.
+/// A source of state reads and checks all that it has, but need not build what is not selected:
+/// in a fabric with a thousand VNIs, a listing of one needs one. State that is mounted beyond
+/// the selection changes no listing, so a source can mount more than is selected.
 struct Selection {
     bool received = true;      ///< `Mount::received`
     bool advertised = true;    ///< `Mount::advertised`
@@ -21,16 +20,15 @@ struct Selection {
     bool macTables = true;     ///< of each VNI: unicast, multipath, flood
     bool arpTables = true;     ///< of each VNI
     Vxlan::VniOrNone vni = {}; ///< none: every VNI
-    Nolt::EthAddr mac = {};    ///< of MAC tables, only entries of this one; zero: every one
-    std::string source = {};   ///< the source's name as it is filtered by; empty: every one
+    Nolt::EthAddr mac = {};    ///< the one MAC address of MAC tables; zero: every one
+    std::string source = {};   ///< the source's name as the filter has it; empty: every source
 
-    bool takesVni(Vxlan::Vni candidate) const { return vni.isNone() || vni == candidate; }
-
-    /// Whether the entry of a per-VNI directory is taken. Its name may be any text, of which
-    /// each command makes a VNI in its own way; only another VNI's plain number is none.
+    /// Whether the entry `name` of a per-VNI directory is selected. The name can be any text, and
+    /// each command makes a VNI of it in its own way; only the decimal number of another VNI is
+    /// not selected.
     bool takesEntry(std::string_view name) const;
 
-    /// Whether a switch of that name is taken: by the filter "all", too.
+    /// Whether the switch `name` is selected: by the filter "all", too.
     bool takesSwitch(std::string_view name) const {
         return source.empty() || source == "all" || source == name;
     }

@@ -53,7 +53,7 @@ public:
 
     /// Whether entries of that MAC address in that VNI are selected.
     bool takes(Vxlan::Vni vni, Nolt::EthAddr mac) const {
-        return selection_.takesVni(vni) && (selection_.mac.isZero() || selection_.mac == mac);
+        return selection_.vni.matches(vni) && (selection_.mac.isZero() || selection_.mac == mac);
     }
 
     /// The entry of a MAC address that has none yet.

@@ -188,7 +188,7 @@ Vex::Ptr<VxlanController::VniStatusDirV2> TablesReader::readVniStatusDir(text::J
                   [&](text::JsonText const & key, text::JsonValue & tables) {
                       auto const vni = text::readVni(key);
                       text::onlyNew(vnis_.upsert(VniSet::Slot(vni, true)), key);
-                      if (selected && selection_.takesVni(vni)) {
+                      if (selected && selection_.vni.matches(vni)) {
                           read(tables, *dir->vniStatusV2Is(vni));
                       } else {
                           check(tables);

@@ -68,6 +68,16 @@ TEST(VniOrNone, IsOrderedAsANumber) {
                                              VniOrNone(0xFFFFFFFF)});
 }
 
+TEST(VniOrNone, AsAFilterNoneMatchesEveryVniAndAVniItself) {
+    for (Vni const vni : {Vni(0), Vni(10), Vni(0xFFFFFF)}) {
+        EXPECT_TRUE(VniOrNone().matches(vni));
+    }
+    EXPECT_TRUE(VniOrNone(10).matches(Vni(10)));
+    EXPECT_FALSE(VniOrNone(10).matches(Vni(11)));
+    EXPECT_FALSE(VniOrNone(0).matches(Vni(10)));
+    EXPECT_FALSE(VniOrNone(VniOrNone::none + 1).matches(Vni(1)));
+}
+
 TEST(VniOrNone, HashesAreWellSpread) {
     valuechecks::expectSpreadHashes(
         valuechecks::manyValues([](unsigned number) { return VniOrNone(number); }));
