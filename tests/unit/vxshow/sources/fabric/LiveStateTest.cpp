@@ -15,8 +15,6 @@ using namespace sources;
 using namespace sources::fabric;
 using state::Keep;
 
-namespace {
-
 /// Answers with one switch, or fails, as the test sets it.
 class SwitchableAccess final : public Access {
 public:
@@ -61,8 +59,6 @@ protected:
     std::shared_ptr<SwitchableAccess> leaf1 = std::make_shared<SwitchableAccess>();
     std::shared_ptr<SwitchableAccess> leaf2 = std::make_shared<SwitchableAccess>();
 };
-
-} // namespace
 
 TEST_F(LiveStateTest, IsCompleteIfEverySourceAnswers) {
     auto const reading = liveState(Keep::nothing).read({});

@@ -16,6 +16,19 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// Prints a line for each command, and no answers.
+constexpr char const * echo = R"(
+while [ $# -gt 0 ]; do
+    if [ "$1" = -c ]; then
+        shift
+        echo "a # b# $1"
+    fi
+    shift
+done
+)";
+
+} // namespace
+
 /// A `vtysh` that is a script, run with the words that a real one would get.
 class VtyshTest : public testing::Test {
 protected:
@@ -47,19 +60,6 @@ protected:
     std::string folder_;
     std::size_t received_ = 0;
 };
-
-/// Prints a line for each command, and no answers.
-constexpr char const * echo = R"(
-while [ $# -gt 0 ]; do
-    if [ "$1" = -c ]; then
-        shift
-        echo "a # b# $1"
-    fi
-    shift
-done
-)";
-
-} // namespace
 
 TEST_F(VtyshTest, IsRunForItsAnswers) {
     auto const answer = ask(echo);

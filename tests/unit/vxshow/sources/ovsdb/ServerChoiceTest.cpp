@@ -48,6 +48,8 @@ std::string fails(std::string const & error) {
     return "echo 'ovsdb-client: " + error + "' >&2; exit 1";
 }
 
+} // namespace
+
 class ServerChoice : public ScriptedServers {
 protected:
     /// The remote that is chosen within `limit`, or why none is.
@@ -62,8 +64,6 @@ protected:
         }
     }
 };
-
-} // namespace
 
 TEST_F(ServerChoice, SucceedsIfAllServersTakeLongerThanTheFirstQuestion) {
     auto const slow = after("1.3", follower);

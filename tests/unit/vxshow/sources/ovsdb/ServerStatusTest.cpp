@@ -29,11 +29,11 @@ std::string statusRefusal(std::string_view answer) {
 
 constexpr sources::ovsdb::Uuid cluster{1, 2};
 
-ServerStatus memberStatus(bool leader, std::int64_t index, bool connected = true) {
+ServerStatus memberStatus(bool leads, std::int64_t index, bool connected = true) {
     return {.model = ServerStatus::Model::clustered,
             .cluster = cluster,
             .connected = connected,
-            .leader = leader,
+            .leader = leads,
             .index = index};
 }
 
