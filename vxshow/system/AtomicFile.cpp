@@ -1,6 +1,7 @@
 #include "vxshow/system/AtomicFile.h"
 
 #include "outfmt/Interrupt.h"
+#include "vxshow/system/SystemError.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -10,33 +11,30 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace vxshow::system {
 
 namespace {
 
-constexpr mode_t everybody = 0666; // less what the mask takes
-constexpr mode_t permissions = 0777;
-
-[[noreturn]] void throwErrno() {
-    throw std::system_error(errno, std::generic_category());
-}
+constexpr mode_t newFileMode = 0666; // the umask still applies
+constexpr mode_t permissionBits = 0777;
 
 void require(bool done) {
     if (!done) {
-        throwErrno();
+        throwSystemError();
     }
 }
 
-/// Opens a device or a pipe: one that waits for its reader is given up on interrupt.
-int openInPlace(std::string const & path) {
+/// Opens a device or a pipe. An interrupt ends the wait for the reader of a pipe.
+OwnedDescriptor openInPlace(std::string const & path) {
     for (;;) {
-        int const descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
-        if (descriptor >= 0) {
-            return descriptor;
+        OwnedDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+        if (file.isOpen()) {
+            return file;
         }
         if (errno != EINTR) {
-            throwErrno();
+            throwSystemError();
         }
         outfmt::checkInterrupt();
     }
@@ -47,46 +45,45 @@ std::string folderOf(std::string const & path) {
     return slash == std::string::npos ? "." : path.substr(0, slash + 1);
 }
 
-/// Has `make(name)` make something under a name of `folder` that nothing has yet, and returns
-/// the name.
-template <class Make>
-std::string madeUnderNewName(std::string const & folder, Make && make) {
+/// Calls `create(path)` with paths in `folder` until one does not exist yet, and returns that.
+template <class Create>
+std::string createUnderUniqueName(std::string const & folder, Create && create) {
     std::random_device random;
     for (;;) {
         char name[32];
         std::snprintf(name, sizeof(name), "/.vxshow-%08x", random());
         std::string path = folder + name;
-        if (make(path)) {
+        if (create(path)) {
             return path;
         }
         if (errno != EEXIST) {
-            throwErrno();
+            throwSystemError();
         }
     }
 }
 
-/// Where a file would come to stand: links that lead to nothing yet are followed as well.
-std::string behindLinks(std::string const & path) {
-    constexpr unsigned mostLinks = 40; // as many as Linux follows
-    std::filesystem::path behind(path);
-    for (unsigned followed = 0; followed < mostLinks; ++followed) {
-        std::error_code none;
-        auto const target = std::filesystem::read_symlink(behind, none);
-        if (none) {
+/// The path at which a new file would be created: dangling links are followed as well.
+std::string followLinks(std::string const & path) {
+    constexpr unsigned maxLinks = 40; // as many as Linux follows
+    std::filesystem::path followed(path);
+    for (unsigned count = 0; count < maxLinks; ++count) {
+        std::error_code notALink;
+        auto const target = std::filesystem::read_symlink(followed, notALink);
+        if (notALink) {
             break;
         }
-        behind = behind.parent_path() / target;
+        followed = followed.parent_path() / target;
     }
-    return behind.string();
+    return followed.string();
 }
 
-std::string linkOf(int descriptor) {
-    return "/proc/self/fd/" + std::to_string(descriptor);
+std::string procLink(OwnedDescriptor const & file) {
+    return "/proc/self/fd/" + std::to_string(file.number());
 }
 
 } // namespace
 
-HeldSignals::HeldSignals() noexcept {
+BlockedSignals::BlockedSignals() noexcept {
     sigset_t ending;
     sigemptyset(&ending);
     for (int const signal : {SIGALRM, SIGHUP, SIGQUIT, SIGTERM}) {
@@ -95,65 +92,63 @@ HeldSignals::HeldSignals() noexcept {
     pthread_sigmask(SIG_BLOCK, &ending, &before_);
 }
 
-HeldSignals::~HeldSignals() {
+BlockedSignals::~BlockedSignals() {
     pthread_sigmask(SIG_SETMASK, &before_, nullptr);
 }
 
-// Once the other constructor is through, the destructor clears up after this one.
+// Delegates, so that the destructor cleans up if this constructor throws.
 AtomicFile::AtomicFile(std::string const & path, Temporary temporary) : AtomicFile() {
     struct stat old {};
 
-    bool const there = ::stat(path.c_str(), &old) == 0;
-    require(there || errno == ENOENT);
-    if (there && !S_ISREG(old.st_mode)) {
+    bool const exists = ::stat(path.c_str(), &old) == 0;
+    require(exists || errno == ENOENT);
+    if (exists && !S_ISREG(old.st_mode)) {
         descriptor_ = openInPlace(path);
         return;
     }
-    target_ = there ? std::filesystem::canonical(path).string() : behindLinks(path);
-    require(!there || ::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) == 0);
+    target_ = exists ? std::filesystem::canonical(path).string() : followLinks(path);
+    require(!exists || ::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) == 0);
     auto const folder = folderOf(target_);
     if (temporary == Temporary::named || !openUnnamed(folder)) {
         openNamed(folder);
     }
-    require(!there || ::fchmod(descriptor_, old.st_mode & permissions) == 0);
+    require(!exists || ::fchmod(descriptor(), old.st_mode & permissionBits) == 0);
 }
 
 AtomicFile::~AtomicFile() {
-    if (descriptor_ >= 0) {
-        ::close(descriptor_);
-    }
     if (!temporary_.empty()) {
         ::unlink(temporary_.c_str());
     }
 }
 
-/// False where the file system, or the machine, has no such files.
+/// Returns false if the file system or the machine does not support unnamed files.
 bool AtomicFile::openUnnamed(std::string const & folder) {
-    descriptor_ = ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, everybody);
-    if (descriptor_ < 0) {
+    OwnedDescriptor file(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, newFileMode));
+    if (!file.isOpen()) {
         require(errno == EOPNOTSUPP || errno == EISDIR);
         return false;
     }
-    if (::access(linkOf(descriptor_).c_str(), F_OK) != 0) {
-        ::close(descriptor_);
-        descriptor_ = -1;
+    // Without /proc the file could not be given a name later.
+    if (::access(procLink(file).c_str(), F_OK) != 0) {
         return false;
     }
+    descriptor_ = std::move(file);
     return true;
 }
 
 void AtomicFile::openNamed(std::string const & folder) {
-    held_.emplace();
-    temporary_ = madeUnderNewName(folder, [&](std::string const & name) {
-        descriptor_ = ::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, everybody);
-        return descriptor_ >= 0;
+    blocked_.emplace();
+    temporary_ = createUnderUniqueName(folder, [&](std::string const & name) {
+        descriptor_ = OwnedDescriptor(
+            ::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, newFileMode));
+        return descriptor_.isOpen();
     });
 }
 
-void AtomicFile::giveName() {
-    held_.emplace();
-    auto const self = linkOf(descriptor_);
-    temporary_ = madeUnderNewName(folderOf(target_), [&](std::string const & name) {
+void AtomicFile::linkTemporary() {
+    blocked_.emplace();
+    auto const self = procLink(descriptor_);
+    temporary_ = createUnderUniqueName(folderOf(target_), [&](std::string const & name) {
         return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
     });
 }
@@ -162,14 +157,14 @@ void AtomicFile::commit() {
     if (target_.empty()) {
         return;
     }
-    require(::fsync(descriptor_) == 0);
-    // A file that is put in the place of another needs a name first.
+    require(::fsync(descriptor()) == 0);
+    // Only a file with a name can replace another one.
     if (temporary_.empty()) {
-        giveName();
+        linkTemporary();
     }
     require(::rename(temporary_.c_str(), target_.c_str()) == 0);
     temporary_.clear();
-    held_.reset();
+    blocked_.reset();
 }
 
 } // namespace vxshow::system

@@ -1,55 +1,55 @@
 #pragma once
 
+#include "vxshow/system/OwnedDescriptor.h"
+
 #include <csignal>
 #include <optional>
 #include <string>
 
 namespace vxshow::system {
 
-/// Keeps the signals that end a process waiting for as long as it lives: for the moments in
-/// which a file stands in the folder that nobody wants should the process end. The interrupt
-/// is not among them, since it only sets a flag; the alarm that follows it is.
-class HeldSignals {
+/// Blocks the signals that end a process, for as long as the object lives: while a temporary file
+/// has a name, and would be left behind if the process ended. SIGINT is not blocked, since it only
+/// sets a flag; the SIGALRM that follows it is.
+class BlockedSignals {
 public:
-    HeldSignals() noexcept;
-    HeldSignals(HeldSignals const &) = delete;
-    HeldSignals & operator=(HeldSignals const &) = delete;
-    ~HeldSignals();
+    BlockedSignals() noexcept;
+    BlockedSignals(BlockedSignals const &) = delete;
+    BlockedSignals & operator=(BlockedSignals const &) = delete;
+    ~BlockedSignals();
 
 private:
     sigset_t before_;
 };
 
-/// A file that is written whole or not at all: until `commit` what stood under its name
-/// stands there, and when there is no `commit`, because something failed, it stays.
+/// A file that is written completely or not at all: until `commit`, the old file stays in place;
+/// without a `commit`, because something failed, it stays for good.
 ///
-/// The bytes go into a file without a name in the same folder, which the system drops with the
-/// process however that ends; file systems that have none get a hidden file instead. What
-/// stood there before passes on its permissions and nothing else; a new file gets those that
-/// the user's mask leaves. A symbolic link stays one, and the file behind it is written.
+/// The bytes go to an unnamed file in the same folder, which the system removes if the process
+/// ends for any reason; on file systems without unnamed files, to a hidden file. The new file gets
+/// the permissions of the old one, but none of its other attributes; if there was none, the umask
+/// applies. A symbolic link stays a link, and its target is written.
 ///
-/// What is no regular file, a device or a pipe, cannot be replaced and takes the bytes as they
-/// come.
+/// A device or a pipe cannot be replaced: it is written to directly.
 class AtomicFile {
 public:
     enum class Temporary { unnamed, named };
 
-    /// Opens the file. Raises `std::system_error` as the system refuses: also where a file
-    /// stands that the user must not write, though the folder would let it be replaced.
-    /// Where `temporary` is named, the file without a name is not tried.
+    /// Opens the file. Raises `std::system_error` if the system refuses, and also if the user has
+    /// no permission to write the old file, although the folder would allow replacing it.
+    /// `Temporary::named` uses a hidden file even if the file system has unnamed ones.
     explicit AtomicFile(std::string const & path, Temporary temporary = Temporary::unnamed);
 
     AtomicFile(AtomicFile const &) = delete;
     AtomicFile & operator=(AtomicFile const &) = delete;
 
-    /// Drops what was written, unless it was committed.
+    /// Discards what was written, unless it was committed.
     ~AtomicFile();
 
-    /// Where to write.
-    int descriptor() const noexcept { return descriptor_; }
+    /// The descriptor to write to.
+    int descriptor() const noexcept { return descriptor_.number(); }
 
-    /// Has the bytes written to the disk, then puts the file under its name. Raises
-    /// `std::system_error`.
+    /// Flushes the bytes to the disk, then gives the file its name. Raises `std::system_error`.
     void commit();
 
 private:
@@ -57,12 +57,12 @@ private:
 
     bool openUnnamed(std::string const & folder);
     void openNamed(std::string const & folder);
-    void giveName();
+    void linkTemporary();
 
-    std::string target_;    ///< what is replaced; empty where bytes are taken as they come
-    std::string temporary_; ///< the file's name until it has its own; empty while it has none
-    std::optional<HeldSignals> held_;
-    int descriptor_ = -1;
+    std::string target_;    ///< the file to replace; empty for a device or a pipe
+    std::string temporary_; ///< the temporary file's path; empty while it has none
+    std::optional<BlockedSignals> blocked_;
+    OwnedDescriptor descriptor_;
 };
 
 } // namespace vxshow::system

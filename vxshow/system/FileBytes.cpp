@@ -1,7 +1,9 @@
 #include "vxshow/system/FileBytes.h"
 
+#include "vxshow/system/DescriptorIo.h"
 #include "vxshow/system/GrowingBytes.h"
 #include "vxshow/system/OwnedDescriptor.h"
+#include "vxshow/system/SystemError.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,27 +13,22 @@
 #include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace vxshow::system {
 
 namespace {
-
-[[noreturn]] void throwReadError() {
-    throw std::system_error(errno, std::generic_category());
-}
 
 [[noreturn]] void throwTooLong(std::string const & found) {
     throw std::length_error("found " + found + " bytes, expected at most " +
                             std::to_string(FileBytes::longest));
 }
 
-/// What the file says of its length: 0 for a pipe, and for the files that a kernel makes up.
+/// The length that the system reports: 0 for a pipe and for the kernel's own files (/proc).
 std::size_t announcedSize(int descriptor) {
     struct stat status {};
 
     if (::fstat(descriptor, &status) != 0) {
-        throwReadError();
+        throwSystemError();
     }
     if (!S_ISREG(status.st_mode)) {
         return 0;
@@ -43,25 +40,15 @@ std::size_t announcedSize(int descriptor) {
     return size;
 }
 
-std::size_t readSome(int descriptor, char * to, std::size_t room) {
-    for (;;) {
-        auto const got = ::read(descriptor, to, room);
-        if (got >= 0) {
-            return static_cast<std::size_t>(got);
-        }
-        if (errno != EINTR) {
-            throwReadError();
-        }
-    }
-}
-
 } // namespace
 
 FileBytes FileBytes::read(int descriptor) {
     GrowingBytes bytes(longest, announcedSize(descriptor));
     for (;;) {
-        auto const room = bytes.room();
-        std::size_t const got = readSome(descriptor, room.data(), room.size());
+        auto const [got, error] = readSome(descriptor, bytes.room());
+        if (error) {
+            throw std::system_error(error);
+        }
         if (got == 0) {
             return bytes.take();
         }
@@ -86,11 +73,10 @@ FileBytes FileBytes::copyOf(std::string_view text) {
 }
 
 FileBytes FileBytes::open(std::string const & path) {
-    int const number = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (number < 0) {
-        throwReadError();
+    OwnedDescriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen()) {
+        throwSystemError();
     }
-    OwnedDescriptor const file(number);
     return read(file.number());
 }
 

@@ -8,14 +8,14 @@ namespace vxshow::system {
 
 namespace {
 
-constexpr std::size_t leastCapacity = 65536;
+constexpr std::size_t initialCapacity = 65536;
 
 } // namespace
 
 GrowingBytes::GrowingBytes(std::size_t most, std::size_t expected)
     : most_(std::min(most, FileBytes::longest)) {
-    // The read that finds the end needs room to read into, too.
-    grow(std::max(expected + 1, leastCapacity));
+    // The read that finds the end of the file needs room as well.
+    grow(std::max(expected + 1, initialCapacity));
 }
 
 void GrowingBytes::grow(std::size_t capacity) {

@@ -7,28 +7,28 @@
 
 namespace vxshow::system {
 
-/// Bytes whose number is known once they are all there, as those from a pipe. They are put
-/// where they stay: what has grown becomes the `FileBytes` without being copied.
+/// A buffer for bytes whose number is not known in advance, such as those from a pipe. It becomes
+/// a `FileBytes` without being copied.
 class GrowingBytes {
 public:
-    /// For up to `most` bytes, and for one more: it is by this one that too many are noticed.
-    /// `most` is at most `FileBytes::longest`. `expected` is a guess at the number that spares
-    /// the growing. Raises `std::bad_alloc`.
+    /// Has room for up to `most` bytes and one more, by which too many are noticed. `most` is at
+    /// most `FileBytes::longest`. `expected` is an estimate that saves growing. Raises
+    /// `std::bad_alloc`.
     explicit GrowingBytes(std::size_t most, std::size_t expected = 0);
 
-    /// Where the next bytes go: some room, unless `isTooLong`. Raises `std::bad_alloc`, and
-    /// then the bytes stay. What it has given before is invalid.
+    /// The free part of the buffer, for the next bytes; not empty unless `isTooLong`. Invalidates
+    /// what it returned before. Raises `std::bad_alloc`, which leaves the bytes intact.
     std::span<char> room();
 
-    /// The first `count` bytes of the room, which is not longer, hold bytes now.
+    /// Adds the first `count` bytes of `room()`, which must have been filled.
     void add(std::size_t count) noexcept { size_ += count; }
 
     std::size_t size() const noexcept { return size_; }
 
-    /// More than `most` have come.
+    /// Whether more than `most` bytes were added.
     bool isTooLong() const noexcept { return size_ > most_; }
 
-    /// All that have come. Nothing may be added later.
+    /// All bytes. Nothing can be added afterwards.
     FileBytes take() noexcept;
 
 private:

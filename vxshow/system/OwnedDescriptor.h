@@ -5,12 +5,13 @@
 
 namespace vxshow::system {
 
-/// An open descriptor, closed at the end. One that is negative is none.
+/// An open file descriptor, closed by the destructor. Holds none when its number is negative.
+/// This is the one type under vxshow/ that owns a descriptor.
 class OwnedDescriptor {
 public:
     OwnedDescriptor() = default;
 
-    /// Takes `number` over.
+    /// Takes ownership of `number`.
     explicit OwnedDescriptor(int number) noexcept : number_(number) {}
 
     OwnedDescriptor(OwnedDescriptor && other) noexcept
@@ -21,15 +22,20 @@ public:
         return *this;
     }
 
-    ~OwnedDescriptor() {
-        if (number_ >= 0) {
-            ::close(number_);
-        }
-    }
+    ~OwnedDescriptor() { close(); }
 
     int number() const noexcept { return number_; }
 
-    /// Gives it away, open.
+    bool isOpen() const noexcept { return number_ >= 0; }
+
+    /// Closes it now; does nothing when it holds none.
+    void close() noexcept {
+        if (isOpen()) {
+            ::close(std::exchange(number_, -1));
+        }
+    }
+
+    /// Gives up ownership and returns the number; the descriptor stays open.
     int release() noexcept { return std::exchange(number_, -1); }
 
 private:

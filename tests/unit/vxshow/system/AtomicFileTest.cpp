@@ -20,7 +20,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// Both ways to keep the file out of sight; the folder is empty at first.
+/// Runs with both kinds of temporary file, in a folder that is empty at first.
 class AtomicFiles : public testing::TestWithParam<AtomicFile::Temporary> {
 protected:
     AtomicFiles() {
@@ -59,7 +59,7 @@ void append(AtomicFile const & file, std::string const & text) {
               static_cast<ssize_t>(text.size()));
 }
 
-TEST_P(AtomicFiles, WhatIsCommittedStandsThere) {
+TEST_P(AtomicFiles, ACommittedFileIsInPlace) {
     {
         AtomicFile file(path("new"), GetParam());
         append(file, "text");
@@ -71,7 +71,7 @@ TEST_P(AtomicFiles, WhatIsCommittedStandsThere) {
     EXPECT_EQ(names(), Names{"new"});
 }
 
-TEST_P(AtomicFiles, WhatIsNotCommittedWasNeverThere) {
+TEST_P(AtomicFiles, AnUncommittedFileLeavesNothing) {
     {
         AtomicFile const file(path("new"), GetParam());
         append(file, "text");
@@ -88,7 +88,7 @@ TEST_P(AtomicFiles, TheOldFileIsWholeUntilTheCommit) {
     EXPECT_EQ(content("old"), "text");
 }
 
-TEST_P(AtomicFiles, WhoHasTheOldFileOpenReadsOn) {
+TEST_P(AtomicFiles, AReaderOfTheOldFileIsNotDisturbed) {
     put("old", "old");
     std::ifstream reader(path("old"));
     AtomicFile file(path("old"), GetParam());
@@ -99,7 +99,7 @@ TEST_P(AtomicFiles, WhoHasTheOldFileOpenReadsOn) {
     EXPECT_EQ(line, "old");
 }
 
-TEST_P(AtomicFiles, PermissionsArePassedOn) {
+TEST_P(AtomicFiles, TheOldFilesPermissionsAreKept) {
     put("old", "old");
     ASSERT_EQ(chmod(path("old").c_str(), 0606), 0);
     AtomicFile file(path("old"), GetParam());
@@ -108,7 +108,7 @@ TEST_P(AtomicFiles, PermissionsArePassedOn) {
               static_cast<std::filesystem::perms>(0606));
 }
 
-TEST_P(AtomicFiles, ANewFileHasThePermissionsThatTheMaskLeaves) {
+TEST_P(AtomicFiles, ANewFilesPermissionsFollowTheUmask) {
     auto const mask = umask(026);
     AtomicFile file(path("new"), GetParam());
     umask(mask);
@@ -127,7 +127,7 @@ TEST_P(AtomicFiles, ASymbolicLinkStaysOne) {
     EXPECT_EQ(content("behind"), "text");
 }
 
-TEST_P(AtomicFiles, ASymbolicLinkToNothingStaysOneToo) {
+TEST_P(AtomicFiles, ADanglingSymbolicLinkStaysOne) {
     std::filesystem::create_directory(path("folder"));
     std::filesystem::create_symlink("folder/second", path("first"));
     std::filesystem::create_symlink("behind", path("folder/second"));
@@ -139,14 +139,14 @@ TEST_P(AtomicFiles, ASymbolicLinkToNothingStaysOneToo) {
     EXPECT_EQ(content("folder/behind"), "text");
 }
 
-TEST_P(AtomicFiles, LinksInACircleAreAnError) {
+TEST_P(AtomicFiles, CircularLinksAreAnError) {
     std::filesystem::create_symlink("b", path("a"));
     std::filesystem::create_symlink("a", path("b"));
     EXPECT_THROW(AtomicFile(path("a"), GetParam()), std::system_error);
     EXPECT_TRUE(std::filesystem::is_symlink(path("a")));
 }
 
-TEST_P(AtomicFiles, AFolderThatTookTheNameMeanwhileIsAnErrorThatLeavesNothing) {
+TEST_P(AtomicFiles, AFolderCreatedMeanwhileUnderTheNameIsAnErrorAndLeavesNothing) {
     {
         AtomicFile file(path("new"), GetParam());
         std::filesystem::create_directory(path("new"));
@@ -156,7 +156,7 @@ TEST_P(AtomicFiles, AFolderThatTookTheNameMeanwhileIsAnErrorThatLeavesNothing) {
     EXPECT_TRUE(std::filesystem::is_directory(path("new")));
 }
 
-TEST_P(AtomicFiles, ANameOfTheGreatestLengthIsTaken) {
+TEST_P(AtomicFiles, ANameOfTheGreatestLengthIsAccepted) {
     std::string const longest(255, 'n');
     AtomicFile file(path(longest), GetParam());
     file.commit();
@@ -174,7 +174,7 @@ TEST_P(AtomicFiles, ANameWithoutAFolderIsInTheCurrentOne) {
     EXPECT_EQ(names(), Names{"new"});
 }
 
-TEST_P(AtomicFiles, AFolderThatIsNotThereIsAnError) {
+TEST_P(AtomicFiles, AMissingFolderIsAnError) {
     try {
         AtomicFile const file(path("none/new"), GetParam());
         FAIL() << "opened";
@@ -183,14 +183,14 @@ TEST_P(AtomicFiles, AFolderThatIsNotThereIsAnError) {
     }
 }
 
-TEST_P(AtomicFiles, ADeviceTakesTheBytesAsTheyCome) {
+TEST_P(AtomicFiles, ADeviceIsWrittenToDirectly) {
     AtomicFile file("/dev/null", GetParam());
     append(file, "text");
     file.commit();
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }
 
-TEST_P(AtomicFiles, SignalsArriveOnceTheFileHasItsName) {
+TEST_P(AtomicFiles, SignalsAreDeliveredOnceTheFileHasItsName) {
     AtomicFile file(path("new"), GetParam());
     file.commit();
     sigset_t held;
@@ -207,13 +207,13 @@ INSTANTIATE_TEST_SUITE_P(Both, AtomicFiles,
                                                                                  : "Unnamed";
                          });
 
-TEST(HeldSignals, WaitForItsEnd) {
+TEST(BlockedSignals, AreDeliveredAtItsEnd) {
     static volatile std::sig_atomic_t come = 0;
     for (int const signal : {SIGALRM, SIGHUP, SIGQUIT, SIGTERM}) {
         come = 0;
         auto const before = std::signal(signal, [](int) { come = 1; });
         {
-            HeldSignals const held;
+            BlockedSignals const held;
             std::raise(signal);
             EXPECT_EQ(come, 0);
         }

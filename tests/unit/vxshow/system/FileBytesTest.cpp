@@ -19,7 +19,7 @@ bool isPadded(FileBytes const & bytes) {
     return std::all_of(end, end + FileBytes::padding, [](char c) { return c == 0; });
 }
 
-TEST(FileBytes, HoldsAllOfAFileAndZerosBehindIt) {
+TEST(FileBytes, HoldsAWholeFileFollowedByZeros) {
     for (std::size_t size : {0U, 1U, 65535U, 65536U, 65537U, 300000U}) {
         std::string const text(size, 'x');
         TextFile const file(text);
@@ -29,7 +29,7 @@ TEST(FileBytes, HoldsAllOfAFileAndZerosBehindIt) {
     }
 }
 
-TEST(FileBytes, CopiesATextAndPutsZerosBehindIt) {
+TEST(FileBytes, CopiesATextAndAddsZeros) {
     for (std::string const text : {"", "x", "a longer text"}) {
         auto const bytes = FileBytes::copyOf(text);
         EXPECT_EQ(bytes.text(), text);
@@ -37,7 +37,7 @@ TEST(FileBytes, CopiesATextAndPutsZerosBehindIt) {
     }
 }
 
-TEST(FileBytes, APartStandsWhereItIsWithAZeroBehindIt) {
+TEST(FileBytes, APartStaysInPlaceFollowedByAZero) {
     auto bytes = FileBytes::copyOf("first,second");
     auto const * const start = bytes.text().data();
     auto const first = bytes.padded(bytes.text().substr(0, 5));
@@ -70,11 +70,11 @@ TEST(FileBytes, ReadsAPipeToItsEnd) {
     EXPECT_TRUE(isPadded(bytes));
 }
 
-TEST(FileBytes, ReadsAFileThatDoesNotTellItsSize) {
+TEST(FileBytes, ReadsAFileThatReportsNoSize) {
     EXPECT_FALSE(FileBytes::open("/proc/self/status").text().empty());
 }
 
-TEST(FileBytes, RaisesWhatTheSystemSays) {
+TEST(FileBytes, RaisesTheSystemsError) {
     try {
         FileBytes::open("/no/such/file");
         FAIL();

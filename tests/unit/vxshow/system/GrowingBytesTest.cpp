@@ -12,7 +12,7 @@ using namespace system;
 
 namespace {
 
-/// Puts `text` in, as much at once as there is room for; returns how much was taken.
+/// Adds as much of `text` as there is room for and returns how much that was.
 std::size_t put(GrowingBytes & bytes, std::string_view text) {
     std::size_t taken = 0;
     while (taken < text.size() && !bytes.isTooLong()) {
@@ -25,12 +25,12 @@ std::size_t put(GrowingBytes & bytes, std::string_view text) {
     return taken;
 }
 
-TEST(GrowingBytes, WithoutAnyAreAnEmptyText) {
+TEST(GrowingBytes, AreEmptyAtFirst) {
     GrowingBytes bytes(1000);
     EXPECT_EQ(bytes.take().text(), "");
 }
 
-TEST(GrowingBytes, KeepWhatWasAddedWhileTheyGrow) {
+TEST(GrowingBytes, KeepTheirContentWhileTheyGrow) {
     std::string text;
     for (int number = 0; number < 200'000; ++number) {
         text.append(std::to_string(number));
@@ -44,14 +44,14 @@ TEST(GrowingBytes, KeepWhatWasAddedWhileTheyGrow) {
     EXPECT_TRUE(std::all_of(end, end + FileBytes::padding, [](char c) { return c == 0; }));
 }
 
-TEST(GrowingBytes, StayWhereTheyAreWhenTaken) {
+TEST(GrowingBytes, AreNotCopiedWhenTaken) {
     GrowingBytes bytes(1000);
     auto const * const start = bytes.room().data();
     put(bytes, "text");
     EXPECT_EQ(bytes.take().text().data(), start);
 }
 
-TEST(GrowingBytes, NoticeTheFirstThatIsTooMany) {
+TEST(GrowingBytes, NoticeTheFirstByteTooMany) {
     for (std::size_t most : {0U, 1U, 65535U, 65536U, 65537U, 200'000U}) {
         GrowingBytes enough(most);
         EXPECT_EQ(put(enough, std::string(most, 'x')), most);

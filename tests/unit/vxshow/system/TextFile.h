@@ -5,7 +5,7 @@
 
 namespace vxshow::test {
 
-/// A file without a name in any directory that holds `text`.
+/// An unnamed file that holds `text`.
 class TextFile {
 public:
     explicit TextFile(std::string_view text);
@@ -15,7 +15,7 @@ public:
 
     int descriptor() const { return descriptor_; }
 
-    /// Leads to the file as long as this lives.
+    /// A path to the file, valid as long as the object lives.
     std::string path() const;
 
 private:
