@@ -83,7 +83,7 @@ state::Reading readState(cli::CommandLine const & line) {
     keepFreedMemory();
     // A limit on the size of files is to fail the write, not to end the process.
     std::signal(SIGXFSZ, SIG_IGN);
-    system::endingSignalsKillChildren();
+    system::killChildrenOnTermination();
     terminal::interruptEndsTheProcess();
     if (line.traceLevel) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));

@@ -9,7 +9,7 @@ namespace vxshow::sources {
 void DeadlineWatch::look() {
     left_ = stepsBetweenLooks;
     if (deadline_.isOver()) {
-        throw TimedOut(system::reason(system::TimeLimit{}, "", deadline_.limit));
+        throw TimedOut(system::reason(system::TimeLimitReached{}, "", deadline_.limit));
     }
 }
 

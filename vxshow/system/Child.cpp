@@ -1,5 +1,7 @@
 #include "vxshow/system/Child.h"
 
+#include "vxshow/system/SystemError.h"
+
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -18,25 +20,21 @@ namespace vxshow::system {
 
 namespace {
 
-constexpr int firstOther = STDERR_FILENO + 1;
+constexpr int firstNonStandard = STDERR_FILENO + 1;
 
-[[noreturn]] void throwError(int error) {
-    throw std::system_error(error, std::generic_category());
-}
-
-/// Takes `number` over, but not as one of the standard streams: those it would get where this
-/// process was started without them, and the child's own are put there.
-OwnedDescriptor beyondStandard(int number) {
+/// Takes ownership of `number`, moved above the standard streams if need be: it can be one of
+/// their numbers if this process was started without them, and the child's streams go there.
+OwnedDescriptor aboveStandardStreams(int number) {
     OwnedDescriptor first(number);
     if (number < 0) {
-        throwError(errno);
+        throwSystemError();
     }
-    if (number >= firstOther) {
+    if (number >= firstNonStandard) {
         return first;
     }
-    int const higher = ::fcntl(number, F_DUPFD_CLOEXEC, firstOther);
+    int const higher = ::fcntl(number, F_DUPFD_CLOEXEC, firstNonStandard);
     if (higher < 0) {
-        throwError(errno);
+        throwSystemError();
     }
     return OwnedDescriptor(higher);
 }
@@ -48,20 +46,20 @@ struct Pipe {
     Pipe() {
         int ends[2];
         if (::pipe2(ends, O_CLOEXEC) != 0) {
-            throwError(errno);
+            throwSystemError();
         }
         OwnedDescriptor second(ends[1]);
-        reader = beyondStandard(ends[0]);
-        writer = beyondStandard(second.release());
+        reader = aboveStandardStreams(ends[0]);
+        writer = aboveStandardStreams(second.release());
         if (::fcntl(reader.number(), F_SETFL, O_NONBLOCK) != 0) {
-            throwError(errno);
+            throwSystemError();
         }
     }
 };
 
-/// The stack of the child until it is the program. It holds the names that are tried along
-/// the PATH, and the words once more where the program is a script that does not name its
-/// interpreter.
+/// The stack of the child until it executes the program. It has room for the paths that are
+/// tried along PATH, and for a second list of the words, which `execvpe` needs if the program is a
+/// script without an interpreter line.
 class Stack {
 public:
     explicit Stack(std::size_t words)
@@ -69,7 +67,7 @@ public:
           start_(::mmap(nullptr, size_, PROT_READ | PROT_WRITE,
                         MAP_PRIVATE | MAP_ANONYMOUS | MAP_STACK, -1, 0)) {
         if (start_ == MAP_FAILED) {
-            throwError(errno);
+            throwSystemError();
         }
     }
 
@@ -85,26 +83,27 @@ private:
     void * start_;
 };
 
-/// No handler of this process runs in the child, which has its memory.
-class AllSignalsHeld {
+/// Blocks all signals, so that no handler of this process runs in the child, which shares its
+/// memory.
+class AllSignalsBlocked {
 public:
-    AllSignalsHeld() noexcept {
+    AllSignalsBlocked() noexcept {
         sigset_t all;
         sigfillset(&all);
         pthread_sigmask(SIG_SETMASK, &all, &before_);
     }
 
-    AllSignalsHeld(AllSignalsHeld const &) = delete;
-    AllSignalsHeld & operator=(AllSignalsHeld const &) = delete;
+    AllSignalsBlocked(AllSignalsBlocked const &) = delete;
+    AllSignalsBlocked & operator=(AllSignalsBlocked const &) = delete;
 
-    ~AllSignalsHeld() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    ~AllSignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
 
 private:
     sigset_t before_;
 };
 
-/// What the child needs to know, and what it has to say.
-struct Start {
+/// What the child needs to know, and its answer: the error number, or 0.
+struct ChildStart {
     char ** words;
     int input;
     int output;
@@ -114,8 +113,9 @@ struct Start {
     int error;
 };
 
-// The C library's functions would, under a sanitizer, note the change for this process too.
-void signalsAsAtTheStartOfAProgram() {
+// Uses system calls, because under a sanitizer the C library's functions would record the change
+// for this process too.
+void restoreDefaultSignals() {
     constexpr int greatestSignal = 64;
     constexpr std::size_t setSize = 8;
     std::array<unsigned long, 4> const defaultAction{};
@@ -126,29 +126,29 @@ void signalsAsAtTheStartOfAProgram() {
     ::syscall(SYS_rt_sigprocmask, SIG_SETMASK, none.data(), nullptr, setSize);
 }
 
-bool streamsInPlace(Start const & start) {
+bool redirectStreams(ChildStart const & start) {
     bool const done = ::dup2(start.input, STDIN_FILENO) >= 0 &&
                       ::dup2(start.output, STDOUT_FILENO) >= 0 &&
                       ::dup2(start.errors, STDERR_FILENO) >= 0;
-    // All of ours are closed by the start of the program anyway; these are those that this
-    // process has inherited. A system that does not know the call leaves them.
-    ::close_range(firstOther, ~0U, 0);
+    // Descriptors that this process opened are close-on-exec; this closes those it inherited. A
+    // kernel without this call leaves them open.
+    ::close_range(firstNonStandard, ~0U, 0);
     return done;
 }
 
-// The child's side. It has the memory of this process and a stack that no sanitizer knows: it
-// calls nothing but the system, and returns instead of calling what never does.
+// Runs in the child, with the memory of this process and a stack that no sanitizer knows. So it
+// makes only system calls, and returns rather than calling a function that does not return.
 [[gnu::no_sanitize("address"), gnu::no_sanitize("thread"), gnu::no_sanitize("undefined")]] int
-become(void * argument) {
-    auto & start = *static_cast<Start *>(argument);
-    // Without a terminal, so that what wants to ask there for a password fails at once.
+runInChild(void * argument) {
+    auto & start = *static_cast<ChildStart *>(argument);
+    // Without a terminal: a program that would ask there for a password fails at once.
     ::setsid();
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    // That comes too late where this process has gone already.
+    // The call above has no effect if this process has already ended.
     if (::getppid() != start.parent) {
         return 1;
     }
-    if (!streamsInPlace(start)) {
+    if (!redirectStreams(start)) {
         start.error = errno;
         return 1;
     }
@@ -156,14 +156,14 @@ become(void * argument) {
         start.error = ECANCELED;
         return 1;
     }
-    signalsAsAtTheStartOfAProgram();
+    restoreDefaultSignals();
     ::execvpe(start.words[0], start.words, environ);
     start.error = errno;
     return 1;
 }
 
-/// Where it is ignored, as this process may have been started, the system reaps children
-/// itself, and nobody learns how they have ended.
+/// Sets SIGCHLD to its default if this process was started with it ignored: the system would then
+/// reap children itself and discard their exit statuses.
 void keepExitStatuses() {
     struct sigaction action {};
 
@@ -184,8 +184,8 @@ std::vector<char *> pointersTo(std::vector<std::string> & words) {
     return pointers;
 }
 
-/// Whether a signal would reach it; also when it has ended and is not reaped.
-bool mayBeKilled(pid_t pid) {
+/// Whether this process has the permission to send it a signal.
+bool canBeKilled(pid_t pid) {
     return ::kill(pid, 0) == 0 || errno != EPERM;
 }
 
@@ -201,22 +201,22 @@ Child::Child(std::vector<std::string> const & words, ChildSlot slot) : slot_(std
 }
 
 void Child::start(std::vector<std::string> const & words, int output, int errors) {
-    auto const input = beyondStandard(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    auto const input = aboveStandardStreams(::open("/dev/null", O_RDONLY | O_CLOEXEC));
     auto copies = words;
     auto pointers = pointersTo(copies);
-    Start start{pointers.data(), input.number(), output, errors, ::getpid(), slot_, 0};
+    ChildStart start{pointers.data(), input.number(), output, errors, ::getpid(), slot_, 0};
     Stack const stack(words.size());
     int ended = -1;
     {
-        AllSignalsHeld const held;
+        AllSignalsBlocked const blocked;
         constexpr int flags = CLONE_VM | CLONE_VFORK | CLONE_PIDFD | SIGCHLD;
-        pid_ = ::clone(become, stack.top(), flags, &start, &ended);
+        pid_ = ::clone(runInChild, stack.top(), flags, &start, &ended);
         start.error = pid_ < 0 ? errno : start.error;
     }
     ended_ = OwnedDescriptor(ended);
     if (start.error != 0) {
         end();
-        throwError(start.error);
+        throw std::system_error(start.error, std::generic_category());
     }
 }
 
@@ -228,26 +228,26 @@ int Child::end() noexcept {
     if (pid_ < 0) {
         return 0;
     }
-    // While it is not reaped, its number is that of its group and of no other.
+    // Until it is reaped, no other process or group can get its number.
     killGroup(pid_);
     slot_.leave();
-    if (!mayBeKilled(pid_)) {
-        letGo();
+    if (!canBeKilled(pid_)) {
+        closeOutput();
     }
     int status = 0;
-    int const wait = mayBeKilled(pid_) ? 0 : WNOHANG;
+    int const wait = canBeKilled(pid_) ? 0 : WNOHANG;
     while (::waitpid(pid_, &status, wait) < 0 && errno == EINTR) {
     }
     pid_ = -1;
     return status;
 }
 
-/// For a program of another user, as sudo runs it, the best that can be done is to close its
-/// output: what prints ends by that.
-void Child::letGo() noexcept {
+/// The most that can be done about a program of another user, such as sudo starts: once its output
+/// is closed, it ends when it prints.
+void Child::closeOutput() noexcept {
     constexpr int milliseconds = 100;
-    output_ = OwnedDescriptor();
-    errors_ = OwnedDescriptor();
+    output_.close();
+    errors_.close();
     pollfd ended{ended_.number(), POLLIN, 0};
     ::poll(&ended, 1, milliseconds);
 }

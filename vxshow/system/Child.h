@@ -9,43 +9,44 @@
 
 namespace vxshow::system {
 
-/// A program that runs, from its start until it is reaped.
+/// A running program, from its start until it is reaped.
 ///
-/// The child is a clone in the memory of this process, whose thread waits until it has become
-/// the program. A fork copies the page tables, and this process may hold a large state: with
-/// 400 MB held, starting /bin/true and waiting for its end takes 16 ms by fork and
-/// 0.6 ms this way. `posix_spawn`, which is as quick, has no place for the child to list
-/// itself and to ask for its death with ours.
+/// The child is a clone that shares the memory of this process; the starting thread waits until it
+/// has executed the program. A fork would copy the page tables, and this process can hold a large
+/// state: with 400 MB, starting /bin/true and waiting for its end takes 16 ms with fork and
+/// 0.6 ms this way. `posix_spawn` is as quick, but does not let the child enter its slot or set
+/// its parent-death signal.
 class Child {
 public:
-    /// Starts the program `words`, of which there is one at least and none with a zero byte.
-    /// Raises `std::system_error` as the system refuses; ECANCELED after `killAllChildren`.
+    /// Starts the program `words`: at least one word, none with a zero byte. Raises
+    /// `std::system_error` if the system refuses, and with ECANCELED after `killAllChildren`.
     ///
-    /// It is killed when the thread ends that calls this: that has to stay until it is reaped.
+    /// The program is killed when the calling thread ends, so that must outlive this object.
     Child(std::vector<std::string> const & words, ChildSlot slot);
 
     Child(Child const &) = delete;
     Child & operator=(Child const &) = delete;
 
-    /// As `end`, unless that was called.
+    /// Calls `end`, unless that was done before.
     ~Child();
 
-    /// What it prints; reading does not wait.
+    /// The reading end of its standard output; non-blocking.
     int output() const noexcept { return output_.number(); }
 
-    /// What it says on standard error; reading does not wait.
+    /// The reading end of its standard error; non-blocking.
     int errors() const noexcept { return errors_.number(); }
 
-    /// Can be read, says `poll`, once it has ended.
+    /// A descriptor that `poll` reports as readable once the program has ended.
     int ended() const noexcept { return ended_.number(); }
 
-    /// Kills what is left of it and of its group, and reaps it: the status, as of `waitpid`.
-    /// One that has become another user's and must not be killed by us is let go; 0 then.
+    /// Kills the program and its process group, reaps it and returns its status, as `waitpid`
+    /// does. A program that runs as another user and cannot be killed is left running if it does
+    /// not end by itself within 100 ms; its status is then 0.
     int end() noexcept;
 
 private:
     void start(std::vector<std::string> const & words, int output, int errors);
-    void letGo() noexcept;
+    void closeOutput() noexcept;
 
     ChildSlot slot_;
     pid_t pid_ = -1;

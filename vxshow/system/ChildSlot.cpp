@@ -11,11 +11,11 @@ namespace vxshow::system {
 namespace {
 
 constexpr pid_t isFree = 0;
-constexpr pid_t isTaken = -1; // and holds no child
+constexpr pid_t isTaken = -1; // but no child is listed in it
 
-// All are used in sequential consistency, on which both of these rest: of a child that enters
-// and a `killAll`, one sees the other; of a child that leaves and a `killAll` that is about
-// to kill it, the child waits.
+// All accesses are sequentially consistent. Two guarantees rest on that: when a child enters
+// during a `killAll`, at least one of the two sees the other; and a child that leaves waits for
+// a `killAll` that is about to kill it.
 constinit std::array<std::atomic<pid_t>, ChildSlot::count> places{};
 constinit std::atomic<bool> refused{false};
 constinit std::atomic<int> killers{0};
@@ -25,7 +25,7 @@ static_assert(std::atomic<bool>::is_always_lock_free);
 
 } // namespace
 
-// The child itself, too: it may have joined another group.
+// Also the child alone: it can have joined another group.
 void killGroup(pid_t leader) noexcept {
     ::kill(-leader, SIGKILL);
     ::kill(leader, SIGKILL);

@@ -8,24 +8,23 @@
 
 namespace vxshow::system {
 
-/// A place in the list of the programs that run. The list is there for the moment in which all
-/// of them have to be killed, which may be in a signal handler: it is an array of atomic
-/// numbers and takes no lock.
+/// A place in the list of running programs. The list serves to kill all of them, which can happen
+/// in a signal handler: it is an array of atomic numbers and needs no lock.
 ///
-/// A child enters itself, in the memory that it shares with this process until it becomes the
-/// program. So it is listed before it can do any harm, or finds that it has come too late.
+/// A child enters itself, in the memory that it shares with this process until it executes the
+/// program. So it is either listed before the program starts, or learns that it must not start.
 class ChildSlot {
 public:
-    /// So many programs run at once.
+    /// The number of programs that can run at the same time.
     static constexpr std::size_t count = 256;
 
-    /// Takes a free one; nothing while there is none.
+    /// Takes a free slot; nullopt if there is none.
     static std::optional<ChildSlot> take() noexcept;
 
-    /// Whether any is taken.
+    /// Whether any slot is taken.
     static bool anyTaken() noexcept;
 
-    /// Refuses all children from now on and kills those that are listed, with their groups.
+    /// Refuses all children from now on, and kills the listed ones with their process groups.
     /// Async-signal-safe.
     static void killAll() noexcept;
 
@@ -36,14 +35,15 @@ public:
 
     ChildSlot & operator=(ChildSlot &&) = delete;
 
-    /// Frees it. Its child has left.
+    /// Frees the slot. Its child must have left.
     ~ChildSlot();
 
-    /// For the child itself, as the leader of its group: lists it. False when it must not go on.
+    /// Called by the child itself, the leader of its process group: lists it. Returns false if it
+    /// must not go on.
     bool enter(pid_t self) noexcept;
 
-    /// Takes the child off the list, after which it may be reaped: on return nobody is about to
-    /// send a signal to its number, which might soon be that of someone else.
+    /// Removes the child from the list, after which it can be reaped: on return, no `killAll` is
+    /// about to send a signal to its number, which another process can soon have.
     void leave() noexcept;
 
 private:
@@ -52,7 +52,7 @@ private:
     std::atomic<pid_t> * place_;
 };
 
-/// Kills the child, which is not reaped yet, and its group. Async-signal-safe.
+/// Kills a child that is not reaped yet, and its process group. Async-signal-safe.
 void killGroup(pid_t leader) noexcept;
 
 } // namespace vxshow::system

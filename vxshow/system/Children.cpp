@@ -8,8 +8,8 @@ namespace vxshow::system {
 
 namespace {
 
-// With the handler entered the signal has its default effect again, and it is held until the
-// handler returns: that is when it ends the process.
+// On entry the signal has its default action again (SA_RESETHAND) and is blocked until the handler
+// returns; then the raised signal ends the process.
 extern "C" void killChildrenAndEnd(int signal) {
     killAllChildren();
     static_cast<void>(std::raise(signal));
@@ -21,7 +21,7 @@ void killAllChildren() noexcept {
     ChildSlot::killAll();
 }
 
-void endingSignalsKillChildren() {
+void killChildrenOnTermination() {
     for (int const signal : {SIGHUP, SIGQUIT, SIGTERM}) {
         struct sigaction action {};
 

@@ -1,24 +1,24 @@
 #pragma once
 
-/// The programs that run, all at once: what has to be done about them when this process ends.
-/// They are in sessions of their own, so a terminal's signals do not reach them.
+/// Ending the running programs with this process. They are in sessions of their own, so signals
+/// from the terminal do not reach them.
 namespace vxshow::system {
 
-/// Sends SIGKILL to each program that runs and to its group; from the start of the call on no
-/// program is started any more. Each `run` that is under way, or called later, answers
-/// `Interrupted`. May be called from a signal handler, by any number of threads, and again.
+/// Sends SIGKILL to each running program and its process group. From the start of the call no
+/// program can be started: each `run` in progress, and each later one, returns `Interrupted`.
+/// Async-signal-safe and thread-safe; can be called repeatedly.
 ///
-/// What a program has started in a session of its own is not reached, nor what runs as a user
-/// whom this one may not signal.
+/// Not reached: processes that a program has started in another session, and processes of a user
+/// that this one has no permission to signal.
 void killAllChildren() noexcept;
 
-/// From here on SIGHUP, SIGQUIT and SIGTERM kill the programs first and then end this process
-/// as they always did, so that whoever waits for it sees the signal. One that was ignored at
-/// the start of this process stays ignored.
+/// From now on SIGHUP, SIGQUIT and SIGTERM first kill the running programs and then end this
+/// process with their default action, so that its parent sees the signal. A signal that was
+/// ignored when this process started stays ignored.
 ///
-/// The interrupt is not among them: it does more (see vxshow/Interrupt.h). Nor is SIGKILL:
-/// the system kills each program with the thread that runs it, but nothing that the program
-/// has started.
-void endingSignalsKillChildren();
+/// SIGINT is handled elsewhere (vxshow/terminal/InterruptSignal.h). SIGKILL cannot be handled: the
+/// system then kills each program together with the thread that runs it, but not the processes
+/// that the program has started.
+void killChildrenOnTermination();
 
 } // namespace vxshow::system

@@ -20,7 +20,7 @@ std::string withoutZerosAtTheEnd(std::string number) {
     return number;
 }
 
-/// In seconds, as short as can be: "5", "0.5".
+/// In seconds, without trailing zeros: "5", "0.5".
 std::string seconds(std::chrono::milliseconds time) {
     auto const whole = std::to_string(time.count() / 1000);
     auto const rest = time.count() % 1000;
@@ -28,7 +28,7 @@ std::string seconds(std::chrono::milliseconds time) {
                      : whole + '.' + withoutZerosAtTheEnd(std::to_string(1000 + rest)).substr(1);
 }
 
-/// The first line that is not blank, without the blanks around it.
+/// The first line that is not blank, without leading and trailing blanks.
 std::string firstLine(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
     text = text.substr(0, text.find('\n'));
@@ -48,23 +48,23 @@ public:
                             : line;
     }
 
-    std::string operator()(Killed const & killed) const {
+    std::string operator()(KilledBySignal const & killed) const {
         auto const line =
             "broken answer: " + program_ + " was killed by signal " + std::to_string(killed.signal);
         char const * const name = ::sigdescr_np(killed.signal);
         return name ? line + " (" + name + ")" : line;
     }
 
-    std::string operator()(TimeLimit const &) const {
+    std::string operator()(TimeLimitReached const &) const {
         return "time limit: no answer within " + seconds(limit_) + " s";
     }
 
-    std::string operator()(OutputLimit const & limit) const {
+    std::string operator()(OutputLimitReached const & limit) const {
         return "broken answer: more than " + std::to_string(limit.bytes) + " bytes";
     }
 
-    std::string operator()(NotRun const & notRun) const {
-        switch (notRun.error) {
+    std::string operator()(NotStarted const & notStarted) const {
+        switch (notStarted.error) {
         case ENOENT:
             return "no such program: " + program_;
         case EACCES:
@@ -73,9 +73,9 @@ public:
         case ENAMETOOLONG:
         case ELOOP:
         case ENOEXEC:
-            return "no such program: " + cannotBeRun(notRun.error);
+            return "no such program: " + cannotBeRun(notStarted.error);
         default:
-            return "unreachable: " + cannotBeRun(notRun.error);
+            return "unreachable: " + cannotBeRun(notStarted.error);
         }
     }
 
@@ -92,9 +92,9 @@ private:
 
 } // namespace
 
-std::string reason(Answer const & answer, std::string const & program,
+std::string reason(RunResult const & result, std::string const & program,
                    std::chrono::milliseconds limit) {
-    return std::visit(Reason(program, limit), answer);
+    return std::visit(Reason(program, limit), result);
 }
 
 } // namespace vxshow::system

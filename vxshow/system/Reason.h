@@ -7,7 +7,7 @@
 
 namespace vxshow::system {
 
-/// Why a run of `program`, its first word, was of no use, as one line of printable ASCII:
+/// Says in one line of printable ASCII why a run of `program` (its first word) failed:
 ///
 ///     no such program: vtysh
 ///     permission: /x/y cannot be run
@@ -20,10 +20,10 @@ namespace vxshow::system {
 ///     vtysh ended with exit status 1
 ///     interrupted
 ///
-/// Where the program has ended with an exit status, its own words come first: the first line of
-/// its standard error that is not blank, cut after 300 bytes, with three dots for the rest.
-/// `limit` is the time that it had, which the answer does not know.
-std::string reason(Answer const & answer, std::string const & program,
+/// If the program ended with an exit status, the line is the first line of its standard error that
+/// is not blank, cut after 300 bytes with "..." in place of the rest, if there is one. `limit` is
+/// the time limit of the run, which the result does not hold.
+std::string reason(RunResult const & result, std::string const & program,
                    std::chrono::milliseconds limit);
 
 } // namespace vxshow::system

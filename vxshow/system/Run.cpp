@@ -1,6 +1,7 @@
 #include "vxshow/system/Run.h"
 
 #include "vxshow/system/Child.h"
+#include "vxshow/system/DescriptorIo.h"
 #include "vxshow/system/GrowingBytes.h"
 
 #include <algorithm>
@@ -12,10 +13,10 @@
 #include <optional>
 #include <poll.h>
 #include <shared_mutex>
+#include <span>
 #include <sys/wait.h>
 #include <system_error>
 #include <thread>
-#include <unistd.h>
 
 namespace vxshow::system {
 
@@ -23,10 +24,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t longestErrors = 4096;
-constexpr auto quietAfterTheEnd = 200ms;
+constexpr std::size_t maxErrorText = 4096;
+constexpr auto quietTimeAfterEnd = 200ms;
 
-/// For how long to `poll`: never less than until `moment`.
+/// The timeout for `poll` to wait until `moment`, rounded up.
 int millisecondsUntil(Clock::time_point moment) {
     auto const left = moment - Clock::now();
     if (left <= Clock::duration::zero()) {
@@ -37,23 +38,23 @@ int millisecondsUntil(Clock::time_point moment) {
            1;
 }
 
-/// Reads into `to`, and says how many bytes have come: none at the end, nothing when there
-/// are none yet.
-std::optional<std::size_t> readAvailable(int descriptor, char * to, std::size_t room) {
-    auto const got = ::read(descriptor, to, room);
-    if (got >= 0) {
-        return static_cast<std::size_t>(got);
+/// Reads what has arrived and returns the number of bytes: 0 at the end of the output, nullopt if
+/// nothing has arrived yet.
+std::optional<std::size_t> readAvailable(int descriptor, std::span<char> room) {
+    auto const [bytes, error] = readSome(descriptor, room);
+    if (error == std::errc::resource_unavailable_try_again) {
+        return std::nullopt;
     }
-    if (errno != EINTR && errno != EAGAIN) {
-        throw std::system_error(errno, std::generic_category());
+    if (error) {
+        throw std::system_error(error);
     }
-    return std::nullopt;
+    return bytes;
 }
 
-/// Keeps the end of what it is given: there stands why a program has ended.
-class End {
+/// Keeps the end of a text: the last words of a program say why it has ended.
+class TextEnd {
 public:
-    explicit End(std::size_t longest) : longest_(longest) {}
+    explicit TextEnd(std::size_t longest) : longest_(longest) {}
 
     void add(std::string_view piece) {
         text_.append(piece);
@@ -62,7 +63,7 @@ public:
         }
     }
 
-    /// Whole lines, unless the last alone is too long.
+    /// Only whole lines, unless the last line alone is too long.
     std::string take() {
         if (text_.size() > longest_) {
             auto const cut = text_.size() - longest_;
@@ -77,32 +78,32 @@ private:
     std::string text_;
 };
 
-/// One program, listened to until it is at its end.
-class Listener {
+/// Collects the output of one program until it has finished.
+class OutputCollector {
 public:
-    Listener(Child & child, Limits const & limits,
-             std::function<void(std::string_view)> const & received)
+    OutputCollector(Child & child, Limits const & limits,
+                    std::function<void(std::string_view)> const & received)
         : child_(child), limits_(limits), received_(received),
           output_(limits.outputBytes), polled_{{{child.output(), POLLIN, 0},
                                                 {child.errors(), POLLIN, 0},
                                                 {child.ended(), POLLIN, 0}}} {}
 
-    Answer answer() {
-        while (!isAtItsEnd()) {
+    RunResult collect() {
+        while (!hasFinished()) {
             if (!isAnyReady(millisecondsUntil(waitEnd()))) {
                 if (quietEnd_ && Clock::now() >= *quietEnd_) {
                     break;
                 }
             }
-            takeWhatIsReady();
+            readWhatIsReady();
             if (output_.isTooLong()) {
-                return OutputLimit{std::min(limits_.outputBytes, FileBytes::longest)};
+                return OutputLimitReached{std::min(limits_.outputBytes, FileBytes::longest)};
             }
-            if (!isAtItsEnd() && Clock::now() >= limits_.end) {
-                return TimeLimit{};
+            if (!hasFinished() && Clock::now() >= limits_.end) {
+                return TimeLimitReached{};
             }
         }
-        return answerAtItsEnd();
+        return finish();
     }
 
 private:
@@ -112,7 +113,7 @@ private:
 
     bool isReady(Polled what) const { return isOpen(what) && polled_[what].revents != 0; }
 
-    bool isAtItsEnd() const { return !isOpen(output) && !isOpen(errors) && !isOpen(end); }
+    bool hasFinished() const { return !isOpen(output) && !isOpen(errors) && !isOpen(end); }
 
     Clock::time_point waitEnd() const {
         return quietEnd_ ? std::min(*quietEnd_, limits_.end) : limits_.end;
@@ -128,10 +129,10 @@ private:
         return ready != 0;
     }
 
-    void takeWhatIsReady() {
+    void readWhatIsReady() {
         if (isReady(end)) {
             polled_[end].fd = -1;
-            quietEnd_ = Clock::now() + quietAfterTheEnd;
+            quietEnd_ = Clock::now() + quietTimeAfterEnd;
         }
         if (isReady(output)) {
             readOutput();
@@ -141,18 +142,18 @@ private:
         }
     }
 
-    void hasCome(Polled what, std::optional<std::size_t> bytes) {
+    void trackArrival(Polled what, std::optional<std::size_t> bytes) {
         if (bytes == 0) {
             polled_[what].fd = -1;
         } else if (bytes && quietEnd_) {
-            quietEnd_ = Clock::now() + quietAfterTheEnd;
+            quietEnd_ = Clock::now() + quietTimeAfterEnd;
         }
     }
 
     void readOutput() {
         auto const room = output_.room();
-        auto const bytes = readAvailable(child_.output(), room.data(), room.size());
-        hasCome(output, bytes);
+        auto const bytes = readAvailable(child_.output(), room);
+        trackArrival(output, bytes);
         if (!bytes || *bytes == 0) {
             return;
         }
@@ -163,13 +164,13 @@ private:
     }
 
     void readErrors() {
-        std::array<char, longestErrors> some;
-        auto const bytes = readAvailable(child_.errors(), some.data(), some.size());
-        hasCome(errors, bytes);
-        errorText_.add({some.data(), bytes.value_or(0)});
+        std::array<char, maxErrorText> piece;
+        auto const bytes = readAvailable(child_.errors(), piece);
+        trackArrival(errors, bytes);
+        errorText_.add({piece.data(), bytes.value_or(0)});
     }
 
-    Answer answerAtItsEnd() {
+    RunResult finish() {
         int const status = child_.end();
         if (!WIFSIGNALED(status)) {
             return Exited{WEXITSTATUS(status), output_.take(), errorText_.take()};
@@ -178,36 +179,36 @@ private:
         if (signal == SIGKILL && ChildSlot::allKilled()) {
             return Interrupted{};
         }
-        return Killed{signal, errorText_.take()};
+        return KilledBySignal{signal, errorText_.take()};
     }
 
     Child & child_;
     Limits const & limits_;
     std::function<void(std::string_view)> const & received_;
     GrowingBytes output_;
-    End errorText_{longestErrors};
-    std::optional<Clock::time_point> quietEnd_; ///< there once the program itself has ended
+    TextEnd errorText_{maxErrorText};
+    std::optional<Clock::time_point> quietEnd_; ///< set once the program itself has ended
     std::array<pollfd, 3> polled_;
 };
 
-bool canBeWords(std::vector<std::string> const & words) {
+bool areValidWords(std::vector<std::string> const & words) {
     auto const hasZero = [](std::string const & word) {
         return word.find('\0') != std::string::npos;
     };
     return !words.empty() && std::none_of(words.begin(), words.end(), hasZero);
 }
 
-/// The start of a program, which takes a free slot, descriptors and a process of the system.
-/// Where others have them all, it waits until they give some back.
-class StartAttempt {
+/// Starts a program. That takes a free slot, descriptors and a process; if other programs use them
+/// all, it waits until some are free.
+class Starter {
 public:
-    StartAttempt(std::optional<Child> & child, std::vector<std::string> const & words)
+    Starter(std::optional<Child> & child, std::vector<std::string> const & words)
         : child_(child), words_(words) {}
 
-    /// Nothing when it runs.
-    std::optional<Answer> before(Clock::time_point end) {
+    /// Returns nullopt once the program is running, or why it could not be started.
+    std::optional<RunResult> before(Clock::time_point end) {
         while (Clock::now() < end && !ChildSlot::allKilled()) {
-            bool const waits = error_ == 0 ? tryBesideOthers() : tryAlone();
+            bool const waits = error_ == 0 ? tryAlongsideOthers() : tryAlone();
             if (!waits) {
                 return child_ ? std::nullopt : std::optional(notStarted());
             }
@@ -217,12 +218,13 @@ public:
     }
 
 private:
-    // Two that start at once may each take what the other needs. So one that has failed tries
-    // again while no other starts: then it lacks only what those that run have.
+    // Two programs that start at the same time can each take what the other needs. So after a
+    // failure, a program is started while no other starts: then only running programs can cause
+    // a lack.
     inline static std::shared_mutex starts;
 
-    /// Whether there is something to wait for.
-    bool tryBesideOthers() {
+    /// Returns whether to wait and try again.
+    bool tryAlongsideOthers() {
         std::shared_lock const others(starts);
         return !tryOnce();
     }
@@ -232,7 +234,7 @@ private:
         return !tryOnce() && ChildSlot::anyTaken();
     }
 
-    /// Whether that is its end: it runs, or nothing that others do can help.
+    /// Returns whether that is final: the program is running, or waiting cannot help.
     bool tryOnce() {
         auto slot = ChildSlot::take();
         if (!slot) {
@@ -247,34 +249,34 @@ private:
         return error_ != EMFILE && error_ != ENFILE && error_ != EAGAIN;
     }
 
-    Answer notStarted() const {
+    RunResult notStarted() const {
         switch (error_) {
         case 0:
-            return TimeLimit{};
+            return TimeLimitReached{};
         case ECANCELED:
             return Interrupted{};
         default:
-            return NotRun{error_};
+            return NotStarted{error_};
         }
     }
 
     std::optional<Child> & child_;
     std::vector<std::string> const & words_;
-    int error_ = 0; ///< why the system has not started it
+    int error_ = 0; ///< why the last attempt failed
 };
 
 } // namespace
 
-Answer run(std::vector<std::string> const & words, Limits const & limits,
-           std::function<void(std::string_view)> const & received) {
-    if (!canBeWords(words)) {
-        return NotRun{EINVAL};
+RunResult run(std::vector<std::string> const & words, Limits const & limits,
+              std::function<void(std::string_view)> const & received) {
+    if (!areValidWords(words)) {
+        return NotStarted{EINVAL};
     }
     std::optional<Child> child;
-    if (auto answer = StartAttempt(child, words).before(limits.end)) {
-        return *std::move(answer);
+    if (auto failure = Starter(child, words).before(limits.end)) {
+        return *std::move(failure);
     }
-    return Listener(*child, limits, received).answer();
+    return OutputCollector(*child, limits, received).collect();
 }
 
 } // namespace vxshow::system

@@ -10,74 +10,76 @@
 #include <variant>
 #include <vector>
 
-/// Other programs, run for what they print.
+/// Running other programs and collecting their output.
 ///
-/// A program is a list of words: the first is looked up along the PATH as a shell would, the
-/// others are its arguments, byte for byte; no shell sees any of them. It has our environment
-/// and folder, nothing on its standard input, none of our descriptors, signals as a program
-/// expects them, and a session and process group of its own without a terminal: what would
-/// ask there for a password fails at once. Neither it nor what it started in that group
-/// outlives the call; what it has put in a session of its own does, and so does what runs as
-/// another user whom this one may not signal, as under sudo: that is not waited for. Should
-/// this process be killed, so is it. Any number of threads may call at once.
+/// A program is a list of words: the first is looked up along PATH, the others are its arguments,
+/// byte for byte; no shell is involved. The program inherits the environment and the working
+/// folder. Its standard input is empty, none of this process's descriptors are open in it, and all
+/// signals have their default action. It runs in its own session and process group without a
+/// terminal, so a prompt for a password fails at once.
+///
+/// Neither the program nor its process group outlives the call. Processes that it has put in
+/// another session do, and so do processes of a user that this one has no permission to signal,
+/// as under sudo; neither are waited for. If this process is killed, so is the program. Any number
+/// of threads can call `run` at once.
 namespace vxshow::system {
 
 using Clock = std::chrono::steady_clock;
 
 struct Limits {
-    Clock::time_point end;   ///< then it is killed; one that has passed starts nothing
-    std::size_t outputBytes; ///< more than so many on standard output kill it
+    Clock::time_point end;   ///< when it is killed; if already past, nothing is started
+    std::size_t outputBytes; ///< it is killed if it writes more to standard output
 };
 
-/// It ended by itself.
+/// The program ended by itself.
 struct Exited {
     int status = 0;
     FileBytes output; ///< all of its standard output
-    std::string
-        errors; ///< the end of its standard error: 4096 bytes at most, whole lines if any is
+    /// The end of its standard error: at most 4096 bytes, and only whole lines unless the last line
+    /// alone is longer.
+    std::string errors;
 };
 
-/// A signal that we did not send ended it.
-struct Killed {
+/// A signal ended the program; this process did not send it.
+struct KilledBySignal {
     int signal;
-    std::string errors; ///< as of `Exited`
+    std::string errors; ///< as in `Exited`
 };
 
-/// At `Limits::end` it was not at its end (see `run`), or 256 others, as many as may at once,
-/// had run until then.
-struct TimeLimit {};
+/// The program had not finished (see `run`) at `Limits::end`, or could not start before that,
+/// because 256 others, the most that run at the same time, were running.
+struct TimeLimitReached {};
 
-struct OutputLimit {
-    std::size_t bytes = 0; ///< as many were allowed: `Limits::outputBytes`
+struct OutputLimitReached {
+    std::size_t bytes = 0; ///< the limit: `Limits::outputBytes`
 };
 
-/// It could not be started; the error number of the system: ENOENT where there is no such
-/// program, EACCES where it must not be run, EINVAL where there are no words or one of them has
-/// a zero byte, which no program can be given, or one of many others. Too few descriptors or
-/// processes are an error only when no other program of ours runs, or until `Limits::end` those
-/// that run have left too few.
-struct NotRun {
+/// The program could not be started. The error number is ENOENT if there is no such program, EACCES
+/// if there is no permission to run it, EINVAL if there are no words or one has a zero byte, or any
+/// other of the system. A lack of descriptors or processes is an error only if no other program of
+/// this process is running, or if the lack lasts until `Limits::end`.
+struct NotStarted {
     int error;
 };
 
-/// `killAllChildren` (vxshow/system/Children.h) ended it or kept it from starting. There is
-/// nothing to say about it: this process is about to end.
+/// `killAllChildren` (vxshow/system/Children.h) killed it or prevented its start: this process is
+/// about to end.
 struct Interrupted {};
 
-using Answer = std::variant<Exited, Killed, TimeLimit, OutputLimit, NotRun, Interrupted>;
+using RunResult = std::variant<Exited, KilledBySignal, TimeLimitReached, OutputLimitReached,
+                               NotStarted, Interrupted>;
 
-/// Runs it to its end. `received` is called, on this thread, with the bytes of each piece of
-/// its standard output as it comes, but for a piece that goes beyond the limit.
+/// Runs a program until it has finished. `received` is called on this thread with each piece of its
+/// standard output as it arrives, except a piece that exceeds the limit.
 ///
-/// It is at its end when it has ended and nobody holds its output and its standard error open
-/// any more. Some programs leave others behind who do, as one that goes to the background:
-/// once nothing has come for 200 ms after its own end, those are not waited for.
+/// The program has finished when it has ended and no process holds its standard output or standard
+/// error open. Some programs leave such processes behind, as one that goes to the background does:
+/// once nothing has arrived for 200 ms after the program's own end, they are not waited for.
 ///
-/// It is killed when the thread that calls this ends, which can only be with the process. While
-/// SIGCHLD is ignored the system keeps no exit statuses; it is set to its default. Raises
-/// `std::bad_alloc`, `std::system_error` when the output cannot be read, and what `received`
-/// raises; also then nothing of the program is left.
-Answer run(std::vector<std::string> const & words, Limits const & limits,
-           std::function<void(std::string_view)> const & received = {});
+/// If SIGCHLD is ignored it is set to its default, since the system would otherwise keep no exit
+/// statuses. Raises `std::bad_alloc`, `std::system_error` if the output cannot be read, and what
+/// `received` raises; in these cases, too, the program is killed and reaped.
+RunResult run(std::vector<std::string> const & words, Limits const & limits,
+              std::function<void(std::string_view)> const & received = {});
 
 } // namespace vxshow::system

@@ -107,7 +107,7 @@ std::string withStatus(std::string_view kind, std::string_view line, int status)
 
 } // namespace
 
-system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about) {
+system::FileBytes vtyshOutput(system::RunResult answer, VtyshRun const & about) {
     if (auto * const exited = std::get_if<system::Exited>(&answer)) {
         if (exited->status != 0 && !complains(exited->output.text())) {
             refuse(*exited, about.program);
@@ -115,7 +115,7 @@ system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about) {
         return std::move(exited->output);
     }
     auto const reason = system::reason(answer, about.program, about.timeLimit);
-    if (std::holds_alternative<system::TimeLimit>(answer)) {
+    if (std::holds_alternative<system::TimeLimitReached>(answer)) {
         throw TimedOut(reason);
     }
     throw Failure(reason);

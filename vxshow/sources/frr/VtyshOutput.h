@@ -19,6 +19,6 @@ struct VtyshRun {
 /// command at the end of its output, since that takes the place of an answer. A warning that it
 /// has no configuration file is not a complaint. Raises `Failure`: standard error shows whether
 /// the daemon could not be reached, or whether access was denied.
-system::FileBytes vtyshOutput(system::Answer answer, VtyshRun const & about);
+system::FileBytes vtyshOutput(system::RunResult answer, VtyshRun const & about);
 
 } // namespace vxshow::sources::frr

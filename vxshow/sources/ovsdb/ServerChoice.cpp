@@ -155,7 +155,7 @@ void ServerChoice::requireAnswers(Deadline const & deadline) const {
 }
 
 std::string ServerChoice::whyNoneAnswers(Deadline const & deadline) const {
-    auto const hangs = system::reason(system::TimeLimit{}, Client::program, deadline.limit);
+    auto const hangs = system::reason(system::TimeLimitReached{}, Client::program, deadline.limit);
     std::set<std::string_view> different;
     std::vector<std::string> reasons;
     for (bool const hung : {false, true}) {

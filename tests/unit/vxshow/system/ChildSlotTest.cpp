@@ -24,25 +24,25 @@ std::vector<ChildSlot> allSlots() {
     return slots;
 }
 
-TEST(ChildSlot, ThereAreSoManyAndAllComeBack) {
+TEST(ChildSlot, AllCanBeTakenAndAreFreedAgain) {
     EXPECT_EQ(allSlots().size(), ChildSlot::count);
     EXPECT_EQ(allSlots().size(), ChildSlot::count);
 }
 
-TEST(ChildSlot, ARunGivesItsOwnBackWhateverTheAnswer) {
+TEST(ChildSlot, ARunFreesItsSlotWithAnyResult) {
     exited({"true"});
     run({"/no/such/program"}, patient());
     run({"sleep", "1000"}, {Clock::now() + 20ms, 0});
     EXPECT_EQ(allSlots().size(), ChildSlot::count);
 }
 
-TEST(ChildSlot, WithoutOneARunWaitsUntilItsLimit) {
+TEST(ChildSlot, WithoutAFreeSlotARunWaitsUntilItsTimeLimit) {
     auto const slots = allSlots();
     auto const answer = run({"true"}, {Clock::now() + 50ms, 0});
-    EXPECT_TRUE(std::holds_alternative<TimeLimit>(answer));
+    EXPECT_TRUE(std::holds_alternative<TimeLimitReached>(answer));
 }
 
-TEST(ChildSlot, WithoutOneARunWaitsForTheFirstThatGetsFree) {
+TEST(ChildSlot, WithoutAFreeSlotARunWaitsForTheNextOne) {
     auto slots = allSlots();
     std::jthread const other([&] {
         std::this_thread::sleep_for(50ms);

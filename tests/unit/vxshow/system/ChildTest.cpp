@@ -27,7 +27,7 @@ std::string outputOf(std::vector<std::string> const & words) {
     return std::string(exited(words).output.text());
 }
 
-/// The effect of a signal, put back at the end.
+/// Restores the action of a signal at the end.
 class Effect {
 public:
     Effect(int signal, void (*effect)(int)) : signal_(signal) {
@@ -57,31 +57,31 @@ void (*effectOf(int signal))(int) {
 
 void ignoreIt(int) {}
 
-TEST(Child, ItsStandardInputIsEmpty) {
+TEST(Child, StandardInputIsEmpty) {
     EXPECT_EQ(outputOf({"cat"}), "");
     EXPECT_EQ(outputOf({"readlink", "/proc/self/fd/0"}), "/dev/null\n");
 }
 
-TEST(Child, ItHasOurEnvironment) {
+TEST(Child, InheritsTheEnvironment) {
     setenv("VXSHOW_TEST_VALUE", "of the environment", 1);
     EXPECT_EQ(outputOf({"printenv", "VXSHOW_TEST_VALUE"}), "of the environment\n");
     unsetenv("VXSHOW_TEST_VALUE");
 }
 
-TEST(Child, ItHasOurFolder) {
+TEST(Child, InheritsTheWorkingFolder) {
     char folder[4096];
     ASSERT_TRUE(getcwd(folder, sizeof(folder)));
     EXPECT_EQ(outputOf({"pwd", "-P"}), std::string(folder) + "\n");
 }
 
-TEST(Child, ItHasNoDescriptorsOfOurs) {
+TEST(Child, InheritsNoDescriptors) {
     int const inherited = fcntl(STDERR_FILENO, F_DUPFD, 50);
     ASSERT_GE(inherited, 50);
     EXPECT_EQ(outputOf({"ls", "/proc/self/fd"}), "0\n1\n2\n3\n"); // the last is the folder itself
     close(inherited);
 }
 
-TEST(Child, ItsSignalsAreAsAProgramExpectsThem) {
+TEST(Child, SignalsHaveTheirDefaultActions) {
     Effect const pipe(SIGPIPE, SIG_IGN);
     Effect const interrupt(SIGINT, SIG_IGN);
     Effect const user(SIGUSR1, ignoreIt);
@@ -102,7 +102,7 @@ TEST(Child, ItsSignalsAreAsAProgramExpectsThem) {
     EXPECT_EQ(effectOf(SIGUSR1), ignoreIt);
 }
 
-TEST(Child, ItLeadsASessionWithoutATerminal) {
+TEST(Child, LeadsASessionWithoutATerminal) {
     EXPECT_EQ(outputOf({"python3", "-c",
                         "import os\n"
                         "print(os.getpid() == os.getpgid(0) == os.getsid(0))\n"
@@ -113,7 +113,7 @@ TEST(Child, ItLeadsASessionWithoutATerminal) {
               "True\nno terminal\n");
 }
 
-TEST(Child, ItIsKilledWhenThisProcessIs) {
+TEST(Child, IsKilledWhenTheParentIs) {
     int ends[2];
     ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
     pid_t const runner = fork();
@@ -132,7 +132,7 @@ TEST(Child, ItIsKilledWhenThisProcessIs) {
     close(ends[1]);
 }
 
-TEST(Child, ItHasItsStreamsWhereThisProcessHasNone) {
+TEST(Child, HasStandardStreamsEvenIfTheParentHasNone) {
     auto const runWithoutStreams = [] {
         for (int const stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
             close(stream);
@@ -145,14 +145,14 @@ TEST(Child, ItHasItsStreamsWhereThisProcessHasNone) {
     EXPECT_EXIT(runWithoutStreams(), testing::ExitedWithCode(0), "");
 }
 
-TEST(Child, ItsStatusIsKeptWhereThisProcessWasStartedToIgnoreIt) {
+TEST(Child, StatusIsKeptEvenIfTheParentStartedWithSigchldIgnored) {
     Effect const child(SIGCHLD, SIG_IGN);
     EXPECT_EQ(exited(shell("exit 9")).status, 9);
 }
 
-/// Takes all descriptors that this process may have, in the order of their numbers.
+/// Takes all descriptors that this process can open, in the order of their numbers.
 std::vector<int> takeAllDescriptors() {
-    // The limit is this test's own: that of the machine may be a thousand million.
+    // The machine's own limit can be a thousand million.
     rlimit const few{64, 64};
     setrlimit(RLIMIT_NOFILE, &few);
     std::vector<int> taken;
@@ -162,29 +162,31 @@ std::vector<int> takeAllDescriptors() {
     return taken;
 }
 
-/// Ends this process: with 0 if, with so many descriptors left, a run is the error that there are
-/// too few, and has taken none of them for good.
+/// Ends this process, with status 0 if a run with `left` free descriptors reports that there are
+/// too few and leaves all of them free.
 [[noreturn]] void exitAfterRunWith(std::size_t left) {
     auto const taken = takeAllDescriptors();
     for (std::size_t index = 0; index < left; ++index) {
         close(taken.at(index));
     }
     auto const answer = run({"true"}, patient());
-    auto const * const notRun = std::get_if<NotRun>(&answer);
-    bool const right = notRun && notRun->error == EMFILE && takeAllDescriptors().size() == left;
+    auto const * const notStarted = std::get_if<NotStarted>(&answer);
+    bool const right =
+        notStarted && notStarted->error == EMFILE && takeAllDescriptors().size() == left;
     std::_Exit(right ? 0 : 1);
 }
 
-// Two pipes, no input, and what tells of the end are five, one after the other. With less than
-// two the sanitizers cannot look at the exception, for which they open a pipe of their own.
-TEST(Child, WithTooFewDescriptorsLeftItIsTheErrorOfTheSystem) {
+// The pipes, /dev/null and the descriptor that reports the end are opened one after the other, so
+// each number fails at another step. With fewer than two, the sanitizers cannot handle the
+// exception, for which they open a pipe of their own.
+TEST(Child, TooFewDescriptorsAreTheSystemsError) {
     for (std::size_t const left : {2U, 3U, 4U, 5U}) {
         EXPECT_EXIT(exitAfterRunWith(left), testing::ExitedWithCode(0), "") << left;
     }
 }
 
-/// Leaves this process seven descriptors: one more than a program takes while it starts. Of them
-/// it keeps three, so that no other starts beside it.
+/// Leaves this process seven descriptors: one more than a program takes while it starts. A running
+/// program keeps three of them, so no second one can start.
 void leaveDescriptorsForOneProgram() {
     auto const taken = takeAllDescriptors();
     for (std::size_t index = 0; index < 7; ++index) {
@@ -192,11 +194,12 @@ void leaveDescriptorsForOneProgram() {
     }
 }
 
-/// What comes of a run with that limit while `script` runs, which has to print first.
-Answer runBeside(
+/// The result of a run with this time limit while `script` is running. `script` must print
+/// something first.
+RunResult runBeside(
     std::vector<std::string> const & script, std::chrono::milliseconds limit,
     std::function<void()> const & atItsEnd = [] {}) {
-    Answer answer = Interrupted{};
+    RunResult answer = Interrupted{};
     std::jthread thread;
     run(script, patient(), [&](std::string_view) {
         thread = std::jthread([&] {
@@ -208,7 +211,7 @@ Answer runBeside(
     return answer;
 }
 
-TEST(Child, WithTooFewDescriptorsBesideAnotherItWaitsForThose) {
+TEST(Child, TooFewDescriptorsWhileAnotherProgramRunsAreWaitedFor) {
     auto const waits = [] {
         leaveDescriptorsForOneProgram();
         auto const answer = runBeside(shell("echo; exec sleep 0.3"), 2min);
@@ -217,7 +220,7 @@ TEST(Child, WithTooFewDescriptorsBesideAnotherItWaitsForThose) {
     EXPECT_EXIT(waits(), testing::ExitedWithCode(0), "");
 }
 
-TEST(Child, WithTooFewDescriptorsUntilItsLimitItIsTheErrorOfTheSystem) {
+TEST(Child, TooFewDescriptorsUntilTheTimeLimitAreTheSystemsError) {
     auto const waits = [] {
         Folder const folder;
         leaveDescriptorsForOneProgram();
@@ -225,8 +228,9 @@ TEST(Child, WithTooFewDescriptorsUntilItsLimitItIsTheErrorOfTheSystem) {
         auto const answer =
             runBeside(shell("echo; until [ -e \"$1\" ]; do sleep 0.01; done", {folder.path("go")}),
                       200ms, [&] { folder.put("go", "", 0600); });
-        auto const * const notRun = std::get_if<NotRun>(&answer);
-        bool const right = notRun && notRun->error == EMFILE && Clock::now() - start >= 200ms;
+        auto const * const notStarted = std::get_if<NotStarted>(&answer);
+        bool const right =
+            notStarted && notStarted->error == EMFILE && Clock::now() - start >= 200ms;
         std::filesystem::remove_all(folder.path());
         std::_Exit(right ? 0 : 1);
     };

@@ -21,8 +21,8 @@ namespace {
 
 using namespace system;
 
-// After `killAllChildren` a process starts no program any more, so each of these tests has one
-// of its own. What it wants to tell goes through this pipe.
+// After `killAllChildren` a process cannot start programs any more, so each of these tests runs in
+// a process of its own, which reports through this pipe.
 class Children : public testing::Test {
 protected:
     Children() { EXPECT_EQ(pipe2(ends_, O_CLOEXEC | O_NONBLOCK), 0); }
@@ -42,8 +42,8 @@ protected:
         return {text, static_cast<std::size_t>(std::max<ssize_t>(got, 0))};
     }
 
-    /// Runs one that tells its number and that of one it has started, and then does not end.
-    Answer runForever() {
+    /// Runs a program that prints its process id and that of a child, and then does not end.
+    RunResult runForever() {
         return run(shell("sleep 1000 & echo $$ $!; wait"), patient(), [&](std::string_view text) {
             tell(text);
             ++running_;
@@ -66,14 +66,14 @@ protected:
         EXPECT_GE(count, 2);
     }
 
-    /// The end of a process by `signal` while a program runs.
+    /// Ends the process by `signal` while a program is running.
     void raiseWhileRunning(int signal) {
         rlimit const none{0, 0};
         setrlimit(RLIMIT_CORE, &none);
-        endingSignalsKillChildren();
+        killChildrenOnTermination();
         std::thread([this] {
             runForever();
-            // What comes of the run does not matter: the signal is about to end the process.
+            // The result of the run does not matter: the signal is about to end the process.
             for (;;) {
                 pause();
             }
@@ -91,7 +91,7 @@ private:
     int ends_[2];
 };
 
-TEST_F(Children, KillingAllEndsARunOfAnotherThread) {
+TEST_F(Children, KillingAllEndsARunInAnotherThread) {
     auto const killWhileRunning = [&] {
         std::thread killer([&] {
             waitUntilRunning(1);
@@ -105,7 +105,7 @@ TEST_F(Children, KillingAllEndsARunOfAnotherThread) {
     expectAllToldDie();
 }
 
-TEST_F(Children, AfterKillingAllNothingIsStarted) {
+TEST_F(Children, AfterKillingAllNothingStarts) {
     Folder const folder;
     auto const runAfterwards = [&] {
         killAllChildren();
@@ -116,7 +116,7 @@ TEST_F(Children, AfterKillingAllNothingIsStarted) {
     EXPECT_NE(access(folder.path("run").c_str(), F_OK), 0);
 }
 
-TEST_F(Children, KillingAllWhileManyAreStartedLeavesNone) {
+TEST_F(Children, KillingAllWhileManyStartLeavesNone) {
     auto const killWhileStarting = [&] {
         std::atomic<int> interrupted = 0;
         std::vector<std::thread> threads;
@@ -145,17 +145,17 @@ TEST_F(Children, KillingAllWhileManyAreStartedLeavesNone) {
     expectAllToldDie();
 }
 
-TEST_F(Children, ATerminationKillsThemAndEndsTheProcessAsEver) {
+TEST_F(Children, SigtermKillsThemAndThenEndsTheProcess) {
     EXPECT_EXIT(raiseWhileRunning(SIGTERM), testing::KilledBySignal(SIGTERM), "");
     expectAllToldDie();
 }
 
-TEST_F(Children, AHangupKillsThemAndEndsTheProcessAsEver) {
+TEST_F(Children, SighupKillsThemAndThenEndsTheProcess) {
     EXPECT_EXIT(raiseWhileRunning(SIGHUP), testing::KilledBySignal(SIGHUP), "");
     expectAllToldDie();
 }
 
-TEST_F(Children, AQuitKillsThemAndEndsTheProcessAsEver) {
+TEST_F(Children, SigquitKillsThemAndThenEndsTheProcess) {
     EXPECT_EXIT(raiseWhileRunning(SIGQUIT), testing::KilledBySignal(SIGQUIT), "");
     expectAllToldDie();
 }
@@ -163,7 +163,7 @@ TEST_F(Children, AQuitKillsThemAndEndsTheProcessAsEver) {
 TEST_F(Children, ASignalThatWasIgnoredStaysIgnored) {
     auto const hangUp = [] {
         std::signal(SIGHUP, SIG_IGN);
-        endingSignalsKillChildren();
+        killChildrenOnTermination();
         std::raise(SIGHUP);
         auto const answer = run({"true"}, patient());
         std::_Exit(std::holds_alternative<Exited>(answer) ? 0 : 1);

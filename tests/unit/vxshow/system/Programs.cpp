@@ -50,7 +50,7 @@ std::string printedBeforeTheTimeLimit(std::string const & script) {
         std::string printed;
         auto const answer = system::run(shell(script), {system::Clock::now() + limit, 1000},
                                         [&](std::string_view piece) { printed += piece; });
-        EXPECT_TRUE(std::holds_alternative<system::TimeLimit>(answer)) << answer.index();
+        EXPECT_TRUE(std::holds_alternative<system::TimeLimitReached>(answer)) << answer.index();
         if (printed.ends_with('\n')) {
             return printed;
         }

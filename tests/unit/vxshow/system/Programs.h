@@ -9,24 +9,23 @@
 
 namespace vxshow::test {
 
-/// Limits that no program of a test reaches, on however busy a machine.
+/// Limits that no program of a test reaches, even on a busy machine.
 system::Limits patient();
 
-/// The words that run `script`, in which `$1` and so on are `arguments`.
+/// The words that run `script` in a shell, with `arguments` as `$1` and so on.
 std::vector<std::string> shell(std::string const & script,
                                std::vector<std::string> const & arguments = {});
 
-/// Runs `words` patiently, and fails the test unless they have ended by themselves.
+/// Runs `words` with the limits of `patient`. The test fails unless the program ends by itself.
 system::Exited exited(std::vector<std::string> const & words);
 
-/// Runs `script` until a time limit that leaves it the time to print what ends in a line end;
-/// returns that.
+/// Runs `script` into its time limit, which leaves it time to print a line; returns that line.
 std::string printedBeforeTheTimeLimit(std::string const & script);
 
-/// Waits until `condition` holds, for half a minute.
+/// Waits up to half a minute for `condition` and returns whether it holds.
 bool soon(std::function<bool()> const & condition);
 
-/// Waits until there is no such process, or only its exit status.
+/// Waits, as `soon`, until the process is gone or is a zombie.
 bool diesSoon(pid_t pid);
 
 /// A folder that lives as long as the object.
@@ -39,7 +38,7 @@ public:
 
     std::string path(std::string const & name = "") const { return path_ + "/" + name; }
 
-    /// Writes a file with those permissions; returns its path.
+    /// Writes a file with these permissions and returns its path.
     std::string put(std::string const & name, std::string const & text, mode_t mode) const;
 
 private:

@@ -26,20 +26,20 @@ using Words = std::vector<std::string>;
 
 int errorOf(Words const & words) {
     auto const answer = run(words, patient());
-    auto const * const notRun = std::get_if<NotRun>(&answer);
-    return notRun ? notRun->error : -1;
+    auto const * const notStarted = std::get_if<NotStarted>(&answer);
+    return notStarted ? notStarted->error : -1;
 }
 
 template <class Expected>
-bool is(Answer const & answer) {
+bool is(RunResult const & answer) {
     return std::holds_alternative<Expected>(answer);
 }
 
-Answer within(std::chrono::milliseconds time, std::string const & script) {
+RunResult within(std::chrono::milliseconds time, std::string const & script) {
     return run(shell(script), {Clock::now() + time, 1000});
 }
 
-Answer limitedTo(std::size_t bytes, std::string const & script) {
+RunResult limitedTo(std::size_t bytes, std::string const & script) {
     return run(shell(script), {patient().end, bytes});
 }
 
@@ -48,7 +48,7 @@ std::size_t openDescriptors() {
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
 }
 
-/// setpriv as a program that runs as root whoever starts it, as sudo does.
+/// A copy of setpriv that runs as root whichever user starts it, as sudo does.
 class RootsProgram {
 public:
     RootsProgram() {
@@ -69,8 +69,8 @@ private:
     std::string folder_ = "/tmp/roots-program-XXXXXX";
 };
 
-/// As nobody, runs a program of root's that takes 20 seconds, with half a second for it; ends
-/// with 0 when that one was not waited for.
+/// As user nobody, runs a program of root that takes 20 seconds with a time limit of half a second.
+/// Ends with status 0 if the program was not waited for.
 void runAsNobody(std::string const & program) {
     constexpr uid_t nobody = 65534;
     if (setuid(nobody) != 0) {
@@ -79,7 +79,7 @@ void runAsNobody(std::string const & program) {
     auto const start = Clock::now();
     auto const answer = run({program, "--reuid=0", "sleep", "20"}, {start + 500ms, 1000});
     bool const waited = Clock::now() - start > 15s;
-    _exit(!waited && is<TimeLimit>(answer) ? 0 : 1);
+    _exit(!waited && is<TimeLimitReached>(answer) ? 0 : 1);
 }
 
 TEST(Run, AProgramOfAnotherUserIsNotWaitedFor) {
@@ -90,21 +90,21 @@ TEST(Run, AProgramOfAnotherUserIsNotWaitedFor) {
     EXPECT_EXIT(runAsNobody(program.path()), testing::ExitedWithCode(0), "");
 }
 
-TEST(Run, OutputErrorsAndStatusAreToldApart) {
+TEST(Run, OutputErrorsAndStatusAreSeparate) {
     auto const it = exited(shell("echo out; echo err >&2; exit 3"));
     EXPECT_EQ(it.status, 3);
     EXPECT_EQ(it.output.text(), "out\n");
     EXPECT_EQ(it.errors, "err\n");
 }
 
-TEST(Run, AProgramThatSaysNothingHasSaidNothing) {
+TEST(Run, AProgramWithoutOutputHasEmptyTexts) {
     auto const it = exited({"true"});
     EXPECT_EQ(it.status, 0);
     EXPECT_EQ(it.output.text(), "");
     EXPECT_EQ(it.errors, "");
 }
 
-TEST(Run, AnOutputOf50MegabytesArrivesWholeAndIsFollowedByZeros) {
+TEST(Run, AnOutputOf50MegabytesIsCompleteAndFollowedByZeros) {
     std::string expected;
     for (int number = 1; number <= 7'000'000; ++number) {
         expected.append(std::to_string(number)).push_back('\n');
@@ -121,7 +121,7 @@ TEST(Run, AnOutputOf50MegabytesArrivesWholeAndIsFollowedByZeros) {
     EXPECT_TRUE(std::all_of(end, end + FileBytes::padding, [](char c) { return c == 0; }));
 }
 
-TEST(Run, APieceIsReceivedWhileTheProgramGoesOn) {
+TEST(Run, APieceIsReceivedWhileTheProgramStillRuns) {
     Folder const folder;
     std::vector<std::string> pieces;
     auto const answer = run(
@@ -134,7 +134,7 @@ TEST(Run, APieceIsReceivedWhileTheProgramGoesOn) {
     EXPECT_EQ(pieces, (std::vector<std::string>{"one\n", "two\n"}));
 }
 
-TEST(Run, NoShellSeesTheWords) {
+TEST(Run, WordsAreNotInterpretedByAShell) {
     auto const it = exited({"printf", "<%s>\n", "$(date)", ";", "`date`", "a\nb", "", "*", "'\"\\",
                             "> /dev/null", "\xff"});
     EXPECT_EQ(it.output.text(), "<$(date)>\n"
@@ -148,17 +148,17 @@ TEST(Run, NoShellSeesTheWords) {
                                 "<\xff>\n");
 }
 
-TEST(Run, ManyWordsArriveAll) {
+TEST(Run, ManyWordsAllArrive) {
     Words words{"printf", "%s\n"};
     words.insert(words.end(), 20'000, "word");
     EXPECT_EQ(exited(words).output.text().size(), 20'000U * 5);
 }
 
-TEST(Run, MoreWordsThanTheSystemTakesAreItsError) {
+TEST(Run, MoreWordsThanTheSystemAllowsAreItsError) {
     EXPECT_EQ(errorOf({"true", std::string(10'000'000, 'x')}), E2BIG);
 }
 
-TEST(Run, NoWordsAreNoProgram) {
+TEST(Run, AnEmptyListOfWordsIsRefused) {
     EXPECT_EQ(errorOf({}), EINVAL);
 }
 
@@ -166,22 +166,22 @@ TEST(Run, AWordWithAZeroByteIsRefused) {
     EXPECT_EQ(errorOf({"printf", std::string("a\0b", 3)}), EINVAL);
 }
 
-TEST(Run, AnEmptyNameIsNoProgram) {
+TEST(Run, AnEmptyNameIsNotFound) {
     EXPECT_EQ(errorOf({""}), ENOENT);
 }
 
-TEST(Run, AProgramThatIsNotThereIsSaidSo) {
+TEST(Run, AMissingProgramIsReported) {
     EXPECT_EQ(errorOf({"no-such-program-anywhere"}), ENOENT);
     EXPECT_EQ(errorOf({"/no/such/program"}), ENOENT);
 }
 
-TEST(Run, AFileThatMustNotBeRunIsSaidSo) {
+TEST(Run, AFileWithoutExecutePermissionIsReported) {
     Folder const folder;
     EXPECT_EQ(errorOf({folder.put("plain", "#!/bin/sh\n", 0600)}), EACCES);
     EXPECT_EQ(errorOf({folder.path()}), EACCES);
 }
 
-/// With a PATH of its own.
+/// Tests with their own PATH.
 class RunAlongThePath : public testing::Test {
 protected:
     RunAlongThePath() {
@@ -195,7 +195,7 @@ protected:
     Folder second_;
 };
 
-TEST_F(RunAlongThePath, TheFirstThatCanBeRunIsIt) {
+TEST_F(RunAlongThePath, TheFirstExecutableFileIsRun) {
     first_.put("program-of-two", "#!/bin/sh\necho first\n", 0600);
     second_.put("program-of-two", "#!/bin/sh\necho second\n", 0700);
     EXPECT_EQ(exited({"program-of-two"}).output.text(), "second\n");
@@ -203,30 +203,30 @@ TEST_F(RunAlongThePath, TheFirstThatCanBeRunIsIt) {
     EXPECT_EQ(exited({"program-of-two"}).output.text(), "first\n");
 }
 
-TEST_F(RunAlongThePath, OneThatNoneCanBeRunOfIsAMatterOfPermission) {
+TEST_F(RunAlongThePath, IfNoFileIsExecutableThePermissionIsReported) {
     first_.put("program-of-two", "#!/bin/sh\n", 0600);
     EXPECT_EQ(errorOf({"program-of-two"}), EACCES);
 }
 
-TEST_F(RunAlongThePath, AScriptThatNamesNoInterpreterIsForTheShell) {
+TEST_F(RunAlongThePath, AScriptWithoutAnInterpreterLineIsRunByTheShell) {
     first_.put("bare-script", "echo \"$1\"\n", 0700);
     EXPECT_EQ(exited({"bare-script", "a word"}).output.text(), "a word\n");
 }
 
-TEST(Run, ASignalThatEndsItIsTold) {
+TEST(Run, TheSignalThatEndsAProgramIsReported) {
     auto const answer = run(shell("echo why >&2; kill -TERM $$"), patient());
-    ASSERT_TRUE(is<Killed>(answer));
-    EXPECT_EQ(std::get<Killed>(answer).signal, SIGTERM);
-    EXPECT_EQ(std::get<Killed>(answer).errors, "why\n");
+    ASSERT_TRUE(is<KilledBySignal>(answer));
+    EXPECT_EQ(std::get<KilledBySignal>(answer).signal, SIGTERM);
+    EXPECT_EQ(std::get<KilledBySignal>(answer).errors, "why\n");
 }
 
-TEST(Run, AKillThatIsNotOursIsASignalLikeAnyOther) {
+TEST(Run, ASigkillFromElsewhereIsReportedLikeAnySignal) {
     auto const answer = run(shell("kill -KILL $$"), patient());
-    ASSERT_TRUE(is<Killed>(answer));
-    EXPECT_EQ(std::get<Killed>(answer).signal, SIGKILL);
+    ASSERT_TRUE(is<KilledBySignal>(answer));
+    EXPECT_EQ(std::get<KilledBySignal>(answer).signal, SIGKILL);
 }
 
-TEST(Run, OfTheErrorsTheLast4096BytesAreKept) {
+TEST(Run, TheLast4096BytesOfTheErrorsAreKept) {
     auto const it = exited(shell("yes abc | head -c 4000000 >&2; echo done; echo end! >&2"));
     EXPECT_EQ(it.output.text(), "done\n");
     EXPECT_EQ(it.errors.size(), 4093U);
@@ -238,48 +238,48 @@ TEST(Run, ErrorsOf4096BytesAreKeptWhole) {
     EXPECT_EQ(exited(shell("yes abc | head -c 4096 >&2")).errors.size(), 4096U);
 }
 
-TEST(Run, ErrorsWithoutALineEndAreCutWhereTheyAreTooLong) {
+TEST(Run, LongErrorsWithoutALineEndAreCut) {
     auto const it = exited(shell("yes | tr -d '\\n' | head -c 100000 >&2; echo end >&2"));
     EXPECT_EQ(it.errors, std::string(4092, 'y') + "end\n");
 }
 
-TEST(Run, OneThatDoesNotEndIsKilledAtItsLimit) {
+TEST(Run, AProgramThatDoesNotEndIsKilledAtTheTimeLimit) {
     auto const start = Clock::now();
-    EXPECT_TRUE(is<TimeLimit>(within(300ms, "exec sleep 1000")));
+    EXPECT_TRUE(is<TimeLimitReached>(within(300ms, "exec sleep 1000")));
     EXPECT_GE(Clock::now() - start, 300ms);
     EXPECT_LT(Clock::now() - start, 60s);
 }
 
-TEST(Run, ALimitThatHasPassedStartsNothing) {
-    EXPECT_TRUE(is<TimeLimit>(run({"/no/such/program"}, {Clock::now() - 1s, 1000})));
+TEST(Run, NothingIsStartedAfterTheTimeLimit) {
+    EXPECT_TRUE(is<TimeLimitReached>(run({"/no/such/program"}, {Clock::now() - 1s, 1000})));
 }
 
-TEST(Run, ALimitInTheFarFutureIsNone) {
+TEST(Run, ATimeLimitInTheFarFutureDoesNotOverflow) {
     auto const answer = run({"true"}, {Clock::time_point::max(), 1000});
     EXPECT_TRUE(is<Exited>(answer));
 }
 
-TEST(Run, OneThatIgnoresItsTerminationDoesNotSurvive) {
+TEST(Run, AProgramThatIgnoresSigtermDoesNotSurvive) {
     auto const printed =
         printedBeforeTheTimeLimit("trap '' TERM HUP INT; echo $$; while :; do sleep 1; done");
     EXPECT_TRUE(diesSoon(std::stoi(printed)));
 }
 
-TEST(Run, OneThatHasStoppedItselfDoesNotSurvive) {
+TEST(Run, AStoppedProgramDoesNotSurvive) {
     EXPECT_TRUE(diesSoon(std::stoi(printedBeforeTheTimeLimit("echo $$; kill -STOP $$"))));
 }
 
-TEST(Run, WhatItHasStartedDoesNotSurviveTheTimeLimit) {
+TEST(Run, ItsChildrenDoNotSurviveTheTimeLimit) {
     EXPECT_TRUE(diesSoon(std::stoi(printedBeforeTheTimeLimit("sleep 1000 & echo $!; wait"))));
 }
 
-TEST(Run, WhatItHasStartedDoesNotSurviveItsEnd) {
+TEST(Run, ItsChildrenDoNotSurviveItsEnd) {
     auto const it = exited(shell("sleep 1000 > /dev/null 2>&1 & echo $!; exit 4"));
     EXPECT_EQ(it.status, 4);
     EXPECT_TRUE(diesSoon(std::stoi(std::string(it.output.text()))));
 }
 
-TEST(Run, WhoHoldsTheOutputOpenIsNotWaitedForAfterItsEnd) {
+TEST(Run, AfterItsEndAProcessThatHoldsTheOutputOpenIsNotWaitedFor) {
     auto const start = Clock::now();
     auto const it = exited(shell("setsid sleep 1000 & echo $!; echo text; exit 4"));
     EXPECT_LT(Clock::now() - start, 60s);
@@ -288,33 +288,33 @@ TEST(Run, WhoHoldsTheOutputOpenIsNotWaitedForAfterItsEnd) {
     kill(std::stoi(std::string(it.output.text())), SIGKILL);
 }
 
-TEST(Run, WhoPrintsOnAfterItsEndIsHeardUntilTheLimit) {
-    EXPECT_TRUE(is<OutputLimit>(limitedTo(10'000'000, "yes & exit 0")));
+TEST(Run, AfterItsEndAProcessThatKeepsPrintingIsReadUntilTheLimit) {
+    EXPECT_TRUE(is<OutputLimitReached>(limitedTo(10'000'000, "yes & exit 0")));
 }
 
-TEST(Run, OneThatClosesItsOutputIsWaitedFor) {
+TEST(Run, AProgramThatClosesItsOutputIsWaitedFor) {
     EXPECT_EQ(exited(shell("exec >&- 2>&-; sleep 0.5; exit 7")).status, 7);
 }
 
-TEST(Run, AsManyBytesAsAllowedAreNotTooMany) {
+TEST(Run, AsManyBytesAsAllowedAreAccepted) {
     EXPECT_TRUE(is<Exited>(limitedTo(0, "exit 0")));
     EXPECT_TRUE(is<Exited>(limitedTo(1000, "head -c 1000 /dev/zero")));
     EXPECT_TRUE(is<Exited>(limitedTo(200'000, "head -c 200000 /dev/zero")));
 }
 
 TEST(Run, OneByteMoreThanAllowedIsTooMany) {
-    EXPECT_TRUE(is<OutputLimit>(limitedTo(0, "head -c 1 /dev/zero")));
-    EXPECT_TRUE(is<OutputLimit>(limitedTo(1000, "head -c 1001 /dev/zero")));
-    EXPECT_TRUE(is<OutputLimit>(limitedTo(200'000, "head -c 200001 /dev/zero")));
+    EXPECT_TRUE(is<OutputLimitReached>(limitedTo(0, "head -c 1 /dev/zero")));
+    EXPECT_TRUE(is<OutputLimitReached>(limitedTo(1000, "head -c 1001 /dev/zero")));
+    EXPECT_TRUE(is<OutputLimitReached>(limitedTo(200'000, "head -c 200001 /dev/zero")));
 }
 
-TEST(Run, OneThatPrintsWithoutEndIsKilledAtItsLimit) {
+TEST(Run, AProgramThatPrintsForeverIsKilledAtTheOutputLimit) {
     auto const answer = limitedTo(1'000'000, "yes");
-    ASSERT_TRUE(is<OutputLimit>(answer));
-    EXPECT_EQ(std::get<OutputLimit>(answer).bytes, 1'000'000U);
+    ASSERT_TRUE(is<OutputLimitReached>(answer));
+    EXPECT_EQ(std::get<OutputLimitReached>(answer).bytes, 1'000'000U);
 }
 
-TEST(Run, WhatIsRaisedOnReceivingIsPassedOnAndLeavesNothing) {
+TEST(Run, AnExceptionFromTheReceiverIsPassedOnAndLeavesNothing) {
     std::string printed;
     auto const refuse = [&](std::string_view piece) {
         printed = piece;
@@ -325,23 +325,23 @@ TEST(Run, WhatIsRaisedOnReceivingIsPassedOnAndLeavesNothing) {
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
 }
 
-TEST(Run, NoDescriptorAndNoChildIsLeftWhateverTheAnswer) {
+TEST(Run, NoResultLeavesADescriptorOrAChild) {
     exited({"true"});
     auto const before = openDescriptors();
     for (int round = 0; round < 10; ++round) {
         exited({"true"});
         exited(shell("setsid sleep 0.3 & exit 1"));
         EXPECT_EQ(errorOf({"/no/such/program"}), ENOENT);
-        EXPECT_TRUE(is<TimeLimit>(within(20ms, "sleep 1000")));
-        EXPECT_TRUE(is<OutputLimit>(limitedTo(10, "yes")));
-        EXPECT_TRUE(is<Killed>(run(shell("kill -9 $$"), patient())));
+        EXPECT_TRUE(is<TimeLimitReached>(within(20ms, "sleep 1000")));
+        EXPECT_TRUE(is<OutputLimitReached>(limitedTo(10, "yes")));
+        EXPECT_TRUE(is<KilledBySignal>(run(shell("kill -9 $$"), patient())));
     }
     EXPECT_EQ(openDescriptors(), before);
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);
 }
 
-TEST(Run, ManyThreadsRunAtOnceAndGetTheirOwn) {
+TEST(Run, ManyThreadsAtOnceEachGetTheirOwnResult) {
     std::vector<std::jthread> threads;
     for (int thread = 0; thread < 16; ++thread) {
         threads.emplace_back([thread] {
@@ -355,7 +355,7 @@ TEST(Run, ManyThreadsRunAtOnceAndGetTheirOwn) {
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
 }
 
-TEST(Run, SignalsThatAreHandledMeanwhileDisturbNothing) {
+TEST(Run, SignalsHandledMeanwhileDoNoHarm) {
     static volatile std::sig_atomic_t ticks = 0;
 
     struct sigaction action {};

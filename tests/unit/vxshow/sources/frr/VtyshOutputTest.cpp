@@ -18,11 +18,11 @@ constexpr char const * noConfiguration =
     "% Can't open configuration file /etc/frr/vtep1/vtysh.conf due to 'No such file or "
     "directory'.\n";
 
-system::Answer exited(int status, std::string const & errors, std::string_view output = "") {
+system::RunResult exited(int status, std::string const & errors, std::string_view output = "") {
     return system::Exited{status, system::FileBytes::copyOf(output), errors};
 }
 
-std::string failure(system::Answer answer) {
+std::string failure(system::RunResult answer) {
     try {
         vtyshOutput(std::move(answer), {"vtysh", 5s});
     } catch (Failure const & failure) {
@@ -127,10 +127,10 @@ TEST(VtyshOutput, AnyOtherStatusIsABrokenAnswer) {
 }
 
 TEST(VtyshOutput, OtherEndsOfTheRunAreReported) {
-    EXPECT_EQ(failure(system::NotRun{ENOENT}), "no such program: vtysh");
-    EXPECT_EQ(failure(system::OutputLimit{1000}), "broken answer: more than 1000 bytes");
-    EXPECT_EQ(failure(system::TimeLimit{}), "time limit: no answer within 5 s");
-    EXPECT_THROW(vtyshOutput(system::TimeLimit{}, {"vtysh", 5s}), TimedOut);
+    EXPECT_EQ(failure(system::NotStarted{ENOENT}), "no such program: vtysh");
+    EXPECT_EQ(failure(system::OutputLimitReached{1000}), "broken answer: more than 1000 bytes");
+    EXPECT_EQ(failure(system::TimeLimitReached{}), "time limit: no answer within 5 s");
+    EXPECT_THROW(vtyshOutput(system::TimeLimitReached{}, {"vtysh", 5s}), TimedOut);
 }
 
 } // namespace vxshow::test
