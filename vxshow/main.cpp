@@ -5,6 +5,7 @@
 #include "vxshow/cli/CommandLine.h"
 #include "vxshow/cli/MountState.h"
 #include "vxshow/system/Children.h"
+#include "vxshow/system/MemoryFile.h"
 #include "vxshow/terminal/Exit.h"
 #include "vxshow/terminal/InterruptSignal.h"
 #include "vxshow/terminal/ProgressLine.h"
@@ -12,16 +13,20 @@
 #include "vxshow/terminal/TerminalOutput.h"
 #include "vxshow/terminal/Watch.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <limits>
 #include <malloc.h>
+#include <string>
 #include <unistd.h>
+#include <utility>
+#include <variant>
 
 namespace vxshow {
 namespace {
 
-[[noreturn]] void answer(cli::Help const & help) {
+[[noreturn]] void print(cli::Help const & help) {
     bool const written = std::fputs(help.text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
     if (!written) {
         terminal::fail(terminal::ExitStatus::failed, "standard output: cannot be written");
@@ -29,17 +34,17 @@ namespace {
     terminal::exitNow(terminal::ExitStatus::success);
 }
 
-/// Has the memory that reading frees kept for the listing, which comes next: pages from the
-/// system are cleared one by one, and those are a fifth of what a large listing touches. For
-/// that the threads that read live sources take theirs from where the listing does.
+/// Keeps the memory that reading frees for the listing that follows. The system clears each page
+/// that it hands out, and a fifth of those that a large listing touches can be reused. For the
+/// same reason the threads that read live sources allocate from the listing's arena.
 void keepFreedMemory() {
     mallopt(M_ARENA_MAX, 1);
     mallopt(M_MMAP_MAX, 0);
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
-/// Writes the listing. What a terminal shows is made harmless for it.
-void render(cli::CommandLine const & line, state::Mount const & mount) {
+/// Writes the listing. On a terminal, control characters in it are replaced.
+void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & mount) {
     if (::isatty(STDOUT_FILENO) != 1) {
         return line.render(mount, STDOUT_FILENO, line.output);
     }
@@ -48,7 +53,7 @@ void render(cli::CommandLine const & line, state::Mount const & mount) {
     terminal.finish();
 }
 
-/// Reads the state; what there is to say of it goes to standard error.
+/// Reads the state; remarks on its sources go to standard error.
 state::Reading readState(cli::CommandLine const & line) {
     try {
         auto reading = terminal::readWithProgress(
@@ -62,16 +67,19 @@ state::Reading readState(cli::CommandLine const & line) {
     }
 }
 
+std::string renderFailure(cli::CommandLine const & line, std::exception const & error) {
+    return line.command + ": " + Vex::printable(error.what());
+}
+
 [[noreturn]] void showOnce(cli::CommandLine const & line) {
     state::Reading const state = line.readsState ? readState(line) : state::Reading();
-    terminal::interruptEndsTheListing();
+    terminal::endListingOnInterrupt();
     try {
-        render(line, state.mount);
+        renderToStandardOutput(line, state.mount);
     } catch (std::exception const & error) {
-        terminal::fail(terminal::ExitStatus::failed,
-                       line.command + ": " + Vex::printable(error.what()));
+        terminal::fail(terminal::ExitStatus::failed, renderFailure(line, error));
     }
-    terminal::interruptEndsTheProcess();
+    terminal::exitOnInterrupt();
     if (outfmt::interruptTaken()) {
         terminal::exitNow(terminal::ExitStatus::interrupted);
     }
@@ -79,18 +87,45 @@ state::Reading readState(cli::CommandLine const & line) {
                                      : terminal::ExitStatus::incomplete);
 }
 
+/// What the command prints for this reading of the state. Raises `StateError`.
+terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
+    try {
+        system::MemoryFile output;
+        line.render(reading.mount, output.descriptor(), line.output);
+        return {output.bytes(), std::move(reading.remarks)};
+    } catch (std::exception const & error) {
+        throw state::StateError(renderFailure(line, error));
+    }
+}
+
+/// Each reading covers all sources: one that fails is shown as it was at its last good reading.
+[[noreturn]] void watch(cli::CommandLine const & line) {
+    try {
+        auto const readState = cli::stateReader(line.state, state::Keep::lastGood);
+        bool isFirst = true;
+        terminal::watch(line.command, std::chrono::seconds(*line.state.watchSeconds), [&] {
+            // Once a listing is on the screen there is no room for a line of progress.
+            return viewOf(line, std::exchange(isFirst, false)
+                                    ? terminal::readWithProgress(readState, line.selection)
+                                    : readState(line.selection, {}));
+        });
+    } catch (std::exception const & error) {
+        terminal::fail(terminal::ExitStatus::failed, error.what());
+    }
+}
+
 [[noreturn]] void show(cli::CommandLine const & line) {
     keepFreedMemory();
-    // A limit on the size of files is to fail the write, not to end the process.
+    // A write beyond the file size limit should fail, not end the process.
     std::signal(SIGXFSZ, SIG_IGN);
     system::killChildrenOnTermination();
-    terminal::interruptEndsTheProcess();
+    terminal::exitOnInterrupt();
     if (line.traceLevel) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));
         Trace::enableAllUpTo(*line.traceLevel);
     }
     if (line.state.watchSeconds) {
-        terminal::watch(line);
+        watch(line);
     }
     showOnce(line);
 }
@@ -102,7 +137,7 @@ int main(int argc, char ** argv) {
     using namespace vxshow;
     auto const read = cli::readCommandLine(argc, argv);
     if (auto const * help = std::get_if<cli::Help>(&read)) {
-        answer(*help);
+        print(*help);
     }
     if (auto const * error = std::get_if<cli::UsageError>(&read)) {
         terminal::fail(terminal::ExitStatus::usage, error->line);

@@ -8,7 +8,7 @@
 namespace vxshow::terminal {
 
 void exitNow(ExitStatus status) {
-    // First, for a reader who takes nothing may hold up what comes next.
+    // First, because flushing can block on a reader that takes no more output.
     system::killAllChildren();
     std::fflush(stdout);
     std::_Exit(static_cast<int>(status));

@@ -14,18 +14,18 @@ namespace vxshow::terminal {
 namespace {
 
 constexpr suseconds_t tickMicroseconds = 30'000;
-constexpr int mostTicks = 12;
+constexpr int maxTicks = 12;
 
 volatile std::sig_atomic_t ticks = 0;
-volatile std::sig_atomic_t ticksSinceTaken = 0;
+volatile std::sig_atomic_t ticksSinceHandled = 0; // since the library has seen the interrupt
 
-[[noreturn]] void endInterrupted() {
+[[noreturn]] void exitInterrupted() {
     system::killAllChildren();
     _exit(static_cast<int>(ExitStatus::interrupted));
 }
 
 // Without SA_RESTART, so that a write that waits for a slow reader returns at once.
-void handle(int signal, void (*handler)(int)) {
+void setHandler(int signal, void (*handler)(int)) {
     struct sigaction action {};
 
     action.sa_handler = handler;
@@ -33,60 +33,60 @@ void handle(int signal, void (*handler)(int)) {
     sigaction(signal, &action, nullptr);
 }
 
-void startTicking(void (*tick)(int)) {
-    handle(SIGALRM, tick);
+void startTimer(void (*tick)(int)) {
+    setHandler(SIGALRM, tick);
     timeval const period{0, tickMicroseconds};
     itimerval const timer{period, period};
     setitimer(ITIMER_REAL, &timer, nullptr);
 }
 
-extern "C" void giveUp(int) {
-    endInterrupted();
+extern "C" void stopWriting(int) {
+    exitInterrupted();
 }
 
-// The line is written to a reader that may never take it; the timer ends the wait.
-extern "C" void endTheProcess(int) {
+// The reader of the line may never take it: the timer ends the wait.
+extern "C" void endProcess(int) {
     constexpr char text[] = "exiting on interrupt\n";
-    startTicking(giveUp);
+    startTimer(stopWriting);
     [[maybe_unused]] auto const written = write(STDOUT_FILENO, text, sizeof(text) - 1);
-    endInterrupted();
+    exitInterrupted();
 }
 
-// Once the library has met the interrupt, it says its line and takes apart what it has
-// collected, which for millions of entries nobody should wait for. The line has a whole
-// tick to get out; where it does not, the terminal is held.
+// After an interrupt the library writes its last line and destroys what it has collected. For
+// millions of entries that takes longer than a user should wait, so the process ends here. The
+// line has a whole tick to get out; if it takes longer, the terminal is blocked.
 extern "C" void endLateListing(int) {
     ticks = ticks + 1;
     if (outfmt::interruptTaken()) {
-        ticksSinceTaken = ticksSinceTaken + 1;
+        ticksSinceHandled = ticksSinceHandled + 1;
     }
-    if (ticksSinceTaken > 1 || ticks > mostTicks) {
-        endInterrupted();
+    if (ticksSinceHandled > 1 || ticks > maxTicks) {
+        exitInterrupted();
     }
 }
 
-extern "C" void endTheListing(int) {
+extern "C" void endListing(int) {
     outfmt::requestInterrupt();
-    startTicking(endLateListing);
+    startTimer(endLateListing);
 }
 
-/// Unless the program was started with the signal ignored, as a background job is.
+/// Sets the handler, unless the program was started with SIGINT ignored, as background jobs are.
 void onInterrupt(void (*handler)(int)) {
     struct sigaction old {};
 
     if (sigaction(SIGINT, nullptr, &old) == 0 && old.sa_handler != SIG_IGN) {
-        handle(SIGINT, handler);
+        setHandler(SIGINT, handler);
     }
 }
 
 } // namespace
 
-void interruptEndsTheProcess() {
-    onInterrupt(endTheProcess);
+void exitOnInterrupt() {
+    onInterrupt(endProcess);
 }
 
-void interruptEndsTheListing() {
-    onInterrupt(endTheListing);
+void endListingOnInterrupt() {
+    onInterrupt(endListing);
 }
 
 } // namespace vxshow::terminal

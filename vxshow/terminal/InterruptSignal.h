@@ -1,16 +1,16 @@
 #pragma once
 
-/// What Ctrl-C does to the program. Either way "exiting on interrupt" is said on standard
-/// output, the exit status is 130, and a terminal or pipe that takes nothing more is not
-/// waited for. A program that was started with the signal ignored leaves it so.
+/// What Ctrl-C does. Either way "exiting on interrupt" goes to standard output, the exit status
+/// is 130, and the program does not wait for a terminal or pipe that accepts no more output. If
+/// the program was started with SIGINT ignored, it stays ignored.
 namespace vxshow::terminal {
 
-/// From here on the interrupt ends the process on the spot: while the state is read, and
-/// after the listing. There is nothing to put in order, and reading the largest state
-/// takes seconds.
-void interruptEndsTheProcess();
+/// From now on an interrupt ends the process at once. For the time before and after the
+/// listing: nothing needs cleaning up, and reading the largest state takes seconds.
+void exitOnInterrupt();
 
-/// From here on the interrupt asks the library to end, which it does at a line end.
-void interruptEndsTheListing();
+/// From now on an interrupt asks the library to end the listing, which it does at the end of a
+/// line. If that takes too long, the process ends regardless.
+void endListingOnInterrupt();
 
 } // namespace vxshow::terminal

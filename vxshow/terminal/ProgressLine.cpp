@@ -1,15 +1,17 @@
 #include "vxshow/terminal/ProgressLine.h"
 
+#include "vxshow/system/DescriptorIo.h"
+
 #include <unistd.h>
 
 namespace vxshow::terminal {
 
 namespace {
 
-constexpr std::chrono::milliseconds quietAtFirst{500};
+constexpr std::chrono::milliseconds initialDelay{500};
 
-/// To the start of the line, and all behind it erased (ECMA-48: CR, EL).
-constexpr char const * overTheLine = "\r\x1b[K";
+/// Moves to the start of the line and erases it (ECMA-48: CR, EL).
+constexpr char const * eraseLine = "\r\x1b[K";
 
 } // namespace
 
@@ -18,23 +20,23 @@ ProgressLine::ProgressLine(int descriptor)
 
 ProgressLine::~ProgressLine() {
     if (drawn_) {
-        write(overTheLine);
+        draw(eraseLine);
     }
 }
 
 void ProgressLine::show(state::Progress const & progress) {
-    if (!terminal_ || std::chrono::steady_clock::now() - start_ < quietAtFirst) {
+    if (!terminal_ || std::chrono::steady_clock::now() - start_ < initialDelay) {
         return;
     }
     drawn_ = true;
-    write(overTheLine + std::to_string(progress.done) + " of " + std::to_string(progress.sources) +
-          (progress.sources == 1 ? " source" : " sources") + " read, " +
-          std::to_string(progress.rows) + " rows");
+    draw(eraseLine + std::to_string(progress.done) + " of " + std::to_string(progress.sources) +
+         (progress.sources == 1 ? " source" : " sources") + " read, " +
+         std::to_string(progress.rows) + " rows");
 }
 
-void ProgressLine::write(std::string const & text) const {
-    // A terminal that takes no more is no reason to fail.
-    [[maybe_unused]] auto const written = ::write(descriptor_, text.data(), text.size());
+void ProgressLine::draw(std::string const & text) const {
+    // Progress that cannot be shown is no reason to fail.
+    static_cast<void>(system::writeAll(descriptor_, text));
 }
 
 state::Reading readWithProgress(state::StateReader const & readState,

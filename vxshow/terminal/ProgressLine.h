@@ -7,11 +7,11 @@
 
 namespace vxshow::terminal {
 
-/// One line on a terminal that tells how far the reading of a fabric is: drawn over itself, not
-/// before half a second has gone by, and gone when the object goes.
+/// One line on a terminal that shows the progress of reading a fabric. It appears after half a
+/// second, is redrawn in place, and is erased by the destructor.
 class ProgressLine {
 public:
-    /// Writes to `descriptor`, and only when that is a terminal.
+    /// Writes to `descriptor`, but only if that is a terminal.
     explicit ProgressLine(int descriptor);
     ~ProgressLine();
     ProgressLine(ProgressLine const &) = delete;
@@ -20,7 +20,7 @@ public:
     void show(state::Progress const & progress);
 
 private:
-    void write(std::string const & text) const;
+    void draw(std::string const & text) const;
 
     int descriptor_;
     bool terminal_;

@@ -4,13 +4,13 @@
 
 #include <string_view>
 
-/// What the program has to tell its user beside the listing. Texts are printable ASCII.
+/// Messages to the user on standard error. Texts must be printable ASCII.
 namespace vxshow::terminal {
 
-/// Writes each line of `text` to standard error, with the program's name before it.
+/// Writes each line of `text` to standard error, prefixed with "vxshow: ".
 void say(std::string_view text);
 
-/// Says why, and ends the process.
+/// Says `text` and ends the process with `status`.
 [[noreturn]] void fail(ExitStatus status, std::string_view text);
 
 } // namespace vxshow::terminal

@@ -9,12 +9,12 @@ namespace vxshow::terminal {
 
 namespace {
 
-constexpr std::string_view toTheTop = "\x1b[H";
+constexpr std::string_view cursorHome = "\x1b[H";
 constexpr std::string_view eraseRestOfLine = "\x1b[K";
 constexpr std::string_view eraseBelow = "\x1b[J";
 
-/// A byte that continues a character of UTF-8, and so takes no column.
-bool continues(char c) {
+/// A continuation byte of UTF-8, which takes no column.
+bool isContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
 }
 
@@ -22,14 +22,14 @@ bool startsWithLateControl(std::string_view text) {
     return text.size() > 1 && text::isLateControl(text[0], text[1]);
 }
 
-/// Adds one line of the screen. What was there is erased first: behind a line that is as wide
-/// as the screen the cursor still stands on its last character.
+/// Adds one line of the screen. The old line is erased first: after a line as wide as the screen
+/// the cursor is still on its last character, which erasing would remove.
 void appendLine(std::string & out, std::string_view line, std::size_t columns) {
     out.append(eraseRestOfLine);
     std::size_t used = 0;
     while (!line.empty()) {
         char const c = line.front();
-        used += continues(c) ? 0 : 1;
+        used += isContinuation(c) ? 0 : 1;
         if (used > columns) {
             break;
         }
@@ -60,12 +60,12 @@ ScreenSize screenSize(int descriptor) {
     return {size.ws_row, size.ws_col};
 }
 
-std::string drawn(std::string const & title, std::vector<std::string> const & remarks,
-                  std::string_view text, ScreenSize size) {
+std::string drawScreen(std::string const & title, std::vector<std::string> const & remarks,
+                       std::string_view text, ScreenSize size) {
     std::vector<std::string_view> lines{title};
     for (std::string const & remark : remarks) {
-        auto const some = linesOf(remark);
-        lines.insert(lines.end(), some.begin(), some.end());
+        auto const remarkLines = linesOf(remark);
+        lines.insert(lines.end(), remarkLines.begin(), remarkLines.end());
     }
     lines.emplace_back();
     auto const body = linesOf(text);
@@ -77,7 +77,7 @@ std::string drawn(std::string const & title, std::vector<std::string> const & re
         lines.resize(room - 1);
         lines.emplace_back(more);
     }
-    std::string out(toTheTop);
+    std::string out(cursorHome);
     for (std::string_view const line : lines) {
         appendLine(out, line, size.columns);
     }

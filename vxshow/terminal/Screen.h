@@ -13,14 +13,14 @@ struct ScreenSize {
     std::size_t columns;
 };
 
-/// The size of the terminal; 24 lines of 80 columns where it does not tell.
+/// The size of the terminal; 24 lines of 80 columns if it is not known.
 ScreenSize screenSize(int descriptor);
 
-/// What draws `title`, the `remarks`, and the lines of `text` from the top of the screen over
-/// what is there: each cut at the right edge, and those for which there is no room counted in
-/// the last one. The last line of the screen stays empty: the cursor waits there, and what is
-/// said next has a line of its own. Bytes that a terminal obeys stand as question marks.
-std::string drawn(std::string const & title, std::vector<std::string> const & remarks,
-                  std::string_view text, ScreenSize size);
+/// The text that draws `title`, the `remarks` and the lines of `text` over the present screen,
+/// from its top. Lines are cut at the right edge; those that do not fit are counted on the last
+/// line ("... 4 lines more"). The screen's bottom line stays empty: the cursor waits there, so that
+/// the next message has a line of its own. Control characters become question marks.
+std::string drawScreen(std::string const & title, std::vector<std::string> const & remarks,
+                       std::string_view text, ScreenSize size);
 
 } // namespace vxshow::terminal

@@ -1,15 +1,15 @@
 #include "vxshow/terminal/TerminalOutput.h"
 
+#include "vxshow/system/DescriptorIo.h"
 #include "vxshow/text/ControlCharacters.h"
 
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstddef>
 #include <fcntl.h>
 #include <span>
-#include <string_view>
-#include <system_error>
+#include <unistd.h>
+#include <utility>
 
 namespace vxshow::terminal {
 
@@ -17,10 +17,10 @@ namespace {
 
 constexpr int page = 4096;
 
-/// Starts `body` on a thread to which no signal of the process goes: they are for the one that
-/// writes the listing.
+/// Starts `body` on a thread that blocks all signals: they are for the thread that writes the
+/// listing.
 template <class Body>
-std::thread withoutSignals(Body && body) {
+std::thread startWithoutSignals(Body && body) {
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
@@ -35,26 +35,14 @@ std::thread withoutSignals(Body && body) {
     }
 }
 
-/// Makes the control characters of a piece question marks; `last` is the byte before it.
-void withoutControls(std::span<char> piece, char last) {
+/// Replaces the control characters of `piece` with question marks; `last` is the byte before it.
+void replaceControls(std::span<char> piece, char last) {
     for (char & c : piece) {
-        bool const obeyed =
+        bool const isControl =
             (text::isControl(c) && c != '\n' && c != '\t') || text::isLateControl(last, c);
         last = c;
-        c = obeyed ? '?' : c;
+        c = isControl ? '?' : c;
     }
-}
-
-/// The error number of the system, or 0.
-int writeAll(int descriptor, std::string_view text) noexcept {
-    while (!text.empty()) {
-        auto const written = ::write(descriptor, text.data(), text.size());
-        if (written < 0 && errno != EINTR) {
-            return errno;
-        }
-        text.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
-    }
-    return 0;
 }
 
 } // namespace
@@ -66,44 +54,40 @@ TerminalOutput::TerminalOutput(int terminal) : terminal_(terminal) {
     }
     reader_ = system::OwnedDescriptor(ends[0]);
     writer_ = system::OwnedDescriptor(ends[1]);
-    // Where that is refused, more is on the way: no harm.
+    // If this is refused, the pipe holds more, which does no harm.
     ::fcntl(ends[1], F_SETPIPE_SZ, page);
-    passing_ = withoutSignals([this] { pass(); });
+    copying_ = startWithoutSignals([this] { copyToTerminal(); });
 }
 
 TerminalOutput::~TerminalOutput() {
-    writer_ = system::OwnedDescriptor();
-    if (passing_.joinable()) {
-        passing_.join();
+    writer_.close();
+    if (copying_.joinable()) {
+        copying_.join();
     }
 }
 
 void TerminalOutput::finish() {
-    ::close(writer_.release());
-    passing_.join();
-    if (error_ != 0) {
-        throw std::system_error(error_, std::generic_category());
+    writer_.close();
+    copying_.join();
+    if (error_) {
+        throw std::system_error(error_);
     }
 }
 
-// What the terminal does not take any more is read all the same: nobody is to wait for it.
-void TerminalOutput::pass() noexcept {
+// Goes on reading when the terminal takes no more, so that the writer of the listing never blocks.
+void TerminalOutput::copyToTerminal() noexcept {
     std::array<char, page> piece;
     char last = '\0';
     for (;;) {
-        auto const got = ::read(reader_.number(), piece.data(), piece.size());
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got <= 0) {
+        auto const size = system::readSome(reader_.number(), piece).bytes;
+        if (size == 0) {
             return;
         }
-        auto const size = static_cast<std::size_t>(got);
         char const next = piece[size - 1];
-        withoutControls({piece.data(), size}, last);
+        replaceControls({piece.data(), size}, last);
         last = next;
-        if (error_ == 0) {
-            error_ = writeAll(terminal_, {piece.data(), size});
+        if (!error_) {
+            error_ = system::writeAll(terminal_, {piece.data(), size});
         }
     }
 }

@@ -2,42 +2,43 @@
 
 #include "vxshow/system/OwnedDescriptor.h"
 
+#include <system_error>
 #include <thread>
 
 namespace vxshow::terminal {
 
-/// The way of a listing to a terminal. The names in it come from snapshots and from the network,
-/// and a terminal would obey what control characters they have: on this way those become question
-/// marks. Ends of lines stay, and so do tabs.
+/// Takes a listing to a terminal and replaces the control characters in it with question marks,
+/// except line feeds and tabs: names come from snapshots and from the network, and must not
+/// control the terminal.
 ///
-/// A pipe of one page leads to a thread that writes, so that not much is on the way when an
-/// interrupt ends the listing.
+/// The listing goes through a pipe to a thread that writes it. The pipe holds one page, so that
+/// little is still on the way when an interrupt ends the listing.
 class TerminalOutput {
 public:
-    /// Raises `std::system_error` where the system has no pipe or thread left.
+    /// Raises `std::system_error` if the system refuses a pipe or a thread.
     explicit TerminalOutput(int terminal);
 
     TerminalOutput(TerminalOutput const &) = delete;
     TerminalOutput & operator=(TerminalOutput const &) = delete;
 
-    /// As `finish`, but that what the terminal did not take is lost silently.
+    /// As `finish`, but ignores a failure to write to the terminal.
     ~TerminalOutput();
 
-    /// Where to write.
+    /// The descriptor to write to.
     int descriptor() const noexcept { return writer_.number(); }
 
-    /// Waits until everything is written; nothing may be written then. Raises
-    /// `std::system_error` when the terminal did not take all of it.
+    /// Waits until everything is written; nothing can be written afterwards. Raises
+    /// `std::system_error` if the terminal did not take all of it.
     void finish();
 
 private:
-    void pass() noexcept;
+    void copyToTerminal() noexcept;
 
     int terminal_;
-    int error_ = 0; ///< of the system, when the terminal took no more
+    std::error_code error_; ///< why the terminal took no more
     system::OwnedDescriptor reader_;
     system::OwnedDescriptor writer_;
-    std::thread passing_;
+    std::thread copying_;
 };
 
 } // namespace vxshow::terminal

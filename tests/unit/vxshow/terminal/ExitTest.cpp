@@ -30,13 +30,13 @@ bool handles(pid_t pid, int signal) {
     return (caught >> (signal - 1) & 1) != 0;
 }
 
-/// Has the signal end a vxshow that reads its state; returns the one that did.
+/// Sends the signal to a vxshow that is reading its state; returns the signal that ended it.
 int signalWhileReading(int signal) {
     auto const leaveNoCore = [] {
         rlimit const none{0, 0};
         setrlimit(RLIMIT_CORE, &none);
     };
-    // Standard input brings nothing.
+    // Nothing ever arrives on standard input.
     Process process({"--state", "-", "mac", "received"}, {.inChild = leaveNoCore});
     auto const end = std::chrono::steady_clock::now() + 30s;
     while (!handles(process.pid(), signal)) {
@@ -87,7 +87,7 @@ TEST(Exit, AClosedStandardOutputIsOneLineAndStatus1) {
     EXPECT_NE(finished.err.find("Bad file descriptor"), std::string::npos) << finished.err;
 }
 
-TEST(Exit, AnOutputBeyondTheSizeOfFilesIsOneLineAndStatus1) {
+TEST(Exit, AnOutputBeyondTheFileSizeLimitIsOneLineAndStatus1) {
     TemporaryFile const state(largeSnapshot(20'000));
     TemporaryFile const output("");
     int const file = open(output.path().c_str(), O_WRONLY | O_CLOEXEC);
@@ -101,7 +101,7 @@ TEST(Exit, AnOutputBeyondTheSizeOfFilesIsOneLineAndStatus1) {
     EXPECT_NE(finished.err.find("File too large"), std::string::npos) << finished.err;
 }
 
-TEST(Exit, AClosedPipeEndsItSilently) {
+TEST(Exit, AClosedPipeEndsTheProgramSilently) {
     TemporaryFile const state(largeSnapshot(50'000));
     Process process(listingOf(state));
     process.readSome(100);
@@ -111,7 +111,7 @@ TEST(Exit, AClosedPipeEndsItSilently) {
     EXPECT_EQ(finished.err, "");
 }
 
-TEST(Exit, AClosedPipeIsOneLineWhereTheSignalIsIgnored) {
+TEST(Exit, AClosedPipeIsOneLineIfTheSignalIsIgnored) {
     TemporaryFile const state(largeSnapshot(50'000));
     Process process(listingOf(state), {.ignoreSigpipe = true});
     process.readSome(100);
@@ -122,7 +122,7 @@ TEST(Exit, AClosedPipeIsOneLineWhereTheSignalIsIgnored) {
 }
 
 TEST(Exit, AnInterruptWhileReadingSaysSoAndIsStatus130) {
-    // It waits for standard input, of which nothing ever comes.
+    // It waits for standard input, on which nothing ever arrives.
     Process process({"--state", "-", "mac", "received"});
     std::this_thread::sleep_for(500ms);
     process.signal(SIGINT);
@@ -134,7 +134,7 @@ TEST(Exit, AnInterruptWhileReadingSaysSoAndIsStatus130) {
     EXPECT_EQ(finished.err, "");
 }
 
-TEST(Exit, ASignalThatEndsItIsHandledFirstAndSeenByWhoWaits) {
+TEST(Exit, ATerminatingSignalIsHandledAndStillSeenByTheParent) {
     for (int const signal : {SIGHUP, SIGQUIT, SIGTERM}) {
         EXPECT_EQ(signalWhileReading(signal), signal);
     }
@@ -154,7 +154,7 @@ TEST(Exit, AnInterruptWhilePrintingEndsTheListingAtALineEnd) {
     EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n");
 }
 
-TEST(Exit, AnInterruptLeavesWholeLinesWithAReaderWhoStoppedInOne) {
+TEST(Exit, AnInterruptLeavesWholeLinesToAReaderThatStoppedWithinOne) {
     TemporaryFile const state(largeSnapshot(200'000));
     Process process(listingOf(state));
     std::string out = process.readSome(5000); // not a whole number of rows, nor of pages
@@ -167,7 +167,7 @@ TEST(Exit, AnInterruptLeavesWholeLinesWithAReaderWhoStoppedInOne) {
     EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n");
 }
 
-TEST(Exit, AnInterruptEndsItOnATerminalThatIsHeld) {
+TEST(Exit, AnInterruptEndsTheProgramOnABlockedTerminal) {
     int const master = posix_openpt(O_RDWR | O_NOCTTY);
     ASSERT_TRUE(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);
     char name[64];
@@ -187,7 +187,7 @@ TEST(Exit, AnInterruptEndsItOnATerminalThatIsHeld) {
     close(master);
 }
 
-TEST(Exit, AnInterruptEndsItThoughNobodyReads) {
+TEST(Exit, AnInterruptEndsTheProgramEvenIfNothingIsRead) {
     TemporaryFile const state(largeSnapshot(200'000));
     Process process(listingOf(state));
     process.readSome(1); // printing has begun; the pipe is full soon after

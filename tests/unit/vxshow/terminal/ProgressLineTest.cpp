@@ -68,7 +68,7 @@ std::string shownAtLast(Terminal & terminal, ProgressLine & line,
 
 } // namespace
 
-TEST(ProgressLine, TellsTheSourcesAndRowsAndGoesWithoutATrace) {
+TEST(ProgressLine, ShowsSourcesAndRowsAndIsErasedAtTheEnd) {
     Terminal terminal;
     {
         ProgressLine line(terminal.descriptor());
@@ -91,13 +91,13 @@ TEST(ProgressLine, IsNotDrawnForLessThanHalfASecond) {
         ProgressLine line(terminal.descriptor());
         line.show({.sources = 1});
     }
-    // On a machine that stood still meanwhile the half second may be over.
+    // On a stalled machine the half second can be over.
     if (std::chrono::steady_clock::now() - start < 500ms) {
         EXPECT_EQ(terminal.written(), "");
     }
 }
 
-TEST(ProgressLine, IsForTerminalsAlone) {
+TEST(ProgressLine, IsShownOnlyOnATerminal) {
     int ends[2];
     ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
     {

@@ -23,43 +23,43 @@ std::string seen(std::string text) {
 } // namespace
 
 TEST(Screen, IsDrawnFromTheTopWithTheRestErased) {
-    EXPECT_EQ(seen(drawn("title", {}, "a\nb\n", small)),
+    EXPECT_EQ(seen(drawScreen("title", {}, "a\nb\n", small)),
               "<H><K>title\r\n<K>\r\n<K>a\r\n<K>b\r\n<J>");
 }
 
 TEST(Screen, ShowsTheRemarksUnderTheTitle) {
-    EXPECT_EQ(seen(drawn("title", {"one\ntwo"}, "", {9, 9})),
+    EXPECT_EQ(seen(drawScreen("title", {"one\ntwo"}, "", {9, 9})),
               "<H><K>title\r\n<K>one\r\n<K>two\r\n<K>\r\n<J>");
 }
 
 TEST(Screen, CutsALineAtTheRightEdge) {
-    EXPECT_EQ(seen(drawn("a title", {}, "1234567\n123456\n", small)),
+    EXPECT_EQ(seen(drawScreen("a title", {}, "1234567\n123456\n", small)),
               "<H><K>a titl\r\n<K>\r\n<K>123456\r\n<K>123456\r\n<J>");
 }
 
 TEST(Screen, CountsACharacterOfSeveralBytesAsOne) {
-    EXPECT_EQ(seen(drawn("t", {}, "\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\n", small)),
+    EXPECT_EQ(seen(drawScreen("t", {}, "\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\n", small)),
               "<H><K>t\r\n<K>\r\n<K>\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\r\n<J>");
 }
 
-TEST(Screen, IsFullButForTheLineOfTheCursor) {
-    EXPECT_EQ(seen(drawn("t", {}, "a\nb\n", small)), "<H><K>t\r\n<K>\r\n<K>a\r\n<K>b\r\n<J>");
+TEST(Screen, KeepsTheBottomLineForTheCursor) {
+    EXPECT_EQ(seen(drawScreen("t", {}, "a\nb\n", small)), "<H><K>t\r\n<K>\r\n<K>a\r\n<K>b\r\n<J>");
 }
 
 TEST(Screen, OfOneLineShowsOne) {
-    EXPECT_EQ(seen(drawn("t", {}, "a\nb\n", {1, 20})), "<H><K>... 4 lines more\r\n<J>");
+    EXPECT_EQ(seen(drawScreen("t", {}, "a\nb\n", {1, 20})), "<H><K>... 4 lines more\r\n<J>");
 }
 
-TEST(Screen, CountsTheLinesForWhichThereIsNoRoom) {
-    EXPECT_EQ(seen(drawn("t", {}, "a\nb\nc\nd\n", {5, 20})),
+TEST(Screen, CountsTheLinesThatDoNotFit) {
+    EXPECT_EQ(seen(drawScreen("t", {}, "a\nb\nc\nd\n", {5, 20})),
               "<H><K>t\r\n<K>\r\n<K>a\r\n<K>... 3 lines more\r\n<J>");
 }
 
-TEST(Screen, WhatATerminalObeysIsAQuestionMark) {
-    EXPECT_EQ(seen(drawn("t", {},
-                         "\x1b[2J\r\x07\x7f\xc2\x9b"
-                         "x\n",
-                         {4, 20})),
+TEST(Screen, ControlCharactersBecomeQuestionMarks) {
+    EXPECT_EQ(seen(drawScreen("t", {},
+                              "\x1b[2J\r\x07\x7f\xc2\x9b"
+                              "x\n",
+                              {4, 20})),
               "<H><K>t\r\n<K>\r\n<K>?[2J????x\r\n<J>");
 }
 

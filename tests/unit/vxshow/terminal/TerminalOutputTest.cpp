@@ -15,7 +15,7 @@ using namespace terminal;
 
 namespace {
 
-/// What arrives of these pieces.
+/// What arrives at the terminal when these pieces are written.
 std::string passed(std::vector<std::string_view> const & pieces) {
     int ends[2];
     EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
@@ -39,27 +39,27 @@ std::string passed(std::vector<std::string_view> const & pieces) {
 
 } // namespace
 
-TEST(TerminalOutput, TextPassesAsItIs) {
+TEST(TerminalOutput, TextPassesUnchanged) {
     EXPECT_EQ(passed({"VNI  MAC\n", "\u00e4\t\u2014\n"}), "VNI  MAC\n\u00e4\t\u2014\n");
 }
 
-TEST(TerminalOutput, WhatATerminalObeysIsAQuestionMark) {
+TEST(TerminalOutput, ControlCharactersBecomeQuestionMarks) {
     EXPECT_EQ(passed({"\x1b[2J\r\x07\x7f\n", std::string_view("\0", 1)}), "?[2J???\n?");
 }
 
-TEST(TerminalOutput, ALateControlIsNoneAnyMoreHoweverItComes) {
+TEST(TerminalOutput, AC1ControlIsReplacedEvenIfItIsSplit) {
     EXPECT_EQ(passed({"a\xc2\x9b"
                       "b"}),
               "a\xc2?b");
     EXPECT_EQ(passed({"\xc2", "\x9b", "\xc2", "\xa9"}), "\xc2?\u00a9");
 }
 
-TEST(TerminalOutput, MuchPassesWhole) {
+TEST(TerminalOutput, LongOutputIsComplete) {
     std::vector<std::string_view> const pieces(100, "0123456789\n");
     EXPECT_EQ(passed(pieces).size(), 1100U);
 }
 
-TEST(TerminalOutput, ATerminalThatTakesNothingIsAnError) {
+TEST(TerminalOutput, ATerminalThatCannotBeWrittenIsAnError) {
     int const full = open("/dev/full", O_WRONLY | O_CLOEXEC);
     TerminalOutput output(full);
     for (int count = 0; count < 100; ++count) {
