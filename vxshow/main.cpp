@@ -4,6 +4,7 @@
 #include "outfmt/Interrupt.h"
 #include "vxshow/cli/CommandLine.h"
 #include "vxshow/cli/MountState.h"
+#include "vxshow/cli/command/Commands.h"
 #include "vxshow/system/Children.h"
 #include "vxshow/system/MemoryFile.h"
 #include "vxshow/terminal/Exit.h"
@@ -135,7 +136,7 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
 
 int main(int argc, char ** argv) {
     using namespace vxshow;
-    auto const read = cli::readCommandLine(argc, argv);
+    auto const read = cli::readCommandLine(argc, argv, cli::command::addCommands);
     if (auto const * help = std::get_if<cli::Help>(&read)) {
         print(*help);
     }

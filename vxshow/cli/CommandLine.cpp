@@ -3,7 +3,6 @@
 #include "vxshow/cli/NumberOption.h"
 #include "vxshow/cli/Refusals.h"
 #include "vxshow/cli/Version.h"
-#include "vxshow/cli/command/Commands.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -14,8 +13,8 @@ namespace vxshow::cli {
 namespace {
 
 constexpr char const * footer =
-    "The options that are not of one command (--state, --fabric, --json and so on) stand before\n"
-    "or after the command; vxshow --help explains them.\n\n"
+    "Options shared by all commands (--state, --fabric, --json and so on) can be given before\n"
+    "or after the command; vxshow --help lists them.\n\n"
     "Examples:\n"
     "  vxshow --state fabric.json mac received --vni 10\n"
     "  vxshow --json mac received --source leaf1 --state fabric.json\n"
@@ -39,14 +38,10 @@ void addOutputOptions(CLI::App & app, CommandLine & chosen) {
               [&](Vex::U32 number) { chosen.traceLevel = number; });
 }
 
-/// The first word of several commands; the second one follows it.
-CLI::App * addGroup(CLI::App & app, std::string const & name, std::string const & help) {
-    return app.add_subcommand(name, help)->require_subcommand(1)->fallthrough();
-}
-
 } // namespace
 
-std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv) {
+std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv,
+                                                            AddCommands const & addCommands) {
     CommandLine chosen;
     CLI::App app("Shows what a VXLAN fabric knows", "vxshow");
     app.footer(footer);
@@ -54,19 +49,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     app.require_subcommand(1);
     addStateOptions(app, chosen.state);
     addOutputOptions(app, chosen);
-
-    auto * mac = addGroup(app, "mac", "MAC address tables");
-    command::addMacReceived(*mac, chosen);
-    command::addMacAdvertised(*mac, chosen);
-    auto * arp = addGroup(app, "arp", "ARP tables: which IP address has which MAC address");
-    command::addArpReceived(*arp, chosen);
-    command::addArpAdvertised(*arp, chosen);
-    auto * router = addGroup(app, "router", "Logical routers: where they are, ports and routes");
-    command::addRouterMap(*router, chosen);
-    command::addRouterDetail(*router, chosen);
-    command::addRouterRoutes(*router, chosen);
-    command::addCapture(app, chosen);
-    command::addModel(app, chosen);
+    addCommands(app, chosen);
 
     if (auto line = missingValue(app, argc, argv)) {
         return UsageError{*std::move(line)};
@@ -84,11 +67,11 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
         return UsageError{*std::move(line)};
     }
     if (chosen.state.watchSeconds && chosen.state.snapshotPath == "-") {
-        return UsageError{"--watch: standard input can be read once; expected a file or live "
+        return UsageError{"--watch: standard input can be read only once; expected a file or live "
                           "sources"};
     }
     if (chosen.state.watchSeconds && !chosen.draws) {
-        return UsageError{"--watch: " + chosen.command + " has nothing to show again"};
+        return UsageError{"--watch: not available for " + chosen.command};
     }
     return chosen;
 }

@@ -12,33 +12,39 @@
 
 namespace vxshow::cli {
 
-/// A checked command line: everything that was typed has become a value.
+/// A checked command line: everything that was typed is now a value.
 struct CommandLine {
     StateOptions state;
     Output output;
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 
     std::string command;        ///< its words, "mac received"
-    bool readsState = true;     ///< whether the state is mounted for it
-    bool draws = true;          ///< whether it shows the state, and would show it again
-    state::Selection selection; ///< what it looks at of the state
+    bool readsState = true;     ///< whether the command needs the state
+    bool draws = true;          ///< whether it lists the state, so that --watch can repeat it
+    state::Selection selection; ///< the part of the state that it uses
 
-    /// Builds the library's command from the state and the typed filters, and renders it
-    /// on `fd`. Raises what the library raises.
+    /// Builds the library's command from the state and the typed filters, and renders it to
+    /// `fd`. Raises what the library raises.
     std::function<void(state::Mount const &, int fd, Output const &)> render;
 };
 
-/// The command line asked for a text instead of a command: help, or the version.
+/// The command line asks for help or the version instead of a command.
 struct Help {
     std::string text;
 };
 
-/// The command line cannot be obeyed; one line says what was typed and what is accepted.
+/// The command line is invalid; one line says what was typed and what is accepted.
 struct UsageError {
     std::string line;
 };
 
-/// Reads the arguments of `main`, and the environment where an option may stand there.
-std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv);
+/// Adds the commands to the program. The one that is typed fills in the `CommandLine`.
+using AddCommands = std::function<void(CLI::App &, CommandLine &)>;
+
+/// Reads the arguments of `main`, and the environment variables that can replace an option.
+/// `addCommands` is `command::addCommands`: the commands are built on this file, which
+/// therefore does not know them.
+std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv,
+                                                            AddCommands const & addCommands);
 
 } // namespace vxshow::cli

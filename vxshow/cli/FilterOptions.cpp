@@ -7,7 +7,7 @@ namespace vxshow::cli {
 
 namespace {
 
-/// The value of an option, or the command-line library's error with the type's own words.
+/// Reads the value of an option; raises the command-line library's error with the type's message.
 template <class Value>
 Value readValue(std::string const & option, std::string const & text) {
     try {
@@ -17,7 +17,7 @@ Value readValue(std::string const & option, std::string const & text) {
     }
 }
 
-/// For types that read the empty text, as the value that stands for no filter.
+/// For types that accept the empty text: that value means "no filter".
 void refuseEmpty(std::string const & option, std::string const & text, char const * expected) {
     if (text.empty()) {
         throw CLI::ValidationError(option, std::string("'': expected ") + expected);
@@ -41,7 +41,7 @@ void addMacFilter(CLI::App & command, Nolt::EthAddr & mac) {
             "--mac",
             [&mac](std::string const & text) { mac = readValue<Nolt::EthAddr>("--mac", text); },
             "Only this MAC address: 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c or 001c.730a.0b0c; "
-            "the all-zero address stands for every address")
+            "the all-zero address matches every address")
         ->type_name("MAC");
 }
 

@@ -9,8 +9,8 @@
 
 namespace vxshow::cli {
 
-/// Adds an option whose value is a whole number from `low` to `high`, read to its last
-/// character; `store` is called with it.
+/// Adds an option whose whole value must be a decimal number from `low` to `high`. `store` is
+/// called with the number.
 void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 high,
                std::string const & help, std::function<void(Vex::U32)> const & store);
 

@@ -9,7 +9,7 @@ namespace vxshow::cli {
 
 namespace {
 
-/// The option of that name, of `app` itself or of any command below it, or null.
+/// The option of this name, of `app` or of any command below it; null if there is none.
 CLI::Option const * findOption(CLI::App const & app, std::string const & name) {
     if (auto const * option = app.get_option_no_throw(name)) {
         return option;
@@ -22,14 +22,14 @@ CLI::Option const * findOption(CLI::App const & app, std::string const & name) {
     return nullptr;
 }
 
-/// The command `word` of `app`, or `app` itself when `word` is none.
+/// The command `word` of `app`, or `app` itself if it has no such command.
 CLI::App const * commandBelow(CLI::App const & app, std::string_view word) {
     auto const found =
         app.get_subcommands([&](CLI::App const * below) { return below->get_name() == word; });
     return found.empty() ? &app : found.front();
 }
 
-/// "vxshow mac received", or just the program where no command was typed.
+/// "vxshow mac received", or just the program if no command was typed.
 std::string commandWords(CLI::App const & app) {
     return app.get_parent() ? commandWords(*app.get_parent()).append(" ").append(app.get_name())
                             : app.get_name();
@@ -52,12 +52,12 @@ std::string wordsThatFollow(CLI::App const & command) {
 } // namespace
 
 std::optional<std::string> missingValue(CLI::App const & app, int argc, char const * const * argv) {
-    CLI::App const * typed = &app;        // the command, as far as it was met
-    CLI::Option const * listed = nullptr; // the option of several values that was last met
+    CLI::App const * typed = &app;        // the command typed so far
+    CLI::Option const * listed = nullptr; // the last option, if it takes several values
     for (int i = 1; i < argc; ++i) {
         std::string_view const argument = argv[i];
         if (!argument.starts_with("--")) {
-            // The library would take a list in brackets apart by its own rules.
+            // The library would split a list in brackets by its own rules.
             if (listed && argument.starts_with("[")) {
                 return "--" + listed->get_lnames().front() + ": " + Vex::quoted(argument) +
                        ": expected " + listed->get_type_name();
@@ -67,7 +67,7 @@ std::optional<std::string> missingValue(CLI::App const & app, int argc, char con
         }
         std::size_t const sign = argument.find('=');
         std::string const name(argument.substr(0, sign));
-        // Several commands may have an option of this name; that of the command before it is meant.
+        // Several commands can have an option of this name; the command before it decides.
         auto const * ofTyped = findOption(*typed, name);
         auto const * option = ofTyped ? ofTyped : findOption(app, name);
         listed = option && option->get_items_expected_max() > 1 ? option : nullptr;
@@ -91,17 +91,17 @@ std::string refusal(CLI::App const & app, CLI::ParseError const & error) {
     bool const noCommand = dynamic_cast<CLI::RequiredError const *>(&error) != nullptr;
     bool const unknownWord = dynamic_cast<CLI::ExtrasError const *>(&error) != nullptr;
     if (!follow.empty() && (noCommand || unknownWord)) {
-        return (rest.empty() ? "a command is missing" : std::string(Vex::quoted(rest.front()))) +
+        return (rest.empty() ? "no command" : std::string(Vex::quoted(rest.front()))) +
                ": expected " + follow + " after " + commandWords(command);
     }
     if (unknownWord && !rest.empty()) {
-        return Vex::quoted(rest.front()) + ": not understood; '" + commandWords(command) +
-               " --help' lists what is";
+        return Vex::quoted(rest.front()) + ": not expected here; see '" + commandWords(command) +
+               " --help'";
     }
     if (dynamic_cast<CLI::ArgumentMismatch const *>(&error) != nullptr) {
-        // The option's name, all that the message says of the matter, stands before a colon.
+        // All that is useful in the message is the option's name, before the colon.
         std::string_view const message = error.what();
-        return Vex::printable(message.substr(0, message.find(':'))) + ": expected once";
+        return Vex::printable(message.substr(0, message.find(':'))) + ": given more than once";
     }
     return Vex::printable(error.what());
 }

@@ -13,13 +13,12 @@ namespace {
 
 constexpr unsigned oneDay = 86400;
 
-/// An empty path is what a script writes whose variable is empty; the environment must not
-/// stand in for it.
-std::string refuseEmptyName(std::string const & text) {
+/// A script with an empty variable passes an empty path; the environment must not replace it.
+std::string checkPath(std::string const & text) {
     return text.empty() ? "'': expected the name of a file" : "";
 }
 
-std::string refuseRemotes(std::string const & text) {
+std::string checkRemotes(std::string const & text) {
     try {
         sources::ovsdb::readRemotes(text);
         return "";
@@ -39,16 +38,16 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
     app.add_option("--state", options.snapshotPath,
                    "Snapshot to read; - is standard input (or VXSHOW_STATE)")
         ->type_name("FILE")
-        ->check(refuseEmptyName, "");
+        ->check(checkPath, "");
     app.add_option("--fabric", options.fabricPath,
                    "Fabric file: the live sources to read; - is standard input (or VXSHOW_FABRIC)")
         ->type_name("FILE")
-        ->check(refuseEmptyName, "");
+        ->check(checkPath, "");
     app.add_option("--ovsdb", options.databases,
-                   "Live hardware_vtep database to read: unix:FILE or tcp:HOST:PORT; the servers "
-                   "of a cluster with commas between; several times for several databases")
+                   "Live hardware_vtep database to read: unix:FILE or tcp:HOST:PORT, with commas "
+                   "between the servers of a cluster; can be given several times")
         ->type_name("REMOTE")
-        ->check(refuseRemotes, "")
+        ->check(checkRemotes, "")
         ->expected(1)
         ->take_all();
     app.add_flag("--frr", options.frr, "Read the live EVPN of this machine's FRR, through vtysh")
@@ -57,7 +56,7 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
                  "Show nothing when a live source cannot be read")
         ->disable_flag_override();
     addNumber(app, "--watch", 1, oneDay,
-              "Read and show again, so many seconds after each time, until Ctrl-C",
+              "Read and show again, N seconds after each time, until Ctrl-C",
               [&](Vex::U32 seconds) { options.watchSeconds = seconds; });
 }
 

@@ -8,24 +8,24 @@
 
 namespace vxshow::cli {
 
-/// Where the state comes from, as it was typed or stands in the environment. One of the first
-/// three, or the last two together.
+/// Where the state comes from, as typed or as set in the environment: a snapshot, a fabric file, or
+/// any number of databases, with or without FRR.
 struct StateOptions {
     std::string snapshotPath;           ///< "-" for standard input
     std::string fabricPath;             ///< "-" for standard input
-    std::vector<std::string> databases; ///< the remotes of each
-    bool frr = false;
+    std::vector<std::string> databases; ///< the remotes of each database, as typed
+    bool frr = false;                   ///< whether to read this machine's FRR
 
-    bool allOrNothing = false;            ///< whether a source that fails leaves nothing to show
-    std::optional<unsigned> watchSeconds; ///< so often it is read and shown again
+    bool allOrNothing = false;            ///< whether to show nothing if any source fails
+    std::optional<unsigned> watchSeconds; ///< the interval of --watch
 };
 
-/// Adds the options. `options` outlives the reading of the command line.
+/// Adds the options. `options` must outlive the parsing.
 void addStateOptions(CLI::App & app, StateOptions & options);
 
-/// Completes what was typed from the environment: VXSHOW_STATE and VXSHOW_FABRIC stand in for
-/// --state and --fabric when no option says where the state is. Gives the line that refuses the
-/// result, if it tells of no state or of several.
+/// Completes the options from the environment: VXSHOW_STATE and VXSHOW_FABRIC replace --state and
+/// --fabric if no option says where the state is. Returns an error line if there is then no state,
+/// or more than one.
 std::optional<std::string> completeStateOptions(StateOptions & options);
 
 } // namespace vxshow::cli

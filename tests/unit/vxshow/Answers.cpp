@@ -68,7 +68,7 @@ std::string Asked::refusedFilter(std::vector<std::string> const & filters) const
 
 void Asked::knowsNone(std::vector<std::string> const & options) const {
     for (std::string const & option : options) {
-        std::string const start = "'" + option + "': not understood";
+        std::string const start = "'" + option + "': not expected here";
         EXPECT_EQ(refusedFilter({option, "10.0.0.1"}).substr(0, start.size()), start);
     }
 }

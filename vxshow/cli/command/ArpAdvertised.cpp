@@ -23,7 +23,8 @@ struct ArpAdvertised {
         auto const & entries = mount.advertised.vnis;
         command =
             Cli::arpAdvertisedFactory(entries, output.vniDotted, typed.vni, typed.mac, typed.ip);
-        namingTheEntry(entries, NoNumber::isAnError, [&] { renderOn(fd, output, *command); });
+        renderNamingInvalidEntry(entries, NoNumber::isAnError,
+                                 [&] { renderOn(fd, output, *command); });
     }
 };
 

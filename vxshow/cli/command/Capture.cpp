@@ -14,8 +14,8 @@ namespace vxshow::cli::command {
 
 namespace {
 
-void writeOn(int fd, state::Mount const & mount, Output const & output) {
-    // There is no snapshot in text; compact is what JSON is unless asked for otherwise.
+void writeTo(int fd, state::Mount const & mount, Output const & output) {
+    // A snapshot is always JSON: compact unless indented JSON was asked for.
     auto const format =
         output.format == Format::indentedJson ? Format::indentedJson : Format::compactJson;
     outfmt::Printer printer(fd, static_cast<unsigned>(format), true, false, true, 0);
@@ -25,7 +25,7 @@ void writeOn(int fd, state::Mount const & mount, Output const & output) {
 void writeFile(std::string const & path, state::Mount const & mount, Output const & output) {
     try {
         system::AtomicFile file(path);
-        writeOn(file.descriptor(), mount, output);
+        writeTo(file.descriptor(), mount, output);
         outfmt::checkInterrupt();
         file.commit();
     } catch (outfmt::WriteError const & error) {
@@ -38,7 +38,7 @@ void writeFile(std::string const & path, state::Mount const & mount, Output cons
 void capture(std::string const & path, state::Mount const & mount, int fd, Output const & output) {
     try {
         if (path == "-") {
-            writeOn(fd, mount, output);
+            writeTo(fd, mount, output);
         } else {
             writeFile(path, mount, output);
         }
@@ -55,7 +55,7 @@ void addCapture(CLI::App & app, CommandLine & chosen) {
     auto const path = std::make_shared<std::string>();
     command
         ->add_option("FILE", *path,
-                     "The snapshot to write, in place of one that is there; - is standard output")
+                     "Snapshot to write; an existing file is replaced; - is standard output")
         ->required()
         ->type_name("");
     command->callback([&chosen, path] {

@@ -4,10 +4,13 @@
 
 #include <CLI/App.hpp>
 
-/// The commands, a file each. Each function adds one of them to the command that its first
-/// word is. When it is the one that was typed, it fills the command and the render step of
-/// `chosen`, which must outlive the parsing.
+/// The commands, one file each. Each function adds a command below the one that holds its first
+/// word. When that command is typed, it fills in the command and the render step of `chosen`,
+/// which must outlive the parsing.
 namespace vxshow::cli::command {
+
+/// Adds all commands to `app`.
+void addCommands(CLI::App & app, CommandLine & chosen);
 
 void addMacReceived(CLI::App & mac, CommandLine & chosen);
 void addMacAdvertised(CLI::App & mac, CommandLine & chosen);

@@ -8,9 +8,9 @@ namespace vxshow::cli::command {
 
 namespace {
 
-/// Why a command cannot take `name` for a VNI, or null when it can.
+/// Why a command does not accept `name` as a VNI; null if it does.
 char const * whyNot(Vex::Name const & name, NoNumber noNumber) {
-    // As the commands read it: blanks and a sign before the number, anything behind it.
+    // As the commands read it: blanks and a sign can precede the number, anything can follow it.
     char const * const text = name.stringValue().c_str();
     char * end = nullptr;
     long const number = std::strtol(text, &end, 10);
@@ -23,7 +23,7 @@ char const * whyNot(Vex::Name const & name, NoNumber noNumber) {
 
 } // namespace
 
-std::optional<std::string> misnamedEntry(Vex::Dir const & entries, NoNumber noNumber) {
+std::optional<std::string> firstInvalidEntryName(Vex::Dir const & entries, NoNumber noNumber) {
     std::optional<Vex::Name> first;
     for (auto entry = entries.entityPtrIteratorConst(); entry; ++entry) {
         if (whyNot(entry.name(), noNumber) && (!first || entry.name() < *first)) {

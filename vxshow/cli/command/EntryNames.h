@@ -7,28 +7,30 @@
 #include <stdexcept>
 #include <string>
 
-/// The names of the per-VNI entries, when a command cannot take one of them for a VNI.
+/// Error messages for per-VNI entries whose name is not a VNI.
 ///
-/// The name should be the VNI in decimal, but nothing in the published state makes it so. The
-/// commands end with an error then that tells what is wrong with a number, but not which
-/// entry has it: whoever publishes the state needs to know that, so it is looked for here.
+/// The name should be the VNI in decimal, but the published state does not guarantee that. The
+/// library then raises an error about the number, without the entry that has it. The publisher of
+/// the state needs to know the entry, so it is searched for here.
 namespace vxshow::cli::command {
 
-/// What a command makes of a name that does not begin with a number.
+/// How a command treats a name that does not begin with a number.
 enum class NoNumber { isZero, isAnError };
 
-/// What is wrong with the first entry, by name, whose name the command cannot take:
-/// "entry 'abc': found no number, expected a VNI in decimal". Nothing when it takes them all.
-std::optional<std::string> misnamedEntry(Vex::Dir const & entries, NoNumber noNumber);
+/// What is wrong with the first entry, in the order of the names, whose name the command refuses:
+/// "entry 'abc': found no number, expected a VNI in decimal". nullopt if it accepts all names.
+std::optional<std::string> firstInvalidEntryName(Vex::Dir const & entries, NoNumber noNumber);
 
-/// Calls `render`. An error that may come from the name of an entry is replaced with a
-/// `std::runtime_error` that tells the entry, with the library's own words for it behind that
-/// when they say more than the name of a function.
+/// Calls `render`. An error that can be caused by the name of an entry is replaced with a
+/// `std::runtime_error` that names the entry, followed by the library's message if it says more
+/// than the name of a function.
 template <class Render>
-void namingTheEntry(Vex::Ptr<Vex::Dir> const & entries, NoNumber noNumber, Render && render) {
-    auto const rethrow = [&](std::string const & libraryWords) {
-        if (auto const misnamed = entries ? misnamedEntry(*entries, noNumber) : std::nullopt) {
-            throw std::runtime_error(*misnamed + libraryWords);
+void renderNamingInvalidEntry(Vex::Ptr<Vex::Dir> const & entries, NoNumber noNumber,
+                              Render && render) {
+    auto const rethrow = [&](std::string const & libraryMessage) {
+        if (auto const invalid =
+                entries ? firstInvalidEntryName(*entries, noNumber) : std::nullopt) {
+            throw std::runtime_error(*invalid + libraryMessage);
         }
         throw;
     };

@@ -5,11 +5,10 @@
 
 #include <string>
 
-/// The filters of each subject, which its received and its advertised command share.
+/// The filters of each subject, shared by its commands.
 namespace vxshow::cli::command {
 
-/// The filters of `mac`. The last one is a source or a destination: its option is named by
-/// the command.
+/// The filters of `mac`. `name` is a source or a destination, so the command names its option.
 struct MacFilters {
     Vxlan::VniOrNone vni;
     Nolt::EthAddr mac;
@@ -37,12 +36,12 @@ struct ArpFilters {
     }
 };
 
-/// What all commands of `router` look at.
+/// The part of the state that all commands of `router` use.
 inline state::Selection selectsRouters() {
     return {.received = false, .advertised = false};
 }
 
-/// The filter that all commands of `router` have.
+/// The filter shared by all commands of `router`.
 struct RouterFilter {
     std::string name;
 

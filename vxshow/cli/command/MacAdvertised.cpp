@@ -32,7 +32,8 @@ struct MacAdvertised {
         command =
             Cli::vcsVniAdvertisedFactory(state.vnis, state.sources, state.evpn, output.vniDotted,
                                          typed.vni, typed.mac, typed.name, typed.vteps);
-        namingTheEntry(state.vnis, NoNumber::isZero, [&] { renderOn(fd, output, *command); });
+        renderNamingInvalidEntry(state.vnis, NoNumber::isZero,
+                                 [&] { renderOn(fd, output, *command); });
     }
 };
 

@@ -27,7 +27,8 @@ std::string lowerCase(std::string_view text) {
     return lower;
 }
 
-/// How many letters must be changed, added or left out to make one text of the other.
+/// The edit distance (Levenshtein): how many letters must be changed, added or removed to turn one
+/// text into the other.
 std::size_t distance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> row(b.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
@@ -42,8 +43,8 @@ std::size_t distance(std::string_view a, std::string_view b) {
     return row.back();
 }
 
-/// What to say behind an unknown name: the few types that may have been meant, or how to
-/// find all of them.
+/// A hint after an unknown name: the types that were probably meant if they are few, or how to list
+/// all of them.
 std::string hint(std::string_view typed) {
     constexpr std::size_t fewTypes = 4;
     constexpr std::size_t fewSlips = 2;
@@ -58,10 +59,10 @@ std::string hint(std::string_view typed) {
             ++found;
         }
     }
-    return found == 0 || found > fewTypes ? "'vxshow model' lists them" : "near it: " + near;
+    return found == 0 || found > fewTypes ? "'vxshow model' lists all types" : "similar: " + near;
 }
 
-/// The type of that full name, or else that last part of a name.
+/// The type with this full name, or otherwise the one whose last part of the name it is.
 Vex::Type const & typeCalled(std::string const & typed) {
     if (auto const * type = Vex::typeNode(typed)) {
         return *type;
@@ -72,7 +73,7 @@ Vex::Type const & typeCalled(std::string const & typed) {
         }
     }
     throw CLI::ValidationError("TYPE",
-                               Vex::quoted(typed) + ": no type of the model; " + hint(typed));
+                               Vex::quoted(typed) + ": not a type of the model; " + hint(typed));
 }
 
 void list(Vex::Type const * only, int fd, Output const & output) {
@@ -87,14 +88,15 @@ void list(Vex::Type const * only, int fd, Output const & output) {
         }
         printer.flush();
     } catch (outfmt::SigIntException const &) {
-        // The listing ends here; the exit status tells that it was interrupted.
+        // The listing ends here; the exit status shows that it was interrupted.
     }
 }
 
 } // namespace
 
 void addModel(CLI::App & app, CommandLine & chosen) {
-    auto * command = app.add_subcommand("model", "The types into which state is collected");
+    auto * command =
+        app.add_subcommand("model", "The types of the model that commands collect the state into");
     command->fallthrough();
     auto const typed = std::make_shared<std::string>();
     auto const * option =
@@ -103,7 +105,7 @@ void addModel(CLI::App & app, CommandLine & chosen) {
                 "TYPE", *typed,
                 "Only this type, with its attributes: MacVtep, or VxlanController::Cli::MacVtep")
             ->type_name("");
-    // The name is looked up when all is read: a wrong option is then blamed before its value.
+    // The name is looked up after the parsing, so that an unknown option is reported first.
     command->callback([&chosen, typed, option] {
         Vex::Type const * const only = option->count() > 0 ? &typeCalled(*typed) : nullptr;
         chosen.command = "model";

@@ -11,7 +11,7 @@ namespace {
 
 using Attributes = std::vector<Vex::Attribute const *>;
 
-/// Own and inherited ones, in the order of their numbers.
+/// The type's own and inherited attributes, ordered by their numbers.
 Attributes allAttributes(Vex::Type const & type) {
     Attributes all;
     for (auto const * at = &type; at; at = at->base) {
@@ -28,7 +28,7 @@ std::string_view kindOf(Vex::Type const & type) {
     return type.kind == Vex::Type::Kind::entity ? "entity" : "value";
 }
 
-/// With the key of a collection in brackets; a set is a collection of bool.
+/// The type, with the key of a collection in brackets. A set is a collection of bool.
 std::string typeOf(Vex::Attribute const & attribute) {
     std::string text(attribute.type);
     if (!attribute.key.empty()) {
@@ -45,7 +45,7 @@ void printDoc(outfmt::Printer & printer, std::string_view margin, std::string_vi
     }
 }
 
-/// The members of one type or attribute, each made for one value.
+/// Prints the members of one JSON object, one call for each.
 class Members {
 public:
     explicit Members(outfmt::Printer & printer) : printer_(printer) {}

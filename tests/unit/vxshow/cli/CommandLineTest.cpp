@@ -42,7 +42,7 @@ TEST(CommandLine, ListsTheReceivedTables) {
                   "Total Mac Addresses for this criterion: 0\n");
 }
 
-TEST(CommandLine, TakesEachFilterInEachForm) {
+TEST(CommandLine, AcceptsEachFilterInEachForm) {
     for (auto const & filters : std::vector<std::vector<std::string>>{
              {"--vni", "4098"},
              {"--vni", "0.16.2"},
@@ -62,7 +62,7 @@ TEST(CommandLine, TakesEachFilterInEachForm) {
     }
 }
 
-TEST(CommandLine, AFilterThatMatchesNothingIsNoError) {
+TEST(CommandLine, AFilterThatMatchesNothingIsNotAnError) {
     for (auto const & filters : std::vector<std::vector<std::string>>{{"--vni", "4097"},
                                                                       {"--mac", "0200.0000.0002"},
                                                                       {"--source", "leaf2"},
@@ -74,7 +74,7 @@ TEST(CommandLine, AFilterThatMatchesNothingIsNoError) {
     }
 }
 
-TEST(CommandLine, OptionsStandBeforeOrAfterTheCommand) {
+TEST(CommandLine, OptionsCanPrecedeOrFollowTheCommand) {
     std::string const json = listing({"--json", "--revision", "1", "mac", "received"});
     EXPECT_EQ(json.substr(0, 21), "{\"switches\":{\"leaf1\":");
     EXPECT_NE(json.find("\"timeLearned\":0"), std::string::npos);
@@ -98,7 +98,7 @@ TEST(CommandLine, DottedShowsVnisAsThreeBytes) {
               std::string::npos);
 }
 
-TEST(CommandLine, TheStateMayStandInTheEnvironmentOrOnStandardInput) {
+TEST(CommandLine, TheStateCanComeFromTheEnvironmentOrStandardInput) {
     TemporaryFile const state(smallSnapshot());
     EXPECT_TRUE(shows(vxshow({"mac", "received"}, {.stateFile = state.path()}).out));
     EXPECT_TRUE(shows(vxshow({"--state", "-", "mac", "received"}, {.input = smallSnapshot()}).out));
@@ -106,7 +106,7 @@ TEST(CommandLine, TheStateMayStandInTheEnvironmentOrOnStandardInput) {
         vxshow({"--state", state.path(), "mac", "received"}, {.stateFile = "/nonexistent"}).out));
 }
 
-TEST(CommandLine, AValueOfTheWrongKindIsRefusedWithWhatIsAccepted) {
+TEST(CommandLine, AnInvalidValueIsRefusedWithWhatIsAccepted) {
     EXPECT_EQ(refused(received({"--vni", "abc"})),
               "--vni: 'abc': expected a VNI from 0 to 16777215, decimal or dotted such as 0.16.2");
     for (char const * vni : {"16777216", "-1", "1.2", "0x10", "010", " 10", "1.2.3.4"}) {
@@ -131,33 +131,32 @@ TEST(CommandLine, AValueOfTheWrongKindIsRefusedWithWhatIsAccepted) {
               "--trace: '10': expected a whole number from 0 to 9");
 }
 
-TEST(CommandLine, WhatItDoesNotKnowIsRefusedWithWhatIsAccepted) {
-    EXPECT_EQ(
-        refused({}),
-        "a command is missing: expected mac or arp or router or capture or model after vxshow");
+TEST(CommandLine, UnknownWordsAndOptionsAreRefusedWithWhatIsAccepted) {
+    EXPECT_EQ(refused({}),
+              "no command: expected mac or arp or router or capture or model after vxshow");
     EXPECT_EQ(refused({"foo"}),
               "'foo': expected mac or arp or router or capture or model after vxshow");
-    EXPECT_EQ(refused({"mac"}),
-              "a command is missing: expected received or advertised after vxshow mac");
+    EXPECT_EQ(refused({"mac"}), "no command: expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"mac", "sent"}), "'sent': expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"router", "received"}),
               "'received': expected map or detail or routes after vxshow router");
     EXPECT_EQ(refused({"mac", "received", "--bogus"}),
-              "'--bogus': not understood; 'vxshow mac received --help' lists what is");
+              "'--bogus': not expected here; see 'vxshow mac received --help'");
     EXPECT_EQ(refused({"mac", "received", "leaf1"}),
-              "'leaf1': not understood; 'vxshow mac received --help' lists what is");
+              "'leaf1': not expected here; see 'vxshow mac received --help'");
     EXPECT_EQ(refused({"--json", "--pretty", "mac", "received"}), "--json excludes --pretty");
     refused({"--bogus", "mac", "received"});
     refused({"--json=7", "mac", "received"});
     refused({"--dotted=no", "mac", "received"});
-    EXPECT_EQ(refused({"mac", "received", "--vni", "1", "--vni", "2"}), "--vni: expected once");
+    EXPECT_EQ(refused({"mac", "received", "--vni", "1", "--vni", "2"}),
+              "--vni: given more than once");
     EXPECT_EQ(refused({"router", "map", "--router", "a", "--router", "b"}),
-              "--router: expected once");
+              "--router: given more than once");
     EXPECT_EQ(refused({"model", "--vni", "10"}),
-              "'--vni': not understood; 'vxshow model --help' lists what is");
+              "'--vni': not expected here; see 'vxshow model --help'");
 }
 
-TEST(CommandLine, AnOptionWithoutItsValueDoesNotTakeTheNextOne) {
+TEST(CommandLine, AnOptionWithoutAValueDoesNotTakeTheNextOption) {
     EXPECT_EQ(refused({"mac", "received", "--vni"}), "--vni: no value; expected VNI");
     EXPECT_EQ(refused({"mac", "received", "--source=", "--vni=10"}),
               "--source: no value; expected NAME");
@@ -168,14 +167,14 @@ TEST(CommandLine, AnOptionWithoutItsValueDoesNotTakeTheNextOne) {
               "--revision: 'mac': expected a whole number from 0 to 4294967295");
 }
 
-TEST(CommandLine, AListInBracketsIsNoAddress) {
+TEST(CommandLine, AListInBracketsIsNotAnAddress) {
     EXPECT_EQ(refused(received({"--vtep", "[10.0.0.1,10.0.0.2]"})),
               "--vtep: '[10.0.0.1,10.0.0.2]': expected IP");
     EXPECT_EQ(refused(received({"--vtep", "10.0.0.1", "[10.0.0.2]"})),
               "--vtep: '[10.0.0.2]': expected IP");
 }
 
-TEST(CommandLine, ARefusalIsOneHarmlessLineWhateverWasTyped) {
+TEST(CommandLine, ARefusalIsOnePrintableLineWhateverWasTyped) {
     std::string const typed = "x\n\x1b[31m\r\x07\xc2\x9b\xffy";
     for (auto const & arguments : {std::vector<std::string>{typed},
                                    {"mac", "received", "--vni", typed},
@@ -186,7 +185,7 @@ TEST(CommandLine, ARefusalIsOneHarmlessLineWhateverWasTyped) {
     }
 }
 
-TEST(CommandLine, WithoutAStateItSaysHowToGiveOne) {
+TEST(CommandLine, WithoutAStateTheWaysToGiveOneAreListed) {
     Finished const finished = vxshow({"mac", "received"});
     EXPECT_EQ(finished.status, 2);
     EXPECT_EQ(finished.err,
@@ -203,7 +202,7 @@ TEST(CommandLine, TheStateComesFromOnePlace) {
               "--fabric and --ovsdb: expected one of them");
 }
 
-TEST(CommandLine, AnEmptyPathOfTheStateIsRefusedThoughTheEnvironmentHasOne) {
+TEST(CommandLine, AnEmptyStatePathIsRefusedEvenIfTheEnvironmentHasOne) {
     TemporaryFile const state(smallSnapshot());
     for (std::string const option : {"--state", "--fabric"}) {
         Finished const finished =
@@ -213,7 +212,7 @@ TEST(CommandLine, AnEmptyPathOfTheStateIsRefusedThoughTheEnvironmentHasOne) {
     }
 }
 
-TEST(CommandLine, TheEnvironmentTellsOfOneStateAtMost) {
+TEST(CommandLine, TheEnvironmentCanNameOneStateOnly) {
     Finished const finished =
         vxshow({"mac", "received"},
                {.stateFile = "a", .inChild = [] { setenv("VXSHOW_FABRIC", "b", 1); }});
@@ -222,13 +221,13 @@ TEST(CommandLine, TheEnvironmentTellsOfOneStateAtMost) {
                             "of them, or an option that says where the state is\n");
 }
 
-TEST(CommandLine, ARemoteIsCheckedWhereItIsTyped) {
+TEST(CommandLine, ARemoteIsCheckedOnTheCommandLine) {
     EXPECT_EQ(refused({"--ovsdb", "leaf1", "mac", "received"}),
               "--ovsdb: found \"leaf1\", expected unix:FILE, tcp:HOST:PORT or ssl:HOST:PORT");
     EXPECT_EQ(refused({"--ovsdb=", "mac", "received"}), "--ovsdb: no value; expected REMOTE");
 }
 
-TEST(CommandLine, WatchTakesWholeSecondsUpToADay) {
+TEST(CommandLine, WatchAcceptsWholeSecondsUpToADay) {
     for (std::string const seconds : {"0", "86401", "1.5", "-1", "x"}) {
         EXPECT_EQ(refused({"--watch", seconds, "mac", "received"}),
                   "--watch: '" + seconds + "': expected a whole number from 1 to 86400");
@@ -237,16 +236,16 @@ TEST(CommandLine, WatchTakesWholeSecondsUpToADay) {
 
 TEST(CommandLine, StandardInputIsNotWatched) {
     EXPECT_EQ(refused({"--watch", "1", "--state", "-", "mac", "received"}),
-              "--watch: standard input can be read once; expected a file or live sources");
+              "--watch: standard input can be read only once; expected a file or live sources");
 }
 
-TEST(CommandLine, WhatShowsNoStateIsNotWatched) {
+TEST(CommandLine, CommandsThatDoNotListTheStateAreNotWatched) {
     EXPECT_EQ(refused({"--watch", "1", "--state", "a", "capture", "b"}),
-              "--watch: capture has nothing to show again");
-    EXPECT_EQ(refused({"--watch", "1", "model"}), "--watch: model has nothing to show again");
+              "--watch: not available for capture");
+    EXPECT_EQ(refused({"--watch", "1", "model"}), "--watch: not available for model");
 }
 
-TEST(CommandLine, HelpIsOnStandardOutputAndNoError) {
+TEST(CommandLine, HelpGoesToStandardOutputAndIsNotAnError) {
     for (auto const & arguments : {std::vector<std::string>{"--help"},
                                    {"-h"},
                                    {"mac", "--help"},

@@ -33,7 +33,7 @@ TEST(ArpAdvertised, ListsAllVnis) {
                   arpAdvertisedTotal(3));
 }
 
-TEST(ArpAdvertised, ListsAsJsonWhateverTheRevision) {
+TEST(ArpAdvertised, ListsAsTheSameJsonInEachRevision) {
     std::string const expected =
         R"({"vnis":{"0.0.7":{"addresses":{}},"0.16.2":{"addresses":{"10.0.0.1":)"
         R"({"macAddress":"02:00:00:00:00:01","changes":3,"preference":100}}}}})"
@@ -43,7 +43,7 @@ TEST(ArpAdvertised, ListsAsJsonWhateverTheRevision) {
               expected);
 }
 
-TEST(ArpAdvertised, TakesEachFilterInEachForm) {
+TEST(ArpAdvertised, AcceptsEachFilterInEachForm) {
     for (auto const & filters :
          std::vector<std::vector<std::string>>{{"--vni", "4098"},
                                                {"--vni=0.16.2"},
@@ -65,7 +65,7 @@ TEST(ArpAdvertised, TakesEachFilterInEachForm) {
     }
 }
 
-TEST(ArpAdvertised, AFilterThatMatchesNothingIsNoError) {
+TEST(ArpAdvertised, AFilterThatMatchesNothingIsNotAnError) {
     std::string const nothing = arpAdvertisedHead + arpAdvertisedTotal(0);
     EXPECT_EQ(arpAdvertised.listing({"--vni", "4097"}), nothing);
     EXPECT_EQ(arpAdvertised.listing({"--mac", "0200.0000.0002"}), nothing);
@@ -73,13 +73,13 @@ TEST(ArpAdvertised, AFilterThatMatchesNothingIsNoError) {
     EXPECT_EQ(arpAdvertised.listing({"--json", "--vni", "4097"}), "{\"vnis\":{}}\n");
 }
 
-TEST(ArpAdvertised, StateThatIsAbsentIsAnEmptyTable) {
+TEST(ArpAdvertised, AbsentStateIsAnEmptyTable) {
     EXPECT_EQ(answer(snapshotWith("received", R"({"switches":{"leaf1":{"7":{}}}})"),
                      {"arp", "advertised"}),
               arpAdvertisedHead + arpAdvertisedTotal(0));
 }
 
-TEST(ArpAdvertised, RefusesValuesOfTheWrongKind) {
+TEST(ArpAdvertised, RefusesInvalidValues) {
     EXPECT_EQ(arpAdvertised.refusedFilter({"--ip", "10.0.0.256"}),
               "--ip: '10.0.0.256': expected an IPv4 or IPv6 address such as 10.0.0.1 or "
               "2001:db8::1");
@@ -89,7 +89,7 @@ TEST(ArpAdvertised, RefusesValuesOfTheWrongKind) {
     arpAdvertised.knowsNone({"--switch", "--dest", "--vtep"});
 }
 
-TEST(ArpAdvertised, EntriesOfOneVniMayAgree) {
+TEST(ArpAdvertised, EntriesOfOneVniCanAgree) {
     auto const twice = snapshotWith("advertised", R"({ "vnis": {
         "10":  { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01", "changes": 3 } } },
         "010": { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01", "changes": 3 } } } } })");

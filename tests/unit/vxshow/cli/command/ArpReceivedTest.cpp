@@ -35,7 +35,7 @@ TEST(ArpReceived, ListsAllSwitches) {
                   arpReceivedTotal(3));
 }
 
-TEST(ArpReceived, ListsAsJsonWhateverTheRevision) {
+TEST(ArpReceived, ListsAsTheSameJsonInEachRevision) {
     std::string const expected =
         R"({"switches":{"leaf1":{"vnis":{"0.0.7":{"addresses":{}},"0.16.2":{"addresses":{)"
         R"("10.0.0.1":{"macAddress":"02:00:00:00:00:01","changes":3,"preference":100}}}}},)"
@@ -46,7 +46,7 @@ TEST(ArpReceived, ListsAsJsonWhateverTheRevision) {
               expected);
 }
 
-TEST(ArpReceived, TakesEachFilterInEachForm) {
+TEST(ArpReceived, AcceptsEachFilterInEachForm) {
     for (auto const & filters :
          std::vector<std::vector<std::string>>{{"--vni", "4098"},
                                                {"--vni", "0.16.2"},
@@ -68,7 +68,7 @@ TEST(ArpReceived, TakesEachFilterInEachForm) {
     }
 }
 
-TEST(ArpReceived, AFilterThatMatchesNothingIsNoError) {
+TEST(ArpReceived, AFilterThatMatchesNothingIsNotAnError) {
     std::string const nothing = arpReceivedHead + arpReceivedTotal(0);
     for (auto const & filters : std::vector<std::vector<std::string>>{{"--vni", "4097"},
                                                                       {"--mac", "0200.0000.0002"},
@@ -82,12 +82,12 @@ TEST(ArpReceived, AFilterThatMatchesNothingIsNoError) {
     EXPECT_EQ(arpReceived.listing({"--json", "--switch", "leaf3"}), "{\"switches\":{}}\n");
 }
 
-TEST(ArpReceived, StateThatIsAbsentIsAnEmptyTable) {
+TEST(ArpReceived, AbsentStateIsAnEmptyTable) {
     EXPECT_EQ(answer(snapshotWith("advertised", R"({"vnis":{"7":{}}})"), {"arp", "received"}),
               arpReceivedHead + arpReceivedTotal(0));
 }
 
-TEST(ArpReceived, RefusesValuesOfTheWrongKind) {
+TEST(ArpReceived, RefusesInvalidValues) {
     for (char const * ip : {"10.0.0", "10.0.0.1/32", "2001:db8", "fe80::1%eth0", "leaf1", " ::1"}) {
         EXPECT_EQ(arpReceived.refusedFilter({"--ip", ip}),
                   "--ip: '" + std::string(ip) +

@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A folder that lives as long as the object, with all that is in it.
+/// A folder that is removed with its contents by the destructor.
 class Folder {
 public:
     Folder() {
@@ -37,7 +37,7 @@ public:
 
     std::string const & path() const { return path_; }
 
-    /// The names of all that is in it, hidden or not.
+    /// The names of all files in it, including hidden ones.
     std::vector<std::string> names() const {
         std::vector<std::string> names;
         for (auto const & entry : std::filesystem::directory_iterator(path_)) {
@@ -74,7 +74,7 @@ std::string captured(std::string const & snapshot) {
     return answer(snapshot, {"capture", "-"});
 }
 
-/// Waits until the process has a file of `folder` open, with a name or without.
+/// Waits until the process has a file in `folder` open, named or unnamed.
 bool opened(pid_t pid, std::string const & folder) {
     auto const deadline = std::chrono::steady_clock::now() + 30s;
     while (std::chrono::steady_clock::now() < deadline) {
@@ -95,14 +95,14 @@ void expectOneLine(Finished const & finished, std::string const & line) {
     EXPECT_EQ(finished.err, "vxshow: capture: " + line + "\n");
 }
 
-/// Permissions hold for everybody but the superuser, who is to be like everybody here.
+/// Drops the capability by which root ignores permissions.
 void obeyPermissions() {
     prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
 }
 
 } // namespace
 
-TEST(CaptureFile, AFileIsMadeWithoutAWordAndAsTheMaskLeavesIt) {
+TEST(CaptureFile, AFileIsCreatedSilentlyWithTheUmasksPermissions) {
     Folder const folder;
     TemporaryFile const state(smallSnapshot());
     auto const finished = vxshow({"--state", state.path(), "capture", folder.file("new.json")},
@@ -125,7 +125,7 @@ TEST(CaptureFile, AFileIsReplacedAndKeepsItsPermissions) {
     EXPECT_EQ(folder.names(), Names{"old.json"});
 }
 
-TEST(CaptureFile, TheSnapshotThatIsReadMayBeReplaced) {
+TEST(CaptureFile, TheSnapshotThatIsReadCanBeReplaced) {
     TemporaryFile const state(exampleFabric());
     auto const expected = captured(exampleFabric());
     EXPECT_EQ(vxshow({"--state", state.path(), "capture", state.path()}).status, 0);
@@ -139,13 +139,13 @@ TEST(CaptureFile, AFullDeviceIsOneLineAndStaysADevice) {
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
-TEST(CaptureFile, AFolderThatIsNotThereIsOneLine) {
+TEST(CaptureFile, AMissingFolderIsOneLine) {
     TemporaryFile const state(smallSnapshot());
     expectOneLine(vxshow({"--state", state.path(), "capture", "/nonexistent/x.json"}),
                   "/nonexistent/x.json: No such file or directory");
 }
 
-TEST(CaptureFile, AFolderIsNoFile) {
+TEST(CaptureFile, AFolderIsRefused) {
     Folder const folder;
     TemporaryFile const state(smallSnapshot());
     expectOneLine(vxshow({"--state", state.path(), "capture", folder.path()}),
@@ -153,7 +153,7 @@ TEST(CaptureFile, AFolderIsNoFile) {
     EXPECT_EQ(folder.names(), Names{});
 }
 
-TEST(CaptureFile, AWriteThatFailsKeepsTheOldFile) {
+TEST(CaptureFile, AFailedWriteKeepsTheOldFile) {
     Folder const folder;
     auto const path = folder.file("old.json");
     write(path, "old");
@@ -225,7 +225,7 @@ TEST(CaptureFile, AKilledCaptureLeavesNothingBehind) {
     EXPECT_EQ(folder.names(), Names{});
 }
 
-TEST(CaptureFile, AnInterruptOnAPipeThatNobodyOpensIsStatus130) {
+TEST(CaptureFile, AnInterruptWhileWaitingForAPipesReaderIsStatus130) {
     Folder const folder;
     auto const pipe = folder.file("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);

@@ -13,7 +13,7 @@ std::string capturedText(std::string const & snapshot) {
 
 } // namespace
 
-TEST(Capture, HasEverythingThatIsMountedInTheOrderOfItsKeys) {
+TEST(Capture, WritesTheWholeStateOrderedByKey) {
     EXPECT_EQ(capturedText(R"({"routers": {
 "status": {"prod": {
   "routes": {"::/0": [], "10.0.0.0/8": ["2001:db8::2", "10.9.0.0"]},
@@ -71,7 +71,7 @@ TEST(Capture, HasEverythingThatIsMountedInTheOrderOfItsKeys) {
               "\n");
 }
 
-TEST(Capture, WhatIsAbsentStaysAbsentAndWhatIsEmptyEmpty) {
+TEST(Capture, AbsentStaysAbsentAndEmptyStaysEmpty) {
     EXPECT_EQ(capturedText(R"({"format":"vxlan-controller-state","version":1})"),
               "{\"format\":\"vxlan-controller-state\",\"version\":1}\n");
     for (char const * state :
@@ -87,7 +87,7 @@ TEST(Capture, WhatIsAbsentStaysAbsentAndWhatIsEmptyEmpty) {
     }
 }
 
-TEST(Capture, NamesAreEscapedWhereJsonDemandsIt) {
+TEST(Capture, NamesAreEscapedWhereJsonRequiresIt) {
     auto const document =
         snapshotWith("received", R"({"switches":{"\u0000\u001f\n\"\\/é\ud83d\ude00\u007f":{}}})");
     auto const once = capturedText(document);
@@ -95,7 +95,7 @@ TEST(Capture, NamesAreEscapedWhereJsonDemandsIt) {
     EXPECT_EQ(capturedText(once), once);
 }
 
-TEST(Capture, PrettyIsTheSameIndented) {
+TEST(Capture, PrettyIsTheSameDocumentIndented) {
     EXPECT_EQ(answer(snapshotWith("received", R"({"switches":{"leaf1":{"10":{}}}})"),
                      {"--pretty", "capture", "-"}),
               R"({
@@ -112,7 +112,7 @@ TEST(Capture, PrettyIsTheSameIndented) {
 )");
 }
 
-TEST(Capture, OptionsOfListingsChangeNothing) {
+TEST(Capture, ListingOptionsChangeNothing) {
     auto const plain = capturedText(exampleFabric());
     EXPECT_EQ(answer(exampleFabric(), {"--json", "--dotted", "--revision", "1", "capture", "-"}),
               plain);
@@ -128,7 +128,7 @@ TEST(Capture, AnInterruptOnStandardOutputIsStatus130) {
     EXPECT_EQ(finished.err, "");
 }
 
-TEST(Capture, AClosedPipeEndsItSilently) {
+TEST(Capture, AClosedPipeEndsTheProgramSilently) {
     TemporaryFile const state(largeSnapshot(50'000));
     Process process({"--state", state.path(), "capture", "-"});
     process.readSome(100);
@@ -142,10 +142,10 @@ TEST(Capture, NeedsAFile) {
     EXPECT_EQ(refused({"capture"}), "FILE is required");
     EXPECT_EQ(refused({"capture", ""}), "FILE: '': expected the name of a file");
     EXPECT_EQ(refused({"capture", "-", "x"}),
-              "'x': not understood; 'vxshow capture --help' lists what is");
+              "'x': not expected here; see 'vxshow capture --help'");
 }
 
-TEST(Capture, KnowsNoFilters) {
+TEST(Capture, HasNoFilters) {
     Asked({"capture", "-"}, smallSnapshot())
         .knowsNone({"--vni", "--mac", "--source", "--vtep", "--router"});
 }

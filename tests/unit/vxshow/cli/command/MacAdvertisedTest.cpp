@@ -4,7 +4,7 @@
 
 namespace {
 
-/// VNI 4098 as switches are told it, as HSC is told it, and as EVPN is; VNI 7 beside it.
+/// VNI 4098 as advertised to the switches, to HSC and to EVPN, and VNI 7.
 Asked const macAdvertised({"mac", "advertised"}, snapshotWith("advertised", R"({
   "vnis": {
     "4098": { "unicast": { "02:00:00:00:00:01": { "vtep": "10.0.0.1", "moves": 3 } },
@@ -46,7 +46,7 @@ bool shows(std::string const & out, char const * row) {
 
 } // namespace
 
-TEST(MacAdvertised, ListsWhatSwitchesAreTold) {
+TEST(MacAdvertised, ListsWhatIsAdvertisedToSwitches) {
     EXPECT_EQ(macAdvertised.listing({}),
               std::string(macAdvertisedHead) +
                   "7           0200.0000.0007  10.0.0.7            0\n" + toSwitches +
@@ -68,7 +68,7 @@ TEST(MacAdvertised, ListsAsJson) {
         "\n");
 }
 
-TEST(MacAdvertised, TakesEachFilterInEachForm) {
+TEST(MacAdvertised, AcceptsEachFilterInEachForm) {
     for (auto const & filters :
          std::vector<std::vector<std::string>>{{"--vni", "4098"},
                                                {"--vni", "0.16.2"},
@@ -86,7 +86,7 @@ TEST(MacAdvertised, TakesEachFilterInEachForm) {
     }
 }
 
-TEST(MacAdvertised, KnowsTwoDestinationsAndShowsTheSwitchesForEveryOther) {
+TEST(MacAdvertised, HasTwoDestinationsAndShowsTheSwitchesForAnyOther) {
     std::string const everything = macAdvertised.listing({});
     for (char const * dest : {"", "all", "qvx", "leaf1", "HSC", "Evpn"}) {
         EXPECT_EQ(macAdvertised.listing({"--dest", dest}), everything) << dest;
@@ -102,7 +102,7 @@ TEST(MacAdvertised, KnowsTwoDestinationsAndShowsTheSwitchesForEveryOther) {
     EXPECT_FALSE(shows(macAdvertised.listing({"--dest", "evpn", "--vtep", "10.0.0.2"}), toEvpn));
 }
 
-TEST(MacAdvertised, AFilterThatMatchesNothingIsNoError) {
+TEST(MacAdvertised, AFilterThatMatchesNothingIsNotAnError) {
     std::string const nothing =
         macAdvertisedHead + macAdvertisedTotal(0) + beforeFlood + macAdvertisedTotal(0);
     EXPECT_EQ(macAdvertised.listing({"--vni", "4097"}), nothing);
@@ -110,7 +110,7 @@ TEST(MacAdvertised, AFilterThatMatchesNothingIsNoError) {
     EXPECT_EQ(macAdvertised.listing({"--vtep", "10.0.0.8"}), nothing);
 }
 
-TEST(MacAdvertised, StateThatIsAbsentIsAnEmptyTable) {
+TEST(MacAdvertised, AbsentStateIsAnEmptyTable) {
     std::string const received = snapshotWith("received", R"({"sources":{"HSC":{"7":{}}}})");
     for (char const * dest : {"", "hsc", "evpn"}) {
         EXPECT_EQ(answer(received, {"mac", "advertised", "--dest", dest}),
@@ -118,7 +118,7 @@ TEST(MacAdvertised, StateThatIsAbsentIsAnEmptyTable) {
     }
 }
 
-TEST(MacAdvertised, RefusesValuesOfTheWrongKind) {
+TEST(MacAdvertised, RefusesInvalidValues) {
     EXPECT_EQ(macAdvertised.refusedFilter({"--vni", "16777216"}),
               "--vni: '16777216': expected a VNI from 0 to 16777215, decimal or dotted such as "
               "0.16.2");

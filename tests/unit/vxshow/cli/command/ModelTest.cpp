@@ -68,7 +68,7 @@ constexpr char const * macVtep =
 
 } // namespace
 
-TEST(Model, ListsAllTypesInTheOrderOfTheirRegistration) {
+TEST(Model, ListsAllTypesInOrderOfRegistration) {
     EXPECT_EQ(model({}), allTypes);
 }
 
@@ -77,7 +77,7 @@ TEST(Model, ListsTheAttributesOfOneType) {
     EXPECT_EQ(model({"VxlanController::Cli::MacVtep"}), macVtep);
 }
 
-TEST(Model, ListsInheritedAttributesInTheOrderOfTheNumbers) {
+TEST(Model, ListsInheritedAttributesOrderedByNumber) {
     EXPECT_EQ(model({"VcsLRMap"}),
               "Type:        VxlanController::Cli::VcsLRMap\n"
               "Kind:        entity\n"
@@ -114,7 +114,7 @@ TEST(Model, ListsInheritedAttributesInTheOrderOfTheNumbers) {
               "JSON.\n");
 }
 
-TEST(Model, GivesAScriptAllThatTheRecordSays) {
+TEST(Model, JsonHoldsTheWholeRecordOfAType) {
     EXPECT_EQ(model({"MacVtepMultiPath", "--json"}),
               "{\"types\":[{\"name\":\"VxlanController::Cli::MacVtepMultiPath\",\"kind\":\"value\","
               "\"doc\":\"A MAC address that is reachable through several VTEPs.\","
@@ -132,7 +132,7 @@ TEST(Model, GivesAScriptAllThatTheRecordSays) {
         << derived;
 }
 
-TEST(Model, GivesAScriptAllTypesInTheSameShape) {
+TEST(Model, JsonOfAllTypesHasTheSameShape) {
     std::string const all = model({"--json"});
     std::string const one = model({"--json", "HostFloodTable"});
     std::string const closing = "]}\n";
@@ -146,7 +146,7 @@ TEST(Model, GivesAScriptAllTypesInTheSameShape) {
     EXPECT_EQ(types, 30U);
 }
 
-TEST(Model, IndentsJsonForReaders) {
+TEST(Model, PrettyJsonIsIndented) {
     EXPECT_EQ(model({"--pretty", "VtepList"}), R"({
   "types": [
     {
@@ -176,16 +176,17 @@ TEST(Model, NeedsNoStateAndReadsNone) {
     EXPECT_EQ(vxshow({"model", "MacVtep"}, {.stateFile = "/nonexistent"}).out, macVtep);
 }
 
-TEST(Model, RefusesAnUnknownTypeAndNamesThoseNearIt) {
+TEST(Model, RefusesAnUnknownTypeAndNamesSimilarOnes) {
     EXPECT_EQ(refused({"model", "MacVtp"}),
-              "TYPE: 'MacVtp': no type of the model; near it: MacVtep");
-    EXPECT_EQ(refused({"model", "macvtep"}), "TYPE: 'macvtep': no type of the model; near it: "
+              "TYPE: 'MacVtp': not a type of the model; similar: MacVtep");
+    EXPECT_EQ(refused({"model", "macvtep"}), "TYPE: 'macvtep': not a type of the model; similar: "
                                              "MacVtepMultiPath, MacVtepFloodList, MacVtep");
     EXPECT_EQ(refused({"model", "Cli::VcsLRRoutes"}),
-              "TYPE: 'Cli::VcsLRRoutes': no type of the model; near it: VcsLRRoute");
+              "TYPE: 'Cli::VcsLRRoutes': not a type of the model; similar: VcsLRRoute");
     EXPECT_EQ(refused({"model", "Nothing"}),
-              "TYPE: 'Nothing': no type of the model; 'vxshow model' lists them");
-    EXPECT_EQ(refused({"model", ""}), "TYPE: '': no type of the model; 'vxshow model' lists them");
+              "TYPE: 'Nothing': not a type of the model; 'vxshow model' lists all types");
+    EXPECT_EQ(refused({"model", ""}),
+              "TYPE: '': not a type of the model; 'vxshow model' lists all types");
     EXPECT_EQ(refused({"model", "MacVtep", "VniStatus"}),
-              "'VniStatus': not understood; 'vxshow model --help' lists what is");
+              "'VniStatus': not expected here; see 'vxshow model --help'");
 }

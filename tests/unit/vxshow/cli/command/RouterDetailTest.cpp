@@ -62,7 +62,7 @@ TEST(RouterDetail, ListsThePortsAndUplinksOfEachRouter) {
                                             routerDetailTotal(3));
 }
 
-TEST(RouterDetail, ListsAsJsonWhateverTheRevision) {
+TEST(RouterDetail, ListsAsTheSameJsonInEachRevision) {
     std::string const expected =
         R"({"router":{"prod":{"ipPort":{)"
         R"("10.1.2.3/8":{"vni":16777215,"mac":"02:00:00:00:00:0b","vtepIp":"2001:db8::9"},)"
@@ -108,7 +108,7 @@ TEST(RouterDetail, ListsTheExample) {
             routerDetailTotal(2));
 }
 
-TEST(RouterDetail, AFilterThatMatchesNothingIsNoError) {
+TEST(RouterDetail, AFilterThatMatchesNothingIsNotAnError) {
     std::string const nothing =
         routerDetailHead + routerDetailTotal(0) + uplinks + routerDetailTotal(0);
     for (char const * name : {"Prod", "pro", "prod ", "empty", "*"}) {
@@ -120,7 +120,7 @@ TEST(RouterDetail, AFilterThatMatchesNothingIsNoError) {
     EXPECT_EQ(routerDetail.listing({"--router", ""}), routerDetail.listing({}));
 }
 
-TEST(RouterDetail, StateThatIsAbsentIsAnEmptyTable) {
+TEST(RouterDetail, AbsentStateIsAnEmptyTable) {
     for (auto const & state : {snapshotWith("received", "{}"), snapshotWith("routers", "{}"),
                                snapshotWith("routers", R"({"published":{},"vteps":{}})")}) {
         EXPECT_EQ(answer(state, {"router", "detail"}),
@@ -141,7 +141,7 @@ TEST(RouterDetail, WithoutSwitchInformationItNamesNoSwitch) {
                   routerDetailTotal(1));
 }
 
-TEST(RouterDetail, RefusesWhatItDoesNotKnow) {
+TEST(RouterDetail, RefusesUnknownOptions) {
     EXPECT_EQ(routerDetail.refusedFilter({"--router"}), "--router: no value; expected NAME");
     EXPECT_NE(routerDetail.refusedFilter({"--router", "a", "--router", "b"}).find("--router"),
               std::string::npos);

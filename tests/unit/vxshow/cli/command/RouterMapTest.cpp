@@ -4,8 +4,8 @@
 
 namespace {
 
-/// Two switches, the second with a VTEP out of service beside its own; a VTEP that both are
-/// said to have, and a third switch that publishes and has none.
+/// Two switches, the second of which also has a VTEP that is out of service; a VTEP listed for
+/// both; and a third switch that publishes but has no VTEP.
 Asked const routerMap({"router", "map"}, snapshotWith("routers", R"({
   "switches": {
     "00:1c:73:00:00:01": { "vteps": [ "10.0.0.1" ] },
@@ -50,7 +50,7 @@ TEST(RouterMap, ListsEachRouterWithItsSwitches) {
               routerMapHead + dmzOn2 + prodOn1 + thenOn2 + routerMapTotal(3));
 }
 
-TEST(RouterMap, ListsAsJsonWhateverTheRevision) {
+TEST(RouterMap, ListsAsTheSameJsonInEachRevision) {
     std::string const expected =
         R"({"logicalRouterMap":{"dmz":{"switches":[{"switchId":"00:1c:73:00:00:02",)"
         R"("vtepIp":"2001:db8:aaaa:bbbb::2"}]},"prod":{"switches":[)"
@@ -75,7 +75,7 @@ TEST(RouterMap, ListsTheExample) {
               std::string::npos);
 }
 
-TEST(RouterMap, TakesEachFilter) {
+TEST(RouterMap, AcceptsEachFilter) {
     std::string const first = routerMapHead + prodOn1 + routerMapTotal(1);
     std::string const second = routerMapHead + dmzOn2 + prodOn2 + routerMapTotal(2);
     EXPECT_EQ(routerMap.listing({"--router", "dmz"}), routerMapHead + dmzOn2 + routerMapTotal(1));
@@ -91,12 +91,12 @@ TEST(RouterMap, TakesEachFilter) {
     EXPECT_EQ(routerMap.listing({"--router", "", "--switch", ""}), routerMap.listing({}));
 }
 
-TEST(RouterMap, LooksAtTheVtepsOfNoOtherSwitchThanTheOneThatIsNamed) {
+TEST(RouterMap, TheSwitchFilterIgnoresTheVtepsOfOtherSwitches) {
     EXPECT_EQ(routerMap.listing({"--switch", "00:1c:73:00:00:02", "--vtep", "10.0.0.1"}),
               routerMap.listing({"--switch", "00:1c:73:00:00:02"}));
 }
 
-TEST(RouterMap, AFilterThatMatchesNothingIsNoError) {
+TEST(RouterMap, AFilterThatMatchesNothingIsNotAnError) {
     std::string const nothing = routerMapHead + routerMapTotal(0);
     for (auto const & filters :
          std::vector<std::vector<std::string>>{{"--router", "Prod"},
@@ -114,7 +114,7 @@ TEST(RouterMap, AFilterThatMatchesNothingIsNoError) {
     EXPECT_EQ(routerMap.listing({"--json", "--router", "Prod"}), "{\"logicalRouterMap\":{}}\n");
 }
 
-TEST(RouterMap, StateThatIsAbsentIsAnEmptyTable) {
+TEST(RouterMap, AbsentStateIsAnEmptyTable) {
     for (auto const & state :
          {snapshotWith("received", "{}"), snapshotWith("routers", "{}"),
           snapshotWith("routers", R"({"status":{"prod":{}}})"),
@@ -129,7 +129,7 @@ TEST(RouterMap, StateThatIsAbsentIsAnEmptyTable) {
     }
 }
 
-TEST(RouterMap, NamesThatHoldFormatsAndControlCharactersAreJustNames) {
+TEST(RouterMap, NamesWithFormatsAndControlCharactersPrintAsTheyAre) {
     auto const state = snapshotWith("routers", R"({
         "switches": { "00:1c:73:00:00:01": { "vteps": [ "10.0.0.1" ] } },
         "vteps": { "10.0.0.1": { "active": true } },
@@ -144,7 +144,7 @@ TEST(RouterMap, NamesThatHoldFormatsAndControlCharactersAreJustNames) {
     EXPECT_NE(answer(state, {"router", "map"}).find("\n%s%n\x01    "), std::string::npos);
 }
 
-TEST(RouterMap, AVtepThatIsNotDescribedIsARefusedState) {
+TEST(RouterMap, AStateWithAnUndescribedVtepIsRefused) {
     auto const line =
         failure(snapshotWith("routers", R"({"switches":{"leaf1":{"vteps":["10.0.0.1"]}}})"),
                 {"router", "map"});
@@ -153,7 +153,7 @@ TEST(RouterMap, AVtepThatIsNotDescribedIsARefusedState) {
     EXPECT_NE(line.find(end), std::string::npos) << line;
 }
 
-TEST(RouterMap, RefusesValuesOfTheWrongKind) {
+TEST(RouterMap, RefusesInvalidValues) {
     for (char const * ip : {"2001:db8::1", "10.0.0", "10.0.0.1/32", "leaf1", ""}) {
         EXPECT_EQ(routerMap.refusedFilter({"--vtep", ip}),
                   "--vtep: '" + std::string(ip) + "': expected an IPv4 address such as 10.0.0.1");

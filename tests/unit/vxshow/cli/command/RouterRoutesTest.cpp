@@ -20,7 +20,7 @@ std::string const routerRoutesHead =
     routerRoutesRule + std::string("Name        Prefix             Nexthop") +
     "                                          \n" + routerRoutesRule;
 
-/// The row of a prefix, or of no prefix where more nexthops follow.
+/// The row of a prefix, or of a further nexthop if the prefix is empty.
 std::string routesRow(std::string name, std::string prefix, std::string nexthops) {
     name.resize(11, ' ');
     prefix.resize(18, ' ');
@@ -59,7 +59,7 @@ TEST(RouterRoutes, ListsTheRoutesOfEachRouter) {
                   routerRoutesTotal(5));
 }
 
-TEST(RouterRoutes, ListsAsJsonWhateverTheRevision) {
+TEST(RouterRoutes, ListsAsTheSameJsonInEachRevision) {
     std::string const expected =
         R"({"route":{"dmz":{"prefix":{"192.0.2.0/24":{"nexthop":[]}}},)"
         R"("prod":{"prefix":{)"
@@ -102,7 +102,7 @@ TEST(RouterRoutes, ThePrefixFilterKeepsWhatOverlaps) {
     EXPECT_EQ(prefixesWith("::ffff:10.1.2.0/120"), "");
 }
 
-TEST(RouterRoutes, AFilterThatMatchesNothingIsNoError) {
+TEST(RouterRoutes, AFilterThatMatchesNothingIsNotAnError) {
     std::string const nothing = routerRoutesHead + routerRoutesTotal(0);
     for (auto const & filters :
          std::vector<std::vector<std::string>>{{"--router", "Prod"},
@@ -115,7 +115,7 @@ TEST(RouterRoutes, AFilterThatMatchesNothingIsNoError) {
     EXPECT_EQ(routerRoutes.listing({"--router", ""}), routerRoutes.listing({}));
 }
 
-TEST(RouterRoutes, StateThatIsAbsentIsAnEmptyTable) {
+TEST(RouterRoutes, AbsentStateIsAnEmptyTable) {
     for (auto const & state : {snapshotWith("received", "{}"), snapshotWith("routers", "{}"),
                                snapshotWith("routers", R"({"published":{},"vteps":{}})")}) {
         EXPECT_EQ(answer(state, {"router", "routes"}), routerRoutesHead + routerRoutesTotal(0));
@@ -123,7 +123,7 @@ TEST(RouterRoutes, StateThatIsAbsentIsAnEmptyTable) {
     }
 }
 
-TEST(RouterRoutes, APrefixWithHostBitsIsRefusedWithTheOneThatWasLikelyMeant) {
+TEST(RouterRoutes, APrefixWithHostBitsIsRefusedWithTheOneProbablyMeant) {
     EXPECT_EQ(routerRoutes.refusedFilter({"--prefix", "10.1.2.3/24"}),
               "--prefix: '10.1.2.3/24': expected 10.1.2.0/24, with no bits set beyond the prefix "
               "length");
@@ -132,7 +132,7 @@ TEST(RouterRoutes, APrefixWithHostBitsIsRefusedWithTheOneThatWasLikelyMeant) {
               "prefix length");
 }
 
-TEST(RouterRoutes, RefusesValuesOfTheWrongKind) {
+TEST(RouterRoutes, RefusesInvalidValues) {
     for (char const * prefix : {"10.1.0.0", "10.1.0.0/33", "10.1.0.0/", "10.1.0.0/08", "10.1/16",
                                 "::/129", "default", " ::/0", ""}) {
         EXPECT_EQ(routerRoutes.refusedFilter({"--prefix", prefix}),
