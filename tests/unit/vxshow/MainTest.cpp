@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What a `vxshow` with these arguments shows on a terminal.
+/// What `vxshow` with these arguments shows on a terminal.
 std::string shownOnATerminal(std::vector<std::string> const & arguments) {
     int const ours = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     EXPECT_EQ(grantpt(ours), 0);
@@ -34,7 +34,7 @@ std::string shownOnATerminal(std::vector<std::string> const & arguments) {
 
 } // namespace
 
-TEST(Main, ASwitchWhoseNameWouldClearTheScreenIsShownWithoutHarm) {
+TEST(Main, ControlCharactersInASwitchNameAreReplacedOnATerminal) {
     TemporaryFile const state(
         R"({"format": "vxlan-controller-state", "version": 1, "received": {"switches":
 {"leaf\u001b[2J": {"10": {"unicast": {"02:00:00:00:00:01": {"vtep": "10.0.0.1"}}}}}}})");

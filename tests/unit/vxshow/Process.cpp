@@ -33,9 +33,9 @@ void closeFd(int & fd) {
     }
 }
 
-/// The child's side: standard streams and signals in place, then the program itself.
-[[noreturn]] void become(std::vector<std::string> const & arguments,
-                         Process::Setting const & setting, int in, int out, int err) {
+/// Runs in the child: sets up the standard streams and signals, and executes the program.
+[[noreturn]] void executeProgram(std::vector<std::string> const & arguments,
+                                 Process::Setting const & setting, int in, int out, int err) {
     dup2(in, STDIN_FILENO);
     dup2(setting.outFd >= 0 ? setting.outFd : out, STDOUT_FILENO);
     dup2(err, STDERR_FILENO);
@@ -83,7 +83,7 @@ Process::Process(std::vector<std::string> const & arguments, Setting const & set
     Pipe err;
     pid_ = forked();
     if (pid_ == 0) {
-        become(arguments, setting, in.reader, out.writer, err.writer);
+        executeProgram(arguments, setting, in.reader, out.writer, err.writer);
     }
     close(in.reader);
     close(out.writer);

@@ -6,7 +6,7 @@
 #include <sys/types.h>
 #include <vector>
 
-/// What a program did: its output, and how it ended.
+/// The output of a program and how it ended.
 struct Finished {
     std::string out;
     std::string err;
@@ -14,21 +14,21 @@ struct Finished {
     int signal = 0;  ///< the signal that ended it, or 0
 };
 
-/// As `fork`; but without a child the test program ends, and says why. A test that went on would
-/// sooner or later signal the process -1, which is every process there is.
+/// As `fork`, but if that fails, the test program ends with a message. A test that went on would
+/// sooner or later send a signal to process -1, which means every process.
 pid_t forked();
 
 /// A running `vxshow`, with pipes on its standard streams.
 class Process {
 public:
-    /// How the program is started, beyond its arguments.
+    /// How the program is started, apart from its arguments.
     struct Setting {
         std::string input = {};             ///< what it reads from standard input
         std::string stateFile = {};         ///< the value of VXSHOW_STATE; not set when empty
-        int outFd = -1;                     ///< its standard output; a pipe of ours when negative
+        int outFd = -1;                     ///< its standard output; a pipe if negative
         bool ignoreSigpipe = false;         ///< whether it is started with SIGPIPE ignored
         bool closeOutput = false;           ///< whether it is started without standard output
-        std::function<void()> inChild = {}; ///< run in its process before it
+        std::function<void()> inChild = {}; ///< called in the child before the program starts
     };
 
     explicit Process(std::vector<std::string> const & arguments);
@@ -40,19 +40,20 @@ public:
     /// Its process id; -1 once it has been waited for.
     pid_t pid() const noexcept { return pid_; }
 
-    /// Sends it a signal. The test fails when it has been waited for already.
+    /// Sends it a signal. The test fails if it has already been waited for.
     void signal(int number) const;
 
-    /// Reads up to `bytes` of its output, waiting for the first of them.
+    /// Waits for output and reads up to `bytes` of it.
     std::string readSome(std::size_t bytes);
 
-    /// Closes our end of its output, as a reader does that has seen enough.
+    /// Closes our end of its output, as a reader such as `head` does.
     void closeReader();
 
     /// Closes our end of its standard input.
     void closeInput();
 
-    /// Reads on to the end and waits for it. After 60 seconds it is killed, and the test fails.
+    /// Reads the rest of the output and waits for the program. After 60 seconds the program is
+    /// killed and the test fails.
     Finished finish();
 
 private:

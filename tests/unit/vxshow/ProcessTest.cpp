@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Forks where there may be no more processes; root may always have some.
+/// Forks with the limit on processes reached; the limit does not apply to root.
 void forkWithoutRoom() {
     rlimit const none{0, 0};
     setrlimit(RLIMIT_NPROC, &none);
@@ -27,10 +27,10 @@ TEST(ProcessDeathTest, AForkThatFailsEndsTheTestProgram) {
                 "cannot go on without a process of their own: Resource temporarily unavailable");
 }
 
-TEST(Process, OnceWaitedForItIsSentNoSignal) {
+TEST(Process, IsSentNoSignalOnceItWasWaitedFor) {
     Process process({"--version"});
     EXPECT_EQ(process.finish().status, 0);
-    // Should this one reach every process after all, none of them minds.
+    // Ignored by default, so it does no harm even if it should reach every process.
     EXPECT_NONFATAL_FAILURE(process.signal(SIGURG), "no signal");
     EXPECT_NONFATAL_FAILURE(process.finish(), "waited for already");
 }
