@@ -49,7 +49,7 @@ Vex::Ptr<MacVtepFloodListV2> readFloodEntry(text::JsonText const & key, text::Js
     return entry;
 }
 
-constexpr auto writeVteps = [](ValuesWriter & values, auto const & entry) {
+constexpr auto writeVtepsOfMac = [](ValuesWriter & values, auto const & entry) {
     values.addresses(Spelled(entry.macAddr()), entry.vtepIp());
 };
 
@@ -141,7 +141,7 @@ struct TablesReader::Format {
             },
             [](ValuesWriter & values, std::string_view name, Tables const & from) {
                 writeTable(values, name, from.macVtepMultiPathTable(), &MacVtepMultiPathV2::macAddr,
-                           writeVteps);
+                           writeVtepsOfMac);
             }),
         optionalMember(
             "flood",
@@ -152,7 +152,7 @@ struct TablesReader::Format {
             },
             [](ValuesWriter & values, std::string_view name, Tables const & from) {
                 writeTable(values, name, from.macVtepFloodListTable(), &MacVtepFloodListV2::macAddr,
-                           writeVteps);
+                           writeVtepsOfMac);
             }),
         optionalMember(
             "arp",
