@@ -2,10 +2,8 @@
 
 #include "vxshow/sources/AnswerError.h"
 #include "vxshow/sources/ovsdb/Values.h"
-#include "vxshow/text/JsonMembers.h"
+#include "vxshow/text/JsonFields.h"
 #include "vxshow/text/JsonRefusal.h"
-
-#include <array>
 
 namespace vxshow::sources::ovsdb {
 
@@ -29,53 +27,36 @@ ServerStatus::Model readModel(text::JsonValue & value) {
     return Model::relay;
 }
 
-ServerStatus readRow(text::JsonValue & value) {
-    static constexpr std::array<text::MemberName, 5> names{"cid", "connected", "index", "leader",
-                                                           "model"};
-    auto const * const start = value.at();
-    ServerStatus status;
-    text::Members members(names);
-    value.members("a row", [&](text::JsonText const & name, text::JsonValue & cell) {
-        switch (members.take(name)) {
-        case 0:
-            readReferences(cell, [&](Reference const & cluster) { status.cluster = cluster.row; });
-            break;
-        case 1:
-            status.connected = cell.boolean();
-            break;
-        case 2:
-            status.index = readOptionalInteger(cell);
-            break;
-        case 3:
-            status.leader = cell.boolean();
-            break;
-        default:
-            status.model = readModel(cell);
-        }
-    });
-    for (std::size_t index = 0; index < names.size(); ++index) {
-        members.require(index, start);
-    }
-    return status;
-}
+constexpr auto statusRow = text::strictObject(
+    "a row",
+    text::requiredMember("cid",
+                         [](text::JsonValue & cell, ServerStatus & into) {
+                             readReferences(cell, [&](Reference const & cluster) {
+                                 into.cluster = cluster.row;
+                             });
+                         }),
+    text::requiredMember("connected", [](text::JsonValue & cell,
+                                         ServerStatus & into) { into.connected = cell.boolean(); }),
+    text::requiredMember("index",
+                         [](text::JsonValue & cell, ServerStatus & into) {
+                             into.index = readOptionalInteger(cell);
+                         }),
+    text::requiredMember("leader", [](text::JsonValue & cell,
+                                      ServerStatus & into) { into.leader = cell.boolean(); }),
+    text::requiredMember("model", [](text::JsonValue & cell, ServerStatus & into) {
+        into.model = readModel(cell);
+    }));
 
-std::optional<ServerStatus> readRows(text::JsonValue & value) {
-    static constexpr std::array<text::MemberName, 1> names{"rows"};
-    std::optional<ServerStatus> status;
-    auto const * const start = value.at();
-    text::Members members(names);
-    value.members("an object with rows", [&](text::JsonText const & name, text::JsonValue & rows) {
-        members.take(name);
+constexpr auto statusRows = text::strictObject(
+    "an object with rows",
+    text::requiredMember("rows", [](text::JsonValue & rows, std::optional<ServerStatus> & into) {
         rows.elements("a list of rows", [&](text::JsonValue & row) {
-            if (status) {
+            if (into) {
                 row.refuse("at most one row");
             }
-            status = readRow(row);
+            statusRow.read(row, into.emplace());
         });
-    });
-    members.require(0, start);
-    return status;
-}
+    }));
 
 std::optional<ServerStatus> readAnswers(system::FileBytes const & answer) {
     std::optional<ServerStatus> status;
@@ -86,7 +67,7 @@ std::optional<ServerStatus> readAnswers(system::FileBytes const & answer) {
         if (count++ > 0) {
             element.refuse(std::string(oneAnswer));
         }
-        status = readRows(element);
+        statusRows.read(element, status);
     });
     if (count == 0) {
         throw text::Refusal{start, std::string(oneAnswer), " of fewer"};

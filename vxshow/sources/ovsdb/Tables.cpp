@@ -1,9 +1,7 @@
 #include "vxshow/sources/ovsdb/Tables.h"
 
-#include "vxshow/text/JsonMembers.h"
+#include "vxshow/text/JsonFields.h"
 #include "vxshow/text/Quoting.h"
-
-#include <array>
 
 namespace vxshow::sources::ovsdb {
 
@@ -17,21 +15,6 @@ std::string takeText(text::JsonValue & value) {
     return std::string(value.text(aText).text());
 }
 
-/// Reads a row, which has exactly the columns `names`: `take(index, cell)` for each of them.
-/// Returns where the row starts.
-template <std::size_t count, class Take>
-void readRow(text::JsonValue & value, std::array<text::MemberName, count> const & names,
-             Take && take) {
-    auto const * const start = value.at();
-    text::Members members(names);
-    value.members("a row", [&](text::JsonText const & name, text::JsonValue & cell) {
-        take(members.take(name), cell);
-    });
-    for (std::size_t index = 0; index < count; ++index) {
-        members.require(index, start);
-    }
-}
-
 Join::References readAll(text::JsonValue & cell, Join & join) {
     Join::References all;
     readReferences(cell, [&](Reference const & one) {
@@ -41,140 +24,166 @@ Join::References readAll(text::JsonValue & cell, Join & join) {
     return all;
 }
 
-/// A row of a logical switch or a locator, which have a text column, `textColumn`, and a key.
+/// The column that is the row's own identity.
+template <class Row>
+constexpr auto identityColumn(Reference Row::*row) {
+    return text::requiredMember("_uuid", [row](text::JsonValue & cell, Row & into, Join &) {
+        into.*row = readReference(cell);
+    });
+}
+
+template <class Row>
+constexpr auto textColumn(text::MemberName name, std::string Row::*text) {
+    return text::requiredMember(
+        name, [text](text::JsonValue & cell, Row & into, Join &) { into.*text = takeText(cell); });
+}
+
+template <class Row>
+constexpr auto referencesColumn(text::MemberName name, Join::References Row::*references) {
+    return text::requiredMember(name,
+                                [references](text::JsonValue & cell, Row & into, Join & join) {
+                                    into.*references = readAll(cell, join);
+                                });
+}
+
+/// The table of a row, which has exactly these columns.
+template <class... Columns>
+constexpr auto rowOf(Columns... columns) {
+    return text::strictObject("a row", columns...);
+}
+
+/// A row of a logical switch or a locator: they have a text and a key.
 struct KeyedRow {
     Reference row{};
     std::string text;
     Join::Key key;
 };
 
-KeyedRow readKeyedRow(text::JsonValue & value, std::string_view textColumn) {
-    std::array<text::MemberName, 3> const names{"_uuid", textColumn, "tunnel_key"};
-    KeyedRow read;
-    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
-        switch (column) {
-        case 0:
-            read.row = readReference(cell);
-            break;
-        case 1:
-            read.text = takeText(cell);
-            break;
-        default:
-            read.key = readOptionalInteger(cell);
-        }
+constexpr auto tunnelKeyColumn =
+    text::requiredMember("tunnel_key", [](text::JsonValue & cell, KeyedRow & into, Join &) {
+        into.key = readOptionalInteger(cell);
     });
-    return read;
-}
+constexpr auto logicalSwitchRow =
+    rowOf(identityColumn(&KeyedRow::row), textColumn("name", &KeyedRow::text), tunnelKeyColumn);
+constexpr auto locatorRow =
+    rowOf(identityColumn(&KeyedRow::row), textColumn("dst_ip", &KeyedRow::text), tunnelKeyColumn);
 
 void readLogicalSwitch(text::JsonValue & value, Join & join) {
-    auto read = readKeyedRow(value, "name");
+    KeyedRow read;
+    logicalSwitchRow.read(value, read, join);
     join.logicalSwitch(read.row, std::move(read.text), read.key);
 }
 
 void readLocator(text::JsonValue & value, Join & join) {
-    auto const read = readKeyedRow(value, "dst_ip");
+    KeyedRow read;
+    locatorRow.read(value, read, join);
     join.locator(read.row, read.text, read.key);
 }
 
-void readLocatorSet(text::JsonValue & value, Join & join) {
-    static constexpr std::array<text::MemberName, 2> names{"_uuid", "locators"};
+struct LocatorSetRow {
     Reference row{};
     Join::References locators;
-    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
-        if (column == 0) {
-            row = readReference(cell);
-        } else {
-            locators = readAll(cell, join);
-        }
-    });
-    join.locatorSet(row, locators);
+};
+
+constexpr auto locatorSetRow = rowOf(identityColumn(&LocatorSetRow::row),
+                                     referencesColumn("locators", &LocatorSetRow::locators));
+
+void readLocatorSet(text::JsonValue & value, Join & join) {
+    LocatorSetRow read;
+    locatorSetRow.read(value, read, join);
+    join.locatorSet(read.row, read.locators);
 }
 
-void readPhysicalSwitch(text::JsonValue & value, Join & join) {
-    static constexpr std::array<text::MemberName, 3> names{"name", "tunnel_ips", "ports"};
+struct PhysicalSwitchRow {
     std::string name;
     std::vector<std::string> ips;
     Join::References ports;
-    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
-        switch (column) {
-        case 0:
-            name = takeText(cell);
-            break;
-        case 1:
-            readTexts(cell, [&](text::JsonText const & ip) {
-                join.step();
-                ips.emplace_back(ip.text());
-            });
-            break;
-        default:
-            ports = readAll(cell, join);
-        }
-    });
-    join.physicalSwitch(name, ips, ports);
+};
+
+constexpr auto physicalSwitchRow =
+    rowOf(textColumn("name", &PhysicalSwitchRow::name),
+          text::requiredMember("tunnel_ips",
+                               [](text::JsonValue & cell, PhysicalSwitchRow & into, Join & join) {
+                                   readTexts(cell, [&](text::JsonText const & ip) {
+                                       join.step();
+                                       into.ips.emplace_back(ip.text());
+                                   });
+                               }),
+          referencesColumn("ports", &PhysicalSwitchRow::ports));
+
+void readPhysicalSwitch(text::JsonValue & value, Join & join) {
+    PhysicalSwitchRow read;
+    physicalSwitchRow.read(value, read, join);
+    join.physicalSwitch(read.name, read.ips, read.ports);
 }
 
-void readPort(text::JsonValue & value, Join & join) {
-    static constexpr std::array<text::MemberName, 3> names{"_uuid", "name", "vlan_bindings"};
+struct PortRow {
     Reference row{};
     Join::References bound;
-    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
-        switch (column) {
-        case 0:
-            row = readReference(cell);
-            break;
-        case 1:
-            cell.text(aText).text();
-            break;
-        default:
-            readMap(
-                cell, [](text::JsonValue & vlan) { vlan.integer("a VLAN"); },
-                [&](text::JsonValue & to) {
-                    join.step();
-                    bound.push_back(readReference(to));
-                });
-        }
-    });
-    join.port(row, bound);
+};
+
+constexpr auto portRow = rowOf(
+    identityColumn(&PortRow::row),
+    text::requiredMember(
+        "name", [](text::JsonValue & cell, PortRow &, Join &) { cell.text(aText).text(); }),
+    text::requiredMember("vlan_bindings", [](text::JsonValue & cell, PortRow & into, Join & join) {
+        readMap(
+            cell, [](text::JsonValue & vlan) { vlan.integer("a VLAN"); },
+            [&](text::JsonValue & to) {
+                join.step();
+                into.bound.push_back(readReference(to));
+            });
+    }));
+
+void readPort(text::JsonValue & value, Join & join) {
+    PortRow read;
+    portRow.read(value, read, join);
+    join.port(read.row, read.bound);
 }
 
-void readRouter(text::JsonValue & value, Join & join) {
-    static constexpr std::array<text::MemberName, 3> names{"name", "switch_binding",
-                                                           "static_routes"};
+struct RouterRow {
     std::string name;
     std::vector<std::pair<std::string, Reference>> ports;
     std::vector<std::pair<std::string, std::string>> routes;
+};
+
+/// A map from texts to what `takeElement(JsonValue &)` makes of its values.
+template <class Pairs, class TakeElement>
+void readPairs(text::JsonValue & cell, Pairs & into, Join & join, TakeElement && takeElement) {
     std::string key;
-    auto const takeKey = [&](text::JsonValue & half) {
-        join.step();
-        key = takeText(half);
-    };
-    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
-        switch (column) {
-        case 0:
-            name = takeText(cell);
-            break;
-        case 1:
-            readMap(cell, takeKey,
-                    [&](text::JsonValue & to) { ports.emplace_back(key, readReference(to)); });
-            break;
-        default:
-            readMap(cell, takeKey,
-                    [&](text::JsonValue & to) { routes.emplace_back(key, takeText(to)); });
-        }
-    });
-    join.router(name, ports, routes);
+    readMap(
+        cell,
+        [&](text::JsonValue & half) {
+            join.step();
+            key = takeText(half);
+        },
+        [&](text::JsonValue & half) { into.emplace_back(key, takeElement(half)); });
 }
+
+constexpr auto routerRow =
+    rowOf(textColumn("name", &RouterRow::name),
+          text::requiredMember("switch_binding",
+                               [](text::JsonValue & cell, RouterRow & into, Join & join) {
+                                   readPairs(cell, into.ports, join, readReference);
+                               }),
+          text::requiredMember("static_routes",
+                               [](text::JsonValue & cell, RouterRow & into, Join & join) {
+                                   readPairs(cell, into.routes, join, takeText);
+                               }));
+
+void readRouter(text::JsonValue & value, Join & join) {
+    RouterRow read;
+    routerRow.read(value, read, join);
+    join.router(read.name, read.ports, read.routes);
+}
+
+constexpr auto arpSourceRow =
+    rowOf(text::requiredMember("src_mac", [](text::JsonValue & cell) { cell.text(aText).text(); }),
+          text::requiredMember("locator", [](text::JsonValue & cell) { readReference(cell); }));
 
 /// There are no facts for these; their form is checked all the same.
 void readArpSource(text::JsonValue & value, Join & /* none of this is known elsewhere */) {
-    static constexpr std::array<text::MemberName, 2> names{"src_mac", "locator"};
-    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
-        if (column == 0) {
-            cell.text(aText).text();
-        } else {
-            readReference(cell);
-        }
-    });
+    arpSourceRow.read(value);
 }
 
 /// A text of a row that is used once the whole row is read. A text without escapes stays in the
@@ -199,29 +208,38 @@ private:
     std::string_view text_;
 };
 
-/// `take` is the member of the join for such a row.
-void readMacRow(text::JsonValue & value, std::array<text::MemberName, 4> const & names, Table table,
-                Side side, Join & join, void (Join::*take)(Join::MacRow const &)) {
+/// A row of any of the four tables of MAC addresses.
+struct MacRowTexts {
     CellText mac;
     CellText ip;
     Reference logicalSwitch{};
     Reference target{};
-    readRow(value, names, [&](std::size_t column, text::JsonValue & cell) {
-        switch (column) {
-        case 0:
-            mac.take(cell);
-            break;
-        case 1:
-            ip.take(cell);
-            break;
-        case 2:
-            target = readReference(cell);
-            break;
-        default:
-            logicalSwitch = readReference(cell);
-        }
-    });
-    (join.*take)({table, side, mac.text(), logicalSwitch, target, ip.text()});
+};
+
+/// The table of such a row, which leads to its target by the column `target`.
+constexpr auto macRowOf(text::MemberName target) {
+    return rowOf(
+        text::requiredMember(
+            "MAC", [](text::JsonValue & cell, MacRowTexts & into) { into.mac.take(cell); }),
+        text::requiredMember(
+            "ipaddr", [](text::JsonValue & cell, MacRowTexts & into) { into.ip.take(cell); }),
+        text::requiredMember(target, [](text::JsonValue & cell,
+                                        MacRowTexts & into) { into.target = readReference(cell); }),
+        text::requiredMember("logical_switch", [](text::JsonValue & cell, MacRowTexts & into) {
+            into.logicalSwitch = readReference(cell);
+        }));
+}
+
+constexpr auto unicastRow = macRowOf("locator");
+constexpr auto multicastRow = macRowOf("locator_set");
+
+/// `take` is the member of the join for such a row.
+template <class Row>
+void readMacRow(text::JsonValue & value, Row const & row, Table table, Side side, Join & join,
+                void (Join::*take)(Join::MacRow const &)) {
+    MacRowTexts read;
+    row.read(value, read);
+    (join.*take)({table, side, read.mac.text(), read.logicalSwitch, read.target, read.ip.text()});
 }
 
 template <class Read>
@@ -233,16 +251,12 @@ void eachRow(text::JsonValue & value, Join & join, Read && read) {
 }
 
 void readRows(text::JsonValue & rows, Table table, Join & join) {
-    static constexpr std::array<text::MemberName, 4> ucast{"MAC", "ipaddr", "locator",
-                                                           "logical_switch"};
-    static constexpr std::array<text::MemberName, 4> mcast{"MAC", "ipaddr", "locator_set",
-                                                           "logical_switch"};
     auto const each = [&](void (*read)(text::JsonValue &, Join &)) {
         eachRow(rows, join, [&](text::JsonValue & row) { read(row, join); });
     };
-    auto const macs = [&](auto const & names, Side side, void (Join::*take)(Join::MacRow const &)) {
+    auto const macs = [&](auto const & form, Side side, void (Join::*take)(Join::MacRow const &)) {
         eachRow(rows, join,
-                [&](text::JsonValue & row) { readMacRow(row, names, table, side, join, take); });
+                [&](text::JsonValue & row) { readMacRow(row, form, table, side, join, take); });
     };
     switch (table) {
     case Table::logicalSwitch:
@@ -261,51 +275,61 @@ void readRows(text::JsonValue & rows, Table table, Join & join) {
     case Table::arpSourcesRemote:
         return each(readArpSource);
     case Table::mcastMacsLocal:
-        return macs(mcast, Side::local, &Join::multicast);
+        return macs(multicastRow, Side::local, &Join::multicast);
     case Table::mcastMacsRemote:
-        return macs(mcast, Side::remote, &Join::multicast);
+        return macs(multicastRow, Side::remote, &Join::multicast);
     case Table::ucastMacsLocal:
-        return macs(ucast, Side::local, &Join::unicast);
+        return macs(unicastRow, Side::local, &Join::unicast);
     case Table::ucastMacsRemote:
-        return macs(ucast, Side::remote, &Join::unicast);
+        return macs(unicastRow, Side::remote, &Join::unicast);
     }
 }
+
+constexpr std::string_view anAnswer = "an object with \"rows\"";
+
+/// The answer to a select: rows, or an error.
+struct Select {
+    bool hasRows = false;
+    bool hasFailed = false;
+    std::string problem = {};
+    std::string details = {};
+    bool schema = false;
+};
+
+constexpr auto selectObject = text::strictObject(
+    anAnswer,
+    text::optionalMember("rows",
+                         [](text::JsonValue & value, Select & into, Table table, Join & join) {
+                             into.hasRows = true;
+                             readRows(value, table, join);
+                         }),
+    text::optionalMember("error",
+                         [](text::JsonValue & value, Select & into, Table, Join &) {
+                             auto const word = value.text(aText).text();
+                             into.hasFailed = true;
+                             // The first is what Open vSwitch sends, the second is from RFC 7047.
+                             into.schema = word == "syntax error" || word == "unknown column";
+                             into.problem = text::shownText(word);
+                         }),
+    text::optionalMember("details",
+                         [](text::JsonValue & value, Select & into, Table, Join &) {
+                             into.details = ": " + text::shownText(value.text(aText).text());
+                         }),
+    text::optionalMember("syntax", [](text::JsonValue & value, Select &, Table, Join &) {
+        value.text(aText).text();
+    }));
 
 } // namespace
 
 void readSelect(text::JsonValue & value, Table table, Join & join) {
-    enum Name : std::size_t { rows, error, details, syntax };
-
-    static constexpr std::array<text::MemberName, 4> names{"rows", "error", "details", "syntax"};
-    constexpr std::string_view expected = "an object with \"rows\"";
     auto const * const start = value.at();
-    text::Members members(names);
-    std::string problem;
-    std::string more;
-    bool schema = false;
-    value.members(expected, [&](text::JsonText const & name, text::JsonValue & member) {
-        switch (members.take(name)) {
-        case rows:
-            return readRows(member, table, join);
-        case error: {
-            auto const word = member.text(aText).text();
-            // The first is what Open vSwitch sends, the second is from RFC 7047.
-            schema = word == "syntax error" || word == "unknown column";
-            problem = text::shownText(word);
-            break;
-        }
-        case details:
-            more = ": " + text::shownText(member.text(aText).text());
-            break;
-        default:
-            member.text(aText).text();
-        }
-    });
-    if (members.has(error)) {
-        throw SelectRefused{problem + more, schema};
+    Select select;
+    selectObject.read(value, select, table, join);
+    if (select.hasFailed) {
+        throw SelectRefused{select.problem + select.details, select.schema};
     }
-    if (!members.has(rows)) {
-        throw text::Refusal{start, std::string(expected)};
+    if (!select.hasRows) {
+        throw text::Refusal{start, std::string(anAnswer)};
     }
 }
 
