@@ -15,8 +15,8 @@ Address required(std::optional<Address> const & address, JsonText const & text,
     return *address;
 }
 
-/// The value that `text` is. The empty text, which these types read as their value for
-/// "none", is nothing here.
+/// Parses a value; nullopt if it is invalid. So is the empty text, which these types read as
+/// their empty value.
 template <class Value>
 std::optional<Value> some(JsonText const & text) {
     auto value = Value::tryFromString(text.text());
@@ -29,22 +29,11 @@ std::optional<Value> some(JsonText const & text) {
 } // namespace
 
 Nolt::EthAddr readMac(JsonText const & text) {
-    constexpr auto usual = Nolt::EthAddr::maxTextLength;
-    if (text.mayHaveLength(usual)) [[likely]] {
-        if (auto const mac = Nolt::EthAddr::tryFromString({text.content(), usual})) [[likely]] {
-            return *mac;
-        }
-    }
-    return required(Nolt::EthAddr::tryFromString(text.text()), text, anEthernetAddress);
+    return required(tryReadMac(text), text, anEthernetAddress);
 }
 
 Nolt::IpAddr readIpv4(JsonText const & text) {
-    Nolt::IpAddr address;
-    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
-    if (end && *end == '"') [[likely]] {
-        return address;
-    }
-    return required(Nolt::IpAddr::tryFromString(text.text()), text, anIpv4Address);
+    return required(tryReadIpv4(text), text, anIpv4Address);
 }
 
 Nolt::IpGenAddr readIp(JsonText const & text) {

@@ -6,8 +6,10 @@
 #include "Vxlan/Vni.h"
 #include "vxshow/text/Json.h"
 
-/// The values that tables are made of. Each function throws `Refusal` when the text is not
-/// the whole of such a value.
+#include <optional>
+
+/// The values that tables consist of. Unless its name says that it tries, each function throws
+/// `Refusal` if the text is not the whole of such a value.
 namespace vxshow::text {
 
 inline constexpr std::string_view anEthernetAddress =
@@ -17,30 +19,53 @@ inline constexpr std::string_view anIpAddress =
     "an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1";
 inline constexpr std::string_view anObjectByMac = "an object whose members are Ethernet addresses";
 
-/// One value may be spelled in several ways, so keys that differ can be the same: only the
-/// table knows. Throws the `Refusal` of the second one unless `isNew`.
+/// Throws the `Refusal` of a repeated key unless `isNew`. One value can be spelled in several
+/// ways, so keys that differ as texts can be the same: only the table knows.
 inline void onlyNew(bool isNew, JsonText const & key) {
     if (!isNew) [[unlikely]] {
         key.refuseAgain();
     }
 }
 
-/// In any of the three forms of `Nolt::EthAddr`.
+/// Parses an Ethernet address in any of the three forms of `Nolt::EthAddr`; nullopt if it is
+/// invalid. This and the next are inline, and try the usual form first, since a state has
+/// millions of them.
+inline std::optional<Nolt::EthAddr> tryReadMac(JsonText const & text) {
+    constexpr auto usual = Nolt::EthAddr::maxTextLength;
+    if (text.mayHaveLength(usual)) [[likely]] {
+        if (auto const mac = Nolt::EthAddr::tryFromString({text.content(), usual})) [[likely]] {
+            return mac;
+        }
+    }
+    return Nolt::EthAddr::tryFromString(text.text());
+}
+
+/// Parses an IPv4 address; nullopt if it is invalid.
+inline std::optional<Nolt::IpAddr> tryReadIpv4(JsonText const & text) {
+    Nolt::IpAddr address;
+    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
+    if (end && *end == '"') [[likely]] {
+        return address;
+    }
+    return Nolt::IpAddr::tryFromString(text.text());
+}
+
+/// As `tryReadMac`.
 Nolt::EthAddr readMac(JsonText const & text);
 
 Nolt::IpAddr readIpv4(JsonText const & text);
 
-/// IPv4 or IPv6; the empty text is neither.
+/// IPv4 or IPv6. The empty text is invalid.
 Nolt::IpGenAddr readIp(JsonText const & text);
 
-/// ADDRESS/LENGTH, whatever its host bits; the empty text is none.
+/// ADDRESS/LENGTH, whatever its host bits. The empty text is invalid.
 Nolt::IpGenAddrWithMask readIpWithMask(JsonText const & text);
 
-/// ADDRESS/LENGTH without host bits; the refusal of one that has some tells which prefix was
-/// likely meant. The empty text is none.
+/// ADDRESS/LENGTH without host bits; the refusal of one that has some names the prefix that was
+/// likely meant. The empty text is invalid.
 Nolt::IpGenPrefix readPrefix(JsonText const & text);
 
-/// In decimal: it is a key, so it is not read in the dotted form that people may type.
+/// In decimal: keys are not read in the dotted form that people can type.
 Vxlan::Vni readVni(JsonText const & text);
 
 /// `[ IPv4, … ]`: calls `insert` with each, which returns whether it is new, as it must be.

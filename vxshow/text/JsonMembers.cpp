@@ -34,20 +34,4 @@ void refuseWithout(std::span<MemberName const> names, Vex::U32 missing, char con
     refuseWithout(names[static_cast<std::size_t>(std::countr_zero(missing))], object);
 }
 
-std::size_t Members::unescapedPlace(JsonText const & name) const {
-    auto const text = name.text();
-    for (std::size_t index = 0; index < names_.size(); ++index) {
-        if (text == names_[index].text()) {
-            return index;
-        }
-    }
-    name.refuse(oneOf(names_));
-}
-
-void Members::require(std::size_t index, char const * object) const {
-    if (!has(index)) {
-        throw Refusal{object, oneOf(names_.subspan(index, 1)) + " in it"};
-    }
-}
-
 } // namespace vxshow::text

@@ -73,42 +73,4 @@ std::size_t indexOfOther(JsonText const & name, std::span<MemberName const> name
 [[noreturn]] void refuseWithout(std::span<MemberName const> names, Vex::U32 missing,
                                 char const * object);
 
-/// The members of an object whose members are all known: each is there once or not at all.
-class Members {
-public:
-    /// `names` outlives this; at most 32 of them.
-    explicit Members(std::span<MemberName const> names) noexcept : names_(names) {}
-
-    /// Which of the names `name` is, by its place among them. Throws `Refusal` for another
-    /// name and for one that has been there.
-    std::size_t take(JsonText const & name) {
-        std::size_t index = 0;
-        while (index < names_.size() && !names_[index].standsAt(name.content())) {
-            ++index;
-        }
-        if (index == names_.size()) [[unlikely]] {
-            index = unescapedPlace(name);
-        }
-        if (has(index)) [[unlikely]] {
-            name.refuseAgain();
-        }
-        taken_ |= Vex::U32{1} << index;
-        return index;
-    }
-
-    /// Whether the name at that place has been there.
-    bool has(std::size_t index) const noexcept { return (taken_ >> index & 1) != 0; }
-
-    /// Throws `Refusal` when the name at that place was not in the object that starts at
-    /// `object`.
-    void require(std::size_t index, char const * object) const;
-
-private:
-    /// The place of a name that is written with escapes. Throws `Refusal` for one that is none.
-    std::size_t unescapedPlace(JsonText const & name) const;
-
-    std::span<MemberName const> names_;
-    Vex::U32 taken_ = 0;
-};
-
 } // namespace vxshow::text

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "vxshow/sources/frr/Collector.h"
-#include "vxshow/text/KnownMembers.h"
+#include "vxshow/text/JsonAddresses.h"
+#include "vxshow/text/JsonFields.h"
 
 #include <array>
 #include <optional>
@@ -19,31 +20,10 @@ inline bool isEntry(text::JsonValue & value) {
     return *value.at() == '{';
 }
 
-/// Parses an address; nullopt if it is invalid.
-inline std::optional<Nolt::EthAddr> anyMac(text::JsonText const & text) {
-    constexpr auto usual = Nolt::EthAddr::maxTextLength;
-    if (text.mayHaveLength(usual)) [[likely]] {
-        if (auto const mac = Nolt::EthAddr::tryFromString({text.content(), usual})) [[likely]] {
-            return mac;
-        }
-    }
-    return Nolt::EthAddr::tryFromString(text.text());
-}
-
-/// As `anyMac`, but nullopt for zero, which is not the address of a host.
+/// As `text::tryReadMac`, but nullopt for zero, which is not the address of a host.
 inline std::optional<Nolt::EthAddr> hostMac(text::JsonText const & text) {
-    auto const mac = anyMac(text);
+    auto const mac = text::tryReadMac(text);
     return mac && !mac->isZero() ? mac : std::nullopt;
-}
-
-/// Parses an address; nullopt if it is invalid.
-inline std::optional<Nolt::IpAddr> ipv4(text::JsonText const & text) {
-    Nolt::IpAddr address;
-    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
-    if (end && *end == '"') [[likely]] {
-        return address;
-    }
-    return Nolt::IpAddr::tryFromString(text.text());
 }
 
 /// Counts an invalid text in a VNI as left out.
@@ -70,22 +50,12 @@ void eachVni(text::JsonReader & json, Collector & join, Take && take) {
 /// The side of an entry, and its mobility sequence on that side.
 class EntrySide {
 public:
-    /// The members for it, by their places among `entryNames`.
-    enum Name : std::size_t { type, localSequence, remoteSequence, end };
+    /// Each reads the value of one member. Throws `Refusal`.
+    void takeType(text::JsonValue & value) { side_ = readSide(value); }
 
-    /// Reads the value of the member `name` if it is one of those. Throws `Refusal`.
-    void take(std::size_t name, text::JsonValue & value) {
-        switch (name) {
-        case type:
-            side_ = readSide(value);
-            break;
-        case localSequence:
-        case remoteSequence:
-            sequences_[name - localSequence] = value.number(0xFFFFFFFF);
-            break;
-        default:
-            break;
-        }
+    template <std::size_t side>
+    void takeSequence(text::JsonValue & value) {
+        sequences_[side] = {true, value.number(0xFFFFFFFF)};
     }
 
     /// False for an entry on neither side, which was neither learned nor announced.
@@ -96,28 +66,43 @@ public:
         return side_ == 0 ? Collector::Side::local : Collector::Side::remote;
     }
 
-    /// The sequence in effect: that of the side. Throws `Refusal` if it is not among the `members`
-    /// of the object that starts at `object`.
-    Vex::U32 sequence(text::KnownMembers const & members, char const * object) const {
-        members.require(localSequence + side_, object);
-        return sequences_[side_];
+    /// The sequence in effect: that of the side. Throws `Refusal` if the entry, which starts at
+    /// `object`, does not have it.
+    Vex::U32 sequence(char const * object) const {
+        if (!sequences_[side_].isThere) [[unlikely]] {
+            text::refuseWithout(side_ == 0 ? "localSequence" : "remoteSequence", object);
+        }
+        return sequences_[side_].number;
     }
 
 private:
+    struct Sequence {
+        bool isThere = false;
+        Vex::U32 number = 0;
+    };
+
     static constexpr std::array<text::MemberName, 3> sides{"local", "remote", "auto"};
 
     /// The index into `sides`. Throws `Refusal` for another text.
     static std::size_t readSide(text::JsonValue & value);
 
     std::size_t side_ = sides.size();
-    std::array<Vex::U32, 2> sequences_{};
+    std::array<Sequence, 2> sequences_{};
 };
 
-/// The names of the members of an entry: those of `EntrySide`, then its `own`.
-template <class... Own>
-constexpr std::array<text::MemberName, EntrySide::end + sizeof...(Own)>
-entryNames(Own const *... own) {
-    return {"type", "localSequence", "remoteSequence", own...};
-}
+/// The members for the side, of an entry that has it as `side`.
+inline constexpr auto takeType = [](text::JsonValue & value, auto & entry) {
+    entry.side.takeType(value);
+};
+inline constexpr auto requiredType = text::requiredMember("type", takeType);
+inline constexpr auto optionalType = text::optionalMember("type", takeType);
+inline constexpr auto localSequenceMember =
+    text::optionalMember("localSequence", [](text::JsonValue & value, auto & entry) {
+        entry.side.template takeSequence<0>(value);
+    });
+inline constexpr auto remoteSequenceMember =
+    text::optionalMember("remoteSequence", [](text::JsonValue & value, auto & entry) {
+        entry.side.template takeSequence<1>(value);
+    });
 
 } // namespace vxshow::sources::frr

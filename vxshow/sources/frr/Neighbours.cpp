@@ -12,70 +12,39 @@ std::optional<Nolt::IpGenAddr> someIp(text::JsonText const & text) {
     return ip && !ip->isNone() ? ip : std::nullopt;
 }
 
-/// The entry of an IP address, member by member.
-class NeighbourEntry {
-public:
-    NeighbourEntry(Vxlan::Vni vni, Nolt::IpGenAddr const & ip, Collector & join) noexcept
-        : vni_(vni), ip_(ip), join_(join) {}
-
-    void take(text::JsonText const & name, text::JsonValue & value) {
-        auto const known = members_.take(name);
-        switch (known) {
-        case state:
-            readState(value.text("\"active\" or \"inactive\""));
-            break;
-        case mac:
-            text::readMac(value.text(text::anEthernetAddress));
-            break;
-        default:
-            side_.take(known, value);
-        }
-    }
-
-    void finish(char const * start) const {
-        members_.require(EntrySide::type, start);
-        members_.require(state, start);
-        members_.require(mac, start);
-        if (!side_.isKnown() || !isActive_) {
-            return;
-        }
-        if (!mac_) {
-            return leaveOut(join_, vni_, ip_.stringValue() + " has MAC", macText_,
-                            text::anEthernetAddress);
-        }
-        auto const changes = side_.sequence(members_, start);
-        join_.neighbour({vni_, ip_, *mac_, 0, changes}, side_.side());
-    }
-
-private:
-    enum Name : std::size_t { state = EntrySide::end, mac };
-
-    static constexpr auto names = entryNames("state", "mac");
-    static constexpr std::array<text::MemberName, 2> states{"active", "inactive"};
-
-    void readState(text::JsonText const & text) {
-        isActive_ = states[0].standsAt(text.content());
-        if (!isActive_ && !states[1].standsAt(text.content())) {
-            text.refuse(text::oneOf(states));
-        }
-    }
-
-    void readMac(text::JsonText const & text) {
-        mac_ = hostMac(text);
-        if (!mac_) {
-            macText_ = text.text();
-        }
-    }
-
-    Vxlan::Vni vni_;
-    Nolt::IpGenAddr ip_;
-    Collector & join_;
-    text::KnownMembers members_{names};
-    EntrySide side_;
-    bool isActive_ = false;
-    std::optional<Nolt::EthAddr> mac_;
-    std::string macText_; ///< if it is invalid
+/// What is read of the entry of an IP address.
+struct NeighbourEntry {
+    EntrySide side = {};
+    bool isActive = false;
+    std::optional<Nolt::EthAddr> mac = {};
+    std::string macText = {}; ///< if it is invalid
 };
+
+constexpr std::array<text::MemberName, 2> states{"active", "inactive"};
+
+void takeState(text::JsonText const & text, NeighbourEntry & into) {
+    into.isActive = states[0].standsAt(text.content());
+    if (!into.isActive && !states[1].standsAt(text.content())) {
+        text.refuse(text::oneOf(states));
+    }
+}
+
+void takeMac(text::JsonText const & text, NeighbourEntry & into) {
+    into.mac = hostMac(text);
+    if (!into.mac) {
+        into.macText = text.text();
+    }
+}
+
+constexpr auto neighbourObject = text::lenientObject(
+    anEntry, requiredType, localSequenceMember, remoteSequenceMember,
+    text::requiredMember("state",
+                         [](text::JsonValue & value, NeighbourEntry & into) {
+                             takeState(value.text("\"active\" or \"inactive\""), into);
+                         }),
+    text::requiredMember("mac", [](text::JsonValue & value, NeighbourEntry & into) {
+        takeMac(value.text(text::anEthernetAddress), into);
+    }));
 
 void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni,
                Collector & join) {
@@ -88,11 +57,17 @@ void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni v
         return leaveOut(join, vni, "IP address", key.text(), text::anIpAddress);
     }
     auto const * const start = value.at();
-    NeighbourEntry entry(vni, *ip, join);
-    value.members(anEntry, [&](text::JsonText const & name, text::JsonValue & member) {
-        entry.take(name, member);
-    });
-    entry.finish(start);
+    NeighbourEntry entry;
+    neighbourObject.read(value, entry);
+    if (!entry.side.isKnown() || !entry.isActive) {
+        return;
+    }
+    if (!entry.mac) {
+        return leaveOut(join, vni, ip->stringValue() + " has MAC", entry.macText,
+                        text::anEthernetAddress);
+    }
+    auto const changes = entry.side.sequence(start);
+    join.neighbour({vni, *ip, *entry.mac, 0, changes}, entry.side.side());
 }
 
 } // namespace

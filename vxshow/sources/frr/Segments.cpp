@@ -9,7 +9,7 @@ namespace vxshow::sources::frr {
 namespace {
 
 void takeVtep(text::JsonText const & text, std::vector<Nolt::IpAddr> & vteps, Collector & join) {
-    auto const address = ipv4(text);
+    auto const address = text::tryReadIpv4(text);
     if (address && !address->isZero()) {
         return vteps.push_back(*address);
     }
@@ -17,44 +17,35 @@ void takeVtep(text::JsonText const & text, std::vector<Nolt::IpAddr> & vteps, Co
                   std::string(text::anIpv4Address));
 }
 
-void readVtep(text::JsonValue & value, std::vector<Nolt::IpAddr> & vteps, Collector & join) {
-    static constexpr std::array<text::MemberName, 1> names{"vtep"};
-    join.step();
-    auto const * const start = value.at();
-    text::KnownMembers members(names);
-    value.members("a VTEP", [&](text::JsonText const & name, text::JsonValue & member) {
-        if (members.take(name) == 0) {
-            takeVtep(member.text(text::anIpv4Address), vteps, join);
-        }
-    });
-    members.require(0, start);
-}
+struct Segment {
+    std::string esi = {};
+    std::vector<Nolt::IpAddr> vteps = {};
+};
+
+constexpr auto vtepObject = text::lenientObject(
+    "a VTEP",
+    text::requiredMember("vtep", [](text::JsonValue & value, Segment & into, Collector & join) {
+        takeVtep(value.text(text::anIpv4Address), into.vteps, join);
+    }));
+
+constexpr auto segmentObject = text::lenientObject(
+    "an Ethernet segment",
+    text::requiredMember("esi",
+                         [](text::JsonValue & value, Segment & into, Collector &) {
+                             into.esi = value.text("an Ethernet segment's identifier").text();
+                         }),
+    text::optionalMember("vteps", [](text::JsonValue & value, Segment & into, Collector & join) {
+        value.elements("a list of VTEPs", [&](text::JsonValue & one) {
+            join.step();
+            vtepObject.read(one, into, join);
+        });
+    }));
 
 void readSegment(text::JsonValue & value, Collector & join) {
-    enum Name : std::size_t { esi, vteps };
-
-    static constexpr std::array<text::MemberName, 2> names{"esi", "vteps"};
     join.step();
-    auto const * const start = value.at();
-    text::KnownMembers members(names);
-    std::string segment;
-    std::vector<Nolt::IpAddr> addresses;
-    value.members(
-        "an Ethernet segment", [&](text::JsonText const & name, text::JsonValue & member) {
-            switch (members.take(name)) {
-            case esi:
-                segment = member.text("an Ethernet segment's identifier").text();
-                break;
-            case vteps:
-                member.elements("a list of VTEPs",
-                                [&](text::JsonValue & one) { readVtep(one, addresses, join); });
-                break;
-            default:
-                break;
-            }
-        });
-    members.require(esi, start);
-    join.segment(std::move(segment), std::move(addresses));
+    Segment read;
+    segmentObject.read(value, read, join);
+    join.segment(std::move(read.esi), std::move(read.vteps));
 }
 
 } // namespace

@@ -1,10 +1,9 @@
 #include "vxshow/sources/frr/Vrfs.h"
 
 #include "vxshow/text/JsonAddresses.h"
-#include "vxshow/text/KnownMembers.h"
+#include "vxshow/text/JsonFields.h"
 #include "vxshow/text/Quoting.h"
 
-#include <array>
 #include <optional>
 
 namespace vxshow::sources::frr {
@@ -28,167 +27,148 @@ Nolt::IpGenAddr unmapped(Nolt::IpGenAddr const & address) {
     return isMapped ? Nolt::IpGenAddr(Nolt::IpAddr(static_cast<Vex::U32>(address.low()))) : address;
 }
 
-void readAddress(text::JsonValue & value, std::string const & vrf,
-                 std::vector<Nolt::IpGenAddrWithMask> & addresses, Collector & join) {
-    static constexpr std::array<text::MemberName, 1> names{"address"};
-    join.step();
-    auto const * const start = value.at();
-    text::KnownMembers members(names);
-    value.members("an address", [&](text::JsonText const & name, text::JsonValue & member) {
-        if (members.take(name) != 0) {
-            return;
-        }
-        auto const text = member.text(expectedText);
+/// Where a document about a VRF goes.
+struct VrfContext {
+    std::string const & vrf;
+    Collector & join;
+};
+
+using Addresses = std::vector<Nolt::IpGenAddrWithMask>;
+
+constexpr auto addressObject = text::lenientObject(
+    "an address",
+    text::requiredMember("address", [](text::JsonValue & value, Addresses & into, VrfContext to) {
+        auto const text = value.text(expectedText);
         auto const address = Nolt::IpGenAddrWithMask::tryFromString(text.text());
         if (address && !address->isNone()) {
-            addresses.push_back(*address);
+            into.push_back(*address);
         } else {
-            leaveOut(join, vrf, "address", text.text(),
+            leaveOut(to.join, to.vrf, "address", text.text(),
                      "an address with its prefix length such as 10.1.2.3/24");
         }
-    });
-    members.require(0, start);
-}
+    }));
+
+struct Interface {
+    std::string macText = {};
+    Addresses addresses = {};
+};
+
+constexpr auto interfaceObject = text::lenientObject(
+    "an interface",
+    text::optionalMember("hardwareAddress",
+                         [](text::JsonValue & value, Interface & into, VrfContext) {
+                             into.macText = value.text(text::anEthernetAddress).text();
+                         }),
+    text::optionalMember("ipAddresses",
+                         [](text::JsonValue & value, Interface & into, VrfContext to) {
+                             value.elements("a list of addresses", [&](text::JsonValue & one) {
+                                 to.join.step();
+                                 addressObject.read(one, into.addresses, to);
+                             });
+                         }));
 
 /// A tunnel, for example, has no MAC address, or a hardware address of another type.
-void readInterface(std::string const & name, text::JsonValue & value, std::string const & vrf,
-                   Collector & join) {
-    enum Name : std::size_t { hardwareAddress, ipAddresses };
-
-    static constexpr std::array<text::MemberName, 2> names{"hardwareAddress", "ipAddresses"};
-    join.step();
-    text::KnownMembers members(names);
-    std::optional<Nolt::EthAddr> mac;
-    std::string macText;
-    std::vector<Nolt::IpGenAddrWithMask> addresses;
-    value.members("an interface", [&](text::JsonText const & memberName, text::JsonValue & member) {
-        switch (members.take(memberName)) {
-        case hardwareAddress:
-            macText = member.text(text::anEthernetAddress).text();
-            mac = Nolt::EthAddr::tryFromString(macText);
-            break;
-        case ipAddresses:
-            member.elements("a list of addresses",
-                            [&](text::JsonValue & one) { readAddress(one, vrf, addresses, join); });
-            break;
-        default:
-            break;
-        }
-    });
-    if (!mac && !macText.empty() && !addresses.empty() && join.isOfVni(vrf, name)) {
-        leaveOut(join, vrf, "hardwareAddress", macText, text::anEthernetAddress);
+void readInterface(std::string const & name, text::JsonValue & value, VrfContext to) {
+    to.join.step();
+    Interface read;
+    interfaceObject.read(value, read, to);
+    auto const mac = Nolt::EthAddr::tryFromString(read.macText);
+    if (!mac && !read.macText.empty() && !read.addresses.empty() && to.join.isOfVni(to.vrf, name)) {
+        leaveOut(to.join, to.vrf, "hardwareAddress", read.macText, text::anEthernetAddress);
     }
-    join.interface(vrf, name, mac.value_or(Nolt::EthAddr()), addresses);
+    to.join.interface(to.vrf, name, mac.value_or(Nolt::EthAddr()), read.addresses);
 }
 
-/// Takes the nexthop itself, not the one it resolves to (`resolver`).
-void readNexthop(text::JsonValue & value, std::string const & vrf,
-                 std::vector<Nolt::IpGenAddr> & nexthops, Collector & join) {
-    enum Name : std::size_t { ip, active, resolver };
-
-    static constexpr std::array<text::MemberName, 3> names{"ip", "active", "resolver"};
-    join.step();
-    text::KnownMembers members(names);
+struct Nexthop {
+    Nolt::IpGenAddr address = {};
     bool isActive = false;
     bool isResolver = false;
-    Nolt::IpGenAddr address;
-    value.members("a nexthop", [&](text::JsonText const & name, text::JsonValue & member) {
-        switch (members.take(name)) {
-        case ip: {
-            auto const text = member.text(text::anIpAddress);
-            address = Nolt::IpGenAddr::tryFromString(text.text()).value_or(Nolt::IpGenAddr());
-            if (address.isNone()) {
-                leaveOut(join, vrf, "nexthop", text.text(), text::anIpAddress);
+};
+
+constexpr auto nexthopObject = text::lenientObject(
+    "a nexthop",
+    text::optionalMember(
+        "ip",
+        [](text::JsonValue & value, Nexthop & into, VrfContext to) {
+            auto const text = value.text(text::anIpAddress);
+            into.address = Nolt::IpGenAddr::tryFromString(text.text()).value_or(Nolt::IpGenAddr());
+            if (into.address.isNone()) {
+                leaveOut(to.join, to.vrf, "nexthop", text.text(), text::anIpAddress);
             }
-            break;
-        }
-        case active:
-            isActive = member.boolean();
-            break;
-        case resolver:
-            isResolver = member.boolean();
-            break;
-        default:
-            break;
-        }
-    });
-    if (!address.isNone() && isActive && !isResolver) {
-        nexthops.push_back(unmapped(address));
+        }),
+    text::optionalMember("active", [](text::JsonValue & value, Nexthop & into,
+                                      VrfContext) { into.isActive = value.boolean(); }),
+    text::optionalMember("resolver", [](text::JsonValue & value, Nexthop & into, VrfContext) {
+        into.isResolver = value.boolean();
+    }));
+
+/// Takes the nexthop itself, not the one it resolves to (`resolver`).
+void readNexthop(text::JsonValue & value, std::vector<Nolt::IpGenAddr> & nexthops, VrfContext to) {
+    to.join.step();
+    Nexthop read;
+    nexthopObject.read(value, read, to);
+    if (!read.address.isNone() && read.isActive && !read.isResolver) {
+        nexthops.push_back(unmapped(read.address));
     }
 }
 
-void readRoute(text::JsonValue & value, std::string const & vrf, Nolt::IpGenPrefix const & prefix,
-               Collector & join) {
-    enum Name : std::size_t { selected, nexthops };
-
-    static constexpr std::array<text::MemberName, 2> names{"selected", "nexthops"};
-    join.step();
-    auto const * const start = value.at();
-    text::KnownMembers members(names);
+struct Route {
     bool isSelected = false;
-    std::vector<Nolt::IpGenAddr> addresses;
-    value.members("a route", [&](text::JsonText const & name, text::JsonValue & member) {
-        switch (members.take(name)) {
-        case selected:
-            isSelected = member.boolean();
-            break;
-        case nexthops:
-            member.elements("a list of nexthops",
-                            [&](text::JsonValue & one) { readNexthop(one, vrf, addresses, join); });
-            break;
-        default:
-            break;
-        }
-    });
-    members.require(nexthops, start);
-    if (isSelected) {
-        join.route(vrf, prefix, addresses);
+    std::vector<Nolt::IpGenAddr> nexthops = {};
+};
+
+constexpr auto routeObject = text::lenientObject(
+    "a route",
+    text::optionalMember("selected", [](text::JsonValue & value, Route & into,
+                                        VrfContext) { into.isSelected = value.boolean(); }),
+    text::requiredMember("nexthops", [](text::JsonValue & value, Route & into, VrfContext to) {
+        value.elements("a list of nexthops",
+                       [&](text::JsonValue & one) { readNexthop(one, into.nexthops, to); });
+    }));
+
+void readRoute(text::JsonValue & value, Nolt::IpGenPrefix const & prefix, VrfContext to) {
+    to.join.step();
+    Route read;
+    routeObject.read(value, read, to);
+    if (read.isSelected) {
+        to.join.route(to.vrf, prefix, read.nexthops);
     }
 }
 
-void readVrf(text::JsonValue & value, Collector & join) {
-    enum Name : std::size_t { vrf, state };
-
-    static constexpr std::array<text::MemberName, 2> names{"vrf", "state"};
-    join.step();
-    auto const * const start = value.at();
-    text::KnownMembers members(names);
-    std::string vrfName;
+struct Vrf {
+    std::string name = {};
     bool isDown = false;
-    value.members("a VRF", [&](text::JsonText const & name, text::JsonValue & member) {
-        switch (members.take(name)) {
-        case vrf:
-            vrfName = member.text("the name of a VRF").text();
-            break;
-        case state:
-            isDown = member.text(expectedText).text() == "Down";
-            break;
-        default:
-            break;
-        }
-    });
-    members.require(vrf, start);
-    join.vrf(vrfName, isDown);
-}
+};
+
+constexpr auto vrfObject =
+    text::lenientObject("a VRF",
+                        text::requiredMember("vrf",
+                                             [](text::JsonValue & value, Vrf & into) {
+                                                 into.name = value.text("the name of a VRF").text();
+                                             }),
+                        text::optionalMember("state", [](text::JsonValue & value, Vrf & into) {
+                            into.isDown = value.text(expectedText).text() == "Down";
+                        }));
+
+constexpr auto vrfsObject = text::lenientObject(
+    "an object", text::requiredMember("vrfs", [](text::JsonValue & value, Collector & join) {
+        value.elements("a list of VRFs", [&](text::JsonValue & element) {
+            join.step();
+            Vrf read;
+            vrfObject.read(element, read);
+            join.vrf(read.name, read.isDown);
+        });
+    }));
 
 } // namespace
 
 void readVrfs(text::JsonReader & json, Collector & join) {
-    static constexpr std::array<text::MemberName, 1> names{"vrfs"};
-    auto const * const start = json.at();
-    text::KnownMembers members(names);
-    json.document([&](text::JsonText const & name, text::JsonValue & value) {
-        if (members.take(name) == 0) {
-            value.elements("a list of VRFs",
-                           [&](text::JsonValue & element) { readVrf(element, join); });
-        }
-    });
-    members.require(0, start);
+    vrfsObject.read(json, join);
 }
 
 void readInterfaces(text::JsonReader & json, std::string const & vrf, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
-        readInterface(std::string(key.text()), value, vrf, join);
+        readInterface(std::string(key.text()), value, {vrf, join});
     });
 }
 
@@ -199,8 +179,9 @@ void readRoutes(text::JsonReader & json, std::string const & vrf, Collector & jo
         if (!prefix || prefix->isNone()) {
             return leaveOut(join, vrf, "route", key.text(), "a prefix such as 10.1.0.0/16");
         }
-        value.elements("a list of routes",
-                       [&](text::JsonValue & element) { readRoute(element, vrf, *prefix, join); });
+        value.elements("a list of routes", [&](text::JsonValue & element) {
+            readRoute(element, *prefix, {vrf, join});
+        });
     });
 }
 
