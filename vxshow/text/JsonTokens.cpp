@@ -1,10 +1,10 @@
 #include "vxshow/text/JsonTokens.h"
 
 #include "Vex/Digits.h"
+#include "outfmt/Utf8.h"
 #include "vxshow/text/Quoting.h"
 
 #include <algorithm>
-#include <array>
 
 namespace vxshow::text {
 
@@ -38,41 +38,10 @@ std::string shownByte(unsigned char byte) {
     return std::string("the byte 0x") + Vex::hexDigits[byte >> 4] + Vex::hexDigits[byte & 0xF];
 }
 
-/// The length of the UTF-8 sequence at `position`, or 0 when there is none.
+/// The length of the UTF-8 sequence at `position`, or 0 if it is invalid.
 std::size_t utf8Length(std::string_view text, std::size_t position) {
-    // Which first bytes lead how many more, and from where to where the second one may be:
-    // the table of RFC 3629 section 4. The others are from 80 to BF.
-    struct Lead {
-        unsigned char first, last;
-        unsigned char secondFirst, secondLast;
-        std::size_t length;
-    };
-
-    static constexpr std::array<Lead, 8> leads{{{0x00, 0x7F, 0, 0, 1},
-                                                {0xC2, 0xDF, 0x80, 0xBF, 2},
-                                                {0xE0, 0xE0, 0xA0, 0xBF, 3},
-                                                {0xE1, 0xEC, 0x80, 0xBF, 3},
-                                                {0xED, 0xED, 0x80, 0x9F, 3},
-                                                {0xEE, 0xEF, 0x80, 0xBF, 3},
-                                                {0xF0, 0xF0, 0x90, 0xBF, 4},
-                                                {0xF1, 0xF4, 0x80, 0xBF, 4}}};
-    auto const byte = byteAt(text, position);
-    auto const * const lead = std::find_if(leads.begin(), leads.end(), [&](Lead const & l) {
-        return byte >= l.first && byte <= l.last;
-    });
-    if (lead == leads.end()) {
-        return 0;
-    }
-    for (std::size_t index = 1; index < lead->length; ++index) {
-        auto const next = byteAt(text, position + index);
-        bool const beyondUnicode = byte == 0xF4 && index == 1 && next > 0x8F;
-        auto const first = index == 1 ? lead->secondFirst : 0x80;
-        auto const last = index == 1 ? lead->secondLast : 0xBF;
-        if (next < first || next > last || beyondUnicode) {
-            return 0;
-        }
-    }
-    return lead->length;
+    auto const sequence = outfmt::firstUtf8Sequence(text.substr(position));
+    return sequence.valid ? sequence.length : 0;
 }
 
 /// The code unit that an escape \uXXXX at `position` stands for.

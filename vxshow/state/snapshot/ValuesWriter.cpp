@@ -1,11 +1,11 @@
 #include "vxshow/state/snapshot/ValuesWriter.h"
 
-#include <simdjson.h>
+#include "outfmt/Utf8.h"
 
 namespace vxshow::state::snapshot {
 
 std::string_view writable(std::string_view text) {
-    if (!simdjson::validate_utf8(text)) [[unlikely]] {
+    if (!outfmt::isUtf8(text)) [[unlikely]] {
         throw Unwritable("the name " + Vex::quoted(text) +
                          " is not UTF-8, and a snapshot is nothing else");
     }

@@ -98,7 +98,9 @@ public:
         std::sort(sorted.begin(), sorted.end());
         list(key, [&] {
             for (Address const & address : sorted) {
-                element(Spelled(address));
+                requireAddress(address);
+                element_.setValue(address);
+                printer_.addAttributesJson(1, element_.getArg());
             }
         });
     }
