@@ -2,6 +2,7 @@
 
 #include "vxshow/sources/SystemId.h"
 #include "vxshow/sources/fabric/Kinds.h"
+#include "vxshow/text/ControlCharacters.h"
 #include "vxshow/text/JsonMembers.h"
 
 #include <algorithm>
@@ -51,24 +52,11 @@ void checkKeys(text::TomlField const & source, Kind const & kind) {
     }
 }
 
-/// Whether `text`, which is UTF-8, contains a control character: U+0000 to U+001F, or U+007F to
-/// U+009F, which take two bytes from U+0080 on.
-bool hasControls(std::string_view text) {
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        auto const byte = static_cast<unsigned char>(text[at]);
-        auto const next = static_cast<unsigned char>(at + 1 < text.size() ? text[at + 1] : '\0');
-        if (byte < 0x20 || byte == 0x7F || (byte == 0xC2 && next < 0xA0)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 std::string readName(text::TomlField const & field) {
     constexpr std::size_t longest = 256;
     constexpr auto expected = "a name of 1 to 256 bytes without control characters";
     auto const & name = field.text(expected);
-    if (name.empty() || name.size() > longest || hasControls(name)) {
+    if (name.empty() || name.size() > longest || text::hasControls(name)) {
         field.refuse(expected);
     }
     return name;
