@@ -1,6 +1,7 @@
 #include "vxshow/cli/command/ModelListing.h"
 
-#include "outfmt/AttrInfo.h"
+#include "vxshow/cli/command/MemberPrinter.h"
+#include "vxshow/cli/command/ModelAttributes.h"
 
 #include <algorithm>
 #include <string>
@@ -9,32 +10,8 @@ namespace vxshow::cli::command {
 
 namespace {
 
-using Attributes = std::vector<Vex::Attribute const *>;
-
-/// The type's own and inherited attributes, ordered by their numbers.
-Attributes allAttributes(Vex::Type const & type) {
-    Attributes all;
-    for (auto const * at = &type; at; at = at->base) {
-        for (auto const & attribute : at->attributes) {
-            all.push_back(&attribute);
-        }
-    }
-    std::sort(all.begin(), all.end(),
-              [](auto const * a, auto const * b) { return a->number < b->number; });
-    return all;
-}
-
 std::string_view kindOf(Vex::Type const & type) {
     return type.kind == Vex::Type::Kind::entity ? "entity" : "value";
-}
-
-/// The type, with the key of a collection in brackets. A set is a collection of bool.
-std::string typeOf(Vex::Attribute const & attribute) {
-    std::string text(attribute.type);
-    if (!attribute.key.empty()) {
-        text.append("[").append(attribute.key).append("]");
-    }
-    return text;
 }
 
 void printDoc(outfmt::Printer & printer, std::string_view margin, std::string_view doc) {
@@ -45,35 +22,8 @@ void printDoc(outfmt::Printer & printer, std::string_view margin, std::string_vi
     }
 }
 
-/// Prints the members of one JSON object, one call for each.
-class Members {
-public:
-    explicit Members(outfmt::Printer & printer) : printer_(printer) {}
-
-    void text(std::string_view key, std::string_view value) {
-        outfmt::StringAttrInfo info(printer_, key);
-        info.setValue(value);
-        printer_.addAttributesJson(1, info.getArg());
-    }
-
-    void number(std::string_view key, Vex::U32 value) {
-        outfmt::Attr64Info info(printer_, key);
-        info.setValue(value);
-        printer_.addAttributesJson(1, info.getArg());
-    }
-
-    void boolean(std::string_view key, bool value) {
-        outfmt::BoolAttrInfo info(printer_, key);
-        info.setValue(value);
-        printer_.addAttributesJson(1, info.getArg());
-    }
-
-private:
-    outfmt::Printer & printer_;
-};
-
 void renderAttributesJson(outfmt::Printer & printer, Vex::Type const & type) {
-    Members members(printer);
+    MemberPrinter members(printer);
     printer.startList("attributes");
     for (auto const * attribute : allAttributes(type)) {
         bool const own =
@@ -129,7 +79,7 @@ void printType(outfmt::Printer & printer, Vex::Type const & type) {
 }
 
 void renderTypesJson(outfmt::Printer & printer, ModelTypes const & types) {
-    Members members(printer);
+    MemberPrinter members(printer);
     printer.start();
     printer.startList("types");
     for (auto const * type : types) {

@@ -1,5 +1,7 @@
 #include "state/LRStatusV2.h"
 
+#include "Vex/AnyValue.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -72,6 +74,15 @@ TEST(LRStatusV2, PortsDifferInEveryField) {
     EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(2), mac, vtep));
     EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(1), EthAddr(), vtep));
     EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(1), mac, IpGenAddr()));
+}
+
+TEST(LRStatusV2, APortHasAStringFormForGenericTools) {
+    EXPECT_EQ(Vex::AnyValue(LRIpPortV2(IpGenAddrWithMask::fromString("10.1.0.1/24"), Vxlan::Vni(10),
+                                       EthAddr::fromString("02:00:00:00:00:0a"),
+                                       IpGenAddr::fromString("2001:db8::1")))
+                  .text(),
+              "Value('VxlanController::LRIpPortV2', ** {'ip': 10.1.0.1/24, 'vni': 10, "
+              "'mac': 02:00:00:00:00:0a, 'vtep': 2001:db8::1})");
 }
 
 TEST(LRStatusV2, ANexthopIsStoredOnce) {
