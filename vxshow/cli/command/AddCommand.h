@@ -2,8 +2,11 @@
 
 #include "vxshow/cli/CommandLine.h"
 
+#include "Vex/TypeOperations.h"
+
 #include <CLI/App.hpp>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -16,6 +19,7 @@ namespace vxshow::cli::command {
 ///     void addFilters(CLI::App & command);   // its options, which fill the filters
 ///     Selection selection() const;           // the part of the state that it uses
 ///     void render(Mount const & mount, int fd, Output const & output);
+///     Vex::AnyValues collect(Mount const & mount, Output const & output);
 ///
 /// It lives as long as the command line, so until the process ends, and so does what it holds:
 /// destroying millions of entries first would only keep the user waiting.
@@ -34,6 +38,24 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
             typed->render(mount, fd, output);
         };
     });
+}
+
+/// What `model --of` needs of a command whose filters were typed.
+struct Collection {
+    std::function<state::Selection()> selection;
+    /// The library's command after it has collected, and tables that it does not hold itself.
+    std::function<Vex::AnyValues(state::Mount const &, Output const &)> collect;
+};
+
+/// Adds the filters of a command to `options`, of another one.
+template <class Typed>
+Collection addCollection(CLI::App & options) {
+    auto const typed = std::make_shared<Typed>();
+    typed->addFilters(options);
+    return {[typed] { return typed->selection(); },
+            [typed](state::Mount const & mount, Output const & output) {
+                return typed->collect(mount, output);
+            }};
 }
 
 /// Renders the library's `command` in the format that the user asked for.

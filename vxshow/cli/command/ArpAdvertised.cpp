@@ -1,4 +1,5 @@
-#include "vxshow/cli/command/AddCommand.h"
+#include "VxlanController/arp/Collect.h"
+#include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/Filters.h"
@@ -19,12 +20,24 @@ struct ArpAdvertised {
         return {.received = false, .routers = false, .macTables = false, .vni = typed.vni};
     }
 
-    void render(state::Mount const & mount, int fd, Output const & output) {
+    void build(state::Mount const & mount, Output const & output) {
         auto const & entries = mount.advertised.vnis;
         command =
             Cli::arpAdvertisedFactory(entries, output.vniDotted, typed.vni, typed.mac, typed.ip);
-        renderNamingInvalidEntry(entries, NoNumber::isAnError,
+    }
+
+    void render(state::Mount const & mount, int fd, Output const & output) {
+        build(mount, output);
+        renderNamingInvalidEntry(mount.advertised.vnis, NoNumber::isAnError,
                                  [&] { renderOn(fd, output, *command); });
+    }
+
+    Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
+        build(mount, output);
+        auto const tables = Cli::vxlanFdbSetFactory();
+        renderNamingInvalidEntry(mount.advertised.vnis, NoNumber::isAnError,
+                                 [&] { Cli::collectArp(*command, *tables); });
+        return {command, tables};
     }
 };
 
@@ -32,6 +45,10 @@ struct ArpAdvertised {
 
 void addArpAdvertised(CLI::App & arp, CommandLine & chosen) {
     addCommand<ArpAdvertised>(arp, "advertised", "The ARP tables advertised to switches", chosen);
+}
+
+Collection collectArpAdvertised(CLI::App & options) {
+    return addCollection<ArpAdvertised>(options);
 }
 
 } // namespace vxshow::cli::command

@@ -1,4 +1,5 @@
-#include "vxshow/cli/command/AddCommand.h"
+#include "VxlanController/arp/Collect.h"
+#include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 
@@ -26,10 +27,21 @@ struct ArpReceived {
                 .source = switchName};
     }
 
-    void render(state::Mount const & mount, int fd, Output const & output) {
+    void build(state::Mount const & mount, Output const & output) {
         command = Cli::arpReceivedFactory(mount.received.switches, output.vniDotted, typed.vni,
                                           typed.mac, typed.ip, switchName);
+    }
+
+    void render(state::Mount const & mount, int fd, Output const & output) {
+        build(mount, output);
         renderOn(fd, output, *command);
+    }
+
+    Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
+        build(mount, output);
+        auto const tables = Cli::vxlanVtepSetFactory();
+        Cli::collectArp(*command, *tables);
+        return {command, tables};
     }
 };
 
@@ -37,6 +49,10 @@ struct ArpReceived {
 
 void addArpReceived(CLI::App & arp, CommandLine & chosen) {
     addCommand<ArpReceived>(arp, "received", "The ARP tables received from switches", chosen);
+}
+
+Collection collectArpReceived(CLI::App & options) {
+    return addCollection<ArpReceived>(options);
 }
 
 } // namespace vxshow::cli::command

@@ -1,6 +1,7 @@
 #include "vxshow/cli/command/Commands.h"
 
 #include <string>
+#include <string_view>
 
 namespace vxshow::cli::command {
 
@@ -11,9 +12,25 @@ CLI::App * addGroup(CLI::App & app, std::string const & name, std::string const 
     return app.add_subcommand(name, help)->require_subcommand(1)->fallthrough();
 }
 
+/// The value of --of, which must be known before `model` gets its filters.
+std::optional<std::string> modelOfCommand(std::span<char const * const> arguments) {
+    constexpr std::string_view option = "--of";
+    constexpr std::string_view optionWithValue = "--of=";
+    for (std::size_t index = 1; index < arguments.size(); ++index) {
+        std::string_view const argument = arguments[index];
+        if (argument == option) {
+            return index + 1 < arguments.size() ? arguments[index + 1] : "";
+        }
+        if (argument.starts_with(optionWithValue)) {
+            return std::string(argument.substr(optionWithValue.size()));
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
-void addCommands(CLI::App & app, CommandLine & chosen) {
+void addCommands(CLI::App & app, CommandLine & chosen, std::span<char const * const> arguments) {
     auto * mac = addGroup(app, "mac", "MAC address tables");
     addMacReceived(*mac, chosen);
     addMacAdvertised(*mac, chosen);
@@ -25,7 +42,7 @@ void addCommands(CLI::App & app, CommandLine & chosen) {
     addRouterDetail(*router, chosen);
     addRouterRoutes(*router, chosen);
     addCapture(app, chosen);
-    addModel(app, chosen);
+    addModel(app, chosen, modelOfCommand(arguments));
 }
 
 } // namespace vxshow::cli::command

@@ -4,13 +4,18 @@
 
 #include <CLI/App.hpp>
 
+#include <optional>
+#include <span>
+#include <string>
+
 /// The commands, one file each. Each function adds a command below the one that holds its first
 /// word. When that command is typed, it fills in the command and the render step of `chosen`,
 /// which must outlive the parsing.
 namespace vxshow::cli::command {
 
-/// Adds all commands to `app`.
-void addCommands(CLI::App & app, CommandLine & chosen);
+/// Adds all commands to `app`. `arguments` are those of `main`: the options of `model` depend on
+/// the command that its --of names.
+void addCommands(CLI::App & app, CommandLine & chosen, std::span<char const * const> arguments);
 
 void addMacReceived(CLI::App & mac, CommandLine & chosen);
 void addMacAdvertised(CLI::App & mac, CommandLine & chosen);
@@ -20,6 +25,8 @@ void addRouterMap(CLI::App & router, CommandLine & chosen);
 void addRouterDetail(CLI::App & router, CommandLine & chosen);
 void addRouterRoutes(CLI::App & router, CommandLine & chosen);
 void addCapture(CLI::App & app, CommandLine & chosen);
-void addModel(CLI::App & app, CommandLine & chosen);
+/// `of` is the value of the option --of among the arguments, if it is there: that command's
+/// filters become options of `model`.
+void addModel(CLI::App & app, CommandLine & chosen, std::optional<std::string> const & of);
 
 } // namespace vxshow::cli::command

@@ -1,4 +1,4 @@
-#include "vxshow/cli/command/AddCommand.h"
+#include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/Filters.h"
@@ -27,13 +27,24 @@ struct MacAdvertised {
                 .mac = typed.mac};
     }
 
-    void render(state::Mount const & mount, int fd, Output const & output) {
+    void build(state::Mount const & mount, Output const & output) {
         auto const & state = mount.advertised;
         command =
             Cli::vcsVniAdvertisedFactory(state.vnis, state.sources, state.evpn, output.vniDotted,
                                          typed.vni, typed.mac, typed.name, typed.vteps);
-        renderNamingInvalidEntry(state.vnis, NoNumber::isZero,
+    }
+
+    void render(state::Mount const & mount, int fd, Output const & output) {
+        build(mount, output);
+        renderNamingInvalidEntry(mount.advertised.vnis, NoNumber::isZero,
                                  [&] { renderOn(fd, output, *command); });
+    }
+
+    Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
+        build(mount, output);
+        renderNamingInvalidEntry(mount.advertised.vnis, NoNumber::isZero,
+                                 [&] { command->initialize(); });
+        return {command};
     }
 };
 
@@ -42,6 +53,10 @@ struct MacAdvertised {
 void addMacAdvertised(CLI::App & mac, CommandLine & chosen) {
     addCommand<MacAdvertised>(
         mac, "advertised", "The MAC tables advertised to switches or another destination", chosen);
+}
+
+Collection collectMacAdvertised(CLI::App & options) {
+    return addCollection<MacAdvertised>(options);
 }
 
 } // namespace vxshow::cli::command

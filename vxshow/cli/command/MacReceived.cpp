@@ -1,4 +1,4 @@
-#include "vxshow/cli/command/AddCommand.h"
+#include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 
@@ -26,12 +26,22 @@ struct MacReceived {
                 .source = typed.name};
     }
 
-    void render(state::Mount const & mount, int fd, Output const & output) {
+    void build(state::Mount const & mount, Output const & output) {
         auto const & state = mount.received;
         command =
             Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, output.vniDotted,
                                        typed.vni, typed.mac, typed.name, typed.vteps);
+    }
+
+    void render(state::Mount const & mount, int fd, Output const & output) {
+        build(mount, output);
         renderOn(fd, output, *command);
+    }
+
+    Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
+        build(mount, output);
+        command->initialize();
+        return {command};
     }
 };
 
@@ -40,6 +50,10 @@ struct MacReceived {
 void addMacReceived(CLI::App & mac, CommandLine & chosen) {
     addCommand<MacReceived>(mac, "received",
                             "The MAC tables received from switches and other sources", chosen);
+}
+
+Collection collectMacReceived(CLI::App & options) {
+    return addCollection<MacReceived>(options);
 }
 
 } // namespace vxshow::cli::command

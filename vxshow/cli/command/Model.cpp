@@ -2,9 +2,12 @@
 
 #include "Vex/Errors.h"
 #include "outfmt/Interrupt.h"
+#include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
+#include "vxshow/cli/command/ObjectListing.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <numeric>
 #include <string>
@@ -76,15 +79,15 @@ Vex::Type const & typeCalled(std::string const & typed) {
                                Vex::quoted(typed) + ": not a type of the model; " + hint(typed));
 }
 
-void list(Vex::Type const * only, int fd, Output const & output) {
+/// Has `text` or `json` print on `fd`, in the format that the user asked for.
+template <class Text, class Json>
+void print(int fd, Output const & output, Text && text, Json && json) {
     outfmt::Printer printer(fd, static_cast<unsigned>(output.format), true, false, true, 0);
     try {
-        if (output.format != Format::text) {
-            renderTypesJson(printer, only ? ModelTypes{only} : Vex::typeTable());
-        } else if (only) {
-            printType(printer, *only);
+        if (output.format == Format::text) {
+            text(printer);
         } else {
-            printTypes(printer, Vex::typeTable());
+            json(printer);
         }
         printer.flush();
     } catch (outfmt::SigIntException const &) {
@@ -92,21 +95,92 @@ void list(Vex::Type const * only, int fd, Output const & output) {
     }
 }
 
-} // namespace
+void list(Vex::Type const * only, int fd, Output const & output) {
+    print(
+        fd, output,
+        [&](outfmt::Printer & printer) {
+            if (only) {
+                printType(printer, *only);
+            } else {
+                printTypes(printer, Vex::typeTable());
+            }
+        },
+        [&](outfmt::Printer & printer) {
+            renderTypesJson(printer, only ? ModelTypes{only} : Vex::typeTable());
+        });
+}
 
-void addModel(CLI::App & app, CommandLine & chosen) {
-    auto * command =
-        app.add_subcommand("model", "The types of the model that commands collect the state into");
-    command->fallthrough();
+/// Collecting is part of the listing: an interrupt ends it in the same way.
+void listCollected(Collection const & collection, state::Mount const & mount, int fd,
+                   Output const & output) {
+    print(
+        fd, output,
+        [&](outfmt::Printer & printer) {
+            printObjects(printer, collection.collect(mount, output));
+        },
+        [&](outfmt::Printer & printer) {
+            renderObjectsJson(printer, collection.collect(mount, output));
+        });
+}
+
+struct Collecting {
+    std::string_view words;
+    Collection (*collect)(CLI::App & options);
+};
+
+constexpr std::array<Collecting, 7> collectingCommands{{{"mac received", collectMacReceived},
+                                                        {"mac advertised", collectMacAdvertised},
+                                                        {"arp received", collectArpReceived},
+                                                        {"arp advertised", collectArpAdvertised},
+                                                        {"router map", collectRouterMap},
+                                                        {"router detail", collectRouterDetail},
+                                                        {"router routes", collectRouterRoutes}}};
+
+/// The command of those words, or null.
+Collecting const * collectingCommand(std::string_view words) {
+    auto const * const found =
+        std::find_if(collectingCommands.begin(), collectingCommands.end(),
+                     [&](Collecting const & candidate) { return candidate.words == words; });
+    return found == collectingCommands.end() ? nullptr : found;
+}
+
+std::string refuseOtherCommands(std::string const & words) {
+    if (collectingCommand(words)) {
+        return "";
+    }
+    std::string expected;
+    for (auto const & command : collectingCommands) {
+        expected.append(expected.empty() ? "" : ", ").append(command.words);
+    }
+    return Vex::quoted(words) + ": expected one of " + expected;
+}
+
+/// Adds the option, and with `of` the filters of that command in place of TYPE.
+void addObjects(CLI::App & model, CommandLine & chosen, std::string const & of) {
+    auto const * const command = collectingCommand(of);
+    if (!command) {
+        return; // the option refuses it
+    }
+    auto const collection = std::make_shared<Collection>(command->collect(model));
+    model.callback([&chosen, collection, of] {
+        chosen.command = "model --of '" + of + "'";
+        chosen.selection = collection->selection();
+        chosen.render = [collection](state::Mount const & mount, int fd, Output const & output) {
+            listCollected(*collection, mount, fd, output);
+        };
+    });
+}
+
+void addTypes(CLI::App & model, CommandLine & chosen) {
     auto const typed = std::make_shared<std::string>();
     auto const * option =
-        command
-            ->add_option(
+        model
+            .add_option(
                 "TYPE", *typed,
                 "Only this type, with its attributes: MacVtep, or VxlanController::Cli::MacVtep")
             ->type_name("");
     // The name is looked up after the parsing, so that an unknown option is reported first.
-    command->callback([&chosen, typed, option] {
+    model.callback([&chosen, typed, option] {
         Vex::Type const * const only = option->count() > 0 ? &typeCalled(*typed) : nullptr;
         chosen.command = "model";
         chosen.readsState = false;
@@ -115,6 +189,25 @@ void addModel(CLI::App & app, CommandLine & chosen) {
             list(only, fd, output);
         };
     });
+}
+
+} // namespace
+
+void addModel(CLI::App & app, CommandLine & chosen, std::optional<std::string> const & of) {
+    auto * command = app.add_subcommand("model", "The types into which state is collected, or "
+                                                 "what a command has collected");
+    command->fallthrough();
+    command
+        ->add_option("--of", "The objects that this command collects, with all attributes: 'mac "
+                             "received'. Its filters follow; --of COMMAND --help lists them")
+        ->type_name("COMMAND")
+        ->expected(1)
+        ->check(refuseOtherCommands, "");
+    if (of) {
+        addObjects(*command, chosen, *of);
+    } else {
+        addTypes(*command, chosen);
+    }
 }
 
 } // namespace vxshow::cli::command

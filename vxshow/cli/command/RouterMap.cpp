@@ -1,4 +1,4 @@
-#include "vxshow/cli/command/AddCommand.h"
+#include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 
@@ -27,11 +27,21 @@ struct RouterMap {
 
     state::Selection selection() const { return selectsRouters(); }
 
-    void render(state::Mount const & mount, int fd, Output const & output) {
+    void build(state::Mount const & mount) {
         auto const & state = mount.routers;
         command = Cli::vcsLRMapFactory(state.publishStatus, state.switchInfoDir, router.name,
                                        switchId, vteps);
+    }
+
+    void render(state::Mount const & mount, int fd, Output const & output) {
+        build(mount);
         renderOn(fd, output, *command);
+    }
+
+    Vex::AnyValues collect(state::Mount const & mount, Output const & /* output */) {
+        build(mount);
+        command->buildLRMap(router.name, switchId, vteps);
+        return {command};
     }
 };
 
@@ -40,6 +50,10 @@ struct RouterMap {
 void addRouterMap(CLI::App & router, CommandLine & chosen) {
     addCommand<RouterMap>(router, "map",
                           "Which switches carry which logical router, and by which VTEP", chosen);
+}
+
+Collection collectRouterMap(CLI::App & options) {
+    return addCollection<RouterMap>(options);
 }
 
 } // namespace vxshow::cli::command

@@ -1,4 +1,4 @@
-#include "vxshow/cli/command/AddCommand.h"
+#include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 
@@ -20,9 +20,19 @@ struct RouterRoutes {
 
     state::Selection selection() const { return selectsRouters(); }
 
-    void render(state::Mount const & mount, int fd, Output const & output) {
+    void build(state::Mount const & mount) {
         command = Cli::vcsLRRouteFactory(mount.routers.lRStatusDir, router.name, prefix);
+    }
+
+    void render(state::Mount const & mount, int fd, Output const & output) {
+        build(mount);
         renderOn(fd, output, *command);
+    }
+
+    Vex::AnyValues collect(state::Mount const & mount, Output const & /* output */) {
+        build(mount);
+        command->initialize();
+        return {command};
     }
 };
 
@@ -31,6 +41,10 @@ struct RouterRoutes {
 void addRouterRoutes(CLI::App & router, CommandLine & chosen) {
     addCommand<RouterRoutes>(router, "routes", "The routes of logical routers and their nexthops",
                              chosen);
+}
+
+Collection collectRouterRoutes(CLI::App & options) {
+    return addCollection<RouterRoutes>(options);
 }
 
 } // namespace vxshow::cli::command
