@@ -1,0 +1,47 @@
+#pragma once
+
+#include "VxlanController/VxlanControllerCliModel.h"
+#include "vxshow/state/Mount.h"
+
+#include <stdexcept>
+#include <string>
+
+/// The EVPN tables of a state as files that other processes map: those of the source "EVPN",
+/// received and advertised, a file each.
+///
+///     received-hosts  received-flood  advertised-hosts  advertised-flood
+///
+/// A file has the format of the platform's shared tables, in the byte order of the host, and
+/// is meant for readers on the same host. An absent table has no file.
+namespace vxshow::state::tables {
+
+/// The files cannot be published or mounted. Its text is one line of printable ASCII that
+/// starts with the path.
+class TableFileError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Publishes the tables of `mount` in `directory`, which is created if it is absent.
+///
+/// All tables are written first, in a hidden folder, and then each replaces its file in one
+/// step: a process that has mapped the old file keeps the old table, and no process sees half
+/// of the new one. The four are replaced one after the other. The file of an absent table is
+/// removed.
+///
+/// Raises `TableFileError`, and `outfmt::SigIntException` on the user's interrupt. No file has
+/// been replaced then, unless replacing itself failed.
+void publishTables(Mount const & mount, std::string const & directory);
+
+/// Mounts the tables in `directory`, mapped for reading; nothing else is mounted. Each is read
+/// once from end to end, so that a damaged file is refused here.
+///
+/// A table that turns out to be damaged later raises a `TableFileError` out of the command
+/// that reads it. A file that is cut short in place during a walk ends the process with
+/// SIGBUS: the memory is gone. `publishTables` never does that, since it replaces files.
+///
+/// Raises `TableFileError` also for a directory without any of the files, which is more
+/// likely the wrong one than a state without EVPN.
+Mount mountTables(std::string const & directory);
+
+} // namespace vxshow::state::tables
