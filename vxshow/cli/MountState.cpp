@@ -6,6 +6,7 @@
 #include "vxshow/sources/frr/FrrKind.h"
 #include "vxshow/sources/ovsdb/OvsdbKind.h"
 #include "vxshow/state/snapshot/Snapshot.h"
+#include "vxshow/state/tables/TableFiles.h"
 
 #include <memory>
 #include <string>
@@ -19,6 +20,16 @@ state::StateReader snapshotReader(std::string const & path) {
     return [path](state::Selection const & selection, state::WatchProgress const &) {
         try {
             return state::Reading{state::snapshot::readSnapshot(path, selection)};
+        } catch (std::exception const & error) {
+            throw state::StateError(error.what());
+        }
+    };
+}
+
+state::StateReader tablesReader(std::string const & directory) {
+    return [directory](state::Selection const &, state::WatchProgress const &) {
+        try {
+            return state::Reading{state::tables::mountTables(directory)};
         } catch (std::exception const & error) {
             throw state::StateError(error.what());
         }
@@ -53,6 +64,9 @@ std::vector<sources::Source> sourcesOf(StateOptions const & options) {
 state::StateReader stateReader(StateOptions const & options, state::Keep keep) {
     if (!options.snapshotPath.empty()) {
         return snapshotReader(options.snapshotPath);
+    }
+    if (!options.tablesPath.empty()) {
+        return tablesReader(options.tablesPath);
     }
     auto const state = std::make_shared<sources::fabric::LiveState>(sourcesOf(options),
                                                                     options.allOrNothing, keep);

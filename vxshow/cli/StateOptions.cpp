@@ -18,6 +18,21 @@ std::string checkPath(std::string const & text) {
     return text.empty() ? "'': expected the name of a file" : "";
 }
 
+std::string checkDirectory(std::string const & text) {
+    return text.empty() ? "'': expected the name of a directory" : "";
+}
+
+/// The line that refuses another source of state beside --tables.
+std::optional<std::string> refuseBesideTables(StateOptions const & options) {
+    char const * const other = !options.snapshotPath.empty() ? "--state"
+                               : !options.fabricPath.empty() ? "--fabric"
+                               : !options.databases.empty()  ? "--ovsdb"
+                               : options.frr                 ? "--frr"
+                                                             : nullptr;
+    return other ? std::optional(std::string(other) + " and --tables: expected one of them")
+                 : std::nullopt;
+}
+
 std::string checkRemotes(std::string const & text) {
     try {
         sources::ovsdb::readRemotes(text);
@@ -52,6 +67,10 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
         ->take_all();
     app.add_flag("--frr", options.frr, "Read the live EVPN of this machine's FRR, through vtysh")
         ->disable_flag_override();
+    app.add_option("--tables", options.tablesPath,
+                   "Directory of EVPN tables to map, as 'tables publish' writes them")
+        ->type_name("DIR")
+        ->check(checkDirectory, "");
     app.add_flag("--all-or-nothing", options.allOrNothing,
                  "Show nothing when a live source cannot be read")
         ->disable_flag_override();
@@ -61,6 +80,9 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
 }
 
 std::optional<std::string> completeStateOptions(StateOptions & options) {
+    if (!options.tablesPath.empty()) {
+        return refuseBesideTables(options);
+    }
     bool const sources = !options.databases.empty() || options.frr;
     if (options.snapshotPath.empty() && options.fabricPath.empty() && !sources) {
         options.snapshotPath = environment("VXSHOW_STATE");
@@ -70,8 +92,8 @@ std::optional<std::string> completeStateOptions(StateOptions & options) {
                    "option that says where the state is";
         }
         if (options.snapshotPath.empty() && options.fabricPath.empty()) {
-            return "no state to show: give --state FILE, --fabric FILE, --ovsdb REMOTE or --frr, "
-                   "or set VXSHOW_STATE or VXSHOW_FABRIC";
+            return "no state to show: give --state FILE, --fabric FILE, --ovsdb REMOTE, --frr or "
+                   "--tables DIR, or set VXSHOW_STATE or VXSHOW_FABRIC";
         }
     }
     if (!options.snapshotPath.empty() && !options.fabricPath.empty()) {

@@ -8,11 +8,12 @@
 
 namespace vxshow::cli {
 
-/// Where the state comes from, as typed or as set in the environment: a snapshot, a fabric file, or
-/// any number of databases, with or without FRR.
+/// Where the state comes from, as typed or as set in the environment: one of the paths, or any
+/// number of databases, with or without FRR.
 struct StateOptions {
     std::string snapshotPath;           ///< "-" for standard input
     std::string fabricPath;             ///< "-" for standard input
+    std::string tablesPath;             ///< the directory of EVPN tables in files
     std::vector<std::string> databases; ///< the remotes of each database, as typed
     bool frr = false;                   ///< whether to read this machine's FRR
 

@@ -42,6 +42,8 @@ void addCommands(CLI::App & app, CommandLine & chosen, std::span<char const * co
     addRouterDetail(*router, chosen);
     addRouterRoutes(*router, chosen);
     addCapture(app, chosen);
+    auto * tables = addGroup(app, "tables", "The shared EVPN tables of the state, as files");
+    addTablesPublish(*tables, chosen);
     addModel(app, chosen, modelOfCommand(arguments));
 }
 

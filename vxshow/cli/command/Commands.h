@@ -25,6 +25,7 @@ void addRouterMap(CLI::App & router, CommandLine & chosen);
 void addRouterDetail(CLI::App & router, CommandLine & chosen);
 void addRouterRoutes(CLI::App & router, CommandLine & chosen);
 void addCapture(CLI::App & app, CommandLine & chosen);
+void addTablesPublish(CLI::App & tables, CommandLine & chosen);
 /// `of` is the value of the option --of among the arguments, if it is there: that command's
 /// filters become options of `model`.
 void addModel(CLI::App & app, CommandLine & chosen, std::optional<std::string> const & of);

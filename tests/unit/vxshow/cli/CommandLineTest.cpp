@@ -132,10 +132,11 @@ TEST(CommandLine, AnInvalidValueIsRefusedWithWhatIsAccepted) {
 }
 
 TEST(CommandLine, UnknownWordsAndOptionsAreRefusedWithWhatIsAccepted) {
-    EXPECT_EQ(refused({}),
-              "no command: expected mac or arp or router or capture or model after vxshow");
+    EXPECT_EQ(
+        refused({}),
+        "no command: expected mac or arp or router or capture or tables or model after vxshow");
     EXPECT_EQ(refused({"foo"}),
-              "'foo': expected mac or arp or router or capture or model after vxshow");
+              "'foo': expected mac or arp or router or capture or tables or model after vxshow");
     EXPECT_EQ(refused({"mac"}), "no command: expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"mac", "sent"}), "'sent': expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"router", "received"}),
@@ -189,8 +190,8 @@ TEST(CommandLine, WithoutAStateTheWaysToGiveOneAreListed) {
     Finished const finished = vxshow({"mac", "received"});
     EXPECT_EQ(finished.status, 2);
     EXPECT_EQ(finished.err,
-              "vxshow: no state to show: give --state FILE, --fabric FILE, --ovsdb REMOTE or "
-              "--frr, or set VXSHOW_STATE or VXSHOW_FABRIC\n");
+              "vxshow: no state to show: give --state FILE, --fabric FILE, --ovsdb REMOTE, "
+              "--frr or --tables DIR, or set VXSHOW_STATE or VXSHOW_FABRIC\n");
 }
 
 TEST(CommandLine, TheStateComesFromOnePlace) {
