@@ -288,7 +288,7 @@ void readRows(text::JsonValue & rows, Table table, Join & join) {
 constexpr std::string_view anAnswer = "an object with \"rows\"";
 
 /// The answer to a select: rows, or an error.
-struct Select {
+struct SelectResult {
     bool hasRows = false;
     bool hasFailed = false;
     std::string problem = {};
@@ -299,12 +299,12 @@ struct Select {
 constexpr auto selectObject = text::strictObject(
     anAnswer,
     text::optionalMember("rows",
-                         [](text::JsonValue & value, Select & into, Table table, Join & join) {
+                         [](text::JsonValue & value, SelectResult & into, Table table, Join & join) {
                              into.hasRows = true;
                              readRows(value, table, join);
                          }),
     text::optionalMember("error",
-                         [](text::JsonValue & value, Select & into, Table, Join &) {
+                         [](text::JsonValue & value, SelectResult & into, Table, Join &) {
                              auto const word = value.text(aText).text();
                              into.hasFailed = true;
                              // The first is what Open vSwitch sends, the second is from RFC 7047.
@@ -312,10 +312,10 @@ constexpr auto selectObject = text::strictObject(
                              into.problem = text::shownText(word);
                          }),
     text::optionalMember("details",
-                         [](text::JsonValue & value, Select & into, Table, Join &) {
+                         [](text::JsonValue & value, SelectResult & into, Table, Join &) {
                              into.details = ": " + text::shownText(value.text(aText).text());
                          }),
-    text::optionalMember("syntax", [](text::JsonValue & value, Select &, Table, Join &) {
+    text::optionalMember("syntax", [](text::JsonValue & value, SelectResult &, Table, Join &) {
         value.text(aText).text();
     }));
 
@@ -323,7 +323,7 @@ constexpr auto selectObject = text::strictObject(
 
 void readSelect(text::JsonValue & value, Table table, Join & join) {
     auto const * const start = value.at();
-    Select select;
+    SelectResult select;
     selectObject.read(value, select, table, join);
     if (select.hasFailed) {
         throw SelectRefused{select.problem + select.details, select.schema};
