@@ -17,7 +17,8 @@ import sys
 VALUES = ["platform/Vex", "platform/Nolt", "platform/Vxlan", "platform/Bridging", "platform/Quay"]
 PLATFORM = VALUES + ["platform/outfmt", "platform/Trace", "platform/Pelo", "platform/state"]
 LIBRARY = PLATFORM + ["VxlanController"]
-STATE = LIBRARY + ["vxshow/system", "vxshow/text", "vxshow/state", "vxshow/state/snapshot"]
+STATE = LIBRARY + ["vxshow/system", "vxshow/text", "vxshow/state", "vxshow/state/snapshot",
+                   "vxshow/state/tables"]
 SOURCES = STATE + ["vxshow/sources"]
 ALL_SOURCES = SOURCES + ["vxshow/sources/ovsdb", "vxshow/sources/frr", "vxshow/sources/fabric"]
 
@@ -39,6 +40,7 @@ ROOMS = {
     "vxshow/text": VALUES + ["platform/outfmt", "vxshow/system"],
     "vxshow/state": LIBRARY + ["vxshow/system", "vxshow/text"],
     "vxshow/state/snapshot": LIBRARY + ["vxshow/system", "vxshow/text", "vxshow/state"],
+    "vxshow/state/tables": LIBRARY + ["vxshow/system", "vxshow/state"],
     "vxshow/sources": STATE,
     # One kind of source does not know the other.
     "vxshow/sources/ovsdb": SOURCES,

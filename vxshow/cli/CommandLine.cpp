@@ -8,8 +8,6 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <string_view>
-
 namespace vxshow::cli {
 
 namespace {
@@ -51,7 +49,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     app.require_subcommand(1);
     addStateOptions(app, chosen.state);
     addOutputOptions(app, chosen);
-    addCommands(app, chosen, {argv, static_cast<std::size_t>(argc)});
+    addCommands(app, chosen, argc, argv);
 
     if (auto line = missingValue(app, argc, argv)) {
         return UsageError{*std::move(line)};

@@ -7,7 +7,6 @@
 
 #include <functional>
 #include <optional>
-#include <span>
 #include <string>
 #include <variant>
 
@@ -41,7 +40,7 @@ struct UsageError {
 
 /// Adds the commands to the program, given the arguments of `main`. The one that is typed fills in
 /// the `CommandLine`.
-using AddCommands = std::function<void(CLI::App &, CommandLine &, std::span<char const * const>)>;
+using AddCommands = std::function<void(CLI::App &, CommandLine &, int, char const * const *)>;
 
 /// Reads the arguments of `main`, and the environment variables that can replace an option.
 /// `addCommands` is `command::addCommands`: the commands are built on this file, which

@@ -8,8 +8,8 @@
 
 namespace vxshow::cli {
 
-/// Where the state comes from, as typed or as set in the environment: one of the paths, or any
-/// number of databases, with or without FRR.
+/// Where the state comes from, as typed or as set in the environment: a snapshot, a fabric file, a
+/// directory of tables, or any number of databases, with or without FRR.
 struct StateOptions {
     std::string snapshotPath;           ///< "-" for standard input
     std::string fabricPath;             ///< "-" for standard input

@@ -40,14 +40,14 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
     });
 }
 
-/// What `model --of` needs of a command whose filters were typed.
+/// A command as `model --of` uses it, with the filters that were typed.
 struct Collection {
     std::function<state::Selection()> selection;
-    /// The library's command after it has collected, and tables that it does not hold itself.
+    /// The library's command after it has collected, and the tables that it does not hold itself.
     std::function<Vex::AnyValues(state::Mount const &, Output const &)> collect;
 };
 
-/// Adds the filters of a command to `options`, of another one.
+/// Adds the filters of a command to `options`, those of `model`.
 template <class Typed>
 Collection addCollection(CLI::App & options) {
     auto const typed = std::make_shared<Typed>();

@@ -21,9 +21,8 @@ struct ArpAdvertised {
     }
 
     void build(state::Mount const & mount, Output const & output) {
-        auto const & entries = mount.advertised.vnis;
-        command =
-            Cli::arpAdvertisedFactory(entries, output.vniDotted, typed.vni, typed.mac, typed.ip);
+        command = Cli::arpAdvertisedFactory(mount.advertised.vnis, output.vniDotted, typed.vni,
+                                            typed.mac, typed.ip);
     }
 
     void render(state::Mount const & mount, int fd, Output const & output) {

@@ -13,13 +13,13 @@ CLI::App * addGroup(CLI::App & app, std::string const & name, std::string const 
 }
 
 /// The value of --of, which must be known before `model` gets its filters.
-std::optional<std::string> modelOfCommand(std::span<char const * const> arguments) {
+std::optional<std::string> modelOfCommand(int argc, char const * const * argv) {
     constexpr std::string_view option = "--of";
     constexpr std::string_view optionWithValue = "--of=";
-    for (std::size_t index = 1; index < arguments.size(); ++index) {
-        std::string_view const argument = arguments[index];
+    for (int i = 1; i < argc; ++i) {
+        std::string_view const argument = argv[i];
         if (argument == option) {
-            return index + 1 < arguments.size() ? arguments[index + 1] : "";
+            return i + 1 < argc ? argv[i + 1] : "";
         }
         if (argument.starts_with(optionWithValue)) {
             return std::string(argument.substr(optionWithValue.size()));
@@ -30,7 +30,7 @@ std::optional<std::string> modelOfCommand(std::span<char const * const> argument
 
 } // namespace
 
-void addCommands(CLI::App & app, CommandLine & chosen, std::span<char const * const> arguments) {
+void addCommands(CLI::App & app, CommandLine & chosen, int argc, char const * const * argv) {
     auto * mac = addGroup(app, "mac", "MAC address tables");
     addMacReceived(*mac, chosen);
     addMacAdvertised(*mac, chosen);
@@ -42,9 +42,9 @@ void addCommands(CLI::App & app, CommandLine & chosen, std::span<char const * co
     addRouterDetail(*router, chosen);
     addRouterRoutes(*router, chosen);
     addCapture(app, chosen);
-    auto * tables = addGroup(app, "tables", "The shared EVPN tables of the state, as files");
+    auto * tables = addGroup(app, "tables", "The EVPN tables of the state, as shared files");
     addTablesPublish(*tables, chosen);
-    addModel(app, chosen, modelOfCommand(arguments));
+    addModel(app, chosen, modelOfCommand(argc, argv));
 }
 
 } // namespace vxshow::cli::command

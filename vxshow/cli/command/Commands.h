@@ -5,7 +5,6 @@
 #include <CLI/App.hpp>
 
 #include <optional>
-#include <span>
 #include <string>
 
 /// The commands, one file each. Each function adds a command below the one that holds its first
@@ -13,9 +12,8 @@
 /// which must outlive the parsing.
 namespace vxshow::cli::command {
 
-/// Adds all commands to `app`. `arguments` are those of `main`: the options of `model` depend on
-/// the command that its --of names.
-void addCommands(CLI::App & app, CommandLine & chosen, std::span<char const * const> arguments);
+/// Adds all commands to `app`. What filters `model` has depends on the arguments of `main`.
+void addCommands(CLI::App & app, CommandLine & chosen, int argc, char const * const * argv);
 
 void addMacReceived(CLI::App & mac, CommandLine & chosen);
 void addMacAdvertised(CLI::App & mac, CommandLine & chosen);
@@ -26,8 +24,9 @@ void addRouterDetail(CLI::App & router, CommandLine & chosen);
 void addRouterRoutes(CLI::App & router, CommandLine & chosen);
 void addCapture(CLI::App & app, CommandLine & chosen);
 void addTablesPublish(CLI::App & tables, CommandLine & chosen);
-/// `of` is the value of the option --of among the arguments, if it is there: that command's
-/// filters become options of `model`.
+
+/// `of` is the value of the option --of if it was typed: that command's filters become options of
+/// `model`.
 void addModel(CLI::App & app, CommandLine & chosen, std::optional<std::string> const & of);
 
 } // namespace vxshow::cli::command

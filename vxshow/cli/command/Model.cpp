@@ -79,7 +79,7 @@ Vex::Type const & typeCalled(std::string const & typed) {
                                Vex::quoted(typed) + ": not a type of the model; " + hint(typed));
 }
 
-/// Has `text` or `json` print on `fd`, in the format that the user asked for.
+/// Has `text` or `json` print on `fd`, as the user wants it.
 template <class Text, class Json>
 void print(int fd, Output const & output, Text && text, Json && json) {
     outfmt::Printer printer(fd, static_cast<unsigned>(output.format), true, false, true, 0);
@@ -194,8 +194,9 @@ void addTypes(CLI::App & model, CommandLine & chosen) {
 } // namespace
 
 void addModel(CLI::App & app, CommandLine & chosen, std::optional<std::string> const & of) {
-    auto * command = app.add_subcommand("model", "The types into which state is collected, or "
-                                                 "what a command has collected");
+    auto * command =
+        app.add_subcommand("model", "The types of the model that commands collect the state into, "
+                                    "or the objects that a command has collected");
     command->fallthrough();
     command
         ->add_option("--of", "The objects that this command collects, with all attributes: 'mac "

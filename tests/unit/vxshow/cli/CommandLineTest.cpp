@@ -132,9 +132,8 @@ TEST(CommandLine, AnInvalidValueIsRefusedWithWhatIsAccepted) {
 }
 
 TEST(CommandLine, UnknownWordsAndOptionsAreRefusedWithWhatIsAccepted) {
-    EXPECT_EQ(
-        refused({}),
-        "no command: expected mac or arp or router or capture or tables or model after vxshow");
+    EXPECT_EQ(refused({}), "no command: expected mac or arp or router or capture or tables or "
+                           "model after vxshow");
     EXPECT_EQ(refused({"foo"}),
               "'foo': expected mac or arp or router or capture or tables or model after vxshow");
     EXPECT_EQ(refused({"mac"}), "no command: expected received or advertised after vxshow mac");
