@@ -201,19 +201,19 @@ TEST(ModelOf, RefusesACommandThatDoesNotCollect) {
               "--of: 'x\\x1b\\x0a'" + expected);
     EXPECT_EQ(refused({"model", "--of"}), "--of: no value; expected COMMAND");
     EXPECT_EQ(refused({"model", "--of", "mac received", "--of", "arp received"}),
-              "--of: expected once");
+              "--of: given more than once");
 }
 
 TEST(ModelOf, RefusesFiltersOfAnotherCommandAndAType) {
     EXPECT_EQ(refused({"model", "--of", "mac received", "--switch", "leaf1"}),
-              "'--switch': not understood; 'vxshow model --help' lists what is");
+              "'--switch': not expected here; see 'vxshow model --help'");
     EXPECT_EQ(refused({"model", "--of", "mac received", "MacVtep"}),
-              "'MacVtep': not understood; 'vxshow model --help' lists what is");
+              "'MacVtep': not expected here; see 'vxshow model --help'");
     EXPECT_EQ(refused({"model", "--of", "mac received", "--vni", "x"}).substr(0, 10), "--vni: 'x'");
     EXPECT_EQ(refused({"model", "--vni", "20"}),
-              "'--vni': not understood; 'vxshow model --help' lists what is");
+              "'--vni': not expected here; see 'vxshow model --help'");
     EXPECT_EQ(refused({"mac", "received", "--of", "mac received"}),
-              "'--of': not understood; 'vxshow mac received --help' lists what is");
+              "'--of': not expected here; see 'vxshow mac received --help'");
 }
 
 TEST(ModelOf, AnEntryThatIsNoVniIsNamedAsByTheCommand) {

@@ -272,9 +272,9 @@ TEST(Tables, TheOptionIsRefusedBesideAnotherState) {
 }
 
 TEST(Tables, TheCommandNeedsADirectory) {
-    EXPECT_EQ(refused({"tables"}), "a command is missing: expected publish after vxshow tables");
+    EXPECT_EQ(refused({"tables"}), "no command: expected publish after vxshow tables");
     EXPECT_EQ(refused({"tables", "publish"}), "DIR is required");
     EXPECT_EQ(refused({"tables", "publish", ""}), "DIR: '': expected the name of a directory");
     EXPECT_EQ(refused({"--watch", "1", "--state", "a", "tables", "publish", "d"}),
-              "--watch: tables publish has nothing to show again");
+              "--watch: not available for tables publish");
 }
