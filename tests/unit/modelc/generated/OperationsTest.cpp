@@ -68,7 +68,7 @@ private:
     Vex::Type const * type_;
 };
 
-AnyValue chart(Vex::U32 sheet) {
+AnyValue boxedChart(Vex::U32 sheet) {
     return Vex::makePtr<Sea::Chart>(sheet);
 }
 
@@ -87,7 +87,7 @@ std::string errorOf(auto action) {
 TEST(GeneratedOperations, ConstructFromTheArgumentsOfTheRecord) {
     Thing const berth("Berth", {U16{3}, String("Silja"), U32{70}});
     EXPECT_EQ(berth.box, AnyValue(Berth(3, "Silja", 70)));
-    auto const sheet = chart(7);
+    auto const sheet = boxedChart(7);
     Thing const ferry("Ferry", {Name("Anna"), sheet, String("north"), U32{40}});
     EXPECT_EQ(ferry.get("name"), AnyValue(Name("Anna")));
     EXPECT_EQ(ferry.get("chart"), sheet);
@@ -209,8 +209,8 @@ TEST(GeneratedOperations, FindOrCreateElementsAndRejectOtherArguments) {
 
 TEST(GeneratedOperations, ShareEntitiesUnderAKeyAndRemoveForNull) {
     Thing harbour("Harbour", {});
-    auto const one = chart(1);
-    auto const two = chart(2);
+    auto const one = boxedChart(1);
+    auto const two = boxedChart(2);
     EXPECT_EQ(harbour.insert("chart", {Name("north"), one}), one);
     EXPECT_EQ(harbour.insert("chart", {Name("north"), two}), two);
     EXPECT_EQ(harbour.lookup("chart", Name("north")), two);
@@ -227,7 +227,7 @@ TEST(GeneratedOperations, ShareEntitiesUnderTheirOwnKey) {
     harbour.insert("captain", {anna.box});
     EXPECT_EQ(harbour.keys("captain"), "Anna Bert ");
     EXPECT_EQ(harbour.remove("captain", {Name("Bert")}), bert.box);
-    EXPECT_EQ(errorOf<Vex::OperandError>([&] { harbour.insert("captain", {chart(1)}); }),
+    EXPECT_EQ(errorOf<Vex::OperandError>([&] { harbour.insert("captain", {boxedChart(1)}); }),
               "Test::Fleet::Harbour.captain: insert: argument 1: expected "
               "Vex::Ptr<Test::Fleet::Captain const>, found Vex::Ptr<Sea::Chart>");
 }

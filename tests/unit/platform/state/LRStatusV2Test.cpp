@@ -21,11 +21,11 @@ auto const prefix = IpGenPrefix::fromString("10.1.0.0/16");
 auto const ip = IpGenAddrWithMask::fromString("10.0.0.1/24");
 auto const otherIp = IpGenAddrWithMask::fromString("10.0.0.1/25");
 auto const mac = EthAddr::fromString("02:00:00:00:00:01");
-auto const vtep = IpGenAddr::fromString("10.9.0.1");
+auto const portVtep = IpGenAddr::fromString("10.9.0.1");
 
 /// The ports of an uplink in iteration order.
 std::string walked(std::vector<PortVlanPairV2> const & pairs) {
-    LRIpUplinkPortV2 uplink(ip, mac, vtep);
+    LRIpUplinkPortV2 uplink(ip, mac, portVtep);
     for (PortVlanPairV2 const & pair : pairs) {
         uplink.portVlanIs(pair);
     }
@@ -48,19 +48,19 @@ TEST(LRStatusV2, InitiallyHasOnlyItsName) {
 
 TEST(LRStatusV2, AWriterOverwritesTheEntryWithItsKeyAndReportsIt) {
     auto const status = Vex::makePtr<LRStatusV2>("red");
-    EXPECT_TRUE(status->ipPortIs(LRIpPortV2(ip, Vxlan::Vni(1), mac, vtep)));
-    EXPECT_FALSE(status->ipPortIs(LRIpPortV2(ip, Vxlan::Vni(2), mac, vtep)));
-    EXPECT_TRUE(status->ipPortIs(LRIpPortV2(otherIp, Vxlan::Vni(3), mac, vtep)));
+    EXPECT_TRUE(status->ipPortIs(LRIpPortV2(ip, Vxlan::Vni(1), mac, portVtep)));
+    EXPECT_FALSE(status->ipPortIs(LRIpPortV2(ip, Vxlan::Vni(2), mac, portVtep)));
+    EXPECT_TRUE(status->ipPortIs(LRIpPortV2(otherIp, Vxlan::Vni(3), mac, portVtep)));
     EXPECT_EQ(status->ipPort().size(), 2U);
     EXPECT_EQ(status->ipPort().find(ip)->element().vni(), Vxlan::Vni(2));
 
-    EXPECT_TRUE(status->ipUplinkPortIs(LRIpUplinkPortV2(ip, mac, vtep)));
-    EXPECT_FALSE(status->ipUplinkPortIs(LRIpUplinkPortV2(ip, EthAddr(), vtep)));
+    EXPECT_TRUE(status->ipUplinkPortIs(LRIpUplinkPortV2(ip, mac, portVtep)));
+    EXPECT_FALSE(status->ipUplinkPortIs(LRIpUplinkPortV2(ip, EthAddr(), portVtep)));
     EXPECT_EQ(status->ipUplinkPort().size(), 1U);
     EXPECT_EQ(status->ipUplinkPort().find(ip)->element().mac(), EthAddr());
 
     LRRouteV2 route(prefix);
-    route.nexthopIs(vtep);
+    route.nexthopIs(portVtep);
     EXPECT_TRUE(status->routeIs(LRRouteV2(prefix)));
     EXPECT_FALSE(status->routeIs(route));
     EXPECT_EQ(status->route().size(), 1U);
@@ -68,11 +68,11 @@ TEST(LRStatusV2, AWriterOverwritesTheEntryWithItsKeyAndReportsIt) {
 }
 
 TEST(LRStatusV2, PortsDifferInEveryField) {
-    LRIpPortV2 const port(ip, Vxlan::Vni(1), mac, vtep);
-    EXPECT_EQ(port, LRIpPortV2(ip, Vxlan::Vni(1), mac, vtep));
-    EXPECT_NE(port, LRIpPortV2(otherIp, Vxlan::Vni(1), mac, vtep));
-    EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(2), mac, vtep));
-    EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(1), EthAddr(), vtep));
+    LRIpPortV2 const port(ip, Vxlan::Vni(1), mac, portVtep);
+    EXPECT_EQ(port, LRIpPortV2(ip, Vxlan::Vni(1), mac, portVtep));
+    EXPECT_NE(port, LRIpPortV2(otherIp, Vxlan::Vni(1), mac, portVtep));
+    EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(2), mac, portVtep));
+    EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(1), EthAddr(), portVtep));
     EXPECT_NE(port, LRIpPortV2(ip, Vxlan::Vni(1), mac, IpGenAddr()));
 }
 
@@ -87,8 +87,8 @@ TEST(LRStatusV2, APortHasAStringFormForGenericTools) {
 
 TEST(LRStatusV2, ANexthopIsStoredOnce) {
     LRRouteV2 route(prefix);
-    EXPECT_TRUE(route.nexthopIs(vtep));
-    EXPECT_FALSE(route.nexthopIs(vtep));
+    EXPECT_TRUE(route.nexthopIs(portVtep));
+    EXPECT_FALSE(route.nexthopIs(portVtep));
     EXPECT_TRUE(route.nexthopIs(IpGenAddr::fromString("::1")));
     EXPECT_EQ(route.nexthop().size(), 2U);
 }
