@@ -18,8 +18,7 @@ constexpr std::array<std::string_view, 5> keys{"remotes", "private_key", "certif
 constexpr std::array<char const *, 3> sslKeys{"private_key", "certificate", "ca_certificate"};
 
 std::vector<std::string> readRemoteList(text::TomlField const & field) {
-    std::string const expected =
-        "an array of 1 to " + std::to_string(mostRemotes) + " remotes";
+    std::string const expected = "an array of 1 to " + std::to_string(mostRemotes) + " remotes";
     auto const elements = field.elements(expected);
     if (elements.empty()) {
         field.refuse(expected);
@@ -89,9 +88,8 @@ std::shared_ptr<Access const> readDatabaseAccess(text::TomlField const & source,
                                                  std::string const & folder) {
     auto address = readAddress(source, folder);
     auto const field = source.find("system_ids");
-    return std::make_shared<DatabaseAccess>(std::move(address),
-                                            field ? readSystemIds(*field)
-                                                  : std::map<std::string, Nolt::EthAddr>());
+    return std::make_shared<DatabaseAccess>(
+        std::move(address), field ? readSystemIds(*field) : std::map<std::string, Nolt::EthAddr>());
 }
 
 } // namespace

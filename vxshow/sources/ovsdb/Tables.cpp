@@ -298,11 +298,12 @@ struct SelectResult {
 
 constexpr auto selectObject = text::strictObject(
     anAnswer,
-    text::optionalMember("rows",
-                         [](text::JsonValue & value, SelectResult & into, Table table, Join & join) {
-                             into.hasRows = true;
-                             readRows(value, table, join);
-                         }),
+    text::optionalMember(
+        "rows",
+        [](text::JsonValue & value, SelectResult & into, Table table, Join & join) {
+            into.hasRows = true;
+            readRows(value, table, join);
+        }),
     text::optionalMember("error",
                          [](text::JsonValue & value, SelectResult & into, Table, Join &) {
                              auto const word = value.text(aText).text();
