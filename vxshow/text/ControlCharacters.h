@@ -10,7 +10,7 @@ inline bool isControl(char c) {
     return static_cast<unsigned char>(c) < ' ' || c == 0x7f;
 }
 
-/// Whether `before` and `c`, two bytes of UTF-8, are one of C1, U+0080 to U+009F.
+/// Whether `before` and `c`, two bytes of UTF-8, together are one of C1, U+0080 to U+009F.
 inline bool isLateControl(char before, char c) {
     return before == '\xc2' && static_cast<unsigned char>(c) >= 0x80 &&
            static_cast<unsigned char>(c) < 0xa0;

@@ -10,7 +10,7 @@ static_assert(system::FileBytes::padding >= simdjson::SIMDJSON_PADDING);
 JsonReader::JsonReader(system::PaddedText document) {
     auto const text = document.text();
     if (text.starts_with("\xEF\xBB\xBF")) {
-        // Later versions of simdjson pass over a byte order mark; JSON has none.
+        // Later versions of simdjson skip a byte order mark; a JSON text must not begin with one.
         throw MalformedJson{simdjson::UTF8_ERROR};
     }
     auto const error =
@@ -29,7 +29,7 @@ char const * JsonReader::at() {
 }
 
 void JsonReader::checkEnd() {
-    // The location behind the root is out of bounds unless something stands there.
+    // The location after the root is out of bounds unless something follows the root.
     char const * location = nullptr;
     if (document_.current_location().get(location) == simdjson::SUCCESS) {
         throw MalformedJson{simdjson::TRAILING_CONTENT};
@@ -46,7 +46,7 @@ std::string_view JsonReader::unescaped(char const * content) {
     simdjson::ondemand::raw_json_string const raw(reinterpret_cast<std::uint8_t const *>(content));
     std::string_view result;
     if (parser_.unescape(raw, to).get(result)) {
-        // A bad escape: as much a fault of the JSON as one that is found while indexing.
+        // A bad escape makes the document malformed, like an error that is found while indexing.
         throw MalformedJson{simdjson::STRING_ERROR};
     }
     return result;

@@ -13,53 +13,53 @@
 
 /// A JSON document, read front to back, once, straight out of its bytes.
 ///
-/// This is simdjson's On-Demand reading, narrowed to what a strict reader needs: every value
-/// is taken in its turn and none is passed over, since On-Demand does not look into what it
-/// passes over. Nothing here keeps track of where it is: what is refused is thrown with its
-/// position, and the place is worked out from that.
+/// This is simdjson's On-Demand reading, narrowed to what a strict reader needs: every value is
+/// taken in its turn and none is skipped, since On-Demand does not look into what it skips. Nothing
+/// here tracks lines or paths: a refusal is thrown with its position in the bytes, and the place is
+/// worked out from that.
 namespace vxshow::text {
 
-/// Content that is JSON but not what is wanted there.
+/// Content that is JSON but not what is expected there.
 struct Refusal {
-    char const * at; ///< the start of the token to blame
+    char const * at; ///< the start of the offending token
     std::string expected;
-    std::string_view about = {}; ///< what to say of that token behind it: " again"
+    std::string_view about = {}; ///< what to add after that token: " again"
 };
 
-/// Content that is no JSON: where and why is for a slower reader to find out.
+/// Content that is not JSON. A slower pass over the document finds out where and why.
 struct MalformedJson {
     simdjson::error_code error;
 };
 
 class JsonReader;
 
-/// The name of a member, or a text: as it stands in the document, not yet unescaped.
+/// The name of a member, or a text: as written in the document, not yet unescaped.
 class JsonText {
 public:
     JsonText(char const * content, JsonReader & reader) noexcept
         : content_(content), reader_(&reader) {}
 
-    /// The opening quote.
+    /// Points to the opening quote.
     char const * at() const noexcept { return content_ - 1; }
 
-    /// What stands behind the opening quote: a text with a closing one, not yet unescaped.
+    /// Points just after the opening quote: to the text, not yet unescaped, and its closing quote.
     char const * content() const noexcept { return content_; }
 
-    /// Whether a quote stands that many bytes behind the opening one: if none of the bytes
-    /// between is a quote or a backslash, that is the length of the text. May look behind the
-    /// text: the document is followed by room for that.
+    /// Whether the byte at `length`, counted from `content()`, is a quote. If no byte before it is
+    /// a quote or a backslash, `length` is the length of the text. Can read past the end of the
+    /// text: the document is padded for that.
     bool mayHaveLength(std::size_t length) const noexcept { return content_[length] == '"'; }
 
-    /// The text itself. Valid until `text` is next called, for any text of the document.
-    /// Throws `MalformedJson` when it holds a bad escape.
+    /// The text itself, unescaped. Valid until the next call of `text` for any text of the
+    /// document. Throws `MalformedJson` if it contains a bad escape.
     std::string_view text() const;
 
-    /// Throws `Refusal` with the text as what was found.
+    /// Throws a `Refusal` that names the text as what was found.
     [[noreturn]] void refuse(std::string expected) const {
         throw Refusal{at(), std::move(expected)};
     }
 
-    /// Throws the `Refusal` of what stands here for a second time.
+    /// Throws the `Refusal` of a repetition: it was expected once.
     [[noreturn]] void refuseAgain() const { throw Refusal{at(), "it once", " again"}; }
 
 private:
@@ -67,22 +67,23 @@ private:
     JsonReader * reader_;
 };
 
-/// A value that has not been taken yet. Exactly one of the functions that take it is called,
-/// once. Each throws `Refusal` when the value is something else, with what was expected in
-/// its author's words, and `MalformedJson`.
+/// A value that has not been taken yet. Exactly one of the functions that take it must be called,
+/// once. Each throws `MalformedJson`, or `Refusal` if the value is something else; `expected` says
+/// what belongs there in terms that the document's author knows.
 class JsonValue {
 public:
-    /// `value` and `reader` outlive this.
+    /// `value` and `reader` must outlive this.
     JsonValue(simdjson::ondemand::value & value, JsonReader & reader) noexcept
         : value_(value), reader_(&reader) {}
 
     JsonValue(JsonValue const &) = delete;
     JsonValue & operator=(JsonValue const &) = delete;
 
-    /// Where the value starts, also after it was taken.
+    /// Where the value starts; still available after the value has been taken.
     char const * at() noexcept { return value_.raw_json_token().data(); }
 
-    /// Takes an object: `take(JsonText, JsonValue &)` for each member, and must take the value.
+    /// Takes an object. Calls `take(JsonText, JsonValue &)` for each member, which must take the
+    /// value.
     template <class Take>
     void members(std::string_view expected, Take && take) {
         simdjson::ondemand::object object;
@@ -90,7 +91,7 @@ public:
         eachMember(object, *reader_, take);
     }
 
-    /// Takes an array: `take(JsonValue &)` for each element, and must take it.
+    /// Takes an array. Calls `take(JsonValue &)` for each element, which must take it.
     template <class Take>
     void elements(std::string_view expected, Take && take) {
         simdjson::ondemand::array array;
@@ -98,14 +99,14 @@ public:
         eachElement(array, *reader_, take);
     }
 
-    /// Takes an array: `take(JsonText)` for each element, all of which must be texts.
-    /// `expected` is about the array, `expectedElement` about those.
+    /// Takes an array of texts. Calls `take(JsonText)` for each element. `expected` describes the
+    /// array, `expectedElement` an element.
     template <class Take>
     void texts(std::string_view expected, std::string_view expectedElement, Take && take) {
         elements(expected, [&](JsonValue & element) { take(element.text(expectedElement)); });
     }
 
-    /// Takes a text. `expected` may say more of it than that.
+    /// Takes a text. `expected` can be more specific than that.
     JsonText text(std::string_view expected) {
         simdjson::ondemand::raw_json_string content;
         check('"', expected, value_.get_raw_json_string().get(content));
@@ -117,12 +118,12 @@ public:
         return number(0, max, [&] { return "a whole number from 0 to " + std::to_string(max); });
     }
 
-    /// Takes the whole number `only`.
+    /// Takes a number that must be `only`.
     void numberIs(Vex::U32 only) {
         number(only, only, [&] { return std::to_string(only); });
     }
 
-    /// Takes a whole number of 64 bits with a sign. `expected` may say more of it than that.
+    /// Takes a signed 64-bit whole number. `expected` can be more specific than that.
     std::int64_t integer(std::string_view expected) {
         std::int64_t number = 0;
         if (value_.get_int64().get(number)) [[unlikely]] {
@@ -140,13 +141,13 @@ public:
         return flag;
     }
 
-    /// Throws `Refusal` with the value as what was found.
+    /// Throws a `Refusal` that names the value as what was found.
     [[noreturn]] void refuse(std::string expected) { throw Refusal{at(), std::move(expected)}; }
 
-    /// Throws the `Refusal` of what stands here for a second time.
+    /// Throws the `Refusal` of a repetition: it was expected once.
     [[noreturn]] void refuseAgain() { throw Refusal{at(), "it once", " again"}; }
 
-    /// `members`, of an object that has been opened.
+    /// As `members`, for an object that is already open.
     template <class Take>
     static void eachMember(simdjson::ondemand::object & object, JsonReader & reader, Take && take) {
         for (auto member : object) {
@@ -157,7 +158,7 @@ public:
         }
     }
 
-    /// `elements`, of an array that has been opened.
+    /// As `elements`, for an array that is already open.
     template <class Take>
     static void eachElement(simdjson::ondemand::array & array, JsonReader & reader, Take && take) {
         for (auto element : array) {
@@ -167,7 +168,7 @@ public:
         }
     }
 
-    /// Throws `MalformedJson` unless `error` is none.
+    /// Throws `MalformedJson` if `error` is an error.
     static void checked(simdjson::error_code error) {
         if (error) [[unlikely]] {
             throw MalformedJson{error};
@@ -197,13 +198,14 @@ private:
     JsonReader * reader_;
 };
 
-/// The reader of one document.
+/// Reads one document.
 class JsonReader {
 public:
-    /// Reads `document`, which outlives the reader. Throws `MalformedJson` and `std::bad_alloc`.
+    /// Reads `document`, which must outlive the reader. Throws `MalformedJson` and
+    /// `std::bad_alloc`.
     explicit JsonReader(system::PaddedText document);
 
-    /// Reads all of `bytes`, which outlives the reader.
+    /// Reads all of `bytes`, which must outlive the reader.
     explicit JsonReader(system::FileBytes const & bytes) : JsonReader(bytes.padded()) {}
 
     JsonReader(JsonReader const &) = delete;
@@ -221,8 +223,8 @@ public:
         checkEnd();
     }
 
-    /// Takes the whole document, which must be one array, as `JsonValue::elements` does. Throws
-    /// `Refusal` when it is something else, with what was `expected`.
+    /// Takes the whole document, which must be one array, as `JsonValue::elements` does. Throws a
+    /// `Refusal` with `expected` if it is anything else.
     template <class Take>
     void documentElements(std::string_view expected, Take && take) {
         auto const * const start = at();
@@ -249,8 +251,8 @@ private:
     std::string scratch_;
 };
 
-/// The first quote or backslash at or behind `text`. Looks at eight bytes at a time, and so
-/// at up to seven behind it: the document is followed by room for that.
+/// The first quote or backslash at or after `text`. Reads eight bytes at a time, so up to seven
+/// bytes past the mark: the document is padded for that.
 inline char const * firstMark(char const * text) noexcept {
     constexpr Vex::U64 ones = 0x0101010101010101U;
     static_assert(std::endian::native == std::endian::little);
@@ -259,7 +261,7 @@ inline char const * firstMark(char const * text) noexcept {
         std::memcpy(&word, text, sizeof word);
         Vex::U64 const quote = word ^ ones * '"';
         Vex::U64 const backslash = word ^ ones * '\\';
-        // A byte above the first mark may be marked by a borrow from it; none below it is.
+        // A borrow from the first mark can mark a byte above it, but never one below it.
         Vex::U64 const marked =
             (((quote - ones) & ~quote) | ((backslash - ones) & ~backslash)) & ones * 0x80;
         if (marked != 0) {

@@ -15,8 +15,8 @@ Address required(std::optional<Address> const & address, JsonText const & text,
     return *address;
 }
 
-/// Parses a value; nullopt if it is invalid. So is the empty text, which these types read as
-/// their empty value.
+/// Parses a value; nullopt if it is invalid. The empty text is invalid too, although these types
+/// parse it as their empty value.
 template <class Value>
 std::optional<Value> some(JsonText const & text) {
     auto value = Value::tryFromString(text.text());

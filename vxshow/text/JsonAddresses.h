@@ -8,8 +8,8 @@
 
 #include <optional>
 
-/// The values that tables consist of. Unless its name says that it tries, each function throws
-/// `Refusal` if the text is not the whole of such a value.
+/// Readers of the values in tables. Unless it is named `tryRead…`, each function throws `Refusal`
+/// if the text is not exactly one such value.
 namespace vxshow::text {
 
 inline constexpr std::string_view anEthernetAddress =
@@ -19,8 +19,8 @@ inline constexpr std::string_view anIpAddress =
     "an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1";
 inline constexpr std::string_view anObjectByMac = "an object whose members are Ethernet addresses";
 
-/// Throws the `Refusal` of a repeated key unless `isNew`. One value can be spelled in several
-/// ways, so keys that differ as texts can be the same: only the table knows.
+/// Throws the `Refusal` of a repeated key unless `isNew`. One value can be spelled in several ways,
+/// so different texts can be the same key: only the table knows.
 inline void onlyNew(bool isNew, JsonText const & key) {
     if (!isNew) [[unlikely]] {
         key.refuseAgain();
@@ -61,14 +61,15 @@ Nolt::IpGenAddr readIp(JsonText const & text);
 /// ADDRESS/LENGTH, whatever its host bits. The empty text is invalid.
 Nolt::IpGenAddrWithMask readIpWithMask(JsonText const & text);
 
-/// ADDRESS/LENGTH without host bits; the refusal of one that has some names the prefix that was
-/// likely meant. The empty text is invalid.
+/// ADDRESS/LENGTH without host bits; if there are any, the refusal names the prefix that was
+/// probably meant. The empty text is invalid.
 Nolt::IpGenPrefix readPrefix(JsonText const & text);
 
 /// In decimal: keys are not read in the dotted form that people can type.
 Vxlan::Vni readVni(JsonText const & text);
 
-/// `[ IPv4, … ]`: calls `insert` with each, which returns whether it is new, as it must be.
+/// `[ IPv4, … ]`: calls `insert` with each address. It returns whether the address is new; a
+/// repeated one is refused.
 template <class Insert>
 void readVteps(JsonValue & value, Insert && insert) {
     value.texts("a list of IPv4 addresses", anIpv4Address,

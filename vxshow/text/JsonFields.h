@@ -18,8 +18,8 @@
 ///
 ///     point.read(value, into);
 ///
-/// A table is a constant whose entries have their own types, so that the compiler sees through
-/// it: reading by a table costs what a chain of comparisons written out by hand does.
+/// A table is a constant whose entries have their own types, so the compiler can inline it: reading
+/// with a table costs the same as a hand-written chain of comparisons.
 namespace vxshow::text {
 
 /// One member. `read(JsonValue &, into...)` takes its value.
@@ -40,11 +40,11 @@ constexpr JsonField<Read> optionalMember(MemberName name, Read read) {
     return {name, false, read};
 }
 
-/// The table of an object. A known member is there once or not at all.
+/// The table of an object. A known member appears at most once.
 template <OtherMembers otherMembers, class... Fields>
 class JsonObject {
 public:
-    /// `expected` is about the object, in the words of its author.
+    /// `expected` describes the object in terms that the document's author knows.
     constexpr explicit JsonObject(std::string_view expected, Fields... fields)
         : expected_(expected), names_{fields.name...}, required_(requiredAmong(fields...)),
           fields_(fields...) {}
@@ -135,15 +135,15 @@ private:
     std::tuple<Fields...> fields_;
 };
 
-/// The table of an object that has no other members: any other one is refused.
+/// The table of an object that has only these members: any other one is refused.
 template <class... Fields>
 constexpr JsonObject<OtherMembers::refused, Fields...> strictObject(std::string_view expected,
                                                                     Fields... fields) {
     return JsonObject<OtherMembers::refused, Fields...>(expected, fields...);
 }
 
-/// The table of an object of which a part is of interest: other members, such as those that a
-/// newer daemon adds, are skipped.
+/// The table of an object of which only some members matter: others, such as those that a newer
+/// daemon adds, are skipped.
 template <class... Fields>
 constexpr JsonObject<OtherMembers::skipped, Fields...> lenientObject(std::string_view expected,
                                                                      Fields... fields) {

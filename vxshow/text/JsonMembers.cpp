@@ -3,7 +3,7 @@
 namespace vxshow::text {
 
 bool MemberName::restStandsAt(char const * content) const noexcept {
-    // Where the name in the document is shorter, the first difference is its closing quote.
+    // If the name in the document is shorter, its closing quote is the first difference.
     return std::strncmp(content, text_.data(), text_.size()) == 0 && content[text_.size()] == '"';
 }
 

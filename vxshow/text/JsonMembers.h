@@ -11,8 +11,8 @@
 
 namespace vxshow::text {
 
-/// The name of a known member. It is compared with the document as one number of eight bytes,
-/// closing quote included: a state has millions of members, and few names are longer.
+/// The name of a known member. Its first eight bytes, closing quote included, are compared with the
+/// document as one number: a state has millions of members, and few names are longer.
 class MemberName {
 public:
     constexpr MemberName(char const * text) noexcept : MemberName(std::string_view(text)) {}
@@ -29,7 +29,7 @@ public:
     constexpr std::string_view text() const noexcept { return text_; }
 
     /// Whether `content`, which follows an opening quote in a document, is this name without any
-    /// escape. Reads at least eight bytes: the document is followed by room for that.
+    /// escape. Reads at least eight bytes: the document is padded for that.
     bool standsAt(char const * content) const noexcept {
         Vex::U64 start = 0;
         std::memcpy(&start, content, sizeof start);
@@ -45,17 +45,17 @@ private:
     Vex::U64 compared_ = 0;
 };
 
-/// `"a", "b" or "c"`.
+/// Lists the names for a message: `"a", "b" or "c"`.
 std::string oneOf(std::span<MemberName const> names);
 
-/// What becomes of a member whose name is not known.
+/// What to do with a member whose name is unknown.
 enum class OtherMembers : bool { refused, skipped };
 
-/// The index among `names` of a name that is written with escapes, or how many they are.
+/// The index in `names` of a name that is written with escapes; `names.size()` if it is unknown.
 std::size_t indexOfEscaped(JsonText const & name, std::span<MemberName const> names);
 
-/// The index among `names` of a name that does not stand in the document as any of them does.
-/// An unknown one is refused with `Refusal`, or skipped: its index is how many names there are.
+/// The index in `names` of a name that does not match any of them byte for byte. An unknown name is
+/// refused with `Refusal`, or skipped: then the index is `names.size()`.
 template <OtherMembers otherMembers>
 std::size_t indexOfOther(JsonText const & name, std::span<MemberName const> names) {
     bool const isEscaped = *firstMark(name.content()) == '\\';

@@ -9,11 +9,11 @@ namespace vxshow::text {
 
 namespace {
 
-// An author's mistake is a level or two too deep. A limit keeps a file full of brackets from
-// filling the memory.
+// A document with a mistake is a level or two too deep. The limit keeps a file full of brackets
+// from exhausting the memory.
 constexpr std::size_t deepest = 64;
 
-/// What may come next.
+/// What can come next.
 enum class Next { root, value, valueOrEnd, name, nameOrEnd, colon, commaOrEnd, nothing };
 
 /// A walk over the tokens of a document that checks each against the grammar.
@@ -21,18 +21,18 @@ class Walk {
 public:
     Walk(std::string_view document, JsonRoot root) : document_(document), root_(root) { toToken(); }
 
-    /// Where the walk stands: at the start of a token, or at the end of the document.
+    /// The current position: the start of a token, or the end of the document.
     std::size_t position() const { return position_; }
 
-    /// Where the token at which the walk stands ends.
+    /// Where the current token ends.
     std::size_t tokenEnd() const {
         return atEnd() ? position_ : position_ + tokenAt(document_, position_).size();
     }
 
-    /// What stopped the walk, if it was not the end of the document.
+    /// What stopped the walk, unless it was the end of the document.
     std::optional<SyntaxError> const & error() const { return error_; }
 
-    /// Goes one token on; false at the end and at an error.
+    /// Advances by one token; false at the end of the document and at an error.
     bool step() {
         if (atEnd()) {
             if (next_ != Next::nothing) {

@@ -7,32 +7,31 @@
 #include <string>
 #include <string_view>
 
-/// Where in a document something is wrong, worked out from its bytes when it is.
+/// Finds where a document is wrong, from its bytes.
 ///
-/// The reader of a document notes nothing but positions: lines, columns and the way through
-/// the members cost time and memory per value, and are wanted once, in an error message.
-/// Then the document is gone through again from its start, slowly.
+/// The reader of a document keeps only positions: tracking lines, columns and paths would cost time
+/// and memory for every value, and they are needed only once, in an error message. Only then is the
+/// document scanned again from its start, slowly.
 namespace vxshow::text {
 
-/// A position in a document, in the terms of its author.
+/// A position in a document, in terms that its author knows.
 struct Place {
     std::size_t line;   ///< from 1
     std::size_t column; ///< from 1, in bytes
-    /// The members and list positions from the root to the value that is at the position or
-    /// around it, such as `received.switches.leaf1."10"`. At the name of a member it is the
-    /// object's; at the root it is empty.
+    /// The path of member names and list indexes from the root to the value at or around the
+    /// position, such as `received.switches.leaf1."10"`. At the name of a member it is the path of
+    /// the object; at the root it is empty.
     std::string members;
 };
 
-/// What a whole document is to be.
+/// What a document must be as a whole.
 enum class JsonRoot { object, array };
 
-/// The place of the token that is at `position` or around it, in a document that is JSON up to
-/// there.
+/// The place of the token at or around `position`. Up to there, the document must be JSON.
 Place placeOf(std::string_view document, std::size_t position, JsonRoot root = JsonRoot::object);
 
-/// The first place at which `document` is not one JSON value of the kind `root` and nothing
-/// else, or is nested far deeper than anything that is read here.
+/// The first place where `document` is not exactly one JSON value of the kind `root`, or is nested
+/// far deeper than anything that is read here; nullopt if there is none.
 std::optional<SyntaxError> firstSyntaxError(std::string_view document,
                                             JsonRoot root = JsonRoot::object);
 

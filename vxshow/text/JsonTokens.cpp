@@ -14,14 +14,14 @@ constexpr std::string_view blanks = " \t\n\r";
 constexpr std::string_view delimiters = " \t\n\r{}[]:,\"";
 constexpr auto none = std::string_view::npos;
 
-/// An escaped surrogate pair: nothing in a string that stands for one character is longer.
+/// The length of an escaped surrogate pair, the longest sequence that stands for one character.
 constexpr std::size_t longestSequence = 12;
 
 unsigned char byteAt(std::string_view text, std::size_t position) {
     return position < text.size() ? static_cast<unsigned char>(text[position]) : 0;
 }
 
-/// Where the string that `text` starts with is closed, or `none`.
+/// The position of the closing quote of the string that `text` starts with, or `none`.
 std::size_t closingQuote(std::string_view text) {
     std::size_t at = text.find_first_of("\"\\", 1);
     while (at != none && text[at] == '\\') {
@@ -44,7 +44,7 @@ std::size_t utf8Length(std::string_view text, std::size_t position) {
     return sequence.valid ? sequence.length : 0;
 }
 
-/// The code unit that an escape \uXXXX at `position` stands for.
+/// The code unit that the escape \uXXXX at `position` stands for; nullopt if there is none.
 std::optional<unsigned> codeUnit(std::string_view text, std::size_t position) {
     if (byteAt(text, position) != '\\' || byteAt(text, position + 1) != 'u') {
         return std::nullopt;
@@ -60,7 +60,8 @@ std::optional<unsigned> codeUnit(std::string_view text, std::size_t position) {
     return unit;
 }
 
-/// The length of the escape at `position`, of both halves of a surrogate pair, or 0.
+/// The length of the escape at `position`, both halves of a surrogate pair included; 0 if it is
+/// invalid.
 std::size_t escapeLength(std::string_view text, std::size_t position) {
     constexpr std::string_view letters = "\"\\/bfnrt";
     if (auto const unit = codeUnit(text, position)) {

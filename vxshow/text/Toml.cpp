@@ -2,11 +2,13 @@
 
 #include "Vex/Errors.h"
 
-// What is read here has four levels at most. The library applies this to arrays and inline
-// tables while it reads; to the tables of dotted keys and headers it is applied below.
+// What is read here has at most four levels. The library applies the limit below to arrays and
+// inline tables while it parses; the code in this file applies it to the tables of dotted keys and
+// headers.
 #define TOML_MAX_NESTED_VALUES 8
-// The library asserts, before it refuses it, what a document can break, such as that a key
-// begins as one. What is wrong in a file ends no program, however that is built.
+// The library asserts conditions that a document can break, such as that a key starts with a valid
+// character, before it reports them as errors. A mistake in a file must not end the program, in any
+// kind of build.
 #define TOML_ASSERT(expression) static_assert(true)
 #include <toml++/toml.h>
 
@@ -18,8 +20,8 @@ namespace {
 
 constexpr std::size_t longestDocument = std::size_t{16} << 20;
 
-// A dotted key makes a table for each of its words, and the library frees tables from within
-// each other. So what limits a line limits the stack.
+// A dotted key makes a table for each of its words, and the library frees nested tables
+// recursively. So the limit on a line limits the stack.
 constexpr std::size_t longestLine = 4096;
 
 [[noreturn]] void refuse(TomlPlace place, std::string const & what) {

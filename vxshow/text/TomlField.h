@@ -9,41 +9,41 @@
 
 namespace vxshow::text {
 
-/// A value of a document together with the way to it, and so with what a refusal of it says:
+/// A value of a document and the path to it, which a refusal of it names:
 /// `LINE:COLUMN: KEY: found WHAT, expected WHAT`.
 ///
-/// What is `expected` is the author's own words: a phrase such as "an array of remotes".
+/// `expected` is a phrase in terms that the author knows, such as "an array of remotes".
 class TomlField {
 public:
-    /// The root.
+    /// The root of a document.
     explicit TomlField(TomlValue const & root) : value_(&root) {}
 
-    /// Raises `TomlRefusal`, with the value as what was found.
+    /// Raises a `TomlRefusal` that names the value as what was found.
     [[noreturn]] void refuse(std::string_view expected) const;
 
-    /// As above, in other words for what was found.
+    /// As above, with `found` for what was found.
     [[noreturn]] void refuse(std::string_view found, std::string_view expected) const;
 
-    /// The value when it is of that type; raises `TomlRefusal` when it is of another.
+    /// The value if it has this type; otherwise raises `TomlRefusal`.
     std::string const & text(std::string_view expected) const;
     bool boolean(std::string_view expected) const;
-    /// An integer, too.
+    /// Accepts an integer, too.
     double number(std::string_view expected) const;
     std::vector<TomlField> elements(std::string_view expected) const;
     TomlValue::Table const & table(std::string_view expected) const;
 
-    /// What the table has under `name`, if that is there. Nothing in what is no table.
+    /// The member `name` of this table; nullopt if there is none, or if this is not a table.
     std::optional<TomlField> find(std::string_view name) const;
 
-    /// As `find`; raises `TomlRefusal` where there is nothing: `found a table, expected "name"
-    /// in it`.
+    /// As `find`, but raises `TomlRefusal` if there is none:
+    /// `found a table, expected "name" in it`.
     TomlField required(std::string_view name) const;
 
-    /// `member`, which is one of the table's.
+    /// The field of `member`, which must be a member of this table.
     TomlField at(TomlMember const & member) const;
 
-    /// Raises `TomlRefusal` with the place of the key of `member`, one of the table's:
-    /// `found "NAME", expected WHAT`, the words `note` behind the name.
+    /// Raises a `TomlRefusal` at the key of `member`, which must be a member of this table:
+    /// `found "NAME", expected WHAT`, with `note` right after the name.
     [[noreturn]] void refuseKey(TomlMember const & member, std::string_view note,
                                 std::string_view expected) const;
 

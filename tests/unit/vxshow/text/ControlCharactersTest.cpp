@@ -16,7 +16,7 @@ TEST(ControlCharacters, AreFoundAnywhereInAText) {
     EXPECT_TRUE(hasControls(std::string_view("a\0b", 3)));
 }
 
-TEST(ControlCharacters, AreNotOtherCharactersOfThoseBytes) {
+TEST(ControlCharacters, AreNotOtherCharactersWithTheSameBytes) {
     for (auto const text :
          {"", " ", "a b~", "\xc2\xa0", "\xc3\x80", "\xe2\x80\x9f", "\xf0\x9f\x8c\xbf"}) {
         EXPECT_FALSE(hasControls(text)) << text;

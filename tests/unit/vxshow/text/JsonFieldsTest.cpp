@@ -29,7 +29,7 @@ constexpr auto altitudeMember = optionalMember(
 constexpr auto strictPoint = strictObject("a point", xMember, yMember, altitudeMember);
 constexpr auto lenientPoint = lenientObject("a point", xMember, yMember, altitudeMember);
 
-/// The numbers that `object` reads from the document `text`, or its refusal.
+/// The numbers that `object` reads from the document `text`, or the line that refuses it.
 template <class Object>
 std::string readBy(Object const & object, std::string_view text) {
     TextFile const file(text);
@@ -56,7 +56,7 @@ TEST(JsonFields, ReadsKnownMembersInAnyOrder) {
     EXPECT_EQ(readBy(strictPoint, R"({"x":1,"y":2})"), "1 2 0");
 }
 
-TEST(JsonFields, NamesTheFirstRequiredMemberThatIsMissing) {
+TEST(JsonFields, NamesTheFirstMissingRequiredMember) {
     for (auto const text : {"{}", R"({"y":2})", R"({"altitude":3})"}) {
         EXPECT_EQ(readBy(strictPoint, text), R"(1:1: found an object, expected "x" in it)") << text;
         EXPECT_EQ(readBy(lenientPoint, text), R"(1:1: found an object, expected "x" in it)")
@@ -65,13 +65,13 @@ TEST(JsonFields, NamesTheFirstRequiredMemberThatIsMissing) {
     EXPECT_EQ(readBy(strictPoint, R"({"x":1})"), R"(1:1: found an object, expected "y" in it)");
 }
 
-TEST(JsonFields, RefusesAKnownMemberThatIsRepeated) {
+TEST(JsonFields, RefusesARepeatedKnownMember) {
     EXPECT_EQ(readBy(strictPoint, R"({"x":1,"x":1})"), R"(1:8: found "x" again, expected it once)");
     EXPECT_EQ(readBy(lenientPoint, R"({"x":1,"\u0078":1})"),
               R"(1:8: found "\u0078" again, expected it once)");
 }
 
-TEST(JsonFields, AStrictObjectRefusesAnotherMember) {
+TEST(JsonFields, AStrictObjectRefusesAnUnknownMember) {
     for (auto const name : {"z", "xx", "", "altitudes", "altitud", "\\u007a"}) {
         std::string const quoted = "\"" + std::string(name) + "\"";
         EXPECT_EQ(readBy(strictPoint, "{" + quoted + ":1}"),
@@ -79,17 +79,17 @@ TEST(JsonFields, AStrictObjectRefusesAnotherMember) {
     }
 }
 
-TEST(JsonFields, ALenientObjectSkipsOtherMembersHoweverOftenTheyAreThere) {
+TEST(JsonFields, ALenientObjectSkipsUnknownMembersEvenIfRepeated) {
     EXPECT_EQ(readBy(lenientPoint, R"({"z":[1,{"x":5}],"x":1,"z":null,"\u007a":"","y":2})"),
               "1 2 0");
 }
 
-TEST(JsonFields, AValueOfAnotherTypeIsRefusedAtItsPlace) {
+TEST(JsonFields, RefusesAValueOfTheWrongTypeAtItsPlace) {
     EXPECT_EQ(readBy(lenientPoint, R"({"x":"1","y":2})"),
               R"(1:6: x: found "1", expected a whole number from 0 to 99)");
 }
 
-TEST(JsonFields, AMemberIsReadFromANestedObjectToo) {
+TEST(JsonFields, ReadsMembersOfANestedObject) {
     TextFile const file(R"({"a":{"x":1,"y":2},"b":[]})");
     auto const bytes = system::FileBytes::read(file.descriptor());
     JsonReader json(bytes);
@@ -103,7 +103,7 @@ TEST(JsonFields, AMemberIsReadFromANestedObjectToo) {
     EXPECT_EQ(point.y, 2);
 }
 
-TEST(JsonFields, AreVisitedInTheOrderOfTheTable) {
+TEST(JsonFields, AreVisitedInTableOrder) {
     std::string names;
     strictPoint.eachField([&](auto const & field) { names.append(field.name.text()).append(" "); });
     EXPECT_EQ(names, "x y altitude ");

@@ -10,7 +10,7 @@ using namespace text;
 
 namespace {
 
-TEST(Members, AreListedForAReader) {
+TEST(JsonMembers, AreListedForAMessage) {
     std::array<MemberName, 3> const names{"a", "b", "c"};
     std::span const all(names);
     EXPECT_EQ(oneOf(all.first(1)), R"("a")");
@@ -18,7 +18,7 @@ TEST(Members, AreListedForAReader) {
     EXPECT_EQ(oneOf(all), R"("a", "b" or "c")");
 }
 
-TEST(Members, NamesOfEveryLengthStandWhereTheirBytesAndAQuoteDo) {
+TEST(JsonMembers, NamesOfAnyLengthMatchOnlyTheirBytesAndAQuote) {
     std::string const letters = "abcdefghijklmnopqrst";
     std::string const room(16, ' ');
     for (std::size_t length = 0; length <= letters.size(); ++length) {

@@ -19,7 +19,7 @@ std::string syntaxText(std::string_view document) {
                  : "none";
 }
 
-TEST(Place, IsTheWayThroughTheMembers) {
+TEST(JsonPlace, GivesLineColumnAndPath) {
     std::string_view const document = "{\n"
                                       "  \"a\": { \"x y\": [ 1, { \"b\": 22 }, [ 333 ] ],\n"
                                       "\t\"c\" : 4444\n"
@@ -37,25 +37,25 @@ TEST(Place, IsTheWayThroughTheMembers) {
     EXPECT_EQ(placeText(document, "4444"), "3:8 a.c");
 }
 
-TEST(Place, InsideATokenIsThatOfTheToken) {
+TEST(JsonPlace, InsideATokenGivesThePathOfTheToken) {
     std::string_view const document = R"({"a":{"bcd":"efg"}})";
     EXPECT_EQ(placeText(document, "cd"), "1:9 a");
     EXPECT_EQ(placeText(document, "fg"), "1:15 a.bcd");
 }
 
-TEST(Place, AtTheEndIsThatOfWhatIsOpen) {
+TEST(JsonPlace, AtTheEndGivesThePathOfTheOpenValue) {
     std::string_view const document = R"({"a":{"b":[1,)";
     auto const place = placeOf(document, document.size());
     EXPECT_EQ(place.column, 14);
     EXPECT_EQ(place.members, "a.b[1]");
 }
 
-TEST(Place, FindsNothingWrongWithJson) {
+TEST(JsonPlace, FindsNoErrorInValidJson) {
     EXPECT_EQ(syntaxText(" { } \n"), "none");
     EXPECT_EQ(syntaxText(R"({"a":[],"b":{},"c":[1,"x",true,[{}]],"":null})"), "none");
 }
 
-TEST(Place, KnowsADocumentThatIsAnArray) {
+TEST(JsonPlace, HandlesATopLevelArray) {
     std::string_view const document = R"([1,{"a":[2]}])";
     EXPECT_EQ(placeOf(document, document.find('2'), JsonRoot::array).members, "[1].a[0]");
     EXPECT_FALSE(firstSyntaxError(document, JsonRoot::array));
@@ -63,7 +63,7 @@ TEST(Place, KnowsADocumentThatIsAnArray) {
     EXPECT_EQ(firstSyntaxError("[]]", JsonRoot::array)->position, 2);
 }
 
-TEST(Place, FindsTheFirstWrongToken) {
+TEST(JsonPlace, FindsTheFirstWrongToken) {
     EXPECT_EQ(syntaxText(""), "0 the end of the file / an object");
     EXPECT_EQ(syntaxText("[]"), "0 an array / an object");
     EXPECT_EQ(syntaxText("{]"), "1 ']' / the name of a member or '}'");
@@ -83,7 +83,7 @@ TEST(Place, FindsTheFirstWrongToken) {
     EXPECT_EQ(syntaxText(R"({"a":"x)"), "7 the end of the file / the quote at the end of a text");
 }
 
-TEST(Place, RefusesToGoDeeperThanAnyDocumentIs) {
+TEST(JsonPlace, RefusesMoreThan64Levels) {
     std::string document = R"({"a":)" + std::string(63, '[') + std::string(63, ']') + "}";
     EXPECT_EQ(syntaxText(document), "none");
     document.insert(5, "[");

@@ -17,7 +17,7 @@ system::FileBytes bytesOf(std::string_view text) {
     return system::FileBytes::read(file.descriptor());
 }
 
-/// The numbers and texts of an object of objects, in the order in which they are handed out.
+/// The names and texts of an object of objects, in the order in which they are visited.
 std::vector<std::string> walked(std::string_view text) {
     auto const bytes = bytesOf(text);
     JsonReader reader(bytes);
@@ -33,13 +33,13 @@ std::vector<std::string> walked(std::string_view text) {
     return seen;
 }
 
-TEST(Json, HandsOutMembersAndTextsInTheOrderOfTheDocument) {
+TEST(Json, VisitsMembersAndTextsInDocumentOrder) {
     EXPECT_EQ(walked(R"({"b":{"x":["1","\u0032\n"],"y":[]},"a":{},"b":{"z":["3"]}})"),
               (std::vector<std::string>{"b", "x", "1", "2\n", "y", "a", "b", "z", "3"}));
     EXPECT_EQ(walked("{}"), std::vector<std::string>());
 }
 
-TEST(Json, HandsOutTheElementsOfADocumentThatIsAnArray) {
+TEST(Json, VisitsTheElementsOfATopLevelArray) {
     auto const numbers = [](std::string_view text) {
         auto const bytes = bytesOf(text);
         JsonReader reader(bytes);
@@ -72,7 +72,7 @@ TEST(Json, UnescapesTextsOfAnyLength) {
     }
 }
 
-TEST(Json, RefusesAValueOfAnotherTypeAtItsStart) {
+TEST(Json, RefusesAValueOfTheWrongTypeAtItsStart) {
     auto const bytes = bytesOf(R"({"a":{"b":7}})");
     JsonReader reader(bytes);
     try {
@@ -88,7 +88,7 @@ TEST(Json, RefusesAValueOfAnotherTypeAtItsStart) {
     }
 }
 
-TEST(Json, HandsOutElementsOfAnyKind) {
+TEST(Json, VisitsElementsThatAreObjects) {
     auto const bytes = bytesOf(R"({"a":[{"b":true},{},{"b":false,"c":true}],"d":[]})");
     JsonReader reader(bytes);
     std::vector<std::string> seen;
@@ -127,7 +127,7 @@ TEST(Json, RefusesARepeatedElementAtItsStart) {
     }
 }
 
-TEST(Json, RefusesWhatIsNotABoolean) {
+TEST(Json, RefusesAnythingButABoolean) {
     for (std::string const value :
          {"truE", "true1", "falsehood", "tru", "1", "0", "null", "\"true\"", "[]", "{}"}) {
         auto const bytes = bytesOf("{\"a\":" + value + "}");
@@ -142,7 +142,7 @@ TEST(Json, RefusesWhatIsNotABoolean) {
     }
 }
 
-TEST(Json, RefusesWhatIsNotJson) {
+TEST(Json, RefusesAnythingButOneJsonObject) {
     for (auto const * text : {"", "[]", "{", "{}}", "{} x", R"({"a":{})", R"({"a":{}}})",
                               R"({"a":{}}{})", R"({"a":{"b":[}}})", R"({"a":{"b":["\q"]}})",
                               "{\"\xff\":{}}", "\xef\xbb\xbf{}", R"({"a":{},})", R"({"a" {}})"}) {

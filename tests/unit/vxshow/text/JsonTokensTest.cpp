@@ -10,13 +10,13 @@ namespace {
 
 using namespace std::string_view_literals;
 
-TEST(Tokens, PassesOverTheBlanksOfJsonAlone) {
+TEST(JsonTokens, SkipsOnlyJsonWhitespace) {
     EXPECT_EQ(pastBlanks(" \t\r\n\v", 0), 4);
     EXPECT_EQ(pastBlanks("  ", 0), 2);
     EXPECT_EQ(pastBlanks("x", 1), 1);
 }
 
-TEST(Tokens, EndWhereTheNextOneStarts) {
+TEST(JsonTokens, EndWhereTheNextOneStarts) {
     EXPECT_EQ(tokenAt("{}", 0), "{");
     EXPECT_EQ(tokenAt("12,", 0), "12");
     EXPECT_EQ(tokenAt("x12\"a\"", 1), "12");
@@ -25,14 +25,14 @@ TEST(Tokens, EndWhereTheNextOneStarts) {
     EXPECT_EQ(tokenAt(R"("a\")", 0), R"("a\")");
 }
 
-TEST(Tokens, TakesQuotesOffAString) {
+TEST(JsonTokens, StripsTheQuotesOfAString) {
     EXPECT_EQ(stringContent(R"("a\"b")"), R"(a\"b)");
     EXPECT_EQ(stringContent(R"("")"), "");
     EXPECT_EQ(stringContent(R"("a\")"), R"(a\")");
     EXPECT_EQ(stringContent("\""), "");
 }
 
-TEST(Tokens, FindsNothingWrongWithAGoodString) {
+TEST(JsonTokens, FindsNoErrorInAValidString) {
     for (auto const text :
          {R"("")"sv, R"("\"\\\/\b\f\n\r\t\u00e9\uFFFF")"sv, R"("\ud83c\udf3f\uDBFF\uDFFF")"sv,
           "\"\x7f\""sv, "\"\xc2\x80\""sv, "\"\xe0\xa0\x80\xed\x9f\xbf\xef\xbf\xbf\""sv,
@@ -41,7 +41,7 @@ TEST(Tokens, FindsNothingWrongWithAGoodString) {
     }
 }
 
-TEST(Tokens, FindsTheFirstWrongByteOfAString) {
+TEST(JsonTokens, FindsTheFirstWrongByteOfAString) {
     struct Bad {
         std::string_view text;
         std::size_t position;
@@ -65,7 +65,7 @@ TEST(Tokens, FindsTheFirstWrongByteOfAString) {
     }
 }
 
-TEST(Tokens, FindsThatAStringIsNotClosed) {
+TEST(JsonTokens, ReportsAnUnterminatedString) {
     for (auto const text : {"\""sv, "\"abc"sv, "\"abc\\"sv, "\"abc\\\""sv, "\"\\u12"sv,
                             "\"\\ud83c\\u"sv, "\"\xf0\x9f"sv}) {
         auto const error = stringError(text, 0);
@@ -76,7 +76,7 @@ TEST(Tokens, FindsThatAStringIsNotClosed) {
     }
 }
 
-TEST(Tokens, KnowsPlainValues) {
+TEST(JsonTokens, AcceptsOnlyPlainValues) {
     for (auto const token :
          {"0", "-0", "10", "1.0", "-1.5e+10", "1E5", "0e-1", "true", "false", "null"}) {
         EXPECT_TRUE(isPlainValue(token)) << token;

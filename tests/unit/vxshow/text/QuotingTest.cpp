@@ -8,17 +8,17 @@ using namespace text;
 
 namespace {
 
-TEST(Shown, CutsALongText) {
+TEST(Quoting, TruncatesALongText) {
     EXPECT_EQ(shownText(std::string(60, 'a')), std::string(60, 'a'));
     EXPECT_EQ(shownText(std::string(61, 'a')), std::string(60, 'a') + "...");
 }
 
-TEST(Shown, TheQuotesStandAroundAllThatIsLeftOfAText) {
+TEST(Quoting, ClosesTheQuotesAfterATruncatedText) {
     EXPECT_EQ(shownInQuotes("a b\x1b"), "\"a b\\x1b\"");
     EXPECT_EQ(shownInQuotes(std::string(61, 'a')), '"' + std::string(60, 'a') + "...\"");
 }
 
-TEST(Shown, TellsTokensByTheirKind) {
+TEST(Quoting, ShowsEachKindOfToken) {
     std::string_view const document = R"({"a\"b" : [12x, tru}])";
     EXPECT_EQ(shownToken(document, 0), "an object");
     EXPECT_EQ(shownToken(document, 1), R"("a\"b")");
@@ -32,12 +32,12 @@ TEST(Shown, TellsTokensByTheirKind) {
     EXPECT_EQ(shownToken(document, 21), "the end of the file");
 }
 
-TEST(Shown, TellsATextThatIsNotClosed) {
+TEST(Quoting, ClosesTheQuotesOfAnUnterminatedText) {
     EXPECT_EQ(shownToken("\"abc\\\"", 0), "\"abc\\\"\"");
     EXPECT_EQ(shownToken("\"", 0), "\"\"");
 }
 
-TEST(Shown, QuotesMembersThatAreNoPlainWords) {
+TEST(Quoting, QuotesMembersThatAreNotPlainWords) {
     EXPECT_EQ(shownMember("leaf-1_a"), "leaf-1_a");
     EXPECT_EQ(shownMember("10"), "\"10\"");
     EXPECT_EQ(shownMember("-a"), "\"-a\"");

@@ -27,7 +27,7 @@ std::string deepKey(std::size_t levels) {
 
 } // namespace
 
-TEST(Toml, MembersAreInTheOrderOfTheFileWithTheirPlaces) {
+TEST(Toml, KeepsMembersInFileOrderWithTheirPlaces) {
     auto const document = readToml("z = 1\n \"\xC3\xA4\" = 2\n'\xC3\xA4k' . x = 3\na = 4\n");
     std::vector<std::string> found;
     for (auto const & member : std::get<TomlValue::Table>(document.content)) {
@@ -43,7 +43,7 @@ TEST(Toml, ColumnsCountCharacters) {
     EXPECT_EQ(refusalOfToml("a = \"\xC3\xA4\" x").substr(0, 5), "1:9: ");
 }
 
-TEST(Toml, WhatIsNoTomlIsRefusedAtItsPlace) {
+TEST(Toml, RefusesInvalidTomlAtItsPlace) {
     EXPECT_EQ(refusalOfToml("a = 1\na = 2\n"),
               "2:5: Error while parsing key-value pair: cannot redefine existing integer 'a'");
     EXPECT_EQ(refusalOfToml("[[source]\n"),
@@ -52,7 +52,7 @@ TEST(Toml, WhatIsNoTomlIsRefusedAtItsPlace) {
     EXPECT_EQ(refusalOfToml("a = \"\xFF\""), "1:5: Encountered invalid utf-8 sequence");
 }
 
-TEST(Toml, AKeyThatBeginsAsNoneIsRefused) {
+TEST(Toml, RefusesAKeyThatStartsWithAnInvalidCharacter) {
     for (auto const * const document :
          {"[=]", "[[=]]", "[a.=]", "a.=1", "a = {=1}", "a = {b=1,=}"}) {
         EXPECT_EQ(refusalOfToml(document).substr(0, 2), "1:") << document;
@@ -68,7 +68,7 @@ TEST(Toml, ARefusalIsPrintable) {
     }
 }
 
-TEST(Toml, ALineHasAtMost4096Bytes) {
+TEST(Toml, LimitsALineTo4096Bytes) {
     std::string const line = "#" + std::string(4095, 'x');
     EXPECT_EQ(refusalOfToml("\n" + line + "\n"), "");
     EXPECT_EQ(refusalOfToml("\n" + line + "x\n"),
@@ -76,13 +76,13 @@ TEST(Toml, ALineHasAtMost4096Bytes) {
     EXPECT_EQ(refusalOfToml(line + "x"), "1:1: found a line of 4097 bytes, expected at most 4096");
 }
 
-TEST(Toml, ADocumentHasAtMost16Mebibytes) {
+TEST(Toml, LimitsADocumentTo16Mebibytes) {
     std::string const blank(std::size_t{16} << 20, '\n');
     EXPECT_EQ(refusalOfToml(blank), "");
     EXPECT_EQ(refusalOfToml(blank + "\n"), "1:1: found 16777217 bytes, expected at most 16777216");
 }
 
-TEST(Toml, TheDeepestKeysThatFitIntoLinesAreRefused) {
+TEST(Toml, RefusesTheDeepestKeysThatFitOnALine) {
     std::string document = "[" + deepKey(2000) + "]\n";
     for (int level = 0; level < 3; ++level) {
         document += deepKey(2000) + " = [\n{ ";
@@ -95,7 +95,7 @@ TEST(Toml, TheDeepestKeysThatFitIntoLinesAreRefused) {
               "1:1: found a value in too many others, expected at most 8 levels");
 }
 
-TEST(Toml, AValueIsInAtMost8Others) {
+TEST(Toml, LimitsNestingTo8Levels) {
     EXPECT_EQ(refusalOfToml("a = [[[[[[[1]]]]]]]"), "");
     EXPECT_EQ(refusalOfToml(deepKey(8) + " = 1"), "");
     EXPECT_EQ(refusalOfToml(deepKey(9) + " = 1"),
