@@ -21,14 +21,14 @@ struct Selection {
     bool arpTables = true;     ///< of each VNI
     Vxlan::VniOrNone vni = {}; ///< none: every VNI
     Nolt::EthAddr mac = {};    ///< the one MAC address of MAC tables; zero: every one
-    std::string source = {};   ///< the source's name as the filter has it; empty: every source
+    std::string source = {};   ///< the source's name as in the filter; empty: every source
 
     /// Whether the entry `name` of a per-VNI directory is selected. The name can be any text, and
-    /// each command makes a VNI of it in its own way; only the decimal number of another VNI is
+    /// each command reads a VNI from it in its own way; only the decimal number of another VNI is
     /// not selected.
     bool takesEntry(std::string_view name) const;
 
-    /// Whether the switch `name` is selected: by the filter "all", too.
+    /// Whether the switch `name` is selected. The filter "all" selects every switch.
     bool takesSwitch(std::string_view name) const {
         return source.empty() || source == "all" || source == name;
     }

@@ -5,7 +5,7 @@
 
 namespace vxshow::state {
 
-/// What a source is to the fabric, and so where its facts are mounted.
+/// The role of a source in the fabric, which decides where its facts are mounted.
 enum class Role {
     /// One or several switches. What they learned locally is received from each of them under
     /// its name; what they were told is advertised, in the entry of each VNI.
@@ -22,7 +22,7 @@ enum class Role {
 /// The word for each role, in the order of `Role`, as fabric files write it.
 inline constexpr std::array<std::string_view, 4> roleWords{"switch", "hsc", "qvx", "evpn"};
 
-/// The names of the sources that are no switches: in a mount, in snapshots and in listings.
+/// The names of the sources that are not switches: in a mount, in snapshots and in listings.
 inline constexpr char const * hscName = "HSC";
 inline constexpr char const * qvxName = "QVX";
 inline constexpr char const * evpnName = "EVPN";

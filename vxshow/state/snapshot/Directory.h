@@ -25,8 +25,8 @@ Vex::Ptr<Vex::Dir> readDirectory(text::JsonValue & value, std::string_view expec
     return dir;
 }
 
-/// Writes the member `key`, an object with a member for each entity of a directory, by name,
-/// which `write(entity)` fills. Entities of other types are left out: no command shows them.
+/// Writes the member `key`: an object with a member for each entity of a directory, in order of
+/// name, which `write(entity)` fills. Entities of other types are left out: no command shows them.
 template <class Entity, class Write>
 void writeDirectory(ValuesWriter & values, std::string_view key, Vex::Dir const & directory,
                     Write && write) {

@@ -24,7 +24,7 @@ using Routers = Mount::Routers;
 constexpr text::MemberName formatName = "vxlan-controller-state";
 constexpr Vex::U32 formatVersion = 1;
 
-/// What to read of the parts of the document.
+/// What to read from each part of the document.
 struct Wanted {
     explicit Wanted(Selection const & wanted) : selection(wanted), tables(wanted) {}
 
@@ -56,7 +56,7 @@ Vex::Ptr<Vex::Dir> readVniEntries(text::JsonValue & value, Wanted & wanted) {
                          });
 }
 
-/// A source that publishes as a switch does.
+/// A source that publishes as a switch does, but is not one.
 constexpr auto switchLikeSource(text::MemberName source) {
     return optionalMember(
         source,
@@ -91,8 +91,8 @@ constexpr auto evpnSources = text::strictObject(
             }
         }));
 
-/// Writes the member `key`, the sources of `list` that `object` describes. `published` has them
-/// by name: throws `Unwritable` for any other.
+/// Writes the member `key`: the sources of `list` that `object` describes. `published` holds them
+/// by name; any other source throws `Unwritable`.
 template <class Object, class Published, class List>
 void writeSources(ValuesWriter & values, std::string_view key, Object const & object,
                   Published const & published, List const & list) {
@@ -106,7 +106,7 @@ void writeSources(ValuesWriter & values, std::string_view key, Object const & ob
     values.object(key, [&] { writeMembers(object, values, list); });
 }
 
-/// The sources of what is received or advertised.
+/// The member with the sources of what is received or advertised.
 template <class State, class Object>
 constexpr auto sourcesMember(Object const & object, bool Selection::*selected) {
     return optionalMember(

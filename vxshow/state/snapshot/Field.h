@@ -7,8 +7,8 @@
 #include <limits>
 #include <string_view>
 
-/// The members of a snapshot's objects. Each is described once, with how its value is read and
-/// how it is written, so that what is written is what can be read.
+/// The members of a snapshot's objects. Each is described once, both how its value is read and how
+/// it is written, so that what is written can be read.
 namespace vxshow::state::snapshot {
 
 /// One member. `read(JsonValue &, into...)` takes its value.
@@ -32,7 +32,7 @@ constexpr Field<Read, Write> optionalMember(text::MemberName name, Read read, Wr
     return {name, false, read, write};
 }
 
-/// A number from 0 to the largest of its type, left out when it is 0.
+/// A number from 0 to the maximum of its type, left out if it is 0.
 template <class Owner, class Number>
 constexpr auto optionalNumber(text::MemberName name, Number Owner::*number) {
     return optionalMember(

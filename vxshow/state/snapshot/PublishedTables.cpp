@@ -110,7 +110,8 @@ void TablesReader::readTable(text::JsonValue & value, std::string_view expected,
             entries.push_back(std::move(slot));
         });
     } catch (...) {
-        // The first fault in the document is reported: a key repeated before this one, too.
+        // The first fault in the document must be reported, and that can be a repeated key before
+        // this one.
         fillTable();
         throw;
     }

@@ -16,21 +16,21 @@ namespace vxshow::state::snapshot {
 /// Reads the tables that the controller publishes for each VNI of a switch or source:
 /// `{ "unicast": …, "multipath": …, "flood": …, "arp": … }`, each of which can be missing.
 ///
-/// The entries of every table are first gathered in the same vectors, since their number is
-/// known only at its end; the table is then built from all of them at once. What is not selected
-/// is checked in the same way, in tables that are reused.
+/// The entries of each table are first gathered in vectors that are reused, since their number is
+/// known only at the end of the table; the table is then built from all of them at once. What is
+/// not selected is checked in the same way, in tables that are reused.
 class TablesReader {
 public:
     explicit TablesReader(Selection const & selection) : selection_(selection) {}
 
-    /// Fills `into`, which is empty, with the selected tables. Throws `Refusal`.
+    /// Fills `into`, which must be empty, with the selected tables. Throws `Refusal`.
     void read(text::JsonValue & value, VxlanController::VniTables & into);
 
-    /// Only checks. Throws `Refusal`.
+    /// Checks the tables without keeping them. Throws `Refusal`.
     void check(text::JsonValue & value);
 
-    /// Reads `{ VNI: TABLES }`: what is selected of a source, or only checks if the source itself
-    /// is not `selected`. Throws `Refusal`.
+    /// Reads `{ VNI: TABLES }`: the selected part of a source. If the source itself is not
+    /// `selected`, only checks it. Throws `Refusal`.
     Vex::Ptr<VxlanController::VniStatusDirV2> readVniStatusDir(text::JsonValue & value,
                                                                bool selected);
 
@@ -55,15 +55,15 @@ private:
     std::vector<Tables::MacVtepMultiPathTable::Slot> multipath_;
     std::vector<Tables::MacVtepFloodListTable::Slot> flood_;
     std::vector<Tables::ArpTable::Slot> arp_;
-    std::vector<Vex::U32> keys_; ///< where each key is, counted from its table's start
+    std::vector<Vex::U32> keys_; ///< where each key is, as an offset from its table's start
 };
 
-/// Writes tables as members of the open object: entries by key, an empty table not at all, which
-/// the reader takes for the same.
+/// Writes tables as members of the open object, entries in order of key. An empty table is left
+/// out, which reads back as the same.
 ///
-/// A snapshot cannot express two things of the published state, and no command shows them:
-/// whether a VTEP of a list is stored as true, as every publisher does, or as false; and whether
-/// a flood list is sent to all of its VTEPs or to any one.
+/// A snapshot does not record two things of the published state, and no command shows them: whether
+/// a VTEP of a list is stored as true, as every publisher does, or as false; and whether a flood
+/// list is sent to all of its VTEPs or to any one.
 void writeTables(ValuesWriter & values, VxlanController::VniTables const & tables);
 
 /// Writes the VNIs of one source as members of the open object.

@@ -18,7 +18,7 @@ using VxlanController::PortVlanPairV2;
 constexpr std::string_view anObjectByAddress =
     "an object whose members are addresses with their prefix length";
 
-/// What is read of ports and of uplink ports.
+/// What is read for ports and for uplink ports alike.
 struct PortPlace {
     Nolt::EthAddr mac;
     Nolt::IpGenAddr vtep;
@@ -108,7 +108,7 @@ constexpr auto portVlanObject = text::strictObject(
 
 using PortVlans = LRIpUplinkPortV2::PortVlans;
 
-/// Each port on each of its VLANs: a pair is there once.
+/// Reads each port with its VLAN; a repeated pair is refused.
 PortVlans readPortVlans(text::JsonValue & value) {
     PortVlans pairs;
     value.elements("a list of ports", [&](text::JsonValue & element) {

@@ -11,7 +11,7 @@ namespace vxshow::state::snapshot {
 /// into a `VxlanController::LRStatusV2` for each router. Throws `Refusal`.
 Vex::Ptr<Vex::Dir> readRouterStatus(text::JsonValue & value);
 
-/// Writes the member `key`, such an object; empty parts of a router are left out.
+/// Writes such an object as the member `key`; empty parts of a router are left out.
 void writeRouterStatus(ValuesWriter & values, std::string_view key, Vex::Dir const & routers);
 
 } // namespace vxshow::state::snapshot

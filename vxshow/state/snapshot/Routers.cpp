@@ -42,7 +42,8 @@ void writePublished(ValuesWriter & values, std::string_view key,
     auto const system = [&](SystemPublishedMount const & published) {
         values.object(Spelled(published.systemId().address()), [&] {
             forEachByKey(published.publishedMount(), &MountDesc::path, [&](MountDesc const & at) {
-                // The printer has no text without a key, and no router is at the empty path.
+                // The printer cannot write a text with an empty key, and no router is at the empty
+                // path.
                 if (!at.path().empty()) {
                     values.text(writable(at.path()), at.kind());
                 }

@@ -8,23 +8,23 @@
 
 namespace vxshow::state::snapshot {
 
-/// A snapshot that cannot be read. Its text is one line of printable ASCII:
-/// `FILE:LINE:COLUMN: MEMBERS: found WHAT, expected WHAT`, or `FILE: WHAT` where no place
-/// in the file is to blame. Lines and columns count from 1, columns in bytes.
+/// A snapshot cannot be read. The message is one line of printable ASCII: `FILE:LINE:COLUMN:
+/// MEMBERS: found WHAT, expected WHAT`, or `FILE: WHAT` if the fault is not at a place in the file.
+/// Lines and columns count from 1, columns in bytes.
 class SnapshotError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the snapshot in the file `path`, or on standard input when that is "-", and mounts
-/// what is selected of it.
+/// Reads the snapshot in the file `path`, or from standard input if that is "-", and mounts the
+/// part of it that is selected.
 ///
 /// Reading is strict: a document with a member, a number, an address or a byte that is not
-/// understood is refused whole, since a listing that silently lacks what was misspelt is
-/// worse than none. That holds for what is not selected, too. Raises `SnapshotError`.
+/// understood is refused as a whole, since a listing that silently lacks what was misspelt is worse
+/// than none. That holds for what is not selected, too. Raises `SnapshotError`.
 ///
-/// The document goes through memory once, as it is, up to 4 GB of it; its values go
-/// straight into the tables, and the text is dropped before this returns.
+/// The document is in memory once, as it is, up to 4 GB; its values go straight into the tables,
+/// and the text is freed before this returns.
 Mount readSnapshot(std::string const & path, Selection const & selection = {});
 
 } // namespace vxshow::state::snapshot

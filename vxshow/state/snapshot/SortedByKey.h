@@ -9,12 +9,12 @@
 
 namespace vxshow::state::snapshot {
 
-/// Calls `visit(entry)` for each entry of a published table in ascending order of `key`, a
-/// getter of theirs.
+/// Calls `visit(entry)` for each entry of a published table in ascending order of `key`, a getter
+/// of the entries.
 ///
-/// Tables stand in an order of their own, and a document is to depend on their content alone.
-/// Only keys are copied, and pointers to the entries: those may be millions. An entry is where
-/// the table has it, which is not written meanwhile. Throws `outfmt::SigIntException`.
+/// A table has an order of its own, but a document must depend on its content alone. Only the keys
+/// and pointers to the entries are copied, since there can be millions. Each entry stays in the
+/// table, which must not be changed meanwhile. Throws `outfmt::SigIntException`.
 template <class Table, class Key, class Visit>
 void forEachByKey(Table const & table, Key key, Visit && visit) {
     using Entry = std::remove_cvref_t<decltype(*table.begin())>;

@@ -14,7 +14,7 @@ using VxlanController::SwitchInfoDir;
 using VxlanController::VtepMap;
 
 // Both keys consist of an address or identifier and a VXLAN interface, which a snapshot does not
-// have.
+// record.
 Vex::String const noInterface;
 
 void requireNoInterface(Vex::String const & name) {

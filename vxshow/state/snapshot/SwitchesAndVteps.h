@@ -12,9 +12,9 @@ namespace vxshow::state::snapshot {
 
 /// Reads switches and VTEPs, two objects of a document in either order, into one directory.
 ///
-/// A switch lists its VTEPs, and each VTEP is described under its own address. So a switch can
-/// name a VTEP that is described further on, or nowhere: that is known only at the end. A VTEP
-/// can name switches that do not exist.
+/// A switch lists its VTEPs, and each VTEP is described under its own address. So a switch can name
+/// a VTEP that is described later, or nowhere: that is known only at the end. A VTEP can name
+/// switches that do not exist.
 class SwitchInfoReader {
 public:
     /// Reads `{ SWITCH-ID: { "vteps": [ IP, … ] } }`. Throws `Refusal`.
@@ -23,8 +23,8 @@ public:
     /// Reads `{ IP: { "active": BOOL, "switches": [ SWITCH-ID, … ] } }`. Throws `Refusal`.
     void readVteps(text::JsonValue & value);
 
-    /// The directory, or null when neither object was read. Throws the `Refusal` of the first
-    /// VTEP that a switch names and that is not described.
+    /// The directory, or null if neither object was read. Throws the `Refusal` of the first VTEP
+    /// that a switch names but that is not described.
     Vex::Ptr<VxlanController::SwitchInfoDir> finished() const;
 
 private:
@@ -38,15 +38,14 @@ private:
 
     Vex::Ptr<VxlanController::SwitchInfoDir> directory_;
     std::unordered_set<Nolt::IpGenAddr> described_;
-    std::unordered_map<Nolt::IpGenAddr, char const *> named_; ///< with its first place
+    std::unordered_map<Nolt::IpGenAddr, char const *> named_; ///< and where each is first named
 };
 
 /// Writes the member `key`, the switches of `dir`.
 ///
-/// Switches and VTEPs name each other by address and VXLAN interface. A snapshot has no place for
-/// the interface, and the order in which a switch's VTEPs are examined depends on it. Both
-/// writers throw `Unwritable` where one is named; this one also does for a VTEP that is not in
-/// `dir`.
+/// Switches and VTEPs name each other by address and VXLAN interface. A snapshot cannot record the
+/// interface, and the order in which a switch's VTEPs are examined depends on it. So both writers
+/// throw `Unwritable` if an interface is named; this one also does if a VTEP is not in `dir`.
 void writeSwitches(ValuesWriter & values, std::string_view key,
                    VxlanController::SwitchInfoDir const & dir);
 

@@ -14,17 +14,18 @@
 #include <string_view>
 #include <vector>
 
-/// The values that a snapshot consists of.
+/// Writes the values that a snapshot consists of.
 namespace vxshow::state::snapshot {
 
-/// The state holds what a snapshot cannot express. Its text is one line of printable ASCII.
+/// The state contains something that a snapshot cannot express. The message is one line of
+/// printable ASCII.
 class Unwritable : public Vex::Error {
 public:
     using Vex::Error::Error;
 };
 
-/// `text` itself if it is UTF-8, as JSON must be. Throws `Unwritable` otherwise: another text
-/// would be read back as another name.
+/// `text` itself if it is UTF-8, as JSON must be. Throws `Unwritable` otherwise: a changed text
+/// would be read back as a different name.
 std::string_view writable(std::string_view text);
 
 /// Throws `Unwritable` for the empty value.
@@ -54,14 +55,14 @@ private:
     std::size_t length_;
 };
 
-/// Writes members on a printer. The caller makes sure of the keys; values are checked.
+/// Writes members to a printer. The caller is responsible for the keys; values are checked.
 class ValuesWriter {
 public:
     explicit ValuesWriter(outfmt::Printer & printer) : printer_(printer), element_(printer, "") {}
 
     outfmt::Printer & printer() const noexcept { return printer_; }
 
-    /// The member `key`, an object of the members that `fill()` writes.
+    /// Writes the member `key`: an object of the members that `fill()` writes.
     template <class Fill>
     void object(std::string_view key, Fill && fill) {
         printer_.startDict(key);
@@ -69,7 +70,7 @@ public:
         printer_.endDict();
     }
 
-    /// The member `key`, a list of the elements that `fill()` writes.
+    /// Writes the member `key`: a list of the elements that `fill()` writes.
     template <class Fill>
     void list(std::string_view key, Fill && fill) {
         printer_.startList(key);
@@ -77,7 +78,7 @@ public:
         printer_.endList();
     }
 
-    /// The member `key`, an address. Throws `Unwritable` for the empty one.
+    /// Writes the member `key`: an address. Throws `Unwritable` for the empty one.
     template <outfmt::TextValue Address>
     void address(std::string_view key, Address const & address) {
         requireAddress(address);
@@ -86,7 +87,7 @@ public:
         printer_.addAttributesJson(1, info.getArg());
     }
 
-    /// The member `key`, a list of the addresses in the range, in ascending order.
+    /// Writes the member `key`: a list of the addresses in the range, in ascending order.
     template <class Range>
     void addresses(std::string_view key, Range const & range) {
         using Address = std::remove_cvref_t<decltype(*range.begin())>;
@@ -105,7 +106,7 @@ public:
         });
     }
 
-    /// An element of the open list.
+    /// Writes an element of the open list.
     void element(std::string_view text);
 
     void text(std::string_view key, std::string_view text);

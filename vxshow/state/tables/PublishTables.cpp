@@ -47,7 +47,7 @@ private:
     std::string path_;
 };
 
-/// Writes a copy of `table`. With room for all entries from the start, it never moves.
+/// Writes a copy of `table`. The copy has room for all entries from the start, so it never moves.
 template <class Writer, class Table>
 void writeTable(Table const & table, std::string const & path) {
     auto writer = Writer::inFile(path, table.size());
@@ -65,7 +65,7 @@ public:
     explicit Publisher(std::string const & directory)
         : directory_(directory), staging_(directory) {}
 
-    /// Writes the tables of one direction. A null list has none.
+    /// Writes the tables of one direction. A null list has no tables.
     void write(Vex::Ptr<Cli::HostFloodTableList> const & list, std::string_view hostsName,
                std::string_view floodName) {
         auto const tables = list ? list->hostFloodTable(Vex::Name(evpnSource)) : nullptr;

@@ -7,7 +7,7 @@
 #include <string>
 
 /// The EVPN tables of a state as files that other processes map: those of the source "EVPN",
-/// received and advertised, a file each.
+/// received and advertised, one file each.
 ///
 ///     received-hosts  received-flood  advertised-hosts  advertised-flood
 ///
@@ -15,8 +15,8 @@
 /// is meant for readers on the same host. An absent table has no file.
 namespace vxshow::state::tables {
 
-/// The files cannot be published or mounted. Its text is one line of printable ASCII that
-/// starts with the path.
+/// The files cannot be published or mounted. The message is one line of printable ASCII that starts
+/// with the path.
 class TableFileError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -36,9 +36,9 @@ void publishTables(Mount const & mount, std::string const & directory);
 /// Mounts the tables in `directory`, mapped for reading; nothing else is mounted. Each is read
 /// once from end to end, so that a damaged file is refused here.
 ///
-/// A table that turns out to be damaged later raises a `TableFileError` out of the command
-/// that reads it. A file that is cut short in place during a walk ends the process with
-/// SIGBUS: the memory is gone. `publishTables` never does that, since it replaces files.
+/// A table that turns out to be damaged later makes the command that reads it fail with
+/// `TableFileError`. A file that is cut short in place during a walk ends the process with SIGBUS:
+/// the memory is gone. `publishTables` never does that, since it replaces files.
 ///
 /// Raises `TableFileError` also for a directory without any of the files, which is more
 /// likely the wrong one than a state without EVPN.

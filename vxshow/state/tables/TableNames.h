@@ -9,7 +9,7 @@
 
 namespace vxshow::state::tables {
 
-/// The source whose tables they are.
+/// The source that the tables belong to.
 inline constexpr std::string_view evpnSource = "EVPN";
 
 inline constexpr std::string_view receivedHosts = "received-hosts";
@@ -22,8 +22,8 @@ inline constexpr std::string_view advertisedFlood = "advertised-flood";
     throw TableFileError(Vex::printable(path) + ": " + std::generic_category().message(error));
 }
 
-/// The line on the file `path` for the platform's words on the table `table`, whose name they
-/// start with: "table 'TABLE', slot 5: PROBLEM" becomes "PATH: slot 5: PROBLEM".
+/// The line about the file `path` for the platform's message about the table `table`, which starts
+/// with the table's name: "table 'TABLE', slot 5: PROBLEM" becomes "PATH: slot 5: PROBLEM".
 inline std::string lineOn(std::string const & path, std::string const & table,
                           std::string_view words) {
     std::string const name = "table " + Vex::quoted(table);

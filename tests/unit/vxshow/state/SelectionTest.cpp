@@ -23,8 +23,8 @@ Mount received(Selection const & selection) {
     return state::snapshot::readSnapshot(file.path(), selection);
 }
 
-/// How many unicast entries, and how many entries of any kind, a VNI of a switch has; nothing
-/// for a VNI that is not there.
+/// How many entries each table of a VNI of a switch has: unicast, multipath, flood, ARP; empty if
+/// the VNI is not mounted.
 std::string entriesOf(Mount const & mount, std::string_view name, Vex::U32 vni) {
     auto const tables = switchOf(mount, name)->vniStatusV2(Vxlan::Vni(vni));
     if (!tables) {
@@ -48,7 +48,7 @@ std::string refusedWith(Selection const & selection, std::string const & text) {
 
 } // namespace
 
-TEST(Selection, IsEverythingAtFirst) {
+TEST(Selection, IsEverythingByDefault) {
     auto const mount = received({});
     EXPECT_EQ(entriesOf(mount, "leaf1", 10), "1 1 1 1");
     EXPECT_EQ(entriesOf(mount, "leaf1", 20), "1 0 0 0");
@@ -74,7 +74,7 @@ TEST(Selection, OfOneKindOfTableMountsThatKind) {
     EXPECT_EQ(entriesOf(received({.macTables = false}), "leaf1", 10), "0 0 0 1");
 }
 
-TEST(Selection, OfTheOtherPartMountsNoTables) {
+TEST(Selection, WithoutReceivedStateMountsNoReceivedTables) {
     EXPECT_EQ(entriesOf(received({.received = false}), "leaf1", 10), "");
 }
 
@@ -97,7 +97,7 @@ TEST(Selection, OfAVniMountsItsAdvertisedEntryAndTheNamesOfTheOthers) {
     EXPECT_EQ(entryOf(mount, "20")->macVtepTable().size(), 1U);
 }
 
-TEST(Selection, WhatIsNotSelectedIsCheckedLikeTheRest) {
+TEST(Selection, ChecksWhatIsNotSelectedLikeTheRest) {
     Selection const nothing{.received = false,
                             .advertised = false,
                             .macTables = false,

@@ -2,8 +2,7 @@
 
 #include <cstdio>
 
-/// Tells for each snapshot that is named on the command line, a line each, "accepted" or why
-/// it is refused.
+/// Prints one line for each snapshot named on the command line: "accepted", or why it is refused.
 int main(int argc, char ** argv) {
     for (int index = 1; index < argc; ++index) {
         try {

@@ -9,7 +9,7 @@ using namespace state::snapshot;
 
 namespace {
 
-TEST(DocumentReader, MountsNothingWhereNothingIsWritten) {
+TEST(Document, MountsNothingForMissingState) {
     for (auto const * state :
          {"", R"(,"received":{})", R"(,"advertised":{},"received":{})", R"(,"routers":{})"}) {
         auto const mount =
@@ -26,7 +26,7 @@ TEST(DocumentReader, MountsNothingWhereNothingIsWritten) {
     }
 }
 
-TEST(DocumentReader, TellsAnEmptySourceFromAnAbsentOne) {
+TEST(Document, DistinguishesAnEmptySourceFromAnAbsentOne) {
     auto const mount = mounted(withReceived(R"({"switches":{},"sources":{"HSC":{}},"evpn":{}})"));
     ASSERT_TRUE(mount.received.switches);
     EXPECT_EQ(mount.received.switches->size(), 0);
@@ -38,7 +38,7 @@ TEST(DocumentReader, TellsAnEmptySourceFromAnAbsentOne) {
     EXPECT_FALSE(mount.received.evpn->hostFloodTable("EVPN"));
 }
 
-TEST(DocumentReader, TellsAnEmptyDestinationFromAnAbsentOne) {
+TEST(Document, DistinguishesAnEmptyDestinationFromAnAbsentOne) {
     auto const mount = mounted(withAdvertised(R"({"vnis":{},"sources":{"HSC":{}},"evpn":{}})"));
     ASSERT_TRUE(mount.advertised.vnis);
     EXPECT_EQ(mount.advertised.vnis->size(), 0);
@@ -49,7 +49,7 @@ TEST(DocumentReader, TellsAnEmptyDestinationFromAnAbsentOne) {
     EXPECT_FALSE(mount.advertised.evpn->hostFloodTable("EVPN"));
 }
 
-TEST(DocumentReader, KeepsWhatIsReceivedAndWhatIsAdvertisedApart) {
+TEST(Document, KeepsReceivedAndAdvertisedStateApart) {
     auto const mount = mounted(
         R"({"format":"vxlan-controller-state","version":1,
             "advertised":{"vnis":{"10":{"arp":{"10.0.0.9":{"mac":"02:00:00:00:00:01"}}}},
@@ -71,7 +71,7 @@ TEST(DocumentReader, KeepsWhatIsReceivedAndWhatIsAdvertisedApart) {
     EXPECT_TRUE(mount.received.evpn->hostFloodTable("EVPN")->floodTable());
 }
 
-TEST(DocumentReader, FillsTheTablesOfAnEntry) {
+TEST(Document, FillsTheTablesOfAnEntry) {
     auto const entry = entryOf(mounted(withAdvertised(R"({"vnis":{"10":{
         "unicast":{"02:00:00:00:00:01":{"vtep":"10.0.0.1","moves":3}},
         "multipath":{"02:00:00:00:00:02":["10.0.0.1","10.0.0.2"]},
@@ -89,14 +89,14 @@ TEST(DocumentReader, FillsTheTablesOfAnEntry) {
     EXPECT_EQ(binding->element().changes(), 9);
 }
 
-TEST(DocumentReader, TakesFormatAndVersionAnywhere) {
+TEST(Document, AcceptsFormatAndVersionAnywhere) {
     auto const mount = mounted(
         R"( {"received":{"sources":{"QVX":{"7":{}},"HSC":{}}},"version":1 ,
              "format":"vxlan\u002dcontroller-state"} )");
     EXPECT_TRUE(mount.received.sources->vniStatusDir("QVX")->vniStatusV2(Vxlan::Vni(7)));
 }
 
-TEST(DocumentReader, KeepsTheNamesOfSwitchesAsTheyAre) {
+TEST(Document, KeepsSwitchNamesUnchanged) {
     auto const mount = mounted(withReceived(
         R"({"switches":{"leaf1":{},"Leaf1":{},"":{},"he said \"leaf\"":{},"\ud83c\udf3f":{},)"
         R"("a\u0000b":{},"HSC":{},"100%":{}}})"));
@@ -108,7 +108,7 @@ TEST(DocumentReader, KeepsTheNamesOfSwitchesAsTheyAre) {
     }
 }
 
-TEST(DocumentReader, KeepsTheNamesOfEntriesWhetherVnisOrNot) {
+TEST(Document, KeepsEntryNamesEvenIfTheyAreNotVnis) {
     auto const mount = mounted(withAdvertised(
         R"({"vnis":{"10":{},"010":{}," 10":{},"+10":{},"-1":{},"16777216":{},"abc":{},"":{},)"
         R"("\ud83c\udf3f":{},"1\u00000":{},"99999999999999999999":{}}})"));
@@ -134,7 +134,7 @@ void expectRefused(std::initializer_list<Refused> all) {
 std::string const format = R"("format":"vxlan-controller-state")";
 std::string const version = R"("version":1)";
 
-TEST(DocumentReader, RefusesABadHead) {
+TEST(Document, RefusesABadHeader) {
     expectRefused(
         {{"{}", R"(1:1: found an object, expected "format" in it)"},
          {" \n {" + version + "}", R"(2:2: found an object, expected "format" in it)"},
@@ -158,7 +158,7 @@ TEST(DocumentReader, RefusesABadHead) {
          {R"({"routers":{},"routers":{}})", R"(1:15: found "routers" again, expected it once)"}});
 }
 
-TEST(DocumentReader, RefusesBadReceivedState) {
+TEST(Document, RefusesBadReceivedState) {
     expectRefused(
         {{R"({"received":null})",
           "1:13: received: found null, expected an object of published state"},
@@ -191,7 +191,7 @@ TEST(DocumentReader, RefusesBadReceivedState) {
           R"(1:32: received.evpn: found "EVPN" again, expected it once)"}});
 }
 
-TEST(DocumentReader, RefusesBadAdvertisedState) {
+TEST(Document, RefusesBadAdvertisedState) {
     expectRefused(
         {{R"({"advertised":[]})",
           "1:15: advertised: found an array, expected an object of published state"},

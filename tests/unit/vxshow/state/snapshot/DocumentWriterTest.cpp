@@ -60,7 +60,7 @@ Mount withRouter(std::string const & name, Vex::Ptr<VxlanController::LRStatusV2>
 
 } // namespace
 
-TEST(SnapshotWriter, RefusesANameThatIsNotUtf8) {
+TEST(DocumentWriter, RefusesANameThatIsNotUtf8) {
     for (std::string const name :
          {"\xff", "leaf\xc3", "\xc0\x80", "\xed\xa0\x80", "\xf4\x90\x80\x80"}) {
         EXPECT_EQ(unwritable(withSwitch(name)),
@@ -70,7 +70,7 @@ TEST(SnapshotWriter, RefusesANameThatIsNotUtf8) {
     EXPECT_EQ(unwritable(withSwitch("\xc3\xa9\xf0\x9f\x98\x80")).substr(0, 8), "written:");
 }
 
-TEST(SnapshotWriter, RefusesEveryOtherTextThatIsNotUtf8) {
+TEST(DocumentWriter, RefusesEveryOtherTextThatIsNotUtf8) {
     std::string const why = "the name '\\xff' is not UTF-8, and a snapshot is nothing else";
     auto const status = Vex::makePtr<VxlanController::LRStatusV2>("prod");
     VxlanController::LRIpUplinkPortV2 uplink(Nolt::IpGenAddrWithMask::fromString("10.0.0.1/24"), {},
@@ -94,7 +94,7 @@ TEST(SnapshotWriter, RefusesEveryOtherTextThatIsNotUtf8) {
     EXPECT_EQ(unwritable(mount), why);
 }
 
-TEST(SnapshotWriter, RefusesASourceThatASnapshotDoesNotKnow) {
+TEST(DocumentWriter, RefusesAnUnknownSource) {
     Mount mount;
     mount.advertised.sources = Cli::vniStatusDirListFactory();
     mount.advertised.sources->vniStatusDirIs("QVX",
@@ -102,14 +102,14 @@ TEST(SnapshotWriter, RefusesASourceThatASnapshotDoesNotKnow) {
     EXPECT_EQ(unwritable(mount), "a snapshot has no place for the source 'QVX'");
 }
 
-TEST(SnapshotWriter, RefusesAnEntryWithoutAnAddress) {
+TEST(DocumentWriter, RefusesAnEntryWithoutAnAddress) {
     auto const status = Vex::makePtr<VxlanController::LRStatusV2>("prod");
     status->ipPortIs(VxlanController::LRIpPortV2());
     EXPECT_EQ(unwritable(withRouter("prod", status)),
               "an entry has no address; a snapshot needs one");
 }
 
-TEST(SnapshotWriter, RefusesAVtepThatIsNamedByItsInterface) {
+TEST(DocumentWriter, RefusesAVtepThatIsNamedByItsInterface) {
     Mount mount;
     auto const dir = Vex::makePtr<VxlanController::SwitchInfoDir>();
     mount.routers.switchInfoDir = dir;
@@ -119,7 +119,7 @@ TEST(SnapshotWriter, RefusesAVtepThatIsNamedByItsInterface) {
               "a VTEP is named by its interface 'Vxlan1', which a snapshot cannot express");
 }
 
-TEST(SnapshotWriter, RefusesAVtepThatIsNotInTheDirectory) {
+TEST(DocumentWriter, RefusesAVtepThatIsNotInTheDirectory) {
     Mount mount;
     auto const dir = Vex::makePtr<VxlanController::SwitchInfoDir>();
     mount.routers.switchInfoDir = dir;
@@ -128,7 +128,7 @@ TEST(SnapshotWriter, RefusesAVtepThatIsNotInTheDirectory) {
     EXPECT_EQ(unwritable(mount), "the VTEP 10.0.0.1 of the switch 'leaf1' is not among the VTEPs");
 }
 
-TEST(SnapshotWriter, WritesAVtepThatIsStoredFalseAsTheCommandsListIt) {
+TEST(DocumentWriter, WritesAVtepStoredAsFalseSinceCommandsListIt) {
     Mount mount = withSwitch("leaf1");
     auto const source = Vex::makePtr<VxlanController::VniStatusDirV2>();
     VxlanController::MacVtepMultiPathV2 entry{Nolt::EthAddr::ofValue(1)};
@@ -138,7 +138,7 @@ TEST(SnapshotWriter, WritesAVtepThatIsStoredFalseAsTheCommandsListIt) {
     EXPECT_NE(written(mount).find(R"({"00:00:00:00:00:01":["10.0.0.1"]})"), std::string::npos);
 }
 
-TEST(SnapshotWriter, LeavesOutAVtepToWhichEvpnFloodsNothing) {
+TEST(DocumentWriter, OmitsAVtepToWhichEvpnFloodsNothing) {
     Mount mount;
     VcsEvpn::FloodTableWriter flood("flood lists");
     flood.insert({Vxlan::Vni(10), ip("10.0.0.1")}, VcsEvpn::FloodEntry());
@@ -153,7 +153,7 @@ TEST(SnapshotWriter, LeavesOutAVtepToWhichEvpnFloodsNothing) {
                               "\n");
 }
 
-TEST(SnapshotWriter, DoesNotDependOnTheOrderOfFilling) {
+TEST(DocumentWriter, DoesNotDependOnInsertionOrder) {
     auto const tables = [](std::initializer_list<Vex::U64> macs) {
         Mount mount = withSwitch("leaf1");
         auto const source = Vex::makePtr<VxlanController::VniStatusDirV2>();
@@ -167,7 +167,7 @@ TEST(SnapshotWriter, DoesNotDependOnTheOrderOfFilling) {
     EXPECT_EQ(tables({3, 1, 2}), tables({2, 3, 1}));
 }
 
-TEST(SnapshotWriter, EndsOnInterrupt) {
+TEST(DocumentWriter, StopsOnInterrupt) {
     outfmt::requestInterrupt();
     EXPECT_THROW(written(withSwitch("leaf1")), outfmt::SigIntException);
     outfmt::clearInterrupt();

@@ -28,7 +28,7 @@ auto mountedEvpn(std::string_view evpn) {
     return mounted(withEvpn(evpn)).received.evpn->hostFloodTable("EVPN");
 }
 
-TEST(EvpnReader, FillsTheHostTable) {
+TEST(EvpnTables, FillsTheHostTable) {
     auto const hosts = mountedEvpn(R"({"hosts":{
         "10":{"02:00:00:00:00:01":{"vtep":"10.0.0.1","moves":3},
               "02:00:00:00:00:02":{"vtep":"10.0.0.2"}},
@@ -45,14 +45,14 @@ TEST(EvpnReader, FillsTheHostTable) {
               Host(hostIp("10.0.0.3"), 0));
 }
 
-TEST(EvpnReader, KeepsAHostWithoutAVtepThoughReadersTakeItForNone) {
+TEST(EvpnTables, KeepsAHostWithoutAVtepAlthoughReadersTreatItAsAbsent) {
     auto const hosts =
         mountedEvpn(R"({"hosts":{"10":{"02:00:00:00:00:01":{"vtep":"0.0.0.0"}}}})")->hostTable();
     EXPECT_EQ(hosts->size(), 1);
     EXPECT_EQ(hosts->host({hostMac("02:00:00:00:00:01"), Vxlan::Vni(10)}), VcsEvpn::Host());
 }
 
-TEST(EvpnReader, FillsTheFloodTableWithEntriesThatAreNoDeadSlots) {
+TEST(EvpnTables, FillsTheFloodTableWithLiveEntries) {
     auto const flood =
         mountedEvpn(R"({"flood":{"10":["10.0.0.1","10.0.0.2"],"11":["10.0.0.1"],"12":[]}})")
             ->floodTable();
@@ -65,7 +65,7 @@ TEST(EvpnReader, FillsTheFloodTableWithEntriesThatAreNoDeadSlots) {
     }
 }
 
-TEST(EvpnReader, TellsAMissingTableFromAnEmptyOne) {
+TEST(EvpnTables, DistinguishesAMissingTableFromAnEmptyOne) {
     EXPECT_FALSE(mountedEvpn("{}")->hostTable());
     EXPECT_FALSE(mountedEvpn("{}")->floodTable());
     auto const empty = mountedEvpn(R"({"hosts":{},"flood":{}})");
@@ -75,7 +75,7 @@ TEST(EvpnReader, TellsAMissingTableFromAnEmptyOne) {
     EXPECT_EQ(empty->floodTable()->size(), 0);
 }
 
-TEST(EvpnReader, ReadsMoreHostsThanATableStartsWith) {
+TEST(EvpnTables, ReadsMoreHostsThanTheInitialCapacity) {
     std::string text = R"({"hosts":{"10":{)";
     for (unsigned number = 0; number < 20000; ++number) {
         Nolt::EthAddr::Bytes const bytes{
@@ -101,7 +101,7 @@ void expectEvpnRefused(std::initializer_list<RefusedEvpn> all) {
     }
 }
 
-TEST(EvpnReader, RefusesBadTables) {
+TEST(EvpnTables, RefusesBadTables) {
     expectEvpnRefused(
         {{"[]", R"(: found an array, expected an object of "hosts" and "flood")"},
          {R"({"host":{}})", R"(: found "host", expected "hosts" or "flood")"},

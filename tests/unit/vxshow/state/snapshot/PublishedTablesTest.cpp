@@ -24,7 +24,7 @@ Nolt::IpGenAddr anyIp(std::string_view text) {
     return Nolt::IpGenAddr::fromString(text);
 }
 
-TEST(TablesReader, FillsTheUnicastTable) {
+TEST(PublishedTables, FillsTheUnicastTable) {
     auto const tables = mountedTables(R"({"unicast":{
         "02:00:00:00:00:01":{"vtep":"10.0.0.1","moves":4294967295},
         "0200.0000.0002":{"moves":0,"vtep":"10.0.0.2"},
@@ -38,7 +38,7 @@ TEST(TablesReader, FillsTheUnicastTable) {
               MacVtepV2(tableMac("02:00:00:00:00:0a"), tableIp("255.255.255.255"), 0));
 }
 
-TEST(TablesReader, FillsTheMultipathTable) {
+TEST(PublishedTables, FillsTheMultipathTable) {
     auto const tables = mountedTables(R"({"multipath":{
         "02:00:00:00:00:01":["10.0.0.2","10.0.0.1"],
         "02:00:00:00:00:02":[]}})");
@@ -50,7 +50,7 @@ TEST(TablesReader, FillsTheMultipathTable) {
     EXPECT_TRUE(tables->macVtepMultiPathTable(tableMac("02:00:00:00:00:02")).vtepIp().empty());
 }
 
-TEST(TablesReader, FillsTheFloodTable) {
+TEST(PublishedTables, FillsTheFloodTable) {
     auto const tables = mountedTables(R"({"flood":{
         "00:00:00:00:00:00":["10.0.0.2","10.0.0.1"],
         "02:00:00:00:00:02":[]}})");
@@ -63,7 +63,7 @@ TEST(TablesReader, FillsTheFloodTable) {
     ASSERT_TRUE(tables->macVtepFloodListTable(tableMac("02:00:00:00:00:02")));
 }
 
-TEST(TablesReader, FillsTheArpTable) {
+TEST(PublishedTables, FillsTheArpTable) {
     auto const tables = mountedTables(R"({"arp":{
         "192.0.2.1":{"mac":"02:00:00:00:00:01","preference":255,"changes":4294967295},
         "2001:db8::1":{"mac":"02:00:00:00:00:02"}}})");
@@ -74,7 +74,7 @@ TEST(TablesReader, FillsTheArpTable) {
               ArpEntryV2(anyIp("2001:db8::1"), tableMac("02:00:00:00:00:02"), 0, 0));
 }
 
-TEST(TablesReader, LeavesTablesEmptyThatAreMissingOrEmpty) {
+TEST(PublishedTables, LeavesMissingAndEmptyTablesEmpty) {
     for (auto const * text : {"{}", R"({"unicast":{},"multipath":{},"flood":{},"arp":{}})"}) {
         auto const tables = mountedTables(text);
         EXPECT_TRUE(tables->macVtepTable().empty());
@@ -84,13 +84,13 @@ TEST(TablesReader, LeavesTablesEmptyThatAreMissingOrEmpty) {
     }
 }
 
-TEST(TablesReader, ReadsNamesAndTextsThatAreWrittenWithEscapes) {
+TEST(PublishedTables, ReadsEscapedNamesAndTexts) {
     auto const tables = mountedTables(
         R"({"\u0075nicast":{"02:00:00:00:00:0\u0031":{"\u0076tep":"10.0.0\u002e1"}}})");
     EXPECT_EQ(tables->macVtepTable(tableMac("02:00:00:00:00:01")).vtepIp(), tableIp("10.0.0.1"));
 }
 
-TEST(TablesReader, ReadsVnisFromTheLeastToTheLargest) {
+TEST(PublishedTables, ReadsTheSmallestAndTheLargestVni) {
     auto const mount = mounted(withReceived(R"({"switches":{"leaf1":{
         "16777215":{},
         "0":{"arp":{"10.0.0.9":{"mac":"02:00:00:00:00:01"}}}}}})"));
@@ -101,7 +101,7 @@ TEST(TablesReader, ReadsVnisFromTheLeastToTheLargest) {
     EXPECT_TRUE(dir->vniStatusV2(Vxlan::Vni(16777215)));
 }
 
-TEST(TablesReader, ReadsATableOfAHundredThousand) {
+TEST(PublishedTables, ReadsAHundredThousandEntries) {
     std::string text = R"({"unicast":{)";
     for (unsigned number = 0; number < 100000; ++number) {
         Nolt::EthAddr::Bytes const bytes{2,
@@ -129,7 +129,7 @@ void expectTablesRefused(std::initializer_list<RefusedTables> all) {
     }
 }
 
-TEST(TablesReader, RefusesWhatIsNoSetOfTables) {
+TEST(PublishedTables, RefusesAnInvalidSetOfTables) {
     expectTablesRefused(
         {{"7", ": found 7, expected an object of tables"},
          {"null", ": found null, expected an object of tables"},
@@ -142,7 +142,7 @@ TEST(TablesReader, RefusesWhatIsNoSetOfTables) {
          {R"({"arp":{},"\u0061rp":{}})", R"(: found "\u0061rp" again, expected it once)"}});
 }
 
-TEST(TablesReader, RefusesABadUnicastTable) {
+TEST(PublishedTables, RefusesABadUnicastTable) {
     expectTablesRefused(
         {{R"({"unicast":[]})",
           ".unicast: found an array, expected an object whose members are Ethernet "
@@ -179,7 +179,7 @@ TEST(TablesReader, RefusesABadUnicastTable) {
           "address such as 10.0.0.1"}});
 }
 
-TEST(TablesReader, RefusesABadListOfVteps) {
+TEST(PublishedTables, RefusesABadListOfVteps) {
     expectTablesRefused(
         {{R"({"multipath":{"02:00:00:00:00:01":"10.0.0.1"}})",
           R"(.multipath."02:00:00:00:00:01": found "10.0.0.1", expected a list of IPv4 )"
@@ -203,7 +203,7 @@ TEST(TablesReader, RefusesABadListOfVteps) {
           R"(.flood: found "02-00-00-00-00-01" again, expected it once)"}});
 }
 
-/// A unicast table of that many entries, and behind them what else is given.
+/// A unicast table with this many entries, followed by `rest`.
 std::string longTable(int entries, std::string const & rest) {
     std::string table = R"({"unicast":{)";
     for (int entry = 0; entry < entries; ++entry) {
@@ -214,7 +214,7 @@ std::string longTable(int entries, std::string const & rest) {
     return table + rest + "}}";
 }
 
-TEST(TablesReader, TellsOfARepeatedMacBeforeAnythingThatIsWrongBehindIt) {
+TEST(PublishedTables, ReportsARepeatedMacBeforeAnyLaterError) {
     std::string const again = R"("02-00-00-10-00-00":{"vtep":"10.0.0.1"})";
     for (int const entries : {1, 15, 16, 17, 64, 1000}) {
         for (auto const * behind : {"", R"(,"x":{})", R"(,"02:00:00:00:00:02":{"vtep":"x"})",
@@ -231,14 +231,14 @@ TEST(TablesReader, TellsOfARepeatedMacBeforeAnythingThatIsWrongBehindIt) {
     }
 }
 
-TEST(TablesReader, TellsOfAWrongEntryThatRepeatsAMac) {
+TEST(PublishedTables, ReportsTheErrorInAnEntryThatRepeatsAMac) {
     auto const line = refusal(withTables(longTable(20, R"("02-00-00-10-00-00":{"vtep":"x"})")));
     EXPECT_NE(line.find(R"("02-00-00-10-00-00".vtep: found "x", expected an IPv4)"),
               std::string::npos)
         << line;
 }
 
-TEST(TablesReader, RefusesABadArpTable) {
+TEST(PublishedTables, RefusesABadArpTable) {
     expectTablesRefused(
         {{R"({"arp":{"":{"mac":"02:00:00:00:00:01"}}})",
           R"(.arp: found "", expected an IPv4 or IPv6 address such as 10.0.0.1 or )"
@@ -259,7 +259,7 @@ TEST(TablesReader, RefusesABadArpTable) {
           R"(.arp."10.0.0.1": found "vni", expected "mac", "preference" or "changes")"}});
 }
 
-TEST(TablesReader, RefusesWhatIsNoCount) {
+TEST(PublishedTables, RefusesAnInvalidCount) {
     for (std::string const number : {"4294967296",
                                      "-1",
                                      "-0",
@@ -288,7 +288,7 @@ TEST(TablesReader, RefusesWhatIsNoCount) {
     }
 }
 
-TEST(TablesReader, RefusesNumbersWithAnythingButANumberBehindThem) {
+TEST(PublishedTables, RefusesACountThatIsNotExactlyOneNumber) {
     EXPECT_EQ(tablesRefusal(R"({"unicast":{"02:00:00:00:00:01":{"moves":1 2}}})"),
               R"(.unicast."02:00:00:00:00:01": found 2, expected ',' or '}')");
     EXPECT_EQ(tablesRefusal(R"({"unicast":{"02:00:00:00:00:01":{"moves":{}}}})"),
@@ -296,7 +296,7 @@ TEST(TablesReader, RefusesNumbersWithAnythingButANumberBehindThem) {
               "from 0 to 4294967295");
 }
 
-TEST(TablesReader, RefusesNamesThatAreNoVni) {
+TEST(PublishedTables, RefusesNamesThatAreNotVnis) {
     for (std::string const name : {"16777216", "010", "-1", "+1", "0.0.10", " 10", "ten", "", "1e1",
                                    "4294967306", "18446744073709551626"}) {
         EXPECT_EQ(refusal(withReceived(R"({"switches":{"leaf1":{")" + name + R"(":{}}}})")),
@@ -305,7 +305,7 @@ TEST(TablesReader, RefusesNamesThatAreNoVni) {
     }
 }
 
-TEST(TablesReader, RefusesAVniThatIsThereTwice) {
+TEST(PublishedTables, RefusesARepeatedVni) {
     EXPECT_EQ(refusal(withReceived(R"({"switches":{"leaf1":{"10":{},"11":{},"1\u0030":{}}}})")),
               R"(1:97: received.switches.leaf1: found "1\u0030" again, expected it once)");
 }

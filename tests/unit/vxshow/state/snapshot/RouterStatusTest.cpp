@@ -40,12 +40,12 @@ Vex::Ptr<LRStatusV2 const> routerOf(Mount const & mount, std::string_view name) 
     return Vex::dynamicPtr<LRStatusV2 const>(mount.routers.lRStatusDir->entityPtr(Vex::Name(name)));
 }
 
-/// The router that is mounted of `router`, the tables that are published of it.
+/// The router that is mounted for `router`, its published tables.
 Vex::Ptr<LRStatusV2 const> mountedRouter(std::string const & router) {
     return routerOf(mounted(withStatus("{\"prod\":" + router + "}")), "prod");
 }
 
-TEST(RouterStatusReader, FillsThePorts) {
+TEST(RouterStatus, FillsThePorts) {
     auto const router = mountedRouter(R"({"ports":{
         "10.0.0.1/8":{"vni":16777215,"mac":"02:00:00:00:00:01","vtep":"10.9.0.1"},
         "10.0.0.2/8":{"vni":0,"mac":"0200.0000.0002","vtep":"2001:db8::1"},
@@ -65,7 +65,7 @@ TEST(RouterStatusReader, FillsThePorts) {
     EXPECT_EQ(port("2001:db8::1/0").vni(), Vxlan::Vni(11));
 }
 
-TEST(RouterStatusReader, FillsTheUplinks) {
+TEST(RouterStatus, FillsTheUplinks) {
     auto const router = mountedRouter(R"({"uplinks":{
         "10.0.0.1/31":{"ports":[{"vlan":65535,"port":"Ethernet1"},{"port":"Ethernet1"},
                                 {"port":"a\u0000b","vlan":7},{"port":"","vlan":7}],
@@ -91,7 +91,7 @@ TEST(RouterStatusReader, FillsTheUplinks) {
     EXPECT_TRUE(router->ipUplinkPort().find(masked("10.0.0.9/8"))->element().portVlan().empty());
 }
 
-TEST(RouterStatusReader, FillsTheRoutes) {
+TEST(RouterStatus, FillsTheRoutes) {
     auto const router = mountedRouter(R"({"routes":{
         "10.0.0.0/8":["10.0.0.2","2001:db8::1","10.0.0.1"],
         "10.0.0.0/9":[],
@@ -110,7 +110,7 @@ TEST(RouterStatusReader, FillsTheRoutes) {
     EXPECT_TRUE(nexthops("0.0.0.0/0").find(routerIp("10.0.0.1")));
 }
 
-TEST(RouterStatusReader, LeavesTablesEmptyThatAreMissingOrEmpty) {
+TEST(RouterStatus, LeavesMissingAndEmptyTablesEmpty) {
     for (auto const * text : {"{}", R"({"ports":{},"uplinks":{},"routes":{}})"}) {
         auto const router = mountedRouter(text);
         EXPECT_TRUE(router->ipPort().empty());
@@ -119,7 +119,7 @@ TEST(RouterStatusReader, LeavesTablesEmptyThatAreMissingOrEmpty) {
     }
 }
 
-TEST(RouterStatusReader, KeepsTheNamesOfRoutersAsTheyAre) {
+TEST(RouterStatus, KeepsRouterNamesUnchanged) {
     auto const mount = mounted(
         withStatus(R"({"prod":{},"Prod":{},"":{},"a\u0000b":{},"\ud83c\udf3f":{},"100%":{}})"));
     EXPECT_EQ(mount.routers.lRStatusDir->size(), 6);
@@ -130,7 +130,7 @@ TEST(RouterStatusReader, KeepsTheNamesOfRoutersAsTheyAre) {
     }
 }
 
-TEST(RouterStatusReader, ReadsAHundredThousandRoutes) {
+TEST(RouterStatus, ReadsAHundredThousandRoutes) {
     std::string text = R"({"routes":{)";
     for (unsigned number = 0; number < 100000; ++number) {
         text.append(number == 0 ? "\"" : ",\n\"");
@@ -158,7 +158,7 @@ void expectRouterStatusRefused(std::initializer_list<RefusedRouterStatus> all) {
     }
 }
 
-TEST(RouterStatusReader, RefusesWhatIsNoStatus) {
+TEST(RouterStatus, RefusesAnInvalidStatus) {
     EXPECT_EQ(refusalBehind("routers", withStatus("[]")),
               ".status: found an array, expected an object whose members are logical routers");
     EXPECT_EQ(refusalBehind("routers", withStatus(R"({"prod":{},"pro\u0064":{}})")),
@@ -169,7 +169,7 @@ TEST(RouterStatusReader, RefusesWhatIsNoStatus) {
          {R"({"ports":{},"ports":{}})", R"(: found "ports" again, expected it once)"}});
 }
 
-TEST(RouterStatusReader, RefusesBadPorts) {
+TEST(RouterStatus, RefusesBadPorts) {
     expectRouterStatusRefused(
         {{R"({"ports":[]})",
           ".ports: found an array, expected an object whose members are addresses with their "
@@ -209,7 +209,7 @@ TEST(RouterStatusReader, RefusesBadPorts) {
           R"(.ports."10.0.0.1/8": found "vlan", expected "vni", "mac" or "vtep")"}});
 }
 
-TEST(RouterStatusReader, RefusesBadUplinks) {
+TEST(RouterStatus, RefusesBadUplinks) {
     expectRouterStatusRefused(
         {{R"({"uplinks":7})",
           ".uplinks: found 7, expected an object whose members are addresses with their prefix "
@@ -240,7 +240,7 @@ TEST(RouterStatusReader, RefusesBadUplinks) {
           R"(.uplinks."10.0.0.1/8".ports[1]: found an object again, expected it once)"}});
 }
 
-TEST(RouterStatusReader, RefusesBadRoutes) {
+TEST(RouterStatus, RefusesBadRoutes) {
     expectRouterStatusRefused(
         {{R"({"routes":[]})",
           ".routes: found an array, expected an object whose members are prefixes"},

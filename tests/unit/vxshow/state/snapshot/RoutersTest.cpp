@@ -19,7 +19,7 @@ Controller::SystemId system(std::string_view mac) {
     return Controller::SystemId(Nolt::EthAddr::fromString(mac));
 }
 
-TEST(RoutersReader, TellsAnEmptyStateFromAnAbsentOne) {
+TEST(Routers, DistinguishesEmptyStateFromAbsentState) {
     auto const nothing = routersOf("{}");
     EXPECT_FALSE(nothing.switchInfoDir);
     EXPECT_FALSE(nothing.publishStatus);
@@ -37,7 +37,7 @@ TEST(RoutersReader, TellsAnEmptyStateFromAnAbsentOne) {
     EXPECT_EQ(status.lRStatusDir->size(), 0);
 }
 
-TEST(RoutersReader, ReadsWhatEachSystemPublishes) {
+TEST(Routers, ReadsWhatEachSystemPublishes) {
     auto const status = routersOf(R"({"published":{
         "00:1c:73:00:00:01":{"vxlancontroller/version2/logicalRouter/prod":"Vxlan",
                              "a\u0000b":"k\u0000","":""},
@@ -59,7 +59,7 @@ TEST(RoutersReader, ReadsWhatEachSystemPublishes) {
     EXPECT_FALSE(status->system(system("00:1c:73:00:00:03")));
 }
 
-TEST(RoutersReader, TakesItsMembersInAnyOrder) {
+TEST(Routers, AcceptsMembersInAnyOrder) {
     auto const routers = routersOf(R"({
         "status":{"prod":{}},
         "vteps":{"10.0.0.1":{"active":true}},
@@ -82,7 +82,7 @@ void expectRoutersRefused(std::initializer_list<RefusedRouters> all) {
     }
 }
 
-TEST(RoutersReader, RefusesWhatIsNoStateOfRouters) {
+TEST(Routers, RefusesInvalidRouterState) {
     expectRoutersRefused(
         {{"[]", ": found an array, expected an object of what is known of logical routers"},
          {"null", ": found null, expected an object of what is known of logical routers"},
@@ -94,7 +94,7 @@ TEST(RoutersReader, RefusesWhatIsNoStateOfRouters) {
          {R"({"status":{},"status":{}})", R"(: found "status" again, expected it once)"}});
 }
 
-TEST(RoutersReader, RefusesBadPublishedPaths) {
+TEST(Routers, RefusesBadPublishedPaths) {
     expectRoutersRefused(
         {{R"({"published":[]})",
           ".published: found an array, expected an object whose members are system identifiers"},

@@ -86,7 +86,7 @@ TEST(Snapshot, IsReadFromStandardInput) {
     EXPECT_EQ(readSnapshot("-").received.switches->size(), 3);
 }
 
-TEST(Snapshot, CallsStandardInputByThatName) {
+TEST(Snapshot, NamesStandardInputInAnError) {
     TextFile const file("{]");
     StandardInput const input(file.descriptor());
     EXPECT_EQ(errorFor("-"), "standard input:1:2: found ']', expected the name of a member or '}'");
@@ -98,7 +98,7 @@ TEST(Snapshot, NamesAFileThatCannotBeRead) {
     EXPECT_EQ(errorFor("/"), "/: Is a directory");
 }
 
-TEST(Snapshot, KeepsControlCharactersOfAFileNameOffTheTerminal) {
+TEST(Snapshot, EscapesControlCharactersInAFileName) {
     EXPECT_EQ(errorFor("/no/\x1b[31m\nfile"), "/no/\\x1b[31m\\x0afile: No such file or directory");
 }
 
@@ -109,7 +109,7 @@ TEST(Snapshot, RefusesAFileThatIsTooLong) {
               file.path() + ": found 5368709120 bytes, expected at most 4294967295");
 }
 
-/// Whether `line` tells that `document` ends within true or false.
+/// Whether `line` reports that `document` ends within true or false.
 bool blamesCutWord(std::string const & line, std::string const & document) {
     constexpr std::array<char const *, 7> words{"t", "tr", "tru", "f", "fa", "fal", "fals"};
     return std::any_of(words.begin(), words.end(), [&](std::string const & word) {
@@ -118,7 +118,7 @@ bool blamesCutWord(std::string const & line, std::string const & document) {
     });
 }
 
-TEST(Snapshot, ThatIsCutOffAnywhereIsRefused) {
+TEST(Snapshot, IsRefusedWhenTruncatedAnywhere) {
     for (std::size_t length = 0; length < everything.size(); ++length) {
         auto const document = everything.substr(0, length);
         auto const line = refusal(document);
@@ -132,7 +132,7 @@ bool isOneLine(std::string const & line) {
     return std::all_of(line.begin(), line.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-/// Either reads or is refused with a whole message.
+/// Expects `document` to be read, or to be refused with a complete message.
 void readsOrIsRefused(std::string const & document) {
     auto const line = refusal(document);
     bool const placed = line.find(": ") != std::string::npos &&
@@ -153,7 +153,7 @@ TEST(Snapshot, WithAnyByteChangedIsReadOrRefused) {
     }
 }
 
-TEST(Snapshot, WithAnyByteLeftOutOrDoubledIsReadOrRefused) {
+TEST(Snapshot, WithAnyByteRemovedOrDoubledIsReadOrRefused) {
     for (std::size_t at = 0; at < everything.size(); ++at) {
         auto document = everything;
         document.erase(at, 1);
@@ -177,7 +177,7 @@ void expectMalformed(std::initializer_list<Malformed> all) {
 
 using namespace std::string_literals;
 
-TEST(Snapshot, RefusesWhatIsNotOneObject) {
+TEST(Snapshot, RefusesAnythingButOneObject) {
     expectMalformed({{"", "1:1: found the end of the file, expected an object"},
                      {" \n\t ", "2:3: found the end of the file, expected an object"},
                      {"null", "1:1: found null, expected an object"},
@@ -251,7 +251,7 @@ TEST(Snapshot, ShowsOnlyTheStartOfALongText) {
                   "...\": found 1, expected an object whose members are VNIs");
 }
 
-TEST(Snapshot, TakesLongNames) {
+TEST(Snapshot, AcceptsLongNames) {
     std::string const longName(1000000, 'x');
     auto const mount = mounted(
         withReceived("{\"switches\":{\"" + longName + "\":{},\"\\n" + longName + "\":{}}}"));

@@ -22,7 +22,7 @@ Vex::Ptr<VxlanController::SwitchInfoDir> switchInfo(std::string_view routers) {
     return mounted(withRouters(routers)).routers.switchInfoDir;
 }
 
-TEST(SwitchInfoReader, LinksSwitchesAndTheirVteps) {
+TEST(SwitchesAndVteps, AreLinkedToEachOther) {
     auto const dir = switchInfo(R"({
         "switches":{"00:1c:73:00:00:01":{"vteps":["10.0.0.1","2001:db8::1"]},
                     "leaf2":{"vteps":["10.0.0.1"]}},
@@ -44,7 +44,7 @@ TEST(SwitchInfoReader, LinksSwitchesAndTheirVteps) {
     EXPECT_TRUE(dir->vtepMap(vtepIp("10.0.0.1"))->switchId().has(SwitchIdVtepKeyPair{"leaf2", ""}));
 }
 
-TEST(SwitchInfoReader, TakesTheTwoInEitherOrder) {
+TEST(SwitchesAndVteps, AreReadInEitherOrder) {
     auto const dir = switchInfo(R"({
         "vteps":{"2001:DB8:0::1":{"switches":["leaf1"],"active":true}},
         "switches":{"leaf1":{"vteps":["2001:db8::1"]}}})");
@@ -53,7 +53,7 @@ TEST(SwitchInfoReader, TakesTheTwoInEitherOrder) {
     EXPECT_TRUE(vteps.begin()->active());
 }
 
-TEST(SwitchInfoReader, IsADirectoryAsSoonAsOneOfTheTwoIsThere) {
+TEST(SwitchesAndVteps, MountADirectoryIfEitherIsPresent) {
     EXPECT_FALSE(switchInfo(R"({"published":{},"status":{}})"));
     ASSERT_TRUE(switchInfo(R"({"switches":{}})"));
     EXPECT_TRUE(switchInfo(R"({"switches":{}})")->switchInfo().empty());
@@ -67,7 +67,7 @@ TEST(SwitchInfoReader, IsADirectoryAsSoonAsOneOfTheTwoIsThere) {
     EXPECT_TRUE(switchesAlone->switchInfo("leaf1")->vtepMap().empty());
 }
 
-TEST(SwitchInfoReader, KeepsIdentifiersOfSwitchesAsTheyAre) {
+TEST(SwitchesAndVteps, KeepSwitchIdentifiersUnchanged) {
     auto const dir = switchInfo(
         R"({"switches":{"00:1c:73:00:00:01":{},"00:1C:73:00:00:01":{},"":{},"a\u0000b":{},)"
         R"("\ud83c\udf3f":{}},"vteps":{"10.0.0.1":{"active":true,"switches":["a\u0000b","a"]}}})");
@@ -82,13 +82,13 @@ TEST(SwitchInfoReader, KeepsIdentifiersOfSwitchesAsTheyAre) {
     EXPECT_TRUE(ids.has(SwitchIdVtepKeyPair{Vex::String("a\0b"sv), ""}));
 }
 
-TEST(SwitchInfoReader, LetsAVtepNameSwitchesThatDoNotExist) {
+TEST(SwitchesAndVteps, AcceptAVtepThatNamesUnknownSwitches) {
     auto const dir = switchInfo(R"({"vteps":{"10.0.0.1":{"active":true,"switches":["gone"]}}})");
     EXPECT_FALSE(dir->switchInfo("gone"));
     EXPECT_TRUE(dir->vtepMap(vtepIp("10.0.0.1"))->switchId().has(SwitchIdVtepKeyPair{"gone", ""}));
 }
 
-TEST(SwitchInfoReader, ReadsManySwitches) {
+TEST(SwitchesAndVteps, CanBeMany) {
     std::string switches;
     std::string vteps;
     for (unsigned number = 0; number < 20000; ++number) {
@@ -120,7 +120,7 @@ void expectSwitchInfoRefused(std::initializer_list<RefusedSwitchInfo> all) {
     }
 }
 
-TEST(SwitchInfoReader, RefusesBadSwitches) {
+TEST(SwitchesAndVteps, RefuseBadSwitches) {
     expectSwitchInfoRefused(
         {{R"({"switches":[]})",
           ".switches: found an array, expected an object whose members are switch identifiers"},
@@ -144,7 +144,7 @@ TEST(SwitchInfoReader, RefusesBadSwitches) {
           R"(.switches: found "leaf\u0031" again, expected it once)"}});
 }
 
-TEST(SwitchInfoReader, RefusesBadVteps) {
+TEST(SwitchesAndVteps, RefuseBadVteps) {
     expectSwitchInfoRefused(
         {{R"({"vteps":["10.0.0.1"]})",
           ".vteps: found an array, expected an object whose members are IP addresses"},
@@ -176,7 +176,7 @@ TEST(SwitchInfoReader, RefusesBadVteps) {
           R"(.vteps: found "2001:db8:0::1" again, expected it once)"}});
 }
 
-TEST(SwitchInfoReader, RefusesTheFirstVtepOfASwitchThatIsNotDescribed) {
+TEST(SwitchesAndVteps, RefuseTheFirstUndescribedVtepOfASwitch) {
     expectSwitchInfoRefused(
         {{R"({"switches":{"leaf1":{"vteps":["10.0.0.1"]}}})",
           R"(.switches.leaf1.vteps[0]: found "10.0.0.1", expected an address that stands in )"
@@ -193,7 +193,7 @@ TEST(SwitchInfoReader, RefusesTheFirstVtepOfASwitchThatIsNotDescribed) {
           R"(stands in "vteps")"}});
 }
 
-TEST(SwitchInfoReader, TellsTheLineOfAVtepThatIsNotDescribed) {
+TEST(SwitchesAndVteps, ReportTheLineOfAnUndescribedVtep) {
     EXPECT_EQ(refusal("{\"routers\":{\"switches\":{\n \"leaf1\":{\"vteps\":[\"10.0.0.1\",\n"
                       "   \"10.0.0.2\"]}},\n\"vteps\":{\"10.0.0.1\":{\"active\":true}}}}"),
               "3:4: routers.switches.leaf1.vteps[1]: found \"10.0.0.2\", expected an address that "

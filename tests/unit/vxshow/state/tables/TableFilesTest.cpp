@@ -111,7 +111,7 @@ TEST(TableFiles, NoneIsReplacedOnAnInterrupt) {
     EXPECT_EQ(folder.names().size(), 2U);
 }
 
-TEST(TableFiles, DamageAfterMountingIsAnErrorOfTheCommand) {
+TEST(TableFiles, DamageAfterMountingFailsTheCommand) {
     Folder const folder;
     publishTables(State("10.0.0.1").mount, folder.path());
     auto const mount = mountTables(folder.path());
