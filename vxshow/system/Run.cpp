@@ -229,9 +229,12 @@ private:
         return !tryOnce();
     }
 
+    /// As above. The others are looked for first: one that ends after this attempt has failed can
+    /// still have been the reason.
     bool tryAlone() {
         std::unique_lock const alone(starts);
-        return !tryOnce() && ChildSlot::anyTaken();
+        bool const othersAreRunning = ChildSlot::anyTaken();
+        return !tryOnce() && othersAreRunning;
     }
 
     /// Returns whether that is final: the program is running, or waiting cannot help.

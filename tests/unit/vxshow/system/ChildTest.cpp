@@ -220,6 +220,19 @@ TEST(Child, TooFewDescriptorsWhileAnotherProgramRunsAreWaitedFor) {
     EXPECT_EXIT(waits(), testing::ExitedWithCode(0), "");
 }
 
+TEST(Child, TooFewDescriptorsWhileAnotherProgramEndsAreWaitedFor) {
+    auto const waits = [] {
+        leaveDescriptorsForOneProgram();
+        for (int round = 0; round < 300; ++round) {
+            if (!std::holds_alternative<Exited>(runBeside({"echo"}, 2min))) {
+                std::_Exit(1);
+            }
+        }
+        std::_Exit(0);
+    };
+    EXPECT_EXIT(waits(), testing::ExitedWithCode(0), "");
+}
+
 TEST(Child, TooFewDescriptorsUntilTheTimeLimitAreTheSystemsError) {
     auto const waits = [] {
         Folder const folder;
