@@ -27,10 +27,21 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 # inlined.
 add_compile_options(-fno-semantic-interposition)
 
+# GCC spends a tenth of its time on collecting its own garbage, of which a unity batch makes much.
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(--param=ggc-min-heapsize=1500000)
+endif()
+
+# The checks of each pointer for null, alignment and the type behind it take a third of the time that
+# a sanitized build takes, and rarely report what AddressSanitizer does not.
 option(VXLAN_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+option(VXLAN_SANITIZE_POINTERS "Have UndefinedBehaviorSanitizer also check every pointer" OFF)
 if(VXLAN_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
                         -fno-omit-frame-pointer)
+    if(NOT VXLAN_SANITIZE_POINTERS)
+        add_compile_options(-fno-sanitize=null,alignment,vptr)
+    endif()
     add_link_options(-fsanitize=address,undefined)
 endif()
 

@@ -1,14 +1,18 @@
 #!/usr/bin/env python3
 """Compares the exports of a shared library with a checked-in list.
 
-    check_exports.py LIBRARY LIST [--write]
+    check_exports.py --vxshow PROGRAM LIBRARY LIST [--write]
+
+The library is the one of that file name that is installed or built with PROGRAM.
 
 Each line of the list is one exported function or object in C++ notation. What any
 translation unit can emit (inline functions, templates, vtables, type information) is not
 listed: whether it appears depends on the optimiser. With --write the list is rewritten.
 """
 
+import argparse
 import difflib
+import pathlib
 import re
 import subprocess
 import sys
@@ -33,13 +37,19 @@ def exported(library):
 
 
 def main():
-    library, path = sys.argv[1:3]
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--vxshow", type=pathlib.Path, required=True)
+    parser.add_argument("library")
+    parser.add_argument("list")
+    parser.add_argument("--write", action="store_true")
+    wanted = parser.parse_args()
+    library = wanted.vxshow.resolve().parent.parent / "lib" / wanted.library
     now = [name + "\n" for name in exported(library)]
-    if sys.argv[3:] == ["--write"]:
-        with open(path, "w", encoding="utf-8") as out:
+    if wanted.write:
+        with open(wanted.list, "w", encoding="utf-8") as out:
             out.writelines(now)
         return 0
-    with open(path, encoding="utf-8") as listed:
+    with open(wanted.list, encoding="utf-8") as listed:
         diff = list(difflib.unified_diff(listed.readlines(), now, "listed", "exported", n=0))
     sys.stdout.writelines(diff)
     return 1 if diff else 0

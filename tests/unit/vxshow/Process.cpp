@@ -53,7 +53,8 @@ void closeFd(int & fd) {
         setting.inChild();
     }
     std::vector<char *> argv;
-    std::string program = VXSHOW_PROGRAM;
+    char const * const other = std::getenv("VXSHOW_PROGRAM");
+    std::string program = other ? other : VXSHOW_PROGRAM;
     argv.push_back(program.data());
     auto copies = arguments;
     for (std::string & argument : copies) {
