@@ -138,7 +138,8 @@ bool redirectStreams(ChildStart const & start) {
 
 // Runs in the child, with the memory of this process and a stack that no sanitizer knows. So it
 // makes only system calls, and returns rather than calling a function that does not return.
-[[gnu::no_sanitize("address"), gnu::no_sanitize("thread"), gnu::no_sanitize("undefined")]] int
+// The attribute in this form is known to both compilers.
+__attribute__((no_sanitize("address"), no_sanitize("thread"), no_sanitize("undefined"))) int
 runInChild(void * argument) {
     auto & start = *static_cast<ChildStart *>(argument);
     // Without a terminal: a program that would ask there for a password fails at once.
