@@ -106,8 +106,9 @@ public:
         elements(expected, [&](JsonValue & element) { take(element.text(expectedElement)); });
     }
 
-    /// Takes a text. `expected` can be more specific than that.
-    JsonText text(std::string_view expected) {
+    /// Takes a text. `expected` can be more specific than that. Inline even where many callers
+    /// share it: most members of a state are texts.
+    [[gnu::always_inline]] JsonText text(std::string_view expected) {
         simdjson::ondemand::raw_json_string content;
         check('"', expected, value_.get_raw_json_string().get(content));
         return {content.raw(), *reader_};

@@ -26,14 +26,32 @@ std::optional<Value> some(JsonText const & text) {
     return value;
 }
 
+/// Reads an address that is not in its usual form. Not inline, so that reading the others needs no
+/// room for an unescaped text.
+template <class Address>
+[[gnu::noinline]] Address unusual(JsonText const & text, std::string_view expected) {
+    return required(Address::tryFromString(text.text()), text, expected);
+}
+
 } // namespace
 
 Nolt::EthAddr readMac(JsonText const & text) {
-    return required(tryReadMac(text), text, anEthernetAddress);
+    constexpr auto usual = Nolt::EthAddr::maxTextLength;
+    if (text.mayHaveLength(usual)) [[likely]] {
+        if (auto const mac = Nolt::EthAddr::tryFromString({text.content(), usual})) [[likely]] {
+            return *mac;
+        }
+    }
+    return unusual<Nolt::EthAddr>(text, anEthernetAddress);
 }
 
 Nolt::IpAddr readIpv4(JsonText const & text) {
-    return required(tryReadIpv4(text), text, anIpv4Address);
+    Nolt::IpAddr address;
+    auto const * const end = Nolt::IpAddr::readFrom(text.content(), address);
+    if (end && *end == '"') [[likely]] {
+        return address;
+    }
+    return unusual<Nolt::IpAddr>(text, anIpv4Address);
 }
 
 Nolt::IpGenAddr readIp(JsonText const & text) {

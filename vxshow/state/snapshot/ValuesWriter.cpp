@@ -23,8 +23,8 @@ void ValuesWriter::text(std::string_view key, std::string_view text) {
     printer_.addAttributesJson(1, info.getArg());
 }
 
-void ValuesWriter::number(std::string_view key, Vex::U32 number) {
-    outfmt::Attr64Info info(printer_, key);
+void ValuesWriter::number(std::string_view name, Vex::U32 number) {
+    auto & info = numbers_.of(name);
     info.setValue(number);
     printer_.addAttributesJson(1, info.getArg());
 }

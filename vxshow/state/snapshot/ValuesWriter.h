@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <forward_list>
 #include <string_view>
 #include <vector>
 
@@ -55,10 +56,41 @@ private:
     std::size_t length_;
 };
 
+/// The attribute infos of the members written so far: a state has millions of members, but few
+/// names, and to prepare a name takes longer than to write a member.
+template <class Info>
+class MemberInfos {
+public:
+    explicit MemberInfos(outfmt::Printer const & printer) : printer_(printer) {}
+
+    /// The info for the member `name`, a constant that outlives this.
+    Info & of(std::string_view name) {
+        for (auto & known : infos_) {
+            if (known.name.data() == name.data() && known.name.size() == name.size()) {
+                return known.info;
+            }
+        }
+        return infos_.emplace_front(printer_, name).info;
+    }
+
+private:
+    struct Known {
+        std::string_view name;
+        Info info;
+
+        Known(outfmt::Printer const & printer, std::string_view written)
+            : name(written), info(printer, written) {}
+    };
+
+    outfmt::Printer const & printer_;
+    std::forward_list<Known> infos_;
+};
+
 /// Writes members to a printer. The caller is responsible for the keys; values are checked.
 class ValuesWriter {
 public:
-    explicit ValuesWriter(outfmt::Printer & printer) : printer_(printer), element_(printer, "") {}
+    explicit ValuesWriter(outfmt::Printer & printer)
+        : printer_(printer), element_(printer, ""), addresses_(printer), numbers_(printer) {}
 
     outfmt::Printer & printer() const noexcept { return printer_; }
 
@@ -78,11 +110,12 @@ public:
         printer_.endList();
     }
 
-    /// Writes the member `key`: an address. Throws `Unwritable` for the empty one.
+    /// Writes the member `name`, a constant that outlives this: an address. Throws `Unwritable` for
+    /// the empty one.
     template <outfmt::TextValue Address>
-    void address(std::string_view key, Address const & address) {
+    void address(std::string_view name, Address const & address) {
         requireAddress(address);
-        outfmt::StringAttrInfo info(printer_, key);
+        auto & info = addresses_.of(name);
         info.setValue(address);
         printer_.addAttributesJson(1, info.getArg());
     }
@@ -110,12 +143,17 @@ public:
     void element(std::string_view text);
 
     void text(std::string_view key, std::string_view text);
-    void number(std::string_view key, Vex::U32 number);
+
+    /// Writes the member `name`, a constant that outlives this.
+    void number(std::string_view name, Vex::U32 number);
+
     void boolean(std::string_view key, bool value);
 
 private:
     outfmt::Printer & printer_;
     outfmt::StringAttrInfo element_;
+    MemberInfos<outfmt::StringAttrInfo> addresses_;
+    MemberInfos<outfmt::Attr64Info> numbers_;
 };
 
 } // namespace vxshow::state::snapshot
