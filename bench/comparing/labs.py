@@ -49,7 +49,7 @@ class Scratch:
         left = [name for name in sorted(os.listdir(self._path)) if self._is_lab(name)]
         if left:
             what = ", ".join(left)
-            print(f"live: {self._path} is kept, a lab still stands there: {what}", file=sys.stderr)
+            print(f"live: {self._path} is kept, a lab is still there: {what}", file=sys.stderr)
         else:
             shutil.rmtree(self._path)
 

@@ -14,9 +14,9 @@
 /// A JSON document, read front to back, once, straight out of its bytes.
 ///
 /// This is simdjson's On-Demand reading, narrowed to what a strict reader needs: every value is
-/// taken in its turn and none is skipped, since On-Demand does not look into what it skips. Nothing
-/// here tracks lines or paths: a refusal is thrown with its position in the bytes, and the place is
-/// worked out from that.
+/// taken in its turn. On-Demand does not look into what is skipped, so only the readers of other
+/// programs' answers skip members. Nothing here tracks lines or paths: a refusal is thrown with its
+/// position in the bytes, and the place is worked out from that.
 namespace vxshow::text {
 
 /// Content that is JSON but not what is expected there.
