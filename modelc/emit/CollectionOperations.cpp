@@ -162,10 +162,12 @@ private:
         return {"auto const " + name + " = [&] {", "    return " + result + ";", "};"};
     }
 
+    /// The pointer comes by value: the caller's can be an element of this collection, which the
+    /// insertion moves.
     Operation share() const {
         std::string const pointer = "Vex::Ptr<" + type_ + " const>";
         bool const byAttribute = !attribute_.keyAttribute.empty();
-        std::vector<std::string> parameters{pointer + " const & entity"};
+        std::vector<std::string> parameters{pointer + " entity"};
         std::vector<std::string> body;
         if (byAttribute) {
             body = {"if (!entity) {", "    return nullptr;", "}",
@@ -180,7 +182,7 @@ private:
             body.push_back(std::move(line));
         }
         body.push_back("auto & stored = " + member_ + ".findOrInsert(key, make).element();");
-        body.push_back("stored = entity;");
+        body.push_back("stored = std::move(entity);");
         body.push_back("return stored;");
         return operation(byAttribute ? "Shares the entity under its " + attribute_.keyAttribute +
                                            ", replacing any other; null does nothing."

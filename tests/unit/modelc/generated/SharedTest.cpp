@@ -62,6 +62,27 @@ TEST(GeneratedSharedCollection, ReplacesOnePointerWithAnother) {
     EXPECT_EQ(harbour->chart().size(), 1U);
 }
 
+TEST(GeneratedSharedCollection, SharesAPointerThatItHoldsUnderAnotherKey) {
+    auto const harbour = harbourFactory();
+    auto const one = chart(1);
+    auto const two = chart(2);
+    harbour->chartIs("north", one);
+    harbour->chartIs("south", two);
+    Vex::Ptr<Sea::Chart const> const * south = nullptr;
+    {
+        auto position = harbour->chart().begin();
+        ++position;
+        south = &position.slot().element();
+    }
+    // Without an iterator to hold them, the entries after a new one move in memory.
+    EXPECT_EQ(harbour->chartIs("east", *south), two);
+    EXPECT_EQ(harbour->chart("east"), two);
+    EXPECT_EQ(harbour->chart("north"), one);
+    EXPECT_EQ(harbour->chart("south"), two);
+    EXPECT_EQ(one->references(), 2U);
+    EXPECT_EQ(two->references(), 3U);
+}
+
 TEST(GeneratedSharedCollection, ANullPointerRemovesTheEntry) {
     auto const harbour = harbourFactory();
     auto const one = chart(1);
