@@ -10,6 +10,7 @@
 #include <concepts>
 #include <optional>
 #include <typeinfo>
+#include <utility>
 
 namespace [[gnu::visibility("default")]] Vex {
 
@@ -96,12 +97,27 @@ namespace [[gnu::visibility("default")]] Vex {
 /// type of the platform or of a model, or a shared pointer to an entity. Generic tools use
 /// it where they do not know the types.
 ///
-/// Copying an `AnyValue` copies a value but shares an entity. The only conversions are
-/// those of `Ptr`: to a base, to a constant, and back down to the entity's run-time type.
+/// Copying an `AnyValue` copies a value but shares an entity; one that was moved from is
+/// empty. The only conversions are those of `Ptr`: to a base, to a constant, and back down
+/// to the entity's run-time type.
 class AnyValue {
 public:
     /// Holds nothing.
     AnyValue() noexcept = default;
+
+    AnyValue(AnyValue const &) = default;
+
+    AnyValue(AnyValue && other) noexcept
+        : type_(std::exchange(other.type_, nullptr)),
+          value_(std::exchange(other.value_, std::any())) {}
+
+    AnyValue & operator=(AnyValue other) noexcept {
+        std::swap(type_, other.type_);
+        value_.swap(other.value_);
+        return *this;
+    }
+
+    ~AnyValue() = default;
 
     /// A null pointer, which fits wherever an entity is expected.
     AnyValue(std::nullptr_t);

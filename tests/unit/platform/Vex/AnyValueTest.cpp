@@ -136,6 +136,35 @@ TEST(AnyValue, CopiesValuesAndSharesEntities) {
     EXPECT_EQ(Counted::alive, 0);
 }
 
+TEST(AnyValue, IsEmptyAfterItWasMovedFrom) {
+    AnyValue value(mac);
+    AnyValue const moved(std::move(value));
+    EXPECT_EQ(moved, AnyValue(mac));
+    // NOLINTNEXTLINE(bugprone-use-after-move): the state after the move is what is tested.
+    EXPECT_TRUE(value.empty());
+    EXPECT_EQ(value.typeName(), "nothing");
+    EXPECT_EQ(value.text(), std::nullopt);
+    EXPECT_EQ(value.reflection(), nullptr);
+    EXPECT_FALSE(value.isConstantEntity());
+    EXPECT_EQ(value, AnyValue());
+    EXPECT_NE(value, moved);
+    EXPECT_EQ(errorOf<Nolt::EthAddr>(value), "expected Nolt::EthAddr, found nothing");
+}
+
+TEST(AnyValue, IsEmptyAfterItWasMovedFromByAssignment) {
+    auto const counted = Vex::makePtr<Counted>(5);
+    AnyValue value{Ptr<Counted const>(counted)};
+    AnyValue target(U32{7});
+    target = std::move(value);
+    EXPECT_EQ(target.as<Ptr<Counted const>>(), counted);
+    // NOLINTNEXTLINE(bugprone-use-after-move): the state after the move is what is tested.
+    EXPECT_TRUE(value.empty());
+    EXPECT_FALSE(value.isConstantEntity());
+    EXPECT_EQ(value.reflection(), nullptr);
+    value = AnyValue(U8{1});
+    EXPECT_EQ(value.text(), "1");
+}
+
 TEST(AnyValue, HasTheReflectionRecordOfAnEntity) {
     EXPECT_EQ(AnyValue(Vex::makePtr<Counted>(1)).reflection(),
               &Vex::makePtr<Counted>(1)->fwkType());
