@@ -102,6 +102,8 @@ void setSwitchMap(Vex::Ptr<LRMapBase> const & lrMapBase,
 
 void LRMapBase::buildLRMap(Vex::String lRNameFilter, Vex::String switchFilter,
                            Vex::Ptr<VtepList const> const & vtepFilter) {
+    lRMapDelAll();
+    switchMapDelAll();
     if (!switchInfoDir()) {
         return;
     }

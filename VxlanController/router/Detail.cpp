@@ -50,6 +50,7 @@ void VcsLR::initialize() {
     if (auto record = cliTrace().at(traceFunctionEntry)) {
         record << "void VxlanController::Cli::VcsLR::initialize()";
     }
+    lRDetailDelAll();
     if (!lRStatusDir()) {
         if (auto record = cliTrace().at(traceFunctionEntry)) {
             record << "void VxlanController::Cli::VcsLR::initialize() lRStatusDir is empty";

@@ -38,6 +38,7 @@ void copyRoutes(LRStatusV2 const & status, Nolt::IpGenPrefix const & filter, Vcs
 } // namespace
 
 void VcsLRRoute::initialize() {
+    lRRouteByNameDelAll();
     if (!lRStatusDir()) {
         return;
     }

@@ -111,6 +111,46 @@ TEST_F(RouterRender, RenderingAgainShowsWhatWasPublishedSince) {
     EXPECT_EQ(rendered(routes), routesText(state));
 }
 
+TEST_F(RouterRender, RenderingAgainShowsNoRouterThatIsGone) {
+    RouterState state = manyRouters(1);
+    state.router("old").port("old", "10.5.0.1/24", 10).route("old", "10.5.0.0/16");
+    auto const detail = detailCommand(state);
+    auto const routes = routesCommand(state);
+    EXPECT_NE(rendered(detail).find("old"), std::string::npos);
+    EXPECT_NE(rendered(routes).find("old"), std::string::npos);
+    state.lRStatusDir->entityIs("old", nullptr);
+    EXPECT_EQ(rendered(detail), detailText(state));
+    EXPECT_EQ(rendered(routes), routesText(state));
+}
+
+TEST_F(RouterRender, RenderingAgainShowsNoSwitchWhoseVtepIsNoLongerActive) {
+    RouterState state;
+    state.leaf(leafOne, {"10.0.0.1"}, {"red", "blue"}).leaf(leafTwo, {"10.0.0.2"}, {"red"});
+    state.router("red").uplink("red", "10.1.0.1/24", {{"Ethernet1"}});
+    auto const map = mapCommand(state);
+    auto const detail = detailCommand(state);
+    EXPECT_NE(rendered(map).find("blue"), std::string::npos);
+    EXPECT_NE(rendered(detail).find(leafOne), std::string::npos);
+    state.inactive("10.0.0.1");
+    EXPECT_EQ(rendered(map), mapText(state));
+    EXPECT_EQ(rendered(detail), detailText(state));
+}
+
+TEST_F(RouterRender, RenderingAgainShowsTheVtepThatIsActiveNow) {
+    RouterState state;
+    state.leaf(leafOne, {"10.0.0.1", "10.0.0.2"}, {"red"}).inactive("10.0.0.2");
+    auto const map = mapCommand(state);
+    auto const detail = detailCommand(state);
+    EXPECT_NE(rendered(map).find("10.0.0.1 "), std::string::npos);
+    rendered(detail);
+    state.inactive("10.0.0.1");
+    state.switchInfoDir->vtepMapIs(Nolt::IpGenAddr::fromString("10.0.0.2"))->activeIs(true);
+    std::string const again = rendered(map);
+    EXPECT_EQ(again, mapText(state));
+    EXPECT_NE(again.find("10.0.0.2 "), std::string::npos);
+    EXPECT_EQ(rendered(detail), detailText(state));
+}
+
 TEST_F(RouterRender, AnInterruptBeforeCollectionPrintsTheExitingLineAndNoTable) {
     for (RouterState const & state : {RouterState(), manyRouters(3)}) {
         for (Vex::U32 format : {textFormat, jsonFormat}) {
