@@ -57,7 +57,7 @@ void VcsVniAdvertised::copyDest(Vex::Name destName) {
                << destName.stringValue();
     }
     ListTarget target(vniDirIs());
-    MacTableFilter const filter{macFilter(), *vtepFilter()};
+    MacTableFilter const filter{macFilter(), vtepFilter().ptr()};
     bool const everyVni = vniFilter().isNone();
     Vxlan::Vni const onlyVni = everyVni ? Vxlan::Vni() : vniFilter().vni();
 
@@ -99,7 +99,7 @@ void VcsVniAdvertised::copyTable(Vex::Name tableName) {
 
     // The trace records always say EVPN here, whatever the name of the table.
     ListTarget target(vniDirIs());
-    EvpnTableFilter const filter{vniFilter(), macFilter(), *vtepFilter()};
+    EvpnTableFilter const filter{vniFilter(), macFilter(), vtepFilter().ptr()};
     copyEvpnTables(*tables, target, filter, "EVPN");
 }
 

@@ -13,8 +13,8 @@ namespace VxlanController::Cli {
 /// The filters of a listing of EVPN tables.
 struct EvpnTableFilter {
     Vxlan::VniOrNone vni;
-    Nolt::EthAddr mac; ///< the zero address matches every MAC
-    VtepList const & vteps;
+    Nolt::EthAddr mac;      ///< the zero address matches every MAC
+    VtepList const * vteps; ///< null or empty: every VTEP
 };
 
 /// The pair of tables under `name`, or null with a trace record if there is none.

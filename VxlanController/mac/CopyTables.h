@@ -8,8 +8,8 @@ namespace VxlanController::Cli {
 
 /// The filters of a listing of MAC tables.
 struct MacTableFilter {
-    Nolt::EthAddr mac; ///< the zero address matches every MAC
-    VtepList const & vteps;
+    Nolt::EthAddr mac;      ///< the zero address matches every MAC
+    VtepList const * vteps; ///< null or empty: every VTEP
 };
 
 /// Copies one published entry into the model. Every VTEP becomes a member of its set,

@@ -84,7 +84,7 @@ void VcsVniReceived::copySwitch(Vex::Name switchId) {
     }
 
     SourceTarget target(nonSwitch ? nonSwitchSourceDirIs() : switchDirIs(), switchId);
-    MacTableFilter const filter{macFilter(), *vtepFilter()};
+    MacTableFilter const filter{macFilter(), vtepFilter().ptr()};
     if (vniFilter().isNone()) {
         for (VniStatusV2 const & status : vnis->vniStatusV2()) {
             copyTables(status, status.vni(), target, filter);
@@ -105,7 +105,7 @@ void VcsVniReceived::copyTable(Vex::Name tableName) {
     }
 
     SourceTarget target(nonSwitchSourceDirIs(), tableName);
-    EvpnTableFilter const filter{vniFilter(), macFilter(), *vtepFilter()};
+    EvpnTableFilter const filter{vniFilter(), macFilter(), vtepFilter().ptr()};
     copyEvpnTables(*tables, target, filter, tableName);
 }
 
