@@ -66,10 +66,10 @@ private:
             problems_.add(parsed.key->at, "'" + resolved.type.name +
                                               "' is imported with the key '" +
                                               resolved.type.importedKey + "'");
-        } else {
+        } else if (TypeRef const * key = scope_.find(resolved.type.importedKeyType)) {
             resolved.keyAttribute = parsed.key->text;
-            resolved.key = *scope_.type({resolved.type.importedKeyType, parsed.key->at});
-        }
+            resolved.key = *key;
+        } // else reported where the value is imported
     }
 
     void ownedKey(tree::Attribute const & parsed, Attribute & resolved) {

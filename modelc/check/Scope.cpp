@@ -94,9 +94,14 @@ bool Scope::add(tree::Name const & name, TypeRef type) {
     return true;
 }
 
+TypeRef const * Scope::find(std::string const & name) const noexcept {
+    auto const found = types_.find(name);
+    return found == types_.end() ? nullptr : &found->second;
+}
+
 std::optional<TypeRef> Scope::type(tree::Name const & name) {
-    if (auto const found = types_.find(name.text); found != types_.end()) {
-        return found->second;
+    if (TypeRef const * found = find(name.text)) {
+        return *found;
     }
     std::vector<std::string> known;
     for (auto const & entry : types_) {

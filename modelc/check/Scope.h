@@ -18,6 +18,9 @@ public:
     /// type, in the same order, and must outlive the scope.
     Scope(tree::File const & file, std::deque<Type> const & types, Problems & problems);
 
+    /// The type with that name, or null.
+    TypeRef const * find(std::string const & name) const noexcept;
+
     /// The type with that name. If there is none, adds a problem and returns nullopt.
     std::optional<TypeRef> type(tree::Name const & name);
 

@@ -66,6 +66,8 @@ TEST(Checker, ReportsUnknownAndDuplicateTypes) {
          "m:7:17: 'X' is not a value, so it cannot have a key\n"},
         {"import value X[id : Kye] from \"x.h\"\nregistration { }",
          "m:7:21: unknown type 'Kye'; did you mean 'Key'?\n"},
+        {"import value X[id : Kye] from \"x.h\"\nentity E() { x : X[id] }\nregistration { E }",
+         "m:7:21: unknown type 'Kye'; did you mean 'Key'?\n"},
     });
 }
 
