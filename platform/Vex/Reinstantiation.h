@@ -17,6 +17,7 @@ public:
 /// Raises a `ReinstantiationError` whose text names the type, the key of the element, the
 /// attribute, and its new and stored value:
 /// "VxlanController::Cli::SwitchMap leaf1: vtepAddr cannot change from 10.0.0.1 to 10.0.0.2".
+/// The key and the values are written as `printable()` does.
 [[noreturn]] void throwMutatorReinstantiating(std::string_view type, String const & key,
                                               std::string_view attribute, String const & newValue,
                                               String const & storedValue);

@@ -14,6 +14,16 @@ TEST(Reinstantiation, NamesTypeKeyAttributeNewAndStoredValue) {
     }
 }
 
+TEST(Reinstantiation, EscapesTheBytesOfTheKeyAndOfTheValues) {
+    try {
+        Vex::throwMutatorReinstantiating("Test::Binding", "leaf\x1b[2J", "remark", "b\n", "a\xff");
+        FAIL() << "nothing was thrown";
+    } catch (Vex::ReinstantiationError const & error) {
+        EXPECT_STREQ(error.what(),
+                     "Test::Binding leaf\\x1b[2J: remark cannot change from a\\xff to b\\x0a");
+    }
+}
+
 TEST(Reinstantiation, WritesEveryKindOfAttribute) {
     EXPECT_EQ(Vex::attributeText(Vex::U8{200}), "200");
     EXPECT_EQ(Vex::attributeText(Vex::U32{4294967295}), "4294967295");
