@@ -8,7 +8,8 @@ namespace VxlanController::Cli {
 inline constexpr unsigned traceMissingState = 1;
 inline constexpr unsigned traceFunctionEntry = 8;
 
-/// The commands' trace handle, "VxlanControllerCli".
+/// The commands' trace handle, "VxlanControllerCli". It exists from the time that the library
+/// is loaded.
 Trace::Handle & cliTrace();
 
 } // namespace VxlanController::Cli
