@@ -39,7 +39,7 @@ Vni Vni::fromString(std::string_view text) {
     if (auto const vni = tryFromString(text)) {
         return *vni;
     }
-    throw Vex::ParseError(text, "a VNI from 0 to 16777215, decimal or dotted such as 0.16.2");
+    Vex::refuseNumber(text, "a VNI from 0 to 16777215, decimal or dotted such as 0.16.2");
 }
 
 std::optional<Vni> Vni::tryFromString(std::string_view text) noexcept {

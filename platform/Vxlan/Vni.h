@@ -33,8 +33,8 @@ public:
     }
 
     /// Reads a decimal number, or three decimal numbers from 0 to 255 with dots between
-    /// them; no sign, no blanks, no leading zeros. Raises `Vex::ParseError` for anything
-    /// else, including a number above `max`.
+    /// them; no sign, no blanks, no leading zeros. Raises `Vex::RangeError` for a decimal
+    /// number above `max`, `Vex::ParseError` for anything else.
     static Vni fromString(std::string_view text);
 
     /// As `fromString`, but returns nullopt instead of raising an error.

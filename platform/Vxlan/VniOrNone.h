@@ -25,7 +25,7 @@ public:
     /// Implicit, since every VNI is a valid `VniOrNone`.
     constexpr VniOrNone(Vni vni) noexcept : value_(vni.value()) {}
 
-    /// Reads what `Vni` reads, or "" as none. Raises `Vex::ParseError` for anything else.
+    /// Reads what `Vni` reads, or "" as none. Raises what `Vni` raises for anything else.
     static VniOrNone fromString(std::string_view text);
 
     /// As `fromString`, but returns nullopt instead of raising an error.

@@ -12,7 +12,7 @@ template <class Value>
 Value readValue(std::string const & option, std::string const & text) {
     try {
         return Value::fromString(text);
-    } catch (Vex::ParseError const & error) {
+    } catch (Vex::Error const & error) {
         throw CLI::ValidationError(option, error.what());
     }
 }

@@ -62,56 +62,24 @@ TEST(Vni, ReadsAndWritesThreeBytesWithDots) {
 
 TEST(Vni, RefusesEverythingElse) {
     valuechecks::expectRefused<Vni>({
-        "",
-        " ",
-        "+1",
-        "-1",
-        "-0",
-        "01",
-        "00",
-        "1 ",
-        " 1",
-        "1\n",
-        "0x10",
-        "1e3",
-        "ten",
-        "16777216",
-        "4294967296",
-        "4294967306",
-        "99999999999999999999",
-        ".",
-        "..",
-        "...",
-        "0.",
-        "0.16",
-        ".16.2",
-        "0..2",
-        "0.16.",
-        "0.16.2.",
-        ".0.16.2",
-        "0.16.2.1",
-        "0.0.256",
-        "0.256.0",
-        "256.0.0",
-        "00.16.2",
-        "0.016.2",
-        "0.16.02",
-        "+0.16.2",
-        "0.-16.2",
-        "0. 16.2",
-        "0.16.2 ",
-        "0.16.x",
-        "0,16,2",
-        "0:16:2",
-        "10\0"sv,
+        "",        " ",       "+1",      "-1",      "-0",      "01",      "00",      "1 ",
+        " 1",      "1\n",     "0x10",    "1e3",     "ten",     ".",       "..",      "...",
+        "0.",      "0.16",    ".16.2",   "0..2",    "0.16.",   "0.16.2.", ".0.16.2", "0.16.2.1",
+        "0.0.256", "0.256.0", "256.0.0", "00.16.2", "0.016.2", "0.16.02", "+0.16.2", "0.-16.2",
+        "0. 16.2", "0.16.2 ", "0.16.x",  "0,16,2",  "0:16:2",  "10\0"sv,
     });
+}
+
+TEST(Vni, RaisesARangeErrorForADecimalNumberThatIsTooGreat) {
+    valuechecks::expectRefused<Vni, Vex::RangeError>(
+        {"16777216", "4294967296", "4294967306", "99999999999999999999"});
 }
 
 TEST(Vni, SaysWhatIsAccepted) {
     try {
         Vni::fromString("16777216");
         FAIL();
-    } catch (Vex::ParseError const & error) {
+    } catch (Vex::RangeError const & error) {
         EXPECT_STREQ(error.what(), "'16777216': expected a VNI from 0 to 16777215, decimal or "
                                    "dotted such as 0.16.2");
     }
