@@ -69,9 +69,11 @@ std::vector<std::string> reading(Model const & model, Type const & value) {
         body.emplace_back("try {");
         body.push_back("    " + attribute.name + "_ = Vex::deserializeAttr<" +
                        spelling::memberType(attribute.type) + ">(it, end);");
-        body.emplace_back("} catch (Vex::RangeError const & error) {");
-        body.push_back("    Vex::rethrowFromDeserializeAttr(error, " +
-                       quotedForCpp(attribute.name) + ");");
+        for (auto const * error : {"RangeError", "ParseError"}) {
+            body.push_back(std::string("} catch (Vex::") + error + " const & error) {");
+            body.push_back("    Vex::rethrowFromDeserializeAttr(error, " +
+                           quotedForCpp(attribute.name) + ");");
+        }
         body.emplace_back("}");
     }
     body.push_back(need("})"));

@@ -23,6 +23,10 @@ std::string_view take(String::IteratorConst & it, String::IteratorConst const & 
     return taken;
 }
 
+String namingAttribute(Error const & error, std::string_view attribute) {
+    return String(attribute).append(": ").append(error.what());
+}
+
 } // namespace
 
 void needString(String::IteratorConst & it, String::IteratorConst const & end,
@@ -69,7 +73,11 @@ U64 strepNumber(String::IteratorConst & it, String::IteratorConst const & end, U
 }
 
 void rethrowFromDeserializeAttr(RangeError const & error, std::string_view attribute) {
-    throw RangeError(String(attribute).append(": ").append(error.what()));
+    throw RangeError(namingAttribute(error, attribute));
+}
+
+void rethrowFromDeserializeAttr(ParseError const & error, std::string_view attribute) {
+    throw ParseError(namingAttribute(error, attribute));
 }
 
 } // namespace Vex

@@ -114,6 +114,9 @@ T deserializeAttr(String::IteratorConst & it, String::IteratorConst const & end)
 /// names form a path.
 [[noreturn]] void rethrowFromDeserializeAttr(RangeError const & error, std::string_view attribute);
 
+/// The same for a `ParseError`: "vtepIp: '10.0.0': expected an IPv4 address such as 10.0.0.1".
+[[noreturn]] void rethrowFromDeserializeAttr(ParseError const & error, std::string_view attribute);
+
 /// Reads the whole of `strep` as the form of a T. Raises what reading the T raises, and a
 /// `ParseError` if anything follows it.
 template <class T>

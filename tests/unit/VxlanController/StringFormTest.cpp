@@ -157,23 +157,23 @@ TEST(MacVtepStringForm, WithAnExtraSpaceAfterACommaIsRefusedAtTheLiteral) {
               R"(',  \'moveCount\': 7})': expected ", 'moveCount': ")");
 }
 
-TEST(MacVtepStringForm, WithAMalformedAttributeRaisesTheErrorOfItsType) {
+TEST(MacVtepStringForm, WithAMalformedAttributeRaisesTheErrorOfItsTypeAndNamesTheField) {
     EXPECT_EQ(refused<Vex::ParseError>(changed("00:1c:73:0a:0b:0c", "00:1c:73:0a:0b")),
-              "'00:1c:73:0a:0b': expected an Ethernet address such as 00:1c:73:0a:0b:0c, "
+              "macAddr: '00:1c:73:0a:0b': expected an Ethernet address such as 00:1c:73:0a:0b:0c, "
               "00-1c-73-0a-0b-0c or 001c.730a.0b0c");
     EXPECT_EQ(refused<Vex::ParseError>(changed("10.0.0.1", "10.0.0.256")),
-              "'10.0.0.256': expected an IPv4 address such as 10.0.0.1");
+              "vtepIp: '10.0.0.256': expected an IPv4 address such as 10.0.0.1");
     EXPECT_EQ(refused<Vex::ParseError>(changed("10.0.0.1", "2001:db8::1")),
-              "'2001:db8::1': expected an IPv4 address such as 10.0.0.1");
+              "vtepIp: '2001:db8::1': expected an IPv4 address such as 10.0.0.1");
     EXPECT_EQ(refused<Vex::ParseError>(changed("10.0.0.1", "")),
-              "'': expected an IPv4 address such as 10.0.0.1");
+              "vtepIp: '': expected an IPv4 address such as 10.0.0.1");
 }
 
-TEST(MacVtepStringForm, AMoveCountThatIsNotANumberRaisesTheErrorOfItsType) {
+TEST(MacVtepStringForm, AMoveCountThatIsNotANumberNamesTheField) {
     for (char const * count : {"x", "-1", "07", "0x7", "7.0", "None", ""}) {
         EXPECT_EQ(refused<Vex::ParseError>(
                       changed("'moveCount': 7", String("'moveCount': ").append(count))),
-                  Vex::quoted(count).append(": expected a number from 0 to 4294967295"));
+                  "moveCount: " + Vex::quoted(count) + ": expected a number from 0 to 4294967295");
     }
 }
 

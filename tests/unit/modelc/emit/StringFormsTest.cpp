@@ -108,17 +108,23 @@ Berth::Berth(Vex::String::IteratorConst & it, Vex::String::IteratorConst const &
         number_ = Vex::deserializeAttr<U16>(it, end);
     } catch (Vex::RangeError const & error) {
         Vex::rethrowFromDeserializeAttr(error, "number");
+    } catch (Vex::ParseError const & error) {
+        Vex::rethrowFromDeserializeAttr(error, "number");
     }
     Vex::needString(it, end, ", 'key': ");
     try {
         key_ = Vex::deserializeAttr<Sea::Key>(it, end);
     } catch (Vex::RangeError const & error) {
         Vex::rethrowFromDeserializeAttr(error, "key");
+    } catch (Vex::ParseError const & error) {
+        Vex::rethrowFromDeserializeAttr(error, "key");
     }
     Vex::needString(it, end, ", 'theNameOfTheShipThatLiesThere': ");
     try {
         theNameOfTheShipThatLiesThere_ = Vex::deserializeAttr<Vex::String>(it, end);
     } catch (Vex::RangeError const & error) {
+        Vex::rethrowFromDeserializeAttr(error, "theNameOfTheShipThatLiesThere");
+    } catch (Vex::ParseError const & error) {
         Vex::rethrowFromDeserializeAttr(error, "theNameOfTheShipThatLiesThere");
     }
     Vex::needString(it, end, "})");

@@ -223,6 +223,9 @@ TEST(RethrowFromDeserializeAttr, StartsWithTheNameOfTheAttribute) {
     EXPECT_EQ(raised<RangeError>(
                   [] { rethrowFromDeserializeAttr(RangeError("9", "at most 8"), "moveCount"); }),
               "moveCount: '9': expected at most 8");
+    EXPECT_EQ(raised<ParseError>(
+                  [] { rethrowFromDeserializeAttr(ParseError("x", "a number"), "moveCount"); }),
+              "moveCount: 'x': expected a number");
 }
 
 TEST(StrepToValue, RefusesTrailingText) {
