@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vex/Type.h"
 #include "Vex/Types.h"
 
 #include <atomic>
@@ -70,12 +71,20 @@ protected:
 
 void allocTrackWatcherIs(AllocTrackWatcher * watcher) noexcept;
 
-/// The two operators that make a class tracked, for hand-written entities:
+/// What modelc generates for the entities of a model, for hand-written ones: the two
+/// operators that make a class tracked, and a reflection record.
 /// `class Dir : public Tracked<Dir, PtrInterface>`. T names itself with `vexTypeName`.
 template <class T, class Base>
 class Tracked : public Base {
 public:
     using Base::Base;
+
+    /// The reflection record of T: its name and its base. It has no attributes and no
+    /// operations, and the type table does not have it.
+    inline static constinit Type const _vexType{
+        T::vexTypeName, Type::Kind::entity, &Base::_vexType, {}, {}, {}};
+
+    Type const & fwkType() const noexcept override { return _vexType; }
 
     static void * operator new(std::size_t size) { return allocTrackAllocate(typeInfo(), size); }
 

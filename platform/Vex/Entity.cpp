@@ -4,29 +4,27 @@
 
 namespace [[gnu::visibility("default")]] Vex {
 
-namespace {
+constinit Type const PtrInterface::_vexType{
+    "Vex::PtrInterface", Type::Kind::entity, nullptr, {}, {}, "The root of all entities."};
 
-constexpr Type ptrInterfaceType{"Vex::PtrInterface",        Type::Kind::entity, nullptr, {}, {},
-                                "The root of all entities."};
-constexpr Type entityType{"Vex::Entity",
-                          Type::Kind::entity,
-                          &ptrInterfaceType,
-                          {},
-                          {},
-                          "An entity that can stand in a directory of published state."};
-
-} // namespace
+constinit Type const Entity::_vexType{
+    "Vex::Entity",
+    Type::Kind::entity,
+    &PtrInterface::_vexType,
+    {},
+    {},
+    "An entity that can stand in a directory of published state."};
 
 PtrInterface::~PtrInterface() = default;
 
 Type const & PtrInterface::fwkType() const noexcept {
-    return ptrInterfaceType;
+    return _vexType;
 }
 
 Entity::~Entity() = default;
 
 Type const & Entity::fwkType() const noexcept {
-    return entityType;
+    return _vexType;
 }
 
 } // namespace Vex

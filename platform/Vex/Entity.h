@@ -13,6 +13,9 @@ public:
     PtrInterface(PtrInterface const &) = delete;
     PtrInterface & operator=(PtrInterface const &) = delete;
 
+    /// The reflection record of this class, which has no attributes.
+    static Type const _vexType;
+
     /// The reflection record of the object's run-time type.
     virtual Type const & fwkType() const noexcept;
 
@@ -49,6 +52,9 @@ private:
 /// An entity that can stand in a directory of published state.
 class Entity : public PtrInterface {
 public:
+    /// The reflection record of this class, which has no attributes.
+    static Type const _vexType;
+
     Type const & fwkType() const noexcept override;
 
 protected:

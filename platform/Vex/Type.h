@@ -38,9 +38,10 @@ struct Attribute {
     std::string_view name;
     U32 number;
     AttributeKind kind;
-    std::string_view type; ///< of the value or element (bool in a set), or a method's arguments
-    std::string_view key;  ///< the key type of a collection, else empty
-    std::string_view doc;  ///< the model file's own lines
+    /// Of the value or element (bool in a set), under its full name, or a method's arguments.
+    std::string_view type;
+    std::string_view key; ///< the key type of a collection, else empty
+    std::string_view doc; ///< the model file's own lines
 };
 
 class TypeOperations;

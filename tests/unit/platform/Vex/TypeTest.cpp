@@ -49,8 +49,11 @@ TEST(Type, TableKeepsTheOrderOfRegistrationAndTakesANameOnce) {
 }
 
 TEST(Type, EveryEntityHasARecord) {
-    EXPECT_EQ(Vex::makePtr<Counted>(1)->fwkType().name, "Vex::Entity");
-    EXPECT_EQ(Vex::makePtr<Counted>(1)->fwkType().base->name, "Vex::PtrInterface");
+    Vex::Type const & type = Vex::makePtr<Counted>(1)->fwkType();
+    EXPECT_EQ(type.name, "Test::Counted");
+    EXPECT_EQ(type.base->name, "Vex::Entity");
+    EXPECT_EQ(type.base->base->name, "Vex::PtrInterface");
+    EXPECT_EQ(Vex::typeNode("Test::Counted"), nullptr);
 }
 
 TEST(Type, EveryKindHasItsOwnName) {
