@@ -39,12 +39,19 @@ std::string kindName(AttributeKind kind) {
     return "method";
 }
 
-/// A method's arguments as the model writes them, in place of an attribute's type.
-std::string methodSignature(Attribute const & method) {
+/// The name under which the type table has the type.
+std::string fullName(Model const & model, TypeRef const & type) {
+    return type.declared ? model.space + "::" + type.name : type.name;
+}
+
+/// A method's arguments as the model writes them but with full names, in place of an
+/// attribute's type.
+std::string methodSignature(Model const & model, Attribute const & method) {
     std::vector<std::string> arguments;
     for (auto const & parameter : method.parameters) {
         bool const entity = parameter.type.kind == TypeClass::entity;
-        arguments.push_back(parameter.name + (entity ? " : shared " : " : ") + parameter.type.name);
+        arguments.push_back(parameter.name + (entity ? " : shared " : " : ") +
+                            fullName(model, parameter.type));
     }
     return std::string("(").append(joined(arguments, ", ")).append(")");
 }
@@ -62,14 +69,14 @@ std::vector<std::string> docLiterals(std::vector<std::string> const & doc) {
     return literals;
 }
 
-std::string row(Attribute const & attribute) {
+std::string row(Model const & model, Attribute const & attribute) {
     auto const doc = docLiterals(attribute.doc);
     std::vector<std::string> const cells{
         quotedForCpp(attribute.name),
         std::to_string(attribute.number),
         "Vex::AttributeKind::" + kindName(attribute.kind),
-        quotedForCpp(attribute.kind == AttributeKind::method ? methodSignature(attribute)
-                                                             : attribute.type.name),
+        quotedForCpp(attribute.kind == AttributeKind::method ? methodSignature(model, attribute)
+                                                             : fullName(model, attribute.type)),
         quotedForCpp(attribute.key.name),
     };
     std::string line = "    {" + joined(cells, ", ") + ", " + doc.front() + "},\n";
@@ -114,7 +121,7 @@ std::string attributeTables(Model const & model) {
         if (!type.attributes.empty()) {
             text += "\nconstexpr Vex::Attribute attributesOf" + type.name + "[] = {\n";
             for (auto const & attribute : type.attributes) {
-                text += row(attribute);
+                text += row(model, attribute);
             }
             text += "};\n";
         }

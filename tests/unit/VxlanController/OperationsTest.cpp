@@ -147,7 +147,7 @@ void exerciseOwned(Subject & subject) {
     EXPECT_TRUE(subject.get().isNull()) << subject.name();
     auto const made = subject.insert({});
     ASSERT_FALSE(made.isNull()) << subject.name();
-    EXPECT_EQ(made.reflection(), modelType(subject.record().type));
+    EXPECT_EQ(made.reflection(), Vex::typeNode(subject.record().type));
     EXPECT_EQ(subject.insert({}), made) << subject.name();
     EXPECT_EQ(subject.get(), made) << subject.name();
     EXPECT_TRUE(subject.remove({}).empty());
@@ -202,7 +202,7 @@ void exerciseSet(Subject & subject) {
 }
 
 void exerciseOwnedEntries(Subject & subject) {
-    auto const & element = *modelType(subject.record().type);
+    auto const & element = *Vex::typeNode(subject.record().type);
     auto const arguments = sampleArguments(element, 1);
     auto const two = subject.insert(sampleArguments(element, 2));
     auto const one = subject.insert(arguments);
@@ -315,10 +315,11 @@ TEST(Operations, EachConstructorArgumentSetsItsOwnAttribute) {
 }
 
 TEST(Operations, OfADerivedTypeAcceptOnlyItsOwnObjects) {
-    auto const base = modelType("LRMapBase");
-    auto const & detail = *modelType("VcsLR")->operations;
-    AnyValue const map =
-        modelType("VcsLRMap")->operations->construct(sampleArguments(*modelType("VcsLRMap"), 0));
+    auto const base = Vex::typeNode("VxlanController::Cli::LRMapBase");
+    auto const & detail = *Vex::typeNode("VxlanController::Cli::VcsLR")->operations;
+    AnyValue const map = Vex::typeNode("VxlanController::Cli::VcsLRMap")
+                             ->operations->construct(sampleArguments(
+                                 *Vex::typeNode("VxlanController::Cli::VcsLRMap"), 0));
     EXPECT_EQ(base->operations->count(map, 133), 0U);
     try {
         detail.count(map, 133);

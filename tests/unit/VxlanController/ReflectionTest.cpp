@@ -37,12 +37,12 @@ constexpr char const * expectedTypes = R"(VxlanController::Cli::HostFloodTable, 
 VxlanController::Cli::VcsLRMap, entity, base VxlanController::Cli::LRMapBase (switchPublishStatus, switchInfoDir, lRNameFilter, switchFilter, vtepFilter)
   258 lRNameFilter : constructor argument, Vex::String
   259 switchFilter : constructor argument, Vex::String
-  260 vtepFilter : entity pointer, VtepList
+  260 vtepFilter : entity pointer, VxlanController::Cli::VtepList
   261 render : method, (fd : U32, fmt : U32, revision : U32)
 VxlanController::Cli::SwitchDir, entity ()
-  130 switchList : owned entity collection, Switch[Vex::Name]
+  130 switchList : owned entity collection, VxlanController::Cli::Switch[Vex::Name]
 VxlanController::Cli::VxlanFdbSet, entity ()
-  130 arpTable : owned entity collection, VxlanArpTable[Vex::String]
+  130 arpTable : owned entity collection, VxlanController::Cli::VxlanArpTable[Vex::String]
 VxlanController::Cli::ArpAdvertised, entity (vniStatusDir, vniDotted, vniFilter, macFilter, ipFilter)
   130 vniStatusDir : entity pointer, Vex::Dir
   131 vniDotted : constructor argument, bool
@@ -55,51 +55,51 @@ VxlanController::Cli::VtepList, entity ()
 VxlanController::Cli::VniStatusDirList, entity ()
   130 vniStatusDir : shared entity collection, VxlanController::VniStatusDirV2[Vex::Name]
 VxlanController::Cli::HostFloodTableList, entity ()
-  130 hostFloodTable : shared entity collection, HostFloodTable[Vex::Name]
+  130 hostFloodTable : shared entity collection, VxlanController::Cli::HostFloodTable[Vex::Name]
 VxlanController::Cli::SwitchMap, entity (switchId, vtepAddr)
   130 switchId : constructor argument, Vex::String
   131 vtepAddr : constructor argument, Nolt::IpGenAddr
 VxlanController::Cli::VcsVniAdvertised, entity (vniStatusDir, nonSwitchAggregate, nonSwitchHostFloodTables, vniDotted, vniFilter, macFilter, destFilter, vtepFilter)
   130 vniStatusDir : entity pointer, Vex::Dir
-  131 nonSwitchAggregate : entity pointer, VniStatusDirList
-  132 nonSwitchHostFloodTables : entity pointer, HostFloodTableList
+  131 nonSwitchAggregate : entity pointer, VxlanController::Cli::VniStatusDirList
+  132 nonSwitchHostFloodTables : entity pointer, VxlanController::Cli::HostFloodTableList
   133 vniDotted : constructor argument, bool
   134 vniFilter : constructor argument, Vxlan::VniOrNone
   135 macFilter : constructor argument, Nolt::EthAddr
   136 destFilter : constructor argument, Vex::String
-  137 vtepFilter : entity pointer, VtepList
-  138 vniDir : owned entity, VniStatusList
+  137 vtepFilter : entity pointer, VxlanController::Cli::VtepList
+  138 vniDir : owned entity, VxlanController::Cli::VniStatusList
   139 initialize : method, ()
   140 copyDest : method, (destName : Vex::Name)
   141 copyTable : method, (tableName : Vex::Name)
   142 render : method, (fd : U32, fmt : U32, revision : U32)
 VxlanController::Cli::VxlanVtepSet, entity ()
-  130 vtep : owned entity collection, VxlanVtep[Vex::String]
+  130 vtep : owned entity collection, VxlanController::Cli::VxlanVtep[Vex::String]
 VxlanController::Cli::LRMapBase, entity (switchPublishStatus, switchInfoDir)
   130 switchPublishStatus : entity pointer, Statestore::PublishStatus
   131 switchInfoDir : entity pointer, VxlanController::SwitchInfoDir
   132 pathPrefix : constant, Vex::String
-  133 switchMap : owned entity collection, SwitchMap[Vex::String]
-  134 lRMap : owned entity collection, LRMap[Vex::String]
-  135 buildLRMap : method, (lRNameFilter : Vex::String, switchFilter : Vex::String, vtepFilter : shared VtepList)
+  133 switchMap : owned entity collection, VxlanController::Cli::SwitchMap[Vex::String]
+  134 lRMap : owned entity collection, VxlanController::Cli::LRMap[Vex::String]
+  135 buildLRMap : method, (lRNameFilter : Vex::String, switchFilter : Vex::String, vtepFilter : shared VxlanController::Cli::VtepList)
 VxlanController::Cli::LRRouteByName, entity (lRName)
   130 lRName : constructor argument, Vex::String
-  131 lRRoute : owned entity collection, LRRoute[Nolt::IpGenPrefix]
+  131 lRRoute : owned entity collection, VxlanController::Cli::LRRoute[Nolt::IpGenPrefix]
 VxlanController::Cli::LRMap, entity (lRName)
   130 lRName : constructor argument, Vex::String
-  131 switchList : shared entity collection, SwitchMap[Vex::String]
+  131 switchList : shared entity collection, VxlanController::Cli::SwitchMap[Vex::String]
 VxlanController::Cli::MacVtepMultiPath, value (macAddr)
   2 macAddr : constructor argument, Nolt::EthAddr
   3 vtepIpList : set, bool[Nolt::IpAddr]
 VxlanController::Cli::LRDetail, entity (lRName)
   130 lRName : constructor argument, Vex::String
   131 ipPort : value collection, VxlanController::LRIpPortV2[Nolt::IpGenAddrWithMask]
-  132 ipUplinkPort : value collection, LRIpUplinkPortAddress[Nolt::IpGenAddrWithMask]
+  132 ipUplinkPort : value collection, VxlanController::Cli::LRIpUplinkPortAddress[Nolt::IpGenAddrWithMask]
 VxlanController::Cli::VxlanVtep, entity (switchId)
   130 switchId : constructor argument, Vex::String
-  131 arpTable : owned entity collection, VxlanArpTable[Vex::String]
+  131 arpTable : owned entity collection, VxlanController::Cli::VxlanArpTable[Vex::String]
 VxlanController::Cli::VniStatusList, entity ()
-  130 vniEntry : owned entity collection, VniStatus[Vxlan::Vni]
+  130 vniEntry : owned entity collection, VxlanController::Cli::VniStatus[Vxlan::Vni]
 VxlanController::Cli::ArpReceived, entity (switches, vniDotted, vniFilter, macFilter, ipFilter, switchFilter)
   130 switches : entity pointer, Vex::Dir
   131 vniDotted : constructor argument, bool
@@ -130,20 +130,20 @@ VxlanController::Cli::VcsLR, entity, base VxlanController::Cli::LRMapBase (switc
   258 lRStatusDir : entity pointer, Vex::Dir
   259 vniDotted : constructor argument, bool
   260 lRNameFilter : constructor argument, Vex::String
-  261 lRDetail : owned entity collection, LRDetail[Vex::String]
+  261 lRDetail : owned entity collection, VxlanController::Cli::LRDetail[Vex::String]
   262 initialize : method, ()
   263 render : method, (fd : U32, fmt : U32, revision : U32)
 VxlanController::Cli::VxlanArpTable, entity (vni)
   130 vni : constructor argument, Vex::String
-  131 arpEntry : owned entity collection, VxlanArpEntry[Nolt::IpGenAddr]
+  131 arpEntry : owned entity collection, VxlanController::Cli::VxlanArpEntry[Nolt::IpGenAddr]
 VxlanController::Cli::Switch, entity (switchId)
   130 switchId : constructor argument, Vex::Name
-  131 vniStatusList : owned entity, VniStatusList
+  131 vniStatusList : owned entity, VxlanController::Cli::VniStatusList
 VxlanController::Cli::VcsLRRoute, entity (lRStatusDir, lRNameFilter, prefixFilter)
   130 lRStatusDir : entity pointer, Vex::Dir
   131 lRNameFilter : constructor argument, Vex::String
   132 prefixFilter : constructor argument, Nolt::IpGenPrefix
-  133 lRRouteByName : owned entity collection, LRRouteByName[Vex::String]
+  133 lRRouteByName : owned entity collection, VxlanController::Cli::LRRouteByName[Vex::String]
   134 initialize : method, ()
   135 render : method, (fd : U32, fmt : U32, revision : U32)
 VxlanController::Cli::MacVtep, value (macAddr, vtepIp, moveCount)
@@ -152,15 +152,15 @@ VxlanController::Cli::MacVtep, value (macAddr, vtepIp, moveCount)
   4 moveCount : plain, Quay::Seqno32
 VxlanController::Cli::VcsVniReceived, entity (switchAggregate, nonSwitchAggregate, nonSwitchHostFloodTables, vniDotted, vniFilter, macFilter, switchFilter, vtepFilter)
   130 switchAggregate : entity pointer, Vex::Dir
-  131 nonSwitchAggregate : entity pointer, VniStatusDirList
-  132 nonSwitchHostFloodTables : entity pointer, HostFloodTableList
+  131 nonSwitchAggregate : entity pointer, VxlanController::Cli::VniStatusDirList
+  132 nonSwitchHostFloodTables : entity pointer, VxlanController::Cli::HostFloodTableList
   133 vniDotted : constructor argument, bool
   134 vniFilter : constructor argument, Vxlan::VniOrNone
   135 macFilter : constructor argument, Nolt::EthAddr
   136 switchFilter : constructor argument, Vex::String
-  137 vtepFilter : entity pointer, VtepList
-  138 switchDir : owned entity, SwitchDir
-  139 nonSwitchSourceDir : owned entity, SwitchDir
+  137 vtepFilter : entity pointer, VxlanController::Cli::VtepList
+  138 switchDir : owned entity, VxlanController::Cli::SwitchDir
+  139 nonSwitchSourceDir : owned entity, VxlanController::Cli::SwitchDir
   140 initialize : method, ()
   141 copySwitch : method, (switchId : Vex::Name)
   142 copyTable : method, (tableName : Vex::Name)
@@ -168,9 +168,9 @@ VxlanController::Cli::VcsVniReceived, entity (switchAggregate, nonSwitchAggregat
 VxlanController::Cli::VniStatus, entity (vni)
   130 vni : constructor argument, Vxlan::Vni
   131 macAddress : plain, Nolt::EthAddr
-  132 macVtepTable : value collection, MacVtep[Nolt::EthAddr]
-  133 macVtepMultiPathTable : value collection, MacVtepMultiPath[Nolt::EthAddr]
-  134 macVtepFloodListTable : owned entity collection, MacVtepFloodList[Nolt::EthAddr]
+  132 macVtepTable : value collection, VxlanController::Cli::MacVtep[Nolt::EthAddr]
+  133 macVtepMultiPathTable : value collection, VxlanController::Cli::MacVtepMultiPath[Nolt::EthAddr]
+  134 macVtepFloodListTable : owned entity collection, VxlanController::Cli::MacVtepFloodList[Nolt::EthAddr]
 )";
 
 } // namespace
@@ -178,6 +178,19 @@ VxlanController::Cli::VniStatus, entity (vni)
 TEST(Reflection, ListsTypesAndAttributesInTheOrderOfRegistration) {
     std::string const table = wholeTable();
     EXPECT_EQ(table, expectedTypes);
+}
+
+TEST(Reflection, NamesTheTypesOfTheModelSoThatTheTableHasThem) {
+    std::size_t ofModel = 0;
+    for (auto const * type : Vex::typeTable()) {
+        for (auto const & attribute : type->attributes) {
+            bool const isOfModel = attribute.type.starts_with("VxlanController::Cli::");
+            EXPECT_EQ(Vex::typeNode(attribute.type) != nullptr, isOfModel)
+                << type->name << " " << attribute.name << ": " << attribute.type;
+            ofModel += isOfModel ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(ofModel, 28U);
 }
 
 TEST(Reflection, CarriesTheDocumentationOfTheModelFile) {

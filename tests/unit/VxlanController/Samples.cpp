@@ -82,10 +82,6 @@ std::map<std::string, Maker, std::less<>> const & makers() {
 
 } // namespace
 
-Vex::Type const * modelType(std::string_view name) {
-    return Vex::typeNode(std::string("VxlanController::Cli::").append(name));
-}
-
 AnyValues sampleArguments(Vex::Type const & type, unsigned which) {
     AnyValues arguments;
     for (auto const name : type.constructorArguments) {
@@ -95,7 +91,7 @@ AnyValues sampleArguments(Vex::Type const & type, unsigned which) {
 }
 
 AnyValue sample(std::string_view type, unsigned which) {
-    if (auto const * model = modelType(type)) {
+    if (auto const * model = Vex::typeNode(type)) {
         bool const null = model->kind == Vex::Type::Kind::entity && which == 0;
         return null ? AnyValue(nullptr)
                     : model->operations->construct(sampleArguments(*model, which));
@@ -109,7 +105,7 @@ AnyValue sample(std::string_view type, unsigned which) {
 }
 
 AnyValue withOtherContent(std::string_view type, AnyValue value) {
-    auto const * model = modelType(type);
+    auto const * model = Vex::typeNode(type);
     if (!model) {
         return VxlanController::LRIpPortV2(value.as<VxlanController::LRIpPortV2>().ip(),
                                            Vxlan::Vni(99), Nolt::EthAddr(), Nolt::IpGenAddr());

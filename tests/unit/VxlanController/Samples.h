@@ -16,6 +16,3 @@ Vex::AnyValues sampleArguments(Vex::Type const & type, unsigned which);
 
 /// A copy of `value`, a sample of `type`, that has the same key but other content.
 Vex::AnyValue withOtherContent(std::string_view type, Vex::AnyValue value);
-
-/// The model type of that name, as a record spells it; null if it is not a model type.
-Vex::Type const * modelType(std::string_view name);

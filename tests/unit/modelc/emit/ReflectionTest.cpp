@@ -83,7 +83,7 @@ constexpr Vex::Attribute attributesOfTrack[] = {
     {"first", 131, Vex::AttributeKind::constructorArgument, "U8", "", ""},
     {"chart", 132, Vex::AttributeKind::entityPointer, "Sea::Chart", "", ""},
     {"path", 133, Vex::AttributeKind::constant, "Vex::String", "", ""},
-    {"point", 134, Vex::AttributeKind::valueCollection, "Point", "Sea::Key", ""},
+    {"point", 134, Vex::AttributeKind::valueCollection, "N::M::Point", "Sea::Key", ""},
     {"follow", 136, Vex::AttributeKind::method, "(speed : U32)", "", "Begins to follow."},
     {"other", 135, Vex::AttributeKind::entityPointerPlain, "Sea::Chart", "", ""},
 };
@@ -91,8 +91,8 @@ constexpr Vex::Attribute attributesOfTrack[] = {
 constexpr std::string_view argumentsOfTrack[] = {"name", "first", "chart"};
 
 constexpr Vex::Attribute attributesOfTrail[] = {
-    {"log", 258, Vex::AttributeKind::ownedEntity, "Log", "", ""},
-    {"side", 259, Vex::AttributeKind::sharedEntityCollection, "Track", "Vex::String", ""},
+    {"log", 258, Vex::AttributeKind::ownedEntity, "N::M::Log", "", ""},
+    {"side", 259, Vex::AttributeKind::sharedEntityCollection, "N::M::Track", "Vex::String", ""},
 };
 
 constexpr std::string_view argumentsOfTrail[] = {"name", "first", "chart"};

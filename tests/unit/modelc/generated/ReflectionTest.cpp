@@ -28,18 +28,18 @@ std::string described(Vex::Type const & type) {
 TEST(GeneratedReflection, NumbersTheAttributesOfAnEntityFrom130) {
     EXPECT_EQ(described(Harbour::_vexType),
               "130 master, plain: Vex::String\n"
-              "131 pilot, settable entity pointer: Captain\n"
-              "132 berth, value collection: Berth[U16]\n"
-              "133 voyage, value collection: Voyage[Vex::Name]\n"
+              "131 pilot, settable entity pointer: Test::Fleet::Captain\n"
+              "132 berth, value collection: Test::Fleet::Berth[U16]\n"
+              "133 voyage, value collection: Test::Fleet::Voyage[Vex::Name]\n"
               "134 buoy, value collection: Sea::Buoy[Vex::Name]\n"
               "135 flag, set: bool[Vex::String]\n"
               "136 wreck, hashed set: bool[Vex::Name]\n"
-              "137 hold, owned entity collection: Hold[Vex::Name]\n"
-              "138 crate, owned entity collection: Crate[Vex::String]\n"
+              "137 hold, owned entity collection: Test::Fleet::Hold[Vex::Name]\n"
+              "138 crate, owned entity collection: Test::Fleet::Crate[Vex::String]\n"
               "139 chart, shared entity collection: Sea::Chart[Vex::Name]\n"
-              "140 captain, shared entity collection: Captain[Vex::Name]\n"
-              "141 log, owned entity: Log\n"
-              "142 watch, owned entity: Empty\n");
+              "140 captain, shared entity collection: Test::Fleet::Captain[Vex::Name]\n"
+              "141 log, owned entity: Test::Fleet::Log\n"
+              "142 watch, owned entity: Test::Fleet::Empty\n");
 }
 
 TEST(GeneratedReflection, NumbersMethodsAfterTheOtherAttributes) {
@@ -47,8 +47,8 @@ TEST(GeneratedReflection, NumbersMethodsAfterTheOtherAttributes) {
               "130 name, constructor argument: Vex::Name\n"
               "131 chart, entity pointer: Sea::Chart\n"
               "132 shelf, constant: Vex::String\n"
-              "133 hold, owned entity collection: Hold[Vex::Name]\n"
-              "134 log, owned entity: Log\n"
+              "133 hold, owned entity collection: Test::Fleet::Hold[Vex::Name]\n"
+              "134 log, owned entity: Test::Fleet::Log\n"
               "136 sail, method: (knots : U32, to : Vex::Name, by : shared Sea::Chart)\n"
               "135 draft, plain: Sea::Depth\n");
 }
@@ -56,7 +56,7 @@ TEST(GeneratedReflection, NumbersMethodsAfterTheOtherAttributes) {
 TEST(GeneratedReflection, NumbersTheAttributesOfADerivedEntityFrom258) {
     EXPECT_EQ(described(Ferry::_vexType), "258 route, constructor argument: Vex::String\n"
                                           "259 cars, constructor argument: U32\n"
-                                          "260 voyage, plain: Voyage\n");
+                                          "260 voyage, plain: Test::Fleet::Voyage\n");
     EXPECT_EQ(Ferry::_vexType.base, &Vessel::_vexType);
     EXPECT_EQ(Ferry::_vexType.attribute("draft")->number, 135U);
     EXPECT_EQ(Ferry::_vexType.attribute(258)->name, "route");

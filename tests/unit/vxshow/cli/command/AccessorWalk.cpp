@@ -129,18 +129,20 @@ void AccessorWalk::collection(std::string const & attribute, Map const & map, Sh
 template <class Map>
 void AccessorWalk::entities(std::string const & attribute, std::string const & type,
                             Map const & map) {
-    collection(attribute + " : " + type, map, [&](std::string const & start, auto const & at) {
-        entity(start, type.substr(0, type.find('[')), &*at);
-    });
+    collection(attribute + " : VxlanController::Cli::" + type, map,
+               [&](std::string const & start, auto const & at) {
+                   entity(start, type.substr(0, type.find('[')), &*at);
+               });
 }
 
 template <class Map>
 void AccessorWalk::values(std::string const & attribute, std::string const & type,
                           Map const & map) {
-    collection(attribute + " : " + type, map, [&](std::string const & start, auto const & at) {
-        line(start + "VxlanController::Cli::" + type.substr(0, type.find('[')));
-        inside([&] { attributes(*at); });
-    });
+    collection(attribute + " : VxlanController::Cli::" + type, map,
+               [&](std::string const & start, auto const & at) {
+                   line(start + "VxlanController::Cli::" + type.substr(0, type.find('[')));
+                   inside([&] { attributes(*at); });
+               });
 }
 
 template <class Map>
@@ -171,31 +173,36 @@ void AccessorWalk::root(Cli::VcsLRRoute const & command) {
 
 void AccessorWalk::attributes(Cli::VcsVniReceived const & command) {
     outside("switchAggregate : Vex::Dir", command.switchAggregate() != nullptr);
-    entity("nonSwitchAggregate : VniStatusDirList = ", "VniStatusDirList",
+    entity("nonSwitchAggregate : VxlanController::Cli::VniStatusDirList = ", "VniStatusDirList",
            command.nonSwitchAggregate().ptr());
-    entity("nonSwitchHostFloodTables : HostFloodTableList = ", "HostFloodTableList",
-           command.nonSwitchHostFloodTables().ptr());
+    entity("nonSwitchHostFloodTables : VxlanController::Cli::HostFloodTableList = ",
+           "HostFloodTableList", command.nonSwitchHostFloodTables().ptr());
     flag("vniDotted : bool", command.vniDotted());
     value("vniFilter : Vxlan::VniOrNone", command.vniFilter().stringValue());
     value("macFilter : Nolt::EthAddr", command.macFilter().stringValue());
     value("switchFilter : Vex::String", command.switchFilter());
-    entity("vtepFilter : VtepList = ", "VtepList", command.vtepFilter().ptr());
-    entity("switchDir : SwitchDir = ", "SwitchDir", command.switchDir().ptr());
-    entity("nonSwitchSourceDir : SwitchDir = ", "SwitchDir", command.nonSwitchSourceDir().ptr());
+    entity("vtepFilter : VxlanController::Cli::VtepList = ", "VtepList",
+           command.vtepFilter().ptr());
+    entity("switchDir : VxlanController::Cli::SwitchDir = ", "SwitchDir",
+           command.switchDir().ptr());
+    entity("nonSwitchSourceDir : VxlanController::Cli::SwitchDir = ", "SwitchDir",
+           command.nonSwitchSourceDir().ptr());
 }
 
 void AccessorWalk::attributes(Cli::VcsVniAdvertised const & command) {
     outside("vniStatusDir : Vex::Dir", command.vniStatusDir() != nullptr);
-    entity("nonSwitchAggregate : VniStatusDirList = ", "VniStatusDirList",
+    entity("nonSwitchAggregate : VxlanController::Cli::VniStatusDirList = ", "VniStatusDirList",
            command.nonSwitchAggregate().ptr());
-    entity("nonSwitchHostFloodTables : HostFloodTableList = ", "HostFloodTableList",
-           command.nonSwitchHostFloodTables().ptr());
+    entity("nonSwitchHostFloodTables : VxlanController::Cli::HostFloodTableList = ",
+           "HostFloodTableList", command.nonSwitchHostFloodTables().ptr());
     flag("vniDotted : bool", command.vniDotted());
     value("vniFilter : Vxlan::VniOrNone", command.vniFilter().stringValue());
     value("macFilter : Nolt::EthAddr", command.macFilter().stringValue());
     value("destFilter : Vex::String", command.destFilter());
-    entity("vtepFilter : VtepList = ", "VtepList", command.vtepFilter().ptr());
-    entity("vniDir : VniStatusList = ", "VniStatusList", command.vniDir().ptr());
+    entity("vtepFilter : VxlanController::Cli::VtepList = ", "VtepList",
+           command.vtepFilter().ptr());
+    entity("vniDir : VxlanController::Cli::VniStatusList = ", "VniStatusList",
+           command.vniDir().ptr());
 }
 
 void AccessorWalk::attributes(Cli::VniStatusDirList const & list) {
@@ -224,7 +231,8 @@ void AccessorWalk::attributes(Cli::SwitchDir const & dir) {
 
 void AccessorWalk::attributes(Cli::Switch const & source) {
     value("switchId : Vex::Name", source.switchId().stringValue());
-    entity("vniStatusList : VniStatusList = ", "VniStatusList", source.vniStatusList().ptr());
+    entity("vniStatusList : VxlanController::Cli::VniStatusList = ", "VniStatusList",
+           source.vniStatusList().ptr());
 }
 
 void AccessorWalk::attributes(Cli::VniStatusList const & list) {
@@ -270,7 +278,8 @@ void AccessorWalk::attributes(Cli::VcsLRMap const & command) {
     attributesOfBase(command);
     value("lRNameFilter : Vex::String", command.lRNameFilter());
     value("switchFilter : Vex::String", command.switchFilter());
-    entity("vtepFilter : VtepList = ", "VtepList", command.vtepFilter().ptr());
+    entity("vtepFilter : VxlanController::Cli::VtepList = ", "VtepList",
+           command.vtepFilter().ptr());
 }
 
 void AccessorWalk::attributes(Cli::VcsLR const & command) {

@@ -33,13 +33,13 @@ TEST(ModelOf, ArpReceivedHasItsTablesAfterTheCommand) {
   ipFilter : Nolt::IpGenAddr =
   switchFilter : Vex::String =
 VxlanController::Cli::VxlanVtepSet #2
-  vtep : VxlanVtep[Vex::String] = 2 entries
+  vtep : VxlanController::Cli::VxlanVtep[Vex::String] = 2 entries
     [leaf1] = VxlanController::Cli::VxlanVtep #3
       switchId : Vex::String = leaf1
-      arpTable : VxlanArpTable[Vex::String] = 1 entry
+      arpTable : VxlanController::Cli::VxlanArpTable[Vex::String] = 1 entry
         [0.0.10] = VxlanController::Cli::VxlanArpTable #4
           vni : Vex::String = 0.0.10
-          arpEntry : VxlanArpEntry[Nolt::IpGenAddr] = 2 entries
+          arpEntry : VxlanController::Cli::VxlanArpEntry[Nolt::IpGenAddr] = 2 entries
             [10.0.0.9] = VxlanController::Cli::VxlanArpEntry #5
               ipAddress : Nolt::IpGenAddr = 10.0.0.9
               macAddress : Nolt::EthAddr = 02:00:00:00:00:01
@@ -52,10 +52,10 @@ VxlanController::Cli::VxlanVtepSet #2
               changes : U32 = 0
     [leaf2] = VxlanController::Cli::VxlanVtep #7
       switchId : Vex::String = leaf2
-      arpTable : VxlanArpTable[Vex::String] = 1 entry
+      arpTable : VxlanController::Cli::VxlanArpTable[Vex::String] = 1 entry
         [0.0.30] = VxlanController::Cli::VxlanArpTable #8
           vni : Vex::String = 0.0.30
-          arpEntry : VxlanArpEntry[Nolt::IpGenAddr] = 0 entries
+          arpEntry : VxlanController::Cli::VxlanArpEntry[Nolt::IpGenAddr] = 0 entries
 )");
 }
 
@@ -71,10 +71,10 @@ TEST(ModelOf, ArpAdvertisedHasItsTablesAfterTheCommand) {
   macFilter : Nolt::EthAddr = 02:00:00:00:00:02
   ipFilter : Nolt::IpGenAddr =
 VxlanController::Cli::VxlanFdbSet #2
-  arpTable : VxlanArpTable[Vex::String] = 1 entry
+  arpTable : VxlanController::Cli::VxlanArpTable[Vex::String] = 1 entry
     [10] = VxlanController::Cli::VxlanArpTable #3
       vni : Vex::String = 10
-      arpEntry : VxlanArpEntry[Nolt::IpGenAddr] = 1 entry
+      arpEntry : VxlanController::Cli::VxlanArpEntry[Nolt::IpGenAddr] = 1 entry
         [10.0.0.8] = VxlanController::Cli::VxlanArpEntry #4
           ipAddress : Nolt::IpGenAddr = 10.0.0.8
           macAddress : Nolt::EthAddr = 02:00:00:00:00:02
@@ -93,25 +93,25 @@ TEST(ModelOf, AnAbsentStateIsNull) {
     EXPECT_EQ(modelOf(R"({"format":"vxlan-controller-state","version":1})", "mac received"),
               R"(VxlanController::Cli::VcsVniReceived #1
   switchAggregate : Vex::Dir = null
-  nonSwitchAggregate : VniStatusDirList = null
-  nonSwitchHostFloodTables : HostFloodTableList = null
+  nonSwitchAggregate : VxlanController::Cli::VniStatusDirList = null
+  nonSwitchHostFloodTables : VxlanController::Cli::HostFloodTableList = null
   vniDotted : bool = False
   vniFilter : Vxlan::VniOrNone =
   macFilter : Nolt::EthAddr = 00:00:00:00:00:00
   switchFilter : Vex::String =
-  vtepFilter : VtepList = VxlanController::Cli::VtepList #2
+  vtepFilter : VxlanController::Cli::VtepList = VxlanController::Cli::VtepList #2
     vtep : bool[Nolt::IpAddr] = 0 entries
-  switchDir : SwitchDir = VxlanController::Cli::SwitchDir #3
-    switchList : Switch[Vex::Name] = 0 entries
-  nonSwitchSourceDir : SwitchDir = VxlanController::Cli::SwitchDir #4
-    switchList : Switch[Vex::Name] = 0 entries
+  switchDir : VxlanController::Cli::SwitchDir = VxlanController::Cli::SwitchDir #3
+    switchList : VxlanController::Cli::Switch[Vex::Name] = 0 entries
+  nonSwitchSourceDir : VxlanController::Cli::SwitchDir = VxlanController::Cli::SwitchDir #4
+    switchList : VxlanController::Cli::Switch[Vex::Name] = 0 entries
 )");
     EXPECT_EQ(modelOf(R"({"format":"vxlan-controller-state","version":1})", "router routes"),
               R"(VxlanController::Cli::VcsLRRoute #1
   lRStatusDir : Vex::Dir = null
   lRNameFilter : Vex::String =
   prefixFilter : Nolt::IpGenPrefix =
-  lRRouteByName : LRRouteByName[Vex::String] = 0 entries
+  lRRouteByName : VxlanController::Cli::LRRouteByName[Vex::String] = 0 entries
 )");
 }
 

@@ -78,41 +78,44 @@ TEST(Model, ListsTheAttributesOfOneType) {
 }
 
 TEST(Model, ListsInheritedAttributesOrderedByNumber) {
-    EXPECT_EQ(model({"VcsLRMap"}),
-              "Type:        VxlanController::Cli::VcsLRMap\n"
-              "Kind:        entity\n"
-              "Base:        VxlanController::Cli::LRMapBase\n"
-              "Constructor: (switchPublishStatus, switchInfoDir, lRNameFilter, switchFilter, "
-              "vtepFilter)\n"
-              "The command that shows which switches each logical router is present on.\n"
-              "\n"
-              "Number Name                     Kind                     Type\n"
-              "------ ------------------------ ------------------------ ------------------------\n"
-              "   130 switchPublishStatus      entity pointer           "
-              "Statestore::PublishStatus\n"
-              "   131 switchInfoDir            entity pointer           "
-              "VxlanController::SwitchInfoDir\n"
-              "   132 pathPrefix               constant                 Vex::String\n"
-              "         The path under which switches publish the status of their logical "
-              "routers.\n"
-              "   133 switchMap                owned entity collection  SwitchMap[Vex::String]\n"
-              "   134 lRMap                    owned entity collection  LRMap[Vex::String]\n"
-              "   135 buildLRMap               method                   "
-              "(lRNameFilter : Vex::String, switchFilter : Vex::String, "
-              "vtepFilter : shared VtepList)\n"
-              "         Discards earlier results, then fills both maps.\n"
-              "         An empty text means every router or switch, a null or empty list every "
-              "VTEP.\n"
-              "   258 lRNameFilter             constructor argument     Vex::String\n"
-              "         Empty means every logical router.\n"
-              "   259 switchFilter             constructor argument     Vex::String\n"
-              "         Empty means every switch.\n"
-              "   260 vtepFilter               entity pointer           VtepList\n"
-              "         Null or empty means every VTEP.\n"
-              "   261 render                   method                   "
-              "(fd : U32, fmt : U32, revision : U32)\n"
-              "         Collects and prints to the descriptor: text when the format is 1, else "
-              "JSON.\n");
+    EXPECT_EQ(
+        model({"VcsLRMap"}),
+        "Type:        VxlanController::Cli::VcsLRMap\n"
+        "Kind:        entity\n"
+        "Base:        VxlanController::Cli::LRMapBase\n"
+        "Constructor: (switchPublishStatus, switchInfoDir, lRNameFilter, switchFilter, "
+        "vtepFilter)\n"
+        "The command that shows which switches each logical router is present on.\n"
+        "\n"
+        "Number Name                     Kind                     Type\n"
+        "------ ------------------------ ------------------------ ------------------------\n"
+        "   130 switchPublishStatus      entity pointer           "
+        "Statestore::PublishStatus\n"
+        "   131 switchInfoDir            entity pointer           "
+        "VxlanController::SwitchInfoDir\n"
+        "   132 pathPrefix               constant                 Vex::String\n"
+        "         The path under which switches publish the status of their logical "
+        "routers.\n"
+        "   133 switchMap                owned entity collection  "
+        "VxlanController::Cli::SwitchMap[Vex::String]\n"
+        "   134 lRMap                    owned entity collection  "
+        "VxlanController::Cli::LRMap[Vex::String]\n"
+        "   135 buildLRMap               method                   "
+        "(lRNameFilter : Vex::String, switchFilter : Vex::String, "
+        "vtepFilter : shared VxlanController::Cli::VtepList)\n"
+        "         Discards earlier results, then fills both maps.\n"
+        "         An empty text means every router or switch, a null or empty list every "
+        "VTEP.\n"
+        "   258 lRNameFilter             constructor argument     Vex::String\n"
+        "         Empty means every logical router.\n"
+        "   259 switchFilter             constructor argument     Vex::String\n"
+        "         Empty means every switch.\n"
+        "   260 vtepFilter               entity pointer           VxlanController::Cli::VtepList\n"
+        "         Null or empty means every VTEP.\n"
+        "   261 render                   method                   "
+        "(fd : U32, fmt : U32, revision : U32)\n"
+        "         Collects and prints to the descriptor: text when the format is 1, else "
+        "JSON.\n");
 }
 
 TEST(Model, JsonHoldsTheWholeRecordOfAType) {
@@ -126,10 +129,12 @@ TEST(Model, JsonHoldsTheWholeRecordOfAType) {
               "\"key\":\"Nolt::IpAddr\",\"doc\":\"\",\"inherited\":false}]}]}\n");
     std::string const derived = model({"--json", "VcsLR"});
     EXPECT_NE(derived.find("\"base\":\"VxlanController::Cli::LRMapBase\""), std::string::npos);
-    EXPECT_NE(derived.find("{\"number\":133,\"name\":\"switchMap\",\"kind\":\"owned entity "
-                           "collection\",\"type\":\"SwitchMap\",\"key\":\"Vex::String\","
-                           "\"doc\":\"\",\"inherited\":true}"),
-              std::string::npos)
+    EXPECT_NE(
+        derived.find(
+            "{\"number\":133,\"name\":\"switchMap\",\"kind\":\"owned entity "
+            "collection\",\"type\":\"VxlanController::Cli::SwitchMap\",\"key\":\"Vex::String\","
+            "\"doc\":\"\",\"inherited\":true}"),
+        std::string::npos)
         << derived;
 }
 
