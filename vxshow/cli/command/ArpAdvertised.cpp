@@ -1,6 +1,7 @@
 #include "VxlanController/arp/Collect.h"
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
+#include "vxshow/cli/command/Disagreement.h"
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/Filters.h"
 
@@ -27,16 +28,22 @@ struct ArpAdvertised {
 
     void render(state::Mount const & mount, int fd, Output const & output) {
         build(mount, output);
-        renderNamingInvalidEntry(mount.advertised.vnis, NoNumber::isAnError,
-                                 [&] { renderOn(fd, output, *command); });
+        namingFaultyEntries(mount, [&] { renderOn(fd, output, *command); });
     }
 
     Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
         build(mount, output);
         auto const tables = Cli::vxlanFdbSetFactory();
-        renderNamingInvalidEntry(mount.advertised.vnis, NoNumber::isAnError,
-                                 [&] { Cli::collectArp(*command, *tables); });
+        namingFaultyEntries(mount, [&] { Cli::collectArp(*command, *tables); });
         return {command, tables};
+    }
+
+    template <class Render>
+    void namingFaultyEntries(state::Mount const & mount, Render && render) {
+        auto const & vnis = mount.advertised.vnis;
+        renderNamingDisagreement(vnis, Cli::arpFilterOf(*command), [&] {
+            renderNamingInvalidEntry(vnis, NoNumber::isAnError, render);
+        });
     }
 };
 

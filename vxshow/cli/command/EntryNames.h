@@ -2,6 +2,7 @@
 
 #include "Vex/Dir.h"
 #include "Vex/Errors.h"
+#include "Vex/Reinstantiation.h"
 
 #include <optional>
 #include <stdexcept>
@@ -22,24 +23,26 @@ enum class NoNumber { isZero, isAnError };
 std::optional<std::string> firstInvalidEntryName(Vex::Dir const & entries, NoNumber noNumber);
 
 /// Calls `render`. An error that can be caused by the name of an entry is replaced with a
-/// `std::runtime_error` that names the entry, followed by the library's message if it says more
-/// than the name of a function.
+/// `std::runtime_error` that names the entry. The same holds for an error about two entries of
+/// one VNI: which of the two faults the library finds first depends on the order in memory.
 template <class Render>
 void renderNamingInvalidEntry(Vex::Ptr<Vex::Dir> const & entries, NoNumber noNumber,
                               Render && render) {
-    auto const rethrow = [&](std::string const & libraryMessage) {
+    auto const rethrow = [&] {
         if (auto const invalid =
                 entries ? firstInvalidEntryName(*entries, noNumber) : std::nullopt) {
-            throw std::runtime_error(*invalid + libraryMessage);
+            throw std::runtime_error(*invalid);
         }
         throw;
     };
     try {
         render();
-    } catch (Vex::RangeError const & error) {
-        rethrow(std::string(" (") + error.what() + ")");
+    } catch (Vex::RangeError const &) {
+        rethrow();
+    } catch (Vex::ReinstantiationError const &) {
+        rethrow();
     } catch (std::logic_error const &) { // of std::stoi
-        rethrow("");
+        rethrow();
     }
 }
 

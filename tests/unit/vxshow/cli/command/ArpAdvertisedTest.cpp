@@ -101,29 +101,61 @@ TEST(ArpAdvertised, EntriesOfOneVniCanAgree) {
 
 TEST(ArpAdvertised, EntriesOfOneVniThatDisagreeAreOneLineAndNoTable) {
     struct Disagreement {
-        char const * attribute;
+        char const * values;
         char const * first;
         char const * second;
     };
 
-    for (auto const & [attribute, first, second] :
-         {Disagreement{"macAddress", R"({"mac":"02:00:00:00:00:01"})",
-                       R"({"mac":"02:00:00:00:00:02"})"},
-          Disagreement{"preference", R"({"mac":"02:00:00:00:00:01","preference":1})",
+    for (auto const & [values, first, second] :
+         {Disagreement{"MAC address 02:00:00:00:00:01 and 02:00:00:00:00:02",
+                       R"({"mac":"02:00:00:00:00:01"})", R"({"mac":"02:00:00:00:00:02"})"},
+          Disagreement{"preference 1 and 2", R"({"mac":"02:00:00:00:00:01","preference":1})",
                        R"({"mac":"02:00:00:00:00:01","preference":2})"},
-          Disagreement{"changes", R"({"mac":"02:00:00:00:00:01","changes":1})",
+          Disagreement{"changes 1 and 2", R"({"mac":"02:00:00:00:00:01","changes":1})",
                        R"({"mac":"02:00:00:00:00:01","changes":2})"}}) {
         auto const disagreeing = snapshotWith(
             "advertised", R"({"vnis":{"10":{"arp":{"10.0.0.1":)" + std::string(first) +
                               R"(}},"10\u001b":{"arp":{"10.0.0.1":)" + second + "}}}}");
         std::string const expected =
-            "arp advertised: VxlanController::Cli::VxlanArpEntry 10.0.0.1: " +
-            std::string(attribute) + " cannot change from ";
+            R"(arp advertised: entries '10' and '10\x1b' of VNI 10 disagree about 10.0.0.1: )" +
+            std::string(values);
         for (char const * form : {"--dotted", "--json", "--pretty"}) {
-            EXPECT_EQ(failure(disagreeing, {"arp", "advertised", form}).substr(0, expected.size()),
-                      expected);
+            EXPECT_EQ(failure(disagreeing, {"arp", "advertised", form}), expected);
         }
         EXPECT_EQ(answer(disagreeing, {"arp", "advertised", "--ip", "10.0.0.2"}),
                   arpAdvertisedHead + arpAdvertisedTotal(0));
     }
+}
+
+TEST(ArpAdvertised, OfSeveralDisagreementsThatOfTheLowestVniAndAddressIsReported) {
+    auto const disagreeing = snapshotWith("advertised", R"({ "vnis": {
+        "9":   { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01" } } },
+        "20":  { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01" } } },
+        "020": { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:02" } } },
+        "10":  { "arp": { "10.0.0.9": { "mac": "02:00:00:00:00:01" },
+                          "10.0.0.10": { "mac": "02:00:00:00:00:01" } } },
+        "010": { "arp": { "10.0.0.9": { "mac": "02:00:00:00:00:02" },
+                          "10.0.0.10": { "mac": "02:00:00:00:00:02" } } } } })");
+    EXPECT_EQ(failure(disagreeing, {"arp", "advertised"}),
+              "arp advertised: entries '010' and '10' of VNI 10 disagree about 10.0.0.9: "
+              "MAC address 02:00:00:00:00:02 and 02:00:00:00:00:01");
+    EXPECT_EQ(failure(disagreeing, {"arp", "advertised", "--vni", "20"}),
+              "arp advertised: entries '020' and '20' of VNI 20 disagree about 10.0.0.1: "
+              "MAC address 02:00:00:00:00:02 and 02:00:00:00:00:01");
+    EXPECT_EQ(failure(disagreeing, {"arp", "advertised", "--ip", "10.0.0.10"}),
+              "arp advertised: entries '010' and '10' of VNI 10 disagree about 10.0.0.10: "
+              "MAC address 02:00:00:00:00:02 and 02:00:00:00:00:01");
+    EXPECT_EQ(
+        failure(disagreeing, {"model", "--of", "arp advertised", "--vni", "20"}),
+        "model --of 'arp advertised': entries '020' and '20' of VNI 20 disagree about 10.0.0.1: "
+        "MAC address 02:00:00:00:00:02 and 02:00:00:00:00:01");
+}
+
+TEST(ArpAdvertised, AnInvalidEntryIsReportedBeforeADisagreement) {
+    auto const both = snapshotWith("advertised", R"({ "vnis": {
+        "10":       { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01" } } },
+        "010":      { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:02" } } },
+        "16777216": { "arp": { "10.0.0.1": { "mac": "02:00:00:00:00:01" } } } } })");
+    EXPECT_EQ(failure(both, {"arp", "advertised"}),
+              "arp advertised: entry '16777216': expected a VNI from 0 to 16777215");
 }

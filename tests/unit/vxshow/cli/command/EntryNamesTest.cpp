@@ -33,7 +33,6 @@ bool contains(std::string const & text, std::string const & part) {
 }
 
 constexpr char const * outOfRange = "': expected a VNI from 0 to 16777215";
-constexpr char const * rangeError = " (Vni::value < Vni::min or > Vni::max not allowed)";
 constexpr char const * noNumber = "': found no number, expected a VNI in decimal";
 
 } // namespace
@@ -41,13 +40,13 @@ constexpr char const * noNumber = "': found no number, expected a VNI in decimal
 TEST(EntryNames, MacAdvertisedReportsANameOutOfRange) {
     for (std::string const name : {"16777216", "4294967296", "-1", " 16777216",
                                    "99999999999999999999", "-99999999999999999999", "16777216x"}) {
-        EXPECT_EQ(complaint("mac", {name}), "entry '" + name + outOfRange + rangeError);
+        EXPECT_EQ(complaint("mac", {name}), "entry '" + name + outOfRange);
     }
 }
 
 TEST(EntryNames, ArpAdvertisedReportsANameOutOfRange) {
     for (std::string const name : {"16777216", "-1", "+16777216", "16777216x"}) {
-        EXPECT_EQ(complaint("arp", {name}), "entry '" + name + outOfRange + rangeError);
+        EXPECT_EQ(complaint("arp", {name}), "entry '" + name + outOfRange);
     }
     for (std::string const name : {"2147483648", "4294967306", "99999999999999999999"}) {
         EXPECT_EQ(complaint("arp", {name}), "entry '" + name + outOfRange);
@@ -77,7 +76,7 @@ TEST(EntryNames, ANameThatBeginsWithAVniIsAccepted) {
 
 TEST(EntryNames, OfSeveralInvalidNamesTheFirstInOrderIsReported) {
     EXPECT_EQ(complaint("mac", {"30000000", "16777217", "9", "abc", "16777216"}),
-              std::string("entry '16777216") + outOfRange + rangeError);
+              std::string("entry '16777216") + outOfRange);
     EXPECT_EQ(complaint("arp", {"xyz", "9", "abc", "def"}), std::string("entry 'abc") + noNumber);
     EXPECT_TRUE(contains(complaint("arp", {"abc", "16777216"}),
                          std::string("entry '16777216") + outOfRange));
