@@ -7,6 +7,7 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/system/Children.h"
 #include "vxshow/system/MemoryFile.h"
+#include "vxshow/system/StandardStreams.h"
 #include "vxshow/terminal/Exit.h"
 #include "vxshow/terminal/InterruptSignal.h"
 #include "vxshow/terminal/ProgressLine.h"
@@ -136,6 +137,10 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
 
 int main(int argc, char ** argv) {
     using namespace vxshow;
+    if (!system::openClosedStandardStreams()) {
+        terminal::fail(terminal::ExitStatus::failed,
+                       "a standard stream is closed, and /dev/null cannot be opened");
+    }
     auto const read = cli::readCommandLine(argc, argv, cli::command::addCommands);
     if (auto const * help = std::get_if<cli::Help>(&read)) {
         print(*help);
