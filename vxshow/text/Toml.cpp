@@ -1,6 +1,7 @@
 #include "vxshow/text/Toml.h"
 
 #include "Vex/Errors.h"
+#include "vxshow/text/TomlCharacters.h"
 
 // What is read here has at most four levels. The library applies the limit below to arrays and
 // inline tables while it parses; the code in this file applies it to the tables of dotted keys and
@@ -13,6 +14,7 @@
 #include <toml++/toml.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace vxshow::text {
 
@@ -44,6 +46,30 @@ void checkLengths(std::string_view document) {
         }
         start = end + 1;
     }
+}
+
+/// The place of the byte at `position`.
+TomlPlace placeOf(std::string_view document, std::size_t position) {
+    auto const before = document.substr(0, position);
+    auto const lines = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+    auto const line = before.substr(before.rfind('\n') + 1);
+    auto const characters = std::count_if(line.begin(), line.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; // not a continuation byte
+    });
+    return {lines + 1, static_cast<std::size_t>(characters) + 1};
+}
+
+void checkCharacters(std::string_view document) {
+    auto const found = misplacedNonAscii(document);
+    if (!found) {
+        return;
+    }
+    char byte[16];
+    std::snprintf(byte, sizeof(byte), "0x%02x",
+                  static_cast<unsigned>(static_cast<unsigned char>(document[*found])));
+    refuse(placeOf(document, *found),
+           std::string("found the byte ") + byte +
+               ", expected ASCII outside strings and comments and after a backslash");
 }
 
 TomlPlace placeOf(toml::source_region const & region) {
@@ -108,6 +134,7 @@ TomlValue valueOf(toml::node const & node, int level) {
 
 TomlValue readToml(std::string_view document) {
     checkLengths(document);
+    checkCharacters(document);
     try {
         return valueOf(toml::parse(document), 0);
     } catch (toml::parse_error const & error) {

@@ -59,6 +59,22 @@ TEST(Toml, RefusesAKeyThatStartsWithAnInvalidCharacter) {
     }
 }
 
+TEST(Toml, RefusesAByteOutsideAsciiInAKeyWithoutQuotes) {
+    for (auto const * const document : {"d\xC3\xA4 = 1", "d\xC3\xA4", "d\xC3", "d\xE4 = 1"}) {
+        EXPECT_EQ(refusalOfToml(document).substr(0, 5), "1:2: ") << document;
+    }
+    EXPECT_EQ(refusalOfToml("a = '\xC3\xA4'\n\"\xC3\xA4\".d\xC3\xA4 = 1\n"),
+              "2:6: found the byte 0xc3, expected ASCII outside strings and comments and after a "
+              "backslash");
+}
+
+TEST(Toml, RefusesAKeyThatIsCutOffWithinACharacter) {
+    EXPECT_EQ(refusalOfToml("d\xC3\xA4"), "1:2: found the byte 0xc3, expected ASCII outside "
+                                          "strings and comments and after a backslash");
+    EXPECT_EQ(refusalOfToml("d\xE4"), "1:2: found the byte 0xe4, expected ASCII outside strings "
+                                      "and comments and after a backslash");
+}
+
 TEST(Toml, ARefusalIsPrintable) {
     auto const refusal = refusalOfToml("\"\xC3\xA4\\u001b\" = 1\n\"\xC3\xA4\\u001b\" = 2\n");
     EXPECT_EQ(refusal.substr(0, 6), "2:13: ");
