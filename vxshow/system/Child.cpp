@@ -1,5 +1,6 @@
 #include "vxshow/system/Child.h"
 
+#include "vxshow/system/ProgramPath.h"
 #include "vxshow/system/SystemError.h"
 
 #include <array>
@@ -15,6 +16,7 @@
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace vxshow::system {
 
@@ -57,9 +59,8 @@ struct Pipe {
     }
 };
 
-/// The stack of the child until it executes the program. It has room for the paths that are
-/// tried along PATH, and for a second list of the words, which `execvpe` needs if the program is a
-/// script without an interpreter line.
+/// The stack of the child until it executes the program. It has room for a second list of the
+/// words, which `execvpe` needs if the program is a script without an interpreter line.
 class Stack {
 public:
     explicit Stack(std::size_t words)
@@ -104,6 +105,7 @@ private:
 
 /// What the child needs to know, and its answer: the error number, or 0.
 struct ChildStart {
+    char const * program;
     char ** words;
     int input;
     int output;
@@ -158,7 +160,9 @@ runInChild(void * argument) {
         return 1;
     }
     restoreDefaultSignals();
-    ::execvpe(start.words[0], start.words, environ);
+    // The path has a slash, so it is not looked up. Unlike `execve`, this also runs scripts without
+    // an interpreter line.
+    ::execvpe(start.program, start.words, environ);
     start.error = errno;
     return 1;
 }
@@ -185,6 +189,18 @@ std::vector<char *> pointersTo(std::vector<std::string> & words) {
     return pointers;
 }
 
+/// The file to execute for the name `program`.
+std::string pathOf(std::string const & program) {
+    auto found = findProgram(program);
+    if (!found.path.empty()) {
+        return std::move(found.path);
+    }
+    if (found.refused && found.error == ENOENT) {
+        throw RelativeEntryRefused(found.error, std::generic_category());
+    }
+    throw std::system_error(found.error, std::generic_category());
+}
+
 /// Whether this process has the permission to send it a signal.
 bool canBeKilled(pid_t pid) {
     return ::kill(pid, 0) == 0 || errno != EPERM;
@@ -203,9 +219,11 @@ Child::Child(std::vector<std::string> const & words, ChildSlot slot) : slot_(std
 
 void Child::start(std::vector<std::string> const & words, int output, int errors) {
     auto const input = aboveStandardStreams(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    auto const program = pathOf(words.front());
     auto copies = words;
     auto pointers = pointersTo(copies);
-    ChildStart start{pointers.data(), input.number(), output, errors, ::getpid(), slot_, 0};
+    ChildStart start{program.c_str(), pointers.data(), input.number(), output,
+                     errors,          ::getpid(),      slot_,          0};
     Stack const stack(words.size());
     int ended = -1;
     {

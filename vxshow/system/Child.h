@@ -5,9 +5,17 @@
 
 #include <string>
 #include <sys/types.h>
+#include <system_error>
 #include <vector>
 
 namespace vxshow::system {
+
+/// The program is only in an empty or relative entry of PATH, which root does not use. The code is
+/// ENOENT.
+class RelativeEntryRefused : public std::system_error {
+public:
+    using std::system_error::system_error;
+};
 
 /// A running program, from its start until it is reaped.
 ///
@@ -18,8 +26,9 @@ namespace vxshow::system {
 /// its parent-death signal.
 class Child {
 public:
-    /// Starts the program `words`: at least one word, none with a zero byte. Raises
-    /// `std::system_error` if the system refuses, and with ECANCELED after `killAllChildren`.
+    /// Starts the program `words`: at least one word, none with a zero byte. The first is looked
+    /// up along PATH (`findProgram`). Raises `std::system_error` if the system refuses or there is
+    /// no such program, `RelativeEntryRefused`, and ECANCELED after `killAllChildren`.
     ///
     /// The program is killed when the calling thread ends, so that must outlive this object.
     Child(std::vector<std::string> const & words, ChildSlot slot);

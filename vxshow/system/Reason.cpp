@@ -66,7 +66,11 @@ public:
     std::string operator()(NotStarted const & notStarted) const {
         switch (notStarted.error) {
         case ENOENT:
-            return "no such program: " + program_;
+            return "no such program: " + program_ +
+                   (notStarted.onlyInRelativeEntry
+                        ? " (found only in an empty or relative entry of PATH, which root does not "
+                          "use)"
+                        : "");
         case EACCES:
             return "permission: " + program_ + " cannot be run";
         case ENOTDIR:

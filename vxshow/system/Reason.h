@@ -7,9 +7,12 @@
 
 namespace vxshow::system {
 
-/// Says in one line of printable ASCII why a run of `program` (its first word) failed:
+/// Says in one line of printable ASCII why a run of `program` (its first word) failed (the second
+/// is one line, too):
 ///
 ///     no such program: vtysh
+///     no such program: vtysh (found only in an empty or relative entry of PATH, which root does
+///         not use)
 ///     permission: /x/y cannot be run
 ///     no such program: vtysh/x cannot be run: Not a directory
 ///     unreachable: vtysh cannot be run: Too many open files

@@ -246,6 +246,9 @@ private:
         try {
             child_.emplace(words_, *std::move(slot));
             return true;
+        } catch (RelativeEntryRefused const & error) {
+            error_ = error.code().value();
+            onlyInRelativeEntry_ = true;
         } catch (std::system_error const & error) {
             error_ = error.code().value();
         }
@@ -259,13 +262,14 @@ private:
         case ECANCELED:
             return Interrupted{};
         default:
-            return NotStarted{error_};
+            return NotStarted{error_, onlyInRelativeEntry_};
         }
     }
 
     std::optional<Child> & child_;
     std::vector<std::string> const & words_;
     int error_ = 0; ///< why the last attempt failed
+    bool onlyInRelativeEntry_ = false;
 };
 
 } // namespace

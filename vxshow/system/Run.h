@@ -13,10 +13,11 @@
 /// Running other programs and collecting their output.
 ///
 /// A program is a list of words: the first is looked up along PATH, the others are its arguments,
-/// byte for byte; no shell is involved. The program inherits the environment and the working
-/// folder. Its standard input is empty, none of this process's descriptors are open in it, and all
-/// signals have their default action. It runs in its own session and process group without a
-/// terminal, so a prompt for a password fails at once.
+/// byte for byte; no shell is involved. If this process runs as root, empty and relative entries of
+/// PATH are skipped, so that nothing in the current folder is run by accident. The program inherits
+/// the environment and the working folder. Its standard input is empty, none of this process's
+/// descriptors are open in it, and all signals have their default action. It runs in its own
+/// session and process group without a terminal, so a prompt for a password fails at once.
 ///
 /// Neither the program nor its process group outlives the call. Processes that it has put in
 /// another session do, and so do processes of a user that this one has no permission to signal,
@@ -60,6 +61,9 @@ struct OutputLimitReached {
 /// this process is running, or if the lack lasts until `Limits::end`.
 struct NotStarted {
     int error;
+    /// Whether it was found, but only in an empty or relative entry of PATH, and this process runs
+    /// as root. The error is then ENOENT.
+    bool onlyInRelativeEntry = false;
 };
 
 /// `killAllChildren` (vxshow/system/Children.h) killed it or prevented its start: this process is

@@ -25,6 +25,13 @@ TEST(Reason, AMissingProgram) {
     EXPECT_EQ(reasonOf(NotStarted{ENOENT}), "no such program: vtysh");
 }
 
+TEST(Reason, AProgramThatRootDoesNotRun) {
+    EXPECT_EQ(
+        reasonOf(NotStarted{ENOENT, true}),
+        "no such program: vtysh (found only in an empty or relative entry of PATH, which root "
+        "does not use)");
+}
+
 TEST(Reason, AProgramWithoutExecutePermission) {
     EXPECT_EQ(reason(NotStarted{EACCES}, "/x/y", 5s), "permission: /x/y cannot be run");
 }

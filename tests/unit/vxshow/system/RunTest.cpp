@@ -208,6 +208,46 @@ TEST_F(RunAlongThePath, IfNoFileIsExecutableThePermissionIsReported) {
     EXPECT_EQ(errorOf({"program-of-two"}), EACCES);
 }
 
+/// Tests in a folder of their own, in which there is a program `here`.
+class RunInAFolder : public RunAlongThePath {
+protected:
+    RunInAFolder() {
+        first_.put("here", "#!/bin/sh\necho here\n", 0700);
+        std::filesystem::current_path(first_.path());
+    }
+
+    ~RunInAFolder() override { std::filesystem::current_path(folder_); }
+
+    std::filesystem::path folder_ = std::filesystem::current_path();
+};
+
+TEST_F(RunInAFolder, RootRunsNothingFromARelativeEntry) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "not root";
+    }
+    for (std::string const entry : {"", ".", "./", "x/.."}) {
+        setenv("PATH", (entry + ":" + before_).c_str(), 1);
+        EXPECT_EQ(errorOf({"here"}), ENOENT) << entry;
+    }
+    setenv("PATH", "", 1);
+    auto const answer = run({"here"}, patient());
+    ASSERT_TRUE(is<NotStarted>(answer));
+    EXPECT_TRUE(std::get<NotStarted>(answer).onlyInRelativeEntry);
+}
+
+TEST_F(RunInAFolder, RootRunsTheProgramOfAnAbsoluteEntryAfterARelativeOne) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "not root";
+    }
+    second_.put("here", "#!/bin/sh\necho second\n", 0700);
+    setenv("PATH", (".:" + second_.path() + ":" + before_).c_str(), 1);
+    EXPECT_EQ(exited({"here"}).output.text(), "second\n");
+}
+
+TEST_F(RunInAFolder, ANameWithASlashIsNotLookedUp) {
+    EXPECT_EQ(exited({"./here"}).output.text(), "here\n");
+}
+
 TEST_F(RunAlongThePath, AScriptWithoutAnInterpreterLineIsRunByTheShell) {
     first_.put("bare-script", "echo \"$1\"\n", 0700);
     EXPECT_EQ(exited({"bare-script", "a word"}).output.text(), "a word\n");

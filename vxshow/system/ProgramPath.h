@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+namespace vxshow::system {
+
+/// What a program's name means along a PATH.
+struct ProgramPath {
+    std::string path;     ///< the file to execute, with a slash in it; empty if there is none
+    int error = 0;        ///< why there is none: ENOENT, EACCES or another error of the system
+    bool refused = false; ///< whether it is only in a folder that `RelativeEntries::skip` skips
+};
+
+/// Whether empty and relative entries of a PATH count. They mean a folder below the current one,
+/// which anyone can have written to.
+enum class RelativeEntries : bool { use, skip };
+
+/// Finds the first executable file `name` along `path`, as `execvp` does. A name with a slash is a
+/// path already and is returned unchanged, without a look at the file.
+ProgramPath findProgram(std::string const & name, std::string const & path,
+                        RelativeEntries relative);
+
+/// As above, along the PATH of this process. Relative entries are skipped if it runs as root.
+ProgramPath findProgram(std::string const & name);
+
+} // namespace vxshow::system
