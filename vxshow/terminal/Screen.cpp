@@ -1,6 +1,6 @@
 #include "vxshow/terminal/Screen.h"
 
-#include "vxshow/text/ControlCharacters.h"
+#include "vxshow/terminal/ShownCharacter.h"
 
 #include <algorithm>
 #include <sys/ioctl.h>
@@ -13,29 +13,14 @@ constexpr std::string_view cursorHome = "\x1b[H";
 constexpr std::string_view eraseRestOfLine = "\x1b[K";
 constexpr std::string_view eraseBelow = "\x1b[J";
 
-/// A continuation byte of UTF-8, which takes no column.
-bool isContinuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
-}
-
-bool startsWithLateControl(std::string_view text) {
-    return text.size() > 1 && text::isLateControl(text[0], text[1]);
-}
-
 /// Adds one line of the screen. The old line is erased first: after a line as wide as the screen
 /// the cursor is still on its last character, which erasing would remove.
 void appendLine(std::string & out, std::string_view line, std::size_t columns) {
     out.append(eraseRestOfLine);
-    std::size_t used = 0;
-    while (!line.empty()) {
-        char const c = line.front();
-        used += isContinuation(c) ? 0 : 1;
-        if (used > columns) {
-            break;
-        }
-        bool const late = startsWithLateControl(line);
-        out.push_back(late || text::isControl(c) ? '?' : c);
-        line.remove_prefix(late ? 2 : 1);
+    for (std::size_t used = 0; used < columns && !line.empty(); ++used) {
+        auto const next = firstCharacter(line);
+        out.append(next.shown);
+        line.remove_prefix(next.length);
     }
     out.append("\r\n");
 }

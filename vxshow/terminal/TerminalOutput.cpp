@@ -1,13 +1,14 @@
 #include "vxshow/terminal/TerminalOutput.h"
 
 #include "vxshow/system/DescriptorIo.h"
-#include "vxshow/text/ControlCharacters.h"
+#include "vxshow/terminal/ShownCharacter.h"
 
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
-#include <span>
+#include <string>
+#include <string_view>
 #include <unistd.h>
 #include <utility>
 
@@ -35,14 +36,23 @@ std::thread startWithoutSignals(Body && body) {
     }
 }
 
-/// Replaces the control characters of `piece` with question marks; `last` is the byte before it.
-void replaceControls(std::span<char> piece, char last) {
-    for (char & c : piece) {
-        bool const isControl =
-            (text::isControl(c) && c != '\n' && c != '\t') || text::isLateControl(last, c);
-        last = c;
-        c = isControl ? '?' : c;
+/// What a terminal shows for the characters of `text`, which are removed from it. One that can
+/// continue in the next piece stays in `text`.
+std::string takeShown(std::string & text) {
+    std::string shown;
+    shown.reserve(text.size());
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        auto const next = firstCharacter(rest);
+        if (!next.valid && next.length == rest.size()) {
+            break;
+        }
+        bool const keep = rest[0] == '\n' || rest[0] == '\t';
+        shown.append(keep ? rest.substr(0, 1) : next.shown);
+        rest.remove_prefix(next.length);
     }
+    text.erase(0, text.size() - rest.size());
+    return shown;
 }
 
 } // namespace
@@ -77,17 +87,17 @@ void TerminalOutput::finish() {
 // Goes on reading when the terminal takes no more, so that the writer of the listing never blocks.
 void TerminalOutput::copyToTerminal() noexcept {
     std::array<char, page> piece;
-    char last = '\0';
+    std::string text;
     for (;;) {
         auto const size = system::readSome(reader_.number(), piece).bytes;
-        if (size == 0) {
-            return;
-        }
-        char const next = piece[size - 1];
-        replaceControls({piece.data(), size}, last);
-        last = next;
+        text.append(piece.data(), size);
+        auto const atEnd = size == 0;
+        auto const shown = takeShown(text) + (atEnd && !text.empty() ? "?" : "");
         if (!error_) {
-            error_ = system::writeAll(terminal_, {piece.data(), size});
+            error_ = system::writeAll(terminal_, shown);
+        }
+        if (atEnd) {
+            return;
         }
     }
 }

@@ -7,9 +7,8 @@
 
 namespace vxshow::terminal {
 
-/// Takes a listing to a terminal and replaces the control characters in it with question marks,
-/// except line feeds and tabs: names come from snapshots and from the network, and must not
-/// control the terminal.
+/// Takes a listing to a terminal and shows each of its characters as `firstCharacter` says, except
+/// line feeds and tabs, which stay.
 ///
 /// The listing goes through a pipe to a thread that writes it. The pipe holds one page, so that
 /// little is still on the way when an interrupt ends the listing.

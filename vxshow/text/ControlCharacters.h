@@ -16,6 +16,21 @@ inline bool isLateControl(char before, char c) {
            static_cast<unsigned char>(c) < 0xa0;
 }
 
+/// Whether `character`, one character in UTF-8, has no width or changes the direction of the text
+/// around it: U+200B to U+200F, U+202A to U+202E, U+2066 to U+2069 and U+FEFF. With these a name
+/// can look like another one.
+inline bool isInvisible(std::string_view character) {
+    if (character.size() != 3) {
+        return false;
+    }
+    auto const start = character.substr(0, 2);
+    auto const last = static_cast<unsigned char>(character[2]);
+    if (start == "\xe2\x80") {
+        return (last >= 0x8b && last <= 0x8f) || (last >= 0xaa && last <= 0xae);
+    }
+    return start == "\xe2\x81" ? last >= 0xa6 && last <= 0xa9 : character == "\xef\xbb\xbf";
+}
+
 /// Whether `text`, which is UTF-8, contains a control character.
 inline bool hasControls(std::string_view text) {
     char before = '\0';

@@ -44,3 +44,13 @@ TEST(Main, ControlCharactersInASwitchNameAreReplacedOnATerminal) {
     EXPECT_NE(shown.find("leaf?[2J"), std::string::npos) << shown;
     EXPECT_EQ(shown.find('\x1b'), std::string::npos);
 }
+
+TEST(Main, InvisibleCharactersInASwitchNameAreReplacedOnlyOnATerminal) {
+    TemporaryFile const state(
+        R"({"format": "vxlan-controller-state", "version": 1, "received": {"switches":
+{"leaf\u202e1\u200b": {"10": {"unicast": {"02:00:00:00:00:01": {"vtep": "10.0.0.1"}}}}}}})");
+    std::vector<std::string> const arguments{"--state", state.path(), "mac", "received"};
+    EXPECT_NE(vxshow(arguments).out.find("leaf\u202e1\u200b"), std::string::npos);
+    auto const shown = shownOnATerminal(arguments);
+    EXPECT_NE(shown.find("leaf?1?"), std::string::npos) << shown;
+}

@@ -63,4 +63,14 @@ TEST(Screen, ControlCharactersBecomeQuestionMarks) {
               "<H><K>t\r\n<K>\r\n<K>?[2J????x\r\n<J>");
 }
 
+TEST(Screen, InvisibleCharactersBecomeQuestionMarks) {
+    EXPECT_EQ(seen(drawScreen("t", {}, "a\u202eb\u200bc\u2066\ufeff\n", {4, 20})),
+              "<H><K>t\r\n<K>\r\n<K>a?b?c??\r\n<J>");
+}
+
+TEST(Screen, AnIncompleteCharacterBecomesAQuestionMark) {
+    EXPECT_EQ(seen(drawScreen("t", {}, "a\xe2\x82 b\xff\n", {4, 20})),
+              "<H><K>t\r\n<K>\r\n<K>a? b?\r\n<J>");
+}
+
 } // namespace vxshow::test

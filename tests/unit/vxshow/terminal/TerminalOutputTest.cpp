@@ -50,8 +50,18 @@ TEST(TerminalOutput, ControlCharactersBecomeQuestionMarks) {
 TEST(TerminalOutput, AC1ControlIsReplacedEvenIfItIsSplit) {
     EXPECT_EQ(passed({"a\xc2\x9b"
                       "b"}),
-              "a\xc2?b");
-    EXPECT_EQ(passed({"\xc2", "\x9b", "\xc2", "\xa9"}), "\xc2?\u00a9");
+              "a?b");
+    EXPECT_EQ(passed({"\xc2", "\x9b", "\xc2", "\xa9"}), "?\u00a9");
+}
+
+TEST(TerminalOutput, InvisibleCharactersBecomeQuestionMarks) {
+    EXPECT_EQ(passed({"a\u202eb\u2066c\u200b\ufeff\n"}), "a?b?c??\n");
+    EXPECT_EQ(passed({"\xe2\x80", "\xae\xe2", "\x80\xa6"}), "?\u2026");
+}
+
+TEST(TerminalOutput, AnIncompleteCharacterBecomesAQuestionMark) {
+    EXPECT_EQ(passed({"a\xe2\x82 b\n"}), "a? b\n");
+    EXPECT_EQ(passed({"a\xff\x80z\xf0\x9f"}), "a??z?");
 }
 
 TEST(TerminalOutput, LongOutputIsComplete) {

@@ -23,6 +23,20 @@ TEST(ControlCharacters, AreNotOtherCharactersWithTheSameBytes) {
     }
 }
 
+TEST(ControlCharacters, CharactersThatAreNotSeenAreKnown) {
+    for (auto const character :
+         {"\u200b", "\u200f", "\u202a", "\u202e", "\u2066", "\u2069", "\ufeff"}) {
+        EXPECT_TRUE(isInvisible(character)) << character;
+    }
+}
+
+TEST(ControlCharacters, TheNeighboursOfCharactersThatAreNotSeenAreSeen) {
+    for (auto const character : {"a", "\u00e4", "\u200a", "\u2010", "\u2029", "\u202f", "\u2065",
+                                 "\u206a", "\ufefe", "\uff00", "\U0001f33f"}) {
+        EXPECT_FALSE(isInvisible(character)) << character;
+    }
+}
+
 } // namespace
 
 } // namespace vxshow::test
