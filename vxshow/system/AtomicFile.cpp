@@ -77,6 +77,27 @@ std::string followLinks(std::string const & path) {
     return followed.string();
 }
 
+void refuseSeveralNames(struct stat const & old) {
+    if (old.st_nlink > 1) {
+        throw ReplacementRefused("the file has " + std::to_string(old.st_nlink) +
+                                 " names (hard links), and only this one would get the new "
+                                 "content");
+    }
+}
+
+/// Gives the file the owner and the group of `old`, as far as the system allows it. Returns whether
+/// it has both.
+bool takeOwnership(int descriptor, struct stat const & old) {
+    struct stat created {};
+
+    require(::fstat(descriptor, &created) == 0);
+    bool const group = created.st_gid == old.st_gid ||
+                       ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) == 0;
+    bool const owner = created.st_uid == old.st_uid ||
+                       ::fchown(descriptor, old.st_uid, static_cast<gid_t>(-1)) == 0;
+    return group && owner;
+}
+
 std::string procLink(OwnedDescriptor const & file) {
     return "/proc/self/fd/" + std::to_string(file.number());
 }
@@ -97,22 +118,34 @@ BlockedSignals::~BlockedSignals() {
 }
 
 // Delegates, so that the destructor cleans up if this constructor throws.
-AtomicFile::AtomicFile(std::string const & path, Temporary temporary) : AtomicFile() {
-    struct stat old {};
+AtomicFile::AtomicFile(std::string const & path, Temporary temporary, OldFile old) : AtomicFile() {
+    struct stat status {};
 
-    bool const exists = ::stat(path.c_str(), &old) == 0;
+    bool const exists = ::stat(path.c_str(), &status) == 0;
     require(exists || errno == ENOENT);
-    if (exists && !S_ISREG(old.st_mode)) {
+    if (exists && !S_ISREG(status.st_mode)) {
         descriptor_ = openInPlace(path);
         return;
     }
     target_ = exists ? std::filesystem::canonical(path).string() : followLinks(path);
     require(!exists || ::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) == 0);
+    if (exists && old == OldFile::keep) {
+        refuseSeveralNames(status);
+    }
     auto const folder = folderOf(target_);
     if (temporary == Temporary::named || !openUnnamed(folder)) {
         openNamed(folder);
     }
-    require(!exists || ::fchmod(descriptor(), old.st_mode & permissionBits) == 0);
+    if (!exists) {
+        return;
+    }
+    // The mode comes last: the system can clear some of its bits when the owner changes.
+    if (!takeOwnership(descriptor(), status) && old == OldFile::keep) {
+        throw ReplacementRefused("the owner and the group of the file, " +
+                                 std::to_string(status.st_uid) + " and " +
+                                 std::to_string(status.st_gid) + ", cannot be kept");
+    }
+    require(::fchmod(descriptor(), status.st_mode & permissionBits) == 0);
 }
 
 AtomicFile::~AtomicFile() {

@@ -22,12 +22,23 @@ void writeTo(int fd, state::Mount const & mount, Output const & output) {
     state::snapshot::writeSnapshot(mount, printer);
 }
 
-void writeFile(std::string const & path, state::Mount const & mount, Output const & output) {
+/// Where the snapshot goes, as typed.
+struct Target {
+    std::string path; ///< "-" for standard output
+    bool force = false;
+};
+
+void writeFile(Target const & target, state::Mount const & mount, Output const & output) {
+    using system::AtomicFile;
+    std::string const & path = target.path;
     try {
-        system::AtomicFile file(path);
+        AtomicFile file(path, AtomicFile::Temporary::unnamed,
+                        target.force ? AtomicFile::OldFile::replace : AtomicFile::OldFile::keep);
         writeTo(file.descriptor(), mount, output);
         outfmt::checkInterrupt();
         file.commit();
+    } catch (system::ReplacementRefused const & refused) {
+        throw std::runtime_error(path + ": " + refused.what() + "; --force replaces it");
     } catch (outfmt::WriteError const & error) {
         throw std::runtime_error(path + ": " + std::generic_category().message(error.code()));
     } catch (std::system_error const & error) {
@@ -35,12 +46,12 @@ void writeFile(std::string const & path, state::Mount const & mount, Output cons
     }
 }
 
-void capture(std::string const & path, state::Mount const & mount, int fd, Output const & output) {
+void capture(Target const & target, state::Mount const & mount, int fd, Output const & output) {
     try {
-        if (path == "-") {
+        if (target.path == "-") {
             writeTo(fd, mount, output);
         } else {
-            writeFile(path, mount, output);
+            writeFile(target, mount, output);
         }
     } catch (outfmt::SigIntException const & interrupt) {
         std::printf("exiting %s\n", interrupt.what());
@@ -52,20 +63,24 @@ void capture(std::string const & path, state::Mount const & mount, int fd, Outpu
 void addCapture(CLI::App & app, CommandLine & chosen) {
     auto * command = app.add_subcommand("capture", "Saves the state as a snapshot");
     command->fallthrough();
-    auto const path = std::make_shared<std::string>();
+    auto const target = std::make_shared<Target>();
     command
-        ->add_option("FILE", *path,
+        ->add_option("FILE", target->path,
                      "Snapshot to write; an existing file is replaced; - is standard output")
         ->required()
         ->type_name("");
-    command->callback([&chosen, path] {
-        if (path->empty()) {
+    command
+        ->add_flag("--force", target->force,
+                   "Replace a file whose owner cannot be kept or that has several names")
+        ->disable_flag_override();
+    command->callback([&chosen, target] {
+        if (target->path.empty()) {
             throw CLI::ValidationError("FILE", "'': expected the name of a file");
         }
         chosen.command = "capture";
         chosen.draws = false;
-        chosen.render = [path](state::Mount const & mount, int fd, Output const & output) {
-            capture(*path, mount, fd, output);
+        chosen.render = [target](state::Mount const & mount, int fd, Output const & output) {
+            capture(*target, mount, fd, output);
         };
     });
 }

@@ -41,6 +41,13 @@ mode_t modeOf(std::string const & path) {
     return status.st_mode & 07777;
 }
 
+std::string ownersOf(std::string const & path) {
+    struct stat status {};
+
+    EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
+    return std::to_string(status.st_uid) + ":" + std::to_string(status.st_gid);
+}
+
 std::string captured(std::string const & snapshot) {
     return answer(snapshot, {"capture", "-"});
 }
@@ -161,6 +168,59 @@ TEST(CaptureFile, AReadOnlyFileIsKept) {
     expectOneLine(vxshow({"--state", state.path(), "capture", path}, {.inChild = obeyPermissions}),
                   path + ": Permission denied");
     EXPECT_EQ(contentOf(path), "old");
+}
+
+TEST(CaptureFile, ANewFileKeepsTheOwnerAndTheGroupOfTheOldOne) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "not root";
+    }
+    Folder const folder;
+    auto const path = folder.file("old.json");
+    write(path, "old");
+    ASSERT_EQ(chown(path.c_str(), 12345, 12346), 0);
+    ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+    answer(smallSnapshot(), {"capture", path});
+    EXPECT_EQ(contentOf(path), captured(smallSnapshot()));
+    EXPECT_EQ(ownersOf(path), "12345:12346");
+    EXPECT_EQ(modeOf(path), 0640U);
+}
+
+TEST(CaptureFile, AFileWhoseOwnerCannotBeKeptIsReplacedOnlyByForce) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "not root";
+    }
+    Folder const folder;
+    auto const path = folder.file("old.json");
+    write(path, "old");
+    ASSERT_EQ(chown(path.c_str(), 12345, 12346), 0);
+    TemporaryFile const state(smallSnapshot());
+    Process::Setting const withoutChown{.inChild = [] { prctl(PR_CAPBSET_DROP, CAP_CHOWN); }};
+    expectOneLine(vxshow({"--state", state.path(), "capture", path}, withoutChown),
+                  path + ": the owner and the group of the file, 12345 and 12346, cannot be kept; "
+                         "--force replaces it");
+    EXPECT_EQ(contentOf(path), "old");
+    EXPECT_EQ(folder.names(), Names{"old.json"});
+    auto const forced = vxshow({"--state", state.path(), "capture", "--force", path}, withoutChown);
+    EXPECT_EQ(forced.status, 0);
+    EXPECT_EQ(forced.err, "");
+    EXPECT_EQ(contentOf(path), captured(smallSnapshot()));
+    EXPECT_EQ(folder.names(), Names{"old.json"});
+}
+
+TEST(CaptureFile, AFileWithSeveralNamesIsReplacedOnlyByForce) {
+    Folder const folder;
+    auto const path = folder.file("old.json");
+    auto const other = folder.file("other.json");
+    write(path, "old");
+    std::filesystem::create_hard_link(path, other);
+    TemporaryFile const state(smallSnapshot());
+    expectOneLine(vxshow({"--state", state.path(), "capture", path}),
+                  path + ": the file has 2 names (hard links), and only this one would get the new "
+                         "content; --force replaces it");
+    EXPECT_EQ(contentOf(path), "old");
+    EXPECT_EQ(vxshow({"--state", state.path(), "capture", path, "--force"}).status, 0);
+    EXPECT_EQ(contentOf(path), captured(smallSnapshot()));
+    EXPECT_EQ(contentOf(other), "old");
 }
 
 TEST(CaptureFile, AnUnreadableStateKeepsTheOldFile) {
