@@ -8,6 +8,7 @@
 #include "vxshow/state/snapshot/Snapshot.h"
 #include "vxshow/state/tables/TableFiles.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,10 +17,10 @@ namespace vxshow::cli {
 
 namespace {
 
-state::StateReader snapshotReader(std::string const & path) {
-    return [path](state::Selection const & selection, state::WatchProgress const &) {
+state::StateReader snapshotReader(std::string const & path, std::size_t maxSize) {
+    return [path, maxSize](state::Selection const & selection, state::WatchProgress const &) {
         try {
-            return state::Reading{state::snapshot::readSnapshot(path, selection)};
+            return state::Reading{state::snapshot::readSnapshot(path, selection, maxSize)};
         } catch (std::exception const & error) {
             throw state::StateError(error.what());
         }
@@ -63,7 +64,7 @@ std::vector<sources::Source> sourcesOf(StateOptions const & options) {
 
 state::StateReader stateReader(StateOptions const & options, state::Keep keep) {
     if (!options.snapshotPath.empty()) {
-        return snapshotReader(options.snapshotPath);
+        return snapshotReader(options.snapshotPath, options.maxSize);
     }
     if (!options.tablesPath.empty()) {
         return tablesReader(options.tablesPath);

@@ -1,10 +1,13 @@
 #include "vxshow/cli/StateOptions.h"
 
 #include "vxshow/cli/NumberOption.h"
+#include "vxshow/cli/SizeOption.h"
 #include "vxshow/sources/ovsdb/Remote.h"
 
 #include <CLI/Option.hpp>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 
 namespace vxshow::cli {
@@ -54,6 +57,12 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
                    "Snapshot to read; - is standard input (or VXSHOW_STATE)")
         ->type_name("FILE")
         ->check(checkPath, "");
+    addSize(app, "--max-size",
+            "Longest snapshot to read, in bytes or with K, M or G; 4G, the most, unless given",
+            [&](std::uint64_t bytes) {
+                options.maxSize = static_cast<std::size_t>(
+                    std::min<std::uint64_t>(bytes, system::FileBytes::longest));
+            });
     app.add_option("--fabric", options.fabricPath,
                    "Fabric file: the live sources to read; - is standard input (or VXSHOW_FABRIC)")
         ->type_name("FILE")

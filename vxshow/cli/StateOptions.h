@@ -1,7 +1,10 @@
 #pragma once
 
+#include "vxshow/system/FileBytes.h"
+
 #include <CLI/App.hpp>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,6 +19,8 @@ struct StateOptions {
     std::string tablesPath;             ///< the directory of EVPN tables in files
     std::vector<std::string> databases; ///< the remotes of each database, as typed
     bool frr = false;                   ///< whether to read this machine's FRR
+
+    std::size_t maxSize = system::FileBytes::longest; ///< of the snapshot, in bytes
 
     bool allOrNothing = false;            ///< whether to show nothing if any source fails
     std::optional<unsigned> watchSeconds; ///< the interval of --watch

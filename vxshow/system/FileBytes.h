@@ -34,13 +34,14 @@ public:
     /// The longest file that is read. Positions in it fit in 32 bits.
     static constexpr std::size_t longest = 0xFFFFFFFF;
 
-    /// Reads `descriptor` to its end. It can be of any readable kind, and stays open. Raises
-    /// `std::system_error` if the system refuses, `std::length_error` if the file is longer than
-    /// `longest`, and `std::bad_alloc`.
-    static FileBytes read(int descriptor);
+    /// Reads `descriptor` to its end. It stays open. It can be a file, a pipe, a socket, a terminal
+    /// or /dev/null; other character devices, such as /dev/zero, can have no end and are refused.
+    /// Raises `std::system_error` if the system refuses, `std::length_error` for such a device and
+    /// for a file that is longer than `most`, which is at most `longest`, and `std::bad_alloc`.
+    static FileBytes read(int descriptor, std::size_t most = longest);
 
     /// As `read`, for the file `path`.
-    static FileBytes open(std::string const & path);
+    static FileBytes open(std::string const & path, std::size_t most = longest);
 
     /// A copy of `text`. Raises `std::length_error` and `std::bad_alloc`.
     static FileBytes copyOf(std::string_view text);

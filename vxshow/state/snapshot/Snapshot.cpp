@@ -26,12 +26,12 @@ Mount readBytes(system::FileBytes const & bytes, std::string const & name,
 
 } // namespace
 
-Mount readSnapshot(std::string const & path, Selection const & selection) {
+Mount readSnapshot(std::string const & path, Selection const & selection, std::size_t maxSize) {
     bool const standardInput = path == "-";
     auto const name = standardInput ? "standard input" : Vex::printable(path);
     try {
-        return readBytes(standardInput ? system::FileBytes::read(STDIN_FILENO)
-                                       : system::FileBytes::open(path),
+        return readBytes(standardInput ? system::FileBytes::read(STDIN_FILENO, maxSize)
+                                       : system::FileBytes::open(path, maxSize),
                          name, selection);
     } catch (std::system_error const & error) {
         throw SnapshotError(name + ": " + error.code().message());

@@ -2,7 +2,9 @@
 
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
+#include "vxshow/system/FileBytes.h"
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 
@@ -23,8 +25,10 @@ public:
 /// understood is refused as a whole, since a listing that silently lacks what was misspelt is worse
 /// than none. That holds for what is not selected, too. Raises `SnapshotError`.
 ///
-/// The document is in memory once, as it is, up to 4 GB; its values go straight into the tables,
+/// The document is in memory once, as it is, up to `maxSize` bytes, which is at most
+/// `FileBytes::longest`; a longer one is refused. Its values go straight into the tables,
 /// and the text is freed before this returns.
-Mount readSnapshot(std::string const & path, Selection const & selection = {});
+Mount readSnapshot(std::string const & path, Selection const & selection = {},
+                   std::size_t maxSize = system::FileBytes::longest);
 
 } // namespace vxshow::state::snapshot

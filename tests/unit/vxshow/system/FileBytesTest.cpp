@@ -74,6 +74,23 @@ TEST(FileBytes, ReadsAFileThatReportsNoSize) {
     EXPECT_FALSE(FileBytes::open("/proc/self/status").text().empty());
 }
 
+TEST(FileBytes, ADeviceWithoutAnEndIsRefusedAtOnce) {
+    for (auto const * const device : {"/dev/zero", "/dev/urandom", "/dev/full"}) {
+        EXPECT_THROW(FileBytes::open(device, 4096), std::length_error) << device;
+        try {
+            FileBytes::open(device, 4096);
+        } catch (std::length_error const & error) {
+            EXPECT_STREQ(error.what(),
+                         "found a device that can have no end, expected a file, a pipe or a "
+                         "terminal");
+        }
+    }
+}
+
+TEST(FileBytes, TheNullDeviceIsEmpty) {
+    EXPECT_EQ(FileBytes::open("/dev/null").text(), "");
+}
+
 TEST(FileBytes, RaisesTheSystemsError) {
     try {
         FileBytes::open("/no/such/file");
