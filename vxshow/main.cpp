@@ -6,6 +6,7 @@
 #include "vxshow/cli/MountState.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/system/Children.h"
+#include "vxshow/system/DescriptorIo.h"
 #include "vxshow/system/MemoryFile.h"
 #include "vxshow/system/StandardStreams.h"
 #include "vxshow/terminal/Exit.h"
@@ -14,6 +15,7 @@
 #include "vxshow/terminal/Say.h"
 #include "vxshow/terminal/TerminalOutput.h"
 #include "vxshow/terminal/Watch.h"
+#include "vxshow/terminal/WrittenBytes.h"
 
 #include <chrono>
 #include <csignal>
@@ -45,14 +47,36 @@ void keepFreedMemory() {
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 }
 
+/// Ends the line on which an interrupted document stops. The user has asked to stop, so a failure
+/// is of no interest.
+void endLine() {
+    static_cast<void>(system::writeAll(STDOUT_FILENO, "\n"));
+}
+
+/// Writes the listing to a file or a pipe. The library ends an interrupted text at a line end, but
+/// JSON anywhere; if the last byte of indented JSON was a line end, an empty line follows.
+void renderUnchanged(cli::CommandLine const & line, state::Mount const & mount) {
+    bool const isText = line.output.format == cli::Format::text && line.command != "capture";
+    terminal::WrittenBytes const written;
+    line.render(mount, STDOUT_FILENO, line.output);
+    if (outfmt::interruptTaken() && !isText && line.toStandardOutput && written.any()) {
+        endLine();
+    }
+}
+
 /// Writes the listing. On a terminal, control characters in it are replaced.
 void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & mount) {
+    // The library reports an interrupt through `stdout`, whose buffer is written after the listing.
+    std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
     if (::isatty(STDOUT_FILENO) != 1) {
-        return line.render(mount, STDOUT_FILENO, line.output);
+        return renderUnchanged(line, mount);
     }
     terminal::TerminalOutput terminal(STDOUT_FILENO);
     line.render(mount, terminal.descriptor(), line.output);
     terminal.finish();
+    if (outfmt::interruptTaken() && terminal.endsWithinLine()) {
+        endLine();
+    }
 }
 
 /// Reads the state; remarks on its sources go to standard error.

@@ -18,10 +18,11 @@ struct CommandLine {
     Output output;
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 
-    std::string command;        ///< its words, "mac received"
-    bool readsState = true;     ///< whether the command needs the state
-    bool draws = true;          ///< whether it lists the state, so that --watch can repeat it
-    state::Selection selection; ///< the part of the state that it uses
+    std::string command;          ///< its words, "mac received"
+    bool readsState = true;       ///< whether the command needs the state
+    bool draws = true;            ///< whether it lists the state, so that --watch can repeat it
+    bool toStandardOutput = true; ///< whether it prints what it shows, rather than writing files
+    state::Selection selection;   ///< the part of the state that it uses
 
     /// Builds the library's command from the state and the typed filters, and renders it to
     /// `fd`. Raises what the library raises.

@@ -96,6 +96,7 @@ void TerminalOutput::copyToTerminal() noexcept {
         if (!error_) {
             error_ = system::writeAll(terminal_, shown);
         }
+        last_ = shown.empty() ? last_ : shown.back();
         if (atEnd) {
             return;
         }

@@ -30,10 +30,14 @@ public:
     /// `std::system_error` if the terminal did not take all of it.
     void finish();
 
+    /// Whether the last byte that went to the terminal was not a line end. Call it after `finish`.
+    bool endsWithinLine() const noexcept { return last_ != '\n'; }
+
 private:
     void copyToTerminal() noexcept;
 
     int terminal_;
+    char last_ = '\n';      ///< the last byte written
     std::error_code error_; ///< why the terminal took no more
     system::OwnedDescriptor reader_;
     system::OwnedDescriptor writer_;

@@ -79,6 +79,7 @@ void addCapture(CLI::App & app, CommandLine & chosen) {
         }
         chosen.command = "capture";
         chosen.draws = false;
+        chosen.toStandardOutput = target->path == "-";
         chosen.render = [target](state::Mount const & mount, int fd, Output const & output) {
             capture(*target, mount, fd, output);
         };

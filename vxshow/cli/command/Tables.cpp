@@ -36,6 +36,7 @@ void addTablesPublish(CLI::App & tables, CommandLine & chosen) {
         }
         chosen.command = "tables publish";
         chosen.draws = false;
+        chosen.toStandardOutput = false;
         chosen.selection = {.routers = false, .arpTables = false};
         chosen.render = [directory](state::Mount const & mount, int, Output const &) {
             publish(*directory, mount);

@@ -154,6 +154,49 @@ TEST(Exit, AnInterruptWhilePrintingEndsTheListingAtALineEnd) {
     EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n");
 }
 
+TEST(Exit, AnInterruptWhilePrintingJsonEndsItAtALineEnd) {
+    TemporaryFile const state(largeSnapshot(200'000));
+    for (auto const & words : std::vector<std::vector<std::string>>{
+             {"--json", "mac", "received"}, {"--pretty", "mac", "received"}, {"capture", "-"}}) {
+        std::vector<std::string> arguments{"--state", state.path()};
+        arguments.insert(arguments.end(), words.begin(), words.end());
+        Process process(arguments);
+        std::string out = process.readSome(1000);
+        process.signal(SIGINT);
+        Finished const finished = process.finish();
+        out += finished.out;
+        EXPECT_EQ(finished.status, 130);
+        EXPECT_EQ(finished.err, "");
+        ASSERT_GE(out.size(), 22U);
+        EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n") << words.front();
+    }
+}
+
+TEST(Exit, AnInterruptedJsonEndsAtALineEndOnATerminal) {
+    int const master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_TRUE(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0);
+    char name[64];
+    ASSERT_EQ(ptsname_r(master, name, sizeof(name)), 0);
+    int const terminal = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_GE(terminal, 0);
+    TemporaryFile const state(largeSnapshot(200'000));
+    Process process({"--state", state.path(), "--json", "mac", "received"}, {.outFd = terminal});
+    close(terminal);
+    std::string out;
+    char piece[4096];
+    for (ssize_t got = read(master, piece, sizeof(piece)); got > 0;
+         got = read(master, piece, sizeof(piece))) {
+        if (out.empty()) {
+            process.signal(SIGINT);
+        }
+        out.append(piece, static_cast<std::size_t>(got));
+    }
+    EXPECT_EQ(process.finish().status, 130);
+    close(master);
+    ASSERT_GE(out.size(), 24U);
+    EXPECT_EQ(out.substr(out.size() - 24), "\r\nexiting on interrupt\r\n");
+}
+
 TEST(Exit, AnInterruptLeavesWholeLinesToAReaderThatStoppedWithinOne) {
     TemporaryFile const state(largeSnapshot(200'000));
     Process process(listingOf(state));
