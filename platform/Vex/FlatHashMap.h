@@ -22,6 +22,8 @@ namespace [[gnu::visibility("default")]] Vex {
 /// entries are searched linearly. Entries are added one by one, or all at once if the whole
 /// table is known (`fill`). Single entries are never removed; a table that shrinks is built
 /// anew.
+///
+/// If there is no memory for an entry, inserting it ends the process, as in every collection.
 template <class SlotType>
 class FlatHashMap {
 public:
@@ -66,7 +68,7 @@ public:
 
     /// Inserts `slot` and returns true, or overwrites the entry with its key and returns
     /// false.
-    bool upsert(Slot slot) {
+    bool upsert(Slot slot) noexcept {
         U32 const position = positionOf(slot.key());
         if (position != absent) {
             slots_[position] = std::move(slot);
@@ -98,7 +100,7 @@ public:
     /// the time of as many insertions. Returns the position of the first slot whose key an
     /// earlier slot has, or nullopt. After a position was returned, the table must not be
     /// searched.
-    std::optional<std::size_t> fill(std::vector<Slot> & slots) {
+    std::optional<std::size_t> fill(std::vector<Slot> & slots) noexcept {
         constexpr std::size_t small = 64;
         index_.clear();
         if (slots.size() > small) {

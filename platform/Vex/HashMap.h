@@ -16,6 +16,8 @@ namespace [[gnu::visibility("default")]] Vex {
 /// only on the content, not on the insertion order or the number of buckets, and an iterator
 /// finds its place again by hash and key. The key's `std::hash` must be well mixed in its
 /// top bits.
+///
+/// If there is no memory for an entry, inserting it ends the process, as in every collection.
 template <class SlotType>
 class HashMap2018 {
 public:
@@ -196,7 +198,7 @@ private:
         return at ? at : firstFrom(bucketOf(node.hash) + 1);
     }
 
-    Slot & insert(Slot && slot) {
+    Slot & insert(Slot && slot) noexcept {
         if (size_ == bucketCount()) {
             grow();
         }
@@ -212,11 +214,11 @@ private:
     }
 
     void grow() {
-        unsigned const oldBits = bits_;
+        unsigned const bits = buckets_ ? bits_ + 1 : 0;
+        auto larger = std::make_unique<Node *[]>(std::size_t{1} << bits);
         std::size_t const oldCount = bucketCount();
-        auto const old = std::move(buckets_);
-        bits_ = old ? oldBits + 1 : 0;
-        buckets_ = std::make_unique<Node *[]>(std::size_t{1} << bits_);
+        auto const old = std::exchange(buckets_, std::move(larger));
+        bits_ = bits;
         for (std::size_t bucket = 0; bucket < oldCount; ++bucket) {
             for (Node * node = old[bucket]; node;) {
                 Node * const rest = std::exchange(node->next, nullptr);

@@ -20,7 +20,8 @@ namespace [[gnu::visibility("default")]] Vex {
 /// removed, except an entry that an iterator refers to. A version, bumped whenever entries
 /// can have moved, tells an iterator that it must find its place again.
 ///
-/// Keys are copyable; moving a slot must not throw.
+/// Keys are copyable; moving a slot must not throw. If there is no memory for an entry, inserting
+/// it ends the process, as in every collection.
 template <class SlotType>
 class OrderedMap {
 public:
