@@ -11,6 +11,7 @@
 #include "vxshow/system/StandardStreams.h"
 #include "vxshow/terminal/Exit.h"
 #include "vxshow/terminal/InterruptSignal.h"
+#include "vxshow/terminal/OutOfMemory.h"
 #include "vxshow/terminal/ProgressLine.h"
 #include "vxshow/terminal/Say.h"
 #include "vxshow/terminal/TerminalOutput.h"
@@ -165,6 +166,7 @@ int main(int argc, char ** argv) {
         terminal::fail(terminal::ExitStatus::failed,
                        "a standard stream is closed, and /dev/null cannot be opened");
     }
+    terminal::exitOnOutOfMemory();
     auto const read = cli::readCommandLine(argc, argv, cli::command::addCommands);
     if (auto const * help = std::get_if<cli::Help>(&read)) {
         print(*help);

@@ -1,0 +1,27 @@
+#include "vxshow/terminal/OutOfMemory.h"
+
+#include "vxshow/system/Children.h"
+#include "vxshow/terminal/Exit.h"
+
+#include <new>
+#include <unistd.h>
+
+namespace vxshow::terminal {
+
+namespace {
+
+// Neither allocates nor runs a destructor or a handler of another part, which could.
+void exitWithoutMemory() {
+    constexpr char line[] = "vxshow: out of memory\n";
+    [[maybe_unused]] auto const written = ::write(STDERR_FILENO, line, sizeof(line) - 1);
+    system::killAllChildren();
+    ::_exit(static_cast<int>(ExitStatus::failed));
+}
+
+} // namespace
+
+void exitOnOutOfMemory() noexcept {
+    std::set_new_handler(exitWithoutMemory);
+}
+
+} // namespace vxshow::terminal
