@@ -198,14 +198,19 @@ private:
         return at ? at : firstFrom(bucketOf(node.hash) + 1);
     }
 
+    static Node * newNode(Slot && slot, U64 hash) {
+        auto * const node = new Node(std::move(slot), hash);
+        node->count.up();
+        return node;
+    }
+
     Slot & insert(Slot && slot) noexcept {
         if (size_ == bucketCount()) {
             grow();
         }
         U64 const hash = hashOf(slot.key());
         Node ** link = linkOf(hash, slot.key());
-        auto * node = new Node(std::move(slot), hash);
-        node->count.up();
+        Node * const node = newNode(std::move(slot), hash);
         node->next = *link;
         *link = node;
         ++size_;
