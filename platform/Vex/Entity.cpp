@@ -13,7 +13,7 @@ constinit Type const Entity::_vexType{
     &PtrInterface::_vexType,
     {},
     {},
-    "An entity that can stand in a directory of published state."};
+    "An entity that can be listed in a directory of published state."};
 
 PtrInterface::~PtrInterface() = default;
 

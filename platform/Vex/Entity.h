@@ -49,7 +49,7 @@ private:
     bool notificationActive_ = false;
 };
 
-/// An entity that can stand in a directory of published state.
+/// An entity that can be listed in a directory of published state.
 class Entity : public PtrInterface {
 public:
     /// The reflection record of this class, which has no attributes.

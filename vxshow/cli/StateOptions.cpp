@@ -58,7 +58,7 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
         ->type_name("FILE")
         ->check(checkPath, "");
     addSize(app, "--max-size",
-            "Longest snapshot to read, in bytes or with K, M or G; 4G, the most, unless given",
+            "Longest snapshot to read, in bytes or with K, M or G; default and maximum 4G",
             [&](std::uint64_t bytes) {
                 options.maxSize = static_cast<std::size_t>(
                     std::min<std::uint64_t>(bytes, system::FileBytes::longest));

@@ -4,10 +4,10 @@
 
 namespace vxshow::system {
 
-/// What a program's name means along a PATH.
+/// The result of looking up a program along a PATH.
 struct ProgramPath {
-    std::string path;     ///< the file to execute, with a slash in it; empty if there is none
-    int error = 0;        ///< why there is none: ENOENT, EACCES or another error of the system
+    std::string path;     ///< the file to execute, always with a slash; empty if not found
+    int error = 0;        ///< why it was not found: ENOENT, EACCES or another errno value
     bool refused = false; ///< whether it is only in a folder that `RelativeEntries::skip` skips
 };
 

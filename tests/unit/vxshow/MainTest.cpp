@@ -32,12 +32,16 @@ std::string shownOnATerminal(std::vector<std::string> const & arguments) {
     return text;
 }
 
+/// A state with one switch, whose name is `name` in JSON.
+std::string stateOfSwitch(std::string const & name) {
+    return R"({"format": "vxlan-controller-state", "version": 1, "received": {"switches": {")" +
+           name + R"(": {"10": {"unicast": {"02:00:00:00:00:01": {"vtep": "10.0.0.1"}}}}}}})";
+}
+
 } // namespace
 
 TEST(Main, ControlCharactersInASwitchNameAreReplacedOnATerminal) {
-    TemporaryFile const state(
-        R"({"format": "vxlan-controller-state", "version": 1, "received": {"switches":
-{"leaf\u001b[2J": {"10": {"unicast": {"02:00:00:00:00:01": {"vtep": "10.0.0.1"}}}}}}})");
+    TemporaryFile const state(stateOfSwitch(R"(leaf\u001b[2J)"));
     std::vector<std::string> const arguments{"--state", state.path(), "mac", "received"};
     EXPECT_NE(vxshow(arguments).out.find("leaf\x1b[2J"), std::string::npos);
     auto const shown = shownOnATerminal(arguments);
@@ -46,9 +50,7 @@ TEST(Main, ControlCharactersInASwitchNameAreReplacedOnATerminal) {
 }
 
 TEST(Main, InvisibleCharactersInASwitchNameAreReplacedOnlyOnATerminal) {
-    TemporaryFile const state(
-        R"({"format": "vxlan-controller-state", "version": 1, "received": {"switches":
-{"leaf\u202e1\u200b": {"10": {"unicast": {"02:00:00:00:00:01": {"vtep": "10.0.0.1"}}}}}}})");
+    TemporaryFile const state(stateOfSwitch(R"(leaf\u202e1\u200b)"));
     std::vector<std::string> const arguments{"--state", state.path(), "mac", "received"};
     EXPECT_NE(vxshow(arguments).out.find("leaf\u202e1\u200b"), std::string::npos);
     auto const shown = shownOnATerminal(arguments);

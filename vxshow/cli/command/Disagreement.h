@@ -16,9 +16,9 @@
 namespace vxshow::cli::command {
 
 /// How two entries of one VNI contradict each other, among the bindings that `filter` matches:
-/// "entries '010' and '10' of VNI 10 disagree about 10.0.0.1: preference 1 and 2". Of several
-/// contradictions it describes that of the lowest VNI and address; nullopt if there is none. Every
-/// name must be one that the command accepts.
+/// "entries '010' and '10' of VNI 10 disagree about 10.0.0.1: preference 1 and 2". If there are
+/// several contradictions, it describes the one with the lowest VNI and address; nullopt if the
+/// entries agree. The command must accept every name.
 std::optional<std::string> firstDisagreement(Vex::Dir const & entries,
                                              VxlanController::Cli::ArpFilter const & filter);
 

@@ -19,7 +19,7 @@ using VcsEvpn::HostTableWriter;
 using VxlanController::Cli::HostFloodTable;
 
 /// Calls `take(vni, value)` for each VNI. The tables are flat, keyed by VNI and address, so they
-/// cannot tell whether a VNI occurs twice in the document.
+/// cannot show that a VNI appears twice in the document.
 template <class Take>
 void readEachVni(text::JsonValue & value, Take && take) {
     std::unordered_set<Vxlan::Vni> vnis;

@@ -223,7 +223,7 @@ protected:
 
 TEST_F(RunInAFolder, RootRunsNothingFromARelativeEntry) {
     if (geteuid() != 0) {
-        GTEST_SKIP() << "not root";
+        GTEST_SKIP() << "only root skips entries of PATH: run as root";
     }
     for (std::string const entry : {"", ".", "./", "x/.."}) {
         setenv("PATH", (entry + ":" + before_).c_str(), 1);
@@ -237,7 +237,7 @@ TEST_F(RunInAFolder, RootRunsNothingFromARelativeEntry) {
 
 TEST_F(RunInAFolder, RootRunsTheProgramOfAnAbsoluteEntryAfterARelativeOne) {
     if (geteuid() != 0) {
-        GTEST_SKIP() << "not root";
+        GTEST_SKIP() << "only root skips entries of PATH: run as root";
     }
     second_.put("here", "#!/bin/sh\necho second\n", 0700);
     setenv("PATH", (".:" + second_.path() + ":" + before_).c_str(), 1);

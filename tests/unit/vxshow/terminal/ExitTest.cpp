@@ -140,15 +140,21 @@ TEST(Exit, ATerminatingSignalIsHandledAndStillSeenByTheParent) {
     }
 }
 
-TEST(Exit, AnInterruptWhilePrintingEndsTheListingAtALineEnd) {
-    TemporaryFile const state(largeSnapshot(200'000));
-    Process process(listingOf(state));
+/// The output of `arguments`, interrupted while it is being printed. The test fails unless that
+/// ends the program as an interrupt does.
+static std::string interruptedOutputOf(std::vector<std::string> const & arguments) {
+    Process process(arguments);
     std::string out = process.readSome(1000);
     process.signal(SIGINT);
     Finished const finished = process.finish();
-    out += finished.out;
     EXPECT_EQ(finished.status, 130);
     EXPECT_EQ(finished.err, "");
+    return out + finished.out;
+}
+
+TEST(Exit, AnInterruptWhilePrintingEndsTheListingAtALineEnd) {
+    TemporaryFile const state(largeSnapshot(200'000));
+    auto const out = interruptedOutputOf(listingOf(state));
     EXPECT_LT(out.size(), 200'000U * 70);
     ASSERT_GE(out.size(), 22U);
     EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n");
@@ -160,13 +166,7 @@ TEST(Exit, AnInterruptWhilePrintingJsonEndsItAtALineEnd) {
              {"--json", "mac", "received"}, {"--pretty", "mac", "received"}, {"capture", "-"}}) {
         std::vector<std::string> arguments{"--state", state.path()};
         arguments.insert(arguments.end(), words.begin(), words.end());
-        Process process(arguments);
-        std::string out = process.readSome(1000);
-        process.signal(SIGINT);
-        Finished const finished = process.finish();
-        out += finished.out;
-        EXPECT_EQ(finished.status, 130);
-        EXPECT_EQ(finished.err, "");
+        auto const out = interruptedOutputOf(arguments);
         ASSERT_GE(out.size(), 22U);
         EXPECT_EQ(out.substr(out.size() - 22), "\nexiting on interrupt\n") << words.front();
     }

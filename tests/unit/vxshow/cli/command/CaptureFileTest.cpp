@@ -170,14 +170,22 @@ TEST(CaptureFile, AReadOnlyFileIsKept) {
     EXPECT_EQ(contentOf(path), "old");
 }
 
-TEST(CaptureFile, ANewFileKeepsTheOwnerAndTheGroupOfTheOldOne) {
-    if (geteuid() != 0) {
-        GTEST_SKIP() << "not root";
+/// Only root can give a file to another user.
+class CaptureFileOfAnotherUser : public testing::Test {
+protected:
+    void SetUp() override {
+        if (geteuid() != 0) {
+            GTEST_SKIP() << "only root can give a file to another user: run as root";
+        }
+        write(path, "old");
+        ASSERT_EQ(chown(path.c_str(), 12345, 12346), 0);
     }
+
     Folder const folder;
-    auto const path = folder.file("old.json");
-    write(path, "old");
-    ASSERT_EQ(chown(path.c_str(), 12345, 12346), 0);
+    std::string const path = folder.file("old.json");
+};
+
+TEST_F(CaptureFileOfAnotherUser, ANewFileKeepsTheOwnerAndTheGroupOfTheOldOne) {
     ASSERT_EQ(chmod(path.c_str(), 0640), 0);
     answer(smallSnapshot(), {"capture", path});
     EXPECT_EQ(contentOf(path), captured(smallSnapshot()));
@@ -185,14 +193,7 @@ TEST(CaptureFile, ANewFileKeepsTheOwnerAndTheGroupOfTheOldOne) {
     EXPECT_EQ(modeOf(path), 0640U);
 }
 
-TEST(CaptureFile, AFileWhoseOwnerCannotBeKeptIsReplacedOnlyByForce) {
-    if (geteuid() != 0) {
-        GTEST_SKIP() << "not root";
-    }
-    Folder const folder;
-    auto const path = folder.file("old.json");
-    write(path, "old");
-    ASSERT_EQ(chown(path.c_str(), 12345, 12346), 0);
+TEST_F(CaptureFileOfAnotherUser, AFileWhoseOwnerCannotBeKeptIsReplacedOnlyByForce) {
     TemporaryFile const state(smallSnapshot());
     Process::Setting const withoutChown{.inChild = [] { prctl(PR_CAPBSET_DROP, CAP_CHOWN); }};
     expectOneLine(vxshow({"--state", state.path(), "capture", path}, withoutChown),
