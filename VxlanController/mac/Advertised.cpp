@@ -5,9 +5,7 @@
 #include "VxlanController/mac/AdvertisedJson.h"
 #include "VxlanController/mac/AdvertisedText.h"
 #include "VxlanController/mac/CopyEvpn.h"
-#include "VxlanController/mac/CopyTables.h"
-#include "VxlanController/mac/Target.h"
-#include "state/VniFdbStatusV2.h"
+#include "VxlanController/mac/CopyVniFdbStatus.h"
 #include "state/VniStatusDirV2.h"
 
 #include <algorithm>
@@ -56,8 +54,10 @@ void VcsVniAdvertised::copyDest(Vex::Name destName) {
         record << "void VxlanController::Cli::VcsVniAdvertised::copyDest(Vex::Name) destName "
                << destName.stringValue();
     }
-    ListTarget target(vniDirIs());
-    MacTableFilter const filter{macFilter(), vtepFilter().ptr()};
+    auto const target = vniDirIs();
+    auto const copy = [&](auto const & status, Vxlan::Vni vni) {
+        copyVniFdbStatus(status, target, vni, macFilter(), vtepFilter());
+    };
     bool const everyVni = vniFilter().isNone();
     Vxlan::Vni const onlyVni = everyVni ? Vxlan::Vni() : vniFilter().vni();
 
@@ -68,21 +68,21 @@ void VcsVniAdvertised::copyDest(Vex::Name destName) {
         }
         if (vnis && everyVni) {
             for (VniStatusV2 const & status : vnis->vniStatusV2()) {
-                copyTables(status, status.vni(), target, filter);
+                copy(&status, status.vni());
             }
         } else if (auto const status = vnis ? vnis->vniStatusV2(onlyVni) : nullptr) {
-            copyTables(*status, onlyVni, target, filter);
+            copy(status.ptr(), onlyVni);
         }
     } else if (vniStatusDir() && everyVni) {
         for (auto it = vniStatusDir()->entityPtrIteratorConst(); it; ++it) {
             if (auto const status = entityPtr<VniFdbStatusV2>(*vniStatusDir(), it.name())) {
-                copyTables(*status, vniOfEntry(it.name()), target, filter);
+                copy(status, vniOfEntry(it.name()));
             }
         }
     } else if (vniStatusDir()) {
         Vex::Name const name = onlyVni.stringValue();
         if (auto const status = entityPtr<VniFdbStatusV2>(*vniStatusDir(), name)) {
-            copyTables(*status, onlyVni, target, filter);
+            copy(status, onlyVni);
         }
     }
 }
@@ -97,10 +97,9 @@ void VcsVniAdvertised::copyTable(Vex::Name tableName) {
         return;
     }
 
-    // The trace records always say EVPN here, whatever the name of the table.
-    ListTarget target(vniDirIs());
-    EvpnTableFilter const filter{vniFilter(), macFilter(), vtepFilter().ptr()};
-    copyEvpnTables(*tables, target, filter, "EVPN");
+    auto const target = vniDirIs();
+    copyHostTable(tables->hostTable(), target, vniFilter(), macFilter(), vtepFilter());
+    copyFloodTable(tables->floodTable(), target, vniFilter(), macFilter(), vtepFilter());
 }
 
 void VcsVniAdvertised::render(U32 fd, U32 format, U32 revision) {

@@ -4,12 +4,13 @@
 
 namespace VxlanController::Cli {
 
-void copyMacVtep(MacVtepV2 const & entry, VniStatus & into) {
+void insertMacVtep(MacVtepV2 const & entry, VniStatus & into) {
     into.macVtepTableIs(MacVtep(entry.macAddr(), entry.vtepIp(), Quay::Seqno32(entry.moveCount())));
 }
 
-void copyMultiPath(MacVtepMultiPathV2 const & entry, VniStatus & into, InterruptPoll & poll) {
-    MacVtepMultiPath copy(entry.macAddr());
+void insertMultiPath(Nolt::EthAddr const & mac, MacVtepMultiPathV2 const & entry, VniStatus & into,
+                     InterruptPoll & poll) {
+    MacVtepMultiPath copy(mac);
     for (Nolt::IpAddr vtep : entry.vtepIp()) {
         poll.step();
         copy.vtepIpListIs(vtep, true);
@@ -17,7 +18,7 @@ void copyMultiPath(MacVtepMultiPathV2 const & entry, VniStatus & into, Interrupt
     into.macVtepMultiPathTableIs(std::move(copy));
 }
 
-void copyFloodList(MacVtepFloodListV2 const & entry, VniStatus & into, InterruptPoll & poll) {
+void insertFloodList(MacVtepFloodListV2 const & entry, VniStatus & into, InterruptPoll & poll) {
     auto const copy = into.macVtepFloodListTableIs(entry.macAddr());
     for (Nolt::IpAddr vtep : entry.vtepIp()) {
         poll.step();

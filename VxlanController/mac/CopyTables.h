@@ -8,15 +8,16 @@ namespace VxlanController::Cli {
 
 /// The filters of a listing of MAC tables.
 struct MacTableFilter {
-    Nolt::EthAddr mac;      ///< the zero address matches every MAC
-    VtepList const * vteps; ///< null or empty: every VTEP
+    Nolt::EthAddr mac; ///< the zero address matches every MAC
+    Vex::Ptr<VtepList const> const & vteps;
 };
 
-/// Copies one published entry into the model. Every VTEP becomes a member of its set,
-/// whatever flag the state holds for it.
-void copyMacVtep(MacVtepV2 const & entry, VniStatus & into);
-void copyMultiPath(MacVtepMultiPathV2 const & entry, VniStatus & into, InterruptPoll & poll);
-void copyFloodList(MacVtepFloodListV2 const & entry, VniStatus & into, InterruptPoll & poll);
+/// Inserts a published entry into the model. Every VTEP becomes a member of its set, whatever
+/// flag the state holds for it.
+void insertMacVtep(MacVtepV2 const & entry, VniStatus & into);
+void insertMultiPath(Nolt::EthAddr const & mac, MacVtepMultiPathV2 const & entry, VniStatus & into,
+                     InterruptPoll & poll);
+void insertFloodList(MacVtepFloodListV2 const & entry, VniStatus & into, InterruptPoll & poll);
 
 /// Copies what `filter` selects from the three MAC tables of one VNI: a single MAC by three
 /// look-ups, all MACs by walking each table. A MAC in several tables is copied from each of
@@ -26,13 +27,13 @@ void copyTables(VniTables const & status, Vxlan::Vni vni, Target & target,
                 MacTableFilter const & filter) {
     InterruptPoll poll;
     auto const unicast = [&](MacVtepV2 const & entry) {
-        copyMacVtep(entry, target.vniStatus(vni));
+        insertMacVtep(entry, target.vniStatus(vni));
     };
     auto const multiPath = [&](MacVtepMultiPathV2 const & entry) {
-        copyMultiPath(entry, target.vniStatus(vni), poll);
+        insertMultiPath(entry.macAddr(), entry, target.vniStatus(vni), poll);
     };
     auto const floodList = [&](MacVtepFloodListV2 const & entry) {
-        copyFloodList(entry, target.vniStatus(vni), poll);
+        insertFloodList(entry, target.vniStatus(vni), poll);
     };
 
     if (!filter.mac.isZero()) {
@@ -72,6 +73,30 @@ void copyTables(VniTables const & status, Vxlan::Vni vni, Target & target,
             return !yields && macVtepFloodListIpFiltered(filter.vteps, entry);
         },
         floodList);
+}
+
+/// Copies the entry that `mac` has in one of the tables. One that is absent is copied as the
+/// default value that the look-up yields; an absent flood list is not copied.
+template <class Target>
+void copyMacVtep(VniTables const & status, Vxlan::Vni vni, Target & target,
+                 Nolt::EthAddr const & mac) {
+    insertMacVtep(status.macVtepTable(mac), target.vniStatus(vni));
+}
+
+template <class Target>
+void copyMultiPath(VniTables const & status, Vxlan::Vni vni, Target & target,
+                   Nolt::EthAddr const & mac) {
+    InterruptPoll poll;
+    insertMultiPath(mac, status.macVtepMultiPathTable(mac), target.vniStatus(vni), poll);
+}
+
+template <class Target>
+void copyFloodList(VniTables const & status, Vxlan::Vni vni, Target & target,
+                   Nolt::EthAddr const & mac) {
+    InterruptPoll poll;
+    if (auto const list = status.macVtepFloodListTable(mac)) {
+        insertFloodList(*list, target.vniStatus(vni), poll);
+    }
 }
 
 } // namespace VxlanController::Cli

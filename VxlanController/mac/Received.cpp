@@ -4,6 +4,7 @@
 #include "VxlanController/command/RenderFrame.h"
 #include "VxlanController/mac/CopyEvpn.h"
 #include "VxlanController/mac/CopyTables.h"
+#include "VxlanController/mac/CopyVniStatus.h"
 #include "VxlanController/mac/ReceivedJson.h"
 #include "VxlanController/mac/ReceivedText.h"
 #include "VxlanController/mac/Target.h"
@@ -83,14 +84,15 @@ void VcsVniReceived::copySwitch(Vex::Name switchId) {
         return;
     }
 
-    SourceTarget target(nonSwitch ? nonSwitchSourceDirIs() : switchDirIs(), switchId);
-    MacTableFilter const filter{macFilter(), vtepFilter().ptr()};
+    auto const target = nonSwitch ? nonSwitchSourceDirIs() : switchDirIs();
     if (vniFilter().isNone()) {
+        // The source is looked up once, not for each VNI.
+        SourceTarget source(target, switchId);
         for (VniStatusV2 const & status : vnis->vniStatusV2()) {
-            copyTables(status, status.vni(), target, filter);
+            copyTables(status, status.vni(), source, {macFilter(), vtepFilter()});
         }
     } else if (auto const status = vnis->vniStatusV2(vniFilter().vni())) {
-        copyTables(*status, status->vni(), target, filter);
+        copyVniStatus(status, target, switchId, status->vni(), macFilter(), vtepFilter());
     }
 }
 
@@ -104,9 +106,9 @@ void VcsVniReceived::copyTable(Vex::Name tableName) {
         return;
     }
 
-    SourceTarget target(nonSwitchSourceDirIs(), tableName);
-    EvpnTableFilter const filter{vniFilter(), macFilter(), vtepFilter().ptr()};
-    copyEvpnTables(*tables, target, filter, tableName);
+    auto const target = nonSwitchSourceDirIs();
+    copyHostTable(tables->hostTable(), target, tableName, vniFilter(), macFilter(), vtepFilter());
+    copyFloodTable(tables->floodTable(), target, tableName, vniFilter(), macFilter(), vtepFilter());
 }
 
 void VcsVniReceived::render(U32 fd, U32 format, U32 revision) {
