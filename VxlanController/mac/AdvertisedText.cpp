@@ -1,5 +1,6 @@
 #include "VxlanController/mac/AdvertisedText.h"
 
+#include "Vex/Assert.h"
 #include "VxlanController/mac/Columns.h"
 #include "VxlanController/mac/Row.h"
 
@@ -24,22 +25,6 @@ constexpr Line nextVtep = Line().add(" ").add(cellFormat(vtepsColumn));
 /// the right of those on the first line.
 constexpr Line nextLine = Line().add("\n").add(' ', entryTable.width);
 
-void printFdbHeader(outfmt::Printer & printer, char const * title, Line const & rule,
-                    TextTable const & table) {
-    printer.addFrills("            %s\n%s\n\n", title, rule);
-    printer.addFrills("%s\n%s\n", table.titles, table.underline);
-}
-
-void printFdbUcastTable(outfmt::Printer & printer, Vex::String const & vni,
-                        VniStatus const & status, int & counter) {
-    for (MacVtep const & entry : status.macVtepTable()) {
-        printer.addFrillsUpTo(maxRowLength, advertisedUnicastTable.row, vni,
-                              DisplayMac(entry.macAddr()), entry.vtepIp(),
-                              signedCount(entry.moveCount()));
-        ++counter;
-    }
-}
-
 /// Prints one entry. An entry without VTEPs still takes a line.
 template <class VtepIps>
 void printVtepLines(outfmt::Printer & printer, Vex::String const & vni, Nolt::EthAddr const & mac,
@@ -56,48 +41,71 @@ void printVtepLines(outfmt::Printer & printer, Vex::String const & vni, Nolt::Et
     printer.addFrills("\n");
 }
 
-/// Prints multipath entries first. A MAC that has one is not printed again from the flood
-/// lists, unlike in the received table.
-void printFdbBumTable(outfmt::Printer & printer, Vex::String const & vni, VniStatus const & status,
+} // namespace
+
+void printFdbHeader(outfmt::Printer & printer, char const * title, bool flood) {
+    // Each section has a rule as wide as the columns of the other section, and the titles are
+    // indented three more than those of the received tables. Scripts recognise the sections by
+    // these lines.
+    TextTable const & table = flood ? advertisedFloodTable : advertisedUnicastTable;
+    TextTable const & other = flood ? advertisedUnicastTable : advertisedFloodTable;
+    printer.addFrills("            %s\n", title);
+    printer.addFrills("%s\n\n", other.rule);
+    printer.addFrills("%s\n", table.titles);
+    printer.addFrills("%s\n", table.underline);
+}
+
+void printFdbUcastTable(outfmt::Printer & printer, Vex::String const & vni,
+                        VniStatus const * status, int & counter) {
+    for (MacVtep const & entry : status->macVtepTable()) {
+        printer.addFrillsUpTo(maxRowLength, advertisedUnicastTable.row, vni,
+                              DisplayMac(entry.macAddr()), entry.vtepIp(),
+                              signedCount(entry.moveCount()));
+        ++counter;
+    }
+}
+
+void printFdbBumTable(outfmt::Printer & printer, Vex::String const & vni, VniStatus const * status,
                       int & counter) {
-    for (MacVtepMultiPath const & entry : status.macVtepMultiPathTable()) {
+    for (MacVtepMultiPath const & entry : status->macVtepMultiPathTable()) {
         printVtepLines(printer, vni, entry.macAddr(), entry.vtepIpList());
         ++counter;
     }
-    for (MacVtepFloodList const & entry : status.macVtepFloodListTable()) {
-        if (!status.macVtepMultiPathTableHas(entry.macAddr())) {
+    for (MacVtepFloodList const & entry : status->macVtepFloodListTable()) {
+        if (!status->macVtepMultiPathTableHas(entry.macAddr())) {
             printVtepLines(printer, vni, entry.macAddr(), entry.vtepIpFloodList());
             ++counter;
         }
     }
 }
 
-void printFdbTable(outfmt::Printer & printer, TableKind kind, bool dotted,
+void printFdbTable(outfmt::Printer & printer, Vex::String const & kind, bool dotted,
                    Vex::Ptr<VniStatusList const> const & vnis) {
     int counter = 0;
-    auto const printVni = kind == TableKind::ucast ? printFdbUcastTable : printFdbBumTable;
+    bool const unicast = kind == unicastRows;
+    bool const flood = kind == floodRows;
     if (vnis) {
         for (VniStatus const & status : vnis->vniEntry()) {
-            printVni(printer, status.vni().stringValue(dotted), status, counter);
+            auto const vni = status.vni().stringValue(dotted);
+            if (unicast) {
+                printFdbUcastTable(printer, vni, &status, counter);
+            } else if (flood) {
+                printFdbBumTable(printer, vni, &status, counter);
+            } else {
+                Vex::assertThat(false, "0");
+            }
         }
     }
     printer.addFrills("Total Mac Addresses for this criterion: %d\n", counter);
 }
 
-} // namespace
-
 void printFdbText(outfmt::Printer & printer, bool dotted,
                   Vex::Ptr<VniStatusList const> const & vnis) {
-    // Each section has a rule as wide as the columns of the other section, and the titles are
-    // indented three more than those of the received tables. Scripts recognise the sections by
-    // these lines.
-    printFdbHeader(printer, "Advertised Mac Address Table", advertisedFloodTable.rule,
-                   advertisedUnicastTable);
-    printFdbTable(printer, TableKind::ucast, dotted, vnis);
+    printFdbHeader(printer, "Advertised Mac Address Table", false);
+    printFdbTable(printer, unicastRows, dotted, vnis);
     printer.addFrills("\n");
-    printFdbHeader(printer, "Advertised Flood Table", advertisedUnicastTable.rule,
-                   advertisedFloodTable);
-    printFdbTable(printer, TableKind::bum, dotted, vnis);
+    printFdbHeader(printer, "Advertised Flood Table", true);
+    printFdbTable(printer, floodRows, dotted, vnis);
 }
 
 } // namespace VxlanController::Cli

@@ -1,5 +1,6 @@
 #include "VxlanController/mac/ReceivedText.h"
 
+#include "Vex/Assert.h"
 #include "VxlanController/mac/Columns.h"
 #include "VxlanController/mac/Row.h"
 
@@ -17,22 +18,6 @@ constexpr TextTable receivedUnicastTable{sourceColumn, vniColumn, macColumn, vte
                                          movesColumn};
 constexpr TextTable receivedFloodTable{sourceColumn, vniColumn, macColumn, floodVtepColumn};
 
-void printSectionHeader(outfmt::Printer & printer, char const * title, TextTable const & table) {
-    printer.addFrills("         %s\n%s\n\n", title, table.rule);
-    printer.addFrills("%s\n%s\n", table.titles, table.underline);
-}
-
-/// Prints one row per MAC.
-void printUcastTable(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
-                     VniStatus const & status, int & counter) {
-    for (MacVtep const & entry : status.macVtepTable()) {
-        printer.addFrillsUpTo(maxRowLength, receivedUnicastTable.row, source, vni,
-                              DisplayMac(entry.macAddr()), entry.vtepIp(),
-                              signedCount(entry.moveCount()));
-        ++counter;
-    }
-}
-
 template <class VtepIps>
 void printVteps(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
                 Nolt::EthAddr const & mac, VtepIps const & vteps, int & counter) {
@@ -43,53 +28,73 @@ void printVteps(outfmt::Printer & printer, Vex::Name const & source, Vex::String
     }
 }
 
-/// Prints one row per VTEP, multipath entries first. A MAC in both tables is printed from both.
+} // namespace
+
+void printHeader(outfmt::Printer & printer, char const * title, bool flood) {
+    TextTable const & table = flood ? receivedFloodTable : receivedUnicastTable;
+    printer.addFrills("         %s\n", title);
+    printer.addFrills("%s\n\n", table.rule);
+    printer.addFrills("%s\n", table.titles);
+    printer.addFrills("%s\n", table.underline);
+}
+
+void printUcastTable(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
+                     VniStatus const * status, int & counter) {
+    for (MacVtep const & entry : status->macVtepTable()) {
+        printer.addFrillsUpTo(maxRowLength, receivedUnicastTable.row, source, vni,
+                              DisplayMac(entry.macAddr()), entry.vtepIp(),
+                              signedCount(entry.moveCount()));
+        ++counter;
+    }
+}
+
 void printBumTable(outfmt::Printer & printer, Vex::Name const & source, Vex::String const & vni,
-                   VniStatus const & status, int & counter) {
-    for (MacVtepMultiPath const & entry : status.macVtepMultiPathTable()) {
+                   VniStatus const * status, int & counter) {
+    for (MacVtepMultiPath const & entry : status->macVtepMultiPathTable()) {
         printVteps(printer, source, vni, entry.macAddr(), entry.vtepIpList(), counter);
     }
-    for (MacVtepFloodList const & entry : status.macVtepFloodListTable()) {
+    for (MacVtepFloodList const & entry : status->macVtepFloodListTable()) {
         printVteps(printer, source, vni, entry.macAddr(), entry.vtepIpFloodList(), counter);
     }
 }
 
-void printTable(outfmt::Printer & printer, TableKind kind, bool dotted,
+void printTable(outfmt::Printer & printer, Vex::String const & kind, bool dotted,
                 Vex::Ptr<SwitchDir const> const & sources, int & counter) {
     if (!sources) {
         return;
     }
-    auto const printVni = kind == TableKind::ucast ? printUcastTable : printBumTable;
+    bool const unicast = kind == unicastRows;
+    bool const flood = kind == floodRows;
     for (Switch const & source : sources->switchList()) {
         if (auto const vnis = source.vniStatusList()) {
             for (VniStatus const & status : vnis->vniEntry()) {
-                printVni(printer, source.switchId(), status.vni().stringValue(dotted), status,
-                         counter);
+                auto const vni = status.vni().stringValue(dotted);
+                if (unicast) {
+                    printUcastTable(printer, source.switchId(), vni, &status, counter);
+                } else if (flood) {
+                    printBumTable(printer, source.switchId(), vni, &status, counter);
+                } else {
+                    Vex::assertThat(false, "0");
+                }
             }
         }
     }
 }
 
-void printSection(outfmt::Printer & printer, char const * title, TableKind kind, bool dotted,
-                  Vex::Ptr<SwitchDir const> const & switches,
-                  Vex::Ptr<SwitchDir const> const & nonSwitchSources) {
-    int counter = 0;
-    printSectionHeader(printer, title,
-                       kind == TableKind::ucast ? receivedUnicastTable : receivedFloodTable);
-    printTable(printer, kind, dotted, switches, counter);
-    printTable(printer, kind, dotted, nonSwitchSources, counter);
-    printer.addFrills("Total Mac Addresses for this criterion: %d\n", counter);
-}
-
-} // namespace
-
 void printText(outfmt::Printer & printer, bool dotted, Vex::Ptr<SwitchDir const> const & switches,
                Vex::Ptr<SwitchDir const> const & nonSwitchSources) {
-    printSection(printer, "Received Mac Address Table", TableKind::ucast, dotted, switches,
-                 nonSwitchSources);
+    int counter = 0;
+    printHeader(printer, "Received Mac Address Table", false);
+    printTable(printer, unicastRows, dotted, switches, counter);
+    printTable(printer, unicastRows, dotted, nonSwitchSources, counter);
+    printer.addFrills("Total Mac Addresses for this criterion: %d\n", counter);
     printer.addFrills("\n");
-    printSection(printer, "Received Flood Table", TableKind::bum, dotted, switches,
-                 nonSwitchSources);
+
+    counter = 0;
+    printHeader(printer, "Received Flood Table", true);
+    printTable(printer, floodRows, dotted, switches, counter);
+    printTable(printer, floodRows, dotted, nonSwitchSources, counter);
+    printer.addFrills("Total Mac Addresses for this criterion: %d\n", counter);
 }
 
 } // namespace VxlanController::Cli

@@ -7,8 +7,9 @@
 
 namespace VxlanController::Cli {
 
-/// The two kinds of MAC table; each is a section of its own.
-enum class TableKind { ucast, bum };
+/// The two kinds of rows; each has a section of its own.
+inline constexpr char const * unicastRows = "ucast";
+inline constexpr char const * floodRows = "bum";
 
 /// The most bytes of a row, including its line end. A longer row is cut there silently.
 inline constexpr std::size_t maxRowLength = 1023;

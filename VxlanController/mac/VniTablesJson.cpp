@@ -64,8 +64,8 @@ void renderVtepIpList(outfmt::Printer & printer, Attributes & attributes, Nolt::
     printer.endListEntry();
 }
 
-/// The type of an entry depends only on its table, so a MAC in both tables is listed twice.
-void renderBumTable(outfmt::Printer & printer, Attributes & attributes, VniStatus const & status) {
+void renderFdbBumTable(outfmt::Printer & printer, Attributes & attributes,
+                       VniStatus const & status) {
     printer.startList("bumVtepListTable");
     attributes.vtepIpListType.setValue("sendToAny");
     for (MacVtepMultiPath const & entry : status.macVtepMultiPathTable()) {
@@ -86,11 +86,25 @@ void renderVniStatus(outfmt::Printer & printer, Attributes & attributes, VniStat
     printer.startListEntry();
     printer.addAttributesJson(2, attributes.macAddress.getArg(), attributes.vni.getArg());
     renderUcastTable(printer, attributes, status, revision);
-    renderBumTable(printer, attributes, status);
+    renderFdbBumTable(printer, attributes, status);
     printer.endListEntry();
 }
 
 } // namespace
+
+void renderUcastTable(VniStatus const * status, outfmt::Printer & printer, Vex::U32 revision) {
+    Attributes attributes(printer);
+    renderUcastTable(printer, attributes, *status, revision);
+}
+
+void renderFdbBumTable(VniStatus const * status, outfmt::Printer & printer) {
+    Attributes attributes(printer);
+    renderFdbBumTable(printer, attributes, *status);
+}
+
+void renderBumTable(VniStatus const * status, outfmt::Printer & printer) {
+    renderFdbBumTable(status, printer);
+}
 
 void renderVniList(outfmt::Printer & printer, bool dotted,
                    Vex::Ptr<VniStatusList const> const & vnis, Vex::U32 revision) {

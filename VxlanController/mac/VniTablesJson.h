@@ -12,4 +12,17 @@ namespace VxlanController::Cli {
 void renderVniList(outfmt::Printer & printer, bool dotted,
                    Vex::Ptr<VniStatusList const> const & vnis, Vex::U32 revision);
 
+/// The two tables of one VNI on their own, in an open dictionary. Each raises what the printer
+/// raises.
+
+/// Renders the list "unicastHostTable".
+void renderUcastTable(VniStatus const * status, outfmt::Printer & printer, Vex::U32 revision);
+
+/// Renders the list "bumVtepListTable", multipath entries first. The type of an entry depends
+/// only on its table, so a MAC in both tables is listed twice.
+void renderFdbBumTable(VniStatus const * status, outfmt::Printer & printer);
+
+/// The same for the received tables.
+void renderBumTable(VniStatus const * status, outfmt::Printer & printer);
+
 } // namespace VxlanController::Cli
