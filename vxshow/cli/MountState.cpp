@@ -46,6 +46,9 @@ std::vector<sources::Source> namedSources(StateOptions const & options) {
     if (options.frr) {
         named.push_back(sources::frr::localSource());
     }
+    for (sources::Source & source : named) {
+        source.maxFacts = options.maxFacts;
+    }
     return named;
 }
 
@@ -54,7 +57,7 @@ std::vector<sources::Source> sourcesOf(StateOptions const & options) {
         return namedSources(options);
     }
     try {
-        return sources::fabric::readFabricFile(options.fabricPath);
+        return sources::fabric::readFabricFile(options.fabricPath, options.maxFacts);
     } catch (sources::fabric::FabricFileError const & error) {
         throw state::StateError(error.what());
     }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 
 namespace vxshow::cli {
 
@@ -80,6 +81,10 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
                    "Directory of EVPN tables to map, as 'tables publish' writes them")
         ->type_name("DIR")
         ->check(checkDirectory, "");
+    addNumber(app, "--max-facts", 1, std::numeric_limits<Vex::U32>::max(),
+              "The most facts, such as MAC addresses, that a live source can come to, unless the "
+              "fabric file says otherwise; default 10000000",
+              [&](Vex::U32 facts) { options.maxFacts = facts; });
     app.add_flag("--all-or-nothing", options.allOrNothing,
                  "Show nothing when a live source cannot be read")
         ->disable_flag_override();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxshow/sources/FactBudget.h"
 #include "vxshow/system/FileBytes.h"
 
 #include <CLI/App.hpp>
@@ -20,6 +21,8 @@ struct StateOptions {
     std::vector<std::string> databases; ///< the remotes of each database, as typed
     bool frr = false;                   ///< whether to read this machine's FRR
 
+    /// The most facts of a live source, unless the fabric file says otherwise.
+    std::size_t maxFacts = sources::defaultMaxFacts;
     std::size_t maxSize = system::FileBytes::longest; ///< of the snapshot, in bytes
 
     bool allOrNothing = false;            ///< whether to show nothing if any source fails

@@ -4,9 +4,16 @@
 #include "vxshow/sources/Deadline.h"
 #include "vxshow/state/Selection.h"
 
+#include <cstddef>
+
 namespace vxshow::sources {
 
 struct Source;
+
+/// The most bytes that one run of a client can print: 2 GiB. It is ended when it prints more, and
+/// the source has failed. Ten million MAC addresses in a database, with some 170 bytes
+/// for a row, are 1.7 GB.
+inline constexpr std::size_t maxClientOutput = std::size_t{1} << 31;
 
 /// How one source is reached and asked. Each kind of source has its own.
 class Access {

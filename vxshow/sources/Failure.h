@@ -18,4 +18,10 @@ public:
     using Failure::Failure;
 };
 
+/// The source comes to more facts than are allowed: "too large: …".
+class TooManyFacts : public Failure {
+public:
+    using Failure::Failure;
+};
+
 } // namespace vxshow::sources

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "Nolt/EthAddr.h"
+#include "vxshow/sources/FactBudget.h"
 #include "vxshow/state/SourceNames.h"
 
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +27,8 @@ struct Source {
     std::optional<Nolt::EthAddr> systemId = {};
     /// The most time that reading all of it can take.
     std::chrono::milliseconds timeLimit{5000};
+    /// The most facts that it can come to, at least 1 (see `FactBudget`).
+    std::size_t maxFacts = defaultMaxFacts;
 };
 
 } // namespace vxshow::sources

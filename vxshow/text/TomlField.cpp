@@ -68,6 +68,10 @@ bool TomlField::boolean(std::string_view expected) const {
     return as<bool>(expected);
 }
 
+std::int64_t TomlField::integer(std::string_view expected) const {
+    return as<std::int64_t>(expected);
+}
+
 double TomlField::number(std::string_view expected) const {
     if (auto const * const integer = std::get_if<std::int64_t>(&value_->content)) {
         return static_cast<double>(*integer);

@@ -2,6 +2,7 @@
 
 #include "vxshow/text/Toml.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,6 +28,7 @@ public:
     /// The value if it has this type; otherwise raises `TomlRefusal`.
     std::string const & text(std::string_view expected) const;
     bool boolean(std::string_view expected) const;
+    std::int64_t integer(std::string_view expected) const;
     /// Accepts an integer, too.
     double number(std::string_view expected) const;
     std::vector<TomlField> elements(std::string_view expected) const;

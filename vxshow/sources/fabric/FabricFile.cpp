@@ -23,15 +23,18 @@ std::string folderOf(std::string const & path) {
 
 text::TomlField sourcesOf(text::TomlField const & root) {
     for (text::TomlMember const & member : root.table("a table")) {
-        if (member.name != "source") {
-            root.refuseKey(member, "", "\"source\"");
+        if (member.name != "source" && member.name != maxFactsKey) {
+            root.refuseKey(member, "", "\"max_facts\" or \"source\"");
         }
     }
     return root.required("source");
 }
 
-std::vector<Source> readDocument(text::TomlValue const & document, std::string const & folder) {
-    auto const list = sourcesOf(text::TomlField(document));
+std::vector<Source> readDocument(text::TomlValue const & document, std::string const & folder,
+                                 std::size_t maxFacts) {
+    text::TomlField const root(document);
+    auto const list = sourcesOf(root);
+    maxFacts = readMaxFacts(root).value_or(maxFacts);
     std::string const expected = "1 to " + std::to_string(mostSources) + " tables [[source]]";
     auto const elements = list.elements(expected);
     if (elements.empty()) {
@@ -43,7 +46,7 @@ std::vector<Source> readDocument(text::TomlValue const & document, std::string c
     std::vector<Source> sources;
     std::set<std::string> names;
     for (text::TomlField const & element : elements) {
-        sources.push_back(readSourceTable(element, folder));
+        sources.push_back(readSourceTable(element, folder, maxFacts));
         if (!names.insert(sources.back().name).second) {
             element.required("name").refuse("a name that no source before it has");
         }
@@ -53,13 +56,13 @@ std::vector<Source> readDocument(text::TomlValue const & document, std::string c
 
 } // namespace
 
-std::vector<Source> readFabricFile(std::string const & path) {
+std::vector<Source> readFabricFile(std::string const & path, std::size_t maxFacts) {
     bool const standardInput = path == "-";
     std::string const name = standardInput ? "standard input" : Vex::printable(path);
     try {
         auto const bytes =
             standardInput ? system::FileBytes::read(STDIN_FILENO) : system::FileBytes::open(path);
-        return readDocument(text::readToml(bytes.text()), folderOf(path));
+        return readDocument(text::readToml(bytes.text()), folderOf(path), maxFacts);
     } catch (text::TomlRefusal const & refusal) {
         throw FabricFileError(name + ":" + refusal.what());
     } catch (std::system_error const & error) {

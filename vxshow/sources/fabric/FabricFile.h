@@ -2,6 +2,7 @@
 
 #include "vxshow/sources/Source.h"
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -19,11 +20,13 @@ public:
 
 /// Reads the sources of a fabric from the file `path`, or from standard input if that is "-":
 /// TOML with one table `[[source]]` for each, 1 to 4096 of them. Returns them in the order of the
-/// file. docs/fabric.md describes the keys.
+/// file. Where the file does not limit the facts of a source, it can come to `maxFacts`.
+/// docs/fabric.md describes the keys.
 ///
 /// Reading is strict, as for a snapshot and for the same reason: a listing that silently lacks
 /// what was misspelt is worse than none. Only the file itself is opened. Relative file names in it
 /// count from its folder; on standard input, from the current folder. Raises `FabricFileError`.
-std::vector<Source> readFabricFile(std::string const & path);
+std::vector<Source> readFabricFile(std::string const & path,
+                                   std::size_t maxFacts = defaultMaxFacts);
 
 } // namespace vxshow::sources::fabric

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -15,8 +17,8 @@ namespace vxshow::sources::fabric {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> commonKeys{"kind", "name", "role", "time_limit",
-                                                     "system_id"};
+constexpr std::array<std::string_view, 6> commonKeys{"kind",       "name",      "role",
+                                                     "time_limit", maxFactsKey, "system_id"};
 
 bool contains(std::span<std::string_view const> keys, std::string_view name) {
     return std::find(keys.begin(), keys.end(), name) != keys.end();
@@ -100,7 +102,22 @@ Kind const & readKind(text::TomlField const & field) {
 
 } // namespace
 
-Source readSourceTable(text::TomlField const & source, std::string const & folder) {
+std::optional<std::size_t> readMaxFacts(text::TomlField const & table) {
+    constexpr std::int64_t most = std::numeric_limits<std::uint32_t>::max();
+    auto const field = table.find(maxFactsKey);
+    if (!field) {
+        return std::nullopt;
+    }
+    auto const expected = "a whole number from 1 to " + std::to_string(most);
+    auto const number = field->integer(expected);
+    if (number < 1 || number > most) {
+        field->refuse(expected);
+    }
+    return static_cast<std::size_t>(number);
+}
+
+Source readSourceTable(text::TomlField const & source, std::string const & folder,
+                       std::size_t maxFacts) {
     source.table("a table");
     auto const & kind = readKind(source.required("kind"));
     checkKeys(source, kind);
@@ -112,6 +129,7 @@ Source readSourceTable(text::TomlField const & source, std::string const & folde
     if (auto const field = source.find("time_limit")) {
         result.timeLimit = readTimeLimit(*field);
     }
+    result.maxFacts = readMaxFacts(source).value_or(maxFacts);
     if (auto const field = source.find("system_id")) {
         result.systemId = readSystemId(*field);
     }

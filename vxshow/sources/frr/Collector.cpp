@@ -29,8 +29,10 @@ bool isOf(Vni const & vni, std::string const & vrf, std::string const & interfac
 
 void Collector::mac(MacRow const & row) {
     if (row.side == Side::local) {
+        budget_.spend();
         local_.macs.push_back({row.vni, row.mac, {}, row.moves});
     } else if (!row.vtep.isZero()) {
+        budget_.spend();
         remote_.macs.push_back({row.vni, row.mac, row.vtep, row.moves});
     } else {
         segmented_.push_back({{row.vni, row.mac}, std::string(row.segment), row.moves});
@@ -45,12 +47,14 @@ void Collector::forgetSegmentedMac(Vxlan::Vni vni, Nolt::EthAddr mac) {
 }
 
 void Collector::forgetMacs() {
+    budget_.giveBack(local_.macs.size() + remote_.macs.size());
     local_.macs.clear();
     remote_.macs.clear();
     segmented_.clear();
 }
 
 void Collector::neighbour(IpBinding const & binding, Side side) {
+    budget_.spend();
     (side == Side::local ? local_ : remote_).bindings.push_back(binding);
 }
 
@@ -82,6 +86,7 @@ void Collector::interface(std::string const & vrf, std::string const & name, Nol
 
 void Collector::route(std::string const & vrf, Nolt::IpGenPrefix const & prefix,
                       std::vector<Nolt::IpGenAddr> const & nexthops) {
+    budget_.spend(std::max<std::size_t>(nexthops.size(), 1));
     routers_[vrf].routes[prefix].insert(nexthops.begin(), nexthops.end());
 }
 
@@ -127,6 +132,7 @@ void Collector::resolveSegments() {
                                         "\", which has no known VTEP"));
             continue;
         }
+        budget_.spend(found->second.size());
         for (auto const vtep : found->second) {
             step();
             remote_.macs.push_back({vni, mac, vtep, one.moves});
@@ -174,6 +180,7 @@ void Collector::placeLocal(SideFacts & local) {
 
 void Collector::addVnis(SideFacts & local) {
     for (auto const & [vni, known] : l2Vnis_) {
+        budget_.spend(2 + (known.vtep.isZero() ? 0 : 1) + known.floods.size());
         local.vnis.push_back(vni);
         remote_.vnis.push_back(vni);
         if (!known.vtep.isZero()) {
@@ -194,6 +201,7 @@ void Collector::addPorts(std::string const & vrf, Interface const & interface,
                 continue;
             }
             auto const vtep = known.vtep.isZero() ? Nolt::IpGenAddr() : Nolt::IpGenAddr(known.vtep);
+            budget_.spend(interface.addresses.size());
             for (auto const & address : interface.addresses) {
                 step();
                 if (!isLinkLocal(address.address())) {

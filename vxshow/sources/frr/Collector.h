@@ -1,8 +1,10 @@
 #pragma once
 
 #include "vxshow/sources/DeadlineWatch.h"
+#include "vxshow/sources/FactBudget.h"
 #include "vxshow/sources/frr/Documents.h"
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <string_view>
@@ -41,8 +43,10 @@ public:
         std::string_view segment; ///< empty: not known yet
     };
 
-    Collector(state::Selection const & selection, Deadline const & deadline)
-        : selection_(selection), watch_(deadline) {}
+    /// All documents together can come to `maxFacts` facts. What adds facts throws `TooManyFacts`
+    /// before it does.
+    Collector(state::Selection const & selection, Deadline const & deadline, std::size_t maxFacts)
+        : selection_(selection), watch_(deadline), budget_(maxFacts) {}
 
     /// To be called for each entry that is read. Throws `TimedOut`.
     void step() { watch_.step(); }
@@ -93,7 +97,7 @@ public:
     /// The questions that the answers so far leave open. To be called once.
     std::vector<Question> further() const;
 
-    /// The whole answer. To be called once, after the last document.
+    /// The whole answer. To be called once, after the last document. Throws `TimedOut`.
     Answer finished(VtepSource const & source);
 
 private:
@@ -121,6 +125,7 @@ private:
 
     state::Selection selection_;
     DeadlineWatch watch_;
+    FactBudget budget_;
     SideFacts local_; ///< its MAC addresses have no VTEP yet
     SideFacts remote_;
     std::map<Vxlan::Vni, L2Vni> l2Vnis_;

@@ -4,10 +4,12 @@
 #include "vxshow/sources/Answer.h"
 #include "vxshow/sources/AnswerError.h"
 #include "vxshow/sources/Deadline.h"
+#include "vxshow/sources/FactBudget.h"
 #include "vxshow/sources/frr/Question.h"
 #include "vxshow/state/Selection.h"
 #include "vxshow/system/FileBytes.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,6 +22,8 @@ struct VtepSource {
     std::string name;
     /// The system identifier of the switch.
     std::optional<Nolt::EthAddr> systemId = {};
+    /// The most facts that the VTEP can come to.
+    std::size_t maxFacts = defaultMaxFacts;
 };
 
 /// The answer of zebra to a question.
@@ -32,8 +36,9 @@ struct Document {
 /// earlier entries of MAC addresses; that to `mac` replaces the entry of an address behind an
 /// Ethernet segment. Documents are of different moments, so what one refers to can be gone in the
 /// next: such entries are left out, and the answer does not fit. Raises `AnswerError` for a
-/// document that is not as zebra writes it, with the command and the place, and `TimedOut` if
-/// many entries are still unread at the deadline.
+/// document that is not as zebra writes it, with the command and the place, `TimedOut` if many
+/// entries are still unread at the deadline, and `TooManyFacts` before more facts are made than the
+/// source can come to.
 ///
 /// - Instead of the VNIs, or of one VNI, zebra answers nothing at all if EVPN is not active, since
 ///   bgpd is down or does not advertise all VNIs: then there is a remark. A VTEP without VNIs

@@ -94,7 +94,7 @@ void readDocument(Question const & question, system::PaddedText document, Collec
 
 Answer readDocuments(std::vector<Document> const & documents, VtepSource const & source,
                      state::Selection const & selection, Deadline const & deadline) {
-    Collector join(selection, deadline);
+    Collector join(selection, deadline, source.maxFacts);
     for (auto const & document : documents) {
         readDocument(document.question, document.bytes.padded(), join);
     }

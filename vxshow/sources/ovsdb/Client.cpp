@@ -58,7 +58,7 @@ std::vector<std::string> Client::words(std::string const & transaction) const {
 }
 
 system::FileBytes Client::query(std::string const & transaction, Deadline const & deadline) const {
-    auto answer = system::run(words(transaction), {deadline.end, longestAnswer});
+    auto answer = system::run(words(transaction), {deadline.end, longestAnswer_});
     auto * const exited = std::get_if<system::Exited>(&answer);
     if (exited && exited->status == 0) {
         return std::move(exited->output);

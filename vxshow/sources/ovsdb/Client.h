@@ -1,10 +1,12 @@
 #pragma once
 
+#include "vxshow/sources/Access.h"
 #include "vxshow/sources/Deadline.h"
 #include "vxshow/sources/Failure.h"
 #include "vxshow/sources/ovsdb/DatabaseAddress.h"
 #include "vxshow/system/FileBytes.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,12 +27,11 @@ class Client {
 public:
     static constexpr char const * program = "ovsdb-client";
 
-    /// A longer answer is refused.
-    static constexpr std::size_t longestAnswer = system::FileBytes::longest;
-
-    /// The server at `remote`. Both arguments outlive this.
-    Client(std::string const & remote, std::optional<DatabaseAddress::Ssl> const & ssl)
-        : remote_(remote), ssl_(ssl) {}
+    /// The server at `remote`. Both references outlive this. An answer of more than `longestAnswer`
+    /// bytes is refused.
+    Client(std::string const & remote, std::optional<DatabaseAddress::Ssl> const & ssl,
+           std::size_t longestAnswer = maxClientOutput)
+        : remote_(remote), ssl_(ssl), longestAnswer_(longestAnswer) {}
 
     std::string const & remote() const noexcept { return remote_; }
 
@@ -44,6 +45,7 @@ private:
 
     std::string const & remote_;
     std::optional<DatabaseAddress::Ssl> const & ssl_;
+    std::size_t longestAnswer_;
 };
 
 } // namespace vxshow::sources::ovsdb

@@ -72,7 +72,7 @@ void setSystemIds(DatabaseSource const & source, Facts & facts) {
 Answer readDatabase(system::FileBytes const & answer, Request const & request,
                     DatabaseSource const & source, std::optional<Vxlan::Vni> vni,
                     Deadline const & deadline) {
-    Join rows(source.name, deadline);
+    Join rows(source.name, deadline, source.maxFacts);
     join(answer, request, rows);
     Answer result;
     result.fits = !request.pushed() || (vni && rows.logicalSwitchesOf(*vni) == *request.pushed());

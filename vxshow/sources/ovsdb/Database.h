@@ -3,9 +3,11 @@
 #include "vxshow/sources/Answer.h"
 #include "vxshow/sources/AnswerError.h"
 #include "vxshow/sources/Deadline.h"
+#include "vxshow/sources/FactBudget.h"
 #include "vxshow/sources/ovsdb/Request.h"
 #include "vxshow/system/FileBytes.h"
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -26,13 +28,16 @@ struct DatabaseSource {
     std::optional<Nolt::EthAddr> systemId = {};
     /// The system identifiers of its switches, by name; these take precedence.
     std::map<std::string, Nolt::EthAddr> systemIds = {};
+    /// The most facts that the database can come to.
+    std::size_t maxFacts = defaultMaxFacts;
 };
 
 /// Reads the answer to `request`: the bytes that `ovsdb-client query` prints. A request that names
 /// logical switches was made for `vni`. The answer does not fit if those are no longer the logical
 /// switches of the VNI: then facts are missing. Raises `AnswerError`, also if the server has
 /// refused a part of the request: nothing is taken from an incomplete answer. Raises `TimedOut` if
-/// much of it is still unread at the deadline.
+/// much of it is still unread at the deadline, and `TooManyFacts` before more facts are made than
+/// the source can come to.
 ///
 /// - The VNI of an entry is the tunnel_key of its logical switch, or of its locator if that has
 ///   none.

@@ -25,7 +25,7 @@ Wanted wantedOf(state::Selection const & selection, Role role) {
 Answer DatabaseAccess::ask(Source const & source, state::Selection const & selection,
                            Deadline const & deadline) const {
     auto const vni = selection.vni.isNone() ? std::nullopt : std::optional(selection.vni.vni());
-    return askDatabase(address_, {source.name, source.systemId, systemIds_},
+    return askDatabase(address_, {source.name, source.systemId, systemIds_, source.maxFacts},
                        wantedOf(selection, source.role), vni, deadline);
 }
 

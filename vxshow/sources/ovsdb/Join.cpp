@@ -5,6 +5,8 @@
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
 
+#include <algorithm>
+
 namespace vxshow::sources::ovsdb {
 
 void Join::physicalSwitch(std::string const & name, std::vector<std::string> const & ips,
@@ -31,6 +33,7 @@ void Join::physicalSwitch(std::string const & name, std::vector<std::string> con
 void Join::router(std::string const & name,
                   std::vector<std::pair<std::string, Reference>> const & ports,
                   std::vector<std::pair<std::string, std::string>> const & routes) {
+    budget_.spend(ports.size() + routes.size());
     LogicalRouter router(name, facts_.routers[name], findings_.leftOut);
     for (auto const & [address, to] : ports) {
         auto & logicalSwitch = rows_.logicalSwitch(to);
@@ -73,11 +76,13 @@ std::set<SideFacts *> const & Join::switchesAt(Locator & locator) const {
 }
 
 template <class What, class Take>
-void Join::place(Side side, Locator & locator, What && what, Take && take) {
+void Join::place(Side side, Locator & locator, std::size_t facts, What && what, Take && take) {
     if (side == Side::remote) {
+        budget_.spend(facts);
         return take(facts_.remote);
     }
     auto const & switches = switchesAt(locator);
+    budget_.spend(facts * std::max<std::size_t>(switches.size(), 1));
     for (SideFacts * const one : switches) {
         step();
         take(*one);
@@ -121,7 +126,7 @@ void Join::unicast(MacRow const & row) {
         return std::string(nameOf(row.table)) + " " + text::shownInQuotes(row.mac) + " in " +
                text::shownInQuotes(logicalSwitch.name);
     };
-    place(row.side, locator, what, [&](SideFacts & side) {
+    place(row.side, locator, ip ? 2 : 1, what, [&](SideFacts & side) {
         side.macs.push_back({*vni, *mac, *locator.ip});
         if (ip) {
             side.bindings.push_back({*vni, *ip, *mac});
@@ -178,7 +183,7 @@ std::set<Join::Place> Join::flood(Flooding const & flooding, Side side) {
             return std::string(nameOf(flooding.table)) + " \"" + mac + "\" in VNI " +
                    std::string(vni->stringValue());
         };
-        place(side, *locator, what, [&](SideFacts & to) {
+        place(side, *locator, 1, what, [&](SideFacts & to) {
             to.floods.push_back({*vni, flooding.mac, *locator->ip});
             places.emplace(&to, *vni);
         });
@@ -213,6 +218,7 @@ void Join::multicast(MacRow const & row) {
         flooded->second = flood(flooded->first, row.side);
     }
     if (ip) {
+        budget_.spend(flooded->second.size());
         for (auto const & [side, of] : flooded->second) {
             step();
             side->bindings.push_back({of, *ip, *mac});
@@ -231,12 +237,14 @@ std::set<Uuid> Join::logicalSwitchesOf(Vxlan::Vni vni) const {
 }
 
 void Join::addBound(std::string const & name, LogicalSwitch const & logicalSwitch) {
+    budget_.spend(logicalSwitch.routers.size());
     auto & routers = facts_.switches[name].routers;
     for (auto const & router : logicalSwitch.routers) {
         step();
         routers.insert(router);
     }
     if (auto const vni = logicalSwitch.vni()) {
+        budget_.spend();
         facts_.local[name].vnis.push_back(*vni);
     }
 }
@@ -246,6 +254,7 @@ void Join::addBound(std::string const & name, LogicalSwitch const & logicalSwitc
 void Join::addVnis() {
     for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
         if (auto const vni = logicalSwitch.vni()) {
+            budget_.spend();
             facts_.remote.vnis.push_back(*vni);
         }
     }

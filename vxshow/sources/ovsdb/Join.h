@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/sources/DeadlineWatch.h"
+#include "vxshow/sources/FactBudget.h"
 #include "vxshow/sources/Facts.h"
 #include "vxshow/sources/Findings.h"
 #include "vxshow/sources/ovsdb/Request.h"
@@ -8,6 +9,7 @@
 #include "vxshow/sources/ovsdb/Values.h"
 
 #include <compare>
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <set>
@@ -39,13 +41,15 @@ public:
         std::string_view ip;
     };
 
-    /// Local entries at a VTEP of no switch are listed under `name`.
-    Join(std::string name, Deadline const & deadline) : name_(std::move(name)), watch_(deadline) {}
+    /// Local entries at a VTEP of no switch are listed under `name`. All rows together can come to
+    /// `maxFacts` facts.
+    Join(std::string name, Deadline const & deadline, std::size_t maxFacts = defaultMaxFacts)
+        : name_(std::move(name)), watch_(deadline), budget_(maxFacts) {}
 
     /// To be called for each row and each reference that is read. Throws `TimedOut`.
     void step() { watch_.step(); }
 
-    /// Each takes one row. Throws `Refusal`.
+    /// Each takes one row. Throws `Refusal`, and `TooManyFacts` before it adds the facts.
     void logicalSwitch(Reference const & row, std::string name, Key key) {
         rows_.addLogicalSwitch(row, std::move(name), key);
     }
@@ -74,7 +78,8 @@ public:
     /// have the VNI of their locator.
     std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni) const;
 
-    /// The facts, settled, and the findings. To be called once, after the last row.
+    /// The facts, settled, and the findings. To be called once, after the last row. Throws
+    /// `TimedOut` and `TooManyFacts`.
     std::pair<Facts, Findings> finished();
 
 private:
@@ -86,10 +91,10 @@ private:
     std::optional<Vxlan::Vni> vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
                                     Locator const & locator);
 
-    /// Calls `take(SideFacts &)` for each side of an entry at `locator`, which has an address.
-    /// `what()` describes the entry if the address belongs to no switch.
+    /// Calls `take(SideFacts &)`, which adds `facts` facts, for each side of an entry at `locator`,
+    /// which has an address. `what()` describes the entry if the address belongs to no switch.
     template <class What, class Take>
-    void place(Side side, Locator & locator, What && what, Take && take);
+    void place(Side side, Locator & locator, std::size_t facts, What && what, Take && take);
 
     /// The IP address of an entry; nullopt if it has none or an invalid one, which is counted.
     std::optional<Nolt::IpGenAddr> bindingOf(MacRow const & row,
@@ -138,6 +143,7 @@ private:
     std::map<Nolt::IpAddr, std::set<SideFacts *>> switchesByIp_;
     std::map<Flooding, std::set<Place>> flooded_;
     DeadlineWatch watch_;
+    FactBudget budget_;
 };
 
 } // namespace vxshow::sources::ovsdb

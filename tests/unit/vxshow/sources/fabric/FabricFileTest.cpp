@@ -98,6 +98,21 @@ TEST(FabricFile, SourcesCanBeAnArray) {
     EXPECT_EQ(sourceOf("source = [{ kind = \"frr\", name = \"leaf1\" }]").name, "leaf1");
 }
 
+TEST(FabricFile, TheMostFactsOfASourceAreItsOwnThenThoseOfTheFileThenThoseOfTheCaller) {
+    auto const own = "max_facts = 5\n";
+    auto const ofFile = "max_facts = 7\n";
+    EXPECT_EQ(sourceOf(ofFile + frr("")).maxFacts, 7U);
+    EXPECT_EQ(sourceOf(ofFile + frr(own)).maxFacts, 5U);
+    auto const fromCaller = [](std::string const & text) {
+        return readFabricFile(TextFile(text).path(), 9).at(0).maxFacts;
+    };
+    EXPECT_EQ(fromCaller(frr("")), 9U);
+    EXPECT_EQ(fromCaller(frr(own)), 5U);
+    EXPECT_EQ(fromCaller(ofFile + frr("")), 7U);
+    EXPECT_EQ(refusalOf("max_facts = 0\n" + frr("")),
+              "1:13: max_facts: found 0, expected a whole number from 1 to 4294967295");
+}
+
 TEST(FabricFile, CanComeFromStandardInput) {
     StandardInput const input(frr(""));
     EXPECT_EQ(readFabricFile("-").at(0).name, "leaf1");
@@ -139,9 +154,9 @@ TEST(FabricFile, ASingleTableIsNotAListOfSources) {
 
 TEST(FabricFile, OtherKeysThanSourceAreRefused) {
     EXPECT_EQ(refusalOf("[[source]]\nkind = \"frr\"\nname = \"a\"\n[[sources]]\n"),
-              "4:3: found \"sources\", expected \"source\"");
+              "4:3: found \"sources\", expected \"max_facts\" or \"source\"");
     EXPECT_EQ(refusalOf("  role = \"hsc\"\n" + frr("")),
-              "1:3: found \"role\", expected \"source\"");
+              "1:3: found \"role\", expected \"max_facts\" or \"source\"");
 }
 
 TEST(FabricFile, NamesAreUnique) {

@@ -113,6 +113,21 @@ TEST(SourceTable, TheTimeLimitIsMoreThan0AndAtMostAnHour) {
     }
 }
 
+TEST(SourceTable, TheMostFactsAreAPositiveWholeNumber) {
+    EXPECT_EQ(sourceOf(frr("")).maxFacts, 10'000'000U);
+    EXPECT_EQ(sourceOf(database("")).maxFacts, 10'000'000U);
+    EXPECT_EQ(sourceOf(frr("max_facts = 1")).maxFacts, 1U);
+    EXPECT_EQ(sourceOf(database("max_facts = 4294967295")).maxFacts, 4294967295U);
+    for (auto const & [written, shown] :
+         {std::pair("0", "0"), std::pair("-1", "-1"), std::pair("4294967296", "4294967296"),
+          std::pair("1e7", "1e+07"), std::pair("2.5", "2.5"), std::pair("\"5\"", "\"5\""),
+          std::pair("true", "true")}) {
+        EXPECT_EQ(refusalOf(frr("max_facts = " + std::string(written))),
+                  "4:13: source[0].max_facts: found " + std::string(shown) +
+                      ", expected a whole number from 1 to 4294967295");
+    }
+}
+
 TEST(SourceTable, TheSystemIdentifierIsAMacAddressInAnyOfItsForms) {
     EXPECT_EQ(sourceOf(frr("")).systemId, std::nullopt);
     for (auto const * const text : {"02:00:00:00:00:01", "02-00-00-00-00-01", "0200.0000.0001"}) {
@@ -131,10 +146,12 @@ TEST(SourceTable, TheSystemIdentifierIsAMacAddressInAnyOfItsForms) {
 TEST(SourceTable, AnUnknownKeyIsRefusedWithTheKeysOfTheKind) {
     EXPECT_EQ(refusalOf(frr("  \"\xC3\xA4\" = 1\nremote_shel = true")),
               "4:3: source[0]: found \"\\xc3\\xa4\", expected \"kind\", \"name\", \"role\", "
-              "\"time_limit\", \"system_id\", \"command\", \"path_space\" or \"remote_shell\"");
+              "\"time_limit\", \"max_facts\", \"system_id\", \"command\", \"path_space\" or "
+              "\"remote_shell\"");
     EXPECT_EQ(refusalOf(database("Role = \"hsc\"")),
               "5:1: source[0]: found \"Role\", expected \"kind\", \"name\", \"role\", "
-              "\"time_limit\", \"system_id\", \"remotes\", \"private_key\", \"certificate\", "
+              "\"time_limit\", \"max_facts\", \"system_id\", \"remotes\", \"private_key\", "
+              "\"certificate\", "
               "\"ca_certificate\" or \"system_ids\"");
 }
 
@@ -149,14 +166,15 @@ TEST(SourceTable, AKeyOfAnotherKindIsRefusedAsSuch) {
         EXPECT_EQ(refusalOf(frr(std::string(key) + " = 1")),
                   "4:1: source[0]: found \"" + std::string(key) +
                       "\", which is only for kind \"hardware_vtep\", expected \"kind\", \"name\", "
-                      "\"role\", \"time_limit\", \"system_id\", \"command\", \"path_space\" or "
+                      "\"role\", \"time_limit\", \"max_facts\", \"system_id\", \"command\", "
+                      "\"path_space\" or "
                       "\"remote_shell\"");
     }
     for (auto const * const key : {"command", "path_space", "remote_shell"}) {
         EXPECT_EQ(refusalOf(database(std::string(key) + " = 1")),
                   "5:1: source[0]: found \"" + std::string(key) +
                       "\", which is only for kind \"frr\", expected \"kind\", \"name\", \"role\", "
-                      "\"time_limit\", \"system_id\", \"remotes\", \"private_key\", "
+                      "\"time_limit\", \"max_facts\", \"system_id\", \"remotes\", \"private_key\", "
                       "\"certificate\", \"ca_certificate\" or \"system_ids\"");
     }
 }

@@ -16,10 +16,15 @@ protected:
     /// The failure of a client that prints `errors`, with the escapes of printf, on standard error
     /// and exits with 1.
     std::string reasonOf(std::string const & errors) const {
-        auto const remote = server("it", "printf '" + errors + "' >&2; exit 1");
+        return reasonFrom("printf '" + errors + "' >&2; exit 1", maxClientOutput);
+    }
+
+    /// The failure of a client that does what `script` does; "answered" if it answers.
+    std::string reasonFrom(std::string const & script, std::size_t longestAnswer) const {
+        auto const remote = server("it", script);
         std::optional<DatabaseAddress::Ssl> const noSsl;
         try {
-            Client(remote, noSsl).query("[]", Deadline::in(2min));
+            Client(remote, noSsl, longestAnswer).query("[]", Deadline::in(2min));
         } catch (ServerFailure const & failure) {
             return failure.what();
         }
@@ -38,6 +43,14 @@ TEST_F(OvsdbClientReason, IsTheLastLineThatIsNotBlankWithoutItsName) {
 TEST_F(OvsdbClientReason, HasNoBlanksAroundIt) {
     EXPECT_EQ(reasonOf("ovsdb-client: last\\r\\n"), "broken answer: last");
     EXPECT_EQ(reasonOf("first\\r\\n \\tovsdb-client: \\v last \\f\\r\\n"), "broken answer: last");
+}
+
+TEST_F(OvsdbClientReason, IsTheLengthOfAnAnswerThatIsTooLong) {
+    EXPECT_EQ(maxClientOutput, 2'147'483'648U);
+    EXPECT_EQ(reasonFrom("printf 12345678", 8), "answered");
+    EXPECT_EQ(reasonFrom("printf 123456789", 8), "broken answer: more than 8 bytes");
+    // A client that never stops is ended.
+    EXPECT_EQ(reasonFrom("exec cat /dev/zero", 100'000), "broken answer: more than 100000 bytes");
 }
 
 TEST_F(OvsdbClientReason, IsTheStatusIfThereIsNoMessage) {
