@@ -2,14 +2,16 @@
 
 #include "vxshow/sources/Failure.h"
 #include "vxshow/system/Reason.h"
-#include "vxshow/system/Run.h"
+
+#include <string>
 
 namespace vxshow::sources {
 
 void DeadlineWatch::look() {
     left_ = stepsBetweenLooks;
     if (deadline_.isOver()) {
-        throw TimedOut(system::reason(system::TimeLimitReached{}, "", deadline_.limit));
+        throw TimedOut("time limit: " + std::string(missed_) + " within " +
+                       system::secondsText(deadline_.limit) + " s");
     }
 }
 

@@ -2,13 +2,19 @@
 
 #include "vxshow/sources/Deadline.h"
 
+#include <string_view>
+
 namespace vxshow::sources {
 
-/// Checks a deadline now and then while the answer of a source is read and joined. That can take
-/// far longer than the answer took to arrive, and an answer can be made so that it does.
+/// Checks a deadline now and then while the answer of a source is read and joined, or the answers
+/// of all are put together. That can take far longer than an answer took to arrive, and an answer
+/// can be made so that it does.
 class DeadlineWatch {
 public:
-    explicit DeadlineWatch(Deadline const & deadline) noexcept : deadline_(deadline) {}
+    /// `missed` says in messages what has not been done in time; it is a literal.
+    explicit DeadlineWatch(Deadline const & deadline,
+                           std::string_view missed = "no answer") noexcept
+        : deadline_(deadline), missed_(missed) {}
 
     /// To be called at each step of the work, such as a row, or a fact that is made of several
     /// rows. Few of the steps look at the clock. Throws `TimedOut` once the deadline is over.
@@ -18,12 +24,14 @@ public:
         }
     }
 
+    /// To be called between steps that take long. Throws `TimedOut` if the deadline is over.
+    void look();
+
 private:
     static constexpr unsigned stepsBetweenLooks = 4096;
 
-    void look();
-
     Deadline deadline_;
+    std::string_view missed_;
     unsigned left_ = stepsBetweenLooks;
 };
 

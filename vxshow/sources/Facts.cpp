@@ -22,7 +22,8 @@ void sortUnique(std::vector<T> & all, Less less, Same same) {
 /// The facts that one list has in all of the parts, in which it is settled.
 template <class T, class Less, class Same>
 std::vector<T> mergedLists(std::vector<SideFacts const *> const & parts,
-                           std::vector<T> SideFacts::*list, Less less, Same same) {
+                           std::vector<T> SideFacts::*list, Less less, Same same,
+                           DeadlineWatch & watch) {
     std::vector<T> all;
     std::vector<std::ptrdiff_t> ends{0};
     for (SideFacts const * const part : parts) {
@@ -33,6 +34,7 @@ std::vector<T> mergedLists(std::vector<SideFacts const *> const & parts,
     while (ends.size() > 2) {
         std::vector<std::ptrdiff_t> next{0};
         for (std::size_t index = 2; index < ends.size(); index += 2) {
+            watch.look();
             std::inplace_merge(all.begin() + ends[index - 2], all.begin() + ends[index - 1],
                                all.begin() + ends[index], less);
             next.push_back(ends[index]);
@@ -94,12 +96,13 @@ void SideFacts::settle() {
     sortUnique(vnis, std::less<>(), std::equal_to<>());
 }
 
-SideFacts merged(std::vector<SideFacts const *> const & parts) {
+SideFacts merged(std::vector<SideFacts const *> const & parts, DeadlineWatch & watch) {
     SideFacts all;
-    all.vnis = mergedLists(parts, &SideFacts::vnis, std::less<>(), std::equal_to<>());
-    all.macs = mergedLists(parts, &SideFacts::macs, PlaceLess(), SamePlace());
-    all.floods = mergedLists(parts, &SideFacts::floods, std::less<>(), std::equal_to<>());
-    all.bindings = mergedLists(parts, &SideFacts::bindings, BindingLess(), std::equal_to<>());
+    all.vnis = mergedLists(parts, &SideFacts::vnis, std::less<>(), std::equal_to<>(), watch);
+    all.macs = mergedLists(parts, &SideFacts::macs, PlaceLess(), SamePlace(), watch);
+    all.floods = mergedLists(parts, &SideFacts::floods, std::less<>(), std::equal_to<>(), watch);
+    all.bindings =
+        mergedLists(parts, &SideFacts::bindings, BindingLess(), std::equal_to<>(), watch);
     return all;
 }
 

@@ -6,6 +6,7 @@
 #include "Nolt/IpGenAddrWithMask.h"
 #include "Nolt/IpGenPrefix.h"
 #include "Vxlan/Vni.h"
+#include "vxshow/sources/DeadlineWatch.h"
 
 #include <compare>
 #include <map>
@@ -71,8 +72,9 @@ struct SideFacts {
     bool operator==(SideFacts const &) const = default;
 };
 
-/// All that several sides know. Each of `parts` is settled, and so is the result.
-SideFacts merged(std::vector<SideFacts const *> const & parts);
+/// All that several sides know. Each of `parts` is settled, and so is the result. Throws `TimedOut`
+/// once the deadline of `watch` is over.
+SideFacts merged(std::vector<SideFacts const *> const & parts, DeadlineWatch & watch);
 
 /// A switch and the addresses of its VTEPs.
 struct SwitchFacts {

@@ -68,11 +68,13 @@ void eachPart(Run<Fact> run, Key Fact::*key, Take && take) {
 /// Makes the tables of one VNI after the other, in vectors that are reused.
 class TablesMaker {
 public:
-    TablesMaker(SideFacts const & side, state::Selection const & selection)
-        : selection_(selection), macs_(side.macs), floods_(side.floods), bindings_(side.bindings) {}
+    TablesMaker(SideFacts const & side, state::Selection const & selection, DeadlineWatch & watch)
+        : selection_(selection), watch_(watch), macs_(side.macs), floods_(side.floods),
+          bindings_(side.bindings) {}
 
-    /// Fills `into`, which is empty. To be asked for VNIs in ascending order.
+    /// Fills `into`, which is empty. To be asked for VNIs in ascending order. Throws `TimedOut`.
     void fill(Vxlan::Vni vni, VniTables & into) {
+        watch_.step();
         if (selection_.macTables) {
             fillMacs(macs_.of(vni), into);
             fillFloods(floods_.of(vni), into);
@@ -87,12 +89,14 @@ private:
         unicast_.reserve(places.size());
         eachPart(places, &MacPlace::mac, [&](Run<MacPlace> const & one) {
             auto const & place = *one.first;
+            watch_.step();
             if (one.size() == 1) {
                 unicast_.emplace_back(MacVtepV2(place.mac, place.vtep, place.moves));
                 return;
             }
             MacVtepMultiPathV2 entry(place.mac);
             for (MacPlace const & path : one) {
+                watch_.step();
                 entry.vtepIpIs(path.vtep, true);
             }
             multipath_.emplace_back(std::move(entry));
@@ -105,6 +109,7 @@ private:
         eachPart(targets, &FloodTarget::mac, [&](Run<FloodTarget> const & list) {
             auto entry = Vex::makePtr<MacVtepFloodListV2>(list.first->mac);
             for (FloodTarget const & target : list) {
+                watch_.step();
                 entry->vtepIpIs(target.vtep, true);
             }
             flood_.emplace_back(std::move(entry));
@@ -114,6 +119,7 @@ private:
 
     void fillBindings(Run<IpBinding> bindings, VniTables & into) {
         eachPart(bindings, &IpBinding::ip, [&](Run<IpBinding> const & claims) {
+            watch_.step();
             auto const & best = *claims.first;
             arp_.emplace_back(ArpEntryV2(best.ip, best.mac, best.preference, best.changes));
         });
@@ -121,6 +127,7 @@ private:
     }
 
     state::Selection const & selection_;
+    DeadlineWatch & watch_;
     ByVni<MacPlace> macs_;
     ByVni<FloodTarget> floods_;
     ByVni<IpBinding> bindings_;
@@ -132,8 +139,8 @@ private:
 
 /// Fills the directory of one switch or source.
 void fillStatusDir(SideFacts const & side, state::Selection const & selection,
-                   VxlanController::VniStatusDirV2 & dir) {
-    TablesMaker tables(side, selection);
+                   VxlanController::VniStatusDirV2 & dir, DeadlineWatch & watch) {
+    TablesMaker tables(side, selection, watch);
     for (Vxlan::Vni const vni : side.vnis) {
         if (selection.vni.matches(vni)) {
             tables.fill(vni, *dir.vniStatusV2Is(vni));
@@ -141,12 +148,13 @@ void fillStatusDir(SideFacts const & side, state::Selection const & selection,
     }
 }
 
-Vex::Ptr<VcsEvpn::HostTable const> hostTable(SideFacts const & side) {
+Vex::Ptr<VcsEvpn::HostTable const> hostTable(SideFacts const & side, DeadlineWatch & watch) {
     VcsEvpn::HostTableWriter hosts("EVPN hosts", side.macs.size());
     for (auto at = side.macs.begin(); at != side.macs.end();) {
         auto best = at;
         auto const first = *at;
         for (; at != side.macs.end() && at->vni == first.vni && at->mac == first.mac; ++at) {
+            watch.step();
             best = at->moves > best->moves ? at : best;
         }
         hosts.insert({first.mac, first.vni}, VcsEvpn::Host(best->vtep, best->moves));
@@ -154,10 +162,11 @@ Vex::Ptr<VcsEvpn::HostTable const> hostTable(SideFacts const & side) {
     return hosts.table();
 }
 
-Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SideFacts const & side) {
+Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SideFacts const & side, DeadlineWatch & watch) {
     VcsEvpn::FloodTableWriter flood("EVPN flood lists");
     VcsEvpn::FloodEntry const replicated(VcsEvpn::FloodEntry::TunnelType::ingressReplication);
     for (FloodTarget const & target : side.floods) {
+        watch.step();
         if (target.mac.isZero()) {
             flood.insert({target.vni, target.vtep}, replicated);
         }
@@ -165,10 +174,10 @@ Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SideFacts const & side) {
     return flood.table();
 }
 
-Vex::Ptr<Cli::HostFloodTableList> evpnTables(SideFacts const & side) {
+Vex::Ptr<Cli::HostFloodTableList> evpnTables(SideFacts const & side, DeadlineWatch & watch) {
     auto tables = Cli::hostFloodTableFactory();
-    tables->hostTableIs(hostTable(side));
-    tables->floodTableIs(floodTable(side));
+    tables->hostTableIs(hostTable(side, watch));
+    tables->floodTableIs(floodTable(side, watch));
     auto list = Cli::hostFloodTableListFactory();
     list->hostFloodTableIs(state::evpnName, tables);
     return list;
@@ -210,20 +219,23 @@ void Merge::addRouters(Facts const & facts) {
     switchInfo_.insert(switchInfo_.end(), facts.switches.begin(), facts.switches.end());
     for (auto const & [name, router] : facts.routers) {
         auto & all = routers_[name];
+        watch_.step();
         for (auto const & [ip, ports] : router.ports) {
+            watch_.step();
             all.ports[ip].insert(ports.begin(), ports.end());
         }
         for (auto const & [prefix, nexthops] : router.routes) {
+            watch_.step();
             all.routes[prefix].insert(nexthops.begin(), nexthops.end());
         }
     }
 }
 
 /// Empty if it is not `selected`.
-Vex::Ptr<VxlanController::VniStatusDirV2> Merge::statusDir(Gathered & side, bool selected) const {
+Vex::Ptr<VxlanController::VniStatusDirV2> Merge::statusDir(Gathered & side, bool selected) {
     auto dir = Vex::makePtr<VxlanController::VniStatusDirV2>();
     if (selected) {
-        fillStatusDir(side.facts(), selection_, *dir);
+        fillStatusDir(side.facts(watch_), selection_, *dir, watch_);
     }
     return dir;
 }
@@ -238,8 +250,8 @@ void Merge::mountSwitches(state::Mount & mount) {
     if (!selection_.advertised) {
         return;
     }
-    auto const & facts = advertised_.facts();
-    TablesMaker tables(facts, selection_);
+    auto const & facts = advertised_.facts(watch_);
+    TablesMaker tables(facts, selection_, watch_);
     for (Vxlan::Vni const vni : facts.vnis) {
         if (selection_.vni.matches(vni)) {
             auto entry = Vex::makePtr<VxlanController::VniFdbStatusV2>();
@@ -264,8 +276,8 @@ void Merge::mountSources(state::Mount & mount) {
 }
 
 void Merge::mountEvpn(state::Mount & mount) {
-    mount.received.evpn = evpnTables(evpn_->received.facts());
-    mount.advertised.evpn = evpnTables(evpn_->advertised.facts());
+    mount.received.evpn = evpnTables(evpn_->received.facts(watch_), watch_);
+    mount.advertised.evpn = evpnTables(evpn_->advertised.facts(watch_), watch_);
 }
 
 state::Mount Merge::mount() {
@@ -280,7 +292,7 @@ state::Mount Merge::mount() {
         mountEvpn(mount);
     }
     if (any_) {
-        mount.routers = mountRouters(switchInfo_, routers_);
+        mount.routers = mountRouters(switchInfo_, routers_, watch_);
     }
     return mount;
 }

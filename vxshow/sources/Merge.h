@@ -1,6 +1,7 @@
 #pragma once
 
 #include "state/VniStatusDirV2.h"
+#include "vxshow/sources/DeadlineWatch.h"
 #include "vxshow/sources/Facts.h"
 #include "vxshow/sources/RouterMount.h"
 #include "vxshow/state/Mount.h"
@@ -36,15 +37,17 @@ using state::Role;
 ///   lowest.
 class Merge {
 public:
-    /// Mounts what is selected.
-    explicit Merge(state::Selection selection = {}) : selection_(std::move(selection)) {}
+    /// Mounts what is selected, by `deadline`.
+    explicit Merge(state::Selection selection = {}, Deadline const & deadline = Deadline::never())
+        : selection_(std::move(selection)), watch_(deadline, "the answers were not put together") {}
 
-    /// Adds what one source knows. `facts` is settled, and outlives this.
+    /// Adds what one source knows. `facts` is settled, and outlives this. Throws `TimedOut`.
     void add(Facts const & facts, Role role);
     void add(Facts && facts, Role role) = delete;
 
     /// The mount of all that was added. A part for which no source of its role was added stays
-    /// null. Raises `Pelo::TableError` if there is no room for a shared table.
+    /// null. Raises `Pelo::TableError` if there is no room for a shared table, and `TimedOut` if
+    /// much is left to do at the deadline.
     state::Mount mount();
 
 private:
@@ -54,11 +57,11 @@ private:
         void add(SideFacts const & part) { parts_.push_back(&part); }
 
         /// Everything, settled.
-        SideFacts const & facts() {
+        SideFacts const & facts(DeadlineWatch & watch) {
             if (parts_.size() == 1) {
                 return *parts_.front();
             }
-            return merged_ = merged(parts_);
+            return merged_ = merged(parts_, watch);
         }
 
     private:
@@ -74,7 +77,7 @@ private:
 
     std::optional<Sides> & sidesOf(Role role);
     void addRouters(Facts const & facts);
-    Vex::Ptr<VxlanController::VniStatusDirV2> statusDir(Gathered & side, bool selected) const;
+    Vex::Ptr<VxlanController::VniStatusDirV2> statusDir(Gathered & side, bool selected);
     void mountSwitches(state::Mount & mount);
     void mountSources(state::Mount & mount);
     void mountEvpn(state::Mount & mount);
@@ -88,6 +91,7 @@ private:
     std::vector<NamedSwitch> switchInfo_;
     std::map<std::string, RouterFacts> routers_;
     bool any_ = false;
+    DeadlineWatch watch_;
 };
 
 } // namespace vxshow::sources

@@ -22,10 +22,12 @@ Vex::String identifierOf(NamedSwitch const & named) {
     return known.systemId ? known.systemId->stringValue() : Vex::String(name);
 }
 
-void mountVteps(NamedSwitch const & named, VxlanController::SwitchInfoDir & dir) {
+void mountVteps(NamedSwitch const & named, VxlanController::SwitchInfoDir & dir,
+                DeadlineWatch & watch) {
     auto const id = identifierOf(named);
     auto const info = dir.switchInfoIs(id);
     for (auto const & address : named.second.vteps) {
+        watch.step();
         auto const vtep = dir.vtepMapIs(address);
         vtep->activeIs(true);
         vtep->switchIdIs({id, noInterface});
@@ -33,26 +35,32 @@ void mountVteps(NamedSwitch const & named, VxlanController::SwitchInfoDir & dir)
     }
 }
 
-void mountPublished(SwitchFacts const & known, Statestore::PublishStatus & status) {
+void mountPublished(SwitchFacts const & known, Statestore::PublishStatus & status,
+                    DeadlineWatch & watch) {
     if (!known.systemId) {
         return;
     }
     auto const system = status.systemIs(Controller::SystemId(*known.systemId));
     system->publishedMountIs({Vex::String(vniPath), Vex::String(kind)});
     for (auto const & router : known.routers) {
+        watch.step();
         system->publishedMountIs({Vex::String(routerPath + router), Vex::String(kind)});
     }
 }
 
-Vex::Ptr<LRStatusV2> routerStatus(std::string const & name, RouterFacts const & router) {
+Vex::Ptr<LRStatusV2> routerStatus(std::string const & name, RouterFacts const & router,
+                                  DeadlineWatch & watch) {
     auto status = Vex::makePtr<LRStatusV2>(Vex::String(name));
     for (auto const & [ip, ports] : router.ports) {
+        watch.step();
         auto const & port = *ports.begin();
         status->ipPortIs(LRIpPortV2(ip, port.vni, port.mac, port.vtep));
     }
     for (auto const & [prefix, nexthops] : router.routes) {
+        watch.step();
         LRRouteV2 route(prefix);
         for (auto const & nexthop : nexthops) {
+            watch.step();
             route.nexthopIs(nexthop);
         }
         status->routeIs(std::move(route));
@@ -63,16 +71,19 @@ Vex::Ptr<LRStatusV2> routerStatus(std::string const & name, RouterFacts const & 
 } // namespace
 
 state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
-                                   std::map<std::string, RouterFacts> const & routers) {
+                                   std::map<std::string, RouterFacts> const & routers,
+                                   DeadlineWatch & watch) {
     auto const dir = Vex::makePtr<VxlanController::SwitchInfoDir>();
     auto const published = Vex::makePtr<Statestore::PublishStatus>();
     auto const status = Vex::makePtr<Vex::Dir>();
     for (NamedSwitch const & named : switches) {
-        mountVteps(named, *dir);
-        mountPublished(named.second, *published);
+        watch.step();
+        mountVteps(named, *dir, watch);
+        mountPublished(named.second, *published, watch);
     }
     for (auto const & [name, router] : routers) {
-        status->entityIs(Vex::Name(name), routerStatus(name, router));
+        watch.step();
+        status->entityIs(Vex::Name(name), routerStatus(name, router, watch));
     }
     return {dir, published, status};
 }

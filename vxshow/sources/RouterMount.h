@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxshow/sources/DeadlineWatch.h"
 #include "vxshow/sources/Facts.h"
 #include "vxshow/state/Mount.h"
 
@@ -16,7 +17,9 @@ namespace vxshow::sources {
 using NamedSwitch = std::pair<std::string, SwitchFacts>;
 
 /// The switches with their VTEPs, all of them active; what the switches publish; and the routers.
+/// Throws `TimedOut` once the deadline of `watch` is over.
 state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
-                                   std::map<std::string, RouterFacts> const & routers);
+                                   std::map<std::string, RouterFacts> const & routers,
+                                   DeadlineWatch & watch);
 
 } // namespace vxshow::sources

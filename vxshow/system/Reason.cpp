@@ -20,14 +20,6 @@ std::string withoutZerosAtTheEnd(std::string number) {
     return number;
 }
 
-/// In seconds, without trailing zeros: "5", "0.5".
-std::string seconds(std::chrono::milliseconds time) {
-    auto const whole = std::to_string(time.count() / 1000);
-    auto const rest = time.count() % 1000;
-    return rest == 0 ? whole
-                     : whole + '.' + withoutZerosAtTheEnd(std::to_string(1000 + rest)).substr(1);
-}
-
 /// The first line that is not blank, without leading and trailing blanks.
 std::string firstLine(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
@@ -56,7 +48,7 @@ public:
     }
 
     std::string operator()(TimeLimitReached const &) const {
-        return "time limit: no answer within " + seconds(limit_) + " s";
+        return "time limit: no answer within " + secondsText(limit_) + " s";
     }
 
     std::string operator()(OutputLimitReached const & limit) const {
@@ -95,6 +87,13 @@ private:
 };
 
 } // namespace
+
+std::string secondsText(std::chrono::milliseconds time) {
+    auto const whole = std::to_string(time.count() / 1000);
+    auto const rest = time.count() % 1000;
+    return rest == 0 ? whole
+                     : whole + '.' + withoutZerosAtTheEnd(std::to_string(1000 + rest)).substr(1);
+}
 
 std::string reason(RunResult const & result, std::string const & program,
                    std::chrono::milliseconds limit) {

@@ -7,6 +7,9 @@
 
 namespace vxshow::system {
 
+/// A time in seconds, without trailing zeros: "5", "0.5".
+std::string secondsText(std::chrono::milliseconds time);
+
 /// Says in one line of printable ASCII why a run of `program` (its first word) failed (the second
 /// is one line, too):
 ///

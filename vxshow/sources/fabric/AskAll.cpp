@@ -3,6 +3,7 @@
 #include "Vex/Errors.h"
 #include "Vex/RefCount.h"
 #include "vxshow/sources/Access.h"
+#include "vxshow/sources/Failure.h"
 #include "vxshow/sources/Merge.h"
 
 #include <algorithm>
@@ -135,6 +136,23 @@ std::vector<std::jthread> startThreads(SourceQueue & queue, std::size_t most) {
     return threads;
 }
 
+/// "; the largest is that of leaf1: 1000 entries", which says where to look.
+std::string ofTheLargest(std::vector<Source> const & sources,
+                         std::vector<Outcome> const & outcomes) {
+    std::size_t most = 0;
+    std::string name;
+    for (std::size_t index = 0; index < sources.size(); ++index) {
+        auto const rows = outcomes[index].answer ? rowsOf(outcomes[index].answer->facts) : 0;
+        if (rows > most) {
+            most = rows;
+            name = Vex::printable(sources[index].name);
+        }
+    }
+    return most == 0 ? ""
+                     : "; the largest is that of " + name + ": " + std::to_string(most) +
+                           (most == 1 ? " entry" : " entries");
+}
+
 } // namespace
 
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
@@ -157,15 +175,19 @@ std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selectio
 }
 
 state::Mount mountSources(std::vector<Source> const & sources,
-                          std::vector<Outcome> const & outcomes,
-                          state::Selection const & selection) {
-    Merge mount(selection);
-    for (std::size_t index = 0; index < sources.size(); ++index) {
-        if (outcomes[index].answer) {
-            mount.add(outcomes[index].answer->facts, sources[index].role);
+                          std::vector<Outcome> const & outcomes, state::Selection const & selection,
+                          Deadline const & deadline) {
+    Merge mount(selection, deadline);
+    try {
+        for (std::size_t index = 0; index < sources.size(); ++index) {
+            if (outcomes[index].answer) {
+                mount.add(outcomes[index].answer->facts, sources[index].role);
+            }
         }
+        return mount.mount();
+    } catch (TimedOut const & late) {
+        throw TimedOut(late.what() + ofTheLargest(sources, outcomes));
     }
-    return mount.mount();
 }
 
 } // namespace vxshow::sources::fabric

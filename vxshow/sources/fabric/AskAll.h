@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/sources/Answer.h"
+#include "vxshow/sources/Deadline.h"
 #include "vxshow/sources/Source.h"
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
@@ -31,9 +32,10 @@ std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selectio
 /// local, they share the processors of this machine with the clients.
 inline constexpr std::size_t maxParallelReads = 16;
 
-/// The mount of all sources that answered; `outcomes` are in the order of `sources`.
+/// The mount of all sources that answered; `outcomes` are in the order of `sources`. Raises
+/// `TimedOut`, which names the source with the most facts, if much is left to do at the deadline.
 state::Mount mountSources(std::vector<Source> const & sources,
-                          std::vector<Outcome> const & outcomes,
-                          state::Selection const & selection);
+                          std::vector<Outcome> const & outcomes, state::Selection const & selection,
+                          Deadline const & deadline = Deadline::never());
 
 } // namespace vxshow::sources::fabric

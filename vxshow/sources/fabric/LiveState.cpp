@@ -1,6 +1,7 @@
 #include "vxshow/sources/fabric/LiveState.h"
 
 #include "Vex/Errors.h"
+#include "vxshow/sources/Failure.h"
 #include "vxshow/system/TimeOfDay.h"
 
 #include <algorithm>
@@ -37,8 +38,26 @@ state::Reading LiveState::read(state::Selection const & selection,
     if (nothing || (allOrNothing_ && !reading.complete)) {
         throw state::StateError(joinedLines(reading.remarks));
     }
-    reading.mount = mountSources(sources_, outcomes, selection);
+    try {
+        reading.mount = mountSources(sources_, outcomes, selection, mountDeadline(outcomes));
+    } catch (TimedOut const & late) {
+        throw state::StateError(std::string(late.what()) +
+                                "; time_limit in the fabric file allows more, and --vni asks for "
+                                "less");
+    }
     return reading;
+}
+
+/// Putting all answers together can take as long as the slowest of their sources can. The time of
+/// each source itself does not count: an answer kept from before can be of one that timed out.
+Deadline LiveState::mountDeadline(std::vector<Outcome> const & outcomes) const {
+    std::chrono::milliseconds longest{1};
+    for (std::size_t index = 0; index < sources_.size(); ++index) {
+        if (outcomes[index].answer) {
+            longest = std::max(longest, sources_[index].timeLimit);
+        }
+    }
+    return Deadline::in(longest);
 }
 
 /// Adds the remarks on one source. The last good answer stands in for one that failed.

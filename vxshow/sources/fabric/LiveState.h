@@ -21,7 +21,8 @@ public:
 
     /// Reads all sources. `watch` is called as by `askAll`. Each source that failed, and each
     /// that has something to warn of, has a remark. Raises `StateError`, with these remarks, if
-    /// there is nothing to show.
+    /// there is nothing to show, and with the reason if the answers are not put together within the
+    /// longest time limit of the sources shown.
     state::Reading read(state::Selection const & selection,
                         state::WatchProgress const & watch = {});
 
@@ -31,6 +32,7 @@ private:
         std::string time = {};
     };
 
+    Deadline mountDeadline(std::vector<Outcome> const & outcomes) const;
     void finish(std::size_t index, Outcome & outcome, state::Reading & reading);
 
     std::vector<Source> sources_;

@@ -87,9 +87,10 @@ TEST(Facts, MergedSidesAreSettledTogether) {
         pointers.push_back(&part);
     }
     together.settle();
-    EXPECT_EQ(merged(pointers), together);
+    DeadlineWatch watch(Deadline::never());
+    EXPECT_EQ(merged(pointers, watch), together);
     EXPECT_EQ(together.macs.size(), 4U);
-    EXPECT_EQ(merged({}), SideFacts());
+    EXPECT_EQ(merged({}, watch), SideFacts());
 }
 
 TEST(Findings, HaveNoWarningIfThereAreNone) {

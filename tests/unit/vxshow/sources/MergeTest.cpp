@@ -4,7 +4,9 @@
 #include "state/VniStatusDirV2.h"
 #include "tests/unit/VxlanController/Rendered.h"
 #include "tests/unit/vxshow/state/snapshot/Snapshots.h"
+#include "vxshow/sources/Failure.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace vxshow::test {
@@ -205,6 +207,110 @@ TEST(Merge, OnlyWhatIsSelectedIsMounted) {
     auto const mounted = mount.mount();
     EXPECT_TRUE(switchOf(mounted, "leaf1")->vniStatusV2().empty());
     EXPECT_EQ(switchOf(mounted, "leaf2")->vniStatusV2().size(), 1);
+}
+
+namespace {
+
+Deadline mergeTimePassed() {
+    return {Deadline::Clock::now() - std::chrono::seconds(1), std::chrono::seconds(5)};
+}
+
+/// What is said of putting that together after the deadline; "mounted" if it is done all the same.
+std::string lateMount(Facts facts, Role role) {
+    facts.settle();
+    Merge mount({}, mergeTimePassed());
+    try {
+        mount.add(facts, role);
+        mount.mount();
+    } catch (TimedOut const & late) {
+        return late.what();
+    }
+    return "mounted";
+}
+
+constexpr unsigned manyForMerge = 5000;
+constexpr char const * notPutTogether = "time limit: the answers were not put together within 5 s";
+
+Nolt::EthAddr manyMac(unsigned number) {
+    return Nolt::EthAddr::ofValue(0x020000000000ULL + number);
+}
+
+Facts factsOfBothSides(SideFacts const & side) {
+    Facts facts;
+    facts.local["leaf1"] = side;
+    facts.remote = side;
+    return facts;
+}
+
+} // namespace
+
+TEST(MergeDeadline, FewFactsAreMountedAfterIt) {
+    EXPECT_EQ(lateMount(learned("leaf1", {{mergedVni, mergedMac1, vtep(1)}}), Role::switches),
+              "mounted");
+}
+
+TEST(MergeDeadline, ManyMacsAreNotMountedAfterItInAnyRole) {
+    SideFacts side;
+    for (unsigned number = 1; number <= manyForMerge; ++number) {
+        side.macs.push_back({mergedVni, manyMac(number), vtep(1)});
+    }
+    for (auto const role : {Role::switches, Role::hsc, Role::qvx, Role::evpn}) {
+        EXPECT_EQ(lateMount(factsOfBothSides(side), role), notPutTogether);
+    }
+}
+
+TEST(MergeDeadline, ManyPathsOfOneMacAreNotMountedAfterIt) {
+    SideFacts side;
+    for (unsigned number = 1; number <= manyForMerge; ++number) {
+        side.macs.push_back({mergedVni, mergedMac1, vtep(number)});
+    }
+    EXPECT_EQ(lateMount(factsOfBothSides(side), Role::switches), notPutTogether);
+}
+
+TEST(MergeDeadline, ALongFloodListIsNotMountedAfterIt) {
+    SideFacts side;
+    for (unsigned number = 1; number <= manyForMerge; ++number) {
+        side.floods.push_back({mergedVni, {}, vtep(number)});
+    }
+    EXPECT_EQ(lateMount(factsOfBothSides(side), Role::switches), notPutTogether);
+    EXPECT_EQ(lateMount(factsOfBothSides(side), Role::evpn), notPutTogether);
+}
+
+TEST(MergeDeadline, ManyBindingsAreNotMountedAfterIt) {
+    SideFacts side;
+    for (unsigned number = 1; number <= manyForMerge; ++number) {
+        side.bindings.push_back({mergedVni, Nolt::IpGenAddr(vtep(number)), mergedMac1});
+    }
+    EXPECT_EQ(lateMount(factsOfBothSides(side), Role::switches), notPutTogether);
+}
+
+TEST(MergeDeadline, ManyVnisAreNotMountedAfterIt) {
+    SideFacts side;
+    for (unsigned number = 1; number <= manyForMerge; ++number) {
+        side.vnis.emplace_back(number);
+    }
+    EXPECT_EQ(lateMount(factsOfBothSides(side), Role::switches), notPutTogether);
+}
+
+TEST(MergeDeadline, ManyRoutesAreNotMountedAfterIt) {
+    Facts facts;
+    for (unsigned number = 1; number <= manyForMerge; ++number) {
+        facts.routers["r1"].routes[Nolt::IpGenPrefix::fromString("10.0.0.0/8")].insert(
+            Nolt::IpGenAddr(vtep(number)));
+    }
+    EXPECT_EQ(lateMount(facts, Role::switches), notPutTogether);
+}
+
+// Each step between two lists looks at the clock.
+TEST(MergeDeadline, SeveralAnswersAreNotMergedAfterIt) {
+    auto one = learned("leaf1", {{mergedVni, mergedMac1, vtep(1)}});
+    auto other = learned("leaf1", {{mergedVni, mergedMac2, vtep(1)}});
+    one.settle();
+    other.settle();
+    Merge mount({}, mergeTimePassed());
+    mount.add(one, Role::switches);
+    mount.add(other, Role::switches);
+    EXPECT_THROW(mount.mount(), TimedOut);
 }
 
 } // namespace vxshow::test

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 
 namespace vxshow::test {
@@ -23,7 +24,12 @@ public:
             throw Failure("unreachable: " + source.name);
         }
         Answer answer;
-        answer.facts.local[source.name];
+        auto & macs = answer.facts.local[source.name].macs;
+        for (unsigned number = 0; number < macCount; ++number) {
+            macs.push_back({Vxlan::Vni(10), Nolt::EthAddr::ofValue(0x020000000000ULL + number),
+                            Nolt::IpAddr(0x0A000001)});
+        }
+        answer.facts.settle();
         if (leavesOut) {
             answer.findings.leftOut.add("a row");
         }
@@ -32,6 +38,7 @@ public:
 
     std::atomic<bool> fails = false;
     std::atomic<bool> leavesOut = false;
+    std::atomic<unsigned> macCount = 0;
 };
 
 /// Two sources, leaf1 and leaf2.
@@ -54,6 +61,16 @@ protected:
             return error.what();
         }
         return {};
+    }
+
+    /// Many more MAC addresses than are mounted within a millisecond, on any machine.
+    static constexpr unsigned tooManyMacs = 500'000;
+
+    LiveState hastyState(Keep keep) const {
+        return {{{.name = "leaf1", .access = leaf1, .timeLimit = std::chrono::milliseconds(1)},
+                 {.name = "leaf2", .access = leaf2, .timeLimit = std::chrono::milliseconds(1)}},
+                false,
+                keep};
     }
 
     std::shared_ptr<SwitchableAccess> leaf1 = std::make_shared<SwitchableAccess>();
@@ -130,6 +147,24 @@ TEST_F(LiveStateTest, WithoutAnyAnswerThereIsALineForEachSource) {
     leaf2->fails = true;
     auto state = liveState(Keep::lastGood);
     EXPECT_EQ(errorOf(state), "leaf1: unreachable: leaf1\nleaf2: unreachable: leaf2");
+}
+
+TEST_F(LiveStateTest, PuttingTheAnswersTogetherHasATimeLimitToo) {
+    leaf2->macCount = tooManyMacs;
+    auto state = hastyState(Keep::nothing);
+    EXPECT_EQ(
+        errorOf(state),
+        "time limit: the answers were not put together within 0.001 s; the largest is that of "
+        "leaf2: 500000 entries; time_limit in the fabric file allows more, and --vni asks for "
+        "less");
+}
+
+TEST_F(LiveStateTest, TheTimeOfThatIsTheLongestOfTheSourcesShown) {
+    leaf2->macCount = 5000;
+    LiveState state({{.name = "leaf1", .access = leaf1, .timeLimit = std::chrono::hours(1)},
+                     {.name = "leaf2", .access = leaf2, .timeLimit = std::chrono::milliseconds(1)}},
+                    false, Keep::nothing);
+    EXPECT_TRUE(shows(state.read({}), "leaf2"));
 }
 
 } // namespace vxshow::test
