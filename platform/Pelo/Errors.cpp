@@ -44,6 +44,11 @@ void throwSlotState(std::string_view table, Vex::U64 slot, unsigned found) {
                                       "0 (empty), 1 (live) or 2 (dead)");
 }
 
+void throwFileSize(std::string_view table, Vex::U64 found, Vex::U64 expected) {
+    throw CorruptionDetectedException(table, "file", std::to_string(found) + " bytes",
+                                      std::to_string(expected));
+}
+
 void throwNoEmptySlot(std::string_view table, Vex::U64 capacity) {
     throw CorruptionDetectedException(
         table, "slots", "none of " + std::to_string(capacity) + " empty", "a third of them");

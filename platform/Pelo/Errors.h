@@ -33,6 +33,9 @@ public:
 /// Raises `CorruptionDetectedException` for a slot in a state that does not exist.
 [[noreturn]] void throwSlotState(std::string_view table, Vex::U64 slot, unsigned found);
 
+/// Raises `CorruptionDetectedException` for a file that is no longer as long as its table.
+[[noreturn]] void throwFileSize(std::string_view table, Vex::U64 found, Vex::U64 expected);
+
 /// Raises `CorruptionDetectedException` for a table that has no empty slot, so that the
 /// search for an absent key would never end.
 [[noreturn]] void throwNoEmptySlot(std::string_view table, Vex::U64 capacity);

@@ -53,6 +53,15 @@ Mapping::Mapping(int descriptor, std::size_t size, Access access, std::string_vi
     words_ = static_cast<Word *>(memory);
 }
 
+Mapping::Mapping(std::size_t size, std::string_view table) : size_(size) {
+    void * memory =
+        ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) {
+        throwSystemError(table, "given " + std::to_string(size) + " bytes", errno);
+    }
+    words_ = static_cast<Word *>(memory);
+}
+
 Mapping::~Mapping() {
     if (words_) {
         ::munmap(words_, size_);
@@ -86,6 +95,26 @@ U64 fileSize(int descriptor, std::string_view table) {
         throw TableError(table, "is no regular file");
     }
     return static_cast<U64>(status.st_size);
+}
+
+void copyFile(int descriptor, void * out, U64 size, std::string_view table) {
+    auto * const bytes = static_cast<char *>(out);
+    for (U64 done = 0; done < size;) {
+        auto const got = ::pread(descriptor, bytes + done, size - done, static_cast<off_t>(done));
+        if (got < 0 && errno != EINTR) {
+            throwSystemError(table, "read", errno);
+        }
+        if (got == 0) {
+            throwFileSize(table, done, size);
+        }
+        done += got > 0 ? static_cast<U64>(got) : 0;
+    }
+}
+
+bool isStoredWhole(int descriptor) noexcept {
+    auto const end = ::lseek(descriptor, 0, SEEK_END);
+    auto const hole = ::lseek(descriptor, 0, SEEK_HOLE);
+    return hole < 0 || hole >= end;
 }
 
 Descriptor makeMemory(std::string const & name, U64 size) {

@@ -38,7 +38,7 @@ private:
     int number_ = -1;
 };
 
-/// Memory shared with everyone who maps the same file.
+/// Memory shared with everyone who maps the same file, or of this process alone.
 class Mapping {
 public:
     enum class Access { read, write };
@@ -47,6 +47,10 @@ public:
 
     /// Maps the first `size` bytes. Raises `TableError`.
     Mapping(int descriptor, std::size_t size, Access access, std::string_view table);
+
+    /// Memory of this process alone, `size` bytes of zeros: no file, so no limit on the size of
+    /// files (RLIMIT_FSIZE) applies, and no other process can cut it. Raises `TableError`.
+    Mapping(std::size_t size, std::string_view table);
 
     Mapping(Mapping && other) noexcept
         : words_(std::exchange(other.words_, nullptr)), size_(std::exchange(other.size_, 0)) {}
@@ -61,6 +65,9 @@ public:
 
     /// The first word. The words of a mapping for reading must not be written.
     Word * words() const noexcept { return words_; }
+
+    /// Its length in bytes.
+    std::size_t size() const noexcept { return size_; }
 
 private:
     Word * words_ = nullptr;
@@ -77,6 +84,14 @@ Descriptor duplicate(int descriptor, std::string_view table);
 /// The length of a regular file in bytes. Raises `TableError`, also for anything that has
 /// no length, such as a directory.
 U64 fileSize(int descriptor, std::string_view table);
+
+/// Copies the first `size` bytes of a file to `out`, without moving the file's offset. Raises
+/// `CorruptionDetectedException` if the file has become shorter, and `TableError`.
+void copyFile(int descriptor, void * out, U64 size, std::string_view table);
+
+/// Whether the whole file is stored: a file with a hole reads as zeros there, and can be far longer
+/// than the disk. Moves the file's offset. True if the file system does not know.
+bool isStoredWhole(int descriptor) noexcept;
 
 /// Creates `size` bytes of zeros that have no name in any directory. They can neither
 /// shrink nor grow, so reading them never ends in SIGBUS. Raises `TableError`.

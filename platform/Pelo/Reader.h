@@ -12,10 +12,11 @@ namespace [[gnu::visibility("default")]] Pelo {
 
 /// A reader of a table in place. The writer can be another process.
 ///
-/// A reader is cheap to copy; copies share one mapping. All operations except the two that
-/// open a table can raise `CorruptionDetectedException`, and none blocks the writer. A
-/// reader cannot survive a file that is truncated in the middle of a walk; writers never
-/// truncate, and their memory without a file cannot be truncated.
+/// A reader is cheap to copy; copies share one mapping. All operations except those that
+/// open a table can raise `CorruptionDetectedException`, and none blocks the writer. A reader
+/// opened with `open` or `attach` does not survive a file that is cut in place during a walk: the
+/// process gets SIGBUS. Writers never cut a file, and their memory without a file cannot be cut. Of
+/// a file that others can write, `copyOf` makes a reader that no one can harm.
 template <Schema S>
 class Reader {
 public:
@@ -30,6 +31,19 @@ public:
     /// can close it after the call. Raises the same errors as `open`.
     static Reader attach(int descriptor, std::string name) {
         return Reader(Region::attach(descriptor, std::move(name), formatOf<S>));
+    }
+
+    /// A copy of the table that `descriptor` refers to, which no later change or cut of the file
+    /// reaches; the caller keeps the descriptor, whose offset moves. Raises the same errors as
+    /// `open`, and `CorruptionDetectedException` for a file that is cut meanwhile.
+    static Reader copyOf(int descriptor, std::string name) {
+        return Reader(Region::copyOf(descriptor, std::move(name), formatOf<S>));
+    }
+
+    /// The table in memory of this process alone, as `Writer::inOwnMemory` makes it.
+    static Reader of(std::shared_ptr<Mapping const> memory, std::string name) {
+        return Reader(
+            std::make_shared<Region const>(std::move(name), std::move(memory), formatOf<S>));
     }
 
     /// The table's name in messages.

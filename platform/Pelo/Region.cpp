@@ -25,15 +25,18 @@ constexpr U32 eagerAttempts = 64;
 // Waits for the end of a change, and gives up if it does not come.
 class Patience {
 public:
-    explicit Patience(Region const & region) : region_(region) {}
+    /// Of a reader of the table `name`.
+    explicit Patience(std::string const & name) : name_(name) {}
 
-    void wait() {
+    /// Waits a little. `generation()` gives that of the table.
+    template <class Generation>
+    void wait(Generation && currentGeneration) {
         if (++attempts_ < eagerAttempts) {
             return;
         }
         ::sched_yield();
         auto const now = Clock::now();
-        U64 const generation = region_.generation();
+        U64 const generation = currentGeneration();
         if (attempts_ == eagerAttempts) {
             begin_ = now;
         }
@@ -42,15 +45,14 @@ public:
             since_ = now;
         }
         if (now - since_ > longestChange || now - begin_ > longestWait) {
-            throw CorruptionDetectedException(region_.name(), "header",
-                                              "a change under way, generation " +
-                                                  std::to_string(generation),
-                                              "an even generation, the end of the change");
+            throw CorruptionDetectedException(
+                name_, "header", "a change under way, generation " + std::to_string(generation),
+                "an even generation, the end of the change");
         }
     }
 
 private:
-    Region const & region_;
+    std::string const & name_;
     U32 attempts_ = 0;
     U64 generation_ = 0;
     Clock::time_point begin_;
@@ -69,16 +71,61 @@ std::shared_ptr<Region const> Region::attach(int descriptor, std::string name,
     return std::make_shared<Region const>(std::move(name), std::move(copy), format);
 }
 
-Region::Region(std::string name, Descriptor descriptor, Format const & format)
-    : name_(std::move(name)), descriptor_(std::move(descriptor)), format_(format) {
-    U64 const size = fileSize(descriptor_.number(), name_);
+namespace {
+
+/// The length of the file of a table, which has at least a header.
+U64 tableFileSize(int descriptor, std::string_view name) {
+    U64 const size = fileSize(descriptor, name);
     if (size < headerSize) {
-        throw TableError(name_, "is no table: " + std::to_string(size) +
-                                    " bytes long, a header alone has " +
-                                    std::to_string(headerSize));
+        throw TableError(name, "is no table: " + std::to_string(size) +
+                                   " bytes long, a header alone has " + std::to_string(headerSize));
     }
-    mapping_ = Mapping(descriptor_.number(), size, Mapping::Access::read, name_);
-    capacity_ = checkHeader(header(), format_, size, name_);
+    return size;
+}
+
+U64 generationOf(int descriptor, std::string_view name) {
+    std::array<U64, headerWords> header;
+    copyFile(descriptor, header.data(), headerSize, name);
+    return header[generationWord];
+}
+
+} // namespace
+
+std::shared_ptr<Region const> Region::copyOf(int descriptor, std::string name,
+                                             Format const & format) {
+    U64 const size = tableFileSize(descriptor, name);
+    FixedHeader header;
+    copyFile(descriptor, header.data(), sizeof header, name);
+    checkHeader(header, format, size, name);
+    if (!isStoredWhole(descriptor)) {
+        throw CorruptionDetectedException(name, "file", "a hole", "all slots");
+    }
+    auto const memory = std::make_shared<Mapping const>(size, name);
+    U64 generation = generationOf(descriptor, name);
+    for (Patience patience(name);;) {
+        copyFile(descriptor, memory->words(), size, name);
+        U64 const after = generationOf(descriptor, name);
+        if (generation == after && after % 2 == 0) {
+            return std::make_shared<Region const>(std::move(name), memory, format);
+        }
+        patience.wait([&] { return generation = generationOf(descriptor, name); });
+    }
+}
+
+Region::Region(std::string name, Descriptor descriptor, Format const & format)
+    : name_(std::move(name)), descriptor_(std::move(descriptor)), format_(format),
+      mapping_(std::make_shared<Mapping const>(descriptor_.number(),
+                                               tableFileSize(descriptor_.number(), name_),
+                                               Mapping::Access::read, name_)),
+      words_(mapping_->words()),
+      capacity_(checkHeader(header(), format_, mapping_->size(), name_)) {
+    state();
+}
+
+Region::Region(std::string name, std::shared_ptr<Mapping const> memory, Format const & format)
+    : name_(std::move(name)), format_(format), mapping_(std::move(memory)),
+      words_(mapping_->words()),
+      capacity_(checkHeader(header(), format_, mapping_->size(), name_)) {
     state();
 }
 
@@ -90,10 +137,10 @@ Region::State Region::state() const {
 
 void Region::check() const {
     // The length is checked first: memory that the file no longer backs cannot even be read.
-    U64 const size = fileSize(descriptor_.number(), name_);
+    U64 const size =
+        descriptor_.number() < 0 ? mapping_->size() : fileSize(descriptor_.number(), name_);
     if (size != regionSize(format_, capacity_)) {
-        throw CorruptionDetectedException(name_, "file", std::to_string(size) + " bytes",
-                                          std::to_string(regionSize(format_, capacity_)));
+        throwFileSize(name_, size, regionSize(format_, capacity_));
     }
     recheckHeader();
 }
@@ -115,8 +162,8 @@ FixedHeader Region::header() const noexcept {
 
 U64 Region::readPatiently(std::optional<U64> generation, TryRead tryAgain, std::size_t first,
                           void * out) const {
-    for (Patience patience(*this); !generation; generation = tryAgain(*this, first, out)) {
-        patience.wait();
+    for (Patience patience(name_); !generation; generation = tryAgain(*this, first, out)) {
+        patience.wait([this] { return this->generation(); });
     }
     if (*generation != checkedGeneration_.load(std::memory_order_relaxed)) {
         recheckHeader();

@@ -23,6 +23,11 @@ namespace [[gnu::visibility("default")]] Pelo {
 /// Within a region a key never changes its slot: an erased key keeps it, and a table that
 /// needs more slots moves to a new region. So a walk during which entries are inserted and
 /// erased reaches every entry that stays exactly once.
+///
+/// A region is shared with its writer, or a copy of this process alone. Only a shared one shows
+/// later changes, and only a shared one can lose its memory: if its file is cut in place, the next
+/// read beyond the new end raises SIGBUS. Writers never do that, and memory made by `makeMemory` is
+/// sealed against it; for a file that others can write, there is the copy.
 class Region {
 public:
     /// Opens the table in a file. Raises what `checkHeader` and `checkCounts` raise, and
@@ -34,7 +39,17 @@ public:
     static std::shared_ptr<Region const> attach(int descriptor, std::string name,
                                                 Format const & format);
 
+    /// Copies the table that `descriptor` refers to as it is between two changes, whatever becomes
+    /// of the file later; the caller keeps the descriptor, whose offset moves. If the writer makes
+    /// changes all the time, it waits for a pause, 5 s at most. Raises what `open` raises, and
+    /// `CorruptionDetectedException` for a file that is cut meanwhile, or has a hole.
+    static std::shared_ptr<Region const> copyOf(int descriptor, std::string name,
+                                                Format const & format);
+
     Region(std::string name, Descriptor descriptor, Format const & format);
+
+    /// The table in memory of this process alone, which its writer can still be filling.
+    Region(std::string name, std::shared_ptr<Mapping const> memory, Format const & format);
     Region(Region const &) = delete;
     Region & operator=(Region const &) = delete;
 
@@ -53,8 +68,8 @@ public:
     /// Raises `CorruptionDetectedException`.
     State state() const;
 
-    /// Checks the header and the length of the file again: a table that was intact when it
-    /// was opened can have been damaged since. Raises `CorruptionDetectedException`.
+    /// Checks the header and the length of the file, if there is one, again: a table that was
+    /// intact when it was opened can have been damaged since. Raises `CorruptionDetectedException`.
     void check() const;
 
     /// Copies consecutive words as they are between two changes, and checks the header if
@@ -102,12 +117,13 @@ private:
     void recheckHeader() const;
     FixedHeader header() const noexcept;
 
-    Word const * words() const noexcept { return mapping_.words(); }
+    Word const * words() const noexcept { return words_; }
 
     std::string name_;
-    Descriptor descriptor_;
+    Descriptor descriptor_; ///< of the file; none if the memory is this process's own
     Format format_;
-    Mapping mapping_;
+    std::shared_ptr<Mapping const> mapping_;
+    Word const * words_;
     U64 capacity_ = 0;
     /// The last generation in which the header was valid.
     mutable std::atomic<U64> checkedGeneration_{1};

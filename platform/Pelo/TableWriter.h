@@ -14,7 +14,8 @@ namespace [[gnu::visibility("default")]] Pelo {
 /// table and reads it itself.
 ///
 /// T is an entity derived from `Table<...>`. Its table reads the shared memory as any other
-/// process would, through a mapping of its own, and follows the writer when it moves.
+/// process would, through a mapping of its own, and follows the writer when it moves. Memory of
+/// this process alone has one mapping for both.
 template <class T>
 class TableWriter {
 public:
@@ -31,13 +32,19 @@ public:
         return TableWriter(Writer<Schema>::inFile(std::move(path), entries));
     }
 
+    /// As the constructor, but in memory of this process alone: see `Writer::inOwnMemory`.
+    static TableWriter inOwnMemory(std::string name, U64 entries = 0) {
+        return TableWriter(Writer<Schema>::inOwnMemory(std::move(name), entries));
+    }
+
     /// The table's name in messages.
     std::string const & name() const noexcept { return writer_.name(); }
 
     /// The number of live entries.
     U64 size() const noexcept { return writer_.size(); }
 
-    /// The table's memory, for readers elsewhere. Changes when the table moves.
+    /// The table's memory, for readers elsewhere; negative if it is this process's own. Changes
+    /// when the table moves.
     int descriptor() const noexcept { return writer_.descriptor(); }
 
     /// Stores `value` under `key`; returns whether the key is new. To readers a default
@@ -70,7 +77,9 @@ private:
         : writer_(std::move(writer)), table_(Vex::makePtr<T>(reader())) {}
 
     Reader<Schema> reader() const {
-        return Reader<Schema>::attach(writer_.descriptor(), writer_.name());
+        return writer_.descriptor() < 0
+                   ? Reader<Schema>::of(writer_.mapping(), writer_.name())
+                   : Reader<Schema>::attach(writer_.descriptor(), writer_.name());
     }
 
     Writer<Schema> writer_;

@@ -5,6 +5,10 @@ namespace [[gnu::visibility("default")]] Pelo {
 WritableRegion::WritableRegion(Destination const & destination, Format const & format, U64 capacity)
     : format_(format), capacity_(capacity) {
     U64 const size = regionSize(format, capacity);
+    if (destination.kind == Destination::Kind::ownMemory) {
+        mapping_ = std::make_shared<Mapping const>(size, destination.name);
+        return;
+    }
     int descriptor = -1;
     if (destination.kind == Destination::Kind::file) {
         newFile_ = std::make_unique<NewFile>(destination.name, size);
@@ -13,14 +17,15 @@ WritableRegion::WritableRegion(Destination const & destination, Format const & f
         descriptor_ = makeMemory(destination.name, size);
         descriptor = descriptor_.number();
     }
-    mapping_ = Mapping(descriptor, size, Mapping::Access::write, destination.name);
+    mapping_ =
+        std::make_shared<Mapping const>(descriptor, size, Mapping::Access::write, destination.name);
 }
 
 void WritableRegion::change(std::size_t first, std::span<U64 const> words,
                             Counts const & counts) noexcept {
     // Region::tryRead relies on this order: the odd generation is visible before any word
     // of the change, the next even one after all of them.
-    Word & generation = mapping_.words()[generationWord];
+    Word & generation = mapping_->words()[generationWord];
     U64 const before = generation.load(std::memory_order_relaxed);
     generation.store(before + 1, std::memory_order_relaxed);
     std::atomic_thread_fence(std::memory_order_release);
@@ -33,7 +38,7 @@ void WritableRegion::change(std::size_t first, std::span<U64 const> words,
 }
 
 void WritableRegion::fill(std::size_t first, std::span<U64 const> words) noexcept {
-    Word * place = mapping_.words() + first;
+    Word * place = mapping_->words() + first;
     for (U64 const word : words) {
         place++->store(word, std::memory_order_relaxed);
     }

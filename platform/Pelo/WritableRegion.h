@@ -12,8 +12,9 @@ namespace [[gnu::visibility("default")]] Pelo {
 /// Where a writer creates its table.
 struct Destination {
     enum class Kind {
-        memory, ///< no file: readers get the descriptor
-        file,   ///< readers open `name`
+        memory,    ///< no file: readers get the descriptor
+        file,      ///< readers open `name`
+        ownMemory, ///< of this process alone: readers get the mapping
     };
 
     Kind kind;
@@ -31,8 +32,11 @@ public:
 
     Counts const & counts() const noexcept { return counts_; }
 
-    /// The memory to hand to readers.
+    /// The memory to hand to readers; negative if it is this process's own.
     int descriptor() const noexcept { return descriptor_.number(); }
+
+    /// The memory for readers in this process.
+    std::shared_ptr<Mapping const> const & mapping() const noexcept { return mapping_; }
 
     /// Stores words of a slot together with the new counts, as one change.
     void change(std::size_t first, std::span<U64 const> words, Counts const & counts) noexcept;
@@ -50,7 +54,7 @@ public:
     template <std::size_t count>
     void read(std::size_t first, std::array<U64, count> & words) const noexcept {
         for (std::size_t i = 0; i < count; ++i) {
-            words[i] = mapping_.words()[first + i].load(std::memory_order_relaxed);
+            words[i] = mapping_->words()[first + i].load(std::memory_order_relaxed);
         }
     }
 
@@ -60,7 +64,7 @@ private:
     Counts counts_;
     std::unique_ptr<NewFile> newFile_;
     Descriptor descriptor_;
-    Mapping mapping_;
+    std::shared_ptr<Mapping const> mapping_;
 };
 
 } // namespace Pelo

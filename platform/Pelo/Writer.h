@@ -37,14 +37,24 @@ public:
         return Writer({Destination::Kind::file, std::move(path)}, entries);
     }
 
+    /// As `inMemory`, but in memory of this process alone, to which the limit on the size of files
+    /// does not apply: readers in this process take `mapping()`, and there are no others.
+    static Writer inOwnMemory(std::string name, U64 entries = 0) {
+        return Writer({Destination::Kind::ownMemory, std::move(name)}, entries);
+    }
+
     /// The table's name in messages.
     std::string const & name() const noexcept { return destination_.name; }
 
     /// The number of live entries.
     U64 size() const noexcept { return region_.counts().live; }
 
-    /// The writer's descriptor of the table's memory. Changes when the table moves.
+    /// The writer's descriptor of the table's memory; negative if that is this process's own.
+    /// Changes when the table moves.
     int descriptor() const noexcept { return region_.descriptor(); }
+
+    /// The table's memory. Changes when the table moves.
+    std::shared_ptr<Mapping const> const & mapping() const noexcept { return region_.mapping(); }
 
     /// How often the table has moved.
     U64 moves() const noexcept { return moves_; }

@@ -45,4 +45,8 @@ Vex::Ptr<FloodTable> openFloodTable(int descriptor, std::string name) {
     return Vex::makePtr<FloodTable>(Pelo::Reader<FloodSchema>::attach(descriptor, std::move(name)));
 }
 
+Vex::Ptr<FloodTable> copyFloodTable(int descriptor, std::string name) {
+    return Vex::makePtr<FloodTable>(Pelo::Reader<FloodSchema>::copyOf(descriptor, std::move(name)));
+}
+
 } // namespace VcsEvpn

@@ -84,4 +84,8 @@ Vex::Ptr<FloodTable> openFloodTable(std::string const & path);
 /// used in messages. Raises the same errors.
 Vex::Ptr<FloodTable> openFloodTable(int descriptor, std::string name);
 
+/// A copy of the table that `descriptor` refers to, which no later change or cut of the file
+/// reaches; the caller keeps the descriptor, whose offset moves. Raises the same errors.
+Vex::Ptr<FloodTable> copyFloodTable(int descriptor, std::string name);
+
 } // namespace VcsEvpn

@@ -51,4 +51,8 @@ Vex::Ptr<HostTable> openHostTable(int descriptor, std::string name) {
     return Vex::makePtr<HostTable>(Pelo::Reader<HostSchema>::attach(descriptor, std::move(name)));
 }
 
+Vex::Ptr<HostTable> copyHostTable(int descriptor, std::string name) {
+    return Vex::makePtr<HostTable>(Pelo::Reader<HostSchema>::copyOf(descriptor, std::move(name)));
+}
+
 } // namespace VcsEvpn

@@ -87,4 +87,8 @@ Vex::Ptr<HostTable> openHostTable(std::string const & path);
 /// used in messages. Raises the same errors.
 Vex::Ptr<HostTable> openHostTable(int descriptor, std::string name);
 
+/// A copy of the table that `descriptor` refers to, which no later change or cut of the file
+/// reaches; the caller keeps the descriptor, whose offset moves. Raises the same errors.
+Vex::Ptr<HostTable> copyHostTable(int descriptor, std::string name);
+
 } // namespace VcsEvpn

@@ -149,7 +149,7 @@ void fillStatusDir(SideFacts const & side, state::Selection const & selection,
 }
 
 Vex::Ptr<VcsEvpn::HostTable const> hostTable(SideFacts const & side, DeadlineWatch & watch) {
-    VcsEvpn::HostTableWriter hosts("EVPN hosts", side.macs.size());
+    auto hosts = VcsEvpn::HostTableWriter::inOwnMemory("EVPN hosts", side.macs.size());
     for (auto at = side.macs.begin(); at != side.macs.end();) {
         auto best = at;
         auto const first = *at;
@@ -163,7 +163,7 @@ Vex::Ptr<VcsEvpn::HostTable const> hostTable(SideFacts const & side, DeadlineWat
 }
 
 Vex::Ptr<VcsEvpn::FloodTable const> floodTable(SideFacts const & side, DeadlineWatch & watch) {
-    VcsEvpn::FloodTableWriter flood("EVPN flood lists");
+    auto flood = VcsEvpn::FloodTableWriter::inOwnMemory("EVPN flood lists");
     VcsEvpn::FloodEntry const replicated(VcsEvpn::FloodEntry::TunnelType::ingressReplication);
     for (FloodTarget const & target : side.floods) {
         watch.step();

@@ -32,7 +32,7 @@ void readEachVni(text::JsonValue & value, Take && take) {
 }
 
 Vex::Ptr<VcsEvpn::HostTable const> readHosts(text::JsonValue & value) {
-    HostTableWriter hosts("EVPN hosts");
+    auto hosts = HostTableWriter::inOwnMemory("EVPN hosts");
     readEachVni(value, [&](Vxlan::Vni vni, text::JsonValue & entries) {
         entries.members(
             text::anObjectByMac, [&](text::JsonText const & key, text::JsonValue & entry) {
@@ -45,7 +45,7 @@ Vex::Ptr<VcsEvpn::HostTable const> readHosts(text::JsonValue & value) {
 }
 
 Vex::Ptr<VcsEvpn::FloodTable const> readFlood(text::JsonValue & value) {
-    FloodTableWriter flood("EVPN flood lists");
+    auto flood = FloodTableWriter::inOwnMemory("EVPN flood lists");
     FloodEntry const replicated(FloodEntry::TunnelType::ingressReplication);
     readEachVni(value, [&](Vxlan::Vni vni, text::JsonValue & list) {
         text::readVteps(list, [&](Nolt::IpAddr vtep) {

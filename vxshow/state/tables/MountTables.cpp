@@ -24,7 +24,7 @@ void readWhole(auto const & table) {
 
 /// The table in the file, or null when there is no such file.
 template <class Table>
-Vex::Ptr<Table> mountTable(std::string const & path, Vex::Ptr<Table> (*open)(int, std::string)) {
+Vex::Ptr<Table> mountTable(std::string const & path, Vex::Ptr<Table> (*copy)(int, std::string)) {
     // Without O_NONBLOCK, opening a pipe that has no writer would block.
     system::OwnedDescriptor const file(
         ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
@@ -35,7 +35,7 @@ Vex::Ptr<Table> mountTable(std::string const & path, Vex::Ptr<Table> (*open)(int
         throwErrnoOn(path, errno);
     }
     try {
-        auto table = open(file.number(), path);
+        auto table = copy(file.number(), path);
         readWhole(*table);
         table->corruptionHandlerIs(
             [path](std::string_view words) { throw TableFileError(lineOn(path, path, words)); });
@@ -48,8 +48,8 @@ Vex::Ptr<Table> mountTable(std::string const & path, Vex::Ptr<Table> (*open)(int
 /// The tables of one direction; null when neither has a file.
 Vex::Ptr<Cli::HostFloodTableList> mountDirection(std::string const & hostsPath,
                                                  std::string const & floodPath) {
-    auto const hosts = mountTable<VcsEvpn::HostTable>(hostsPath, VcsEvpn::openHostTable);
-    auto const flood = mountTable<VcsEvpn::FloodTable>(floodPath, VcsEvpn::openFloodTable);
+    auto const hosts = mountTable<VcsEvpn::HostTable>(hostsPath, VcsEvpn::copyHostTable);
+    auto const flood = mountTable<VcsEvpn::FloodTable>(floodPath, VcsEvpn::copyFloodTable);
     if (!hosts && !flood) {
         return nullptr;
     }

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-/// The EVPN tables of a state as files that other processes map: those of the source "EVPN",
+/// The EVPN tables of a state as files that other processes read: those of the source "EVPN",
 /// received and advertised, one file each.
 ///
 ///     received-hosts  received-flood  advertised-hosts  advertised-flood
@@ -33,12 +33,11 @@ public:
 /// been replaced then, unless replacing itself failed.
 void publishTables(Mount const & mount, std::string const & directory);
 
-/// Mounts the tables in `directory`, mapped for reading; nothing else is mounted. Each is read
-/// once from end to end, so that a damaged file is refused here.
+/// Mounts the tables in `directory`; nothing else is mounted. Each is copied into memory of this
+/// process and read once from end to end, so that a damaged file is refused here.
 ///
-/// A table that turns out to be damaged later makes the command that reads it fail with
-/// `TableFileError`. A file that is cut short in place during a walk ends the process with SIGBUS:
-/// the memory is gone. `publishTables` never does that, since it replaces files.
+/// What becomes of a file later does not reach the mount, even if another process cuts it short in
+/// place: a walk over a mapped file would end with SIGBUS then.
 ///
 /// Raises `TableFileError` also for a directory without any of the files, which is more
 /// likely the wrong one than a state without EVPN.

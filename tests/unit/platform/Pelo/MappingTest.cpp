@@ -3,6 +3,7 @@
 #include "Pelo/Errors.h"
 #include "tests/unit/platform/Pelo/TestTables.h"
 
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -14,6 +15,7 @@ namespace Pelo {
 namespace {
 
 using Test::errorOf;
+using Test::RawMemory;
 using Test::TemporaryDirectory;
 
 std::size_t filesIn(TemporaryDirectory const & directory) {
@@ -116,6 +118,38 @@ TEST(Mapping, ANewFileThatCannotBeAllocatedLeavesNothingBehind) {
     TemporaryDirectory const directory;
     EXPECT_THROW(NewFile(directory.file("table"), U64{1} << 62), TableError);
     EXPECT_EQ(filesIn(directory), 0U);
+}
+
+TEST(Mapping, OwnMemoryIsZerosThatCanBeWritten) {
+    Mapping const memory(100, "t");
+    EXPECT_EQ(memory.size(), 100U);
+    EXPECT_EQ(memory.words()[11], 0U);
+    memory.words()[11] = 42;
+    EXPECT_EQ(memory.words()[11], 42U);
+}
+
+TEST(Mapping, OwnMemoryThatTheSystemDoesNotHaveIsRefused) {
+    EXPECT_EQ(errorOf<TableError>([] { Mapping(std::size_t{1} << 60, "t"); }),
+              "table 't': cannot be given 1152921504606846976 bytes: Cannot allocate memory");
+}
+
+TEST(Mapping, AFileIsCopiedWithoutMovingItsOffset) {
+    auto const memory = makeMemory("t", 16);
+    RawMemory(memory.number()).put(8, U64{7});
+    std::array<U64, 2> words{};
+    copyFile(memory.number(), words.data(), 16, "t");
+    EXPECT_EQ(words[1], 7U);
+    EXPECT_EQ(::lseek(memory.number(), 0, SEEK_CUR), 0);
+}
+
+TEST(Mapping, AFileThatIsTooShortToCopyIsDamaged) {
+    auto const memory = makeMemory("t", 16);
+    std::array<U64, 3> words{};
+    EXPECT_EQ(errorOf<CorruptionDetectedException>(
+                  [&] { copyFile(memory.number(), words.data(), 24, "t"); }),
+              "table 't', file: 16 bytes, expected 24");
+    EXPECT_EQ(errorOf<TableError>([&] { copyFile(-1, words.data(), 24, "t"); }),
+              "table 't': cannot be read: Bad file descriptor");
 }
 
 } // namespace

@@ -1,14 +1,19 @@
 #include "Pelo/Region.h"
 
+#include "Pelo/Errors.h"
 #include "tests/unit/platform/Pelo/TestTables.h"
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
+#include <fcntl.h>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <optional>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 /// A reader and a writer in separate processes.
 namespace Pelo::Test {
@@ -198,6 +203,84 @@ TEST(Region, AWriterKilledAtAnyMomentLeavesATableThatIsCompleteOrRefused) {
             ++refused;
         }
     }
+}
+
+TEST(Region, ACopyIsNotReachedByLaterChanges) {
+    auto writer = filledRegion();
+    auto const copy = PairReader::copyOf(writer.descriptor(), "copy");
+    writer.insert(0, Pair::of(1));
+    writer.erase(1);
+    EXPECT_EQ(copy.name(), "copy");
+    EXPECT_EQ(copy.size(), stableKeys);
+    EXPECT_EQ(copy.find(0), Pair::of(0));
+    EXPECT_EQ(copy.find(1), Pair::of(0));
+    EXPECT_EQ(readerOf(writer).find(0), Pair::of(1));
+}
+
+TEST(Region, ACopySurvivesACutOfItsFileDuringAWalk) {
+    TemporaryDirectory const directory;
+    auto writer = PairWriter::inFile(directory.file("t"), stableKeys);
+    for (U32 key = 0; key < stableKeys; ++key) {
+        writer.insert(key, Pair::of(key));
+    }
+    auto const copy = PairReader::copyOf(writer.descriptor(), "t");
+    U32 met = 0;
+    for (auto at = copy.begin(); at; ++at) {
+        EXPECT_EQ(at.value(), Pair::of(at.key()));
+        if (++met == 10) {
+            std::filesystem::resize_file(directory.file("t"), 0);
+        }
+    }
+    EXPECT_EQ(met, stableKeys);
+    EXPECT_EQ(copy.size(), stableKeys);
+}
+
+TEST(Region, AFileThatIsCutIsNotCopied) {
+    TemporaryDirectory const directory;
+    auto const writer = PairWriter::inFile(directory.file("t"));
+    auto const size = fileSize(writer.descriptor(), "t");
+    std::filesystem::resize_file(directory.file("t"), size - 8);
+    EXPECT_EQ(
+        errorOf<CorruptionDetectedException>([&] { PairReader::copyOf(writer.descriptor(), "t"); }),
+        "table 't', header: " + std::to_string(size - 8) + " bytes for 16 slots, expected " +
+            std::to_string(size));
+    std::filesystem::resize_file(directory.file("t"), 8);
+    EXPECT_EQ(errorOf<TableError>([&] { PairReader::copyOf(writer.descriptor(), "t"); }),
+              "table 't': is no table: 8 bytes long, a header alone has 192");
+}
+
+// The header promises a table that is far larger than the file on the disk.
+TEST(Region, AFileWithAHoleIsNotCopied) {
+    TemporaryDirectory const directory;
+    constexpr U64 capacity = U64{1} << 31;
+    auto const header = makeHeader(formatOf<PairSchema>, capacity);
+    Descriptor const file(::open(directory.file("t").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+    RawMemory(file.number()).put(0, header);
+    auto const size = static_cast<off_t>(regionSize(formatOf<PairSchema>, capacity));
+    ASSERT_EQ(::ftruncate(file.number(), size), 0);
+    EXPECT_EQ(errorOf<CorruptionDetectedException>([&] { PairReader::copyOf(file.number(), "t"); }),
+              "table 't', file: a hole, expected all slots");
+}
+
+TEST(Region, ACopyWaitsForTheEndOfAChange) {
+    auto const writer = filledRegion();
+    RawMemory const memory(writer.descriptor());
+    auto const before = memory.at<U64>(generationAt);
+    memory.put(generationAt, before + 1);
+    std::jthread const end([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        memory.put(generationAt, before + 2);
+    });
+    EXPECT_EQ(PairReader::copyOf(writer.descriptor(), "t").size(), stableKeys);
+}
+
+TEST(Region, ATableWhoseWriterDiedInAChangeIsNotCopied) {
+    auto const writer = filledRegion();
+    RawMemory(writer.descriptor()).put(generationAt, U64{7});
+    EXPECT_EQ(
+        errorOf<CorruptionDetectedException>([&] { PairReader::copyOf(writer.descriptor(), "t"); }),
+        "table 't', header: a change under way, generation 7, expected an even generation, "
+        "the end of the change");
 }
 
 } // namespace

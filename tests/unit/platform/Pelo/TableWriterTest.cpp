@@ -1,11 +1,14 @@
 #include "Pelo/TableWriter.h"
 
+#include "Pelo/Errors.h"
 #include "Pelo/Table.h"
 #include "Vex/Entity.h"
 #include "tests/unit/platform/Pelo/TestTables.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
 #include <map>
+#include <sys/resource.h>
 
 namespace Pelo::Test {
 namespace {
@@ -94,6 +97,65 @@ TEST(TableWriter, WritesAFileThatOthersOpen) {
     writer.insert(1, Pair::of(1));
     EXPECT_EQ(writer.table()->name(), path);
     EXPECT_EQ(PairReader::open(path).value(1), Pair::of(1));
+}
+
+TEST(TableWriter, InOwnMemoryItsTableShowsEveryChangeAndFollowsAMove) {
+    auto writer = TableWriter<PairTable>::inOwnMemory("t");
+    auto const table = writer.table();
+    EXPECT_EQ(table->name(), "t");
+    EXPECT_LT(writer.descriptor(), 0);
+    Entries expected;
+    for (U32 key = 0; key < 1000; ++key) {
+        writer.insert(key, Pair::of(key));
+        expected.emplace(key, Pair::of(key));
+        ASSERT_EQ(table->size(), key + 1);
+    }
+    EXPECT_EQ(contents(*table), expected);
+    writer.insert(1, Pair::of(2));
+    writer.erase(2);
+    EXPECT_EQ(table->value(1), Pair::of(2));
+    EXPECT_EQ(table->value(2), Pair());
+}
+
+TEST(TableWriter, AWalkInOwnMemoryThatIsLeftEndsInIt) {
+    auto writer = TableWriter<PairTable>::inOwnMemory("t", 10);
+    for (U32 key = 0; key < 10; ++key) {
+        writer.insert(key, Pair::of(key));
+    }
+    U32 met = 0;
+    for (auto walk = writer.table()->begin(); walk; ++walk) {
+        ++met;
+        for (U32 key = 0; key < 100; ++key) {
+            writer.insert(1000 * met + key, Pair::of(key));
+        }
+    }
+    EXPECT_EQ(met, 10U);
+}
+
+TEST(TableWriter, ATableInOwnMemoryOutlivesItsWriter) {
+    Vex::Ptr<PairTable> table;
+    {
+        auto writer = TableWriter<PairTable>::inOwnMemory("t");
+        writer.insert(1, Pair::of(1));
+        table = writer.table();
+    }
+    EXPECT_EQ(contents(*table), (Entries{{1, Pair::of(1)}}));
+}
+
+TEST(TableWriter, ALimitOnFileSizesDoesNotApplyToOwnMemory) {
+    auto const limited = [] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit const limit{0, 0};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        try {
+            TableWriter<PairTable> const writer("t");
+            ::_exit(1);
+        } catch (TableError const &) {
+            auto writer = TableWriter<PairTable>::inOwnMemory("t");
+            ::_exit(writer.insert(1, Pair::of(1)) && writer.table()->size() == 1 ? 0 : 2);
+        }
+    };
+    EXPECT_EXIT(limited(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

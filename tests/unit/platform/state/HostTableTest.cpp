@@ -194,5 +194,14 @@ TEST(HostTable, IsATrackedEntity) {
     EXPECT_EQ(Vex::allocTrackLiveCount("VcsEvpn::HostTable"), before);
 }
 
+TEST(HostTable, ACopyKeepsWhatTheTableHeld) {
+    auto writer = filledHosts();
+    auto const copy = copyHostTable(writer.descriptor(), "copy");
+    writer.insert(key("02:00:00:00:00:01", 10), host("10.0.0.9", 7));
+    EXPECT_EQ(copy->name(), "copy");
+    EXPECT_EQ(contents(*copy), sampleHosts);
+    EXPECT_THROW(copyFloodTable(writer.descriptor(), "t"), Pelo::TableError);
+}
+
 } // namespace
 } // namespace VcsEvpn

@@ -3,9 +3,12 @@
 #include "tests/unit/vxshow/Process.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <thread>
 
 namespace {
 
@@ -221,6 +224,33 @@ TEST(Tables, AFileThatWasCutShortIsRefused) {
     EXPECT_EQ(tables.refusalOf("received-hosts"), "header: " + std::to_string(size - 1) +
                                                       " bytes for 1501 slots, expected " +
                                                       std::to_string(size) + "\n");
+}
+
+// The cut hits each run at another moment: before the file is opened, while it is copied, and
+// later.
+TEST(Tables, AFileThatIsCutMeanwhileIsShownOrRefusedButEndsNoProcess) {
+    Published const tables(withHosts(20000));
+    std::string const whole = tables.listing({"mac", "received"});
+    std::string const path = tables.file("received-hosts");
+    std::ifstream file(path, std::ios::binary);
+    std::string const bytes((std::istreambuf_iterator<char>(file)), {});
+    std::string const start = "vxshow: " + path + ": ";
+    for (unsigned round = 0; round < 20; ++round) {
+        replaceBy(path, bytes);
+        Process process({"--tables", tables.directory(), "mac", "received"});
+        std::this_thread::sleep_for(std::chrono::microseconds(500 * round));
+        std::filesystem::resize_file(path, round % 2 == 0 ? 0 : bytes.size() / 2);
+        auto const finished = process.finish();
+        EXPECT_EQ(finished.signal, 0);
+        if (finished.status == 0) {
+            EXPECT_EQ(finished.err, "");
+            EXPECT_TRUE(finished.out == whole);
+        } else {
+            EXPECT_EQ(finished.status, 1);
+            EXPECT_EQ(finished.out, "");
+            EXPECT_EQ(finished.err.substr(0, start.size()), start);
+        }
+    }
 }
 
 TEST(Tables, ADirectoryInPlaceOfAFileIsRefused) {
