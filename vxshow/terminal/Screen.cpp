@@ -1,6 +1,7 @@
 #include "vxshow/terminal/Screen.h"
 
 #include "vxshow/terminal/ShownCharacter.h"
+#include "vxshow/terminal/TerminalText.h"
 
 #include <algorithm>
 #include <sys/ioctl.h>
@@ -15,10 +16,15 @@ constexpr std::string_view eraseBelow = "\x1b[J";
 
 /// Adds one line of the screen. The old line is erased first: after a line as wide as the screen
 /// the cursor is still on its last character, which erasing would remove.
-void appendLine(std::string & out, std::string_view line, std::size_t columns) {
+void appendLine(std::string & out, std::string_view line, std::size_t columns,
+                CharacterWidth const & width) {
     out.append(eraseRestOfLine);
-    for (std::size_t used = 0; used < columns && !line.empty(); ++used) {
+    for (std::size_t used = 0; !line.empty();) {
         auto const next = firstCharacter(line);
+        used += width.of(next.shown);
+        if (used > columns) {
+            break;
+        }
         out.append(next.shown);
         line.remove_prefix(next.length);
     }
@@ -53,7 +59,8 @@ std::string drawScreen(std::string const & title, std::vector<std::string> const
         lines.insert(lines.end(), remarkLines.begin(), remarkLines.end());
     }
     lines.emplace_back();
-    auto const body = linesOf(text);
+    auto const shown = TerminalText::of(text);
+    auto const body = linesOf(shown);
     lines.insert(lines.end(), body.begin(), body.end());
     auto const room = std::max<std::size_t>(size.lines, 2) - 1;
     std::string more;
@@ -62,9 +69,10 @@ std::string drawScreen(std::string const & title, std::vector<std::string> const
         lines.resize(room - 1);
         lines.emplace_back(more);
     }
+    CharacterWidth const width;
     std::string out(cursorHome);
     for (std::string_view const line : lines) {
-        appendLine(out, line, size.columns);
+        appendLine(out, line, size.columns, width);
     }
     return out.append(eraseBelow);
 }

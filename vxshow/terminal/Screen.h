@@ -19,7 +19,7 @@ ScreenSize screenSize(int descriptor);
 /// The text that draws `title`, the `remarks` and the lines of `text` over the present screen,
 /// from its top. Lines are cut at the right edge; those that do not fit are counted on the last
 /// line ("... 4 lines more"). The screen's bottom line stays empty: the cursor waits there, so that
-/// the next message has a line of its own. Control characters become question marks.
+/// the next message has a line of its own. The text is shown as `TerminalText` says.
 std::string drawScreen(std::string const & title, std::vector<std::string> const & remarks,
                        std::string_view text, ScreenSize size);
 

@@ -1,14 +1,13 @@
 #include "vxshow/terminal/TerminalOutput.h"
 
 #include "vxshow/system/DescriptorIo.h"
-#include "vxshow/terminal/ShownCharacter.h"
+#include "vxshow/terminal/TerminalText.h"
 
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <string>
-#include <string_view>
 #include <unistd.h>
 #include <utility>
 
@@ -34,25 +33,6 @@ std::thread startWithoutSignals(Body && body) {
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         throw;
     }
-}
-
-/// What a terminal shows for the characters of `text`, which are removed from it. One that can
-/// continue in the next piece stays in `text`.
-std::string takeShown(std::string & text) {
-    std::string shown;
-    shown.reserve(text.size());
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        auto const next = firstCharacter(rest);
-        if (!next.valid && next.length == rest.size()) {
-            break;
-        }
-        bool const keep = rest[0] == '\n' || rest[0] == '\t';
-        shown.append(keep ? rest.substr(0, 1) : next.shown);
-        rest.remove_prefix(next.length);
-    }
-    text.erase(0, text.size() - rest.size());
-    return shown;
 }
 
 } // namespace
@@ -87,12 +67,13 @@ void TerminalOutput::finish() {
 // Goes on reading when the terminal takes no more, so that the writer of the listing never blocks.
 void TerminalOutput::copyToTerminal() noexcept {
     std::array<char, page> piece;
+    TerminalText terminalText;
     std::string text;
     for (;;) {
         auto const size = system::readSome(reader_.number(), piece).bytes;
         text.append(piece.data(), size);
         auto const atEnd = size == 0;
-        auto const shown = takeShown(text) + (atEnd && !text.empty() ? "?" : "");
+        auto const shown = terminalText.take(text) + (atEnd && !text.empty() ? "?" : "");
         if (!error_) {
             error_ = system::writeAll(terminal_, shown);
         }

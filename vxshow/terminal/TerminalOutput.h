@@ -7,8 +7,7 @@
 
 namespace vxshow::terminal {
 
-/// Takes a listing to a terminal and shows each of its characters as `firstCharacter` says, except
-/// line feeds and tabs, which stay.
+/// Takes a listing to a terminal, as `TerminalText` shows it.
 ///
 /// The listing goes through a pipe to a thread that writes it. The pipe holds one page, so that
 /// little is still on the way when an interrupt ends the listing.

@@ -42,6 +42,16 @@ TEST(Screen, CountsACharacterOfSeveralBytesAsOne) {
               "<H><K>t\r\n<K>\r\n<K>\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4\r\n<J>");
 }
 
+TEST(Screen, CutsAWideCharacterThatDoesNotFitWhole) {
+    EXPECT_EQ(seen(drawScreen("t", {}, "\u5317\u5317\u5317\u5317\na\u5317\u5317\u5317\n", small)),
+              "<H><K>t\r\n<K>\r\n<K>\u5317\u5317\u5317\r\n<K>a\u5317\u5317\r\n<J>");
+}
+
+TEST(Screen, AlignsTables) {
+    EXPECT_EQ(seen(drawScreen("t", {}, "Name  VNI\n---- ---\n\u5317    10\n", {9, 20})),
+              "<H><K>t\r\n<K>\r\n<K>Name  VNI\r\n<K>---- ---\r\n<K>\u5317     10\r\n<J>");
+}
+
 TEST(Screen, KeepsTheBottomLineForTheCursor) {
     EXPECT_EQ(seen(drawScreen("t", {}, "a\nb\n", small)), "<H><K>t\r\n<K>\r\n<K>a\r\n<K>b\r\n<J>");
 }
