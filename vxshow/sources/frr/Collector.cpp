@@ -122,6 +122,11 @@ void Collector::leaveOutDangling(std::string what) {
 void Collector::resolveSegments() {
     for (Segmented const & one : segmented_) {
         step();
+        auto const found = segments_.find(one.segment);
+        budget_.spend(found == segments_.end() ? 0 : found->second.size());
+    }
+    for (Segmented const & one : segmented_) {
+        step();
         auto const & [vni, mac] = one.key;
         auto const found = segments_.find(one.segment);
         if (found == segments_.end() || found->second.empty()) {
@@ -132,7 +137,6 @@ void Collector::resolveSegments() {
                                         "\", which has no known VTEP"));
             continue;
         }
-        budget_.spend(found->second.size());
         for (auto const vtep : found->second) {
             step();
             remote_.macs.push_back({vni, mac, vtep, one.moves});
@@ -192,29 +196,37 @@ void Collector::addVnis(SideFacts & local) {
     }
 }
 
-void Collector::addPorts(std::string const & vrf, Interface const & interface,
-                         RouterFacts & router) {
-    auto const add = [&](auto const & vnis) {
+void Collector::findPorts(std::string const & vrf, std::vector<PortsOfVni> & found) {
+    auto const find = [&](Interface const & interface, auto const & vnis) {
         for (auto const & [vni, known] : vnis) {
             step();
-            if (!isOf(known, vrf, interface.name)) {
-                continue;
-            }
-            auto const vtep = known.vtep.isZero() ? Nolt::IpGenAddr() : Nolt::IpGenAddr(known.vtep);
-            budget_.spend(interface.addresses.size());
-            for (auto const & address : interface.addresses) {
-                step();
-                if (!isLinkLocal(address.address())) {
-                    router.ports[address].insert(RouterPort{vni, interface.mac, vtep});
-                }
+            if (isOf(known, vrf, interface.name)) {
+                budget_.spend(interface.addresses.size());
+                found.push_back({&vrf, &interface, vni, known.vtep});
             }
         }
     };
-    add(l2Vnis_);
-    add(l3Vnis_);
+    for (Interface const & interface : interfaces_.find(vrf)->second) {
+        if (!interface.addresses.empty()) {
+            find(interface, l2Vnis_);
+            find(interface, l3Vnis_);
+        }
+    }
+}
+
+void Collector::addPorts(PortsOfVni const & ports) {
+    auto & router = routers_[*ports.vrf];
+    auto const vtep = ports.vtep.isZero() ? Nolt::IpGenAddr() : Nolt::IpGenAddr(ports.vtep);
+    for (auto const & address : ports.interface->addresses) {
+        step();
+        if (!isLinkLocal(address.address())) {
+            router.ports[address].insert(RouterPort{ports.vni, ports.interface->mac, vtep});
+        }
+    }
 }
 
 void Collector::addRouters(SwitchFacts & own) {
+    std::vector<PortsOfVni> ports;
     for (auto const & [name, isDown] : vrfs_) {
         auto const found = interfaces_.find(name);
         if (found == interfaces_.end()) {
@@ -223,11 +235,12 @@ void Collector::addRouters(SwitchFacts & own) {
             leaveOut("VRF \"" + name + "\": no interfaces");
             continue;
         }
-        auto & router = routers_[name];
-        for (Interface const & interface : found->second) {
-            addPorts(name, interface, router);
-        }
+        routers_[name];
+        findPorts(name, ports);
         own.routers.insert(name);
+    }
+    for (PortsOfVni const & some : ports) {
+        addPorts(some);
     }
 }
 

@@ -115,12 +115,22 @@ private:
         std::vector<Nolt::IpGenAddrWithMask> addresses;
     };
 
+    /// The addresses of an interface, as ports in one of its VNIs.
+    struct PortsOfVni {
+        std::string const * vrf;
+        Interface const * interface;
+        Vxlan::Vni vni;
+        Nolt::IpAddr vtep;
+    };
+
     void leaveOutDangling(std::string what);
     void resolveSegments();
     void placeLocal(SideFacts & local);
     void dropUnknownVnis(SideFacts & side);
     void addVnis(SideFacts & local);
-    void addPorts(std::string const & vrf, Interface const & interface, RouterFacts & router);
+    /// Finds the ports of a VRF that has interfaces, and counts them before any is added.
+    void findPorts(std::string const & vrf, std::vector<PortsOfVni> & found);
+    void addPorts(PortsOfVni const & ports);
     void addRouters(SwitchFacts & own);
 
     state::Selection selection_;

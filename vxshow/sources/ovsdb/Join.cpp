@@ -75,21 +75,29 @@ std::set<SideFacts *> const & Join::switchesAt(Locator & locator) const {
     return *locator.switches;
 }
 
-template <class What, class Take>
-void Join::place(Side side, Locator & locator, std::size_t facts, What && what, Take && take) {
+std::size_t Join::sideCount(Side side, Locator & locator) const {
+    return side == Side::remote ? 1 : std::max<std::size_t>(switchesAt(locator).size(), 1);
+}
+
+template <class Take>
+void Join::eachSide(Side side, Locator & locator, Take && take) {
     if (side == Side::remote) {
-        budget_.spend(facts);
         return take(facts_.remote);
     }
     auto const & switches = switchesAt(locator);
-    budget_.spend(facts * std::max<std::size_t>(switches.size(), 1));
     for (SideFacts * const one : switches) {
         step();
         take(*one);
     }
     if (switches.empty()) {
-        findings_.unplaced.add(what().append(" at ").append(locator.ip->stringValue()));
         take(facts_.local[name_]);
+    }
+}
+
+template <class What>
+void Join::checkPlaced(Side side, Locator & locator, What && what) {
+    if (side == Side::local && switchesAt(locator).empty()) {
+        findings_.unplaced.add(what().append(" at ").append(locator.ip->stringValue()));
     }
 }
 
@@ -126,10 +134,21 @@ void Join::unicast(MacRow const & row) {
         return std::string(nameOf(row.table)) + " " + text::shownInQuotes(row.mac) + " in " +
                text::shownInQuotes(logicalSwitch.name);
     };
-    place(row.side, locator, ip ? 2 : 1, what, [&](SideFacts & side) {
-        side.macs.push_back({*vni, *mac, *locator.ip});
-        if (ip) {
-            side.bindings.push_back({*vni, *ip, *mac});
+    checkPlaced(row.side, locator, what);
+    auto const sides = sideCount(row.side, locator);
+    budget_.spend(sides * (ip ? 2 : 1));
+    Entry const entry{&locator, *vni, *mac, ip};
+    if (sides == 1) [[likely]] {
+        return add(entry, row.side);
+    }
+    shared_.push_back(entry);
+}
+
+void Join::add(Entry const & entry, Side side) {
+    eachSide(side, *entry.locator, [&](SideFacts & to) {
+        to.macs.push_back({entry.vni, entry.mac, *entry.locator->ip});
+        if (entry.ip) {
+            to.bindings.push_back({entry.vni, *entry.ip, entry.mac});
         }
     });
 }
@@ -169,26 +188,53 @@ void Join::checkKeys(LocatorSet & set) {
     }
 }
 
-std::set<Join::Place> Join::flood(Flooding const & flooding, Side side) {
-    std::set<Place> places;
+template <class Take>
+void Join::eachMember(Flooding const & flooding, Take && take) {
     for (Locator * const locator : flooding.set->members) {
         step();
-        auto const vni = flooding.vni ? flooding.vni : locator->vni();
-        if (!vni) {
-            continue;
+        if (auto const vni = flooding.vni ? flooding.vni : locator->vni()) {
+            take(*vni, *locator);
         }
-        auto const what = [&] {
+    }
+}
+
+void Join::countFlood(Flooding const & flooding) {
+    auto const side = sideOf(flooding.table);
+    eachMember(flooding, [&](Vxlan::Vni vni, Locator & locator) {
+        checkPlaced(side, locator, [&] {
             auto const mac =
                 flooding.mac.isZero() ? "unknown-dst" : std::string(flooding.mac.stringValue());
             return std::string(nameOf(flooding.table)) + " \"" + mac + "\" in VNI " +
-                   std::string(vni->stringValue());
-        };
-        place(side, *locator, 1, what, [&](SideFacts & to) {
-            to.floods.push_back({*vni, flooding.mac, *locator->ip});
-            places.emplace(&to, *vni);
+                   std::string(vni.stringValue());
         });
-    }
+        budget_.spend(sideCount(side, locator));
+    });
+}
+
+std::set<Join::Place> Join::placesOf(Flooding const & flooding) {
+    std::set<Place> places;
+    eachMember(flooding, [&](Vxlan::Vni vni, Locator & locator) {
+        eachSide(sideOf(flooding.table), locator,
+                 [&](SideFacts & to) { places.emplace(&to, vni); });
+    });
     return places;
+}
+
+void Join::flood(Flooding const & flooding, std::vector<Nolt::IpGenAddr> const & ips) {
+    eachMember(flooding, [&](Vxlan::Vni vni, Locator & locator) {
+        eachSide(sideOf(flooding.table), locator, [&](SideFacts & to) {
+            to.floods.push_back({vni, flooding.mac, *locator.ip});
+        });
+    });
+    if (ips.empty()) {
+        return;
+    }
+    for (auto const & [side, vni] : placesOf(flooding)) {
+        for (auto const & ip : ips) {
+            step();
+            side->bindings.push_back({vni, ip, flooding.mac});
+        }
+    }
 }
 
 void Join::multicast(MacRow const & row) {
@@ -214,15 +260,14 @@ void Join::multicast(MacRow const & row) {
         checkKeys(set);
     }
     auto const [flooded, isNew] = flooded_.try_emplace({row.table, vni, *mac, &set});
+    auto & [flooding, list] = *flooded;
     if (isNew) {
-        flooded->second = flood(flooded->first, row.side);
+        countFlood(flooding);
     }
     if (ip) {
-        budget_.spend(flooded->second.size());
-        for (auto const & [side, of] : flooded->second) {
-            step();
-            side->bindings.push_back({of, *ip, *mac});
-        }
+        list.places = list.places ? list.places : placesOf(flooding).size();
+        budget_.spend(*list.places);
+        list.ips.push_back(*ip);
     }
 }
 
@@ -237,14 +282,12 @@ std::set<Uuid> Join::logicalSwitchesOf(Vxlan::Vni vni) const {
 }
 
 void Join::addBound(std::string const & name, LogicalSwitch const & logicalSwitch) {
-    budget_.spend(logicalSwitch.routers.size());
     auto & routers = facts_.switches[name].routers;
     for (auto const & router : logicalSwitch.routers) {
         step();
         routers.insert(router);
     }
     if (auto const vni = logicalSwitch.vni()) {
-        budget_.spend();
         facts_.local[name].vnis.push_back(*vni);
     }
 }
@@ -258,17 +301,30 @@ void Join::addVnis() {
             facts_.remote.vnis.push_back(*vni);
         }
     }
+    std::vector<std::pair<std::string const *, std::vector<LogicalSwitch const *>>> allBound;
     for (auto const & [name, ports] : switchPorts_) {
-        std::set<LogicalSwitch const *> bound;
-        for (auto const & port : ports) {
-            for (LogicalSwitch const * const one : rows_.boundTo(port)) {
-                step();
-                if (bound.insert(one).second) {
-                    addBound(name, *one);
-                }
-            }
+        auto const bound = boundTo(ports);
+        for (LogicalSwitch const * const one : bound) {
+            budget_.spend(one->routers.size() + (one->vni() ? 1 : 0));
+        }
+        allBound.emplace_back(&name, std::vector(bound.begin(), bound.end()));
+    }
+    for (auto const & [name, bound] : allBound) {
+        for (LogicalSwitch const * const one : bound) {
+            addBound(*name, *one);
         }
     }
+}
+
+std::set<Join::LogicalSwitch const *> Join::boundTo(std::set<Uuid> const & ports) {
+    std::set<LogicalSwitch const *> bound;
+    for (auto const & port : ports) {
+        for (LogicalSwitch const * const one : rows_.boundTo(port)) {
+            step();
+            bound.insert(one);
+        }
+    }
+    return bound;
 }
 
 void Join::findDisputes() {
@@ -294,6 +350,12 @@ void Join::findDisputes() {
 
 std::pair<Facts, Findings> Join::finished() {
     addVnis();
+    for (Entry const & entry : shared_) {
+        add(entry, Side::local);
+    }
+    for (auto const & [flooding, list] : flooded_) {
+        flood(flooding, list.ips);
+    }
     facts_.settle();
     findDisputes();
     return {std::move(facts_), std::move(findings_)};

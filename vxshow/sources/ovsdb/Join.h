@@ -22,6 +22,10 @@ namespace vxshow::sources::ovsdb {
 
 /// Joins the rows of a `hardware_vtep` database into facts, row by row as they arrive.
 ///
+/// What a row comes to is counted when it arrives. If that is more than one fact on one side, the
+/// facts are made after the last row, so that an answer of too many is refused before they take
+/// memory.
+///
 /// A reference must lead to a row that has arrived; otherwise it is refused. Servers do not
 /// validate text, so a row with an invalid address, prefix or VNI is counted and left out.
 class Join {
@@ -91,10 +95,21 @@ private:
     std::optional<Vxlan::Vni> vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
                                     Locator const & locator);
 
-    /// Calls `take(SideFacts &)`, which adds `facts` facts, for each side of an entry at `locator`,
-    /// which has an address. `what()` describes the entry if the address belongs to no switch.
-    template <class What, class Take>
-    void place(Side side, Locator & locator, std::size_t facts, What && what, Take && take);
+    static Side sideOf(Table table) {
+        return table == Table::mcastMacsLocal || table == Table::ucastMacsLocal ? Side::local
+                                                                                : Side::remote;
+    }
+
+    /// How many sides an entry at `locator`, which has an address, is on: at least 1.
+    std::size_t sideCount(Side side, Locator & locator) const;
+
+    /// Calls `take(SideFacts &)` for each of these sides.
+    template <class Take>
+    void eachSide(Side side, Locator & locator, Take && take);
+
+    /// Counts a local entry whose address belongs to no switch; `what()` describes it.
+    template <class What>
+    void checkPlaced(Side side, Locator & locator, What && what);
 
     /// The IP address of an entry; nullopt if it has none or an invalid one, which is counted.
     std::optional<Nolt::IpGenAddr> bindingOf(MacRow const & row,
@@ -115,9 +130,34 @@ private:
 
     using Place = std::pair<SideFacts *, Vxlan::Vni>;
 
-    /// Adds the flood targets; returns the sides and VNIs they are in. Every row that floods alike
-    /// has the same.
-    std::set<Place> flood(Flooding const & flooding, Side side);
+    /// An entry of `Ucast_Macs_*` that is usable.
+    struct Entry {
+        Locator * locator;
+        Vxlan::Vni vni;
+        Nolt::EthAddr mac;
+        std::optional<Nolt::IpGenAddr> ip;
+    };
+
+    void add(Entry const & entry, Side side);
+
+    /// The rows that flood alike.
+    struct FloodList {
+        std::optional<std::size_t> places; ///< how many there are; nullopt: not counted yet
+        std::vector<Nolt::IpGenAddr> ips;
+    };
+
+    /// Calls `take(vni, locator)` for each member with a VNI.
+    template <class Take>
+    void eachMember(Flooding const & flooding, Take && take);
+
+    /// Counts the facts of a flood list, and its members at addresses of no switch.
+    void countFlood(Flooding const & flooding);
+
+    /// The sides and VNIs that a flood list is in.
+    std::set<Place> placesOf(Flooding const & flooding);
+
+    /// Adds the facts of a flood list, with the addresses of the group.
+    void flood(Flooding const & flooding, std::vector<Nolt::IpGenAddr> const & ips);
 
     /// Each checks a set that a row floods to, once. The first counts the locators without an
     /// address and removes them; the second counts those without a VNI, which matters if the
@@ -133,6 +173,10 @@ private:
     void addBound(std::string const & name, LogicalSwitch const & logicalSwitch);
 
     void addVnis();
+
+    /// The logical switches that are bound to one of these ports.
+    std::set<LogicalSwitch const *> boundTo(std::set<Uuid> const & ports);
+
     void findDisputes();
 
     std::string name_;
@@ -141,7 +185,8 @@ private:
     Rows rows_;
     std::map<std::string, std::set<Uuid>> switchPorts_;
     std::map<Nolt::IpAddr, std::set<SideFacts *>> switchesByIp_;
-    std::map<Flooding, std::set<Place>> flooded_;
+    std::map<Flooding, FloodList> flooded_;
+    std::vector<Entry> shared_; ///< local ones at an address of several switches
     DeadlineWatch watch_;
     FactBudget budget_;
 };
