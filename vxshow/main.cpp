@@ -32,8 +32,7 @@ namespace vxshow {
 namespace {
 
 [[noreturn]] void print(cli::Help const & help) {
-    bool const written = std::fputs(help.text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
-    if (!written) {
+    if (system::writeAll(STDOUT_FILENO, help.text)) {
         terminal::fail(terminal::ExitStatus::failed, "standard output: cannot be written");
     }
     terminal::exitNow(terminal::ExitStatus::success);

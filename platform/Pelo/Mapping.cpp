@@ -70,7 +70,11 @@ Mapping::~Mapping() {
 
 Descriptor openFile(std::string const & path) {
     // Without O_NONBLOCK, opening a pipe that has no writer would block.
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    int number = -1;
+    do {
+        number = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    } while (number < 0 && errno == EINTR);
+    Descriptor file(number);
     if (file.number() < 0) {
         throwSystemError(path, "opened", errno);
     }
@@ -117,6 +121,20 @@ bool isStoredWhole(int descriptor) noexcept {
     return hole < 0 || hole >= end;
 }
 
+namespace {
+
+// Creates a file with a name of its own beside `path`, and sets `temporary` to that name.
+Descriptor makeBeside(std::string const & path, std::string & temporary) {
+    int number = -1;
+    do {
+        temporary = path + ".XXXXXX";
+        number = ::mkostemp(temporary.data(), O_CLOEXEC);
+    } while (number < 0 && errno == EINTR);
+    return Descriptor(number);
+}
+
+} // namespace
+
 Descriptor makeMemory(std::string const & name, U64 size) {
     // The kernel accepts no longer names; this one is only for display.
     constexpr std::size_t longestName = 200;
@@ -133,8 +151,7 @@ Descriptor makeMemory(std::string const & name, U64 size) {
 }
 
 NewFile::NewFile(std::string path, U64 size)
-    : path_(std::move(path)), temporary_(path_ + ".XXXXXX"),
-      descriptor_(::mkostemp(temporary_.data(), O_CLOEXEC)) {
+    : path_(std::move(path)), descriptor_(makeBeside(path_, temporary_)) {
     if (descriptor_.number() < 0) {
         int const error = errno;
         temporary_.clear();

@@ -1,6 +1,7 @@
 #include "vxshow/system/AtomicFile.h"
 
 #include "outfmt/Interrupt.h"
+#include "vxshow/system/Repeat.h"
 #include "vxshow/system/SystemError.h"
 
 #include <cerrno>
@@ -156,7 +157,8 @@ AtomicFile::~AtomicFile() {
 
 /// Returns false if the file system or the machine does not support unnamed files.
 bool AtomicFile::openUnnamed(std::string const & folder) {
-    OwnedDescriptor file(::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, newFileMode));
+    OwnedDescriptor file(repeatInterrupted(
+        [&] { return ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, newFileMode); }));
     if (!file.isOpen()) {
         require(errno == EOPNOTSUPP || errno == EISDIR);
         return false;
@@ -172,10 +174,12 @@ bool AtomicFile::openUnnamed(std::string const & folder) {
 void AtomicFile::openNamed(std::string const & folder) {
     blocked_.emplace();
     temporary_ = createUnderUniqueName(folder, [&](std::string const & name) {
-        descriptor_ = OwnedDescriptor(
-            ::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, newFileMode));
+        descriptor_ = OwnedDescriptor(repeatInterrupted([&] {
+            return ::open(name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, newFileMode);
+        }));
         return descriptor_.isOpen();
     });
+    leftover_.remember(temporary_.c_str());
 }
 
 void AtomicFile::linkTemporary() {
@@ -184,18 +188,20 @@ void AtomicFile::linkTemporary() {
     temporary_ = createUnderUniqueName(folderOf(target_), [&](std::string const & name) {
         return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
     });
+    leftover_.remember(temporary_.c_str());
 }
 
 void AtomicFile::commit() {
     if (target_.empty()) {
         return;
     }
-    require(::fsync(descriptor()) == 0);
+    require(repeatInterrupted([&] { return ::fsync(descriptor()); }) == 0);
     // Only a file with a name can replace another one.
     if (temporary_.empty()) {
         linkTemporary();
     }
     require(::rename(temporary_.c_str(), target_.c_str()) == 0);
+    leftover_.forget();
     temporary_.clear();
     blocked_.reset();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxshow/system/Leftover.h"
 #include "vxshow/system/OwnedDescriptor.h"
 
 #include <csignal>
@@ -35,7 +36,8 @@ public:
 /// without a `commit`, because something failed, it stays for good.
 ///
 /// The bytes go to an unnamed file in the same folder, which the system removes if the process
-/// ends for any reason; on file systems without unnamed files, to a hidden file. The new file gets
+/// ends for any reason; on file systems without unnamed files, to a hidden file, which is a
+/// `Leftover`. The new file gets
 /// the owner, the group and the permissions of the old one, but none of its other attributes; if
 /// there was none, the umask applies. A symbolic link stays a link, and its target is written.
 ///
@@ -77,6 +79,7 @@ private:
 
     std::string target_;    ///< the file to replace; empty for a device or a pipe
     std::string temporary_; ///< the temporary file's path; empty while it has none
+    Leftover leftover_;     ///< that path
     std::optional<BlockedSignals> blocked_;
     OwnedDescriptor descriptor_;
 };

@@ -1,6 +1,7 @@
 #include "vxshow/system/Child.h"
 
 #include "vxshow/system/ProgramPath.h"
+#include "vxshow/system/Repeat.h"
 #include "vxshow/system/SystemError.h"
 
 #include <array>
@@ -128,10 +129,14 @@ void restoreDefaultSignals() {
     ::syscall(SYS_rt_sigprocmask, SIG_SETMASK, none.data(), nullptr, setSize);
 }
 
+bool redirect(int descriptor, int stream) {
+    return repeatInterrupted([&] { return ::dup2(descriptor, stream); }) >= 0;
+}
+
 bool redirectStreams(ChildStart const & start) {
-    bool const done = ::dup2(start.input, STDIN_FILENO) >= 0 &&
-                      ::dup2(start.output, STDOUT_FILENO) >= 0 &&
-                      ::dup2(start.errors, STDERR_FILENO) >= 0;
+    bool const done = redirect(start.input, STDIN_FILENO) &&
+                      redirect(start.output, STDOUT_FILENO) &&
+                      redirect(start.errors, STDERR_FILENO);
     // Descriptors that this process opened are close-on-exec; this closes those it inherited. A
     // kernel without this call leaves them open.
     ::close_range(firstNonStandard, ~0U, 0);
@@ -218,7 +223,8 @@ Child::Child(std::vector<std::string> const & words, ChildSlot slot) : slot_(std
 }
 
 void Child::start(std::vector<std::string> const & words, int output, int errors) {
-    auto const input = aboveStandardStreams(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+    auto const input = aboveStandardStreams(
+        repeatInterrupted([] { return ::open("/dev/null", O_RDONLY | O_CLOEXEC); }));
     auto const program = pathOf(words.front());
     auto copies = words;
     auto pointers = pointersTo(copies);

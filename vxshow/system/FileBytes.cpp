@@ -3,6 +3,7 @@
 #include "vxshow/system/DescriptorIo.h"
 #include "vxshow/system/GrowingBytes.h"
 #include "vxshow/system/OwnedDescriptor.h"
+#include "vxshow/system/Repeat.h"
 #include "vxshow/system/SystemError.h"
 
 #include <algorithm>
@@ -84,7 +85,8 @@ FileBytes FileBytes::copyOf(std::string_view text) {
 }
 
 FileBytes FileBytes::open(std::string const & path, std::size_t most) {
-    OwnedDescriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    OwnedDescriptor const file(
+        repeatInterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC); }));
     if (!file.isOpen()) {
         throwSystemError();
     }

@@ -5,6 +5,7 @@
 #include "state/HostTable.h"
 #include "vxshow/state/tables/TableNames.h"
 #include "vxshow/system/OwnedDescriptor.h"
+#include "vxshow/system/Repeat.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -26,8 +27,8 @@ void readWhole(auto const & table) {
 template <class Table>
 Vex::Ptr<Table> mountTable(std::string const & path, Vex::Ptr<Table> (*copy)(int, std::string)) {
     // Without O_NONBLOCK, opening a pipe that has no writer would block.
-    system::OwnedDescriptor const file(
-        ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    system::OwnedDescriptor const file(system::repeatInterrupted(
+        [&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
     if (file.number() < 0) {
         if (errno == ENOENT) {
             return nullptr;

@@ -6,6 +6,8 @@
 #include "state/HostTable.h"
 #include "vxshow/state/tables/TableNames.h"
 #include "vxshow/system/AtomicFile.h"
+#include "vxshow/system/Leftover.h"
+#include "vxshow/system/Repeat.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -29,6 +31,7 @@ public:
         if (!::mkdtemp(path_.data())) {
             throwErrnoOn(directory, errno);
         }
+        leftover_.remember(path_.c_str());
     }
 
     StagingFolder(StagingFolder const &) = delete;
@@ -43,8 +46,21 @@ public:
         return std::string(path_).append("/").append(name);
     }
 
+    /// Removes the folder, which is empty. Raises `TableFileError` if it stays.
+    void remove() const {
+        if (::rmdir(path_.c_str()) == 0) {
+            return;
+        }
+        std::error_code error;
+        std::filesystem::remove_all(path_, error);
+        if (error) {
+            throwErrnoOn(path_, error.value());
+        }
+    }
+
 private:
     std::string path_;
+    system::Leftover leftover_; ///< that path
 };
 
 /// Writes a copy of `table`. The copy has room for all entries from the start, so it never moves.
@@ -55,7 +71,7 @@ void writeTable(Table const & table, std::string const & path) {
         outfmt::checkInterrupt();
         writer.insert(at.key(), at.value());
     }
-    if (::fsync(writer.descriptor()) != 0) {
+    if (system::repeatInterrupted([&] { return ::fsync(writer.descriptor()); }) != 0) {
         throwErrnoOn(path, errno);
     }
 }
@@ -83,6 +99,7 @@ public:
                 throwErrnoOn(path, errno);
             }
         }
+        staging_.remove();
     }
 
 private:

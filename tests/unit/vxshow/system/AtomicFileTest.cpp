@@ -79,6 +79,21 @@ TEST_P(AtomicFiles, AnUncommittedFileLeavesNothing) {
     EXPECT_EQ(names(), Names{});
 }
 
+TEST_P(AtomicFiles, AnUncommittedFileIsALeftover) {
+    AtomicFile const file(path("new"), GetParam());
+    append(file, "text");
+    removeLeftovers();
+    EXPECT_EQ(names(), Names{});
+}
+
+TEST_P(AtomicFiles, ACommittedFileIsNoLeftover) {
+    AtomicFile file(path("new"), GetParam());
+    append(file, "text");
+    file.commit();
+    removeLeftovers();
+    EXPECT_EQ(names(), Names{"new"});
+}
+
 TEST_P(AtomicFiles, TheOldFileIsWholeUntilTheCommit) {
     put("old", "old");
     AtomicFile file(path("old"), GetParam());

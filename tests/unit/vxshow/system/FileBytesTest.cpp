@@ -1,9 +1,13 @@
 #include "vxshow/system/FileBytes.h"
 
+#include "tests/unit/vxshow/system/Interruptions.h"
+#include "tests/unit/vxshow/system/Programs.h"
 #include "tests/unit/vxshow/system/TextFile.h"
 
 #include <algorithm>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
@@ -48,6 +52,26 @@ TEST(FileBytes, APartStaysInPlaceFollowedByAZero) {
     EXPECT_EQ(second.text(), "second");
     EXPECT_TRUE(isPadded(bytes));
     EXPECT_EQ(bytes.padded().text().size(), 12U);
+}
+
+TEST(FileBytes, OpeningAPipeGoesOnAfterASignal) {
+    Folder const folder;
+    auto const path = folder.path("pipe");
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    auto writing = undisturbed([&] {
+        Interruptions::waitFor(3);
+        std::ofstream(path) << "late";
+    });
+    std::string read;
+    {
+        Interruptions const interruptions;
+        EXPECT_NO_THROW(read = FileBytes::open(path).text());
+    }
+    if (read.empty()) {
+        FileBytes::open(path); // lets the writer end
+    }
+    writing.join();
+    EXPECT_EQ(read, "late");
 }
 
 TEST(FileBytes, ReadsAPipeToItsEnd) {

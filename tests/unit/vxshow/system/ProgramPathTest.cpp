@@ -13,13 +13,13 @@ using namespace system;
 
 namespace {
 
-constexpr char const * script = "#!/bin/sh\n";
+constexpr char const * anyScript = "#!/bin/sh\n";
 
 /// Tests with the first folder as the current one; it has a program `here`.
 class ProgramPaths : public testing::Test {
 protected:
     ProgramPaths() {
-        first_.put("here", script, 0700);
+        first_.put("here", anyScript, 0700);
         std::filesystem::current_path(first_.path());
     }
 
@@ -54,7 +54,7 @@ TEST_F(ProgramPaths, WhatIsNowhereIsNotRefused) {
 }
 
 TEST_F(ProgramPaths, AnAbsoluteEntryAfterARelativeOneIsUsed) {
-    second_.put("here", script, 0700);
+    second_.put("here", anyScript, 0700);
     EXPECT_EQ(findProgram("here", ".:" + second_.path(), RelativeEntries::skip).path,
               second_.path() + "/here");
 }
