@@ -1,6 +1,9 @@
 #include "vxshow/terminal/Say.h"
 
-#include <cstdio>
+#include "vxshow/system/DescriptorIo.h"
+
+#include <string>
+#include <unistd.h>
 
 namespace vxshow::terminal {
 
@@ -8,7 +11,9 @@ void say(std::string_view text) {
     for (;;) {
         auto const end = text.find('\n');
         auto const line = text.substr(0, end);
-        std::fprintf(stderr, "vxshow: %.*s\n", static_cast<int>(line.size()), line.data());
+        // If even that fails, there is no one to tell.
+        static_cast<void>(
+            system::writeAll(STDERR_FILENO, std::string("vxshow: ").append(line).append("\n")));
         if (end == std::string_view::npos) {
             return;
         }

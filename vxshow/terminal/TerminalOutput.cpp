@@ -70,12 +70,15 @@ void TerminalOutput::copyToTerminal() noexcept {
     TerminalText terminalText;
     std::string text;
     for (;;) {
-        auto const size = system::readSome(reader_.number(), piece).bytes;
+        auto const [size, error] = system::readSome(reader_.number(), piece);
         text.append(piece.data(), size);
         auto const atEnd = size == 0;
         auto const shown = terminalText.take(text) + (atEnd && !text.empty() ? "?" : "");
         if (!error_) {
             error_ = system::writeAll(terminal_, shown);
+        }
+        if (!error_) {
+            error_ = error;
         }
         last_ = shown.empty() ? last_ : shown.back();
         if (atEnd) {
