@@ -1,6 +1,7 @@
 #include "vxshow/terminal/TerminalOutput.h"
 
 #include "vxshow/system/DescriptorIo.h"
+#include "vxshow/terminal/Say.h"
 #include "vxshow/terminal/TerminalText.h"
 
 #include <array>
@@ -71,14 +72,15 @@ void TerminalOutput::copyToTerminal() noexcept {
     std::string text;
     for (;;) {
         auto const [size, error] = system::readSome(reader_.number(), piece);
+        if (error) {
+            // The writer of the listing would wait for a reader forever.
+            fail(ExitStatus::failed, "standard output: " + error.message());
+        }
         text.append(piece.data(), size);
         auto const atEnd = size == 0;
         auto const shown = terminalText.take(text) + (atEnd && !text.empty() ? "?" : "");
         if (!error_) {
             error_ = system::writeAll(terminal_, shown);
-        }
-        if (!error_) {
-            error_ = error;
         }
         last_ = shown.empty() ? last_ : shown.back();
         if (atEnd) {
