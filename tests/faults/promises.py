@@ -118,7 +118,8 @@ def broken_promises(run, good, fault):
         broken = _partial(run, good)
     elif run.number == 1:
         broken = _failure(run, good, fault)
-        if fault.is_allocation and not _OUT_OF_MEMORY.fullmatch(run.err):
+        says_so = _OUT_OF_MEMORY.fullmatch(run.err) or run.err == good.run.err
+        if fault.is_allocation and not says_so:
             broken.append(f"it does not say that it is out of memory: {run.err!r}")
         if to_errors:
             broken = [phrase for phrase in broken if "standard error" not in phrase]
