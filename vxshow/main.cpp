@@ -156,6 +156,15 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
     showOnce(line);
 }
 
+// The types of the model register themselves when the libraries are loaded, and need memory for it.
+// The functions in this section run before that.
+__attribute__((no_sanitize("address"))) void beforeTheLibraries(int, char **, char **) {
+    terminal::exitOnOutOfMemory();
+}
+
+[[gnu::section(".preinit_array"),
+  gnu::used]] void (*const firstFunction)(int, char **, char **) = beforeTheLibraries;
+
 } // namespace
 } // namespace vxshow
 
@@ -165,7 +174,6 @@ int main(int argc, char ** argv) {
         terminal::fail(terminal::ExitStatus::failed,
                        "a standard stream is closed, and /dev/null cannot be opened");
     }
-    terminal::exitOnOutOfMemory();
     auto const read = cli::readCommandLine(argc, argv, cli::command::addCommands);
     if (auto const * help = std::get_if<cli::Help>(&read)) {
         print(*help);

@@ -1,21 +1,14 @@
 // Preloaded into a program, makes its allocations fail: FAULT_NUMBER is the one that fails, from 1,
 // and FAULT_KIND is `once`, `on` (that one and all after it) or `count` (none). FAULT_REPORT is a
 // file of at least eight bytes, whose first eight become the number of allocations made.
-// With FAULT_NO_UNNAMED_FILES in the environment, O_TMPFILE is not supported. The program does not
-// find any of these in its environment, so its child processes are left alone.
-//
-// Allocations before `main` are not counted: those of the C and C++ libraries' own start, and of
-// the types of the model, which fail before anything has been read.
+// The program does not find any of these in its environment, so its child processes are left alone.
 #include <atomic>
 #include <cerrno>
-#include <cstdarg>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/types.h>
 #include <unistd.h>
 
 extern "C" {
@@ -28,16 +21,43 @@ void * __libc_memalign(std::size_t alignment, std::size_t size);
 
 namespace {
 
-constinit std::atomic<bool> isCounting{false};
+constinit bool isSettled = false;
 constinit std::uint64_t failing = 0; ///< 0 for none
 constinit bool failsFromThenOn = false;
-constinit bool noUnnamedFiles = false;
 constinit std::atomic<std::uint64_t> ownCount{0};
 constinit std::atomic<std::uint64_t> * count = &ownCount;
 
+void readSettings() {
+    char const * const number = std::getenv("FAULT_NUMBER");
+    char const * const kind = std::getenv("FAULT_KIND");
+    char const * const report = std::getenv("FAULT_REPORT");
+    if (!number || !kind || !report) {
+        return;
+    }
+    failing = std::strcmp(kind, "count") == 0 ? 0 : std::strtoull(number, nullptr, 10);
+    failsFromThenOn = std::strcmp(kind, "on") == 0;
+    int const file = ::open(report, O_RDWR | O_CLOEXEC);
+    void * const shared =
+        ::mmap(nullptr, sizeof(*count), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    if (file < 0 || shared == MAP_FAILED) {
+        ::_exit(127);
+    }
+    ::close(file);
+    count = static_cast<std::atomic<std::uint64_t> *>(shared);
+    for (char const * const name : {"LD_PRELOAD", "FAULT_NUMBER", "FAULT_KIND", "FAULT_REPORT"}) {
+        ::unsetenv(name);
+    }
+}
+
+/// The dynamic loader allocates before there is an environment to read the settings from. There is
+/// only one thread then.
 bool fails() {
-    if (!isCounting.load(std::memory_order_relaxed)) {
-        return false;
+    if (!isSettled) {
+        if (!environ) {
+            return false;
+        }
+        isSettled = true;
+        readSettings();
     }
     auto const number = ++*count;
     return failing != 0 && (number == failing || (failsFromThenOn && number > failing));
@@ -50,40 +70,6 @@ void * allocate(Allocate && allocateIt) {
         return nullptr;
     }
     return allocateIt();
-}
-
-void readSettings() {
-    char const * const number = std::getenv("FAULT_NUMBER");
-    char const * const kind = std::getenv("FAULT_KIND");
-    char const * const report = std::getenv("FAULT_REPORT");
-    if (!number || !kind || !report) {
-        return;
-    }
-    failing = std::strcmp(kind, "count") == 0 ? 0 : std::strtoull(number, nullptr, 10);
-    failsFromThenOn = std::strcmp(kind, "on") == 0;
-    noUnnamedFiles = std::getenv("FAULT_NO_UNNAMED_FILES") != nullptr;
-    int const file = ::open(report, O_RDWR | O_CLOEXEC);
-    void * const shared =
-        ::mmap(nullptr, sizeof(*count), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
-    if (file < 0 || shared == MAP_FAILED) {
-        ::_exit(127);
-    }
-    ::close(file);
-    count = static_cast<std::atomic<std::uint64_t> *>(shared);
-    for (char const * const name :
-         {"LD_PRELOAD", "FAULT_NUMBER", "FAULT_KIND", "FAULT_REPORT", "FAULT_NO_UNNAMED_FILES"}) {
-        ::unsetenv(name);
-    }
-}
-
-using Main = int (*)(int, char **, char **);
-using Start = int (*)(Main, int, char **, void (*)(), void (*)(), void (*)(), void *);
-
-constinit Main programMain = nullptr;
-
-int countedMain(int argumentCount, char ** arguments, char ** environment) {
-    isCounting = true;
-    return programMain(argumentCount, arguments, environment);
 }
 
 } // namespace
@@ -119,28 +105,6 @@ extern "C" {
     }
     *memory = allocated;
     return 0;
-}
-
-[[gnu::visibility("default")]] int open(char const * path, int flags, ...) {
-    va_list more;
-    va_start(more, flags);
-    auto const mode = va_arg(more, mode_t);
-    va_end(more);
-    if (noUnnamedFiles && (flags & O_TMPFILE) == O_TMPFILE) {
-        errno = EOPNOTSUPP;
-        return -1;
-    }
-    return ::openat(AT_FDCWD, path, flags, mode);
-}
-
-[[gnu::visibility("default")]] int __libc_start_main(Main mainFunction, int argumentCount,
-                                                     char ** arguments, void (*init)(),
-                                                     void (*fini)(), void (*loaderFini)(),
-                                                     void * end) {
-    programMain = mainFunction;
-    readSettings();
-    auto const start = reinterpret_cast<Start>(::dlsym(RTLD_NEXT, "__libc_start_main"));
-    return start(countedMain, argumentCount, arguments, init, fini, loaderFini, end);
 }
 
 } // extern "C"

@@ -114,10 +114,14 @@ class Runner:
                 command += ["--environment", f"{name}={value}"]
         return [*command, self._report, "--", self._tools.vxshow, *workload.words]
 
-    def _start(self, command, output):
+    def _start(self, command, workload):
         """(standard output, standard error)"""
-        common = {"cwd": self._folder, "env": self._environment, "stdin": subprocess.DEVNULL,
-                  "stderr": subprocess.PIPE, "check": False}
+        with open(os.path.join(self._folder, workload.standard_input), "rb") as given:
+            common = {"cwd": self._folder, "env": self._environment, "stdin": given,
+                      "stderr": subprocess.PIPE, "check": False}
+            return self._start_with(command, workload.output, common)
+
+    def _start_with(self, command, output, common):
         if output == "pipe":
             done = subprocess.run(command, stdout=subprocess.PIPE, **common)
             return done.stdout, done.stderr
@@ -158,7 +162,7 @@ class Runner:
         if os.path.exists(self._report):
             os.unlink(self._report)
         command = self._command(workload, fault, more)
-        out, err = self._start(command, workload.output)
+        out, err = self._start(command, workload)
         calls, survivors, disturbed = [], [], (0, -1)
         try:
             with open(self._report, encoding="utf-8") as report:

@@ -25,6 +25,7 @@ class Workload:
     output: str = "pipe"  # or file, or terminal
     sources: tuple = ()
     unnamed_files: bool = True  # whether file systems have O_TMPFILE
+    standard_input: str = "/dev/null"  # the file that it reads from standard input
     optional_files: bool = False  # whether files that are absent are no error
 
 
@@ -82,6 +83,8 @@ def _live():
 
 def _others():
     listing = (*STATE, "mac", "received")
+    yield Workload("from standard input", ("--state", "-", "mac", "received"),
+                   standard_input="state.json")
     yield Workload("to a file", listing, output="file")
     yield Workload("to a terminal", listing, output="terminal")
     yield Workload("--trace", (*STATE, "--trace", "9", "router", "map"))
