@@ -2,18 +2,22 @@
 
 #include "tests/faults/SystemCalls.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstddef>
 #include <cstdlib>
 #include <elf.h>
 #include <fcntl.h>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <sys/prctl.h>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <sys/user.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -200,7 +204,7 @@ private:
             return;
         }
         user_regs_struct registers = registersOf(thread);
-        Open & open = open_[thread] = {verdict.error, registers};
+        Open & open = open_[thread] = {verdict.error, registers, {}};
         if (verdict.error != 0 && number == SYS_brk) {
             // It has no error number: it returns the end as it was.
             registers.rdi = 0;
@@ -208,12 +212,26 @@ private:
         } else if (verdict.error != 0 && number != SYS_close) {
             // A descriptor is closed even if that fails.
             registers.orig_rax = ~0ULL;
+        } else if (number == SYS_pwritev2) {
+            open.piece = shorten(thread, firstLength(registers), verdict.most);
         } else if (verdict.most != 0 && registers.rdx > verdict.most) {
             registers.rdx = verdict.most;
         } else {
             return;
         }
         setRegisters(thread, registers);
+    }
+
+    /// Where the length of the first piece of a `pwritev2` is.
+    static unsigned long firstLength(user_regs_struct const & registers) {
+        return registers.rsi + offsetof(iovec, iov_len);
+    }
+
+    /// Lowers the number at `address` to `most`; returns what it was.
+    static unsigned long shorten(pid_t thread, unsigned long address, unsigned long most) {
+        auto const before = static_cast<unsigned long>(trace(PTRACE_PEEKDATA, thread, address, 0));
+        trace(PTRACE_POKEDATA, thread, address, std::min(before, most));
+        return before;
     }
 
     void ends(pid_t thread) {
@@ -227,6 +245,9 @@ private:
         // The C library relies on the arguments being left alone.
         registers.rdi = open.before.rdi;
         registers.rdx = open.before.rdx;
+        if (open.piece) {
+            trace(PTRACE_POKEDATA, thread, firstLength(open.before), *open.piece);
+        }
         if (open.error != 0) {
             registers.rax = static_cast<unsigned long long>(-static_cast<long long>(open.error));
         }
@@ -253,6 +274,7 @@ private:
     struct Open {
         int error;               ///< what it is to return; 0 for what the system says
         user_regs_struct before; ///< as the program made it
+        std::optional<unsigned long> piece = {}; ///< the length of its first piece, if shortened
     };
 
     Faults faults_;

@@ -229,7 +229,8 @@ class Runner:
             if call in errors.TRANSFERS:
                 yield Fault("short", call, number, "1")
         for call in errors.TRANSFERS:
-            yield Fault("short", call, 0, "7")
+            if call in seen:
+                yield Fault("short", call, 0, "7")
         for call in errors.INTERRUPTED:
             if call in seen:
                 yield Fault("pause", call)

@@ -100,7 +100,7 @@ INTERRUPTED = ["clock_nanosleep", "fallocate", "fsync", "ftruncate", "futex-wait
                "pwritev2", "read", "wait4", "write"]
 
 # These can transfer fewer bytes than asked for.
-TRANSFERS = ["read", "write"]
+TRANSFERS = ["pwritev2", "read", "write"]
 
 
 class UnknownCall(Exception):
