@@ -2,7 +2,9 @@
 
 #include "Vex/Iterator.h"
 
+#include <algorithm>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -54,7 +56,7 @@ public:
         return *this;
     }
 
-    Iterator begin() const noexcept { return Iterator(*this, firstFrom(0)); }
+    Iterator begin() const noexcept { return Iterator(*this, firstFrom(firstUsed_)); }
 
     Iterator end() const noexcept { return Iterator(*this, nullptr); }
 
@@ -119,6 +121,7 @@ public:
         }
         buckets_.reset();
         bits_ = 0;
+        firstUsed_ = 0;
         size_ = 0;
         ++version_;
     }
@@ -126,6 +129,7 @@ public:
     void swap(HashMap2018 & other) noexcept {
         std::swap(buckets_, other.buckets_);
         std::swap(bits_, other.bits_);
+        std::swap(firstUsed_, other.firstUsed_);
         std::swap(size_, other.size_);
         ++version_;
         ++other.version_;
@@ -213,6 +217,7 @@ private:
         Node * const node = newNode(std::move(slot), hash);
         node->next = *link;
         *link = node;
+        firstUsed_ = std::min(firstUsed_, narrowed(bucketOf(hash)));
         ++size_;
         ++version_;
         return node->slot;
@@ -224,6 +229,7 @@ private:
         std::size_t const oldCount = bucketCount();
         auto const old = std::exchange(buckets_, std::move(larger));
         bits_ = bits;
+        firstUsed_ = narrowed(std::size_t{2} * firstUsed_);
         for (std::size_t bucket = 0; bucket < oldCount; ++bucket) {
             for (Node * node = old[bucket]; node;) {
                 Node * const rest = std::exchange(node->next, nullptr);
@@ -235,12 +241,25 @@ private:
         }
     }
 
+    static U32 narrowed(std::size_t bucket) noexcept {
+        return static_cast<U32>(std::min<std::size_t>(bucket, std::numeric_limits<U32>::max()));
+    }
+
+    void skipUnusedBuckets() noexcept {
+        std::size_t bucket = size_ == 0 ? bucketCount() : firstUsed_;
+        while (bucket < bucketCount() && !buckets_[bucket]) {
+            ++bucket;
+        }
+        firstUsed_ = narrowed(bucket);
+    }
+
     /// The slot is copied, not moved, out of a node that an iterator still refers to.
     Slot extract(Node ** link) {
         Node * const node = *link;
         *link = std::exchange(node->next, nullptr);
         --size_;
         ++version_;
+        skipUnusedBuckets();
         Slot taken = node->count.value() > 1 ? Slot(node->slot) : Slot(std::move(node->slot));
         NodeRef<Node>::release(node);
         return taken;
@@ -248,6 +267,9 @@ private:
 
     std::unique_ptr<Node *[]> buckets_;
     unsigned bits_ = 0;
+    /// No bucket before this one has an entry: who always removes the first entry would
+    /// otherwise search more and more empty buckets for the next.
+    U32 firstUsed_ = 0;
     std::size_t size_ = 0;
     U64 version_ = 0;
 };
