@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Checks that no command takes more than proportionally longer for more entries.
+"""Checks that no command and no collection takes more than proportionally longer for more entries.
 
-    growth.py --vxshow PROGRAM [--only TEXT] [--jobs N]
+    growth.py --vxshow PROGRAM [--collections PROGRAM] [--modelc PROGRAM] [--only TEXT] [--jobs N]
 
 Each row grows one dimension of the input, such as the MACs of a VNI, to n, 2n, 4n and 8n while
 everything else stays as it is. Counted are the instructions that the program executes, by
@@ -29,6 +29,9 @@ import tempfile
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.realpath(__file__)))
+import collections_rows  # noqa: E402
+import live_rows  # noqa: E402
+import model_rows  # noqa: E402
 import snapshot_rows  # noqa: E402
 
 LIMIT = 1.2
@@ -103,6 +106,8 @@ def main():
         description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
     )
     parser.add_argument("--vxshow", required=True)
+    parser.add_argument("--collections")
+    parser.add_argument("--modelc")
     parser.add_argument("--only", action="append", metavar="TEXT")
     parser.add_argument("--jobs", type=int, default=len(os.sched_getaffinity(0)), metavar="N")
     arguments = parser.parse_args()
@@ -111,7 +116,13 @@ def main():
         return SKIPPED
 
     programs = {"vxshow": os.path.abspath(arguments.vxshow)}
-    rows = list(snapshot_rows.ROWS)
+    rows = snapshot_rows.ROWS + live_rows.ROWS
+    if arguments.modelc:
+        programs["modelc"] = os.path.abspath(arguments.modelc)
+        rows += model_rows.ROWS
+    if arguments.collections:
+        programs["collections"] = os.path.abspath(arguments.collections)
+        rows += collections_rows.rows(programs["collections"])
     rows = selected(rows, arguments.only)
 
     size = " ".join(f"{f'at {factor}n' if factor > 1 else 'at n':>13}" for factor in FACTORS)
