@@ -1,6 +1,6 @@
 #include "VxlanController/VxlanControllerCliModel.h"
 #include "VxlanController/command/CliTrace.h"
-#include "VxlanController/command/EntityPtr.h"
+#include "VxlanController/command/ForEachEntity.h"
 #include "VxlanController/command/RenderFrame.h"
 #include "VxlanController/mac/AdvertisedJson.h"
 #include "VxlanController/mac/AdvertisedText.h"
@@ -74,11 +74,11 @@ void VcsVniAdvertised::copyDest(Vex::Name destName) {
             copy(status.ptr(), onlyVni);
         }
     } else if (vniStatusDir() && everyVni) {
-        for (auto it = vniStatusDir()->entityPtrIteratorConst(); it; ++it) {
-            if (auto const status = entityPtr<VniFdbStatusV2>(*vniStatusDir(), it.name())) {
-                copy(status, vniOfEntry(it.name()));
+        forEachName(*vniStatusDir(), [&](Vex::Name const & name) {
+            if (auto const status = entityPtr<VniFdbStatusV2>(*vniStatusDir(), name)) {
+                copy(status, vniOfEntry(name));
             }
-        }
+        });
     } else if (vniStatusDir()) {
         Vex::Name const name = onlyVni.stringValue();
         if (auto const status = entityPtr<VniFdbStatusV2>(*vniStatusDir(), name)) {

@@ -1,6 +1,6 @@
 #include "VxlanController/VxlanControllerCliModel.h"
 #include "VxlanController/command/CliTrace.h"
-#include "VxlanController/command/EntityPtr.h"
+#include "VxlanController/command/ForEachEntity.h"
 #include "VxlanController/command/RenderFrame.h"
 #include "VxlanController/mac/CopyEvpn.h"
 #include "VxlanController/mac/CopyTables.h"
@@ -35,9 +35,7 @@ void VcsVniReceived::initialize() {
     Vex::String const & filter = switchFilter();
     if (switchAggregate()) {
         if (filter.empty() || filter == "all") {
-            for (auto it = switchAggregate()->entityPtrIteratorConst(); it; ++it) {
-                copySwitch(it.name());
-            }
+            forEachName(*switchAggregate(), [&](Vex::Name const & name) { copySwitch(name); });
         } else if (filter != "hsc" && filter != "qvx" && filter != "evpn" &&
                    switchAggregate()->entryState(filter)) {
             copySwitch(filter);

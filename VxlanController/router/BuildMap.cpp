@@ -1,6 +1,7 @@
 #include "VxlanController/router/BuildMap.h"
 
 #include "VxlanController/command/CliTrace.h"
+#include "VxlanController/command/FixedOrder.h"
 #include "VxlanController/command/InterruptPoll.h"
 #include "state/PublishStatus.h"
 
@@ -90,13 +91,16 @@ void forEachRouter(Statestore::SystemPublishedMount::PublishedMounts const & mou
 void setSwitchMap(Vex::Ptr<LRMapBase> const & lrMapBase,
                   Vex::Ptr<VxlanController::SwitchInfo const> const & switchInfo) {
     InterruptPoll poll;
+    SwitchInfo::VtepMaps::Slot const * first = nullptr;
     for (auto it = switchInfo->vtepMap().begin(); it; ++it) {
         poll.step();
         auto const & vtep = it.slot().element();
-        if (vtep && vtep->active()) {
-            lrMapBase->switchMapIs(switchInfo->switchId(), vtep->address());
-            return;
+        if (vtep && vtep->active() && (!first || comesFirst(it.key(), first->key()))) {
+            first = &it.slot();
         }
+    }
+    if (first) {
+        lrMapBase->switchMapIs(switchInfo->switchId(), first->element()->address());
     }
 }
 

@@ -1,4 +1,5 @@
 #include "VxlanController/command/CliTrace.h"
+#include "VxlanController/command/FixedOrder.h"
 #include "VxlanController/command/ForEachEntity.h"
 #include "VxlanController/command/ForEachSorted.h"
 #include "VxlanController/command/RenderFrame.h"
@@ -20,15 +21,19 @@ Vex::String firstSwitch(Vex::Ptr<LRMap const> const & router) {
 LRIpUplinkPortAddress uplinkAddress(LRIpUplinkPortV2 const & uplink, Vex::String const & switchId,
                                     InterruptPoll & poll) {
     LRIpUplinkPortAddress address(uplink.ip());
-    if (auto const first = uplink.portVlan().begin()) {
-        address.vlanIdIs(first->vlan);
-    }
     address.macIs(uplink.mac());
     address.switchIdIs(switchId);
     address.vtepIs(uplink.vtep());
+    PortVlanPairV2 const * first = nullptr;
     for (PortVlanPairV2 const & pair : uplink.portVlan()) {
         poll.step();
         address.portIs(pair.port, true);
+        if (!first || comesFirst(pair, *first)) {
+            first = &pair;
+        }
+    }
+    if (first) {
+        address.vlanIdIs(first->vlan);
     }
     return address;
 }

@@ -74,6 +74,12 @@ public:
     /// The last 64 bits of an IPv6 address, the whole IPv4 address, or 0 for no family.
     constexpr Vex::U64 low() const noexcept { return low_; }
 
+    /// The first 64 bits and the family as one word for hashing. Only addresses of different
+    /// families can share it, together with `low()`: at most one of each.
+    constexpr Vex::U64 highAndFamily() const noexcept {
+        return high_ ^ static_cast<Vex::U64>(family_) << 32;
+    }
+
     /// This address with all but the first `length` bits cleared; with a `length` of
     /// `bitLength()` or more, the address itself.
     constexpr IpGenAddr masked(unsigned length) const noexcept {
@@ -122,7 +128,6 @@ private:
 template <>
 struct std::hash<Nolt::IpGenAddr> {
     std::size_t operator()(Nolt::IpGenAddr const & address) const noexcept {
-        auto const family = static_cast<Vex::U64>(address.family());
-        return Vex::hashMix(address.low() ^ Vex::hashMix(address.high() ^ family << 32));
+        return Vex::hashMix(address.low() ^ Vex::hashMix(address.highAndFamily()));
     }
 };

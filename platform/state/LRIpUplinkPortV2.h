@@ -30,8 +30,7 @@ public:
     /// The VTEP behind which the ports are.
     Nolt::IpGenAddr const & vtep() const noexcept { return vtep_; }
 
-    /// The ports in hash order. A listing shows the VLAN of the first pair for all of them,
-    /// so the order must depend on the content alone.
+    /// The ports in hash order, which is another one in each process.
     PortVlans const & portVlan() const noexcept { return portVlan_; }
 
     /// Replaces all ports.

@@ -50,8 +50,7 @@ public:
     /// The text form of the switch's system identifier.
     Vex::String const & switchId() const noexcept { return switchId_; }
 
-    /// The switch's VTEPs, in hash order. A listing shows the first active one, so the order
-    /// must depend on the content alone.
+    /// The switch's VTEPs, in hash order, which is another one in each process.
     VtepMaps const & vtepMap() const noexcept { return vtepMap_; }
 
     void vtepMapIs(IpVtepKeyPair key, Vex::Ptr<VtepMap const> vtep) {

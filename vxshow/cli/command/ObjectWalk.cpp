@@ -1,8 +1,12 @@
 #include "vxshow/cli/command/ObjectWalk.h"
 
+#include "Nolt/IpAddr.h"
+#include "VxlanController/command/FixedOrder.h"
 #include "vxshow/cli/command/ModelAttributes.h"
 
+#include <algorithm>
 #include <optional>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -10,6 +14,16 @@
 namespace vxshow::cli::command {
 
 namespace {
+
+/// The number that orders the entries of a hashed set.
+Vex::U64 fixedNumberOf(Vex::AnyValue const & key) {
+    using VxlanController::Cli::fixedNumber;
+    try {
+        return fixedNumber(key.as<Nolt::IpAddr>());
+    } catch (Vex::OperandError const &) {
+        return fixedNumber(std::string_view(key.text().value_or("")));
+    }
+}
 
 class Walk {
 public:
@@ -42,6 +56,9 @@ private:
         auto const & attribute = *(*top.attributes)[top.next];
         if (top.entries) {
             stepEntry(top, attribute);
+        } else if (attribute.kind == Vex::AttributeKind::hashedSetCollection) {
+            ++top.next;
+            visitHashedSet(top, attribute);
         } else if (Vex::hasOperation(attribute.kind, Vex::Operation::iterate)) {
             visitor_.beginCollection(attribute,
                                      top.type->operations->count(top.object, attribute.number));
@@ -52,6 +69,28 @@ private:
                 visit({&attribute}, top.type->operations->get(top.object, attribute.number));
             }
         }
+    }
+
+    /// The walk over a hashed set has another order in each process. Its elements are values.
+    void visitHashedSet(Open const & owner, Vex::Attribute const & attribute) {
+        struct Entry {
+            Vex::U64 number;
+            Vex::AnyValue key;
+            Vex::AnyValue element;
+        };
+
+        auto const & operations = *owner.type->operations;
+        visitor_.beginCollection(attribute, operations.count(owner.object, attribute.number));
+        std::vector<Entry> entries;
+        for (auto at = operations.iterate(owner.object, attribute.number); at; ++at) {
+            entries.push_back({fixedNumberOf(at.key()), at.key(), at.element()});
+        }
+        std::sort(entries.begin(), entries.end(),
+                  [](Entry const & a, Entry const & b) { return a.number < b.number; });
+        for (Entry const & entry : entries) {
+            visitor_.value({&attribute, &entry.key}, entry.element);
+        }
+        visitor_.endCollection();
     }
 
     void stepEntry(Open & top, Vex::Attribute const & attribute) {
