@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vex/Hash.h"
+#include "Vex/KeyedHash.h"
 #include "Vex/String.h"
 #include "Vex/Types.h"
 
@@ -57,6 +57,6 @@ private:
 template <>
 struct std::hash<Bridging::VlanIdOrNone> {
     std::size_t operator()(Bridging::VlanIdOrNone vlan) const noexcept {
-        return Vex::hashMix(vlan.value());
+        return Vex::keyedHash(vlan.value());
     }
 };

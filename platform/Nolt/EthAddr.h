@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Nolt/AddressText.h"
-#include "Vex/Hash.h"
+#include "Vex/KeyedHash.h"
 #include "Vex/String.h"
 #include "Vex/Types.h"
 
@@ -115,6 +115,6 @@ private:
 template <>
 struct std::hash<Nolt::EthAddr> {
     std::size_t operator()(Nolt::EthAddr const & address) const noexcept {
-        return Vex::hashMix(address.value());
+        return Vex::keyedHash(address.value());
     }
 };

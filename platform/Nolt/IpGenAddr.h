@@ -128,6 +128,6 @@ private:
 template <>
 struct std::hash<Nolt::IpGenAddr> {
     std::size_t operator()(Nolt::IpGenAddr const & address) const noexcept {
-        return Vex::hashMix(address.low() ^ Vex::hashMix(address.highAndFamily()));
+        return Vex::keyedHash(address.low(), address.highAndFamily());
     }
 };

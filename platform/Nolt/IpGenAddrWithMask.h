@@ -70,6 +70,7 @@ private:
 template <>
 struct std::hash<Nolt::IpGenAddrWithMask> {
     std::size_t operator()(Nolt::IpGenAddrWithMask const & value) const noexcept {
-        return Vex::hashMix(std::hash<Nolt::IpGenAddr>()(value.address()) + value.length());
+        return Vex::keyedHash(value.address().low(), value.address().highAndFamily(),
+                              value.length());
     }
 };

@@ -87,6 +87,7 @@ private:
 template <>
 struct std::hash<Nolt::IpGenPrefix> {
     std::size_t operator()(Nolt::IpGenPrefix const & prefix) const noexcept {
-        return Vex::hashMix(std::hash<Nolt::IpGenAddr>()(prefix.address()) + prefix.length());
+        return Vex::keyedHash(prefix.address().low(), prefix.address().highAndFamily(),
+                              prefix.length());
     }
 };

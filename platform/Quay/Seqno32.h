@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vex/Hash.h"
+#include "Vex/KeyedHash.h"
 #include "Vex/String.h"
 #include "Vex/Types.h"
 
@@ -55,6 +55,6 @@ private:
 template <>
 struct std::hash<Quay::Seqno32> {
     std::size_t operator()(Quay::Seqno32 number) const noexcept {
-        return Vex::hashMix(number.value());
+        return Vex::keyedHash(number.value());
     }
 };

@@ -23,6 +23,8 @@ namespace [[gnu::visibility("default")]] Vex {
 /// table is known (`fill`). Single entries are never removed; a table that shrinks is built
 /// anew.
 ///
+/// Hashes are `std::hash` of the key, which must be `keyedHash` if keys come from outside.
+///
 /// If there is no memory for an entry, inserting it ends the process, as in every collection.
 template <class SlotType>
 class FlatHashMap {
@@ -64,6 +66,22 @@ public:
     Slot const * find(Key const & key) const noexcept {
         U32 const position = positionOf(key);
         return position == absent ? nullptr : &slots_[position];
+    }
+
+    /// How many entries or places of the index a search for `key` looks at: a measure of how
+    /// well the hash spreads the keys that are here.
+    std::size_t searchSteps(Key const & key) const noexcept {
+        if (index_.empty()) {
+            return slots_.size();
+        }
+        U32 const hash = hashOf(key);
+        std::size_t const mask = index_.size() - 1;
+        std::size_t steps = 1;
+        for (std::size_t at = hash & mask; !endsSearch(index_[at], hash, key);
+             at = (at + 1) & mask) {
+            ++steps;
+        }
+        return steps;
     }
 
     /// Inserts `slot` and returns true, or overwrites the entry with its key and returns
@@ -137,11 +155,15 @@ private:
         std::size_t const mask = index_.size() - 1;
         for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
             Bucket const & bucket = index_[at];
-            if (bucket.position == absent ||
-                (bucket.hash == hash && slots_[bucket.position].key() == key)) {
+            if (endsSearch(bucket, hash, key)) {
                 return bucket.position;
             }
         }
+    }
+
+    bool endsSearch(Bucket const & bucket, U32 hash, Key const & key) const noexcept {
+        return bucket.position == absent ||
+               (bucket.hash == hash && slots_[bucket.position].key() == key);
     }
 
     void enter(Bucket const & bucket) noexcept {

@@ -17,7 +17,8 @@ namespace [[gnu::visibility("default")]] Vex {
 /// hash select the bucket, and every chain is kept sorted. So the iteration order depends
 /// only on the content, not on the insertion order or the number of buckets, and an iterator
 /// finds its place again by hash and key. The key's `std::hash` must be well mixed in its
-/// top bits.
+/// top bits, and `keyedHash` if keys come from outside; the order is then another one in each
+/// process, and nothing that is printed may depend on it.
 ///
 /// If there is no memory for an entry, inserting it ends the process, as in every collection.
 template <class SlotType>
@@ -74,6 +75,21 @@ public:
     }
 
     Slot * find(Key const & key) { return const_cast<Slot *>(std::as_const(*this).find(key)); }
+
+    /// How many links a search for `key` follows: a measure of how well the hash spreads the
+    /// keys that are here.
+    std::size_t searchSteps(Key const & key) const {
+        if (size_ == 0) {
+            return 0;
+        }
+        U64 const hash = hashOf(key);
+        Node ** const end = linkOf(hash, key);
+        std::size_t steps = 1;
+        for (Node ** link = &buckets_[bucketOf(hash)]; link != end; link = &(*link)->next) {
+            ++steps;
+        }
+        return steps;
+    }
 
     bool has(Key const & key) const { return find(key) != nullptr; }
 

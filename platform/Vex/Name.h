@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Vex/KeyedHash.h"
 #include "Vex/String.h"
 
 #include <compare>
@@ -49,6 +50,6 @@ private:
 template <>
 struct std::hash<Vex::Name> {
     std::size_t operator()(Vex::Name const & name) const noexcept {
-        return std::hash<std::string_view>()(name);
+        return Vex::keyedHash(std::string_view(name));
     }
 };

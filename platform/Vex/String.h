@@ -1,5 +1,8 @@
 #pragma once
 
+#include "Vex/KeyedHash.h"
+
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,4 +28,8 @@ public:
 } // namespace Vex
 
 template <>
-struct std::hash<Vex::String> : std::hash<std::string_view> {};
+struct std::hash<Vex::String> {
+    std::size_t operator()(Vex::String const & text) const noexcept {
+        return Vex::keyedHash(std::string_view(text));
+    }
+};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Vex/Hash.h"
+#include "Vex/KeyedHash.h"
 #include "Vex/String.h"
 #include "Vex/Types.h"
 
@@ -62,5 +62,5 @@ private:
 
 template <>
 struct std::hash<Vxlan::Vni> {
-    std::size_t operator()(Vxlan::Vni vni) const noexcept { return Vex::hashMix(vni.value()); }
+    std::size_t operator()(Vxlan::Vni vni) const noexcept { return Vex::keyedHash(vni.value()); }
 };

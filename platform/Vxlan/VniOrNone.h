@@ -63,6 +63,6 @@ private:
 template <>
 struct std::hash<Vxlan::VniOrNone> {
     std::size_t operator()(Vxlan::VniOrNone vni) const noexcept {
-        return Vex::hashMix(vni.value());
+        return Vex::keyedHash(vni.value());
     }
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Bridging/VlanIdOrNone.h"
-#include "Vex/Hash.h"
+#include "Vex/KeyedHash.h"
 #include "Vex/String.h"
 
 #include <compare>
@@ -22,6 +22,6 @@ struct PortVlanPairV2 {
 template <>
 struct std::hash<VxlanController::PortVlanPairV2> {
     std::size_t operator()(VxlanController::PortVlanPairV2 const & pair) const noexcept {
-        return Vex::hashMix(std::hash<Vex::String>()(pair.port) + pair.vlan.value());
+        return Vex::keyedHash(Vex::textNumber(pair.port), pair.vlan.value());
     }
 };

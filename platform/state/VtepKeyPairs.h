@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Nolt/IpGenAddr.h"
-#include "Vex/Hash.h"
+#include "Vex/KeyedHash.h"
 #include "Vex/String.h"
 
 #include <compare>
@@ -35,15 +35,13 @@ struct SwitchIdVtepKeyPair {
 template <>
 struct std::hash<VxlanController::IpVtepKeyPair> {
     std::size_t operator()(VxlanController::IpVtepKeyPair const & key) const noexcept {
-        return Vex::hashMix(std::hash<Nolt::IpGenAddr>()(key.ip) +
-                            std::hash<Vex::String>()(key.vtepName));
+        return Vex::keyedHash(key.ip.low(), key.ip.highAndFamily(), Vex::textNumber(key.vtepName));
     }
 };
 
 template <>
 struct std::hash<VxlanController::SwitchIdVtepKeyPair> {
     std::size_t operator()(VxlanController::SwitchIdVtepKeyPair const & key) const noexcept {
-        return Vex::hashMix(3 * std::hash<Vex::String>()(key.switchId) +
-                            std::hash<Vex::String>()(key.vtepName));
+        return Vex::keyedHash(Vex::textNumber(key.switchId), Vex::textNumber(key.vtepName));
     }
 };

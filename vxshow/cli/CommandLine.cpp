@@ -1,5 +1,7 @@
 #include "vxshow/cli/CommandLine.h"
 
+#include "Vex/Errors.h"
+#include "Vex/KeyedHash.h"
 #include "vxshow/cli/NumberOption.h"
 #include "vxshow/cli/Refusals.h"
 #include "vxshow/cli/Version.h"
@@ -38,6 +40,16 @@ void addOutputOptions(CLI::App & app, CommandLine & chosen) {
               [&](Vex::U32 number) { chosen.traceLevel = number; });
 }
 
+/// The line that refuses a value of VEX_HASH_SEED, which the platform ignores.
+std::optional<std::string> refuseHashSeed() {
+    char const * const text = Vex::hashSeedText();
+    if (!text || Vex::isHashSeed(text)) {
+        return std::nullopt;
+    }
+    return "VEX_HASH_SEED: " + Vex::quoted(text) +
+           ": expected a whole number from 0 to 18446744073709551615";
+}
+
 } // namespace
 
 std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv,
@@ -62,6 +74,9 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
         return Help{std::string(version) + "\n"};
     } catch (CLI::ParseError const & error) {
         return UsageError{refusal(app, error)};
+    }
+    if (auto line = refuseHashSeed()) {
+        return UsageError{*std::move(line)};
     }
     if (auto line = chosen.readsState ? completeStateOptions(chosen.state) : std::nullopt) {
         return UsageError{*std::move(line)};

@@ -19,7 +19,8 @@ TEST(Name, ComparesWithTextAndHashesLikeText) {
     Name const name("HSC");
     EXPECT_TRUE(name == "HSC");
     EXPECT_FALSE(name == "hsc");
-    EXPECT_EQ(std::hash<Name>()(name), std::hash<std::string_view>()("HSC"));
+    EXPECT_EQ(std::hash<Name>()(name), std::hash<Vex::String>()("HSC"));
+    EXPECT_EQ(std::hash<Name>()(name), Vex::keyedHash(std::string_view("HSC")));
 }
 
 TEST(Name, KeepsArbitraryBytes) {

@@ -221,6 +221,22 @@ TEST(CommandLine, TheEnvironmentCanNameOneStateOnly) {
                             "of them, or an option that says where the state is\n");
 }
 
+TEST(CommandLine, ASeedThatIsNoNumberIsRefused) {
+    auto const refusal = [](char const * seed, std::vector<std::string> const & arguments) {
+        Finished const finished =
+            vxshow(arguments, {.inChild = [=] { setenv("VEX_HASH_SEED", seed, 1); }});
+        EXPECT_EQ(finished.status, 2);
+        EXPECT_EQ(finished.out, "");
+        return finished.err;
+    };
+    std::string const expected = ": expected a whole number from 0 to 18446744073709551615\n";
+    EXPECT_EQ(refusal("12a", {"model"}), "vxshow: VEX_HASH_SEED: '12a'" + expected);
+    EXPECT_EQ(refusal("-1", {"model"}), "vxshow: VEX_HASH_SEED: '-1'" + expected);
+    EXPECT_EQ(refusal("18446744073709551616", {"--state", "none", "mac", "received"}),
+              "vxshow: VEX_HASH_SEED: '18446744073709551616'" + expected);
+    EXPECT_EQ(refusal("\x1b[2J", {"model"}), "vxshow: VEX_HASH_SEED: '\\x1b[2J'" + expected);
+}
+
 TEST(CommandLine, ARemoteIsCheckedOnTheCommandLine) {
     EXPECT_EQ(refused({"--ovsdb", "leaf1", "mac", "received"}),
               "--ovsdb: found \"leaf1\", expected unix:FILE, tcp:HOST:PORT or ssl:HOST:PORT");
