@@ -23,10 +23,9 @@ using Vex::U8;
 /// still, but it spreads a word's top bits to only a few places, where three flipped bits
 /// in two words can cancel out. It is no defence against forgery.
 constexpr U64 checksum(U64 seed, std::span<U64 const> words) noexcept {
-    constexpr U64 goldenRatio = 0x9e3779b97f4a7c15U;
-    U64 sum = seed + goldenRatio;
+    U64 sum = seed + Vex::goldenRatio;
     for (U64 const word : words) {
-        sum = Vex::hashMix((sum ^ word) + goldenRatio);
+        sum = Vex::hashMix((sum ^ word) + Vex::goldenRatio);
     }
     return sum;
 }

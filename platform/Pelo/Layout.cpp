@@ -2,6 +2,7 @@
 
 #include "Pelo/Errors.h"
 #include "Pelo/Text.h"
+#include "Vex/KeyedHash.h"
 
 #include <cstring>
 #include <span>
@@ -17,9 +18,10 @@ constexpr std::size_t capacityPlace = 2;
 constexpr std::size_t slotSizePlace = 3;
 constexpr std::size_t entrySizesPlace = 4;
 constexpr std::size_t tagPlace = 5;
+constexpr std::size_t seedPlace = 13;
 constexpr std::size_t regionSizePlace = 14;
 constexpr std::size_t checksumPlace = 15;
-static_assert((regionSizePlace - tagPlace) * 8 == Format::maxTagLength);
+static_assert((seedPlace - tagPlace) * 8 == Format::maxTagLength);
 
 // Different from each other and from every slot number, so that one part of the header is
 // never accepted in the place of another.
@@ -63,7 +65,7 @@ void checkKind(FixedHeader const & header, Format const & format, std::string_vi
 
 } // namespace
 
-FixedHeader makeHeader(Format const & format, U64 capacity) noexcept {
+FixedHeader makeHeader(Format const & format, U64 capacity, U64 seed) noexcept {
     FixedHeader header{};
     header[magicPlace] = magic;
     header[versionPlace] = formatVersion;
@@ -71,9 +73,18 @@ FixedHeader makeHeader(Format const & format, U64 capacity) noexcept {
     header[slotSizePlace] = format.slotSize();
     header[entrySizesPlace] = entrySizes(format);
     std::memcpy(&header[tagPlace], format.tag.data(), format.tag.size());
+    header[seedPlace] = seed;
     header[regionSizePlace] = regionSize(format, capacity);
     header[checksumPlace] = sumOf(fixedSeed, header);
     return header;
+}
+
+FixedHeader makeHeader(Format const & format, U64 capacity) noexcept {
+    return makeHeader(format, capacity, Vex::drawHashSeed());
+}
+
+U64 seedOf(FixedHeader const & header) noexcept {
+    return header[seedPlace];
 }
 
 U64 checkHeader(FixedHeader const & header, Format const & format, U64 fileSize,
@@ -96,6 +107,9 @@ U64 checkHeader(FixedHeader const & header, Format const & format, U64 fileSize,
     if (capacity == 0 || capacity >= maxCapacity) {
         throw CorruptionDetectedException(table, "header", std::to_string(capacity) + " slots",
                                           "1 to " + std::to_string(maxCapacity - 1));
+    }
+    if (header[seedPlace] == 0) {
+        throw CorruptionDetectedException(table, "header", "a seed of 0", "a seed that was drawn");
     }
     U64 const size = regionSize(format, capacity);
     if (header[regionSizePlace] != size || fileSize != size) {

@@ -18,13 +18,16 @@
 ///     words 17-23   counts, which change with the entries, and a checksum of them
 ///     from 24       slots: a checksum, then key, value and state as bytes, zero-padded
 ///
+/// The words that never change include a seed, which the writer draws for each table and
+/// which determines where keys are stored (Slot.h).
+///
 /// Every byte is checked except the upper seven of the generation, where a flipped bit
 /// looks like a change by the writer: readers read again and find everything as it was.
 namespace [[gnu::visibility("default")]] Pelo {
 
 /// "PeloTabl" in a hexdump.
 inline constexpr U64 magic = 0x6c6261546f6c6550U;
-inline constexpr U32 formatVersion = 1;
+inline constexpr U32 formatVersion = 2;
 
 /// The kind of a table: the tag, so that a table of hosts is not read as one of flood
 /// entries, and the sizes of keys and values.
@@ -36,7 +39,7 @@ struct Format {
     /// Bytes of an encoded value.
     U32 valueSize;
 
-    static constexpr std::size_t maxTagLength = 72;
+    static constexpr std::size_t maxTagLength = 64;
 
     /// Words of key, value and state.
     constexpr U32 recordWords() const noexcept { return (1 + keySize + valueSize + 7) / 8; }
@@ -67,14 +70,21 @@ constexpr U64 regionSize(Format const & format, U64 capacity) noexcept {
 using FixedHeader = std::array<U64, fixedWords>;
 using CountsWords = std::array<U64, countsWords>;
 
-/// The part of the header that never changes, for a table of `capacity` slots.
+/// The part of the header that never changes, for a table of `capacity` slots whose places
+/// follow from `seed`, which is not 0.
+FixedHeader makeHeader(Format const & format, U64 capacity, U64 seed) noexcept;
+
+/// The same with a seed that is drawn for it.
 FixedHeader makeHeader(Format const & format, U64 capacity) noexcept;
 
 /// Reads the number of slots out of `header`. Raises `CorruptionDetectedException` if its
-/// checksum is wrong or the table cannot have `fileSize` bytes, and `TableError` if it is
-/// not a table, or its version, tag, or key or value size differs from `format`.
+/// checksum is wrong, the table cannot have `fileSize` bytes or the seed is 0, and `TableError` if
+/// it is not a table, or its version, tag, or key or value size differs from `format`.
 U64 checkHeader(FixedHeader const & header, Format const & format, U64 fileSize,
                 std::string_view table);
+
+/// The seed in `header`.
+U64 seedOf(FixedHeader const & header) noexcept;
 
 /// What a table records about its entries.
 struct Counts {

@@ -65,9 +65,9 @@ public:
     /// The value of `key`, or nullopt if the table does not have it.
     std::optional<Value> find(Key const & key) const {
         EncodedKey<S> const wanted(key);
-        U64 const capacity = region_->capacity();
+        U64 const capacity = places_.capacity();
         Slot<S> slot;
-        U64 number = wanted.firstSlot(capacity);
+        U64 number = wanted.firstSlot(places_);
         for (U64 visited = 0; visited < capacity; ++visited) {
             region_->read(Slot<S>::place(number), slot.words());
             slot.check(name(), number);
@@ -86,9 +86,11 @@ public:
     Value value(Key const & key) const { return find(key).value_or(Value()); }
 
 private:
-    explicit Reader(std::shared_ptr<Region const> region) : region_(std::move(region)) {}
+    explicit Reader(std::shared_ptr<Region const> region)
+        : region_(std::move(region)), places_(region_->seed(), region_->capacity()) {}
 
     std::shared_ptr<Region const> region_;
+    KeyPlaces<S> places_;
 };
 
 } // namespace Pelo

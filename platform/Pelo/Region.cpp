@@ -117,15 +117,15 @@ Region::Region(std::string name, Descriptor descriptor, Format const & format)
       mapping_(std::make_shared<Mapping const>(descriptor_.number(),
                                                tableFileSize(descriptor_.number(), name_),
                                                Mapping::Access::read, name_)),
-      words_(mapping_->words()),
-      capacity_(checkHeader(header(), format_, mapping_->size(), name_)) {
+      words_(mapping_->words()), capacity_(checkHeader(header(), format_, mapping_->size(), name_)),
+      seed_(seedOf(header())) {
     state();
 }
 
 Region::Region(std::string name, std::shared_ptr<Mapping const> memory, Format const & format)
     : name_(std::move(name)), format_(format), mapping_(std::move(memory)),
-      words_(mapping_->words()),
-      capacity_(checkHeader(header(), format_, mapping_->size(), name_)) {
+      words_(mapping_->words()), capacity_(checkHeader(header(), format_, mapping_->size(), name_)),
+      seed_(seedOf(header())) {
     state();
 }
 
@@ -146,7 +146,7 @@ void Region::check() const {
 }
 
 void Region::recheckHeader() const {
-    if (header() != makeHeader(format_, capacity_)) {
+    if (header() != makeHeader(format_, capacity_, seed_)) {
         throw CorruptionDetectedException(name_, "header", "another header",
                                           "the one that it was opened with");
     }

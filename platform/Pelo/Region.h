@@ -59,6 +59,9 @@ public:
     /// The number of slots.
     U64 capacity() const noexcept { return capacity_; }
 
+    /// The seed of the places of keys.
+    U64 seed() const noexcept { return seed_; }
+
     /// The counts, and the generation that they belong to.
     struct State {
         Counts counts;
@@ -125,6 +128,7 @@ private:
     std::shared_ptr<Mapping const> mapping_;
     Word const * words_;
     U64 capacity_ = 0;
+    U64 seed_ = 0;
     /// The last generation in which the header was valid.
     mutable std::atomic<U64> checkedGeneration_{1};
 };

@@ -2,6 +2,7 @@
 
 #include "Pelo/Errors.h"
 #include "Pelo/Schema.h"
+#include "Vex/HashFactors.h"
 
 #include <array>
 #include <cstring>
@@ -15,6 +16,39 @@ enum class SlotState : U8 {
     dead, ///< its key was erased, but gets this slot if it is inserted again
 };
 
+/// Where the keys of one table are stored.
+///
+/// Each table has its own random order, from the seed in its header: hosts choose their MAC
+/// addresses, and without a secret they could choose ones that share a place, so that every
+/// search passes all of them. The seed is as secret as the table: whoever can read the file can
+/// also choose such keys.
+///
+/// Different orders also keep a table that is filled from a walk over another one from having
+/// all its keys in its first slots, one long run that every search would have to pass.
+template <Schema S>
+class KeyPlaces {
+public:
+    using Words = std::array<U64, (S::keySize + 7) / 8>;
+
+    KeyPlaces(U64 seed, U64 capacity) noexcept
+        : factors_(Factors::fromSeed(seed)), capacity_(capacity) {}
+
+    /// The first slot that can hold the key of these words; the search goes on from there and
+    /// wraps at the end.
+    U64 firstSlot(Words const & key) const noexcept {
+        return (factors_.hash(key) >> 32) * capacity_ >> 32;
+    }
+
+    /// The number of slots.
+    U64 capacity() const noexcept { return capacity_; }
+
+private:
+    using Factors = Vex::HashFactors<std::tuple_size_v<Words>>;
+
+    Factors factors_;
+    U64 capacity_;
+};
+
 /// A key prepared for a search: its bytes, and where the search begins.
 template <Schema S>
 class EncodedKey {
@@ -23,20 +57,13 @@ public:
 
     U8 const * bytes() const noexcept { return reinterpret_cast<U8 const *>(words_.data()); }
 
-    /// The first slot that can hold the key; the search goes on from there and wraps at
-    /// the end.
-    ///
-    /// Tables of different sizes have their keys in different orders. With the same order,
-    /// a table filled from a walk over a bigger one would put all keys into its first
-    /// slots: one long run that every search would have to pass.
-    U64 firstSlot(U64 capacity) const noexcept {
-        return (checksum(capacity, words_) >> 32) * capacity >> 32;
-    }
+    /// The first slot that can hold the key.
+    U64 firstSlot(KeyPlaces<S> const & places) const noexcept { return places.firstSlot(words_); }
 
 private:
     U8 * bytes() noexcept { return reinterpret_cast<U8 *>(words_.data()); }
 
-    std::array<U64, (S::keySize + 7) / 8> words_{};
+    typename KeyPlaces<S>::Words words_{};
 };
 
 /// A slot, copied from shared memory or prepared for copying to it.

@@ -1,9 +1,11 @@
 #include "Pelo/WritableRegion.h"
 
+#include "Vex/KeyedHash.h"
+
 namespace [[gnu::visibility("default")]] Pelo {
 
 WritableRegion::WritableRegion(Destination const & destination, Format const & format, U64 capacity)
-    : format_(format), capacity_(capacity) {
+    : format_(format), capacity_(capacity), seed_(Vex::drawHashSeed()) {
     U64 const size = regionSize(format, capacity);
     if (destination.kind == Destination::Kind::ownMemory) {
         mapping_ = std::make_shared<Mapping const>(size, destination.name);
@@ -47,7 +49,7 @@ void WritableRegion::fill(std::size_t first, std::span<U64 const> words) noexcep
 void WritableRegion::publish(Counts const & counts) {
     counts_ = counts;
     fill(countsFirstWord, makeCounts(counts));
-    fill(0, makeHeader(format_, capacity_));
+    fill(0, makeHeader(format_, capacity_, seed_));
     if (newFile_) {
         descriptor_ = newFile_->publish();
         newFile_.reset();

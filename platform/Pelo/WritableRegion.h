@@ -30,6 +30,9 @@ public:
 
     U64 capacity() const noexcept { return capacity_; }
 
+    /// The seed of the places of keys, drawn for this region.
+    U64 seed() const noexcept { return seed_; }
+
     Counts const & counts() const noexcept { return counts_; }
 
     /// The memory to hand to readers; negative if it is this process's own.
@@ -61,6 +64,7 @@ public:
 private:
     Format format_;
     U64 capacity_;
+    U64 seed_;
     Counts counts_;
     std::unique_ptr<NewFile> newFile_;
     Descriptor descriptor_;

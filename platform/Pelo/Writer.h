@@ -65,10 +65,10 @@ public:
     /// it finds a slot that is not as it was written.
     bool insert(Key const & key, Value const & value) {
         EncodedKey<S> const wanted(key);
-        auto place = locate(region_, wanted);
+        auto place = locate(region_, places_, wanted);
         if (place.slot.state() == SlotState::empty && !roomForOneMore()) {
             move(size() + 1);
-            place = locate(region_, wanted);
+            place = locate(region_, places_, wanted);
         }
         auto counts = region_.counts();
         auto const before = place.slot.state();
@@ -84,7 +84,7 @@ public:
     /// Removes `key`; returns whether the table had it. Raises
     /// `CorruptionDetectedException`.
     bool erase(Key const & key) {
-        auto place = locate(region_, EncodedKey<S>(key));
+        auto place = locate(region_, places_, EncodedKey<S>(key));
         if (place.slot.state() != SlotState::live) {
             return false;
         }
@@ -99,7 +99,7 @@ public:
 
     /// The value of `key`, or nullopt. Can raise `CorruptionDetectedException`.
     std::optional<Value> find(Key const & key) const {
-        auto const place = locate(region_, EncodedKey<S>(key));
+        auto const place = locate(region_, places_, EncodedKey<S>(key));
         return place.slot.state() == SlotState::live ? std::optional(place.slot.value())
                                                      : std::nullopt;
     }
@@ -113,7 +113,8 @@ private:
     };
 
     Writer(Destination destination, U64 entries)
-        : destination_(std::move(destination)), region_(emptyRegion(entries)) {
+        : destination_(std::move(destination)), region_(emptyRegion(entries)),
+          places_(placesIn(region_)) {
         region_.publish({});
     }
 
@@ -124,6 +125,10 @@ private:
             region.fill(Slot<S>::place(number), slot.sealed(number));
         }
         return region;
+    }
+
+    static KeyPlaces<S> placesIn(WritableRegion const & region) noexcept {
+        return {region.seed(), region.capacity()};
     }
 
     // At a load of two thirds, a present key is found in the second slot on average, and
@@ -144,9 +149,10 @@ private:
     }
 
     // The slot of the key, live or dead, or the empty one that it would take.
-    Place locate(WritableRegion const & region, EncodedKey<S> const & wanted) const {
-        U64 const capacity = region.capacity();
-        Place place{wanted.firstSlot(capacity), {}};
+    Place locate(WritableRegion const & region, KeyPlaces<S> const & places,
+                 EncodedKey<S> const & wanted) const {
+        U64 const capacity = places.capacity();
+        Place place{wanted.firstSlot(places), {}};
         for (U64 visited = 0; visited < capacity; ++visited) {
             read(region, place);
             if (place.slot.state() == SlotState::empty || place.slot.holds(wanted)) {
@@ -165,22 +171,25 @@ private:
     // Leaves the dead slots behind, and makes room for as many entries again.
     void move(U64 entries) {
         auto larger = emptyRegion(entries * 2);
+        auto const places = placesIn(larger);
         Place old{0, {}};
         for (; old.number < region_.capacity(); ++old.number) {
             read(region_, old);
             if (old.slot.state() == SlotState::live) {
-                auto const place = locate(larger, EncodedKey<S>(old.slot.key()));
+                auto const place = locate(larger, places, EncodedKey<S>(old.slot.key()));
                 larger.fill(Slot<S>::place(place.number), old.slot.sealed(place.number));
             }
         }
         larger.publish({.live = size()});
         region_.replaced();
         region_ = std::move(larger);
+        places_ = places;
         ++moves_;
     }
 
     Destination destination_;
     WritableRegion region_;
+    KeyPlaces<S> places_;
     U64 moves_ = 0;
 };
 

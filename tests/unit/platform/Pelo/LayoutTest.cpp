@@ -45,9 +45,9 @@ TEST(Layout, AnotherMagicNumberIsRefused) {
 
 TEST(Layout, AnotherVersionIsRefusedBeforeItsChecksumIsChecked) {
     auto header = makeHeader(format, capacity);
-    header[1] = 2;
+    header[1] = 1;
     EXPECT_EQ(errorOf<TableError>([&] { check(header); }),
-              "table 't': has format version 2, expected 1");
+              "table 't': has format version 1, expected 2");
 }
 
 TEST(Layout, AnotherTagIsRefusedByName) {
@@ -85,6 +85,20 @@ TEST(Layout, AnImpossibleCapacityIsRefusedEvenWithARightChecksum) {
     U64 const wrapping = capacity + (U64{1} << 59);
     ASSERT_EQ(regionSize(format, wrapping), regionSize(format, capacity));
     EXPECT_THROW(check(makeHeader(format, wrapping)), CorruptionDetectedException);
+}
+
+TEST(Layout, TheSeedIsReadBack) {
+    EXPECT_EQ(seedOf(makeHeader(format, capacity, 77)), 77U);
+    EXPECT_EQ(check(makeHeader(format, capacity, 77)), capacity);
+}
+
+TEST(Layout, ASeedThatWasNeverDrawnIsRefusedEvenWithARightChecksum) {
+    EXPECT_EQ(errorOf<CorruptionDetectedException>([] { check(makeHeader(format, capacity, 0)); }),
+              "table 't', header: a seed of 0, expected a seed that was drawn");
+}
+
+TEST(Layout, EachNewHeaderHasAnotherSeed) {
+    EXPECT_NE(seedOf(makeHeader(format, capacity)), seedOf(makeHeader(format, capacity)));
 }
 
 TEST(Layout, AFileOfAnyOtherLengthIsRefused) {

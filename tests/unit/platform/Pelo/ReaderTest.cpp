@@ -84,6 +84,22 @@ TEST(PeloReader, EveryChangedByteOfTheHeaderIsDetected) {
     }
 }
 
+TEST(PeloReader, AnotherSeedWithARightChecksumIsDetected) {
+    auto const writer = filled();
+    auto const opened = readerOf(writer);
+    RawMemory const memory(writer.descriptor());
+    auto const good = memory.at<FixedHeader>(0);
+    auto const slots = (tableSize(writer) - headerSize) / slotSize;
+    memory.put(0, makeHeader(formatOf<PairSchema>, slots, seedOf(good) + 1));
+    EXPECT_EQ(errorOf<CorruptionDetectedException>([&] { opened.begin(); }),
+              "table 't', header: another header, expected the one that it was opened with");
+    memory.put(0, makeHeader(formatOf<PairSchema>, slots, 0));
+    EXPECT_EQ(errorOf<CorruptionDetectedException>([&] { readerOf(writer); }),
+              "table 't', header: a seed of 0, expected a seed that was drawn");
+    memory.put(0, good);
+    EXPECT_NO_THROW(readAll(opened));
+}
+
 TEST(PeloReader, EveryChangedBitOfASlotIsDetected) {
     auto const writer = filled();
     auto const opened = readerOf(writer);

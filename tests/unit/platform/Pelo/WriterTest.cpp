@@ -184,6 +184,81 @@ TEST(PeloWriter, ATableFilledInTheOrderOfABiggerOneHasNoLongRuns) {
     EXPECT_LT(longest, 1000U);
 }
 
+U64 seedIn(PairWriter const & writer) {
+    return seedOf(RawMemory(writer.descriptor()).at<FixedHeader>(0));
+}
+
+TEST(PeloWriter, EachTableHasItsOwnSeedAndAMoveDrawsAnother) {
+    auto writer = PairWriter::inMemory("t");
+    auto const first = seedIn(writer);
+    EXPECT_NE(first, seedIn(PairWriter::inMemory("t")));
+    for (U32 key = 0; writer.moves() == 0; ++key) {
+        writer.insert(key, Pair::of(key));
+    }
+    EXPECT_NE(seedIn(writer), first);
+}
+
+TEST(PeloWriter, TablesWithTheSameKeysHaveThemInDifferentOrders) {
+    auto const order = [] {
+        auto writer = PairWriter::inMemory("t", 1000);
+        for (U32 key = 0; key < 1000; ++key) {
+            writer.insert(key, Pair::of(key));
+        }
+        std::vector<U32> keys;
+        for (U32 const key : readerOf(writer)) {
+            keys.push_back(key);
+        }
+        return keys;
+    };
+    EXPECT_NE(order(), order());
+}
+
+// How many slots a search for each key of the table looks at, all together.
+U64 searchSteps(PairWriter const & writer) {
+    RawMemory const memory(writer.descriptor());
+    auto const slots = (fileSize(writer.descriptor(), "t") - headerSize) / slotSize;
+    KeyPlaces<PairSchema> const places(seedIn(writer), slots);
+    U64 steps = 0;
+    for (U64 number = 0; number < slots; ++number) {
+        Slot<PairSchema> slot;
+        slot.words() = memory.at<Slot<PairSchema>::Words>(Slot<PairSchema>::place(number) * 8);
+        if (slot.state() != SlotState::empty) {
+            auto const first = EncodedKey<PairSchema>(slot.key()).firstSlot(places);
+            steps += (number + slots - first) % slots + 1;
+        }
+    }
+    return steps;
+}
+
+// The first slot of a key in a table whose order is known to everyone.
+U64 slotWithoutSeed(U32 key, U64 capacity) {
+    U64 word = 0;
+    PairSchema::encodeKey(key, reinterpret_cast<U8 *>(&word));
+    return (checksum(capacity, std::span(&word, 1)) >> 32) * capacity >> 32;
+}
+
+TEST(PeloWriter, KeysChosenToShareAFewSlotsCostNoMoreThanOthers) {
+    constexpr U32 count = 2000;
+    auto chosen = PairWriter::inMemory("t", count);
+    auto const capacity = (fileSize(chosen.descriptor(), "t") - headerSize) / slotSize;
+    U32 sharing = 0;
+    for (U32 key = 0; sharing < count; ++key) {
+        if (slotWithoutSeed(key, capacity) < 3) {
+            chosen.insert(key, Pair());
+            ++sharing;
+        }
+    }
+    auto others = PairWriter::inMemory("t", count);
+    for (U32 key = 0; key < count; ++key) {
+        others.insert(key, Pair());
+    }
+    ASSERT_EQ(chosen.moves() + others.moves(), 0U);
+    // Two slots each at this load. In three shared slots it would be a thousand.
+    EXPECT_LT(searchSteps(chosen), 4 * count);
+    EXPECT_LT(searchSteps(others), 4 * count);
+    EXPECT_LT(longestRun(chosen), 200U);
+}
+
 TEST(PeloWriter, APathLeadsToTheNewTableAfterAMove) {
     TemporaryDirectory const directory;
     auto const path = directory.file("table");

@@ -51,7 +51,9 @@ std::string vtepIn(Mount const & mount) {
 /// Changes the first slot of a table.
 void damage(int descriptor) {
     constexpr off_t firstSlot = 192;
-    char const byte = 'x';
+    char byte = 0;
+    EXPECT_EQ(::pread(descriptor, &byte, 1, firstSlot), 1);
+    byte = static_cast<char>(byte ^ 'x');
     EXPECT_EQ(::pwrite(descriptor, &byte, 1, firstSlot), 1);
 }
 
