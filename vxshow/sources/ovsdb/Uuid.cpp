@@ -1,6 +1,6 @@
 #include "vxshow/sources/ovsdb/Uuid.h"
 
-#include <random>
+#include <array>
 
 namespace vxshow::sources::ovsdb {
 
@@ -61,18 +61,6 @@ std::string textOf(Uuid const & uuid) {
         text.push_back(digits[half >> (60 - index % 16 * 4) & 0xF]);
     }
     return text;
-}
-
-UuidHash::Factors const & UuidHash::drawn() {
-    static Factors const factors = [] {
-        std::random_device random;
-        Factors all{};
-        for (Vex::U64 & factor : all) {
-            factor = Vex::U64{random()} << 32 | random();
-        }
-        return all;
-    }();
-    return factors;
 }
 
 } // namespace vxshow::sources::ovsdb
