@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
+#include <sstream>
 
 namespace {
 
@@ -139,4 +141,30 @@ TEST(HashSeed, TablesThatOneProcessPublishesAreReadByOthersWithOtherSeeds) {
                                   "0000.5e00.53c3", "--tables", folder.path()});
         EXPECT_NE(found.find("00:00:5e:00:53:c3"), std::string::npos);
     }
+}
+
+namespace {
+
+/// The bytes of the table of hosts that a process with this seed publishes.
+std::string publishedHosts(std::string const & seed) {
+    Folder const folder;
+    EXPECT_EQ(
+        withSeed(seed, {"tables", "publish", folder.path(), "--state", EXAMPLE_FABRIC}).status, 0);
+    std::ifstream const file(folder.file("received-hosts"));
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
+} // namespace
+
+TEST(HashSeed, TheSameSeedPublishesTheSameBytes) {
+    auto const once = publishedHosts("5");
+    EXPECT_FALSE(once.empty());
+    EXPECT_EQ(publishedHosts("5"), once);
+    EXPECT_NE(publishedHosts("6"), once);
+}
+
+TEST(HashSeed, WithoutASeedEachProcessDrawsItsOwn) {
+    EXPECT_NE(publishedHosts(""), publishedHosts(""));
 }
