@@ -1,6 +1,7 @@
 #include "vxshow/text/TomlCharacters.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace vxshow::text {
 
@@ -69,9 +70,85 @@ bool isLongString(std::string_view document, std::size_t at) {
            document[at + 2] == document[at];
 }
 
+/// As `afterString`, for a string of either kind.
+std::size_t afterAnyString(std::string_view document, std::size_t at) {
+    return isLongString(document, at) ? afterLongString(document, at) : afterString(document, at);
+}
+
+/// Whether a key or a value is next, from the marks outside of strings and comments.
+class Position {
+public:
+    bool isValue() const noexcept { return value_; }
+
+    void pass(char mark) noexcept {
+        switch (mark) {
+        case '=':
+            value_ = true;
+            break;
+        case '\n':
+            value_ = value_ && depth_ > 0;
+            break;
+        case '[': // in a key it is a header
+        case '{':
+            if (value_) {
+                open(mark == '{');
+            }
+            break;
+        case ']':
+        case '}':
+            close();
+            break;
+        case ',':
+            value_ = depth_ > 0 && !inTable();
+            break;
+        default:
+            break;
+        }
+    }
+
+private:
+    bool inTable() const noexcept { return (tables_ & 1U) != 0; }
+
+    void open(bool table) noexcept {
+        tables_ = tables_ << 1U | (table ? 1U : 0U);
+        ++depth_;
+        value_ = !table;
+    }
+
+    void close() noexcept {
+        if (depth_ > 0) {
+            tables_ >>= 1U;
+            --depth_;
+            value_ = true;
+        }
+    }
+
+    bool value_ = false;
+    std::size_t depth_ = 0;
+    /// Which of the open brackets are tables, the innermost in the lowest bit: of the last 64, but
+    /// the library takes no more than a few.
+    std::uint64_t tables_ = 0;
+};
+
+/// The position after the bare value that starts at `at`, such as a number, or of the first
+/// character in it that is not ASCII. A quote inside it opens no string.
+std::size_t afterBareValue(std::string_view document, std::size_t at) {
+    constexpr std::string_view ends = " \t\r\n]},#";
+    while (at < document.size() && isAscii(document[at]) &&
+           ends.find(document[at]) == std::string_view::npos) {
+        ++at;
+    }
+    return at;
+}
+
+bool startsBareValue(char c) {
+    return std::string_view(" \t\r\n[]{},=").find(c) == std::string_view::npos;
+}
+
 } // namespace
 
 std::optional<std::size_t> misplacedNonAscii(std::string_view document) noexcept {
+    Position position;
     for (std::size_t at = document.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
          at < document.size();) {
         char const c = document[at];
@@ -81,9 +158,11 @@ std::optional<std::size_t> misplacedNonAscii(std::string_view document) noexcept
         if (c == '#') {
             at = document.find('\n', at);
         } else if (c == '"' || c == '\'') {
-            at = isLongString(document, at) ? afterLongString(document, at)
-                                            : afterString(document, at);
+            at = afterAnyString(document, at);
+        } else if (position.isValue() && startsBareValue(c)) {
+            at = afterBareValue(document, at);
         } else {
+            position.pass(c);
             ++at;
         }
     }
