@@ -61,6 +61,13 @@ if(VXLAN_HARDEN)
     add_link_options(LINKER:-z,relro,-z,now,-z,noexecstack)
 endif()
 
+# The coverage that libFuzzer goes by. Only the fuzzing targets are linked with libFuzzer itself.
+option(VXLAN_FUZZ "Build the fuzzing targets, which needs Clang" OFF)
+if(VXLAN_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+    add_link_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Link-time optimisation pays where small functions meet across files: in the two shared
 # libraries and the front end, and nowhere else.
 option(VXLAN_LTO "Optimise the shipped targets at link time" OFF)

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+/// The targets. Each takes one input, any bytes, and returns if the properties that its source file
+/// names hold; otherwise it ends the process, as the sanitizers do when they find an error.
+namespace fuzz {
+
+void hashedMaps(std::string_view bytes);
+void orderedMap(std::string_view bytes);
+
+} // namespace fuzz
