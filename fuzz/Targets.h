@@ -7,6 +7,12 @@
 namespace fuzz {
 
 void hashedMaps(std::string_view bytes);
+void modelText(std::string_view bytes);
+void modelValues(std::string_view bytes);
 void orderedMap(std::string_view bytes);
+void printer(std::string_view bytes);
+void stringForms(std::string_view bytes);
+void tableFile(std::string_view bytes);
+void tableOperations(std::string_view bytes);
 
 } // namespace fuzz

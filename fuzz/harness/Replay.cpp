@@ -18,8 +18,10 @@ struct Target {
 };
 
 constexpr std::array targets{
-    Target{"hashed_maps", fuzz::hashedMaps},
-    Target{"ordered_map", fuzz::orderedMap},
+    Target{"hashed_maps", fuzz::hashedMaps},   Target{"model_text", fuzz::modelText},
+    Target{"model_values", fuzz::modelValues}, Target{"ordered_map", fuzz::orderedMap},
+    Target{"printer", fuzz::printer},          Target{"string_forms", fuzz::stringForms},
+    Target{"table_file", fuzz::tableFile},     Target{"table_operations", fuzz::tableOperations},
 };
 
 std::vector<std::filesystem::path> filesIn(char const * folder) {
