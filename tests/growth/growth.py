@@ -46,8 +46,9 @@ class NotMeasured(Exception):
 def executed(words, error, folder, path):
     """How many instructions the program executes, which must fail with this error, if any."""
     log = os.path.join(folder, "callgrind.log")
+    valgrind = ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null"]
     finished = subprocess.run(
-        ["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", f"--log-file={log}", *words],
+        [*valgrind, f"--log-file={log}", *words],
         env={**os.environ, "LC_ALL": "C.UTF-8", "PATH": path},
         stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, check=False,
     )
@@ -94,11 +95,14 @@ def measure(row, programs):
 
 
 def selected(rows, texts):
-    found = [row for row in rows if not texts or any(text in f"{row.dimension}, {row.title}" for text in texts)]
+    """The rows whose names contain any of the texts; all without texts."""
+    names = [f"{row.dimension}, {row.title}" for row in rows]
     for text in texts or []:
-        if not any(text in f"{row.dimension}, {row.title}" for row in found):
+        if not any(text in name for name in names):
             sys.exit(f"growth.py: no row contains {text!r}")
-    return found
+    if not texts:
+        return rows
+    return [row for row, name in zip(rows, names) if any(text in name for text in texts)]
 
 
 def main():

@@ -378,7 +378,13 @@ def ports_of_an_uplink(size):
     return status(uplinks={gateway(1): uplink(size)})
 
 
-@dimension(500, *ROUTES, "router routes --prefix 10.0.0.0/8", "capture -", "model --of 'router routes'")
+@dimension(
+    500,
+    *ROUTES,
+    "router routes --prefix 10.0.0.0/8",
+    "capture -",
+    "model --of 'router routes'",
+)
 def routes_of_a_router(size):
     return status(routes={f"{ipv4(i)}/32": vteps(1) for i in range(size)})
 

@@ -129,7 +129,9 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         listed = list(cases(folder))
         with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as workers:
-            problems = workers.map(lambda case: problem([arguments.vxshow, *case[1]], case[2]), listed)
+            problems = workers.map(
+                lambda case: problem([arguments.vxshow, *case[1]], case[2]), listed
+            )
             for (title, _, _), found in zip(listed, problems):
                 if found is not None:
                     failed += 1
