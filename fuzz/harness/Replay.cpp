@@ -18,10 +18,21 @@ struct Target {
 };
 
 constexpr std::array targets{
-    Target{"hashed_maps", fuzz::hashedMaps},   Target{"model_text", fuzz::modelText},
-    Target{"model_values", fuzz::modelValues}, Target{"ordered_map", fuzz::orderedMap},
-    Target{"printer", fuzz::printer},          Target{"string_forms", fuzz::stringForms},
-    Target{"table_file", fuzz::tableFile},     Target{"table_operations", fuzz::tableOperations},
+    Target{"command_line", fuzz::commandLine},
+    Target{"fabric_file", fuzz::fabricFile},
+    Target{"frr_answer", fuzz::frrAnswer},
+    Target{"hashed_maps", fuzz::hashedMaps},
+    Target{"model_text", fuzz::modelText},
+    Target{"model_values", fuzz::modelValues},
+    Target{"ordered_map", fuzz::orderedMap},
+    Target{"ovsdb_answer", fuzz::ovsdbAnswer},
+    Target{"printer", fuzz::printer},
+    Target{"remotes", fuzz::remotes},
+    Target{"screen", fuzz::screen},
+    Target{"snapshot", fuzz::snapshot},
+    Target{"string_forms", fuzz::stringForms},
+    Target{"table_file", fuzz::tableFile},
+    Target{"table_operations", fuzz::tableOperations},
 };
 
 std::vector<std::filesystem::path> filesIn(char const * folder) {
