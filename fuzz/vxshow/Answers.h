@@ -4,8 +4,9 @@
 
 namespace fuzz {
 
-/// Checks an answer of a live source: its facts are settled, its warning is one line, and the mount
-/// of them, in each role, can be written as a snapshot and read back.
+/// Checks an answer of a live source: its facts are settled, its warning is one line, the mount of
+/// them, in each role, can be written as a snapshot and read back, and it does not matter whether
+/// another source comes before or after.
 void checkAnswer(vxshow::sources::Answer const & answer);
 
 } // namespace fuzz

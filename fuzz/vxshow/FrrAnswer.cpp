@@ -10,7 +10,8 @@
 /// What `vtysh` prints: refused in one line, or facts that can be mounted.
 ///
 /// An input is the answers to the commands, in their order, separated by lines `---`; what is
-/// missing is empty. If it starts with `#`, it is all that vtysh prints in each run.
+/// missing is empty. If it starts with `#`, it is all that vtysh prints in each run; with `@`, they
+/// are the answers to questions about VNI 10 alone, and with `!` about one MAC address in it.
 namespace fuzz {
 
 namespace {
@@ -48,12 +49,19 @@ private:
 
 void frrAnswer(std::string_view bytes) {
     using namespace vxshow::sources;
+    vxshow::state::Selection selection;
+    if (bytes.starts_with('@') || bytes.starts_with('!')) {
+        selection.routers = false;
+        selection.vni = Vxlan::Vni(10);
+        selection.mac = Nolt::EthAddr::ofValue(bytes[0] == '!' ? 0x020010000303 : 0);
+        bytes.remove_prefix(1);
+    }
     Answers answers(bytes);
     auto const run = [&](std::vector<std::string> const & commands) {
         return vxshow::system::FileBytes::copyOf(answers.printed(commands));
     };
     try {
-        checkAnswer(frr::converse(run, {"leaf1"}, {}));
+        checkAnswer(frr::converse(run, {"leaf1"}, selection));
     } catch (Failure const & failure) {
         checkLine(failure.what());
     }

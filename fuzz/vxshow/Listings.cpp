@@ -1,17 +1,19 @@
 #include "fuzz/vxshow/Listings.h"
 
 #include "Vex/Errors.h"
-#include "Vex/Reinstantiation.h"
-#include "VxlanController/VxlanControllerCliModel.h"
 #include "fuzz/harness/Check.h"
 #include "fuzz/harness/Lines.h"
 #include "outfmt/Printer.h"
 #include "tests/unit/platform/outfmt/JsonReader.h"
+#include "vxshow/cli/CommandLine.h"
+#include "vxshow/cli/command/Commands.h"
 #include "vxshow/state/snapshot/Document.h"
 #include "vxshow/state/snapshot/ValuesWriter.h"
 #include "vxshow/text/JsonRefusal.h"
 
-#include <stdexcept>
+#include <exception>
+#include <utility>
+#include <vector>
 
 namespace fuzz {
 
@@ -19,63 +21,87 @@ using namespace vxshow;
 
 namespace {
 
-namespace Cli = VxlanController::Cli;
-
 constexpr unsigned textFormat = 1;
 constexpr unsigned compactFormat = 2;
 
-class Renderer {
-public:
-    Renderer(unsigned format, Scratch & file) : format_(format), file_(file) {}
+using Arguments = std::vector<char const *>;
 
-    template <class Command>
-    void render(Command const & command) {
-        file_.clear();
-        command->render(static_cast<Vex::U32>(file_.descriptor()), format_, revision);
-        if (format_ != textFormat) {
-            outfmt::test::readJson(file_.content());
-        }
+/// A command line of the program, as it is read from words.
+cli::CommandLine lineOf(Arguments words) {
+    words.insert(words.begin(), {"vxshow", "--state", "x"});
+    words.push_back(nullptr);
+    auto read = cli::readCommandLine(static_cast<int>(words.size()) - 1, words.data(),
+                                     cli::command::addCommands);
+    auto * const line = std::get_if<cli::CommandLine>(&read);
+    check(line != nullptr, "a command line of the fuzzing targets is refused");
+    return std::move(*line);
+}
+
+std::vector<cli::CommandLine> linesOf(std::vector<Arguments> const & all) {
+    std::vector<cli::CommandLine> lines;
+    for (auto const & words : all) {
+        lines.push_back(lineOf(words));
     }
+    return lines;
+}
 
-    /// For what is advertised: the library raises errors about the names of entries.
-    template <class Command>
-    void renderNamed(Command const & command) {
-        try {
-            render(command);
-        } catch (Vex::RangeError const &) {
-        } catch (Vex::ReinstantiationError const &) {
-        } catch (std::invalid_argument const &) { // of std::stoi
-        } catch (std::out_of_range const &) {
-        }
+/// What the command prints, or the error that it raises.
+std::string listing(cli::CommandLine const & line, state::Mount const & mount, unsigned format,
+                    Scratch & file) {
+    auto output = line.output;
+    output.format = static_cast<cli::Format>(format);
+    file.clear();
+    try {
+        line.render(mount, file.descriptor(), output);
+    } catch (std::exception const & error) {
+        std::string_view const words = error.what();
+        check(words.starts_with("entry '") || words.starts_with("entries '"),
+              "a command fails without naming an entry");
+        return "refused: " + std::string(words);
     }
-
-private:
-    static constexpr Vex::U32 revision = 2;
-
-    unsigned format_;
-    Scratch & file_;
-};
+    auto printed = file.content();
+    if (format != textFormat) {
+        outfmt::test::readJson(printed);
+    }
+    return printed;
+}
 
 } // namespace
 
-void renderAll(state::Mount const & mount, unsigned format, Scratch & file) {
-    Renderer renderer(format, file);
-    auto const & [received, advertised, routers] = mount;
-    auto const vteps = Cli::vtepListFactory();
-    renderer.render(Cli::vcsVniReceivedFactory(received.switches, received.sources, received.evpn,
-                                               false, {}, {}, "", vteps));
-    renderer.render(Cli::arpReceivedFactory(received.switches, true, {}, {}, {}, ""));
-    for (auto const * destination : {"", "hsc", "evpn"}) {
-        renderer.renderNamed(Cli::vcsVniAdvertisedFactory(advertised.vnis, advertised.sources,
-                                                          advertised.evpn, true, {}, {},
-                                                          destination, vteps));
+void listAll(state::Mount const & mount, unsigned format, Scratch & file) {
+    static auto const lines = linesOf({{"mac", "received"},
+                                       {"mac", "advertised"},
+                                       {"mac", "advertised", "--dest", "evpn", "--dotted"},
+                                       {"arp", "received", "--dotted"},
+                                       {"arp", "advertised"},
+                                       {"router", "map"},
+                                       {"router", "detail"},
+                                       {"router", "routes"}});
+    for (auto const & line : lines) {
+        listing(line, mount, format, file);
     }
-    renderer.renderNamed(Cli::arpAdvertisedFactory(advertised.vnis, false, {}, {}, {}));
-    renderer.render(
-        Cli::vcsLRMapFactory(routers.publishStatus, routers.switchInfoDir, "", "", vteps));
-    renderer.render(Cli::vcsLRFactory(routers.publishStatus, routers.switchInfoDir,
-                                      routers.lRStatusDir, false, ""));
-    renderer.render(Cli::vcsLRRouteFactory(routers.lRStatusDir, "", {}));
+}
+
+void listSelected(std::string_view text, state::Mount const & mount, std::size_t which,
+                  Scratch & file) {
+    constexpr char const * mac = "00:00:5e:00:53:11";
+    static auto const lines = linesOf({{"mac", "received", "--vni", "10"},
+                                       {"mac", "received", "--mac", mac, "--source", "evpn"},
+                                       {"mac", "received", "--source", "leaf1", "--vni", "4098"},
+                                       {"mac", "received", "--source", "all", "--vtep", "10.0.0.1"},
+                                       {"mac", "advertised", "--vni", "10"},
+                                       {"mac", "advertised", "--mac", mac, "--dest", "hsc"},
+                                       {"arp", "received", "--vni", "10", "--switch", "leaf1"},
+                                       {"arp", "received", "--mac", mac},
+                                       {"arp", "advertised", "--vni", "10"},
+                                       {"arp", "advertised", "--ip", "2001:db8::1"},
+                                       {"router", "map", "--vtep", "10.0.0.1"},
+                                       {"router", "routes", "--prefix", "10.0.0.0/8"}});
+    auto const & line = lines[which % lines.size()];
+    auto const selected = mountOf(text, line.selection);
+    check(selected.has_value(), "a snapshot is refused when only a part of it is selected");
+    check(listing(line, *selected, textFormat, file) == listing(line, mount, textFormat, file),
+          "a listing depends on what is mounted beyond the selection");
 }
 
 std::optional<std::string> snapshotOf(state::Mount const & mount, Scratch & file) {
@@ -90,11 +116,11 @@ std::optional<std::string> snapshotOf(state::Mount const & mount, Scratch & file
     return file.content();
 }
 
-std::optional<state::Mount> mountOf(std::string_view text) {
+std::optional<state::Mount> mountOf(std::string_view text, state::Selection const & selection) {
     auto const bytes = system::FileBytes::copyOf(text);
     try {
         text::JsonReader json(bytes);
-        return state::snapshot::readDocument(json, {});
+        return state::snapshot::readDocument(json, selection);
     } catch (text::Refusal const & refusal) {
         checkLine(text::refusalLine(refusal, bytes.text()));
     } catch (text::MalformedJson const & malformed) {
