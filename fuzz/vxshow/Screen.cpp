@@ -3,7 +3,10 @@
 #include "fuzz/Targets.h"
 #include "fuzz/harness/Check.h"
 #include "fuzz/harness/Input.h"
+#include "fuzz/harness/Scratch.h"
+#include "vxshow/system/DescriptorIo.h"
 #include "vxshow/terminal/ShownCharacter.h"
+#include "vxshow/terminal/TerminalOutput.h"
 
 #include <algorithm>
 
@@ -69,6 +72,26 @@ void checkCharacters(std::string_view text) {
     }
 }
 
+/// The text through a pipe in two pieces, which can part a character.
+void checkTerminal(std::string_view text) {
+    static Scratch terminal;
+    terminal.clear();
+    TerminalOutput output(terminal.descriptor());
+    auto const half = text.size() / 2;
+    for (auto const piece : {text.substr(0, half), text.substr(half)}) {
+        check(!vxshow::system::writeAll(output.descriptor(), piece), "the pipe takes no more");
+    }
+    output.finish();
+    std::string expected;
+    while (!text.empty()) {
+        auto const next = firstCharacter(text);
+        bool const keep = text[0] == '\n' || text[0] == '\t';
+        expected.append(keep ? text.substr(0, 1) : next.shown);
+        text.remove_prefix(next.length);
+    }
+    check(terminal.content() == expected, "a terminal gets other characters");
+}
+
 } // namespace
 
 void screen(std::string_view bytes) {
@@ -81,6 +104,10 @@ void screen(std::string_view bytes) {
     }
     checkScreen(drawScreen(title, remarks, input.rest(), size), size);
     checkCharacters(bytes);
+    // A thread takes longer than all else here.
+    if (bytes.size() % 8 == 7) {
+        checkTerminal(bytes);
+    }
 }
 
 } // namespace fuzz
