@@ -112,6 +112,8 @@ class Runner:
                         "FAULT_NUMBER": fault.number, "FAULT_REPORT": self._count}
             for name, value in settings.items():
                 command += ["--environment", f"{name}={value}"]
+        if workload.fixed_seed:
+            command += ["--environment", "VEX_HASH_SEED=1"]
         return [*command, self._report, "--", self._tools.vxshow, *workload.words]
 
     def _start(self, command, workload):

@@ -72,6 +72,7 @@ ERRORS = {
     "pipe2": ["EMFILE", "ENFILE"],
     "poll": ["EINTR", "ENOMEM"],
     "prctl": [],
+    "pread64": ["EINTR", "EIO"],
     "prlimit64": ["EPERM"],
     "pwritev2": _WRITING + ["EOPNOTSUPP", "ENOSYS"],
     "read": ["EAGAIN", "EINTR", "EIO", "EISDIR"],
@@ -97,10 +98,10 @@ ERRORS = {
 
 # A signal can interrupt these for a while; each must then be made again.
 INTERRUPTED = ["clock_nanosleep", "fallocate", "fsync", "ftruncate", "futex-wait", "openat", "poll",
-               "pwritev2", "read", "wait4", "write"]
+               "pread64", "pwritev2", "read", "wait4", "write"]
 
 # These can transfer fewer bytes than asked for.
-TRANSFERS = ["pwritev2", "read", "write"]
+TRANSFERS = ["pread64", "pwritev2", "read", "write"]
 
 
 class UnknownCall(Exception):
