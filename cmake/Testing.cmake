@@ -49,16 +49,22 @@ function(vxlan_test_program name)
 endfunction()
 
 # vxlan_test(NAME [LABELS label...] ...) registers each test of such a program by itself; under the
-# sanitizers, where starting a process takes longer than most tests, the program as a whole. The
-# largest program is started first.
+# sanitizers, where starting a process takes longer than most tests, the program in a few parts. The
+# largest programs are started first.
 function(vxlan_test name)
     cmake_parse_arguments(ARG "" "" "LABELS;SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
     vxlan_test_program(${name} SOURCES ${ARG_SOURCES} LIBRARIES ${ARG_LIBRARIES}
                        DEFINITIONS ${ARG_DEFINITIONS})
     if(VXLAN_SANITIZE)
         list(LENGTH ARG_SOURCES size)
-        add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
-        set_tests_properties(${name} PROPERTIES TIMEOUT 900 COST ${size} LABELS "${ARG_LABELS}")
+        math(EXPR shards "(${size} + 9) / 10")
+        foreach(shard RANGE 1 ${shards})
+            math(EXPR index "${shard} - 1")
+            add_test(NAME ${name}_${shard} COMMAND ${name} --gtest_brief=1)
+            set_tests_properties(${name}_${shard} PROPERTIES
+                TIMEOUT 900 COST ${size} LABELS "${ARG_LABELS}"
+                ENVIRONMENT "GTEST_TOTAL_SHARDS=${shards};GTEST_SHARD_INDEX=${index}")
+        endforeach()
     else()
         gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
                              PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}")

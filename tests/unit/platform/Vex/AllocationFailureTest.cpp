@@ -17,7 +17,7 @@ template <class Map>
 void fillUntilMemoryRunsOut() {
     rlimit const none{0, 0};
     setrlimit(RLIMIT_CORE, &none);
-    rlimit const little{256U << 20U, 256U << 20U};
+    rlimit const little{64U << 20U, 64U << 20U};
     setrlimit(RLIMIT_AS, &little);
     try {
         Map map;
