@@ -45,6 +45,20 @@ if(VXLAN_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+# ThreadSanitizer does not work together with AddressSanitizer. Its preset does not run the tests of
+# signals: the sanitizer delivers a signal only when the program next calls certain functions, which
+# those tests wait for in vain.
+option(VXLAN_SANITIZE_THREAD "Build with ThreadSanitizer" OFF)
+if(VXLAN_SANITIZE_THREAD)
+    add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=thread)
+    # It does not know fences. Only the shared tables have any, against other processes, which it
+    # does not see anyway.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        add_compile_options(-Wno-tsan)
+    endif()
+endif()
+
 # What makes a fault in memory end the program rather than run foreign code: a guard value above the
 # local arrays of a function, checked lengths in the C library's functions, tables of addresses
 # that are bound at start and then read-only, and marked targets of indirect jumps, where the

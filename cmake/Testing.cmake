@@ -9,6 +9,10 @@ find_program(PYTHON3 python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 add_custom_target(tests_without_peers)
 add_dependencies(tests_without_peers vxshow)
 
+# The tests of what has threads.
+add_custom_target(tests_of_threads)
+add_dependencies(tests_of_threads vxshow)
+
 # Tests are compiled once and run for a second: to optimise them would take longer than it saves.
 # The C library's checks of lengths work in optimised code only.
 set(VXLAN_TEST_OPTIONS -O0 -U_FORTIFY_SOURCE)
@@ -48,15 +52,18 @@ function(vxlan_test_program name)
     target_link_options(${name} PRIVATE ${VXLAN_TEST_LINK_OPTIONS})
 endfunction()
 
-# vxlan_test(NAME [LABELS label...] ...) registers each test of such a program by itself; under the
-# sanitizers, where starting a process takes longer than most tests, the program in a few parts. The
-# largest programs are started first.
+# vxlan_test(NAME [THREADS] [LABELS label...] ...) registers each test of such a program by itself;
+# under the sanitizers, where starting a process takes longer than most tests, the program in a few
+# parts. The largest programs are started first. THREADS: it tests what has threads.
 function(vxlan_test name)
-    cmake_parse_arguments(ARG "" "" "LABELS;SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
+    cmake_parse_arguments(ARG "THREADS" "" "LABELS;SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
     vxlan_test_program(${name} SOURCES ${ARG_SOURCES} LIBRARIES ${ARG_LIBRARIES}
                        DEFINITIONS ${ARG_DEFINITIONS})
-    if(VXLAN_SANITIZE)
+    if(VXLAN_SANITIZE OR VXLAN_SANITIZE_THREAD)
         list(LENGTH ARG_SOURCES size)
+        if(ARG_THREADS)
+            list(APPEND ARG_LABELS threads)
+        endif()
         math(EXPR shards "(${size} + 9) / 10")
         foreach(shard RANGE 1 ${shards})
             math(EXPR index "${shard} - 1")
@@ -70,6 +77,9 @@ function(vxlan_test name)
                              PROPERTIES TIMEOUT 300 LABELS "${ARG_LABELS}")
     endif()
     add_dependencies(tests_without_peers ${name})
+    if(ARG_THREADS)
+        add_dependencies(tests_of_threads ${name})
+    endif()
 endfunction()
 
 # vxlan_program_test(NAME SCRIPT ARGUMENT...) runs a Python script with `--vxshow` and the path of the

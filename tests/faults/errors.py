@@ -22,7 +22,7 @@ ERRORS = {
     "clone3": _STARTING,
     "close": ["EDQUOT", "EINTR", "EIO", "ENOSPC"],
     "close_range": ["EMFILE", "ENOMEM", "ENOSYS"],
-    "dup2": ["EBUSY", "EINTR", "EMFILE"],
+    "dup3": ["EBUSY", "EINTR", "EMFILE"],
     "execve": ["E2BIG", "EACCES", "EAGAIN", "EIO", "ELOOP", "EMFILE", "ENFILE", "ENOENT",
                "ENOEXEC", "ENOMEM", "EPERM", "ETXTBSY"],
     "exit": [],

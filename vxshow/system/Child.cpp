@@ -129,8 +129,9 @@ void restoreDefaultSignals() {
     ::syscall(SYS_rt_sigprocmask, SIG_SETMASK, none.data(), nullptr, setSize);
 }
 
+// A system call for the same reason. The descriptors differ.
 bool redirect(int descriptor, int stream) {
-    return repeatInterrupted([&] { return ::dup2(descriptor, stream); }) >= 0;
+    return repeatInterrupted([&] { return ::syscall(SYS_dup3, descriptor, stream, 0); }) >= 0;
 }
 
 bool redirectStreams(ChildStart const & start) {
@@ -171,6 +172,16 @@ runInChild(void * argument) {
     start.error = errno;
     return 1;
 }
+
+// ThreadSanitizer takes every clone for a fork and from then on ignores what the thread does, since
+// in a child only one thread is left. This child shares the memory, so that would be the thread of the
+// parent. The C library's other name of the function is unknown to it.
+#ifdef __SANITIZE_THREAD__
+extern "C" int __clone(int (*)(void *), void *, int, void *, ...) noexcept; // NOLINT
+constexpr auto & cloneFunction = __clone;
+#else
+constexpr auto & cloneFunction = ::clone;
+#endif
 
 /// Sets SIGCHLD to its default if this process was started with it ignored: the system would then
 /// reap children itself and discard their exit statuses.
@@ -235,7 +246,7 @@ void Child::start(std::vector<std::string> const & words, int output, int errors
     {
         AllSignalsBlocked const blocked;
         constexpr int flags = CLONE_VM | CLONE_VFORK | CLONE_PIDFD | SIGCHLD;
-        pid_ = ::clone(runInChild, stack.top(), flags, &start, &ended);
+        pid_ = cloneFunction(runInChild, stack.top(), flags, &start, &ended);
         start.error = pid_ < 0 ? errno : start.error;
     }
     ended_ = OwnedDescriptor(ended);
