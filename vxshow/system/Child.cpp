@@ -174,8 +174,8 @@ runInChild(void * argument) {
 }
 
 // ThreadSanitizer takes every clone for a fork and from then on ignores what the thread does, since
-// in a child only one thread is left. This child shares the memory, so that would be the thread of the
-// parent. The C library's other name of the function is unknown to it.
+// in a child only one thread is left. This child shares the memory, so that would be the thread of
+// the parent. The C library's other name of the function is unknown to it.
 #ifdef __SANITIZE_THREAD__
 extern "C" int __clone(int (*)(void *), void *, int, void *, ...) noexcept; // NOLINT
 constexpr auto & cloneFunction = __clone;
