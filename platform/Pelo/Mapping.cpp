@@ -101,15 +101,16 @@ U64 fileSize(int descriptor, std::string_view table) {
     return static_cast<U64>(status.st_size);
 }
 
-void copyFile(int descriptor, void * out, U64 size, std::string_view table) {
+void copyFile(int descriptor, U64 first, void * out, U64 size, std::string_view table) {
     auto * const bytes = static_cast<char *>(out);
     for (U64 done = 0; done < size;) {
-        auto const got = ::pread(descriptor, bytes + done, size - done, static_cast<off_t>(done));
+        auto const got =
+            ::pread(descriptor, bytes + done, size - done, static_cast<off_t>(first + done));
         if (got < 0 && errno != EINTR) {
             throwSystemError(table, "read", errno);
         }
         if (got == 0) {
-            throwFileSize(table, done, size);
+            throwFileSize(table, first + done, first + size);
         }
         done += got > 0 ? static_cast<U64>(got) : 0;
     }

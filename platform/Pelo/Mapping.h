@@ -85,9 +85,9 @@ Descriptor duplicate(int descriptor, std::string_view table);
 /// no length, such as a directory.
 U64 fileSize(int descriptor, std::string_view table);
 
-/// Copies the first `size` bytes of a file to `out`, without moving the file's offset. Raises
-/// `CorruptionDetectedException` if the file has become shorter, and `TableError`.
-void copyFile(int descriptor, void * out, U64 size, std::string_view table);
+/// Copies the `size` bytes of a file from the byte `first` on to `out`, without moving the file's
+/// offset. Raises `CorruptionDetectedException` if the file has become shorter, and `TableError`.
+void copyFile(int descriptor, U64 first, void * out, U64 size, std::string_view table);
 
 /// Whether the whole file is stored: a file with a hole reads as zeros there, and can be far longer
 /// than the disk. Moves the file's offset. True if the file system does not know.

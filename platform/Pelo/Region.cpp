@@ -19,28 +19,31 @@ constexpr std::chrono::milliseconds longestChange{250};
 // read; a reader that has found none after this time never will.
 constexpr std::chrono::seconds longestWait{5};
 
-// How often a read is repeated before the reader yields the processor to the writer.
-constexpr U32 eagerAttempts = 64;
+// How often a slot is read again before the reader yields the processor to the writer.
+constexpr U32 eagerReads = 64;
 
 // Waits for the end of a change, and gives up if it does not come.
 class Patience {
 public:
-    /// Of a reader of the table `name`.
-    explicit Patience(std::string const & name) : name_(name) {}
+    /// Of a reader of the table `name`. Its first `eagerAttempts` fail without a wait.
+    Patience(std::string const & name, U32 eagerAttempts)
+        : name_(name), eagerAttempts_(eagerAttempts) {}
 
-    /// Waits a little. `generation()` gives that of the table.
+    /// Waits a little. `currentGeneration()` gives that of the table.
     template <class Generation>
     void wait(Generation && currentGeneration) {
-        if (++attempts_ < eagerAttempts) {
+        if (eagerAttempts_ > 0) {
+            --eagerAttempts_;
             return;
         }
         ::sched_yield();
         auto const now = Clock::now();
         U64 const generation = currentGeneration();
-        if (attempts_ == eagerAttempts) {
+        if (!hasWaited_) {
             begin_ = now;
         }
-        if (attempts_ == eagerAttempts || generation != generation_) {
+        if (!hasWaited_ || generation != generation_) {
+            hasWaited_ = true;
             generation_ = generation;
             since_ = now;
         }
@@ -53,10 +56,11 @@ public:
 
 private:
     std::string const & name_;
-    U32 attempts_ = 0;
-    U64 generation_ = 0;
-    Clock::time_point begin_;
-    Clock::time_point since_;
+    U32 eagerAttempts_;
+    bool hasWaited_ = false;
+    U64 generation_ = 0;      // of the last wait
+    Clock::time_point begin_; // of the first wait
+    Clock::time_point since_; // of the wait that first saw `generation_`
 };
 
 } // namespace
@@ -84,9 +88,9 @@ U64 tableFileSize(int descriptor, std::string_view name) {
 }
 
 U64 generationOf(int descriptor, std::string_view name) {
-    std::array<U64, headerWords> header;
-    copyFile(descriptor, header.data(), headerSize, name);
-    return header[generationWord];
+    U64 generation;
+    copyFile(descriptor, generationWord * sizeof generation, &generation, sizeof generation, name);
+    return generation;
 }
 
 } // namespace
@@ -95,20 +99,22 @@ std::shared_ptr<Region const> Region::copyOf(int descriptor, std::string name,
                                              Format const & format) {
     U64 const size = tableFileSize(descriptor, name);
     FixedHeader header;
-    copyFile(descriptor, header.data(), sizeof header, name);
+    copyFile(descriptor, 0, header.data(), sizeof header, name);
     checkHeader(header, format, size, name);
     if (!isStoredWhole(descriptor)) {
         throw CorruptionDetectedException(name, "file", "a hole", "all slots");
     }
     auto const memory = std::make_shared<Mapping const>(size, name);
-    U64 generation = generationOf(descriptor, name);
-    for (Patience patience(name);;) {
-        copyFile(descriptor, memory->words(), size, name);
-        U64 const after = generationOf(descriptor, name);
-        if (generation == after && after % 2 == 0) {
+    auto const generation = [&] { return generationOf(descriptor, name); };
+    for (Patience patience(name, 0);; patience.wait(generation)) {
+        U64 const before = generation();
+        if (before % 2 != 0) {
+            continue;
+        }
+        copyFile(descriptor, 0, memory->words(), size, name);
+        if (generation() == before) {
             return std::make_shared<Region const>(std::move(name), memory, format);
         }
-        patience.wait([&] { return generation = generationOf(descriptor, name); });
     }
 }
 
@@ -162,7 +168,8 @@ FixedHeader Region::header() const noexcept {
 
 U64 Region::readPatiently(std::optional<U64> generation, TryRead tryAgain, std::size_t first,
                           void * out) const {
-    for (Patience patience(name_); !generation; generation = tryAgain(*this, first, out)) {
+    for (Patience patience(name_, eagerReads); !generation;
+         generation = tryAgain(*this, first, out)) {
         patience.wait([this] { return this->generation(); });
     }
     if (*generation != checkedGeneration_.load(std::memory_order_relaxed)) {

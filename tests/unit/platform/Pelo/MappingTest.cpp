@@ -137,18 +137,29 @@ TEST(Mapping, AFileIsCopiedWithoutMovingItsOffset) {
     auto const memory = makeMemory("t", 16);
     RawMemory(memory.number()).put(8, U64{7});
     std::array<U64, 2> words{};
-    copyFile(memory.number(), words.data(), 16, "t");
+    copyFile(memory.number(), 0, words.data(), 16, "t");
     EXPECT_EQ(words[1], 7U);
     EXPECT_EQ(::lseek(memory.number(), 0, SEEK_CUR), 0);
+}
+
+TEST(Mapping, TheEndOfAFileIsCopied) {
+    auto const memory = makeMemory("t", 24);
+    RawMemory(memory.number()).put(16, U64{9});
+    U64 word = 0;
+    copyFile(memory.number(), 16, &word, 8, "t");
+    EXPECT_EQ(word, 9U);
+    EXPECT_EQ(
+        errorOf<CorruptionDetectedException>([&] { copyFile(memory.number(), 20, &word, 8, "t"); }),
+        "table 't', file: 24 bytes, expected 28");
 }
 
 TEST(Mapping, AFileThatIsTooShortToCopyIsDamaged) {
     auto const memory = makeMemory("t", 16);
     std::array<U64, 3> words{};
     EXPECT_EQ(errorOf<CorruptionDetectedException>(
-                  [&] { copyFile(memory.number(), words.data(), 24, "t"); }),
+                  [&] { copyFile(memory.number(), 0, words.data(), 24, "t"); }),
               "table 't', file: 16 bytes, expected 24");
-    EXPECT_EQ(errorOf<TableError>([&] { copyFile(-1, words.data(), 24, "t"); }),
+    EXPECT_EQ(errorOf<TableError>([&] { copyFile(-1, 0, words.data(), 24, "t"); }),
               "table 't': cannot be read: Bad file descriptor");
 }
 

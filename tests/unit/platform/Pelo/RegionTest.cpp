@@ -8,9 +8,11 @@
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <optional>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -281,6 +283,29 @@ TEST(Region, ATableWhoseWriterDiedInAChangeIsNotCopied) {
         errorOf<CorruptionDetectedException>([&] { PairReader::copyOf(writer.descriptor(), "t"); }),
         "table 't', header: a change under way, generation 7, expected an even generation, "
         "the end of the change");
+}
+
+// How many bytes this process has read, from anywhere.
+U64 bytesRead() {
+    std::ifstream counters("/proc/self/io");
+    std::string name;
+    U64 count = 0;
+    counters >> name >> count;
+    EXPECT_EQ(name, "rchar:");
+    return count;
+}
+
+TEST(Region, ATableInAChangeIsNotCopiedBeforeTheChangeEnds) {
+    auto const writer = PairWriter::inMemory("t", 1'000'000);
+
+    struct stat file {};
+
+    ASSERT_EQ(::fstat(writer.descriptor(), &file), 0);
+    RawMemory(writer.descriptor()).put(generationAt, U64{7});
+    U64 const before = bytesRead();
+    EXPECT_THROW(static_cast<void>(PairReader::copyOf(writer.descriptor(), "t")),
+                 CorruptionDetectedException);
+    EXPECT_LT(bytesRead() - before, static_cast<U64>(file.st_size));
 }
 
 } // namespace
