@@ -7,10 +7,11 @@ import re
 _INTERNAL = re.compile(rb"terminate called|what\(\)|std::|basic_string|bad_alloc|_M_|__|\bSt\d|"
                        rb"vector::|assert|filesystem error|iostream error")
 _LINE = re.compile(rb"vxshow: [\x20-\x7e]*[\x21-\x7e]")
-# What cannot be read, or which file the C library has no memory for, is named where it is known. A
-# thread for which there is no memory is "temporarily unavailable" to the C library.
+# What cannot be read, or which file the C library has no memory for, is named where it is known. To
+# the C library, a thread for which there is no memory is "temporarily unavailable".
 _OUT_OF_MEMORY = re.compile(rb"vxshow: (out of memory|[^\n]+: (out of memory|"
                             rb"not enough memory for it|Cannot allocate memory|"
+                            rb"cannot start a thread for the terminal: "
                             rb"Resource temporarily unavailable))\n")
 
 

@@ -30,6 +30,9 @@ std::thread startWithoutSignals(Body && body) {
         std::thread thread(std::forward<Body>(body));
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         return thread;
+    } catch (std::system_error const & error) {
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+        throw std::system_error(error.code(), "cannot start a thread for the terminal");
     } catch (...) {
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
         throw;
@@ -41,7 +44,8 @@ std::thread startWithoutSignals(Body && body) {
 TerminalOutput::TerminalOutput(int terminal) : terminal_(terminal) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
-        throw std::system_error(errno, std::generic_category());
+        throw std::system_error(errno, std::generic_category(),
+                                "cannot open a pipe for the terminal");
     }
     reader_ = system::OwnedDescriptor(ends[0]);
     writer_ = system::OwnedDescriptor(ends[1]);

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <fcntl.h>
+#include <pthread.h>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <unistd.h>
@@ -77,6 +79,22 @@ TEST(TerminalOutput, ATerminalThatCannotBeWrittenIsAnError) {
     }
     EXPECT_THROW(output.finish(), std::system_error);
     close(full);
+}
+
+TEST(TerminalOutput, AThreadThatCannotBeStartedIsNamed) {
+    pthread_attr_t usual;
+    ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
+    pthread_attr_t large = usual;
+    pthread_attr_setstacksize(&large, std::size_t{1} << 60);
+    ASSERT_EQ(pthread_setattr_default_np(&large), 0);
+    std::string message;
+    try {
+        TerminalOutput const output(STDOUT_FILENO);
+    } catch (std::system_error const & error) {
+        message = error.what();
+    }
+    pthread_setattr_default_np(&usual);
+    EXPECT_EQ(message, "cannot start a thread for the terminal: Resource temporarily unavailable");
 }
 
 } // namespace vxshow::test
