@@ -3,7 +3,6 @@
 import contextlib
 import io
 import os
-import shutil
 import sys
 import unittest
 from unittest import mock
@@ -25,7 +24,6 @@ def made_up(steps, then="", smallest=10, error=""):
     return Row("made up", steps, smallest, command, error=error)
 
 
-@unittest.skipIf(shutil.which("valgrind") is None, "NOT TESTED: valgrind is missing")
 class Growth(unittest.TestCase):
     def run_rows(self, *rows):
         """(exit status, last line)"""
