@@ -85,8 +85,9 @@ private:
         for (auto at = operations.iterate(owner.object, attribute.number); at; ++at) {
             entries.push_back({fixedNumberOf(at.key()), at.key(), at.element()});
         }
-        std::sort(entries.begin(), entries.end(),
-                  [](Entry const & a, Entry const & b) { return a.number < b.number; });
+        std::sort(entries.begin(), entries.end(), [](Entry const & a, Entry const & b) {
+            return a.number != b.number ? a.number < b.number : a.key.text() < b.key.text();
+        });
         for (Entry const & entry : entries) {
             visitor_.value({&attribute, &entry.key}, entry.element);
         }
