@@ -39,10 +39,11 @@ public:
     static std::shared_ptr<Region const> attach(int descriptor, std::string name,
                                                 Format const & format);
 
-    /// Copies the table that `descriptor` refers to as it is between two changes, whatever becomes
-    /// of the file later; the caller keeps the descriptor, whose offset moves. If the writer makes
-    /// changes all the time, it waits for a pause, 5 s at most. Raises what `open` raises, and
-    /// `CorruptionDetectedException` for a file that is cut meanwhile, or has a hole.
+    /// Copies the table that `descriptor` refers to as it is between two changes. Later
+    /// changes of the file do not reach the copy; the caller keeps the descriptor, whose offset
+    /// moves. If the writer makes changes all the time, it waits for a pause, 5 s at most. Raises
+    /// what `open` raises, and `CorruptionDetectedException` for a file that is cut meanwhile, or
+    /// has a hole.
     static std::shared_ptr<Region const> copyOf(int descriptor, std::string name,
                                                 Format const & format);
 

@@ -20,7 +20,7 @@ enum class SlotState : U8 {
 ///
 /// Each table has its own random order, from the seed in its header: hosts choose their MAC
 /// addresses, and without a secret they could choose ones that share a place, so that every
-/// search passes all of them. The seed is as secret as the table: whoever can read the file can
+/// search passes all of them. The seed is as secret as the table: anyone who can read the file can
 /// also choose such keys.
 ///
 /// Different orders also keep a table that is filled from a walk over another one from having

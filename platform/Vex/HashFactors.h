@@ -48,7 +48,7 @@ public:
     }
 
     /// The factors that follow from a seed: the outputs of SplitMix64 after it. As good as
-    /// random ones for whoever does not know the seed.
+    /// random ones to anyone who does not know the seed.
     static constexpr HashFactors fromSeed(U64 seed) noexcept {
         return drawnFrom([at = seed]() mutable { return splitMix(at); });
     }

@@ -283,8 +283,8 @@ private:
 
     std::unique_ptr<Node *[]> buckets_;
     unsigned bits_ = 0;
-    /// No bucket before this one has an entry: who always removes the first entry would
-    /// otherwise search more and more empty buckets for the next.
+    /// No bucket before this one has an entry. Without this, each removal of the first
+    /// entry would search more empty buckets than the one before.
     U32 firstUsed_ = 0;
     std::size_t size_ = 0;
     U64 version_ = 0;

@@ -17,7 +17,7 @@ namespace {
 constexpr unsigned primeBits = 61;
 constexpr U64 prime = (U64{1} << primeBits) - 1;
 
-// A word of eight bytes could be the prime plus another word, and stand for it.
+// Eight bytes could exceed the prime, and two such words could then be the same number.
 constexpr std::size_t bytesOfWord = 7;
 
 U64 productModPrime(U64 a, U64 b) noexcept {
@@ -67,7 +67,7 @@ HashSecret drawSecret() noexcept {
 [[gnu::init_priority(101)]] HashSecret const hashSecret = drawSecret();
 
 U64 textNumber(std::string_view text) noexcept {
-    // The length comes first: it tells a text from one that ends with more NULs.
+    // The length comes first: it distinguishes a text from one that ends with more NULs.
     U64 sum = text.size();
     char const * at = text.data();
     std::size_t left = text.size();

@@ -12,7 +12,7 @@
 /// and IPv6 interface identifiers, and operators and peers choose names.
 ///
 /// The function is drawn at random once per process, so that no one can choose keys that share
-/// a place. `hashFactorsOf` says how well numbers are spread; texts first become numbers
+/// a place. `HashFactors` says how well numbers are spread; texts first become numbers
 /// (`textNumber`). This holds against keys that are chosen without knowledge of the factors. It
 /// is no defence against someone who observes hashes, the order of a walk over a hashed
 /// collection, or the time of many searches, and so could learn the factors: what the program

@@ -37,9 +37,9 @@ public:
 ///
 /// The bytes go to an unnamed file in the same folder, which the system removes if the process
 /// ends for any reason; on file systems without unnamed files, to a hidden file, which is a
-/// `Leftover`. The new file gets
-/// the owner, the group and the permissions of the old one, but none of its other attributes; if
-/// there was none, the umask applies. A symbolic link stays a link, and its target is written.
+/// `Leftover`. The new file gets the owner, the group and the permissions of the old one, but none
+/// of its other attributes; if there was none, the umask applies. A symbolic link stays a link, and
+/// its target is written.
 ///
 /// A device or a pipe cannot be replaced: it is written to directly.
 class AtomicFile {

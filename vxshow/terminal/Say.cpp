@@ -11,7 +11,7 @@ void say(std::string_view text) {
     for (;;) {
         auto const end = text.find('\n');
         auto const line = text.substr(0, end);
-        // If even that fails, there is no one to tell.
+        // If even that fails, there is nowhere to report it.
         static_cast<void>(
             system::writeAll(STDERR_FILENO, std::string("vxshow: ").append(line).append("\n")));
         if (end == std::string_view::npos) {

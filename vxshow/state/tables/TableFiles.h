@@ -36,7 +36,7 @@ void publishTables(Mount const & mount, std::string const & directory);
 /// Mounts the tables in `directory`; nothing else is mounted. Each is copied into memory of this
 /// process and read once from end to end, so that a damaged file is refused here.
 ///
-/// What becomes of a file later does not reach the mount, even if another process cuts it short in
+/// Later changes to a file do not reach the mount, even if another process cuts it short in
 /// place: a walk over a mapped file would end with SIGBUS then.
 ///
 /// Raises `TableFileError` also for a directory without any of the files, which is more
