@@ -80,18 +80,26 @@ INSTANTIATE_TEST_SUITE_P(
                     Hostile{"trickle", "time limit", 1}),
     [](auto const & each) { return std::string(each.param.behaviour); });
 
-TEST(OddVtysh, AVtyshWithoutAnswersIsAnEmptySourceWithAWarning) {
+TEST(OddVtysh, AVtyshWithoutAnswersHasFailedUnlessNoEvpnIsExpected) {
     VXSHOW_NEEDS_LAB(Lab::fake);
     FakeVtysh const empty("answer");
     Folder const folder;
     auto const fabric =
         folder.write("fabric.toml", FabricText().vtysh("leaf", empty.words()).text());
+    auto const lenient = folder.write(
+        "lenient.toml", FabricText().vtysh("leaf", empty.words(), "expects_evpn = false\n").text());
     for (Words const & listing : listings()) {
-        auto const finished = ask(Words{"--fabric", fabric} + listing);
-        EXPECT_EQ(finished.status, 0);
-        EXPECT_EQ(rowsOf(finished.out), Words{});
-        EXPECT_EQ(warningOf(finished, "leaf"),
-                  "EVPN is not active: zebra holds no VNIs, as when bgpd is down");
+        auto const refused = ask(Words{"--fabric", fabric} + listing);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.out, "");
+        EXPECT_EQ(refused.err,
+                  "vxshow: leaf: EVPN is not active: zebra holds no VNIs, as when bgpd is down or "
+                  "does not advertise them; expects_evpn = false in the fabric file accepts a "
+                  "source without EVPN\n");
+        auto const accepted = ask(Words{"--fabric", lenient} + listing);
+        EXPECT_EQ(accepted.status, 0);
+        EXPECT_EQ(rowsOf(accepted.out), Words{});
+        EXPECT_EQ(accepted.err, "");
     }
 }
 

@@ -28,6 +28,8 @@ void Noticed::add(std::string what) {
 std::optional<std::string> Findings::warning() const {
     auto line = remark.value_or("");
     appendTo(line, leftOut, "entry left out", "entries left out");
+    appendTo(line, ipv6Vteps, "entry left out, its VTEP is IPv6",
+             "entries left out, their VTEP is IPv6");
     appendTo(line, unplaced, "local entry at a VTEP of no switch",
              "local entries at a VTEP of no switch");
     appendTo(line, disputed, "IP address with several MAC addresses",

@@ -30,9 +30,10 @@ private:
 struct Findings {
     /// A remark on the source as a whole, in printable ASCII, on one line.
     std::optional<std::string> remark;
-    Noticed leftOut;  ///< entries without a usable MAC, address or key: not in the facts
-    Noticed unplaced; ///< local entries at a VTEP of no switch: listed under the source
-    Noticed disputed; ///< IP addresses with several MAC addresses: one of them is shown
+    Noticed leftOut;   ///< entries without a usable MAC, address or key: not in the facts
+    Noticed ipv6Vteps; ///< entries whose VTEP is IPv6, which listings do not have
+    Noticed unplaced;  ///< local entries at a VTEP of no switch: listed under the source
+    Noticed disputed;  ///< IP addresses with several MAC addresses: one of them is shown
 
     /// The warning as one line of printable ASCII, the remark first; nullopt if there is nothing
     /// to warn of.

@@ -35,6 +35,7 @@ constexpr JsonField<Read> requiredMember(MemberName name, Read read) {
     return {name, true, read};
 }
 
+/// In a lenient object, null in its place counts as its absence.
 template <class Read>
 constexpr JsonField<Read> optionalMember(MemberName name, Read read) {
     return {name, false, read};
@@ -132,7 +133,11 @@ private:
             name.refuseAgain();
         }
         taken |= bit;
-        std::get<index>(fields_).read(value, into...);
+        auto const & field = std::get<index>(fields_);
+        if (otherMembers == OtherMembers::skipped && !field.isRequired && *value.at() == 'n') {
+            return;
+        }
+        field.read(value, into...);
     }
 
     void checkRequired(Vex::U32 taken, char const * object) const {

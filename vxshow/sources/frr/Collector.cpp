@@ -67,8 +67,19 @@ void Collector::vrf(std::string const & name, bool isDown) {
     vrfs_[name] = isDown;
 }
 
-void Collector::evpnDisabled() {
-    findings_.remark = "EVPN is not active: zebra holds no VNIs, as when bgpd is down";
+/// Throws `Failure` if zebra has no VNIs, but should have.
+void Collector::requireEvpn() const {
+    constexpr std::string_view hint =
+        "; expects_evpn = false in the fabric file accepts a source without EVPN";
+    if (!isEvpnActive_) {
+        throw Failure(std::string("EVPN is not active: zebra holds no VNIs, as when bgpd is down "
+                                  "or does not advertise them")
+                          .append(hint));
+    }
+    if (!vxlanDevices_.empty() && l2Vnis_.empty() && l3Vnis_.empty()) {
+        throw Failure("EVPN is not active: zebra holds no VNIs, but there is the VXLAN device \"" +
+                      text::shownText(*vxlanDevices_.begin()) + '"' + std::string(hint));
+    }
 }
 
 bool Collector::isOfVni(std::string const & vrf, std::string const & interface) const {
@@ -92,6 +103,9 @@ void Collector::route(std::string const & vrf, Nolt::IpGenPrefix const & prefix,
 
 std::vector<Question> Collector::further() const {
     std::vector<Question> questions;
+    if (isEvpnActive_ && l2Vnis_.empty() && l3Vnis_.empty() && !asksForOneVni(selection_)) {
+        questions.push_back({Kind::devices});
+    }
     auto const isOpen = [](Segmented const & one) { return one.segment.empty(); };
     auto const open = std::count_if(segmented_.begin(), segmented_.end(), isOpen);
     if (static_cast<std::size_t>(open) > mostSingleMacs) {
@@ -123,13 +137,13 @@ void Collector::resolveSegments() {
     for (Segmented const & one : segmented_) {
         step();
         auto const found = segments_.find(one.segment);
-        budget_.spend(found == segments_.end() ? 0 : found->second.size());
+        budget_.spend(found == segments_.end() ? 0 : found->second.ipv4.size());
     }
     for (Segmented const & one : segmented_) {
         step();
         auto const & [vni, mac] = one.key;
         auto const found = segments_.find(one.segment);
-        if (found == segments_.end() || found->second.empty()) {
+        if (found == segments_.end() || found->second.isEmpty()) {
             leaveOutDangling(inVni(vni, mac.stringValue()) +
                              (one.segment.empty()
                                   ? ": no VTEP, expected an Ethernet segment"
@@ -137,9 +151,13 @@ void Collector::resolveSegments() {
                                         "\", which has no known VTEP"));
             continue;
         }
-        for (auto const vtep : found->second) {
+        for (auto const vtep : found->second.ipv4) {
             step();
             remote_.macs.push_back({vni, mac, vtep, one.moves});
+        }
+        for (auto const & vtep : found->second.ipv6) {
+            step();
+            leaveOutIpv6(inVni(vni, mac.stringValue()) + " at " + vtep);
         }
     }
 }
@@ -172,9 +190,12 @@ void Collector::placeLocal(SideFacts & local) {
             known = l2Vnis_.find(place.vni);
         }
         place.vtep = known->second.vtep;
-        if (place.vtep.isZero()) {
+        if (place.vtep.isZero() && known->second.ipv6Vtep.empty()) {
             leaveOut(inVni(place.vni, place.mac.stringValue()) +
                      ": local, but the VNI has no VTEP address");
+        } else if (place.vtep.isZero()) {
+            leaveOutIpv6(inVni(place.vni, place.mac.stringValue()) + " at " +
+                         known->second.ipv6Vtep);
         }
         return place.vtep.isZero();
     };
@@ -246,6 +267,9 @@ void Collector::addRouters(SwitchFacts & own) {
 
 Answer Collector::finished(VtepSource const & source) {
     Answer answer;
+    if (source.expectsEvpn) {
+        requireEvpn();
+    }
     resolveSegments();
     dropUnknownVnis(local_);
     dropUnknownVnis(remote_);

@@ -22,7 +22,8 @@ public:
     struct L2Vni {
         std::string vrf;
         std::string interfaceName; ///< empty: none
-        Nolt::IpAddr vtep;         ///< zero: none
+        Nolt::IpAddr vtep;         ///< zero: none, or not IPv4
+        std::string ipv6Vtep;      ///< empty: its VTEP is not IPv6
         std::vector<Nolt::IpAddr> floods;
     };
 
@@ -33,6 +34,14 @@ public:
     };
 
     enum class Side { local, remote };
+
+    /// The addresses of the VTEPs of an Ethernet segment.
+    struct SegmentVteps {
+        std::vector<Nolt::IpAddr> ipv4 = {};
+        std::vector<std::string> ipv6 = {};
+
+        bool isEmpty() const noexcept { return ipv4.empty() && ipv6.empty(); }
+    };
 
     struct MacRow {
         Vxlan::Vni vni;
@@ -70,7 +79,7 @@ public:
     /// Forgets all MAC addresses, since the next document has all of them.
     void forgetMacs();
 
-    void segment(std::string name, std::vector<Nolt::IpAddr> vteps) {
+    void segment(std::string name, SegmentVteps vteps) {
         segments_[std::move(name)] = std::move(vteps);
     }
 
@@ -91,8 +100,14 @@ public:
 
     void leaveOut(std::string what) { findings_.leftOut.add(std::move(what)); }
 
-    /// zebra holds no VNIs because EVPN is not enabled.
-    void evpnDisabled();
+    /// An entry that is not shown because its VTEP has an IPv6 address.
+    void leaveOutIpv6(std::string what) { findings_.ipv6Vteps.add(std::move(what)); }
+
+    /// zebra holds no VNIs because EVPN is not active.
+    void evpnIsNotActive() { isEvpnActive_ = false; }
+
+    /// An interface of zebra's machine is a VXLAN device that is up.
+    void vxlanDevice(std::string const & name) { vxlanDevices_.insert(name); }
 
     /// The questions that the answers so far leave open. To be called once.
     std::vector<Question> further() const;
@@ -123,6 +138,7 @@ private:
         Nolt::IpAddr vtep;
     };
 
+    void requireEvpn() const;
     void leaveOutDangling(std::string what);
     void resolveSegments();
     void placeLocal(SideFacts & local);
@@ -141,10 +157,12 @@ private:
     std::map<Vxlan::Vni, L2Vni> l2Vnis_;
     std::map<Vxlan::Vni, L3Vni> l3Vnis_;
     std::vector<Segmented> segmented_;
-    std::map<std::string, std::vector<Nolt::IpAddr>, std::less<>> segments_;
+    std::map<std::string, SegmentVteps, std::less<>> segments_;
     std::map<std::string, bool> vrfs_;                         ///< whether the L3 VNI is down
     std::map<std::string, std::vector<Interface>> interfaces_; ///< by VRF
     std::map<std::string, RouterFacts> routers_;
+    bool isEvpnActive_ = true;
+    std::set<std::string> vxlanDevices_; ///< known if zebra has no VNIs
     Findings findings_;
     bool fits_ = true;
 };

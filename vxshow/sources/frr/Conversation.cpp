@@ -3,7 +3,10 @@
 #include "vxshow/sources/frr/ReadDocument.h"
 #include "vxshow/sources/frr/VtyshWords.h"
 
+#include <algorithm>
 #include <optional>
+#include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace vxshow::sources::frr {
@@ -57,6 +60,32 @@ Answer askOnce(RunVtysh const & run, VtepSource const & source, state::Selection
     return join.finished(source);
 }
 
+constexpr std::size_t longestVersion = 32;
+
+bool isVersionCharacter(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '.' ||
+           c == '-' || c == '_' || c == '+' || c == '~';
+}
+
+/// "FRR 8.4.4", from the banner that every version prints, "FRRouting 8.4.4 (leaf1) on …".
+std::string versionOf(RunVtysh const & run) {
+    constexpr std::string_view name = "FRRouting ";
+    constexpr std::string_view unknown = "FRR of unknown version";
+    std::vector<std::string> const commands{"show version"};
+    try {
+        auto const printed = run(commands);
+        auto const banner = vtyshAnswers(printed.text(), commands).front();
+        if (banner.starts_with(name)) {
+            auto const rest = banner.substr(name.size(), longestVersion);
+            auto const * const end = std::find_if_not(rest.begin(), rest.end(), isVersionCharacter);
+            return "FRR " + std::string(rest.begin(), end);
+        }
+    } catch (std::runtime_error const &) {
+        // The answer that is not understood matters, not why the version is unknown.
+    }
+    return std::string(unknown);
+}
+
 } // namespace
 
 Answer converse(RunVtysh const & run, VtepSource const & source, state::Selection const & selection,
@@ -66,6 +95,9 @@ Answer converse(RunVtysh const & run, VtepSource const & source, state::Selectio
         for (unsigned attempt = 0; attempt < maxAttempts && !(answer && answer->fits); ++attempt) {
             answer = askOnce(run, source, selection, deadline);
         }
+    } catch (UnknownShape const & error) {
+        throw Failure(versionOf(run) + ": " + error.what() +
+                      ": this version's answer is not understood");
     } catch (AnswerError const & error) {
         throw Failure(std::string("broken answer: ") + error.what());
     } catch (TimedOut const &) {

@@ -22,6 +22,8 @@ struct VtepSource {
     std::string name;
     /// The system identifier of the switch.
     std::optional<Nolt::EthAddr> systemId = {};
+    /// Whether it is a failure that EVPN is not active there.
+    bool expectsEvpn = true;
     /// The most facts that the VTEP can come to.
     std::size_t maxFacts = defaultMaxFacts;
 };
@@ -40,9 +42,11 @@ struct Document {
 /// entries are still unread at the deadline, and `TooManyFacts` before more facts are made than the
 /// source can come to.
 ///
-/// - Instead of the VNIs, or of one VNI, zebra answers nothing at all if EVPN is not active, since
-///   bgpd is down or does not advertise all VNIs: then there is a remark. A VTEP without VNIs
-///   answers with an empty list or object.
+/// - If EVPN is not active, since bgpd is down or does not advertise all VNIs, zebra answers
+/// nothing
+///   about VNIs, or since FRR 9.0 an empty object: that is a `Failure`, and so is a zebra without
+///   VNIs on a machine with VXLAN devices that are up, unless the source expects no EVPN. A VTEP
+///   without VNIs answers with an empty list.
 /// - A local MAC address is at the VTEP address of its VNI, a remote one at its `remoteVtep`,
 ///   or at each VTEP of its Ethernet segment. A local one on a segment is at this VTEP; the other
 ///   VTEPs of the segment report their own.

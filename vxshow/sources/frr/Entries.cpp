@@ -12,6 +12,15 @@ void leaveOut(Collector & join, Vxlan::Vni vni, std::string_view column, std::st
     join.leaveOut(what.append(", expected ").append(expected));
 }
 
+void leaveOutIpv6(Collector & join, Vxlan::Vni vni, std::string_view entry,
+                  std::string_view address) {
+    join.leaveOutIpv6(std::string(entry)
+                          .append(" in VNI ")
+                          .append(vni.stringValue())
+                          .append(" at ")
+                          .append(address));
+}
+
 std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Collector & join) {
     if (auto const number = Vex::readDecimal(text.text(), Vxlan::Vni::max)) {
         return Vxlan::Vni(*number);

@@ -30,6 +30,10 @@ inline std::optional<Nolt::EthAddr> hostMac(text::JsonText const & text) {
 void leaveOut(Collector & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
               std::string_view expected);
 
+/// Counts an entry in a VNI as left out, since its VTEP is IPv6: the listings have IPv4.
+void leaveOutIpv6(Collector & join, Vxlan::Vni vni, std::string_view entry,
+                  std::string_view address);
+
 /// The VNI of the key `text`; nullopt if it is invalid, which is counted as left out.
 std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Collector & join);
 
@@ -91,11 +95,9 @@ private:
 };
 
 /// The members for the side, of an entry that has it as `side`.
-inline constexpr auto takeType = [](text::JsonValue & value, auto & entry) {
-    entry.side.takeType(value);
-};
-inline constexpr auto requiredType = text::requiredMember("type", takeType);
-inline constexpr auto optionalType = text::optionalMember("type", takeType);
+/// An entry without it is neither local nor remote.
+inline constexpr auto typeMember = text::optionalMember(
+    "type", [](text::JsonValue & value, auto & entry) { entry.side.takeType(value); });
 inline constexpr auto localSequenceMember =
     text::optionalMember("localSequence", [](text::JsonValue & value, auto & entry) {
         entry.side.template takeSequence<0>(value);

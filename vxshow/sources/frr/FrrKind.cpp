@@ -10,7 +10,8 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> keys{"command", "path_space", "remote_shell"};
+constexpr std::array<std::string_view, 4> keys{"command", "path_space", "remote_shell",
+                                               "expects_evpn"};
 
 std::vector<std::string> readCommand(text::TomlField const & field) {
     constexpr auto expected = "an array of the words of a command";
@@ -62,7 +63,9 @@ std::shared_ptr<Access const> readVtyshAccess(text::TomlField const & source,
     }
     auto const shell = source.find("remote_shell");
     command.remoteShell = shell ? shell->boolean("true or false") : runsThroughSsh(command.words);
-    return std::make_shared<VtyshAccess>(std::move(command));
+    auto const expectsEvpn = source.find("expects_evpn");
+    return std::make_shared<VtyshAccess>(std::move(command),
+                                         !expectsEvpn || expectsEvpn->boolean("true or false"));
 }
 
 } // namespace

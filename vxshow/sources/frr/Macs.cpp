@@ -1,6 +1,7 @@
 #include "vxshow/sources/frr/Macs.h"
 
 #include "vxshow/sources/frr/Entries.h"
+#include "vxshow/sources/frr/VtepText.h"
 #include "vxshow/text/JsonAddresses.h"
 
 namespace vxshow::sources::frr {
@@ -15,37 +16,35 @@ struct MacEntry {
     Nolt::EthAddr mac;
     Collector & join;
     EntrySide side = {};
-    bool hasVtep = false;
-    std::optional<Nolt::IpAddr> vtep = {}; ///< nullopt if it is invalid, too
+    std::optional<VtepText> vtep = {};
     std::string segment = {};
 };
 
 void takeVtep(text::JsonText const & text, MacEntry & into) {
-    into.hasVtep = true;
-    into.vtep = text::tryReadIpv4(text);
-    if (!into.vtep) {
+    into.vtep = readVtepText(text);
+    if (into.vtep->kind == VtepText::Kind::other) {
         leaveOut(into.join, into.vni, into.mac.stringValue() + " at", text.text(),
                  text::anIpv4Address);
+    } else if (into.vtep->kind == VtepText::Kind::ipv6) {
+        leaveOutIpv6(into.join, into.vni, into.mac.stringValue(), text.text());
     }
 }
 
-template <class TypeMember>
-constexpr auto macObject(TypeMember type) {
-    return text::lenientObject(
-        anEntry, type, localSequenceMember, remoteSequenceMember,
-        text::optionalMember("remoteVtep",
-                             [](text::JsonValue & value, MacEntry & into) {
-                                 takeVtep(value.text(text::anIpv4Address), into);
-                             }),
-        text::optionalMember("esi", [](text::JsonValue & value, MacEntry & into) {
-            into.segment = value.text("an Ethernet segment").text();
-        }));
+constexpr auto segmentMember(text::MemberName name) {
+    return text::optionalMember(name, [](text::JsonValue & value, MacEntry & into) {
+        into.segment = value.text("an Ethernet segment").text();
+    });
 }
 
-constexpr auto briefMacObject = macObject(requiredType);
-
-/// With details, an entry can be without a type: its place is unknown.
-constexpr auto detailedMacObject = macObject(optionalType);
+/// Of an address behind an Ethernet segment, `remoteVtep` is 0.0.0.0 in FRR 8.4, and only the
+/// details have the segment, as `esi`. Later versions have `remoteEs` instead of `remoteVtep`.
+constexpr auto macObject =
+    text::lenientObject(anEntry, typeMember, localSequenceMember, remoteSequenceMember,
+                        text::optionalMember("remoteVtep",
+                                             [](text::JsonValue & value, MacEntry & into) {
+                                                 takeVtep(value.text(text::anIpv4Address), into);
+                                             }),
+                        segmentMember("remoteEs"), segmentMember("esi"));
 
 /// Counts the entry, which starts at `start`.
 void takeEntry(MacEntry const & entry, char const * start) {
@@ -56,16 +55,17 @@ void takeEntry(MacEntry const & entry, char const * start) {
     if (entry.side.side() == Side::local) {
         return entry.join.mac({entry.vni, entry.mac, Side::local, {}, moves, entry.segment});
     }
-    if (!entry.hasVtep) {
+    if (!entry.vtep && entry.segment.empty()) {
         text::refuseWithout("remoteVtep", start);
     }
-    if (entry.vtep) {
-        entry.join.mac({entry.vni, entry.mac, Side::remote, *entry.vtep, moves, entry.segment});
+    auto const vtep = entry.vtep.value_or(VtepText{VtepText::Kind::none});
+    if (vtep.kind == VtepText::Kind::ipv4 || vtep.kind == VtepText::Kind::none) {
+        entry.join.mac({entry.vni, entry.mac, Side::remote, vtep.address, moves, entry.segment});
     }
 }
 
-void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni, bool detailed,
-               Collector & join) {
+void readMacEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni,
+                  Collector & join) {
     join.step();
     if (!isEntry(value)) {
         return;
@@ -79,39 +79,34 @@ void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni v
     }
     auto const * const start = value.at();
     MacEntry entry{vni, *mac, join};
-    if (detailed) {
-        detailedMacObject.read(value, entry);
-    } else {
-        briefMacObject.read(value, entry);
-    }
+    macObject.read(value, entry);
     takeEntry(entry, start);
 }
 
 /// A VNI, one member of which has its MAC addresses.
 constexpr auto vniMacsObject = text::lenientObject(
-    anEntry, text::requiredMember("macs", [](text::JsonValue & value, Vxlan::Vni vni, bool detailed,
-                                             Collector & join) {
+    anEntry,
+    text::optionalMember("macs", [](text::JsonValue & value, Vxlan::Vni vni, Collector & join) {
         value.members(text::anObjectByMac,
                       [&](text::JsonText const & key, text::JsonValue & entry) {
-                          readEntry(key, entry, vni, detailed, join);
+                          readMacEntry(key, entry, vni, join);
                       });
     }));
 
 } // namespace
 
-void readMacs(text::JsonReader & json, bool detailed, Collector & join) {
-    eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
-        vniMacsObject.read(value, vni, detailed, join);
-    });
+void readMacs(text::JsonReader & json, Collector & join) {
+    eachVni(json, join,
+            [&](Vxlan::Vni vni, text::JsonValue & value) { vniMacsObject.read(value, vni, join); });
 }
 
 void readMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, Collector & join) {
-    vniMacsObject.read(json, vni, false, join);
+    vniMacsObject.read(json, vni, join);
 }
 
 void readMac(text::JsonReader & json, Vxlan::Vni vni, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
-        readEntry(key, value, vni, true, join);
+        readMacEntry(key, value, vni, join);
     });
 }
 

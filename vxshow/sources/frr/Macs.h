@@ -7,13 +7,13 @@
 /// into `join`, and throws `Refusal` and `MalformedJson`.
 namespace vxshow::sources::frr {
 
-/// Of every VNI. `detailed`: whether the document has the segments.
-void readMacs(text::JsonReader & json, bool detailed, Collector & join);
+/// Of every VNI.
+void readMacs(text::JsonReader & json, Collector & join);
 
-/// Of one VNI, without the segments.
+/// Of one VNI.
 void readMacsOfVni(text::JsonReader & json, Vxlan::Vni vni, Collector & join);
 
-/// Of one MAC address in one VNI, with its segment.
+/// Of one MAC address in one VNI.
 void readMac(text::JsonReader & json, Vxlan::Vni vni, Collector & join);
 
 } // namespace vxshow::sources::frr

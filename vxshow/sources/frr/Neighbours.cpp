@@ -15,7 +15,8 @@ std::optional<Nolt::IpGenAddr> someIp(text::JsonText const & text) {
 /// What is read of the entry of an IP address.
 struct NeighbourEntry {
     EntrySide side = {};
-    bool isActive = false;
+    std::optional<bool> isActive = {};
+    bool hasMac = false;
     std::optional<Nolt::EthAddr> mac = {};
     std::string macText = {}; ///< if it is invalid
 };
@@ -24,12 +25,13 @@ constexpr std::array<text::MemberName, 2> states{"active", "inactive"};
 
 void takeState(text::JsonText const & text, NeighbourEntry & into) {
     into.isActive = states[0].standsAt(text.content());
-    if (!into.isActive && !states[1].standsAt(text.content())) {
+    if (!*into.isActive && !states[1].standsAt(text.content())) {
         text.refuse(text::oneOf(states));
     }
 }
 
 void takeMac(text::JsonText const & text, NeighbourEntry & into) {
+    into.hasMac = true;
     into.mac = hostMac(text);
     if (!into.mac) {
         into.macText = text.text();
@@ -37,17 +39,17 @@ void takeMac(text::JsonText const & text, NeighbourEntry & into) {
 }
 
 constexpr auto neighbourObject = text::lenientObject(
-    anEntry, requiredType, localSequenceMember, remoteSequenceMember,
-    text::requiredMember("state",
+    anEntry, typeMember, localSequenceMember, remoteSequenceMember,
+    text::optionalMember("state",
                          [](text::JsonValue & value, NeighbourEntry & into) {
                              takeState(value.text("\"active\" or \"inactive\""), into);
                          }),
-    text::requiredMember("mac", [](text::JsonValue & value, NeighbourEntry & into) {
+    text::optionalMember("mac", [](text::JsonValue & value, NeighbourEntry & into) {
         takeMac(value.text(text::anEthernetAddress), into);
     }));
 
-void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni,
-               Collector & join) {
+void readNeighbour(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni vni,
+                   Collector & join) {
     join.step();
     if (!isEntry(value)) {
         return;
@@ -59,7 +61,13 @@ void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni v
     auto const * const start = value.at();
     NeighbourEntry entry;
     neighbourObject.read(value, entry);
-    if (!entry.side.isKnown() || !entry.isActive) {
+    if (!entry.side.isKnown()) {
+        return;
+    }
+    if (!entry.isActive || !entry.hasMac) {
+        text::refuseWithout(entry.isActive ? "mac" : "state", start);
+    }
+    if (!*entry.isActive) {
         return;
     }
     if (!entry.mac) {
@@ -75,14 +83,14 @@ void readEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vni v
 void readNeighbours(text::JsonReader & json, Collector & join) {
     eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
         value.members(anEntry, [&](text::JsonText const & key, text::JsonValue & entry) {
-            readEntry(key, entry, vni, join);
+            readNeighbour(key, entry, vni, join);
         });
     });
 }
 
 void readNeighboursOfVni(text::JsonReader & json, Vxlan::Vni vni, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
-        readEntry(key, value, vni, join);
+        readNeighbour(key, value, vni, join);
     });
 }
 

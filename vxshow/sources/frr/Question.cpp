@@ -17,6 +17,7 @@ void addTables(state::Selection const & selection, std::vector<Question> & quest
     if (selection.vni.isNone()) {
         if (selection.macTables) {
             questions.push_back({Kind::macs});
+            questions.push_back({Kind::segments});
         }
         if (selection.arpTables) {
             questions.push_back({Kind::neighbours});
@@ -29,6 +30,7 @@ void addTables(state::Selection const & selection, std::vector<Question> & quest
     }
     if (selection.macTables && selection.mac.isZero()) {
         questions.push_back({Kind::macsOfVni, vni});
+        questions.push_back({Kind::segments});
     } else if (selection.macTables) {
         questions.push_back({Kind::mac, vni, selection.mac});
         questions.push_back({Kind::segments});
@@ -48,6 +50,8 @@ bool isWordCharacter(char c) {
 std::string Question::command() const {
     auto const ofVni = [&] { return std::to_string(vni.value()); };
     switch (kind) {
+    case Kind::evpn:
+        return "show evpn json";
     case Kind::vnis:
         return "show evpn vni detail json";
     case Kind::vni:
@@ -68,6 +72,8 @@ std::string Question::command() const {
         return "show evpn arp-cache vni " + ofVni() + " json";
     case Kind::vrfs:
         return "show vrf vni json";
+    case Kind::devices:
+        return "show interface vrf all json";
     case Kind::interfaces:
         return "show interface vrf " + vrf + " json";
     case Kind::routes:
@@ -83,11 +89,19 @@ bool isVrfWord(std::string_view name) noexcept {
     return !every.starts_with(name) && std::all_of(name.begin(), name.end(), isWordCharacter);
 }
 
+bool asksForOneVni(state::Selection const & selection) {
+    return !selection.routers && !selection.vni.isNone() && isAskable(selection.vni.vni());
+}
+
 std::vector<Question> firstQuestions(state::Selection const & selection) {
     std::vector<Question> questions;
-    bool const one =
-        !selection.routers && !selection.vni.isNone() && isAskable(selection.vni.vni());
-    questions.push_back(one ? Question{Kind::vni, selection.vni.vni()} : Question{Kind::vnis});
+    if (asksForOneVni(selection)) {
+        // An unknown VNI has the same answer as one of a zebra whose EVPN is not active.
+        questions.push_back({Kind::evpn});
+        questions.push_back({Kind::vni, selection.vni.vni()});
+    } else {
+        questions.push_back({Kind::vnis});
+    }
     if (selection.received || selection.advertised) {
         addTables(selection, questions);
     }

@@ -16,10 +16,10 @@ namespace vxshow::sources::frr {
 /// command asks only for what is needed.
 struct Question {
     enum class Kind {
+        evpn,            ///< the settings of EVPN; nothing if it is not active
         vnis,            ///< every VNI, with its addresses and flood list
         vni,             ///< one of them
-        macs,            ///< of every VNI; of an address behind an Ethernet segment, not which
-                         ///< segment
+        macs,            ///< of every VNI; from FRR 8.4, not which Ethernet segment one is behind
         macsOfVni,       ///< the same of one VNI
         macsInDetail,    ///< of every VNI, with the segments
         mac,             ///< one MAC address in one VNI, with its segment
@@ -27,6 +27,7 @@ struct Question {
         neighbours,      ///< the IP addresses of every VNI
         neighboursOfVni, ///< those of one
         vrfs,            ///< the VRFs that have an L3 VNI
+        devices,         ///< the interfaces of every VRF
         interfaces,      ///< of a VRF
         routes,          ///< IPv4, of a VRF
         routesIpv6,      ///< IPv6, of a VRF
@@ -47,6 +48,9 @@ struct Question {
 /// `_.:-`, and is not `all`, which stands for every VRF, or an abbreviation of it: vtysh takes `a`
 /// and `al` for it, too. The system allows any name for a VRF.
 bool isVrfWord(std::string_view name) noexcept;
+
+/// Whether one VNI alone is asked for, not all of them.
+bool asksForOneVni(state::Selection const & selection);
 
 /// The first questions for what is selected. Further ones depend on the answers.
 std::vector<Question> firstQuestions(state::Selection const & selection);

@@ -1,5 +1,6 @@
 #include "vxshow/sources/frr/ReadDocument.h"
 
+#include "vxshow/sources/frr/Devices.h"
 #include "vxshow/sources/frr/Macs.h"
 #include "vxshow/sources/frr/Neighbours.h"
 #include "vxshow/sources/frr/Segments.h"
@@ -13,20 +14,40 @@ namespace {
 
 using Kind = Question::Kind;
 
-bool isBlank(std::string_view document) {
-    return text::pastBlanks(document, 0) == document.size();
+/// The document without blanks, if it is at most a few characters without them.
+std::string withoutBlanks(std::string_view document) {
+    constexpr std::size_t enough = 5;
+    std::string text;
+    for (auto at = text::pastBlanks(document, 0); at < document.size() && text.size() < enough;
+         at = text::pastBlanks(document, at + 1)) {
+        text += document[at];
+    }
+    return text;
 }
 
-/// An empty answer: no text, `{}`, `{ }` or `[]`, depending on the command.
+/// An empty answer: no text, `{}`, `[]` or `null`, depending on the command and the version.
 bool isNothing(std::string_view document) {
-    auto const first = text::pastBlanks(document, 0);
-    if (first == document.size()) {
-        return true;
+    auto const text = withoutBlanks(document);
+    return text.empty() || text == "{}" || text == "[]" || text == "null";
+}
+
+/// zebra has this answer if EVPN is not active: nothing at all, and since FRR 9.0 an empty object
+/// where otherwise a list or an object with members is.
+bool isWithoutEvpn(Question const & question, std::string_view document) {
+    auto const text = withoutBlanks(document);
+    switch (question.kind) {
+    case Kind::vnis:
+    case Kind::evpn:
+        return text.empty() || text == "{}";
+    case Kind::vni:
+        return text.empty();
+    default:
+        return false;
     }
-    auto const end = document[first] == '{' ? '}' : document[first] == '[' ? ']' : '\0';
-    auto const last = text::pastBlanks(document, first + 1);
-    return end != '\0' && last < document.size() && document[last] == end &&
-           text::pastBlanks(document, last + 1) == document.size();
+}
+
+bool isAtStart(text::Refusal const & refusal, std::string_view document) {
+    return refusal.at == document.data() + text::pastBlanks(document, 0);
 }
 
 text::JsonRoot rootOf(Kind kind) {
@@ -37,16 +58,17 @@ text::JsonRoot rootOf(Kind kind) {
 void read(Question const & question, system::PaddedText document, Collector & join) {
     text::JsonReader json(document);
     switch (question.kind) {
+    case Kind::evpn:
+        return;
     case Kind::vnis:
         return readVnis(json, join);
     case Kind::vni:
         return readVni(json, join);
     case Kind::macs:
-        return readMacs(json, false, join);
+    case Kind::macsInDetail:
+        return readMacs(json, join);
     case Kind::macsOfVni:
         return readMacsOfVni(json, question.vni, join);
-    case Kind::macsInDetail:
-        return readMacs(json, true, join);
     case Kind::mac:
         return readMac(json, question.vni, join);
     case Kind::segments:
@@ -57,6 +79,8 @@ void read(Question const & question, system::PaddedText document, Collector & jo
         return readNeighboursOfVni(json, question.vni, join);
     case Kind::vrfs:
         return readVrfs(json, join);
+    case Kind::devices:
+        return readDevices(json, join);
     case Kind::interfaces:
         return readInterfaces(json, question.vrf, join);
     case Kind::routes:
@@ -73,9 +97,8 @@ void readDocument(Question const & question, system::PaddedText document, Collec
     } else if (question.kind == Kind::mac) {
         join.forgetSegmentedMac(question.vni, question.mac);
     }
-    bool const isAboutVnis = question.kind == Kind::vnis || question.kind == Kind::vni;
-    if (isAboutVnis && isBlank(document.text())) {
-        return join.evpnDisabled();
+    if (isWithoutEvpn(question, document.text())) {
+        return join.evpnIsNotActive();
     }
     if (isNothing(document.text())) {
         return;
@@ -84,8 +107,12 @@ void readDocument(Question const & question, system::PaddedText document, Collec
     try {
         read(question, document, join);
     } catch (text::Refusal const & refusal) {
-        throw AnswerError(question.command() + ": " +
-                          text::refusalLine(refusal, document.text(), root));
+        auto const what =
+            question.command() + ": " + text::refusalLine(refusal, document.text(), root);
+        if (*refusal.at != '{' && *refusal.at != '[' && isAtStart(refusal, document.text())) {
+            throw AnswerError(what);
+        }
+        throw UnknownShape(what);
     } catch (text::MalformedJson const & malformed) {
         throw AnswerError(question.command() + ": " +
                           text::refusalLine(malformed, document.text(), root));

@@ -1,6 +1,7 @@
 #include "vxshow/sources/frr/Segments.h"
 
 #include "vxshow/sources/frr/Entries.h"
+#include "vxshow/sources/frr/VtepText.h"
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
 
@@ -8,19 +9,23 @@ namespace vxshow::sources::frr {
 
 namespace {
 
-void takeVtep(text::JsonText const & text, std::vector<Nolt::IpAddr> & vteps, Collector & join) {
-    auto const address = text::tryReadIpv4(text);
-    if (address && !address->isZero()) {
-        return vteps.push_back(*address);
+struct Segment {
+    std::string esi = {};
+    Collector::SegmentVteps vteps = {};
+};
+
+void takeVtep(text::JsonText const & text, Collector::SegmentVteps & vteps, Collector & join) {
+    auto const vtep = readVtepText(text);
+    if (vtep.kind == VtepText::Kind::ipv4) {
+        return vteps.ipv4.push_back(vtep.address);
+    }
+    if (vtep.kind == VtepText::Kind::ipv6) {
+        vteps.ipv6.emplace_back(text.text());
+        return;
     }
     join.leaveOut("Ethernet segment: VTEP " + text::shownInQuotes(text.text()) + ", expected " +
                   std::string(text::anIpv4Address));
 }
-
-struct Segment {
-    std::string esi = {};
-    std::vector<Nolt::IpAddr> vteps = {};
-};
 
 constexpr auto vtepObject = text::lenientObject(
     "a VTEP",

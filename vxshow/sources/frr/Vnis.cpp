@@ -1,6 +1,7 @@
 #include "vxshow/sources/frr/Vnis.h"
 
 #include "vxshow/sources/frr/Entries.h"
+#include "vxshow/sources/frr/VtepText.h"
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
 
@@ -18,11 +19,11 @@ struct VniMembers {
     Vex::U32 vni = 0;
     std::string vrf = {};
     std::string interface = {};
-    bool hasVtepIp = false;
-    bool hasLocalVtepIp = false;
     Nolt::IpAddr address = {};
+    std::string ipv6Address = {}; ///< empty: it is not IPv6
     std::vector<Nolt::IpAddr> floods = {};
-    std::vector<std::string> noAddresses = {};
+    std::vector<std::string> ipv6Floods = {};
+    std::vector<std::string> leftOut = {};
 };
 
 void takeKind(text::JsonText const & text, VniMembers & into) {
@@ -40,24 +41,77 @@ void takeInterface(std::string_view name, VniMembers & into) {
     }
 }
 
+void leaveOutVtep(text::JsonText const & text, VniMembers & into) {
+    into.leftOut.push_back("VTEP " + text::shownInQuotes(text.text()) + ", expected " +
+                           std::string(text::anIpv4Address));
+}
+
 void takeAddress(text::JsonText const & text, VniMembers & into) {
-    if (auto const address = text::tryReadIpv4(text)) {
-        into.address = *address;
-    } else {
-        into.noAddresses.push_back(text::shownInQuotes(text.text()));
+    auto const vtep = readVtepText(text);
+    into.address = vtep.address;
+    if (vtep.kind == VtepText::Kind::ipv6) {
+        into.ipv6Address = text.text();
+    } else if (vtep.kind == VtepText::Kind::other) {
+        leaveOutVtep(text, into);
     }
 }
 
-void takeFloods(text::JsonValue & value, VniMembers & into, Collector & join) {
-    value.texts("a list of IPv4 addresses", text::anIpv4Address, [&](text::JsonText const & text) {
+void takeFlood(text::JsonText const & text, VniMembers & into) {
+    auto const vtep = readVtepText(text);
+    if (vtep.kind == VtepText::Kind::ipv4) {
+        into.floods.push_back(vtep.address);
+    } else if (vtep.kind == VtepText::Kind::ipv6) {
+        into.ipv6Floods.emplace_back(text.text());
+    } else {
+        leaveOutVtep(text, into);
+    }
+}
+
+/// A remote VTEP and how frames are flooded to it.
+struct RemoteVtep {
+    std::optional<text::JsonText> ip = {};
+    std::string flood = {};
+};
+
+/// Frames are certainly flooded to the VTEP itself: ingress replication, which FRR calls head-end
+/// replication. Otherwise they go to a multicast group, or nowhere.
+constexpr std::string_view headEndReplication = "HER";
+
+constexpr auto remoteVtepObject = text::lenientObject(
+    "a VTEP",
+    text::requiredMember(
+        "ip", [](text::JsonValue & value, RemoteVtep & into) { into.ip = value.text(aText); }),
+    text::optionalMember("flood", [](text::JsonValue & value, RemoteVtep & into) {
+        into.flood = value.text(aText).text();
+    }));
+
+void takeRemoteVtep(text::JsonValue & value, VniMembers & into) {
+    if (*value.at() == '"') {
+        return takeFlood(value.text(aText), into);
+    }
+    RemoteVtep read;
+    remoteVtepObject.read(value, read);
+    if (read.flood.empty() || read.flood == headEndReplication) {
+        takeFlood(*read.ip, into);
+    } else {
+        into.leftOut.push_back("VTEP " + text::shownInQuotes(read.ip->text()) + " floods " +
+                               text::shownInQuotes(read.flood) + ", expected \"HER\"");
+    }
+}
+
+void takeRemoteVteps(text::JsonValue & value, VniMembers & into, Collector & join) {
+    value.elements("a list of VTEPs", [&](text::JsonValue & one) {
         join.step();
-        auto const address = text::tryReadIpv4(text);
-        if (address && !address->isZero()) {
-            into.floods.push_back(*address);
-        } else {
-            into.noAddresses.push_back(text::shownInQuotes(text.text()));
-        }
+        takeRemoteVtep(one, into);
     });
+}
+
+/// In FRR 8.4 and 8.5 the list itself, later its length.
+void takeNumRemoteVteps(text::JsonValue & value, VniMembers & into, Collector & join) {
+    if (*value.at() == '[') {
+        return takeRemoteVteps(value, into, join);
+    }
+    value.integer("a list of IPv4 addresses, or their number");
 }
 
 /// The interface has one name in an L2 VNI and another in an L3 VNI.
@@ -67,13 +121,18 @@ constexpr auto interfaceMember(text::MemberName name) {
     });
 }
 
-/// `isThere` is set when the VNI has the member.
-constexpr auto addressMember(text::MemberName name, bool VniMembers::*isThere) {
-    return text::optionalMember(name,
-                                [isThere](text::JsonValue & value, VniMembers & into, Collector &) {
-                                    into.*isThere = true;
-                                    takeAddress(value.text(aText), into);
-                                });
+/// The address has one name in an L2 VNI and another in an L3 VNI. Without it, the VNI has none.
+constexpr auto addressMember(text::MemberName name) {
+    return text::optionalMember(name, [](text::JsonValue & value, VniMembers & into, Collector &) {
+        takeAddress(value.text(aText), into);
+    });
+}
+
+/// `vrf` until FRR 10.0, `tenantVrf` since 9.0.
+constexpr auto vrfMember(text::MemberName name) {
+    return text::optionalMember(name, [](text::JsonValue & value, VniMembers & into, Collector &) {
+        into.vrf = value.text(aText).text();
+    });
 }
 
 constexpr auto vniObject = text::lenientObject(
@@ -84,28 +143,26 @@ constexpr auto vniObject = text::lenientObject(
                          [](text::JsonValue & value, VniMembers & into, Collector &) {
                              takeKind(value.text(text::oneOf(kinds)), into);
                          }),
-    text::requiredMember("vrf", [](text::JsonValue & value, VniMembers & into,
-                                   Collector &) { into.vrf = value.text(aText).text(); }),
-    interfaceMember("sviInterface"), interfaceMember("sviIntf"),
-    addressMember("vtepIp", &VniMembers::hasVtepIp),
-    addressMember("localVtepIp", &VniMembers::hasLocalVtepIp),
-    // Despite its name, this member is the list, not its length.
-    text::optionalMember("numRemoteVteps", takeFloods));
+    vrfMember("vrf"), vrfMember("tenantVrf"), interfaceMember("sviInterface"),
+    interfaceMember("sviIntf"), addressMember("vtepIp"), addressMember("localVtepIp"),
+    text::optionalMember("numRemoteVteps", takeNumRemoteVteps),
+    text::optionalMember("remoteVteps", takeRemoteVteps));
 
-/// `start` is where the object of the VNI starts.
-void takeVni(VniMembers const & read, char const * start, Collector & join) {
-    if (!(read.isL3 ? read.hasLocalVtepIp : read.hasVtepIp)) {
-        text::refuseWithout(read.isL3 ? "localVtepIp" : "vtepIp", start);
-    }
+void takeVni(VniMembers const & read, Collector & join) {
     Vxlan::Vni const vni(read.vni);
-    for (auto const & text : read.noAddresses) {
-        join.leaveOut("VNI " + std::to_string(read.vni) + ": VTEP " + text + ", expected " +
-                      std::string(text::anIpv4Address));
+    for (auto const & what : read.leftOut) {
+        join.leaveOut("VNI " + std::to_string(read.vni) + ": " + what);
     }
     if (read.isL3) {
         return join.l3Vni(vni, {read.vrf, read.interface, read.address});
     }
-    join.l2Vni(vni, {read.vrf, read.interface, read.address, read.floods});
+    for (auto const & address : read.ipv6Floods) {
+        leaveOutIpv6(join, vni, "flood list", address);
+    }
+    if (!read.ipv6Address.empty()) {
+        leaveOutIpv6(join, vni, "own VTEP", read.ipv6Address);
+    }
+    join.l2Vni(vni, {read.vrf, read.interface, read.address, read.ipv6Address, read.floods});
 }
 
 } // namespace
@@ -113,18 +170,16 @@ void takeVni(VniMembers const & read, char const * start, Collector & join) {
 void readVnis(text::JsonReader & json, Collector & join) {
     json.documentElements("a list of VNIs", [&](text::JsonValue & element) {
         join.step();
-        auto const * const start = element.at();
         VniMembers read;
         vniObject.read(element, read, join);
-        takeVni(read, start, join);
+        takeVni(read, join);
     });
 }
 
 void readVni(text::JsonReader & json, Collector & join) {
-    auto const * const start = json.at();
     VniMembers read;
     vniObject.read(json, read, join);
-    takeVni(read, start, join);
+    takeVni(read, join);
 }
 
 } // namespace vxshow::sources::frr

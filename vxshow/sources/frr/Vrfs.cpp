@@ -168,7 +168,10 @@ void readVrfs(text::JsonReader & json, Collector & join) {
 
 void readInterfaces(text::JsonReader & json, std::string const & vrf, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
-        readInterface(std::string(key.text()), value, {vrf, join});
+        // Some builds of FRR without bfdd have a text among the interfaces, "ptmStatus".
+        if (*value.at() == '{') {
+            readInterface(std::string(key.text()), value, {vrf, join});
+        }
     });
 }
 

@@ -10,15 +10,20 @@ namespace vxshow::sources::frr {
 /// A VTEP that runs FRR, as a source.
 class VtyshAccess final : public Access {
 public:
-    explicit VtyshAccess(VtyshCommand command) : command_(std::move(command)) {}
+    /// `expectsEvpn`: whether it is a failure that EVPN is not active there.
+    explicit VtyshAccess(VtyshCommand command, bool expectsEvpn = true)
+        : command_(std::move(command)), expectsEvpn_(expectsEvpn) {}
 
     VtyshCommand const & command() const noexcept { return command_; }
+
+    bool expectsEvpn() const noexcept { return expectsEvpn_; }
 
     Answer ask(Source const & source, state::Selection const & selection,
                Deadline const & deadline) const override;
 
 private:
     VtyshCommand command_;
+    bool expectsEvpn_;
 };
 
 } // namespace vxshow::sources::frr

@@ -28,6 +28,11 @@ struct Line {
     std::size_t end;
 };
 
+/// Whether a line ends at `at`. A terminal between us and `vtysh` writes CRLF.
+bool isLineEnd(std::string_view printed, std::size_t at) {
+    return printed[at] == '\n' || printed.substr(at).starts_with("\r\n");
+}
+
 /// The next line that ends in `#` and the command. `position` is the start of a line.
 std::optional<Line> echoOf(std::string_view printed, std::size_t position,
                            std::string const & command) {
@@ -36,7 +41,7 @@ std::optional<Line> echoOf(std::string_view printed, std::size_t position,
          at = printed.find(mark, at + 1)) {
         // The end is checked first: to search for the start of a long line is expensive.
         auto const end = at + mark.size();
-        if (end == printed.size() || printed[end] == '\n') {
+        if (end == printed.size() || isLineEnd(printed, end)) {
             auto const before = printed.substr(position, at - position).rfind('\n');
             return Line{before == std::string_view::npos ? position : position + before + 1, end};
         }
@@ -45,7 +50,7 @@ std::optional<Line> echoOf(std::string_view printed, std::size_t position,
 }
 
 std::string_view firstLine(std::string_view text) {
-    return text.substr(0, text.find('\n'));
+    return text.substr(0, text.find_first_of("\r\n"));
 }
 
 /// Such as "% Unknown command: …", instead of a document.
@@ -104,7 +109,8 @@ std::vector<std::string_view> vtyshAnswers(std::string_view printed,
         if (first && line->first != 0) {
             refuseWithoutLine(command, '"' + text::shownText(firstLine(printed)) + '"');
         }
-        position = line->end == printed.size() ? line->end : line->end + 1;
+        auto const newline = printed.find('\n', line->end);
+        position = newline == std::string_view::npos ? printed.size() : newline + 1;
     }
     if (!commands.empty()) {
         take(printed.size());

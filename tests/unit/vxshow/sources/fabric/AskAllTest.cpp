@@ -68,9 +68,9 @@ TEST(AskAll, OutcomesAreInTheOrderOfTheSourcesHoweverManyThereAre) {
 }
 
 TEST(AskAll, ASourceThatFailsDoesNotAffectTheOthers) {
-    // A vtysh with empty answers: only the line before each of them.
-    auto const good =
-        scripted("good", "for word; do case $word in show*) echo \"host# $word\";; esac; done");
+    // A vtysh without VNIs: before each answer, a line that ends in the command.
+    auto const good = scripted(
+        "good", "for word; do case $word in show*) echo \"host# $word\"; echo '[]';; esac; done");
     auto const outcomes = askAll({failing(1), good, failing(2)}, {});
     ASSERT_EQ(outcomes.size(), 3U);
     EXPECT_FALSE(outcomes[0].answer);

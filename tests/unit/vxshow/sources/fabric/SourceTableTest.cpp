@@ -146,8 +146,8 @@ TEST(SourceTable, TheSystemIdentifierIsAMacAddressInAnyOfItsForms) {
 TEST(SourceTable, AnUnknownKeyIsRefusedWithTheKeysOfTheKind) {
     EXPECT_EQ(refusalOf(frr("  \"\xC3\xA4\" = 1\nremote_shel = true")),
               "4:3: source[0]: found \"\\xc3\\xa4\", expected \"kind\", \"name\", \"role\", "
-              "\"time_limit\", \"max_facts\", \"system_id\", \"command\", \"path_space\" or "
-              "\"remote_shell\"");
+              "\"time_limit\", \"max_facts\", \"system_id\", \"command\", \"path_space\", "
+              "\"remote_shell\" or \"expects_evpn\"");
     EXPECT_EQ(refusalOf(database("Role = \"hsc\"")),
               "5:1: source[0]: found \"Role\", expected \"kind\", \"name\", \"role\", "
               "\"time_limit\", \"max_facts\", \"system_id\", \"remotes\", \"private_key\", "
@@ -167,10 +167,9 @@ TEST(SourceTable, AKeyOfAnotherKindIsRefusedAsSuch) {
                   "4:1: source[0]: found \"" + std::string(key) +
                       "\", which is only for kind \"hardware_vtep\", expected \"kind\", \"name\", "
                       "\"role\", \"time_limit\", \"max_facts\", \"system_id\", \"command\", "
-                      "\"path_space\" or "
-                      "\"remote_shell\"");
+                      "\"path_space\", \"remote_shell\" or \"expects_evpn\"");
     }
-    for (auto const * const key : {"command", "path_space", "remote_shell"}) {
+    for (auto const * const key : {"command", "path_space", "remote_shell", "expects_evpn"}) {
         EXPECT_EQ(refusalOf(database(std::string(key) + " = 1")),
                   "5:1: source[0]: found \"" + std::string(key) +
                       "\", which is only for kind \"frr\", expected \"kind\", \"name\", \"role\", "

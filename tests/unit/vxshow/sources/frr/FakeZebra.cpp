@@ -69,7 +69,7 @@ std::vector<std::string> documentsOf(std::string const & text) {
 /// Whether a real zebra knows the command.
 bool isKnown(std::string const & command) {
     static std::regex const forms(
-        "show (evpn (vni (detail|\\d+)"
+        "show version|show (evpn|evpn (vni (detail|\\d+)"
         "|mac vni (all( detail)?|\\d+( mac ([0-9a-f]{2}:){5}[0-9a-f]{2})?)"
         "|arp-cache vni (all|\\d+)"
         "|es detail)"
@@ -80,7 +80,11 @@ bool isKnown(std::string const & command) {
 
 } // namespace
 
-FakeZebra::FakeZebra(std::string const & vtep) {
+FakeZebra::FakeZebra()
+    : answers_{{"show evpn json", R"({"advertiseGatewayMacip":"No","numVnis":1})"},
+               {"show evpn vni detail json", "[]"}} {}
+
+FakeZebra::FakeZebra(std::string const & vtep) : FakeZebra() {
     auto const file = [&](std::string const & name) {
         return frrCapture(vtep + "/" + name + ".json");
     };
@@ -203,9 +207,9 @@ std::string macsOf(Answer const & answer) {
     return linesOf(answer.facts, "leaf1 mac") + linesOf(answer.facts, "remote mac");
 }
 
-std::string failureOf(FakeZebra & zebra) {
+std::string failureOf(FakeZebra & zebra, state::Selection const & selection) {
     try {
-        zebra.ask();
+        zebra.ask(selection);
     } catch (Failure const & failure) {
         std::string const line(failure.what());
         EXPECT_TRUE(std::all_of(line.begin(), line.end(), [](char c) {

@@ -18,8 +18,8 @@ namespace vxshow::test {
 /// unknown one has a complaint, which ends the run.
 class FakeZebra {
 public:
-    /// Has only empty answers.
-    FakeZebra() = default;
+    /// Has only empty answers, but EVPN is active.
+    FakeZebra();
 
     /// Answers from the captures of that VTEP, including questions about one VNI or MAC address.
     explicit FakeZebra(std::string const & vtep);
@@ -60,9 +60,9 @@ std::string linesOf(sources::Facts const & facts, std::string_view start);
 /// The lines about MAC addresses: first the local ones, then the remote ones.
 std::string macsOf(sources::Answer const & answer);
 
-/// The failure of asking for everything; "accepted" if there is none. Expects it to be one
+/// The failure of asking for what is selected; "accepted" if there is none. Expects it to be one
 /// line of printable ASCII.
-std::string failureOf(FakeZebra & zebra);
+std::string failureOf(FakeZebra & zebra, state::Selection const & selection = {});
 
 /// An L2 VNI of the VTEP 10.0.0.1, in VRF red with the interface brN, flooded to 10.0.0.2.
 std::string l2Vni(unsigned vni);

@@ -29,14 +29,15 @@ state::Selection macs() {
 
 } // namespace
 
-TEST(Question, EverythingTakesFourQuestions) {
+TEST(Question, EverythingTakesFiveQuestions) {
     EXPECT_EQ(commands({}), (Commands{"show evpn vni detail json", "show evpn mac vni all json",
+                                      "show evpn es detail json",
                                       "show evpn arp-cache vni all json", "show vrf vni json"}));
 }
 
-TEST(Question, AMacListingAsksOnlyForMacs) {
-    EXPECT_EQ(commands(macs()),
-              (Commands{"show evpn vni detail json", "show evpn mac vni all json"}));
+TEST(Question, AMacListingAsksOnlyForMacsAndSegments) {
+    EXPECT_EQ(commands(macs()), (Commands{"show evpn vni detail json", "show evpn mac vni all json",
+                                          "show evpn es detail json"}));
 }
 
 TEST(Question, AnArpListingAsksForNoMacs) {
@@ -59,15 +60,15 @@ TEST(Question, OneVniIsAskedForByItself) {
     selection.arpTables = true;
     selection.vni = Vxlan::Vni(4098);
     EXPECT_EQ(commands(selection),
-              (Commands{"show evpn vni 4098 json", "show evpn mac vni 4098 json",
-                        "show evpn arp-cache vni 4098 json"}));
+              (Commands{"show evpn json", "show evpn vni 4098 json", "show evpn mac vni 4098 json",
+                        "show evpn es detail json", "show evpn arp-cache vni 4098 json"}));
 }
 
 TEST(Question, OneMacAddressInOneVniIsAskedForByItself) {
     auto selection = macs();
     selection.vni = Vxlan::Vni(4098);
     selection.mac = Nolt::EthAddr::fromString("0240.9800.e501");
-    EXPECT_EQ(commands(selection), (Commands{"show evpn vni 4098 json",
+    EXPECT_EQ(commands(selection), (Commands{"show evpn json", "show evpn vni 4098 json",
                                              "show evpn mac vni 4098 mac 02:40:98:00:e5:01 json",
                                              "show evpn es detail json"}));
 }

@@ -52,9 +52,9 @@ TEST(FrrShape, ARepeatedDocumentIsRefused) {
 
 TEST(FrrShape, ATypeThatIsNotTextIsRefused) {
     EXPECT_EQ(macFailure(R"("02:00:00:00:00:01":{"type":7})"),
-              "broken answer: show evpn mac vni all json: 1:56: "
+              "FRR of unknown version: show evpn mac vni all json: 1:56: "
               "\"10\".macs.\"02:00:00:00:00:01\".type: found 7, expected \"local\", \"remote\" or "
-              "\"auto\"");
+              "\"auto\": this version's answer is not understood");
 }
 
 TEST(FrrShape, AnUnknownTypeIsRefused) {
@@ -63,8 +63,6 @@ TEST(FrrShape, AnUnknownTypeIsRefused) {
 }
 
 TEST(FrrShape, AMissingMemberIsRefused) {
-    EXPECT_NE(macFailure(R"("02:00:00:00:00:01":{"localSequence":0})").find("\"type\" in it"),
-              std::string::npos);
     EXPECT_NE(macFailure(R"("02:00:00:00:00:01":{"type":"local"})").find("\"localSequence\" in it"),
               std::string::npos);
     EXPECT_NE(macFailure(R"("02:00:00:00:00:01":{"type":"remote","remoteSequence":0})")
@@ -79,7 +77,7 @@ TEST(FrrShape, ARepeatedMemberIsRefused) {
 }
 
 TEST(FrrShape, AnInvalidSequenceIsRefused) {
-    for (auto const * const wrong : {"-1", "1.5", "\"1\"", "4294967296", "null", "[]"}) {
+    for (auto const * const wrong : {"-1", "1.5", "\"1\"", "4294967296", "true", "[]"}) {
         auto const failure = macFailure(R"("02:00:00:00:00:01":{"type":"local","localSequence":)" +
                                         std::string(wrong) + "}");
         EXPECT_NE(failure.find("expected a whole number from 0 to 4294967295"), std::string::npos)

@@ -1,0 +1,21 @@
+#include "vxshow/sources/frr/VtepText.h"
+
+#include "Nolt/IpGenAddr.h"
+#include "vxshow/text/JsonAddresses.h"
+
+namespace vxshow::sources::frr {
+
+VtepText readVtepText(text::JsonText const & text) {
+    using Kind = VtepText::Kind;
+    if (auto const address = text::tryReadIpv4(text)) {
+        return {address->isZero() ? Kind::none : Kind::ipv4, *address};
+    }
+    if (text.text() == "(null)") {
+        return {Kind::none};
+    }
+    auto const address = Nolt::IpGenAddr::tryFromString(text.text());
+    bool const isIpv6 = address && address->family() == Nolt::Family::ipv6;
+    return {isIpv6 ? Kind::ipv6 : Kind::other};
+}
+
+} // namespace vxshow::sources::frr
