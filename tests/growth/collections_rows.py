@@ -9,6 +9,9 @@ USUAL_SIZE = 500
 # These collections make themselves larger within one of the doublings, which costs more than the others.
 # At these sizes that is the middle one.
 SIZES = {f"hashed {kind}, inserted while walking": 1000 for kind in ("values", "entities")}
+# The C library copies long texts by instructions of which each copies more, up to a length. These
+# are longer.
+SIZES.update({f"printer of {form}, long text": 4000 for form in ("text", "compact", "indented")})
 
 
 def rows(program):
