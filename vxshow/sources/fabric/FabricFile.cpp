@@ -1,9 +1,11 @@
 #include "vxshow/sources/fabric/FabricFile.h"
 
 #include "Vex/Errors.h"
+#include "vxshow/sources/SystemId.h"
 #include "vxshow/sources/fabric/SourceTable.h"
 #include "vxshow/system/FileBytes.h"
 
+#include <map>
 #include <new>
 #include <set>
 #include <system_error>
@@ -30,6 +32,35 @@ text::TomlField sourcesOf(text::TomlField const & root) {
     return root.required("source");
 }
 
+/// The system identifiers of the fabric's switches. Two switches with the same one would pass for
+/// one in the map of routers.
+class SystemIds {
+public:
+    /// Adds those of the source `source`, which is called `name`. Throws `TomlRefusal` for one that
+    /// another switch has.
+    void add(text::TomlField const & source, std::string const & name) {
+        if (auto const field = source.find("system_id")) {
+            addOne(*field, "source " + name);
+        }
+        if (auto const field = source.find("system_ids")) {
+            for (text::TomlMember const & member : field->table("a table")) {
+                addOne(field->at(member), "switch " + std::string(member.name));
+            }
+        }
+    }
+
+private:
+    void addOne(text::TomlField const & field, std::string const & owner) {
+        auto const place = owners_.emplace(readSystemId(field), owner).first;
+        if (place->second != owner) {
+            field.refuse("a system identifier that no other switch has");
+        }
+    }
+
+    /// What has each. Several databases can have one switch, which they call by the same name.
+    std::map<Nolt::EthAddr, std::string> owners_;
+};
+
 std::vector<Source> readDocument(text::TomlValue const & document, std::string const & folder,
                                  std::size_t maxFacts) {
     text::TomlField const root(document);
@@ -45,11 +76,13 @@ std::vector<Source> readDocument(text::TomlValue const & document, std::string c
     }
     std::vector<Source> sources;
     std::set<std::string> names;
+    SystemIds systemIds;
     for (text::TomlField const & element : elements) {
         sources.push_back(readSourceTable(element, folder, maxFacts));
         if (!names.insert(sources.back().name).second) {
             element.required("name").refuse("a name that no source before it has");
         }
+        systemIds.add(element, sources.back().name);
     }
     return sources;
 }

@@ -164,6 +164,30 @@ TEST(FabricFile, NamesAreUnique) {
               "6:8: source[1].name: found \"leaf1\", expected a name that no source before it has");
 }
 
+TEST(FabricFile, TwoSwitchesCannotHaveOneSystemIdentifier) {
+    std::string const first = "[[source]]\nkind = \"frr\"\nname = \"leaf1\"\n"
+                              "system_id = \"00:1c:73:00:00:07\"\n";
+    EXPECT_EQ(refusalOf(first + "[[source]]\nkind = \"frr\"\nname = \"leaf2\"\n"
+                                "system_id = \"001c.7300.0007\"\n"),
+              "8:13: source[1].system_id: found \"001c.7300.0007\", expected a system identifier "
+              "that no other switch has");
+    std::string const database = "[[source]]\nkind = \"hardware_vtep\"\nname = \"rack\"\n"
+                                 "remotes = [\"tcp:10.0.0.1:6640\"]\n[source.system_ids]\n"
+                                 "leaf3 = \"00:1c:73:00:00:08\"\n";
+    EXPECT_EQ(refusalOf(first + database + "leaf4 = \"00:1c:73:00:00:07\"\n"),
+              "11:9: source[1].system_ids.leaf4: found \"00:1c:73:00:00:07\", expected a system "
+              "identifier that no other switch has");
+}
+
+TEST(FabricFile, SeveralDatabasesCanHaveOneSwitch) {
+    std::string const database = "remotes = [\"tcp:10.0.0.1:6640\"]\n[source.system_ids]\n"
+                                 "leaf3 = \"00:1c:73:00:00:08\"\n";
+    std::string const kind = "[[source]]\nkind = \"hardware_vtep\"\n";
+    EXPECT_EQ(
+        fabricOf(kind + "name = \"a\"\n" + database + kind + "name = \"b\"\n" + database).size(),
+        2U);
+}
+
 TEST(FabricFile, HasAtMost4096Sources) {
     EXPECT_EQ(fabricOf(sources(4096)).size(), 4096U);
     EXPECT_EQ(refusalOf(sources(4097)),
