@@ -115,6 +115,9 @@ TEST(FrrShape, DeepNestingIsHarmless) {
     EXPECT_TRUE(
         macFailure(R"("02:00:00:00:00:01":{"x":)" + deep + "}").starts_with("broken answer: "));
     EXPECT_TRUE(failureWith("show evpn vni detail json", deep).starts_with("broken answer: "));
+    EXPECT_EQ(macFailure(R"("02:00:00:00:00:01":{"x":)" + deep + std::string(100000, ']') +
+                         R"(,"type":"local","localSequence":0})"),
+              "accepted");
 }
 
 TEST(FrrShape, TheLineAfterADocumentDoesNotCompleteIt) {
