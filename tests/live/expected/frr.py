@@ -43,14 +43,26 @@ def facts_of(vtysh, name, system_id=None):
             remote.floods.add((vni, NO_MAC, other))
     add_macs(facts, vtysh, name, own)
     add_bindings(facts, vtysh, name)
-    facts.switches[name] = {"id": system_id, "vteps": own_vteps(vnis), "routers": set()}
+    routed = l3_vnis_up(vtysh, vnis)
+    facts.switches[name] = {
+        "id": system_id or min((entry["routerMac"] for entry in routed), default=None),
+        "vteps": own_vteps(routed),
+        "routers": set(),
+    }
     add_routers(facts, vtysh, name, vnis)
     return facts
 
 
-def own_vteps(vnis):
-    addresses = {entry.get("vtepIp", entry.get("localVtepIp")) for entry in vnis.values()}
-    return addresses - {"0.0.0.0", None}
+def l3_vnis_up(vtysh, vnis):
+    up = {vrf["vrf"] for vrf in (vtysh.show("vrf vni") or {}).get("vrfs", [])
+          if vrf["state"] == "Up"}
+    return [entry for entry in vnis.values() if entry["type"] == "L3" and entry["vrf"] in up]
+
+
+def own_vteps(routed):
+    """The lowest, which is the one in the map of routers."""
+    addresses = {entry["localVtepIp"] for entry in routed} - {"0.0.0.0"}
+    return set(sorted(addresses, key=ipaddress.ip_address)[:1])
 
 
 def add_macs(facts, vtysh, name, own):

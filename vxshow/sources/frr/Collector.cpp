@@ -265,6 +265,40 @@ void Collector::addRouters(SwitchFacts & own) {
     }
 }
 
+/// Whether its VRF is in the list of VRFs, and is not down there.
+bool Collector::isUp(L3Vni const & vni) const {
+    auto const found = vrfs_.find(vni.vrf);
+    return found != vrfs_.end() && !found->second;
+}
+
+std::optional<Nolt::EthAddr> Collector::lowestRouterMac() const {
+    std::optional<Nolt::EthAddr> lowest;
+    for (auto const & [vni, known] : l3Vnis_) {
+        if (isUp(known) && !known.routerMac.isZero() && (!lowest || known.routerMac < *lowest)) {
+            lowest = known.routerMac;
+        }
+    }
+    return lowest;
+}
+
+void Collector::identify(SwitchFacts & own, VtepSource const & source) {
+    own.systemId = source.systemId ? source.systemId : lowestRouterMac();
+    if (!own.systemId && !own.routers.empty()) {
+        findings_.remark =
+            "in no map of routers: the fabric file has no system_id for it, and no L3 "
+            "VNI that is up has a router MAC";
+    }
+    std::optional<Nolt::IpAddr> lowest;
+    for (auto const & [vni, known] : l3Vnis_) {
+        if (isUp(known) && !known.vtep.isZero() && (!lowest || known.vtep < *lowest)) {
+            lowest = known.vtep;
+        }
+    }
+    if (lowest) {
+        own.vteps.insert(*lowest);
+    }
+}
+
 Answer Collector::finished(VtepSource const & source) {
     Answer answer;
     if (source.expectsEvpn) {
@@ -276,17 +310,8 @@ Answer Collector::finished(VtepSource const & source) {
     placeLocal(local_);
     addVnis(local_);
     auto & own = answer.facts.switches[source.name];
-    own.systemId = source.systemId;
-    auto const addVtep = [&](auto const & vnis) {
-        for (auto const & [vni, known] : vnis) {
-            if (!known.vtep.isZero()) {
-                own.vteps.insert(known.vtep);
-            }
-        }
-    };
-    addVtep(l2Vnis_);
-    addVtep(l3Vnis_);
     addRouters(own);
+    identify(own, source);
     answer.facts.local[source.name] = std::move(local_);
     answer.facts.remote = std::move(remote_);
     answer.facts.routers = std::move(routers_);

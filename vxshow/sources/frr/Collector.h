@@ -30,7 +30,8 @@ public:
     struct L3Vni {
         std::string vrf;
         std::string interfaceName; ///< empty: none
-        Nolt::IpAddr vtep;         ///< zero: the VNI is down
+        Nolt::IpAddr vtep;         ///< zero: the VNI is down, or its VTEP is not IPv4
+        Nolt::EthAddr routerMac;   ///< zero: none, as when the VNI is down
     };
 
     enum class Side { local, remote };
@@ -148,6 +149,10 @@ private:
     void findPorts(std::string const & vrf, std::vector<PortsOfVni> & found);
     void addPorts(PortsOfVni const & ports);
     void addRouters(SwitchFacts & own);
+    bool isUp(L3Vni const & vni) const;
+    std::optional<Nolt::EthAddr> lowestRouterMac() const;
+    /// Sets the identifier and the VTEP that the switch has in the map of routers.
+    void identify(SwitchFacts & own, VtepSource const & source);
 
     state::Selection selection_;
     DeadlineWatch watch_;

@@ -19,6 +19,7 @@ struct VniMembers {
     Vex::U32 vni = 0;
     std::string vrf = {};
     std::string interface = {};
+    Nolt::EthAddr routerMac = {};
     Nolt::IpAddr address = {};
     std::string ipv6Address = {}; ///< empty: it is not IPv6
     std::vector<Nolt::IpAddr> floods = {};
@@ -145,6 +146,12 @@ constexpr auto vniObject = text::lenientObject(
                          }),
     vrfMember("vrf"), vrfMember("tenantVrf"), interfaceMember("sviInterface"),
     interfaceMember("sviIntf"), addressMember("vtepIp"), addressMember("localVtepIp"),
+    // "None" if the VNI is down.
+    text::optionalMember("routerMac",
+                         [](text::JsonValue & value, VniMembers & into, Collector &) {
+                             into.routerMac =
+                                 text::tryReadMac(value.text(aText)).value_or(Nolt::EthAddr());
+                         }),
     text::optionalMember("numRemoteVteps", takeNumRemoteVteps),
     text::optionalMember("remoteVteps", takeRemoteVteps));
 
@@ -154,7 +161,7 @@ void takeVni(VniMembers const & read, Collector & join) {
         join.leaveOut("VNI " + std::to_string(read.vni) + ": " + what);
     }
     if (read.isL3) {
-        return join.l3Vni(vni, {read.vrf, read.interface, read.address});
+        return join.l3Vni(vni, {read.vrf, read.interface, read.address, read.routerMac});
     }
     for (auto const & address : read.ipv6Floods) {
         leaveOutIpv6(join, vni, "flood list", address);
