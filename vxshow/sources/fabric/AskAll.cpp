@@ -5,15 +5,15 @@
 #include "vxshow/sources/Access.h"
 #include "vxshow/sources/Failure.h"
 #include "vxshow/sources/Merge.h"
+#include "vxshow/sources/fabric/Readers.h"
 
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <sys/resource.h>
-#include <system_error>
-#include <thread>
 
 namespace vxshow::sources::fabric {
 
@@ -71,6 +71,12 @@ public:
         return progress.done == progress.sources;
     }
 
+    /// Whether a source has not been handed out yet.
+    bool isLeft() {
+        std::lock_guard const lock(mutex_);
+        return next_ < sources_.size();
+    }
+
     std::vector<Outcome> & outcomes() { return outcomes_; }
 
 private:
@@ -107,33 +113,17 @@ private:
     state::Progress progress_;
 };
 
-/// How many sources are asked in parallel: fewer if this process can have only few descriptors.
-/// A client takes six while it starts; some are left for other files. A client that finds none
-/// left waits for others to end, but the time limit of its source keeps running.
-std::size_t parallelReads(std::size_t sources) {
+/// How many clients can run at the same time with the descriptors that this process can have. A
+/// client takes six while it starts; some are left for other files. A client that finds none left
+/// waits for others to end, but the time limit of its source keeps running.
+std::size_t mostClients() {
     constexpr rlim_t perClient = 6;
     constexpr rlim_t others = 16;
     rlimit limit{};
-    auto most = maxParallelReads;
-    if (::getrlimit(RLIMIT_NOFILE, &limit) == 0 &&
-        limit.rlim_cur < others + perClient * maxParallelReads) {
-        most = limit.rlim_cur < others + perClient ? 1 : (limit.rlim_cur - others) / perClient;
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) {
+        return maxParallelReads;
     }
-    return std::min(sources, most);
-}
-
-/// Up to `most` threads that ask sources, fewer if the system gives no more.
-std::vector<std::jthread> startThreads(SourceQueue & queue, std::size_t most) {
-    std::vector<std::jthread> threads;
-    threads.reserve(most);
-    try {
-        while (threads.size() < most) {
-            threads.emplace_back([&queue] { queue.work(); });
-        }
-    } catch (std::system_error const &) {
-        return threads;
-    }
-    return threads;
+    return limit.rlim_cur < others + perClient ? 1 : (limit.rlim_cur - others) / perClient;
 }
 
 /// "; the largest is that of leaf1: 1000 entries", which says where to look.
@@ -160,12 +150,16 @@ std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selectio
     AtomicReferenceCounts const atomicCounts;
     SourceQueue queue(sources, selection);
     {
-        auto const threads = startThreads(queue, parallelReads(sources.size()));
-        if (threads.empty()) {
+        auto const most = std::min(sources.size(), mostClients());
+        Readers readers([&queue] { queue.work(); }, std::min(most, maxParallelReads), most);
+        if (!readers.any()) {
             queue.work();
         }
         state::Progress progress;
         while (!queue.waitForUpdate(progress)) {
+            if (queue.isLeft()) {
+                readers.fill();
+            }
             if (watch) {
                 watch(progress);
             }

@@ -20,8 +20,9 @@ struct Outcome {
     std::string failure = {};             ///< the reason then, printable, on one line
 };
 
-/// Asks all sources, up to `maxParallelReads` in parallel; returns their outcomes in the same
-/// order. Each has its own time limit, which starts when its turn comes. `watch` is called on this
+/// Asks all sources, up to `maxParallelReads` in parallel and besides those that do not answer, for
+/// which others need not wait; returns their outcomes in the same order. Each has its own time
+/// limit, which starts when its turn comes. `watch` is called on this
 /// thread, every 100 ms while it waits. With fewer threads or descriptors than that takes, fewer
 /// sources are asked in parallel; without any thread they are asked on this one, and `watch` is
 /// not called.

@@ -2,6 +2,7 @@
 
 #include "vxshow/sources/frr/VtyshAccess.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -90,6 +91,25 @@ TEST(AskAll, EachSourceHasItsOwnTimeLimit) {
     auto const outcomes = askAll({slow, failing(1)}, {});
     EXPECT_EQ(outcomes[0].failure, "time limit: no answer within 0.2 s");
     EXPECT_NE(outcomes[1].failure.find("failed as number 1"), std::string::npos);
+}
+
+TEST(AskAll, SourcesThatAnswerDoNotWaitForThoseThatHang) {
+    std::string folder = testing::TempDir() + "hang.XXXXXX";
+    ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+    // Those that hang come first, fill every place several times, and go on only after the last
+    // source has been asked.
+    std::vector<Source> sources;
+    for (unsigned number = 0; number < 3 * maxParallelReads; ++number) {
+        sources.push_back(scripted(std::to_string(number), "until [ -e " + folder +
+                                                               "/end ]; do sleep 0.1; done; "
+                                                               "exit 1"));
+        sources.back().timeLimit = std::chrono::seconds(20);
+    }
+    sources.push_back(scripted("last", "touch " + folder + "/end; exit 1"));
+    for (auto const & outcome : askAll(sources, {})) {
+        EXPECT_EQ(outcome.failure.find("time limit"), std::string::npos) << outcome.failure;
+    }
+    std::filesystem::remove_all(folder);
 }
 
 TEST(AskAll, ProgressIsReported) {
