@@ -18,7 +18,7 @@ void fabricFile(std::string_view bytes) {
     auto const path = file.path();
     try {
         std::set<std::string> names;
-        auto const sources = fabric::readFabricFile(path);
+        auto const sources = fabric::readFabricFile(path).sources;
         check(!sources.empty() && sources.size() <= 4096, "there are no sources, or too many");
         for (auto const & source : sources) {
             check(source.access != nullptr, "a source has no access");

@@ -52,12 +52,14 @@ std::vector<sources::Source> namedSources(StateOptions const & options) {
     return named;
 }
 
-std::vector<sources::Source> sourcesOf(StateOptions const & options) {
+sources::fabric::Fabric fabricOf(StateOptions const & options) {
     if (options.fabricPath.empty()) {
-        return namedSources(options);
+        return {namedSources(options), options.timeLimit};
     }
     try {
-        return sources::fabric::readFabricFile(options.fabricPath, options.maxFacts);
+        auto fabric = sources::fabric::readFabricFile(options.fabricPath, options.maxFacts);
+        fabric.timeLimit = options.timeLimit ? options.timeLimit : fabric.timeLimit;
+        return fabric;
     } catch (sources::fabric::FabricFileError const & error) {
         throw state::StateError(error.what());
     }
@@ -72,8 +74,8 @@ state::StateReader stateReader(StateOptions const & options, state::Keep keep) {
     if (!options.tablesPath.empty()) {
         return tablesReader(options.tablesPath);
     }
-    auto const state = std::make_shared<sources::fabric::LiveState>(sourcesOf(options),
-                                                                    options.allOrNothing, keep);
+    auto const state =
+        std::make_shared<sources::fabric::LiveState>(fabricOf(options), options.allOrNothing, keep);
     return [state](state::Selection const & selection, state::WatchProgress const & watch) {
         try {
             return state->read(selection, watch);

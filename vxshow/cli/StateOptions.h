@@ -5,6 +5,7 @@
 
 #include <CLI/App.hpp>
 
+#include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -23,6 +24,8 @@ struct StateOptions {
 
     /// The most facts of a live source, unless the fabric file says otherwise.
     std::size_t maxFacts = sources::defaultMaxFacts;
+    /// The most time for reading all live sources, unless none is given.
+    std::optional<std::chrono::milliseconds> timeLimit = {};
     std::size_t maxSize = system::FileBytes::longest; ///< of the snapshot, in bytes
 
     bool allOrNothing = false;            ///< whether to show nothing if any source fails

@@ -6,6 +6,7 @@
 #include "vxshow/sources/Failure.h"
 #include "vxshow/sources/Merge.h"
 #include "vxshow/sources/fabric/Readers.h"
+#include "vxshow/system/Reason.h"
 
 #include <algorithm>
 #include <chrono>
@@ -50,8 +51,9 @@ private:
 /// Hands out the sources to the threads that ask them.
 class SourceQueue {
 public:
-    SourceQueue(std::vector<Source> const & sources, state::Selection const & selection)
-        : sources_(sources), selection_(selection), outcomes_(sources.size()) {
+    SourceQueue(std::vector<Source> const & sources, state::Selection const & selection,
+                Deadline const & deadline)
+        : sources_(sources), selection_(selection), deadline_(deadline), outcomes_(sources.size()) {
         progress_.sources = sources.size();
     }
 
@@ -86,9 +88,13 @@ private:
     }
 
     Outcome outcomeOf(Source const & source) const {
+        if (deadline_.isOver()) {
+            return {nullptr,
+                    "time limit: not asked within " + system::secondsText(deadline_.limit) + " s"};
+        }
         try {
             return {std::make_shared<Answer>(
-                source.access->ask(source, selection_, Deadline::in(source.timeLimit)))};
+                source.access->ask(source, selection_, deadline_.within(source.timeLimit)))};
         } catch (std::bad_alloc const &) {
             return {nullptr, "out of memory"};
         } catch (std::exception const & error) {
@@ -106,6 +112,7 @@ private:
 
     std::vector<Source> const & sources_;
     state::Selection const & selection_;
+    Deadline deadline_; ///< of all of them
     std::vector<Outcome> outcomes_;
     std::mutex mutex_;
     std::condition_variable changed_;
@@ -146,9 +153,9 @@ std::string ofTheLargest(std::vector<Source> const & sources,
 } // namespace
 
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
-                            state::WatchProgress const & watch) {
+                            state::WatchProgress const & watch, Deadline const & deadline) {
     AtomicReferenceCounts const atomicCounts;
-    SourceQueue queue(sources, selection);
+    SourceQueue queue(sources, selection, deadline);
     {
         auto const most = std::min(sources.size(), mostClients());
         Readers readers([&queue] { queue.work(); }, std::min(most, maxParallelReads), most);

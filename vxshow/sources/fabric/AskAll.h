@@ -22,12 +22,14 @@ struct Outcome {
 
 /// Asks all sources, up to `maxParallelReads` in parallel and besides those that do not answer, for
 /// which others need not wait; returns their outcomes in the same order. Each has its own time
-/// limit, which starts when its turn comes. `watch` is called on this
+/// limit, which starts when its turn comes; at `deadline` every source that has not answered has
+/// failed. `watch` is called on this
 /// thread, every 100 ms while it waits. With fewer threads or descriptors than that takes, fewer
 /// sources are asked in parallel; without any thread they are asked on this one, and `watch` is
 /// not called.
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
-                            state::WatchProgress const & watch = {});
+                            state::WatchProgress const & watch = {},
+                            Deadline const & deadline = Deadline::never());
 
 /// Nearly all the time of a source goes into its own server and its client; if the servers are
 /// local, they share the processors of this machine with the clients.

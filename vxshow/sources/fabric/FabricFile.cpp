@@ -25,8 +25,8 @@ std::string folderOf(std::string const & path) {
 
 text::TomlField sourcesOf(text::TomlField const & root) {
     for (text::TomlMember const & member : root.table("a table")) {
-        if (member.name != "source" && member.name != maxFactsKey) {
-            root.refuseKey(member, "", "\"max_facts\" or \"source\"");
+        if (member.name != "source" && member.name != maxFactsKey && member.name != timeLimitKey) {
+            root.refuseKey(member, "", "\"time_limit\", \"max_facts\" or \"source\"");
         }
     }
     return root.required("source");
@@ -61,8 +61,8 @@ private:
     std::map<Nolt::EthAddr, std::string> owners_;
 };
 
-std::vector<Source> readDocument(text::TomlValue const & document, std::string const & folder,
-                                 std::size_t maxFacts) {
+Fabric readDocument(text::TomlValue const & document, std::string const & folder,
+                    std::size_t maxFacts) {
     text::TomlField const root(document);
     auto const list = sourcesOf(root);
     maxFacts = readMaxFacts(root).value_or(maxFacts);
@@ -74,7 +74,11 @@ std::vector<Source> readDocument(text::TomlValue const & document, std::string c
     if (elements.size() > mostSources) {
         list.refuse("an array of " + std::to_string(elements.size()), expected);
     }
-    std::vector<Source> sources;
+    Fabric fabric;
+    if (auto const field = root.find(timeLimitKey)) {
+        fabric.timeLimit = readTimeLimit(*field);
+    }
+    auto & sources = fabric.sources;
     std::set<std::string> names;
     SystemIds systemIds;
     for (text::TomlField const & element : elements) {
@@ -84,12 +88,12 @@ std::vector<Source> readDocument(text::TomlValue const & document, std::string c
         }
         systemIds.add(element, sources.back().name);
     }
-    return sources;
+    return fabric;
 }
 
 } // namespace
 
-std::vector<Source> readFabricFile(std::string const & path, std::size_t maxFacts) {
+Fabric readFabricFile(std::string const & path, std::size_t maxFacts) {
     bool const standardInput = path == "-";
     std::string const name = standardInput ? "standard input" : Vex::printable(path);
     try {

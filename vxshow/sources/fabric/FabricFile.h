@@ -1,11 +1,10 @@
 #pragma once
 
-#include "vxshow/sources/Source.h"
+#include "vxshow/sources/fabric/Fabric.h"
 
 #include <cstddef>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace vxshow::sources::fabric {
 
@@ -26,7 +25,6 @@ public:
 /// Reading is strict, as for a snapshot and for the same reason: a listing that silently lacks
 /// what was misspelt is worse than none. Only the file itself is opened. Relative file names in it
 /// count from its folder; on standard input, from the current folder. Raises `FabricFileError`.
-std::vector<Source> readFabricFile(std::string const & path,
-                                   std::size_t maxFacts = defaultMaxFacts);
+Fabric readFabricFile(std::string const & path, std::size_t maxFacts = defaultMaxFacts);
 
 } // namespace vxshow::sources::fabric

@@ -22,13 +22,14 @@ std::string joinedLines(std::vector<std::string> const & lines) {
 
 } // namespace
 
-LiveState::LiveState(std::vector<Source> sources, bool allOrNothing, state::Keep keep)
-    : sources_(std::move(sources)), allOrNothing_(allOrNothing), keep_(keep),
-      lastGood_(sources_.size()) {}
+LiveState::LiveState(Fabric fabric, bool allOrNothing, state::Keep keep)
+    : sources_(std::move(fabric.sources)), timeLimit_(fabric.timeLimit),
+      allOrNothing_(allOrNothing), keep_(keep), lastGood_(sources_.size()) {}
 
 state::Reading LiveState::read(state::Selection const & selection,
                                state::WatchProgress const & watch) {
-    auto outcomes = askAll(sources_, selection, watch);
+    auto outcomes = askAll(sources_, selection, watch,
+                           timeLimit_ ? Deadline::in(*timeLimit_) : Deadline::never());
     state::Reading reading;
     for (std::size_t index = 0; index < sources_.size(); ++index) {
         finish(index, outcomes[index], reading);

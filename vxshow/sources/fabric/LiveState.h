@@ -1,11 +1,13 @@
 #pragma once
 
-#include "vxshow/sources/Source.h"
 #include "vxshow/sources/fabric/AskAll.h"
+#include "vxshow/sources/fabric/Fabric.h"
 #include "vxshow/state/Selection.h"
 #include "vxshow/state/StateReader.h"
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,12 +19,13 @@ public:
     /// With `allOrNothing`, a source that fails leaves nothing to show. With `Keep::lastGood`, a
     /// source that fails is shown as it last answered; the selection must then be the same each
     /// time.
-    LiveState(std::vector<Source> sources, bool allOrNothing, state::Keep keep);
+    LiveState(Fabric fabric, bool allOrNothing, state::Keep keep);
 
     /// Reads all sources. `watch` is called as by `askAll`. Each source that failed, and each
     /// that has something to warn of, has a remark. Raises `StateError`, with these remarks, if
     /// there is nothing to show, and with the reason if the answers are not put together within the
-    /// longest time limit of the sources shown.
+    /// longest time limit of the sources shown. A source that has not answered within the time
+    /// limit of the fabric has failed.
     state::Reading read(state::Selection const & selection,
                         state::WatchProgress const & watch = {});
 
@@ -36,6 +39,7 @@ private:
     void finish(std::size_t index, Outcome & outcome, state::Reading & reading);
 
     std::vector<Source> sources_;
+    std::optional<std::chrono::milliseconds> timeLimit_; ///< of the whole reading
     bool allOrNothing_;
     state::Keep keep_;
     std::vector<LastGood> lastGood_; ///< by position

@@ -18,7 +18,7 @@ namespace vxshow::sources::fabric {
 namespace {
 
 constexpr std::array<std::string_view, 6> commonKeys{"kind",       "name",      "role",
-                                                     "time_limit", maxFactsKey, "system_id"};
+                                                     timeLimitKey, maxFactsKey, "system_id"};
 
 bool contains(std::span<std::string_view const> keys, std::string_view name) {
     return std::find(keys.begin(), keys.end(), name) != keys.end();
@@ -74,18 +74,6 @@ Role readRole(text::TomlField const & field) {
     return static_cast<Role>(found - words.begin());
 }
 
-std::chrono::milliseconds readTimeLimit(text::TomlField const & field) {
-    constexpr double longest = 3600;
-    constexpr auto expected = "seconds: a number greater than 0 and at most 3600";
-    double const seconds = field.number(expected);
-    // Written so that NaN fails it.
-    if (!(seconds > 0 && seconds <= longest)) {
-        field.refuse(expected);
-    }
-    return std::max(std::chrono::milliseconds(std::llround(seconds * 1000)),
-                    std::chrono::milliseconds(1));
-}
-
 /// The kind is read first: which keys are known depends on it.
 Kind const & readKind(text::TomlField const & field) {
     std::vector<std::string_view> names;
@@ -101,6 +89,18 @@ Kind const & readKind(text::TomlField const & field) {
 }
 
 } // namespace
+
+std::chrono::milliseconds readTimeLimit(text::TomlField const & field) {
+    constexpr double longest = 3600;
+    constexpr auto expected = "seconds: a number greater than 0 and at most 3600";
+    double const seconds = field.number(expected);
+    // Written so that NaN fails it.
+    if (!(seconds > 0 && seconds <= longest)) {
+        field.refuse(expected);
+    }
+    return std::max(std::chrono::milliseconds(std::llround(seconds * 1000)),
+                    std::chrono::milliseconds(1));
+}
 
 std::optional<std::size_t> readMaxFacts(text::TomlField const & table) {
     constexpr std::int64_t most = std::numeric_limits<std::uint32_t>::max();
@@ -126,7 +126,7 @@ Source readSourceTable(text::TomlField const & source, std::string const & folde
     if (auto const field = source.find("role")) {
         result.role = readRole(*field);
     }
-    if (auto const field = source.find("time_limit")) {
+    if (auto const field = source.find(timeLimitKey)) {
         result.timeLimit = readTimeLimit(*field);
     }
     result.maxFacts = readMaxFacts(source).value_or(maxFacts);

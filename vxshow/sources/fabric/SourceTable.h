@@ -13,7 +13,13 @@ namespace vxshow::sources::fabric {
 /// The key that limits the facts of a source, in its table or, for all sources, outside of them.
 inline constexpr std::string_view maxFactsKey = "max_facts";
 
-/// Reads that key of `table`: a whole number from 1 to 4294967295; nullopt if it is not there.
+/// The key for a time limit: of one source in its table, of all of them together outside of them.
+inline constexpr std::string_view timeLimitKey = "time_limit";
+
+/// Reads such a value: seconds, rounded to milliseconds. Raises `TomlRefusal`.
+std::chrono::milliseconds readTimeLimit(text::TomlField const & field);
+
+/// Reads `max_facts` of `table`: a whole number from 1 to 4294967295; nullopt if it is not there.
 /// Raises `TomlRefusal`.
 std::optional<std::size_t> readMaxFacts(text::TomlField const & table);
 

@@ -104,7 +104,7 @@ TEST(FabricFile, TheMostFactsOfASourceAreItsOwnThenThoseOfTheFileThenThoseOfTheC
     EXPECT_EQ(sourceOf(ofFile + frr("")).maxFacts, 7U);
     EXPECT_EQ(sourceOf(ofFile + frr(own)).maxFacts, 5U);
     auto const fromCaller = [](std::string const & text) {
-        return readFabricFile(TextFile(text).path(), 9).at(0).maxFacts;
+        return readFabricFile(TextFile(text).path(), 9).sources.at(0).maxFacts;
     };
     EXPECT_EQ(fromCaller(frr("")), 9U);
     EXPECT_EQ(fromCaller(frr(own)), 5U);
@@ -113,9 +113,19 @@ TEST(FabricFile, TheMostFactsOfASourceAreItsOwnThenThoseOfTheFileThenThoseOfTheC
               "1:13: max_facts: found 0, expected a whole number from 1 to 4294967295");
 }
 
+TEST(FabricFile, CanLimitTheTimeOfTheWholeReading) {
+    auto const fabric = readFabricFile(TextFile("time_limit = 2.5\n" + frr("")).path());
+    EXPECT_EQ(fabric.timeLimit, std::chrono::milliseconds(2500));
+    EXPECT_EQ(fabric.sources.at(0).timeLimit, std::chrono::seconds(5));
+    EXPECT_FALSE(readFabricFile(TextFile(frr("")).path()).timeLimit);
+    EXPECT_EQ(refusalOf("time_limit = 0\n" + frr("")),
+              "1:14: time_limit: found 0, expected seconds: a number greater than 0 and at most "
+              "3600");
+}
+
 TEST(FabricFile, CanComeFromStandardInput) {
     StandardInput const input(frr(""));
-    EXPECT_EQ(readFabricFile("-").at(0).name, "leaf1");
+    EXPECT_EQ(readFabricFile("-").sources.at(0).name, "leaf1");
 }
 
 TEST(FabricFile, StandardInputIsNamedInItsErrors) {
@@ -128,7 +138,7 @@ TEST(FabricFile, FilesOfAFabricFromStandardInputCountFromTheCurrentFolder) {
     StandardInput const input(databaseAt("[\"ssl:db\"]", "private_key = \"k\"\n"
                                                          "certificate = \"pki/c\"\n"
                                                          "ca_certificate = \"/ca\"\n"));
-    auto const source = readFabricFile("-").at(0);
+    auto const source = readFabricFile("-").sources.at(0);
     EXPECT_EQ(accessOf<DatabaseAccess>(source).address().ssl,
               (sources::ovsdb::DatabaseAddress::Ssl{"./k", "./pki/c", "/ca"}));
 }
@@ -154,9 +164,9 @@ TEST(FabricFile, ASingleTableIsNotAListOfSources) {
 
 TEST(FabricFile, OtherKeysThanSourceAreRefused) {
     EXPECT_EQ(refusalOf("[[source]]\nkind = \"frr\"\nname = \"a\"\n[[sources]]\n"),
-              "4:3: found \"sources\", expected \"max_facts\" or \"source\"");
+              "4:3: found \"sources\", expected \"time_limit\", \"max_facts\" or \"source\"");
     EXPECT_EQ(refusalOf("  role = \"hsc\"\n" + frr("")),
-              "1:3: found \"role\", expected \"max_facts\" or \"source\"");
+              "1:3: found \"role\", expected \"time_limit\", \"max_facts\" or \"source\"");
 }
 
 TEST(FabricFile, NamesAreUnique) {

@@ -11,7 +11,7 @@ using namespace sources;
 using namespace sources::fabric;
 
 std::vector<Source> fabricOf(std::string_view text) {
-    return readFabricFile(TextFile(text).path());
+    return readFabricFile(TextFile(text).path()).sources;
 }
 
 Source sourceOf(std::string_view text) {

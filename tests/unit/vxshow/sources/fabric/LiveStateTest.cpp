@@ -45,7 +45,7 @@ public:
 class LiveStateTest : public testing::Test {
 protected:
     LiveState liveState(Keep keep, bool allOrNothing = false) const {
-        return {{{.name = "leaf1", .access = leaf1}, {.name = "leaf2", .access = leaf2}},
+        return {{{{.name = "leaf1", .access = leaf1}, {.name = "leaf2", .access = leaf2}}},
                 allOrNothing,
                 keep};
     }
@@ -67,8 +67,8 @@ protected:
     static constexpr unsigned tooManyMacs = 500'000;
 
     LiveState hastyState(Keep keep) const {
-        return {{{.name = "leaf1", .access = leaf1, .timeLimit = std::chrono::milliseconds(1)},
-                 {.name = "leaf2", .access = leaf2, .timeLimit = std::chrono::milliseconds(1)}},
+        return {{{{.name = "leaf1", .access = leaf1, .timeLimit = std::chrono::milliseconds(1)},
+                  {.name = "leaf2", .access = leaf2, .timeLimit = std::chrono::milliseconds(1)}}},
                 false,
                 keep};
     }
@@ -161,9 +161,10 @@ TEST_F(LiveStateTest, PuttingTheAnswersTogetherHasATimeLimitToo) {
 
 TEST_F(LiveStateTest, TheTimeOfThatIsTheLongestOfTheSourcesShown) {
     leaf2->macCount = 5000;
-    LiveState state({{.name = "leaf1", .access = leaf1, .timeLimit = std::chrono::hours(1)},
-                     {.name = "leaf2", .access = leaf2, .timeLimit = std::chrono::milliseconds(1)}},
-                    false, Keep::nothing);
+    LiveState state(
+        {{{.name = "leaf1", .access = leaf1, .timeLimit = std::chrono::hours(1)},
+          {.name = "leaf2", .access = leaf2, .timeLimit = std::chrono::milliseconds(1)}}},
+        false, Keep::nothing);
     EXPECT_TRUE(shows(state.read({}), "leaf2"));
 }
 

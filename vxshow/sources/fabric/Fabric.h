@@ -1,0 +1,18 @@
+#pragma once
+
+#include "vxshow/sources/Source.h"
+
+#include <chrono>
+#include <optional>
+#include <vector>
+
+namespace vxshow::sources::fabric {
+
+/// The live sources of a state.
+struct Fabric {
+    std::vector<Source> sources = {};
+    /// The most time that reading all of them can take; none: each has only its own limit.
+    std::optional<std::chrono::milliseconds> timeLimit = {};
+};
+
+} // namespace vxshow::sources::fabric
