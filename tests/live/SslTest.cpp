@@ -62,7 +62,19 @@ TEST_F(Ssl, ItsKeyCertificateAndAuthorityOpenTheDatabase) {
 }
 
 TEST_F(Ssl, AServerThatTheAuthorityHasNotSignedIsNotQueried) {
-    expectUnreachable(fabricWith("client.key", "client.pem", "other-ca.pem"));
+    auto const fabric = fabricWith("client.key", "client.pem", "other-ca.pem");
+    expectUnreachable(fabric);
+    auto const finished = ask({"--fabric", fabric, "mac", "received"});
+    EXPECT_TRUE(finished.err.ends_with(": certificate verify failed\n")) << finished.err;
+}
+
+TEST(UnknownHost, IsTheReason) {
+    VXSHOW_NEEDS_LAB(Lab::database);
+    // No name under this domain exists (RFC 6761).
+    auto const finished = ask({"--ovsdb", "tcp:leaf1.invalid:6640", "mac", "received"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.err,
+              "vxshow: tcp:leaf1.invalid:6640: unreachable: no such host: leaf1.invalid\n");
 }
 
 TEST_F(Ssl, AServerRejectsAClientThatItsAuthorityHasNotSigned) {

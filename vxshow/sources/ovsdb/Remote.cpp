@@ -101,6 +101,15 @@ bool isSslRemote(std::string_view remote) {
     return remote.starts_with(sslMethod);
 }
 
+std::string_view hostName(std::string_view remote) {
+    if (!remote.starts_with(tcpMethod) && !isSslRemote(remote)) {
+        return {};
+    }
+    auto const server = remote.substr(tcpMethod.size());
+    auto const host = server.substr(0, server.find(':'));
+    return server.starts_with('[') || Nolt::IpAddr::tryFromString(host) ? std::string_view() : host;
+}
+
 std::optional<std::string> remoteRefusal(std::string_view remote) {
     if (std::any_of(remote.begin(), remote.end(), isForbidden)) {
         return "a remote without blanks, commas and control characters";

@@ -26,6 +26,9 @@ std::optional<std::string> remoteRefusal(std::string_view remote);
 /// Whether a remote is opened with keys and certificates.
 bool isSslRemote(std::string_view remote);
 
+/// The name of the host in a valid remote; "" if it has none, or an address.
+std::string_view hostName(std::string_view remote);
+
 /// A text is not the address of a database. The error is one line of printable ASCII: `found WHAT,
 /// expected WHAT`.
 class RemoteError : public std::runtime_error {
