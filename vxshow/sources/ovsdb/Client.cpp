@@ -1,5 +1,6 @@
 #include "vxshow/sources/ovsdb/Client.h"
 
+#include "vxshow/sources/EndlessValue.h"
 #include "vxshow/sources/ovsdb/Complaint.h"
 #include "vxshow/system/Reason.h"
 #include "vxshow/system/Run.h"
@@ -21,7 +22,13 @@ std::vector<std::string> Client::words(std::string const & transaction) const {
 }
 
 system::FileBytes Client::query(std::string const & transaction, Deadline const & deadline) const {
-    auto answer = system::run(words(transaction), {deadline.end, longestAnswer_});
+    EndlessValue watch;
+    auto const watched = [&](std::string_view piece) {
+        if (watch.takes(piece)) {
+            throw ServerFailure(EndlessValue::reason());
+        }
+    };
+    auto answer = system::run(words(transaction), {deadline.end, longestAnswer_}, watched);
     auto * const exited = std::get_if<system::Exited>(&answer);
     if (exited && exited->status == 0) {
         return std::move(exited->output);

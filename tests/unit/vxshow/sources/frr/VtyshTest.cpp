@@ -1,6 +1,7 @@
 #include "vxshow/sources/frr/Vtysh.h"
 
 #include "tests/unit/vxshow/sources/frr/FakeZebra.h"
+#include "vxshow/sources/Access.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -93,6 +94,18 @@ TEST_F(VtyshTest, AnUnknownCommandIsReported) {
 TEST_F(VtyshTest, TooMuchOutputIsReported) {
     EXPECT_EQ(failure("while :; do echo 0123456789012345678901234567890123456789; done"),
               "broken answer: more than 100000 bytes");
+}
+
+TEST_F(VtyshTest, BlanksWithoutEndAreStoppedEarly) {
+    std::ofstream(folder_ + "/vtysh") << "echo '\"'; tr '\\0' ' ' </dev/zero";
+    VtyshCommand const command{{"/bin/sh", folder_ + "/vtysh"}};
+    try {
+        askVtysh(command, {"leaf1"}, {}, Deadline::in(60s), maxClientOutput);
+        FAIL();
+    } catch (Failure const & failure) {
+        EXPECT_STREQ(failure.what(),
+                     "broken answer: more than 67108864 bytes without the end of a value");
+    }
 }
 
 TEST_F(VtyshTest, ADaemonThatHangsEndsAtTheTimeLimit) {

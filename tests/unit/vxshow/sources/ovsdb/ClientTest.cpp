@@ -53,6 +53,15 @@ TEST_F(OvsdbClientReason, IsTheLengthOfAnAnswerThatIsTooLong) {
     EXPECT_EQ(reasonFrom("exec cat /dev/zero", 100'000), "broken answer: more than 100000 bytes");
 }
 
+TEST_F(OvsdbClientReason, IsAStringWithoutEndLongBeforeTheLongestAnswer) {
+    EXPECT_EQ(reasonFrom("printf \\\"; exec tr '\\0' x </dev/zero", maxClientOutput),
+              "broken answer: more than 67108864 bytes without the end of a value");
+}
+
+TEST_F(OvsdbClientReason, ManyShortTextsAreNotEndless) {
+    EXPECT_EQ(reasonFrom("yes '\"x\"' | head -c 70000000", maxClientOutput), "answered");
+}
+
 TEST_F(OvsdbClientReason, IsTheStatusIfThereIsNoMessage) {
     EXPECT_EQ(reasonOf(""), "ovsdb-client ended with exit status 1");
     EXPECT_EQ(reasonOf(" \\t\\r\\n\\v\\f\\n"), "ovsdb-client ended with exit status 1");
