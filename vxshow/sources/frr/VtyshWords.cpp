@@ -1,6 +1,7 @@
 #include "vxshow/sources/frr/VtyshWords.h"
 
 #include "vxshow/sources/AnswerError.h"
+#include "vxshow/sources/Failure.h"
 #include "vxshow/text/Quoting.h"
 
 #include <optional>
@@ -58,6 +59,13 @@ bool isComplaint(std::string_view answer) {
     return answer.starts_with("% ");
 }
 
+/// What `vtysh` prints after as much of an answer as it got.
+bool isCutOff(std::string_view answer) {
+    auto const end = answer.find_last_not_of(" \r\n");
+    return answer.substr(0, end == std::string_view::npos ? 0 : end + 1)
+        .ends_with("closing connection to zebra because of an I/O error!");
+}
+
 [[noreturn]] void refuseWithoutLine(std::string const & command, std::string const & found) {
     throw AnswerError(command + ": found " + found +
                       ", expected a line that ends in the command, and the answer");
@@ -94,6 +102,9 @@ std::vector<std::string_view> vtyshAnswers(std::string_view printed,
         if (isComplaint(answer)) {
             throw AnswerError(commands[answers.size()] + ": vtysh says " +
                               text::shownText(firstLine(answer)));
+        }
+        if (isCutOff(answer)) {
+            throw Failure("unreachable: zebra ended while it answered " + commands[answers.size()]);
         }
         answers.push_back(answer);
     };

@@ -17,7 +17,7 @@ std::vector<std::string> vtyshWords(VtyshCommand const & vtysh,
 /// Splits what such a `vtysh` printed into the answer to each command, which can be empty. Each is
 /// a part of `printed`. In the line of a command, the host name before it can be any text. Raises
 /// `AnswerError` if the line of a command is missing or out of order, or if the daemon does not
-/// know a command.
+/// know a command, and `Failure` if the daemon ended while it answered.
 std::vector<std::string_view> vtyshAnswers(std::string_view printed,
                                            std::vector<std::string> const & commands);
 

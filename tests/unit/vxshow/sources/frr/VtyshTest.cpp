@@ -96,6 +96,16 @@ TEST_F(VtyshTest, TooMuchOutputIsReported) {
               "broken answer: more than 100000 bytes");
 }
 
+TEST_F(VtyshTest, ADaemonThatEndsInItsAnswerIsTheReason) {
+    // As vtysh 8.4.4 prints it, with status 0.
+    EXPECT_EQ(failure("echo 'vm# show evpn vni detail json'\n"
+                      "printf '[{\"vni\":10,\"type\":\"L2\",\"vt'\n"
+                      "printf 'vtysh: error reading from zebra: Unknown error -2 (-2)'\n"
+                      "echo 'Warning: closing connection to zebra because of an I/O error!'\n"
+                      "echo 'vm# show evpn mac vni all json'\n"),
+              "unreachable: zebra ended while it answered show evpn vni detail json");
+}
+
 TEST_F(VtyshTest, BlanksWithoutEndAreStoppedEarly) {
     std::ofstream(folder_ + "/vtysh") << "echo '\"'; tr '\\0' ' ' </dev/zero";
     VtyshCommand const command{{"/bin/sh", folder_ + "/vtysh"}};
