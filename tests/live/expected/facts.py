@@ -59,7 +59,7 @@ def ip_text(text):
 
 
 def prefix_text(text):
-    return str(ipaddress.ip_network(text))
+    return str(ipaddress.ip_network(text, strict=False))
 
 
 def with_length(text):

@@ -61,7 +61,7 @@ void Collector::neighbour(IpBinding const & binding, Side side) {
 void Collector::vrf(std::string const & name, bool isDown) {
     if (!isVrfWord(name)) {
         return leaveOut("VRF \"" + text::shownText(name) +
-                        "\", expected a name of letters, digits, \"_\", \".\", \":\" and \"-\", "
+                        "\", expected a name of printable ASCII without blanks and \"|\", "
                         "not short for \"all\"");
     }
     vrfs_[name] = isDown;

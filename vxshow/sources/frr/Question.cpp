@@ -41,8 +41,7 @@ void addTables(state::Selection const & selection, std::vector<Question> & quest
 }
 
 bool isWordCharacter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-           c == '.' || c == ':' || c == '-';
+    return c > ' ' && c <= '~' && c != '|';
 }
 
 } // namespace

@@ -44,9 +44,10 @@ struct Question {
     bool operator==(Question const &) const = default;
 };
 
-/// Whether `name` can be a word of a command: it is not empty, contains only letters, digits and
-/// `_.:-`, and is not `all`, which stands for every VRF, or an abbreviation of it: vtysh takes `a`
-/// and `al` for it, too. The system allows any name for a VRF.
+/// Whether `name` can be a word of a command: it is printable ASCII, not empty, without blanks and
+/// without `|`, after which vtysh expects a filter, and it is not `all`, which stands for every VRF,
+/// or an abbreviation of it: vtysh takes `a` and `al` for it, too. The system allows any name for a
+/// VRF.
 bool isVrfWord(std::string_view name) noexcept;
 
 /// Whether one VNI alone is asked for, not all of them.

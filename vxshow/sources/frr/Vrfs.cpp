@@ -1,5 +1,6 @@
 #include "vxshow/sources/frr/Vrfs.h"
 
+#include "vxshow/sources/RoutePrefix.h"
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/JsonFields.h"
 #include "vxshow/text/Quoting.h"
@@ -178,8 +179,8 @@ void readInterfaces(text::JsonReader & json, std::string const & vrf, Collector 
 void readRoutes(text::JsonReader & json, std::string const & vrf, Collector & join) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
         join.step();
-        auto const prefix = Nolt::IpGenPrefix::tryFromString(key.text());
-        if (!prefix || prefix->isNone()) {
+        auto const prefix = readRoutePrefix(key.text());
+        if (!prefix) {
             return leaveOut(join, vrf, "route", key.text(), "a prefix such as 10.1.0.0/16");
         }
         value.elements("a list of routes", [&](text::JsonValue & element) {

@@ -6,16 +6,15 @@
 namespace vxshow::sources::frr {
 
 VtepText readVtepText(text::JsonText const & text) {
-    using Kind = VtepText::Kind;
     if (auto const address = text::tryReadIpv4(text)) {
-        return {address->isZero() ? Kind::none : Kind::ipv4, *address};
+        return {address->isZero() ? VtepText::Kind::none : VtepText::Kind::ipv4, *address};
     }
     if (text.text() == "(null)") {
-        return {Kind::none};
+        return {VtepText::Kind::none};
     }
     auto const address = Nolt::IpGenAddr::tryFromString(text.text());
     bool const isIpv6 = address && address->family() == Nolt::Family::ipv6;
-    return {isIpv6 ? Kind::ipv6 : Kind::other};
+    return {isIpv6 ? VtepText::Kind::ipv6 : VtepText::Kind::other};
 }
 
 } // namespace vxshow::sources::frr

@@ -1,5 +1,6 @@
 #include "vxshow/sources/ovsdb/LogicalRouter.h"
 
+#include "vxshow/sources/RoutePrefix.h"
 #include "vxshow/sources/ovsdb/Content.h"
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
@@ -25,8 +26,8 @@ void LogicalRouter::port(std::string const & address, Rows::LogicalSwitch const 
 
 void LogicalRouter::route(std::string const & prefix, std::string const & nexthop) {
     constexpr std::string_view column = "static_routes";
-    auto const to = Nolt::IpGenPrefix::tryFromString(prefix);
-    if (!to || to->isNone()) {
+    auto const to = readRoutePrefix(prefix);
+    if (!to) {
         return leaveOut(column, text::shownInQuotes(prefix), "a prefix such as 10.1.0.0/16");
     }
     auto const by = someIp(nexthop);

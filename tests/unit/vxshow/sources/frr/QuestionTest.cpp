@@ -96,8 +96,10 @@ TEST(Question, AnAbbreviationOfAllIsNotAVrfWord) {
 }
 
 TEST(Question, ANameThatIsNotAWordIsNotAVrfWord) {
-    EXPECT_TRUE(isVrfWord("tenant-1_a.b:C"));
-    for (auto const * const name : {"", "a b", "a\nb", "a;b", "'", "\xc3\xa9", "a?"}) {
+    for (auto const * const name : {"tenant-1_a.b:C", "a;b", "'", "a?", "$(x)", "#", "!", "\\"}) {
+        EXPECT_TRUE(isVrfWord(name)) << name;
+    }
+    for (auto const * const name : {"", "a b", "a\nb", "a|b", "\xc3\xa9", "a\x7f", "\x1b"}) {
         EXPECT_FALSE(isVrfWord(name)) << name;
     }
 }

@@ -175,8 +175,24 @@ TEST(FrrVrfs, AVrfWhoseNameIsNotAWordIsNotAskedFor) {
     auto const answer = zebra.ask();
     EXPECT_EQ(zebra.runs.size(), 1U);
     EXPECT_EQ(answer.findings.warning(),
-              "2 entries left out, the first: VRF \"al\", expected a name of letters, digits, "
-              "\"_\", \".\", \":\" and \"-\", not short for \"all\"");
+              "2 entries left out, the first: VRF \"al\", expected a name of printable ASCII "
+              "without blanks and \"|\", not short for \"all\"");
+}
+
+TEST(FrrVrfs, ANameOfOddCharactersIsAskedFor) {
+    auto zebra = zebraWithRoutes("{}");
+    zebra["show vrf vni json"] = R"({"vrfs":[{"vrf":"blue;'$x'#?"}]})";
+    zebra["show interface vrf blue;'$x'#? json"] = R"({"lo":{}})";
+    zebra["show ip route vrf blue;'$x'#? json"] =
+        R"({"10.1.0.0/16":[{"selected":true,"nexthops":[]}]})";
+    EXPECT_EQ(linesOf(zebra.ask().facts, "router"), "router blue;'$x'#? route 10.1.0.0/16\n");
+}
+
+TEST(FrrVrfs, ARouteWithHostBitsIsOneToItsNetwork) {
+    auto zebra = zebraWithRoutes(
+        R"({"10.1.2.3/16":[{"selected":true,"nexthops":[{"ip":"10.0.0.7","active":true}]}]})");
+    EXPECT_EQ(linesOf(zebra.ask().facts, "router red route"),
+              "router red route 10.1.0.0/16 10.0.0.7\n");
 }
 
 } // namespace vxshow::test

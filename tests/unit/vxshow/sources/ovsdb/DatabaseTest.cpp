@@ -111,7 +111,7 @@ TEST(HardwareVtep, BindsRoutersToTheSwitchesWithAPortInTheirLogicalSwitches) {
 TEST(HardwareVtep, LeavesOutInvalidTextsOfARouter) {
     Database database;
     database[logicalRouter] = {
-        R"({"name":"r","static_routes":["map",[["10.0.0.1/8","10.0.0.1"],["10.0.0.0/8",""],)"
+        R"({"name":"r","static_routes":["map",[["10.0.0/8","10.0.0.1"],["10.0.0.0/8",""],)"
         R"(["10.1.0.0/16","10.0.0.2"]]],"switch_binding":["map",[["",)" +
         row(1) + R"(],["10.0.0.1/8",)" + row(1) + R"(],["10.0.0.2/8",)" + row(2) + "]]]}"};
     auto const answer = readAnswer(database);
@@ -122,6 +122,17 @@ TEST(HardwareVtep, LeavesOutInvalidTextsOfARouter) {
     EXPECT_EQ(answer.findings.leftOut.first(),
               "Logical_Router \"r\": static_routes \"10.0.0.0/8\" to \"\", expected an IPv4 or "
               "IPv6 address such as 10.0.0.1 or 2001:db8::1");
+}
+
+TEST(HardwareVtep, AStaticRouteWithHostBitsIsOneToItsNetwork) {
+    Database database;
+    database[logicalRouter] = {R"({"name":"r","static_routes":["map",[["10.1.2.3/16","10.0.0.1"],)"
+                               R"(["10.1.0.0/16","10.0.0.2"]]],"switch_binding":["map",[]]})"};
+    auto const answer = readAnswer(database);
+    EXPECT_EQ(answer.facts.routers.at("r").routes.at(Nolt::IpGenPrefix::fromString("10.1.0.0/16")),
+              (std::set{Nolt::IpGenAddr::fromString("10.0.0.1"),
+                        Nolt::IpGenAddr::fromString("10.0.0.2")}));
+    EXPECT_EQ(answer.findings.leftOut.count(), 0);
 }
 
 TEST(HardwareVtep, TheOnlySwitchHasTheSourcesSystemIdentifier) {
