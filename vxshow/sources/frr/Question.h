@@ -45,8 +45,8 @@ struct Question {
 };
 
 /// Whether `name` can be a word of a command: it is printable ASCII, not empty, without blanks and
-/// without `|`, after which vtysh expects a filter, and it is not `all`, which stands for every VRF,
-/// or an abbreviation of it: vtysh takes `a` and `al` for it, too. The system allows any name for a
+/// without `|`, after which vtysh expects a filter. Nor is it `all`, which stands for every VRF, or
+/// an abbreviation of it: vtysh takes `a` and `al` for it, too. The system allows any name for a
 /// VRF.
 bool isVrfWord(std::string_view name) noexcept;
 
