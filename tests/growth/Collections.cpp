@@ -382,8 +382,8 @@ Operations allOperations() {
     for (auto const & [name, format] :
          {std::pair{"text", text}, {"compact", compactJson}, {"indented", indentedJson}}) {
         std::string const printer = std::string("printer of ") + name;
-        all[printer + ", entries"] = [format](U32 n) { printEntries(format, n); };
-        all[printer + ", long text"] = [format](U32 n) {
+        all[printer + ", entries"] = [format = format](U32 n) { printEntries(format, n); };
+        all[printer + ", long text"] = [format = format](U32 n) {
             printText(format, std::string(64 * n, 'x'));
         };
     }

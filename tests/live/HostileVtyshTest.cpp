@@ -75,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Hostile{"cut", "broken answer"}, Hostile{"garbage", "broken answer"},
                     Hostile{"deep", "broken answer"}, Hostile{"shape", "broken answer"},
                     Hostile{"unknown", "broken answer"}, Hostile{"unreachable", "unreachable"},
-                    Hostile{"screen", "broken answer"}, Hostile{"blanks", "time limit", 1},
+                    Hostile{"screen", "broken answer"}, Hostile{"blanks", "broken answer"},
                     Hostile{"silent", "time limit", 1}, Hostile{"stubborn", "time limit", 1},
                     Hostile{"trickle", "time limit", 1}),
     [](auto const & each) { return std::string(each.param.behaviour); });
