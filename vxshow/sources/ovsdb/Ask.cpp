@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
@@ -40,15 +41,50 @@ struct Question {
     Deadline const & deadline;
 };
 
-Answer askOnce(Client const & server, Question const & question) {
+Answer askOnce(Client const & server, Question const & question, Schema const & schema) {
     auto wanted = question.wanted;
     if (question.vni && (wanted.localMacs || wanted.remoteMacs)) {
         auto const survey = server.query(Request::survey().text(), question.deadline);
         wanted.logicalSwitches = logicalSwitchesOf(*question.vni, survey, question.deadline);
     }
-    auto const request = Request::of(wanted);
+    auto const request = Request::of(wanted, schema);
     auto const answer = server.query(request.text(), question.deadline);
     return readDatabase(answer, request, question.source, question.vni, question.deadline);
+}
+
+/// The schema of a server that has refused a request. Throws `Failure` with the server's words if
+/// it is no older one.
+Schema olderSchema(Client const & server, RequestRefused const & refused,
+                   Deadline const & deadline) {
+    Schema schema;
+    try {
+        schema = readSchema(server.schema(deadline));
+    } catch (std::runtime_error const &) {
+        // The server's own words stay.
+    }
+    if (schema.isWhole()) {
+        throw Failure(std::string("no such schema: ") + refused.what() +
+                      (schema.version.empty() ? "" : "; its version is " + schema.version));
+    }
+    return schema;
+}
+
+/// As `askOnce`. A server that does not know a table or a column is asked again without what its
+/// schema lacks.
+Answer askInItsSchema(Client const & server, Question const & question) {
+    try {
+        return askOnce(server, question, {});
+    } catch (RequestRefused const & refused) {
+        auto const schema = olderSchema(server, refused, question.deadline);
+        try {
+            auto answer = askOnce(server, question, schema);
+            answer.findings.remark = schema.remark();
+            return answer;
+        } catch (RequestRefused const & again) {
+            throw Failure(std::string("no such schema: ") + again.what() + "; its version is " +
+                          schema.version);
+        }
+    }
 }
 
 /// Asks one server. It takes two transactions to name the logical switches of a VNI; if those
@@ -56,7 +92,7 @@ Answer askOnce(Client const & server, Question const & question) {
 Answer ask(Client const & server, Question const & question) {
     try {
         for (;;) {
-            auto answer = askOnce(server, question);
+            auto answer = askInItsSchema(server, question);
             if (answer.fits) {
                 return answer;
             }
@@ -65,8 +101,6 @@ Answer ask(Client const & server, Question const & question) {
                               std::string(question.vni->stringValue()) + " keep changing");
             }
         }
-    } catch (RequestRefused const & refused) {
-        throw Failure(std::string("no such schema: ") + refused.what());
     } catch (AnswerError const & error) {
         throw Failure(std::string("broken answer: ") + error.what());
     }

@@ -40,8 +40,13 @@ public:
     /// `ServerFailure`.
     system::FileBytes query(std::string const & transaction, Deadline const & deadline) const;
 
+    /// The schema of the database, as the server describes it. Raises `ServerFailure`.
+    system::FileBytes schema(Deadline const & deadline) const;
+
 private:
-    std::vector<std::string> words(std::string const & transaction) const;
+    std::vector<std::string> words(std::vector<std::string> const & command) const;
+    system::FileBytes outputOf(std::vector<std::string> const & command, std::size_t longest,
+                               Deadline const & deadline) const;
 
     std::string const & remote_;
     std::optional<DatabaseAddress::Ssl> const & ssl_;

@@ -39,11 +39,21 @@ Select const & selectOf(Table table) {
     return selects[static_cast<std::size_t>(table)];
 }
 
+std::string_view columnsOf(Select const & select, bool locatorKey) {
+    return select.table == physicalLocator && !locatorKey ? R"("_uuid","dst_ip")" : select.columns;
+}
+
 /// How much of a table is asked for: nothing, what matches the pushed conditions, all.
 enum class Share { none, pushed, all };
 
-Share shareOf(Table table, Wanted const & wanted) {
+Share shareOf(Table table, Wanted const & wanted, Schema const & schema) {
     switch (table) {
+    case logicalRouter:
+        return schema.logicalRouter ? Share::all : Share::none;
+    case arpSourcesLocal:
+        return schema.arpSourcesLocal ? Share::all : Share::none;
+    case arpSourcesRemote:
+        return schema.arpSourcesRemote ? Share::all : Share::none;
     case mcastMacsLocal:
     case ucastMacsLocal:
         return wanted.localMacs ? Share::pushed : Share::none;
@@ -100,8 +110,9 @@ Request Request::survey() {
     return request;
 }
 
-Request Request::of(Wanted const & wanted) {
+Request Request::of(Wanted const & wanted, Schema const & schema) {
     Request request;
+    request.asksForLocatorKey_ = schema.locatorKey;
     std::vector<std::string> spellings{""};
     if (!wanted.mac.isZero() && spellingsOf(wanted.mac).size() <= mostPushed) {
         spellings = spellingsOf(wanted.mac);
@@ -117,7 +128,7 @@ Request Request::of(Wanted const & wanted) {
         addWheres({}, spellings, pushed);
     }
     for (Select const & select : selects) {
-        switch (shareOf(select.table, wanted)) {
+        switch (shareOf(select.table, wanted, schema)) {
         case Share::none:
             break;
         case Share::pushed:
@@ -158,7 +169,7 @@ std::string Request::text() const {
         Select const & select = selectOf(tables_[index]);
         text.append(R"(,{"op":"select","table":")").append(select.name).append(R"(","where":[)");
         text.append(conditions(where_[index]));
-        text.append(R"(],"columns":[)").append(select.columns).append("]}");
+        text.append(R"(],"columns":[)").append(columnsOf(select, asksForLocatorKey_)).append("]}");
     }
     return text.append("]");
 }

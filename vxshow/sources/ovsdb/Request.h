@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Nolt/EthAddr.h"
+#include "vxshow/sources/ovsdb/Schema.h"
 #include "vxshow/sources/ovsdb/Uuid.h"
 
 #include <optional>
@@ -61,8 +62,9 @@ public:
 
     /// What is wanted, and possibly more. If all spellings of the address take more than
     /// `mostPushed` selects of a table, the request names none of them; if all logical switches
-    /// do (times the spellings that are named), it names no logical switch.
-    static Request of(Wanted const & wanted);
+    /// do (times the spellings that are named), it names no logical switch. What `schema` lacks is
+    /// not asked for.
+    static Request of(Wanted const & wanted, Schema const & schema = {});
 
     static constexpr std::size_t mostPushed = 48;
 
@@ -88,6 +90,7 @@ private:
 
     void add(Table table, Where where);
 
+    bool asksForLocatorKey_ = true;
     std::vector<Table> tables_;
     std::vector<Where> where_; ///< by position
     std::optional<std::set<Uuid>> pushed_;

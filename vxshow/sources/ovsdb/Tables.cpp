@@ -59,14 +59,16 @@ struct KeyedRow {
     Join::Key key;
 };
 
-constexpr auto tunnelKeyColumn =
-    text::requiredMember("tunnel_key", [](text::JsonValue & cell, KeyedRow & into, Join &) {
-        into.key = readOptionalInteger(cell);
-    });
+constexpr auto takeTunnelKey = [](text::JsonValue & cell, KeyedRow & into, Join &) {
+    into.key = readOptionalInteger(cell);
+};
 constexpr auto logicalSwitchRow =
-    rowOf(identityColumn(&KeyedRow::row), textColumn("name", &KeyedRow::text), tunnelKeyColumn);
+    rowOf(identityColumn(&KeyedRow::row), textColumn("name", &KeyedRow::text),
+          text::requiredMember("tunnel_key", takeTunnelKey));
+/// Older schemas have no key of a locator.
 constexpr auto locatorRow =
-    rowOf(identityColumn(&KeyedRow::row), textColumn("dst_ip", &KeyedRow::text), tunnelKeyColumn);
+    rowOf(identityColumn(&KeyedRow::row), textColumn("dst_ip", &KeyedRow::text),
+          text::optionalMember("tunnel_key", takeTunnelKey));
 
 void readLogicalSwitch(text::JsonValue & value, Join & join) {
     KeyedRow read;

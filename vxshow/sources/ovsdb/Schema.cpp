@@ -1,0 +1,74 @@
+#include "vxshow/sources/ovsdb/Schema.h"
+
+#include "vxshow/sources/AnswerError.h"
+#include "vxshow/text/JsonFields.h"
+#include "vxshow/text/JsonRefusal.h"
+#include "vxshow/text/Quoting.h"
+
+namespace vxshow::sources::ovsdb {
+
+namespace {
+
+constexpr auto locatorObject = text::lenientObject(
+    "a table", text::requiredMember("columns", [](text::JsonValue & value, Schema & into) {
+        value.members("an object of columns", [&](text::JsonText const & name, text::JsonValue &) {
+            into.locatorKey = into.locatorKey || name.text() == "tunnel_key";
+        });
+    }));
+
+/// A table that is there matters, whatever its columns are.
+constexpr auto presentTable(text::MemberName name, bool Schema::*isThere) {
+    return text::optionalMember(
+        name, [isThere](text::JsonValue &, Schema & into) { into.*isThere = true; });
+}
+
+constexpr auto tablesObject = text::lenientObject(
+    "an object of tables", presentTable("Logical_Router", &Schema::logicalRouter),
+    presentTable("Arp_Sources_Local", &Schema::arpSourcesLocal),
+    presentTable("Arp_Sources_Remote", &Schema::arpSourcesRemote),
+    text::optionalMember("Physical_Locator", [](text::JsonValue & value, Schema & into) {
+        locatorObject.read(value, into);
+    }));
+
+constexpr auto schemaObject = text::lenientObject(
+    "a schema",
+    text::optionalMember("version",
+                         [](text::JsonValue & value, Schema & into) {
+                             into.version = text::shownText(value.text("a version").text());
+                         }),
+    text::requiredMember(
+        "tables", [](text::JsonValue & value, Schema & into) { tablesObject.read(value, into); }));
+
+} // namespace
+
+std::optional<std::string> Schema::remark() const {
+    if (locatorKey && logicalRouter) {
+        return std::nullopt;
+    }
+    auto line = version.empty() ? "its schema" : "its schema, version " + version + ",";
+    line.append(" has no ").append(logicalRouter ? "" : "Logical_Router");
+    line.append(locatorKey || logicalRouter ? "" : " and no ");
+    line.append(locatorKey ? "" : "Physical_Locator.tunnel_key");
+    line.append(": ").append(logicalRouter ? "" : "no routers are shown");
+    line.append(locatorKey || logicalRouter ? "" : ", and ");
+    return line.append(locatorKey ? ""
+                                  : "entries of a logical switch without a tunnel_key are left "
+                                    "out");
+}
+
+Schema readSchema(system::FileBytes const & printed) {
+    Schema schema{false, false, false, false};
+    try {
+        text::JsonReader json(printed);
+        schemaObject.read(json, schema);
+    } catch (text::Refusal const & refusal) {
+        throw AnswerError("schema: " +
+                          text::refusalLine(refusal, printed.text(), text::JsonRoot::object));
+    } catch (text::MalformedJson const & malformed) {
+        throw AnswerError("schema: " +
+                          text::refusalLine(malformed, printed.text(), text::JsonRoot::object));
+    }
+    return schema;
+}
+
+} // namespace vxshow::sources::ovsdb
