@@ -1,5 +1,6 @@
 #include "vxshow/sources/frr/Collector.h"
 
+#include "vxshow/sources/Failure.h"
 #include "vxshow/text/Quoting.h"
 
 #include <algorithm>

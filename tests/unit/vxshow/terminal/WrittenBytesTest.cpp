@@ -12,8 +12,8 @@ using namespace terminal;
 
 namespace {
 
-/// What is used for the first time can write by itself under a sanitizer: UndefinedBehaviorSanitizer
-/// finds out by a write whether an object can be read.
+/// What is used for the first time can write by itself under a sanitizer:
+/// UndefinedBehaviorSanitizer finds out by a write whether an object can be read.
 class WrittenBytesTest : public testing::Test {
 protected:
     WrittenBytesTest() {
