@@ -41,7 +41,7 @@ struct Question {
     Deadline const & deadline;
 };
 
-Answer askOnce(Client const & server, Question const & question, Schema const & schema) {
+Answer askOnce(Client const & server, Question const & question, DatabaseSchema const & schema) {
     auto wanted = question.wanted;
     if (question.vni && (wanted.localMacs || wanted.remoteMacs)) {
         auto const survey = server.query(Request::survey().text(), question.deadline);
@@ -54,9 +54,9 @@ Answer askOnce(Client const & server, Question const & question, Schema const & 
 
 /// The schema of a server that has refused a request. Throws `Failure` with the server's words if
 /// it is no older one.
-Schema olderSchema(Client const & server, RequestRefused const & refused,
-                   Deadline const & deadline) {
-    Schema schema;
+DatabaseSchema olderSchema(Client const & server, RequestRefused const & refused,
+                           Deadline const & deadline) {
+    DatabaseSchema schema;
     try {
         schema = readSchema(server.schema(deadline));
     } catch (std::runtime_error const &) {

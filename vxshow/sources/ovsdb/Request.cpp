@@ -46,7 +46,7 @@ std::string_view columnsOf(Select const & select, bool locatorKey) {
 /// How much of a table is asked for: nothing, what matches the pushed conditions, all.
 enum class Share { none, pushed, all };
 
-Share shareOf(Table table, Wanted const & wanted, Schema const & schema) {
+Share shareOf(Table table, Wanted const & wanted, DatabaseSchema const & schema) {
     switch (table) {
     case logicalRouter:
         return schema.logicalRouter ? Share::all : Share::none;
@@ -110,7 +110,7 @@ Request Request::survey() {
     return request;
 }
 
-Request Request::of(Wanted const & wanted, Schema const & schema) {
+Request Request::of(Wanted const & wanted, DatabaseSchema const & schema) {
     Request request;
     request.asksForLocatorKey_ = schema.locatorKey;
     std::vector<std::string> spellings{""};

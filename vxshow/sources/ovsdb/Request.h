@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Nolt/EthAddr.h"
-#include "vxshow/sources/ovsdb/Schema.h"
+#include "vxshow/sources/ovsdb/DatabaseSchema.h"
 #include "vxshow/sources/ovsdb/Uuid.h"
 
 #include <optional>
@@ -64,7 +64,7 @@ public:
     /// `mostPushed` selects of a table, the request names none of them; if all logical switches
     /// do (times the spellings that are named), it names no logical switch. What `schema` lacks is
     /// not asked for.
-    static Request of(Wanted const & wanted, Schema const & schema = {});
+    static Request of(Wanted const & wanted, DatabaseSchema const & schema = {});
 
     static constexpr std::size_t mostPushed = 48;
 

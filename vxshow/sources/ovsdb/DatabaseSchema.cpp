@@ -1,4 +1,4 @@
-#include "vxshow/sources/ovsdb/Schema.h"
+#include "vxshow/sources/ovsdb/DatabaseSchema.h"
 
 #include "vxshow/sources/AnswerError.h"
 #include "vxshow/text/JsonFields.h"
@@ -10,38 +10,39 @@ namespace vxshow::sources::ovsdb {
 namespace {
 
 constexpr auto locatorObject = text::lenientObject(
-    "a table", text::requiredMember("columns", [](text::JsonValue & value, Schema & into) {
+    "a table", text::requiredMember("columns", [](text::JsonValue & value, DatabaseSchema & into) {
         value.members("an object of columns", [&](text::JsonText const & name, text::JsonValue &) {
             into.locatorKey = into.locatorKey || name.text() == "tunnel_key";
         });
     }));
 
 /// A table that is there matters, whatever its columns are.
-constexpr auto presentTable(text::MemberName name, bool Schema::*isThere) {
+constexpr auto presentTable(text::MemberName name, bool DatabaseSchema::*isThere) {
     return text::optionalMember(
-        name, [isThere](text::JsonValue &, Schema & into) { into.*isThere = true; });
+        name, [isThere](text::JsonValue &, DatabaseSchema & into) { into.*isThere = true; });
 }
 
 constexpr auto tablesObject = text::lenientObject(
-    "an object of tables", presentTable("Logical_Router", &Schema::logicalRouter),
-    presentTable("Arp_Sources_Local", &Schema::arpSourcesLocal),
-    presentTable("Arp_Sources_Remote", &Schema::arpSourcesRemote),
-    text::optionalMember("Physical_Locator", [](text::JsonValue & value, Schema & into) {
+    "an object of tables", presentTable("Logical_Router", &DatabaseSchema::logicalRouter),
+    presentTable("Arp_Sources_Local", &DatabaseSchema::arpSourcesLocal),
+    presentTable("Arp_Sources_Remote", &DatabaseSchema::arpSourcesRemote),
+    text::optionalMember("Physical_Locator", [](text::JsonValue & value, DatabaseSchema & into) {
         locatorObject.read(value, into);
     }));
 
 constexpr auto schemaObject = text::lenientObject(
     "a schema",
     text::optionalMember("version",
-                         [](text::JsonValue & value, Schema & into) {
+                         [](text::JsonValue & value, DatabaseSchema & into) {
                              into.version = text::shownText(value.text("a version").text());
                          }),
-    text::requiredMember(
-        "tables", [](text::JsonValue & value, Schema & into) { tablesObject.read(value, into); }));
+    text::requiredMember("tables", [](text::JsonValue & value, DatabaseSchema & into) {
+        tablesObject.read(value, into);
+    }));
 
 } // namespace
 
-std::optional<std::string> Schema::remark() const {
+std::optional<std::string> DatabaseSchema::remark() const {
     if (locatorKey && logicalRouter) {
         return std::nullopt;
     }
@@ -56,8 +57,8 @@ std::optional<std::string> Schema::remark() const {
                                     "out");
 }
 
-Schema readSchema(system::FileBytes const & printed) {
-    Schema schema{false, false, false, false};
+DatabaseSchema readSchema(system::FileBytes const & printed) {
+    DatabaseSchema schema{false, false, false, false};
     try {
         text::JsonReader json(printed);
         schemaObject.read(json, schema);

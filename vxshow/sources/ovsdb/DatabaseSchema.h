@@ -9,7 +9,7 @@ namespace vxshow::sources::ovsdb {
 
 /// Which of the tables and columns that not every version of the `hardware_vtep` schema has are
 /// there. By default all of them.
-struct Schema {
+struct DatabaseSchema {
     bool locatorKey = true; ///< `Physical_Locator.tunnel_key`
     bool logicalRouter = true;
     bool arpSourcesLocal = true;
@@ -25,6 +25,6 @@ struct Schema {
 };
 
 /// Reads a schema as `ovsdb-client get-schema` prints it (RFC 7047, 3.2). Raises `AnswerError`.
-Schema readSchema(system::FileBytes const & printed);
+DatabaseSchema readSchema(system::FileBytes const & printed);
 
 } // namespace vxshow::sources::ovsdb

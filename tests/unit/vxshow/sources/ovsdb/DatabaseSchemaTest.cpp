@@ -1,4 +1,4 @@
-#include "vxshow/sources/ovsdb/Schema.h"
+#include "vxshow/sources/ovsdb/DatabaseSchema.h"
 
 #include "vxshow/sources/AnswerError.h"
 
@@ -11,7 +11,7 @@ using namespace sources::ovsdb;
 
 namespace {
 
-Schema schemaOf(std::string const & text) {
+DatabaseSchema schemaOf(std::string const & text) {
     return readSchema(system::FileBytes::copyOf(text));
 }
 
