@@ -31,7 +31,7 @@ void Readers::fill() {
 
 /// A thread that has ended uses nothing either. Then no source is left, so one that takes its place
 /// ends at once.
-bool Readers::isWaiting(Reader & reader, Clock::time_point now) const {
+bool Readers::isWaiting(Reader & reader, Clock::time_point now) {
     timespec time{};
     if (::clock_gettime(reader.clock, &time) == 0) {
         auto const used =

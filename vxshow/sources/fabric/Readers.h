@@ -41,7 +41,8 @@ private:
         Clock::time_point since; ///< when it had last used some
     };
 
-    bool isWaiting(Reader & reader, Clock::time_point now) const;
+    /// Whether the thread has not used the processor for `longestPause`.
+    static bool isWaiting(Reader & reader, Clock::time_point now);
     bool start();
 
     std::function<void()> work_;

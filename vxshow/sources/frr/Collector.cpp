@@ -272,31 +272,27 @@ bool Collector::isUp(L3Vni const & vni) const {
     return found != vrfs_.end() && !found->second;
 }
 
-std::optional<Nolt::EthAddr> Collector::lowestRouterMac() const {
-    std::optional<Nolt::EthAddr> lowest;
+template <class Address>
+std::optional<Address> Collector::lowestOfThoseUp(Address L3Vni::*address) const {
+    std::optional<Address> lowest;
     for (auto const & [vni, known] : l3Vnis_) {
-        if (isUp(known) && !known.routerMac.isZero() && (!lowest || known.routerMac < *lowest)) {
-            lowest = known.routerMac;
+        auto const & own = known.*address;
+        if (isUp(known) && !own.isZero() && (!lowest || own < *lowest)) {
+            lowest = own;
         }
     }
     return lowest;
 }
 
 void Collector::identify(SwitchFacts & own, VtepSource const & source) {
-    own.systemId = source.systemId ? source.systemId : lowestRouterMac();
+    own.systemId = source.systemId ? source.systemId : lowestOfThoseUp(&L3Vni::routerMac);
     if (!own.systemId && !own.routers.empty()) {
         findings_.remark =
             "in no map of routers: the fabric file has no system_id for it, and no L3 "
             "VNI that is up has a router MAC";
     }
-    std::optional<Nolt::IpAddr> lowest;
-    for (auto const & [vni, known] : l3Vnis_) {
-        if (isUp(known) && !known.vtep.isZero() && (!lowest || known.vtep < *lowest)) {
-            lowest = known.vtep;
-        }
-    }
-    if (lowest) {
-        own.vteps.insert(*lowest);
+    if (auto const vtep = lowestOfThoseUp(&L3Vni::vtep)) {
+        own.vteps.insert(*vtep);
     }
 }
 

@@ -150,7 +150,9 @@ private:
     void addPorts(PortsOfVni const & ports);
     void addRouters(SwitchFacts & own);
     bool isUp(L3Vni const & vni) const;
-    std::optional<Nolt::EthAddr> lowestRouterMac() const;
+    /// The lowest address of that kind of the L3 VNIs that are up; nullopt if they have none.
+    template <class Address>
+    std::optional<Address> lowestOfThoseUp(Address L3Vni::*address) const;
     /// Sets the identifier and the VTEP that the switch has in the map of routers.
     void identify(SwitchFacts & own, VtepSource const & source);
 

@@ -60,8 +60,8 @@ std::string linesOf(sources::Facts const & facts, std::string_view start);
 /// The lines about MAC addresses: first the local ones, then the remote ones.
 std::string macsOf(sources::Answer const & answer);
 
-/// The failure of asking for what is selected; "accepted" if there is none. Expects it to be one
-/// line of printable ASCII.
+/// Asks for what is selected. Returns the message of the failure, or "accepted" if it succeeds.
+/// Checks that the message is one line of printable ASCII.
 std::string failureOf(FakeZebra & zebra, state::Selection const & selection = {});
 
 /// An L2 VNI of the VTEP 10.0.0.1, in VRF red with the interface brN, flooded to 10.0.0.2.

@@ -330,7 +330,7 @@ TEST(FrrVersion, AnUnknownShapeNamesTheVersion) {
               "addresses, or their number: this version's answer is not understood");
 }
 
-TEST(FrrVersion, AVersionThatIsNotKnownIsSaidSo) {
+TEST(FrrVersion, AnUnknownVersionIsCalledUnknown) {
     FakeZebra zebra;
     zebra["show evpn vni detail json"] = R"([{"vni":10,"type":"L4"}])";
     for (auto const * const banner : {"", "% Unknown command: show version\n", "FRRouting\n"}) {
