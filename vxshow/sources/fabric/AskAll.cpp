@@ -157,7 +157,7 @@ std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selectio
     AtomicReferenceCounts const atomicCounts;
     SourceQueue queue(sources, selection, deadline);
     {
-        auto const most = std::min(sources.size(), mostClients());
+        auto const most = std::min({sources.size(), mostClients(), maxReads});
         Readers readers([&queue] { queue.work(); }, std::min(most, maxParallelReads), most);
         if (!readers.any()) {
             queue.work();

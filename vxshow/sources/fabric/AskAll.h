@@ -20,13 +20,12 @@ struct Outcome {
     std::string failure = {};             ///< the reason then, printable, on one line
 };
 
-/// Asks all sources, up to `maxParallelReads` in parallel and besides those that do not answer, for
-/// which others need not wait; returns their outcomes in the same order. Each has its own time
-/// limit, which starts when its turn comes; at `deadline` every source that has not answered has
-/// failed. `watch` is called on this
-/// thread, every 100 ms while it waits. With fewer threads or descriptors than that takes, fewer
-/// sources are asked in parallel; without any thread they are asked on this one, and `watch` is
-/// not called.
+/// Asks all sources, up to `maxParallelReads` in parallel; returns their outcomes in the same
+/// order. A source that does not respond gives up its place to the next one, up to `maxReads` at
+/// the same time. Each has its own time limit, which starts when its turn comes; at `deadline`
+/// every source that has not answered has failed. `watch` is called on this thread, every 100 ms
+/// while it waits. With fewer threads or descriptors than that takes, fewer sources are asked in
+/// parallel; without any thread they are asked on this one, and `watch` is not called.
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
                             state::WatchProgress const & watch = {},
                             Deadline const & deadline = Deadline::never());
@@ -34,6 +33,10 @@ std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selectio
 /// Nearly all the time of a source goes into its own server and its client; if the servers are
 /// local, they share the processors of this machine with the clients.
 inline constexpr std::size_t maxParallelReads = 16;
+
+/// Fewer than the programs that can run at the same time (vxshow/system/Run.h), since a cluster
+/// takes several.
+inline constexpr std::size_t maxReads = 128;
 
 /// The mount of all sources that answered; `outcomes` are in the order of `sources`. Raises
 /// `TimedOut`, which names the source with the most facts, if much is left to do at the deadline.
