@@ -32,7 +32,7 @@ state::Reading LiveState::read(state::Selection const & selection,
                            timeLimit_ ? Deadline::in(*timeLimit_) : Deadline::never());
     state::Reading reading;
     for (std::size_t index = 0; index < sources_.size(); ++index) {
-        finish(index, outcomes[index], reading);
+        finish(index, selection, outcomes[index], reading);
     }
     bool const nothing = std::none_of(outcomes.begin(), outcomes.end(),
                                       [](Outcome const & one) { return one.answer; });
@@ -62,7 +62,8 @@ Deadline LiveState::mountDeadline(std::vector<Outcome> const & outcomes) const {
 }
 
 /// Adds the remarks on one source. The last good answer stands in for one that failed.
-void LiveState::finish(std::size_t index, Outcome & outcome, state::Reading & reading) {
+void LiveState::finish(std::size_t index, state::Selection const & selection, Outcome & outcome,
+                       state::Reading & reading) {
     std::string const name = Vex::printable(sources_[index].name);
     auto & last = lastGood_[index];
     if (outcome.answer && keep_ == state::Keep::lastGood) {
@@ -77,7 +78,8 @@ void LiveState::finish(std::size_t index, Outcome & outcome, state::Reading & re
         }
         reading.remarks.push_back(remark);
     }
-    auto const warning = outcome.answer ? outcome.answer->findings.warning() : std::nullopt;
+    auto const shown = subjectsShown(selection, sources_[index].role);
+    auto const warning = outcome.answer ? outcome.answer->findings.warning(shown) : std::nullopt;
     if (warning) {
         reading.remarks.push_back(name + ": " + *warning);
     }

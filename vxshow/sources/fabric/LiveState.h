@@ -36,7 +36,8 @@ private:
     };
 
     Deadline mountDeadline(std::vector<Outcome> const & outcomes) const;
-    void finish(std::size_t index, Outcome & outcome, state::Reading & reading);
+    void finish(std::size_t index, state::Selection const & selection, Outcome & outcome,
+                state::Reading & reading);
 
     std::vector<Source> sources_;
     std::optional<std::chrono::milliseconds> timeLimit_; ///< of the whole reading

@@ -61,9 +61,10 @@ void Collector::neighbour(IpBinding const & binding, Side side) {
 
 void Collector::vrf(std::string const & name, bool isDown) {
     if (!isVrfWord(name)) {
-        return leaveOut("VRF \"" + text::shownText(name) +
-                        "\", expected a name of printable ASCII without blanks and \"|\", "
-                        "not short for \"all\"");
+        return leaveOut(Subject::routers,
+                        "VRF \"" + text::shownText(name) +
+                            "\", expected a name of printable ASCII without blanks and \"|\", "
+                            "not short for \"all\"");
     }
     vrfs_[name] = isDown;
 }
@@ -129,9 +130,9 @@ std::vector<Question> Collector::further() const {
     return questions;
 }
 
-void Collector::leaveOutDangling(std::string what) {
+void Collector::leaveOutDangling(Subjects about, std::string what) {
     fits_ = false;
-    leaveOut(std::move(what));
+    leaveOut(about, std::move(what));
 }
 
 void Collector::resolveSegments() {
@@ -145,11 +146,12 @@ void Collector::resolveSegments() {
         auto const & [vni, mac] = one.key;
         auto const found = segments_.find(one.segment);
         if (found == segments_.end() || found->second.isEmpty()) {
-            leaveOutDangling(inVni(vni, mac.stringValue()) +
-                             (one.segment.empty()
-                                  ? ": no VTEP, expected an Ethernet segment"
-                                  : ": behind Ethernet segment \"" + text::shownText(one.segment) +
-                                        "\", which has no known VTEP"));
+            leaveOutDangling(Subject::remoteMacs,
+                             inVni(vni, mac.stringValue()) +
+                                 (one.segment.empty() ? ": no VTEP, expected an Ethernet segment"
+                                                      : ": behind Ethernet segment \"" +
+                                                            text::shownText(one.segment) +
+                                                            "\", which has no known VTEP"));
             continue;
         }
         for (auto const vtep : found->second.ipv4) {
@@ -158,14 +160,14 @@ void Collector::resolveSegments() {
         }
         for (auto const & vtep : found->second.ipv6) {
             step();
-            leaveOutIpv6(inVni(vni, mac.stringValue()) + " at " + vtep);
+            leaveOutIpv6(Subject::remoteMacs, inVni(vni, mac.stringValue()) + " at " + vtep);
         }
     }
 }
 
 /// Drops entries of VNIs that were created between two answers.
-void Collector::dropUnknownVnis(SideFacts & side) {
-    auto const drop = [&](auto & facts, auto const & shown) {
+void Collector::dropUnknownVnis(SideFacts & side, Subjects macs, Subjects bindings) {
+    auto const drop = [&](auto & facts, Subjects about, auto const & shown) {
         auto known = l2Vnis_.end();
         auto const isUnknown = [&](auto const & fact) {
             step();
@@ -173,14 +175,15 @@ void Collector::dropUnknownVnis(SideFacts & side) {
                 known = l2Vnis_.find(fact.vni);
             }
             if (known == l2Vnis_.end()) {
-                leaveOutDangling(inVni(fact.vni, shown(fact)) + ", an unknown VNI");
+                leaveOutDangling(about, inVni(fact.vni, shown(fact)) + ", an unknown VNI");
             }
             return known == l2Vnis_.end();
         };
         facts.erase(std::remove_if(facts.begin(), facts.end(), isUnknown), facts.end());
     };
-    drop(side.macs, [](MacPlace const & place) { return place.mac.stringValue(); });
-    drop(side.bindings, [](IpBinding const & binding) { return binding.ip.stringValue(); });
+    drop(side.macs, macs, [](MacPlace const & place) { return place.mac.stringValue(); });
+    drop(side.bindings, bindings,
+         [](IpBinding const & binding) { return binding.ip.stringValue(); });
 }
 
 void Collector::placeLocal(SideFacts & local) {
@@ -192,11 +195,11 @@ void Collector::placeLocal(SideFacts & local) {
         }
         place.vtep = known->second.vtep;
         if (place.vtep.isZero() && known->second.ipv6Vtep.empty()) {
-            leaveOut(inVni(place.vni, place.mac.stringValue()) +
-                     ": local, but the VNI has no VTEP address");
+            leaveOut(Subject::localMacs, inVni(place.vni, place.mac.stringValue()) +
+                                             ": local, but the VNI has no VTEP address");
         } else if (place.vtep.isZero()) {
-            leaveOutIpv6(inVni(place.vni, place.mac.stringValue()) + " at " +
-                         known->second.ipv6Vtep);
+            leaveOutIpv6(Subject::localMacs, inVni(place.vni, place.mac.stringValue()) + " at " +
+                                                 known->second.ipv6Vtep);
         }
         return place.vtep.isZero();
     };
@@ -254,7 +257,7 @@ void Collector::addRouters(SwitchFacts & own) {
         if (found == interfaces_.end()) {
             routers_.erase(name);
             fits_ = fits_ && isDown;
-            leaveOut("VRF \"" + name + "\": no interfaces");
+            leaveOut(Subject::routers, "VRF \"" + name + "\": no interfaces");
             continue;
         }
         routers_[name];
@@ -287,9 +290,10 @@ std::optional<Address> Collector::lowestOfThoseUp(Address L3Vni::*address) const
 void Collector::identify(SwitchFacts & own, VtepSource const & source) {
     own.systemId = source.systemId ? source.systemId : lowestOfThoseUp(&L3Vni::routerMac);
     if (!own.systemId && !own.routers.empty()) {
-        findings_.remark =
-            "in no map of routers: the fabric file has no system_id for it, and no L3 "
-            "VNI that is up has a router MAC";
+        findings_.remarks.push_back(
+            {Subject::routers,
+             "in no map of routers: the fabric file has no system_id for it, and no L3 "
+             "VNI that is up has a router MAC"});
     }
     if (auto const vtep = lowestOfThoseUp(&L3Vni::vtep)) {
         own.vteps.insert(*vtep);
@@ -302,8 +306,8 @@ Answer Collector::finished(VtepSource const & source) {
         requireEvpn();
     }
     resolveSegments();
-    dropUnknownVnis(local_);
-    dropUnknownVnis(remote_);
+    dropUnknownVnis(local_, Subject::localMacs, Subject::localBindings);
+    dropUnknownVnis(remote_, Subject::remoteMacs, Subject::remoteBindings);
     placeLocal(local_);
     addVnis(local_);
     auto & own = answer.facts.switches[source.name];

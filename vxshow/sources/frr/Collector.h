@@ -99,10 +99,14 @@ public:
     void route(std::string const & vrf, Nolt::IpGenPrefix const & prefix,
                std::vector<Nolt::IpGenAddr> const & nexthops);
 
-    void leaveOut(std::string what) { findings_.leftOut.add(std::move(what)); }
+    void leaveOut(Subjects about, std::string what) {
+        findings_.leftOut.add(about, std::move(what));
+    }
 
     /// An entry that is not shown because its VTEP has an IPv6 address.
-    void leaveOutIpv6(std::string what) { findings_.ipv6Vteps.add(std::move(what)); }
+    void leaveOutIpv6(Subjects about, std::string what) {
+        findings_.ipv6Vteps.add(about, std::move(what));
+    }
 
     /// zebra holds no VNIs because EVPN is not active.
     void evpnIsNotActive() { isEvpnActive_ = false; }
@@ -140,10 +144,10 @@ private:
     };
 
     void requireEvpn() const;
-    void leaveOutDangling(std::string what);
+    void leaveOutDangling(Subjects about, std::string what);
     void resolveSegments();
     void placeLocal(SideFacts & local);
-    void dropUnknownVnis(SideFacts & side);
+    void dropUnknownVnis(SideFacts & side, Subjects macs, Subjects bindings);
     void addVnis(SideFacts & local);
     /// Finds the ports of a VRF that has interfaces, and counts them before any is added.
     void findPorts(std::string const & vrf, std::vector<PortsOfVni> & found);

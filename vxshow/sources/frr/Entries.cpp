@@ -5,27 +5,29 @@
 
 namespace vxshow::sources::frr {
 
-void leaveOut(Collector & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
-              std::string_view expected) {
+void leaveOut(Collector & join, Subjects about, Vxlan::Vni vni, std::string_view column,
+              std::string_view text, std::string_view expected) {
     auto what = "VNI " + std::string(vni.stringValue()) + ": ";
     what.append(column).append(" ").append(text::shownInQuotes(text));
-    join.leaveOut(what.append(", expected ").append(expected));
+    join.leaveOut(about, what.append(", expected ").append(expected));
 }
 
-void leaveOutIpv6(Collector & join, Vxlan::Vni vni, std::string_view entry,
+void leaveOutIpv6(Collector & join, Subjects about, Vxlan::Vni vni, std::string_view entry,
                   std::string_view address) {
-    join.leaveOutIpv6(std::string(entry)
-                          .append(" in VNI ")
-                          .append(vni.stringValue())
-                          .append(" at ")
-                          .append(address));
+    join.leaveOutIpv6(about, std::string(entry)
+                                 .append(" in VNI ")
+                                 .append(vni.stringValue())
+                                 .append(" at ")
+                                 .append(address));
 }
 
-std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Collector & join) {
+std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Subjects about,
+                                     Collector & join) {
     if (auto const number = Vex::readDecimal(text.text(), Vxlan::Vni::max)) {
         return Vxlan::Vni(*number);
     }
-    join.leaveOut("VNI " + text::shownInQuotes(text.text()) + ", expected one from 0 to 16777215");
+    join.leaveOut(about,
+                  "VNI " + text::shownInQuotes(text.text()) + ", expected one from 0 to 16777215");
     return std::nullopt;
 }
 

@@ -27,25 +27,25 @@ inline std::optional<Nolt::EthAddr> hostMac(text::JsonText const & text) {
 }
 
 /// Counts an invalid text in a VNI as left out.
-void leaveOut(Collector & join, Vxlan::Vni vni, std::string_view column, std::string_view text,
-              std::string_view expected);
+void leaveOut(Collector & join, Subjects about, Vxlan::Vni vni, std::string_view column,
+              std::string_view text, std::string_view expected);
 
 /// Counts an entry in a VNI as left out, since its VTEP is IPv6: the listings have IPv4.
-void leaveOutIpv6(Collector & join, Vxlan::Vni vni, std::string_view entry,
+void leaveOutIpv6(Collector & join, Subjects about, Vxlan::Vni vni, std::string_view entry,
                   std::string_view address);
 
 /// The VNI of the key `text`; nullopt if it is invalid, which is counted as left out.
-std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Collector & join);
+std::optional<Vxlan::Vni> readVniKey(text::JsonText const & text, Subjects about, Collector & join);
 
-/// Calls `take(Vni, JsonValue &)` for the entries of a document by VNI.
+/// Calls `take(Vni, JsonValue &)` for the entries of a document by VNI, which is about `about`.
 template <class Take>
-void eachVni(text::JsonReader & json, Collector & join, Take && take) {
+void eachVni(text::JsonReader & json, Subjects about, Collector & join, Take && take) {
     json.document([&](text::JsonText const & key, text::JsonValue & value) {
         join.step();
         if (!isEntry(value)) {
             return;
         }
-        if (auto const vni = readVniKey(key, join)) {
+        if (auto const vni = readVniKey(key, about, join)) {
             take(*vni, value);
         }
     });

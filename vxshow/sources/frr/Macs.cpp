@@ -23,10 +23,10 @@ struct MacEntry {
 void takeVtep(text::JsonText const & text, MacEntry & into) {
     into.vtep = readVtepText(text);
     if (into.vtep->kind == VtepText::Kind::other) {
-        leaveOut(into.join, into.vni, into.mac.stringValue() + " at", text.text(),
-                 text::anIpv4Address);
+        leaveOut(into.join, Subject::remoteMacs, into.vni, into.mac.stringValue() + " at",
+                 text.text(), text::anIpv4Address);
     } else if (into.vtep->kind == VtepText::Kind::ipv6) {
-        leaveOutIpv6(into.join, into.vni, into.mac.stringValue(), text.text());
+        leaveOutIpv6(into.join, Subject::remoteMacs, into.vni, into.mac.stringValue(), text.text());
     }
 }
 
@@ -72,7 +72,7 @@ void readMacEntry(text::JsonText const & key, text::JsonValue & value, Vxlan::Vn
     }
     auto const mac = hostMac(key);
     if (!mac) {
-        return leaveOut(join, vni, "MAC", key.text(), text::anEthernetAddress);
+        return leaveOut(join, macsOfBothSides, vni, "MAC", key.text(), text::anEthernetAddress);
     }
     if (!join.takes(vni, *mac)) {
         return;
@@ -96,7 +96,7 @@ constexpr auto vniMacsObject = text::lenientObject(
 } // namespace
 
 void readMacs(text::JsonReader & json, Collector & join) {
-    eachVni(json, join,
+    eachVni(json, macsOfBothSides, join,
             [&](Vxlan::Vni vni, text::JsonValue & value) { vniMacsObject.read(value, vni, join); });
 }
 

@@ -7,6 +7,8 @@ namespace vxshow::sources::frr {
 
 namespace {
 
+constexpr Subjects bindingsOfBothSides = Subject::localBindings | Subject::remoteBindings;
+
 std::optional<Nolt::IpGenAddr> someIp(text::JsonText const & text) {
     auto const ip = Nolt::IpGenAddr::tryFromString(text.text());
     return ip && !ip->isNone() ? ip : std::nullopt;
@@ -56,7 +58,8 @@ void readNeighbour(text::JsonText const & key, text::JsonValue & value, Vxlan::V
     }
     auto const ip = someIp(key);
     if (!ip) {
-        return leaveOut(join, vni, "IP address", key.text(), text::anIpAddress);
+        return leaveOut(join, bindingsOfBothSides, vni, "IP address", key.text(),
+                        text::anIpAddress);
     }
     auto const * const start = value.at();
     NeighbourEntry entry;
@@ -71,7 +74,10 @@ void readNeighbour(text::JsonText const & key, text::JsonValue & value, Vxlan::V
         return;
     }
     if (!entry.mac) {
-        return leaveOut(join, vni, ip->stringValue() + " has MAC", entry.macText,
+        auto const aboutSide = entry.side.side() == Collector::Side::local
+                                   ? Subject::localBindings
+                                   : Subject::remoteBindings;
+        return leaveOut(join, aboutSide, vni, ip->stringValue() + " has MAC", entry.macText,
                         text::anEthernetAddress);
     }
     auto const changes = entry.side.sequence(start);
@@ -81,7 +87,7 @@ void readNeighbour(text::JsonText const & key, text::JsonValue & value, Vxlan::V
 } // namespace
 
 void readNeighbours(text::JsonReader & json, Collector & join) {
-    eachVni(json, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
+    eachVni(json, bindingsOfBothSides, join, [&](Vxlan::Vni vni, text::JsonValue & value) {
         value.members(anEntry, [&](text::JsonText const & key, text::JsonValue & entry) {
             readNeighbour(key, entry, vni, join);
         });

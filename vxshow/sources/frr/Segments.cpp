@@ -23,8 +23,9 @@ void takeVtep(text::JsonText const & text, Collector::SegmentVteps & vteps, Coll
         vteps.ipv6.emplace_back(text.text());
         return;
     }
-    join.leaveOut("Ethernet segment: VTEP " + text::shownInQuotes(text.text()) + ", expected " +
-                  std::string(text::anIpv4Address));
+    join.leaveOut(Subject::remoteMacs, "Ethernet segment: VTEP " +
+                                           text::shownInQuotes(text.text()) + ", expected " +
+                                           std::string(text::anIpv4Address));
 }
 
 constexpr auto vtepObject = text::lenientObject(

@@ -24,7 +24,8 @@ struct VniMembers {
     std::string ipv6Address = {}; ///< empty: it is not IPv6
     std::vector<Nolt::IpAddr> floods = {};
     std::vector<std::string> ipv6Floods = {};
-    std::vector<std::string> leftOut = {};
+    std::string addressLeftOut = {}; ///< empty: the address is valid, or IPv6
+    std::vector<std::string> floodsLeftOut = {};
 };
 
 void takeKind(text::JsonText const & text, VniMembers & into) {
@@ -42,9 +43,9 @@ void takeInterface(std::string_view name, VniMembers & into) {
     }
 }
 
-void leaveOutVtep(text::JsonText const & text, VniMembers & into) {
-    into.leftOut.push_back("VTEP " + text::shownInQuotes(text.text()) + ", expected " +
-                           std::string(text::anIpv4Address));
+std::string invalidVtep(text::JsonText const & text) {
+    return "VTEP " + text::shownInQuotes(text.text()) + ", expected " +
+           std::string(text::anIpv4Address);
 }
 
 void takeAddress(text::JsonText const & text, VniMembers & into) {
@@ -53,7 +54,7 @@ void takeAddress(text::JsonText const & text, VniMembers & into) {
     if (vtep.kind == VtepText::Kind::ipv6) {
         into.ipv6Address = text.text();
     } else if (vtep.kind == VtepText::Kind::other) {
-        leaveOutVtep(text, into);
+        into.addressLeftOut = invalidVtep(text);
     }
 }
 
@@ -64,7 +65,7 @@ void takeFlood(text::JsonText const & text, VniMembers & into) {
     } else if (vtep.kind == VtepText::Kind::ipv6) {
         into.ipv6Floods.emplace_back(text.text());
     } else {
-        leaveOutVtep(text, into);
+        into.floodsLeftOut.push_back(invalidVtep(text));
     }
 }
 
@@ -95,8 +96,8 @@ void takeRemoteVtep(text::JsonValue & value, VniMembers & into) {
     if (read.flood.empty() || read.flood == headEndReplication) {
         takeFlood(*read.ip, into);
     } else {
-        into.leftOut.push_back("VTEP " + text::shownInQuotes(read.ip->text()) + " floods " +
-                               text::shownInQuotes(read.flood) + ", expected \"HER\"");
+        into.floodsLeftOut.push_back("VTEP " + text::shownInQuotes(read.ip->text()) + " floods " +
+                                     text::shownInQuotes(read.flood) + ", expected \"HER\"");
     }
 }
 
@@ -157,17 +158,25 @@ constexpr auto vniObject = text::lenientObject(
 
 void takeVni(VniMembers const & read, Collector & join) {
     Vxlan::Vni const vni(read.vni);
-    for (auto const & what : read.leftOut) {
-        join.leaveOut("VNI " + std::to_string(read.vni) + ": " + what);
+    auto const leaveOut = [&](Subjects about, std::string const & what) {
+        join.leaveOut(about, "VNI " + std::to_string(read.vni) + ": " + what);
+    };
+    // The address is that of the ports, too.
+    Subjects const own = read.isL3 ? Subject::routers : Subject::localMacs | Subject::routers;
+    if (!read.addressLeftOut.empty()) {
+        leaveOut(own, read.addressLeftOut);
+    }
+    for (auto const & what : read.floodsLeftOut) {
+        leaveOut(Subject::remoteMacs, what);
     }
     if (read.isL3) {
         return join.l3Vni(vni, {read.vrf, read.interface, read.address, read.routerMac});
     }
     for (auto const & address : read.ipv6Floods) {
-        leaveOutIpv6(join, vni, "flood list", address);
+        leaveOutIpv6(join, Subject::remoteMacs, vni, "flood list", address);
     }
     if (!read.ipv6Address.empty()) {
-        leaveOutIpv6(join, vni, "own VTEP", read.ipv6Address);
+        leaveOutIpv6(join, own, vni, "own VTEP", read.ipv6Address);
     }
     join.l2Vni(vni, {read.vrf, read.interface, read.address, read.ipv6Address, read.floods});
 }

@@ -17,7 +17,7 @@ void leaveOut(Collector & join, std::string const & vrf, std::string_view column
               std::string_view text, std::string_view expected) {
     auto what = "VRF \"" + vrf + "\": ";
     what.append(column).append(" ").append(text::shownInQuotes(text)).append(", expected ");
-    join.leaveOut(what.append(expected));
+    join.leaveOut(Subject::routers, what.append(expected));
 }
 
 /// Converts an IPv4-mapped address, ::ffff:0:0/96 (RFC 4291, 2.5.5.2), to IPv4: the nexthops of

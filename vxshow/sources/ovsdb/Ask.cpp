@@ -78,7 +78,7 @@ Answer askInItsSchema(Client const & server, Question const & question) {
         auto const schema = olderSchema(server, refused, question.deadline);
         try {
             auto answer = askOnce(server, question, schema);
-            answer.findings.remark = schema.remark();
+            answer.findings.remarks = schema.remarks();
             return answer;
         } catch (RequestRefused const & again) {
             throw Failure(std::string("no such schema: ") + again.what() + "; its version is " +

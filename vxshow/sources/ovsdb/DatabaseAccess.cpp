@@ -1,20 +1,18 @@
 #include "vxshow/sources/ovsdb/DatabaseAccess.h"
 
 #include "vxshow/sources/Source.h"
+#include "vxshow/sources/Subjects.h"
 #include "vxshow/sources/ovsdb/Ask.h"
 
 namespace vxshow::sources::ovsdb {
 
 namespace {
 
-/// Which MAC tables the selection looks at. What is local is received from a switch and
-/// advertised to any other source but QVX; what is remote is the other way round.
+/// Which MAC tables the selection looks at.
 Wanted wantedOf(state::Selection const & selection, Role role) {
-    bool const isSwitch = role == Role::switches;
-    bool const isAdvertisedTo = role != Role::qvx;
     Wanted wanted;
-    wanted.localMacs = isSwitch ? selection.received : isAdvertisedTo && selection.advertised;
-    wanted.remoteMacs = isSwitch ? selection.advertised : selection.received;
+    wanted.localMacs = showsLocal(selection, role);
+    wanted.remoteMacs = showsRemote(selection, role);
     // Which MAC address an IP address has is decided among all that claim it.
     wanted.mac = selection.arpTables ? Nolt::EthAddr() : selection.mac;
     return wanted;

@@ -42,19 +42,19 @@ constexpr auto schemaObject = text::lenientObject(
 
 } // namespace
 
-std::optional<std::string> DatabaseSchema::remark() const {
-    if (locatorKey && logicalRouter) {
-        return std::nullopt;
+std::vector<Remark> DatabaseSchema::remarks() const {
+    auto const lacks = (version.empty() ? "its schema" : "its schema, version " + version + ",") +
+                       std::string(" has no ");
+    std::vector<Remark> remarks;
+    if (!logicalRouter) {
+        remarks.push_back({Subject::routers, lacks + "Logical_Router: no routers are shown"});
     }
-    auto line = version.empty() ? "its schema" : "its schema, version " + version + ",";
-    line.append(" has no ").append(logicalRouter ? "" : "Logical_Router");
-    line.append(locatorKey || logicalRouter ? "" : " and no ");
-    line.append(locatorKey ? "" : "Physical_Locator.tunnel_key");
-    line.append(": ").append(logicalRouter ? "" : "no routers are shown");
-    line.append(locatorKey || logicalRouter ? "" : ", and ");
-    return line.append(locatorKey ? ""
-                                  : "entries of a logical switch without a tunnel_key are left "
-                                    "out");
+    if (!locatorKey) {
+        remarks.push_back(
+            {Subjects::every(), lacks + "Physical_Locator.tunnel_key: entries of a logical switch "
+                                        "without a tunnel_key are left out"});
+    }
+    return remarks;
 }
 
 DatabaseSchema readSchema(system::FileBytes const & printed) {

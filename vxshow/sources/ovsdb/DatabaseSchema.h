@@ -1,9 +1,10 @@
 #pragma once
 
+#include "vxshow/sources/Findings.h"
 #include "vxshow/system/FileBytes.h"
 
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace vxshow::sources::ovsdb {
 
@@ -20,8 +21,8 @@ struct DatabaseSchema {
         return locatorKey && logicalRouter && arpSourcesLocal && arpSourcesRemote;
     }
 
-    /// What cannot be shown for the lack of it, in one line; nullopt if there is nothing.
-    std::optional<std::string> remark() const;
+    /// What cannot be shown for the lack of them.
+    std::vector<Remark> remarks() const;
 };
 
 /// Reads a schema as `ovsdb-client get-schema` prints it (RFC 7047, 3.2). Raises `AnswerError`.

@@ -16,9 +16,10 @@ void Join::physicalSwitch(std::string const & name, std::vector<std::string> con
     for (auto const & text : ips) {
         auto const ip = vtepIp(text);
         if (!ip) {
-            findings_.leftOut.add("Physical_Switch " + text::shownInQuotes(name) + ": tunnel_ips " +
-                                  text::shownInQuotes(text) + ", expected " +
-                                  std::string(text::anIpv4Address));
+            findings_.leftOut.add(Subject::localMacs | Subject::localBindings | Subject::routers,
+                                  "Physical_Switch " + text::shownInQuotes(name) + ": tunnel_ips " +
+                                      text::shownInQuotes(text) + ", expected " +
+                                      std::string(text::anIpv4Address));
             continue;
         }
         known.vteps.insert(*ip);
@@ -45,7 +46,7 @@ void Join::router(std::string const & name,
     }
 }
 
-void Join::leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch,
+void Join::leaveOut(MacRow const & row, Subjects about, LogicalSwitch const & logicalSwitch,
                     std::string_view column, std::string_view found, std::string_view expected) {
     std::string what(nameOf(row.table));
     what.append(" ")
@@ -53,7 +54,7 @@ void Join::leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch,
         .append(" in ")
         .append(text::shownInQuotes(logicalSwitch.name));
     what.append(": ").append(column).append(" ").append(found);
-    findings_.leftOut.add(what.append(", expected ").append(expected));
+    findings_.leftOut.add(about, what.append(", expected ").append(expected));
 }
 
 std::optional<Vxlan::Vni> Join::vniOf(MacRow const & row, LogicalSwitch const & logicalSwitch,
@@ -61,7 +62,8 @@ std::optional<Vxlan::Vni> Join::vniOf(MacRow const & row, LogicalSwitch const & 
     auto const & key = logicalSwitch.key ? logicalSwitch.key : locator.key;
     auto const vni = key ? vniOfKey(*key) : std::nullopt;
     if (!vni) {
-        leaveOut(row, logicalSwitch, "tunnel_key", key ? std::to_string(*key) : "missing", aKey);
+        leaveOut(row, aboutAll(row), logicalSwitch, "tunnel_key",
+                 key ? std::to_string(*key) : "missing", aKey);
     }
     return vni;
 }
@@ -95,9 +97,9 @@ void Join::eachSide(Side side, Locator & locator, Take && take) {
 }
 
 template <class What>
-void Join::checkPlaced(Side side, Locator & locator, What && what) {
+void Join::checkPlaced(Side side, Subjects about, Locator & locator, What && what) {
     if (side == Side::local && switchesAt(locator).empty()) {
-        findings_.unplaced.add(what().append(" at ").append(locator.ip->stringValue()));
+        findings_.unplaced.add(about, what().append(" at ").append(locator.ip->stringValue()));
     }
 }
 
@@ -108,7 +110,8 @@ std::optional<Nolt::IpGenAddr> Join::bindingOf(MacRow const & row,
     }
     auto const ip = someIp(row.ip);
     if (!ip) {
-        leaveOut(row, logicalSwitch, "ipaddr", text::shownInQuotes(row.ip), text::anIpAddress);
+        leaveOut(row, aboutBinding(row.side), logicalSwitch, "ipaddr", text::shownInQuotes(row.ip),
+                 text::anIpAddress);
     }
     return ip;
 }
@@ -118,13 +121,13 @@ void Join::unicast(MacRow const & row) {
     auto & locator = rows_.locator(row.target);
     auto const mac = hostMac(row.mac);
     if (!mac) {
-        return leaveOut(row, logicalSwitch, "MAC", text::shownInQuotes(row.mac),
+        return leaveOut(row, aboutAll(row), logicalSwitch, "MAC", text::shownInQuotes(row.mac),
                         text::anEthernetAddress);
     }
     auto const ip = bindingOf(row, logicalSwitch);
     if (!locator.ip) {
-        return leaveOut(row, logicalSwitch, "dst_ip", text::shownInQuotes(locator.text),
-                        text::anIpv4Address);
+        return leaveOut(row, aboutAll(row), logicalSwitch, "dst_ip",
+                        text::shownInQuotes(locator.text), text::anIpv4Address);
     }
     auto const vni = vniOf(row, logicalSwitch, locator);
     if (!vni) {
@@ -134,7 +137,7 @@ void Join::unicast(MacRow const & row) {
         return std::string(nameOf(row.table)) + " " + text::shownInQuotes(row.mac) + " in " +
                text::shownInQuotes(logicalSwitch.name);
     };
-    checkPlaced(row.side, locator, what);
+    checkPlaced(row.side, aboutAll(row), locator, what);
     auto const sides = sideCount(row.side, locator);
     budget_.spend(sides * (ip ? 2 : 1));
     Entry const entry{&locator, *vni, *mac, ip};
@@ -153,26 +156,29 @@ void Join::add(Entry const & entry, Side side) {
     });
 }
 
-void Join::leaveOut(LocatorSet const & set, std::string_view found, std::string_view expected) {
+void Join::leaveOut(LocatorSet const & set, Side side, std::string_view found,
+                    std::string_view expected) {
     std::string what(nameOf(Table::physicalLocatorSet));
     what.append(" ").append(textOf(set.row)).append(": ").append(found);
-    findings_.leftOut.add(what.append(", expected ").append(expected));
+    findings_.leftOut.add(aboutMac(side) | aboutBinding(side),
+                          what.append(", expected ").append(expected));
 }
 
-void Join::checkAddresses(LocatorSet & set) {
+void Join::checkAddresses(LocatorSet & set, Side side) {
     if (std::exchange(set.addressesChecked, true)) {
         return;
     }
     std::erase_if(set.members, [&](Locator const * locator) {
         step();
         if (!locator->ip) {
-            leaveOut(set, "dst_ip " + text::shownInQuotes(locator->text), text::anIpv4Address);
+            leaveOut(set, side, "dst_ip " + text::shownInQuotes(locator->text),
+                     text::anIpv4Address);
         }
         return !locator->ip;
     });
 }
 
-void Join::checkKeys(LocatorSet & set) {
+void Join::checkKeys(LocatorSet & set, Side side) {
     if (std::exchange(set.keysChecked, true)) {
         return;
     }
@@ -180,7 +186,7 @@ void Join::checkKeys(LocatorSet & set) {
         step();
         if (!locator->vni()) {
             std::string const at(locator->ip->stringValue());
-            leaveOut(set,
+            leaveOut(set, side,
                      locator->key ? "tunnel_key " + std::to_string(*locator->key) + " of " + at
                                   : "tunnel_key of " + at + " missing",
                      aKey);
@@ -201,7 +207,7 @@ void Join::eachMember(Flooding const & flooding, Take && take) {
 void Join::countFlood(Flooding const & flooding) {
     auto const side = sideOf(flooding.table);
     eachMember(flooding, [&](Vxlan::Vni vni, Locator & locator) {
-        checkPlaced(side, locator, [&] {
+        checkPlaced(side, aboutMac(side), locator, [&] {
             auto const mac =
                 flooding.mac.isZero() ? "unknown-dst" : std::string(flooding.mac.stringValue());
             return std::string(nameOf(flooding.table)) + " \"" + mac + "\" in VNI " +
@@ -242,22 +248,23 @@ void Join::multicast(MacRow const & row) {
     auto & set = rows_.locatorSet(row.target);
     auto const mac = floodMac(row.mac);
     if (!mac) {
-        return leaveOut(row, logicalSwitch, "MAC", text::shownInQuotes(row.mac),
+        return leaveOut(row, aboutAll(row), logicalSwitch, "MAC", text::shownInQuotes(row.mac),
                         "an Ethernet address or unknown-dst");
     }
     auto ip = bindingOf(row, logicalSwitch);
     if (ip && mac->isZero()) {
-        leaveOut(row, logicalSwitch, "ipaddr", text::shownInQuotes(row.ip),
+        leaveOut(row, aboutBinding(row.side), logicalSwitch, "ipaddr", text::shownInQuotes(row.ip),
                  "none with unknown-dst");
         ip.reset();
     }
     auto const vni = logicalSwitch.vni();
     if (logicalSwitch.key && !vni) {
-        return leaveOut(row, logicalSwitch, "tunnel_key", std::to_string(*logicalSwitch.key), aKey);
+        return leaveOut(row, aboutAll(row), logicalSwitch, "tunnel_key",
+                        std::to_string(*logicalSwitch.key), aKey);
     }
-    checkAddresses(set);
+    checkAddresses(set, row.side);
     if (!vni) {
-        checkKeys(set);
+        checkKeys(set, row.side);
     }
     auto const [flooded, isNew] = flooded_.try_emplace({row.table, vni, *mac, &set});
     auto & [flooding, list] = *flooded;
@@ -328,7 +335,8 @@ std::set<Join::LogicalSwitch const *> Join::boundTo(std::set<Uuid> const & ports
 }
 
 void Join::findDisputes() {
-    auto const search = [&](std::string const & side, std::vector<IpBinding> const & bindings) {
+    auto const search = [&](Side side, std::string const & shown,
+                            std::vector<IpBinding> const & bindings) {
         bool within = false;
         for (std::size_t index = 1; index < bindings.size(); ++index) {
             step();
@@ -336,15 +344,15 @@ void Join::findDisputes() {
             auto const & now = bindings[index];
             bool const same = before.vni == now.vni && before.ip == now.ip;
             if (same && !within) {
-                findings_.disputed.add(now.ip.stringValue() + " in VNI " + now.vni.stringValue() +
-                                       side);
+                findings_.disputed.add(aboutBinding(side), now.ip.stringValue() + " in VNI " +
+                                                               now.vni.stringValue() + shown);
             }
             within = same;
         }
     };
-    search(" (remote)", facts_.remote.bindings);
+    search(Side::remote, " (remote)", facts_.remote.bindings);
     for (auto const & [name, side] : facts_.local) {
-        search(" (local to " + text::shownInQuotes(name) + ")", side.bindings);
+        search(Side::local, " (local to " + text::shownInQuotes(name) + ")", side.bindings);
     }
 }
 

@@ -100,6 +100,19 @@ private:
                                                                                 : Side::remote;
     }
 
+    /// What a row of a MAC table is about: an address, and what an IP address belongs to.
+    static Subjects aboutMac(Side side) {
+        return side == Side::local ? Subject::localMacs : Subject::remoteMacs;
+    }
+
+    static Subjects aboutBinding(Side side) {
+        return side == Side::local ? Subject::localBindings : Subject::remoteBindings;
+    }
+
+    static Subjects aboutAll(MacRow const & row) {
+        return row.ip.empty() ? aboutMac(row.side) : aboutMac(row.side) | aboutBinding(row.side);
+    }
+
     /// How many sides an entry at `locator`, which has an address, is on: at least 1.
     std::size_t sideCount(Side side, Locator & locator) const;
 
@@ -109,7 +122,7 @@ private:
 
     /// Counts a local entry whose address belongs to no switch; `what()` describes it.
     template <class What>
-    void checkPlaced(Side side, Locator & locator, What && what);
+    void checkPlaced(Side side, Subjects about, Locator & locator, What && what);
 
     /// The IP address of an entry; nullopt if it has none or an invalid one, which is counted.
     std::optional<Nolt::IpGenAddr> bindingOf(MacRow const & row,
@@ -162,12 +175,13 @@ private:
     /// Each checks a set that a row floods to, once. The first counts the locators without an
     /// address and removes them; the second counts those without a VNI, which matters if the
     /// logical switch has no key.
-    void checkAddresses(LocatorSet & set);
-    void checkKeys(LocatorSet & set);
-    void leaveOut(LocatorSet const & set, std::string_view found, std::string_view expected);
+    void checkAddresses(LocatorSet & set, Side side);
+    void checkKeys(LocatorSet & set, Side side);
+    void leaveOut(LocatorSet const & set, Side side, std::string_view found,
+                  std::string_view expected);
 
-    void leaveOut(MacRow const & row, LogicalSwitch const & logicalSwitch, std::string_view column,
-                  std::string_view text, std::string_view expected);
+    void leaveOut(MacRow const & row, Subjects about, LogicalSwitch const & logicalSwitch,
+                  std::string_view column, std::string_view text, std::string_view expected);
 
     /// Adds the VNI and the routers of `logicalSwitch` to a switch with a port in it.
     void addBound(std::string const & name, LogicalSwitch const & logicalSwitch);

@@ -42,7 +42,7 @@ void LogicalRouter::leaveOut(std::string_view column, std::string const & found,
                              std::string_view expected) {
     auto what = "Logical_Router " + text::shownInQuotes(name_) + ": ";
     what.append(column).append(" ").append(found);
-    leftOut_.add(what.append(", expected ").append(expected));
+    leftOut_.add(Subject::routers, what.append(", expected ").append(expected));
 }
 
 } // namespace vxshow::sources::ovsdb

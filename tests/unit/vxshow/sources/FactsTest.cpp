@@ -93,27 +93,4 @@ TEST(Facts, MergedSidesAreSettledTogether) {
     EXPECT_EQ(merged({}, watch), SideFacts());
 }
 
-TEST(Findings, HaveNoWarningIfThereAreNone) {
-    EXPECT_EQ(Findings().warning(), std::nullopt);
-}
-
-TEST(Findings, StartWithTheRemark) {
-    Findings findings;
-    findings.remark = "nothing is there";
-    EXPECT_EQ(findings.warning(), "nothing is there");
-    findings.leftOut.add("a");
-    EXPECT_EQ(findings.warning(), "nothing is there; 1 entry left out: a");
-}
-
-TEST(Findings, AreOneLineOfAllKinds) {
-    Findings findings;
-    findings.leftOut.add("b");
-    findings.leftOut.add("a");
-    findings.unplaced.add("c");
-    findings.disputed.add("d");
-    EXPECT_EQ(findings.warning(),
-              "2 entries left out, the first: a; 1 local entry at a VTEP of no switch: c; "
-              "1 IP address with several MAC addresses: d");
-}
-
 } // namespace vxshow::test

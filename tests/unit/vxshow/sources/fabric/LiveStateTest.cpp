@@ -31,7 +31,7 @@ public:
         }
         answer.facts.settle();
         if (leavesOut) {
-            answer.findings.leftOut.add("a row");
+            answer.findings.leftOut.add(Subject::localMacs, "a row");
         }
         return answer;
     }

@@ -34,23 +34,26 @@ TEST(OvsdbSchema, IsWholeWithAllThatOlderOnesLack) {
                                  R"("tunnel_key":{"type":{}}}}}})");
     EXPECT_TRUE(schema.isWhole());
     EXPECT_EQ(schema.version, "1.7.0");
-    EXPECT_FALSE(schema.remark());
+    EXPECT_TRUE(schema.remarks().empty());
 }
 
-TEST(OvsdbSchema, OnlyWhatCannotBeShownIsInTheRemark) {
+TEST(OvsdbSchema, OnlyWhatCannotBeShownIsInTheRemarks) {
     auto const router = R"("Logical_Router":{})";
     auto const locator = R"("Physical_Locator":{"columns":{"tunnel_key":{}}})";
-    auto const with = [](std::string const & tables) {
-        return schemaOf(R"({"version":"1\u001b","tables":{)" + tables + "}}").remark();
+    auto const with = [](std::string const & tables, Subjects subjects) {
+        auto const schema = schemaOf(R"({"version":"1\u001b","tables":{)" + tables + "}}");
+        return Findings{.remarks = schema.remarks()}.warning(subjects).value_or("none");
     };
-    EXPECT_FALSE(with(std::string(router) + "," + locator));
-    EXPECT_EQ(with(locator),
-              "its schema, version 1\\x1b, has no Logical_Router: no routers are shown");
-    EXPECT_EQ(with(router), "its schema, version 1\\x1b, has no Physical_Locator.tunnel_key: "
-                            "entries of a logical switch without a tunnel_key are left out");
-    EXPECT_EQ(schemaOf(R"({"tables":{}})").remark(),
-              "its schema has no Logical_Router and no Physical_Locator.tunnel_key: no routers are "
-              "shown, and entries of a logical switch without a tunnel_key are left out");
+    auto const noRouters =
+        "its schema, version 1\\x1b, has no Logical_Router: no routers are shown";
+    auto const noKeys = "its schema, version 1\\x1b, has no Physical_Locator.tunnel_key: "
+                        "entries of a logical switch without a tunnel_key are left out";
+    EXPECT_EQ(with(std::string(router) + "," + locator, Subjects::every()), "none");
+    EXPECT_EQ(with(locator, Subject::routers), noRouters);
+    EXPECT_EQ(with(locator, Subject::localMacs), "none");
+    EXPECT_EQ(with(router, Subject::routers), noKeys);
+    EXPECT_EQ(with(router, Subject::localMacs), noKeys);
+    EXPECT_EQ(with("", Subject::routers), std::string(noRouters) + "; " + noKeys);
 }
 
 TEST(OvsdbSchema, AnythingElseIsRefused) {
