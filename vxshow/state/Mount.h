@@ -4,6 +4,10 @@
 #include "VxlanController/VxlanControllerCliModel.h"
 #include "state/PublishStatus.h"
 #include "state/SwitchInfoDir.h"
+#include "vxshow/state/Details.h"
+#include "vxshow/state/Origin.h"
+
+#include <optional>
 
 namespace vxshow::state {
 
@@ -47,6 +51,11 @@ struct Mount {
     Received received;
     Advertised advertised;
     Routers routers;
+
+    /// Where the state comes from; nullopt: that is not known, as of a snapshot made by hand.
+    std::optional<Origin> origin = {};
+    /// What no listing of the library shows.
+    Details details = {};
 };
 
 } // namespace vxshow::state

@@ -8,7 +8,7 @@
 
 namespace vxshow::state {
 
-/// The part of the state that a command shows; everything by default.
+/// The part of the state that a command shows; everything but the details by default.
 ///
 /// A source of state reads and checks all that it has, but need not build what is not selected:
 /// in a fabric with a thousand VNIs, a listing of one needs one. State that is mounted beyond
@@ -19,6 +19,8 @@ struct Selection {
     bool routers = true;       ///< `Mount::routers`
     bool macTables = true;     ///< of each VNI: unicast, multipath, flood
     bool arpTables = true;     ///< of each VNI
+    bool details = false;      ///< `Mount::details`, as far as sources report them anyway
+    bool macDetails = false;   ///< those of MAC addresses, too, which take a source longer
     Vxlan::VniOrNone vni = {}; ///< none: every VNI
     Nolt::EthAddr mac = {};    ///< the one MAC address of MAC tables; zero: every one
     std::string source = {};   ///< the source's name as in the filter; empty: every source

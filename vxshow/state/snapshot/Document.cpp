@@ -2,9 +2,11 @@
 
 #include "state/VniFdbStatusV2.h"
 #include "vxshow/state/SourceNames.h"
+#include "vxshow/state/snapshot/DetailsObject.h"
 #include "vxshow/state/snapshot/Directory.h"
 #include "vxshow/state/snapshot/EvpnTables.h"
 #include "vxshow/state/snapshot/Field.h"
+#include "vxshow/state/snapshot/OriginObject.h"
 #include "vxshow/state/snapshot/PublishedTables.h"
 #include "vxshow/state/snapshot/Routers.h"
 
@@ -223,6 +225,22 @@ constexpr auto documentObject = text::strictObject(
             Routers const & routers = from.routers;
             if (routers.switchInfoDir || routers.publishStatus || routers.lRStatusDir) {
                 values.object(name, [&] { writeRouters(values, routers); });
+            }
+        }),
+    optionalMember(
+        "origin",
+        [](text::JsonValue & value, Mount & into, Wanted &) { into.origin = readOrigin(value); },
+        [](ValuesWriter & values, std::string_view name, Mount const & from) {
+            if (from.origin) {
+                values.object(name, [&] { writeOrigin(values, *from.origin); });
+            }
+        }),
+    optionalMember(
+        "details",
+        [](text::JsonValue & value, Mount & into, Wanted &) { into.details = readDetails(value); },
+        [](ValuesWriter & values, std::string_view name, Mount const & from) {
+            if (!from.details.empty()) {
+                values.object(name, [&] { writeDetails(values, from.details); });
             }
         }));
 
