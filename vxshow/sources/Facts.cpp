@@ -111,6 +111,7 @@ void Facts::settle() {
         side.settle();
     }
     remote.settle();
+    details.settle();
 }
 
 } // namespace vxshow::sources

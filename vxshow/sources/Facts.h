@@ -7,6 +7,7 @@
 #include "Nolt/IpGenPrefix.h"
 #include "Vxlan/Vni.h"
 #include "vxshow/sources/DeadlineWatch.h"
+#include "vxshow/state/Details.h"
 
 #include <compare>
 #include <map>
@@ -112,8 +113,9 @@ struct Facts {
     SideFacts remote;
     std::map<std::string, SwitchFacts> switches; ///< by name
     std::map<std::string, RouterFacts> routers;  ///< by name
+    state::SourceDetails details;                ///< if they are selected
 
-    /// Settles every side. To be called once, when all facts are there.
+    /// Settles every side, and the details. To be called once, when all facts are there.
     void settle();
 
     bool operator==(Facts const &) const = default;

@@ -45,6 +45,8 @@ void Collector::forgetSegmentedMac(Vxlan::Vni vni, Nolt::EthAddr mac) {
     segmented_.erase(std::remove_if(segmented_.begin(), segmented_.end(),
                                     [&](Segmented const & one) { return one.key == key; }),
                      segmented_.end());
+    std::erase_if(details_.macs,
+                  [&](state::MacDetails const & one) { return one.vni == vni && one.mac == mac; });
 }
 
 void Collector::forgetMacs() {
@@ -52,6 +54,7 @@ void Collector::forgetMacs() {
     local_.macs.clear();
     remote_.macs.clear();
     segmented_.clear();
+    details_.macs.clear();
 }
 
 void Collector::neighbour(IpBinding const & binding, Side side) {
@@ -207,12 +210,18 @@ void Collector::placeLocal(SideFacts & local) {
                      local.macs.end());
 }
 
+/// Whether the VXLAN device of the VNI is down. zebra then drops all entries of the VNI, so the
+/// state of the device is asked for only if there are none.
+bool Collector::isDown(L2Vni const & vni) const {
+    return vni.isIdle && downDevices_.contains(vni.device);
+}
+
 void Collector::addVnis(SideFacts & local) {
     for (auto const & [vni, known] : l2Vnis_) {
         budget_.spend(2 + (known.vtep.isZero() ? 0 : 1) + known.floods.size());
         local.vnis.push_back(vni);
         remote_.vnis.push_back(vni);
-        if (!known.vtep.isZero()) {
+        if (!known.vtep.isZero() && !isDown(known)) {
             local.floods.push_back({vni, {}, known.vtep});
         }
         for (auto const vtep : known.floods) {
@@ -300,8 +309,21 @@ void Collector::identify(SwitchFacts & own, VtepSource const & source) {
     }
 }
 
+/// Remarks on unknown states of devices, if they matter.
+void Collector::checkDeviceStates() {
+    bool const matters = std::any_of(l2Vnis_.begin(), l2Vnis_.end(),
+                                     [](auto const & entry) { return entry.second.isIdle; });
+    if (matters && !deviceComplaint_.empty()) {
+        findings_.remarks.push_back(
+            {Subject::localMacs, "whether the VXLAN devices of VNIs without entries are up is not "
+                                 "known: " +
+                                     deviceComplaint_});
+    }
+}
+
 Answer Collector::finished(VtepSource const & source) {
     Answer answer;
+    checkDeviceStates();
     if (source.expectsEvpn) {
         requireEvpn();
     }
@@ -316,6 +338,7 @@ Answer Collector::finished(VtepSource const & source) {
     answer.facts.local[source.name] = std::move(local_);
     answer.facts.remote = std::move(remote_);
     answer.facts.routers = std::move(routers_);
+    answer.facts.details = std::move(details_);
     answer.facts.settle();
     answer.findings = std::move(findings_);
     answer.fits = fits_;

@@ -22,9 +22,11 @@ public:
     struct L2Vni {
         std::string vrf;
         std::string interfaceName; ///< empty: none
+        std::string device;        ///< the VXLAN device; empty: not known
         Nolt::IpAddr vtep;         ///< zero: none, or not IPv4
         std::string ipv6Vtep;      ///< empty: its VTEP is not IPv6
         std::vector<Nolt::IpAddr> floods;
+        bool isIdle = false; ///< without any entry, as when its device is down
     };
 
     struct L3Vni {
@@ -73,6 +75,19 @@ public:
     /// The entry of a MAC address that has none yet.
     void mac(MacRow const & row);
 
+    /// What the entry of a MAC address reports beyond its place.
+    void macDetails(state::MacDetails const & details) {
+        if (selection_.details && !details.isPlain()) {
+            details_.macs.push_back(details);
+        }
+    }
+
+    void l3VniDetails(state::L3VniDetails details) {
+        if (selection_.details) {
+            details_.l3Vnis.push_back(std::move(details));
+        }
+    }
+
     /// Forgets that the MAC address is behind a segment, since the next document about it is more
     /// precise. Only such addresses are asked about one by one, so everything else stays.
     void forgetSegmentedMac(Vxlan::Vni vni, Nolt::EthAddr mac);
@@ -114,8 +129,15 @@ public:
     /// An interface of zebra's machine is a VXLAN device that is up.
     void vxlanDevice(std::string const & name) { vxlanDevices_.insert(name); }
 
+    /// An interface of zebra's machine is down.
+    void downDevice(std::string name) { downDevices_.insert(std::move(name)); }
+
     /// The questions that the answers so far leave open. To be called once.
     std::vector<Question> further() const;
+
+    /// zebra does not report which devices are down: all count as up. `reason` is printable, on one
+    /// line.
+    void deviceStatesAreUnknown(std::string reason) { deviceComplaint_ = std::move(reason); }
 
     /// The whole answer. To be called once, after the last document. Throws `TimedOut`.
     Answer finished(VtepSource const & source);
@@ -143,6 +165,7 @@ private:
         Nolt::IpAddr vtep;
     };
 
+    void checkDeviceStates();
     void requireEvpn() const;
     void leaveOutDangling(Subjects about, std::string what);
     void resolveSegments();
@@ -153,6 +176,7 @@ private:
     void findPorts(std::string const & vrf, std::vector<PortsOfVni> & found);
     void addPorts(PortsOfVni const & ports);
     void addRouters(SwitchFacts & own);
+    bool isDown(L2Vni const & vni) const;
     bool isUp(L3Vni const & vni) const;
     /// The lowest address of that kind of the L3 VNIs that are up; nullopt if they have none.
     template <class Address>
@@ -174,6 +198,9 @@ private:
     std::map<std::string, RouterFacts> routers_;
     bool isEvpnActive_ = true;
     std::set<std::string> vxlanDevices_; ///< known if zebra has no VNIs
+    std::set<std::string> downDevices_;
+    std::string deviceComplaint_; ///< empty: they are known
+    state::SourceDetails details_;
     Findings findings_;
     bool fits_ = true;
 };

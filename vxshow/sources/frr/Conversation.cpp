@@ -36,7 +36,11 @@ Questions::const_iterator askSome(RunVtysh const & run, Questions::const_iterato
         commands.push_back(std::move(command));
     }
     auto printed = run(commands);
-    for (auto const answer : vtyshAnswers(printed.text(), commands)) {
+    auto const lastComplaint =
+        (next + static_cast<std::ptrdiff_t>(commands.size()) - 1)->isOptional()
+            ? LastComplaint::isAccepted
+            : LastComplaint::isRefused;
+    for (auto const answer : vtyshAnswers(printed.text(), commands, lastComplaint)) {
         // The padding overwrites the line of the next command, which is no longer needed.
         readDocument(*next++, printed.padded(answer), join);
     }

@@ -22,6 +22,11 @@ constexpr auto deviceObject = text::lenientObject(
         into.isUp = value.text("\"up\" or \"down\"").text() == "up";
     }));
 
+constexpr auto deviceStateObject = text::lenientObject(
+    "an interface", text::optionalMember("status", [](text::JsonValue & value, bool & isDown) {
+        isDown = value.text("\"up\" or \"down\"").text() == "down";
+    }));
+
 } // namespace
 
 void readDevices(text::JsonReader & json, Collector & join) {
@@ -35,6 +40,21 @@ void readDevices(text::JsonReader & json, Collector & join) {
         deviceObject.read(value, read);
         if (read.isVxlan && read.isUp) {
             join.vxlanDevice(name);
+        }
+    });
+}
+
+void readDeviceStates(text::JsonReader & json, Collector & join) {
+    json.document([&](text::JsonText const & key, text::JsonValue & value) {
+        join.step();
+        if (!isEntry(value)) {
+            return;
+        }
+        std::string name(key.text());
+        bool isDown = false;
+        deviceStateObject.read(value, isDown);
+        if (isDown) {
+            join.downDevice(std::move(name));
         }
     });
 }

@@ -9,4 +9,8 @@ namespace vxshow::sources::frr {
 /// Throws `Refusal` and `MalformedJson`.
 void readDevices(text::JsonReader & json, Collector & join);
 
+/// Reads the document about the states of these interfaces: which are down. Throws `Refusal` and
+/// `MalformedJson`.
+void readDeviceStates(text::JsonReader & json, Collector & join);
+
 } // namespace vxshow::sources::frr

@@ -55,7 +55,8 @@ struct Document {
 /// - MAC addresses that are known only from ARP are behind no VTEP, and inactive IP addresses are
 ///   not announced: neither is in the facts.
 /// - The zero MAC address is flooded to the VTEPs in the list of each VNI; on the local side, to
-///   the VTEP's own address, which is in the lists of the others.
+///   the VTEP's own address, which is in the lists of the others while the VNI's VXLAN device is
+///   up.
 /// - Routers are the VRFs with an L3 VNI. Their ports are the addresses of the interfaces that
 ///   belong to their VNIs, except link-local ones. Their routes are those in use; one without a
 ///   nexthop is connected, or a blackhole.

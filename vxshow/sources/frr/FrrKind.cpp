@@ -75,7 +75,9 @@ sources::Kind kind() {
 }
 
 Source localSource() {
-    return {.name = "frr", .access = std::make_shared<VtyshAccess>(VtyshCommand{})};
+    return {.name = "frr",
+            .access = std::make_shared<VtyshAccess>(VtyshCommand{}),
+            .kind = std::string(kind().name)};
 }
 
 } // namespace vxshow::sources::frr

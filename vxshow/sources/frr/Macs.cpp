@@ -1,6 +1,7 @@
 #include "vxshow/sources/frr/Macs.h"
 
 #include "vxshow/sources/frr/Entries.h"
+#include "vxshow/sources/frr/Uptime.h"
 #include "vxshow/sources/frr/VtepText.h"
 #include "vxshow/text/JsonAddresses.h"
 
@@ -18,6 +19,7 @@ struct MacEntry {
     EntrySide side = {};
     std::optional<VtepText> vtep = {};
     std::string segment = {};
+    state::MacDetails details = {vni, mac};
 };
 
 void takeVtep(text::JsonText const & text, MacEntry & into) {
@@ -33,18 +35,32 @@ void takeVtep(text::JsonText const & text, MacEntry & into) {
 constexpr auto segmentMember(text::MemberName name) {
     return text::optionalMember(name, [](text::JsonValue & value, MacEntry & into) {
         into.segment = value.text("an Ethernet segment").text();
+        into.details.segment =
+            state::EthernetSegment::tryFromString(into.segment).value_or(state::EthernetSegment());
+    });
+}
+
+constexpr auto flagMember(text::MemberName name, bool state::MacDetails::*flag) {
+    return text::optionalMember(name, [flag](text::JsonValue & value, MacEntry & into) {
+        into.details.*flag = value.boolean();
     });
 }
 
 /// Of an address behind an Ethernet segment, `remoteVtep` is 0.0.0.0 in FRR 8.4, and only the
 /// details have the segment, as `esi`. Later versions have `remoteEs` instead of `remoteVtep`.
-constexpr auto macObject =
-    text::lenientObject(anEntry, typeMember, localSequenceMember, remoteSequenceMember,
-                        text::optionalMember("remoteVtep",
-                                             [](text::JsonValue & value, MacEntry & into) {
-                                                 takeVtep(value.text(text::anIpv4Address), into);
-                                             }),
-                        segmentMember("remoteEs"), segmentMember("esi"));
+constexpr auto macObject = text::lenientObject(
+    anEntry, typeMember, localSequenceMember, remoteSequenceMember,
+    text::optionalMember("remoteVtep",
+                         [](text::JsonValue & value, MacEntry & into) {
+                             takeVtep(value.text(text::anIpv4Address), into);
+                         }),
+    segmentMember("remoteEs"), segmentMember("esi"),
+    flagMember("isDuplicate", &state::MacDetails::isDuplicate),
+    flagMember("stickyMac", &state::MacDetails::isSticky),
+    flagMember("localInactive", &state::MacDetails::isInactive),
+    text::optionalMember("uptime", [](text::JsonValue & value, MacEntry & into) {
+        into.details.age = readUptime(value.text("a time").text());
+    }));
 
 /// Counts the entry, which starts at `start`.
 void takeEntry(MacEntry const & entry, char const * start) {
@@ -52,6 +68,7 @@ void takeEntry(MacEntry const & entry, char const * start) {
         return;
     }
     auto const moves = entry.side.sequence(start);
+    entry.join.macDetails(entry.details);
     if (entry.side.side() == Side::local) {
         return entry.join.mac({entry.vni, entry.mac, Side::local, {}, moves, entry.segment});
     }

@@ -16,7 +16,7 @@ bool isAskable(Vxlan::Vni vni) {
 void addTables(state::Selection const & selection, std::vector<Question> & questions) {
     if (selection.vni.isNone()) {
         if (selection.macTables) {
-            questions.push_back({Kind::macs});
+            questions.push_back({selection.macDetails ? Kind::macsInDetail : Kind::macs});
             questions.push_back({Kind::segments});
         }
         if (selection.arpTables) {
@@ -73,6 +73,8 @@ std::string Question::command() const {
         return "show vrf vni json";
     case Kind::devices:
         return "show interface vrf all json";
+    case Kind::deviceStates:
+        return "show interface vrf all brief json";
     case Kind::interfaces:
         return "show interface vrf " + vrf + " json";
     case Kind::routes:
@@ -106,6 +108,9 @@ std::vector<Question> firstQuestions(state::Selection const & selection) {
     }
     if (selection.routers) {
         questions.push_back({Kind::vrfs});
+    }
+    if (selection.macTables && (selection.received || selection.advertised)) {
+        questions.push_back({Kind::deviceStates});
     }
     return questions;
 }

@@ -28,6 +28,7 @@ struct Question {
         neighboursOfVni, ///< those of one
         vrfs,            ///< the VRFs that have an L3 VNI
         devices,         ///< the interfaces of every VRF
+        deviceStates,    ///< which of them are up
         interfaces,      ///< of a VRF
         routes,          ///< IPv4, of a VRF
         routesIpv6,      ///< IPv6, of a VRF
@@ -37,6 +38,10 @@ struct Question {
     Vxlan::Vni vni = {};
     Nolt::EthAddr mac = {};
     std::string vrf = {};
+
+    /// Whether a version of zebra that does not know the command still answers enough. Such a
+    /// question is the last one of a run, since that ends with a command that is not known.
+    bool isOptional() const noexcept { return kind == Kind::deviceStates; }
 
     /// The text of the command.
     std::string command() const;

@@ -6,7 +6,9 @@
 #include "vxshow/sources/frr/Segments.h"
 #include "vxshow/sources/frr/Vnis.h"
 #include "vxshow/sources/frr/Vrfs.h"
+#include "vxshow/sources/frr/VtyshWords.h"
 #include "vxshow/text/JsonRefusal.h"
+#include "vxshow/text/Quoting.h"
 
 namespace vxshow::sources::frr {
 
@@ -81,6 +83,8 @@ void read(Question const & question, system::PaddedText document, Collector & jo
         return readVrfs(json, join);
     case Kind::devices:
         return readDevices(json, join);
+    case Kind::deviceStates:
+        return readDeviceStates(json, join);
     case Kind::interfaces:
         return readInterfaces(json, question.vrf, join);
     case Kind::routes:
@@ -96,6 +100,11 @@ void readDocument(Question const & question, system::PaddedText document, Collec
         join.forgetMacs();
     } else if (question.kind == Kind::mac) {
         join.forgetSegmentedMac(question.vni, question.mac);
+    }
+    if (question.isOptional() && isComplaint(document.text())) {
+        auto const line = document.text().substr(0, document.text().find_first_of("\r\n"));
+        return join.deviceStatesAreUnknown(question.command() + ": vtysh says " +
+                                           text::shownText(line));
     }
     if (isWithoutEvpn(question, document.text())) {
         return join.evpnIsNotActive();

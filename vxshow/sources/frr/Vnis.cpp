@@ -5,6 +5,8 @@
 #include "vxshow/text/JsonAddresses.h"
 #include "vxshow/text/Quoting.h"
 
+#include <limits>
+
 namespace vxshow::sources::frr {
 
 namespace {
@@ -19,6 +21,9 @@ struct VniMembers {
     Vex::U32 vni = 0;
     std::string vrf = {};
     std::string interface = {};
+    std::string device = {};
+    std::optional<bool> isUp = {}; ///< of an L3 VNI
+    Vex::U32 entries = 0;          ///< not 0 if it has MAC or IP addresses
     Nolt::EthAddr routerMac = {};
     Nolt::IpAddr address = {};
     std::string ipv6Address = {}; ///< empty: it is not IPv6
@@ -137,6 +142,12 @@ constexpr auto vrfMember(text::MemberName name) {
     });
 }
 
+constexpr auto countMember(text::MemberName name) {
+    return text::optionalMember(name, [](text::JsonValue & value, VniMembers & into, Collector &) {
+        into.entries |= value.number(std::numeric_limits<Vex::U32>::max());
+    });
+}
+
 constexpr auto vniObject = text::lenientObject(
     "a VNI",
     text::requiredMember("vni", [](text::JsonValue & value, VniMembers & into,
@@ -145,8 +156,18 @@ constexpr auto vniObject = text::lenientObject(
                          [](text::JsonValue & value, VniMembers & into, Collector &) {
                              takeKind(value.text(text::oneOf(kinds)), into);
                          }),
-    vrfMember("vrf"), vrfMember("tenantVrf"), interfaceMember("sviInterface"),
-    interfaceMember("sviIntf"), addressMember("vtepIp"), addressMember("localVtepIp"),
+    // "unknown" if zebra does not have the device.
+    text::optionalMember("vxlanInterface",
+                         [](text::JsonValue & value, VniMembers & into, Collector &) {
+                             into.device = value.text(aText).text();
+                         }),
+    text::optionalMember("state",
+                         [](text::JsonValue & value, VniMembers & into, Collector &) {
+                             into.isUp = value.text(aText).text() == "Up";
+                         }),
+    countMember("numMacs"), countMember("numArpNd"), vrfMember("vrf"), vrfMember("tenantVrf"),
+    interfaceMember("sviInterface"), interfaceMember("sviIntf"), addressMember("vtepIp"),
+    addressMember("localVtepIp"),
     // "None" if the VNI is down.
     text::optionalMember("routerMac",
                          [](text::JsonValue & value, VniMembers & into, Collector &) {
@@ -170,6 +191,9 @@ void takeVni(VniMembers const & read, Collector & join) {
         leaveOut(Subject::remoteMacs, what);
     }
     if (read.isL3) {
+        if (read.isUp) {
+            join.l3VniDetails({vni, read.vrf, *read.isUp});
+        }
         return join.l3Vni(vni, {read.vrf, read.interface, read.address, read.routerMac});
     }
     for (auto const & address : read.ipv6Floods) {
@@ -178,7 +202,10 @@ void takeVni(VniMembers const & read, Collector & join) {
     if (!read.ipv6Address.empty()) {
         leaveOutIpv6(join, own, vni, "own VTEP", read.ipv6Address);
     }
-    join.l2Vni(vni, {read.vrf, read.interface, read.address, read.ipv6Address, read.floods});
+    bool const isIdle = read.entries == 0 && read.floods.empty() && read.ipv6Floods.empty() &&
+                        read.floodsLeftOut.empty();
+    join.l2Vni(vni, {read.vrf, read.interface, read.device, read.address, read.ipv6Address,
+                     read.floods, isIdle});
 }
 
 } // namespace

@@ -306,6 +306,7 @@ void Join::addVnis() {
         if (auto const vni = logicalSwitch.vni()) {
             budget_.spend();
             facts_.remote.vnis.push_back(*vni);
+            facts_.details.vniNames.push_back({*vni, logicalSwitch.name});
         }
     }
     std::vector<std::pair<std::string const *, std::vector<LogicalSwitch const *>>> allBound;

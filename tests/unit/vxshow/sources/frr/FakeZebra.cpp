@@ -74,7 +74,7 @@ bool isKnown(std::string const & command) {
         "|arp-cache vni (all|\\d+)"
         "|es detail)"
         "|vrf vni"
-        "|(interface|ip route|ipv6 route) vrf \\S+) json");
+        "|interface vrf all brief|(interface|ip route|ipv6 route) vrf \\S+) json");
     return std::regex_match(command, forms);
 }
 
