@@ -23,6 +23,7 @@ struct Source {
     std::string name;
     Role role = Role::switches;
     std::shared_ptr<Access const> access; ///< not null
+    std::string kind = {};                ///< as fabric files write it
     /// The system identifier of the source's switch; of none if it holds several.
     std::optional<Nolt::EthAddr> systemId = {};
     /// The most time that reading all of it can take.

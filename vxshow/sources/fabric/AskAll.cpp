@@ -93,8 +93,9 @@ private:
                     "time limit: not asked within " + system::secondsText(deadline_.limit) + " s"};
         }
         try {
-            return {std::make_shared<Answer>(
-                source.access->ask(source, selection_, deadline_.within(source.timeLimit)))};
+            auto answer = std::make_shared<Answer>(
+                source.access->ask(source, selection_, deadline_.within(source.timeLimit)));
+            return {std::move(answer), {}, system::UtcTime::now()};
         } catch (std::bad_alloc const &) {
             return {nullptr, "out of memory"};
         } catch (std::exception const & error) {
@@ -150,6 +151,18 @@ std::string ofTheLargest(std::vector<Source> const & sources,
                            (most == 1 ? " entry" : " entries");
 }
 
+/// Sources of one name, such as a database that is named twice, are put together.
+state::Details detailsOf(std::vector<Source> const & sources,
+                         std::vector<Outcome> const & outcomes) {
+    state::Details details;
+    for (std::size_t index = 0; index < sources.size(); ++index) {
+        if (outcomes[index].answer && !outcomes[index].answer->facts.details.isEmpty()) {
+            details[sources[index].name].add(outcomes[index].answer->facts.details);
+        }
+    }
+    return details;
+}
+
 } // namespace
 
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
@@ -185,7 +198,11 @@ state::Mount mountSources(std::vector<Source> const & sources,
                 mount.add(outcomes[index].answer->facts, sources[index].role);
             }
         }
-        return mount.mount();
+        auto mounted = mount.mount();
+        if (selection.details) {
+            mounted.details = detailsOf(sources, outcomes);
+        }
+        return mounted;
     } catch (TimedOut const & late) {
         throw TimedOut(late.what() + ofTheLargest(sources, outcomes));
     }

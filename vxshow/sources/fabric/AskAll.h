@@ -6,9 +6,11 @@
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
 #include "vxshow/state/StateReader.h"
+#include "vxshow/system/UtcTime.h"
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,8 +18,9 @@ namespace vxshow::sources::fabric {
 
 /// The result of asking one source.
 struct Outcome {
-    std::shared_ptr<Answer const> answer; ///< null if it failed
-    std::string failure = {};             ///< the reason then, printable, on one line
+    std::shared_ptr<Answer const> answer;     ///< null if it failed
+    std::string failure = {};                 ///< the reason then, printable, on one line
+    std::optional<system::UtcTime> read = {}; ///< when the answer was complete
 };
 
 /// Asks all sources, up to `maxParallelReads` in parallel; returns their outcomes in the same
@@ -38,8 +41,9 @@ inline constexpr std::size_t maxParallelReads = 16;
 /// takes several.
 inline constexpr std::size_t maxReads = 128;
 
-/// The mount of all sources that answered; `outcomes` are in the order of `sources`. Raises
-/// `TimedOut`, which names the source with the most facts, if much is left to do at the deadline.
+/// The mount of all sources that answered, with their details if they are selected; `outcomes` are
+/// in the order of `sources`. Raises `TimedOut`, which names the source with the most facts, if
+/// much is left to do at the deadline.
 state::Mount mountSources(std::vector<Source> const & sources,
                           std::vector<Outcome> const & outcomes, state::Selection const & selection,
                           Deadline const & deadline = Deadline::never());

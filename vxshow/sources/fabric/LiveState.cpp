@@ -2,6 +2,7 @@
 
 #include "Vex/Errors.h"
 #include "vxshow/sources/Failure.h"
+#include "vxshow/sources/fabric/SourceCounts.h"
 #include "vxshow/system/TimeOfDay.h"
 
 #include <algorithm>
@@ -41,6 +42,7 @@ state::Reading LiveState::read(state::Selection const & selection,
     }
     try {
         reading.mount = mountSources(sources_, outcomes, selection, mountDeadline(outcomes));
+        reading.mount.origin = originOf(outcomes);
     } catch (TimedOut const & late) {
         throw state::StateError(std::string(late.what()) +
                                 "; time_limit in the fabric file allows more, and --vni asks for "
@@ -61,19 +63,39 @@ Deadline LiveState::mountDeadline(std::vector<Outcome> const & outcomes) const {
     return Deadline::in(longest);
 }
 
+state::Origin LiveState::originOf(std::vector<Outcome> const & outcomes) const {
+    state::Origin origin{system::UtcTime::now(), {}};
+    for (std::size_t index = 0; index < sources_.size(); ++index) {
+        auto const & source = sources_[index];
+        auto const & outcome = outcomes[index];
+        auto & one = origin.sources.emplace_back();
+        one.name = source.name;
+        one.kind = source.kind;
+        one.role = source.role;
+        one.read = outcome.read;
+        one.failure = outcome.failure;
+        if (outcome.answer) {
+            one.remarks = outcome.answer->findings.warning().value_or("");
+            one.counts = countsOf(*outcome.answer);
+        }
+    }
+    return origin;
+}
+
 /// Adds the remarks on one source. The last good answer stands in for one that failed.
 void LiveState::finish(std::size_t index, state::Selection const & selection, Outcome & outcome,
                        state::Reading & reading) {
     std::string const name = Vex::printable(sources_[index].name);
     auto & last = lastGood_[index];
     if (outcome.answer && keep_ == state::Keep::lastGood) {
-        last = {outcome.answer, system::timeOfDay()};
+        last = {outcome.answer, system::timeOfDay(), outcome.read};
     }
     if (!outcome.answer) {
         reading.complete = false;
         std::string remark = name + ": " + outcome.failure;
         if (last.answer && !allOrNothing_) {
             outcome.answer = last.answer;
+            outcome.read = last.read;
             remark += "; shown as it was at " + last.time;
         }
         reading.remarks.push_back(remark);

@@ -25,17 +25,20 @@ public:
     /// that has something to warn of, has a remark. Raises `StateError`, with these remarks, if
     /// there is nothing to show, and with the reason if the answers are not put together within the
     /// longest time limit of the sources shown. A source that has not answered within the time
-    /// limit of the fabric has failed.
+    /// limit of the fabric has failed. The origin has no version yet.
     state::Reading read(state::Selection const & selection,
                         state::WatchProgress const & watch = {});
 
 private:
     struct LastGood {
         std::shared_ptr<Answer const> answer = {}; ///< null: it has not answered yet
-        std::string time = {};
+        std::string time = {};                     ///< of day, for messages
+        std::optional<system::UtcTime> read = {};
     };
 
     Deadline mountDeadline(std::vector<Outcome> const & outcomes) const;
+    /// Where the state comes from, once each outcome is the one that is shown.
+    state::Origin originOf(std::vector<Outcome> const & outcomes) const;
     void finish(std::size_t index, state::Selection const & selection, Outcome & outcome,
                 state::Reading & reading);
 

@@ -134,6 +134,7 @@ Source readSourceTable(text::TomlField const & source, std::string const & folde
         result.systemId = readSystemId(*field);
     }
     result.access = kind.readAccess(source, folder);
+    result.kind = kind.name;
     return result;
 }
 

@@ -99,7 +99,9 @@ Kind kind() {
 }
 
 Source sourceAt(std::string const & remotes) {
-    return {.name = remotes, .access = std::make_shared<DatabaseAccess>(readRemotes(remotes))};
+    return {.name = remotes,
+            .access = std::make_shared<DatabaseAccess>(readRemotes(remotes)),
+            .kind = std::string(kind().name)};
 }
 
 } // namespace vxshow::sources::ovsdb
