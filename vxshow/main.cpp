@@ -99,6 +99,11 @@ std::string renderFailure(cli::CommandLine const & line, std::exception const & 
 
 [[noreturn]] void showOnce(cli::CommandLine const & line) {
     state::Reading const state = line.readsState ? readState(line) : state::Reading();
+    if (!state.complete && !line.takesIncomplete) {
+        terminal::fail(terminal::ExitStatus::failed,
+                       line.command + ": nothing is saved, since a source could not be read; "
+                                      "--incomplete saves the others");
+    }
     terminal::endListingOnInterrupt();
     try {
         renderToStandardOutput(line, state.mount);

@@ -21,6 +21,7 @@ struct CommandLine {
     std::string command;          ///< its words, "mac received"
     bool readsState = true;       ///< whether the command needs the state
     bool draws = true;            ///< whether it lists the state, so that --watch can repeat it
+    bool takesIncomplete = true;  ///< whether it runs when a source could not be read
     bool toStandardOutput = true; ///< whether it prints what it shows, rather than writing files
     state::Selection selection;   ///< the part of the state that it uses
 

@@ -26,6 +26,8 @@ void writeTo(int fd, state::Mount const & mount, Output const & output) {
 struct Target {
     std::string path; ///< "-" for standard output
     bool force = false;
+    bool incomplete = false;
+    bool details = false;
 };
 
 void writeFile(Target const & target, state::Mount const & mount, Output const & output) {
@@ -73,12 +75,24 @@ void addCapture(CLI::App & app, CommandLine & chosen) {
         ->add_flag("--force", target->force,
                    "Replace a file whose owner cannot be kept or that has several names")
         ->disable_flag_override();
+    command
+        ->add_flag("--incomplete", target->incomplete,
+                   "Save what there is when a live source cannot be read")
+        ->disable_flag_override();
+    command
+        ->add_flag("--details", target->details,
+                   "Ask FRR for the age and the flags of each MAC address, too, which takes zebra "
+                   "twice the time")
+        ->disable_flag_override();
     command->callback([&chosen, target] {
         if (target->path.empty()) {
             throw CLI::ValidationError("FILE", "'': expected the name of a file");
         }
         chosen.command = "capture";
         chosen.draws = false;
+        chosen.takesIncomplete = target->incomplete;
+        chosen.selection.details = true;
+        chosen.selection.macDetails = target->details;
         chosen.toStandardOutput = target->path == "-";
         chosen.render = [target](state::Mount const & mount, int fd, Output const & output) {
             capture(*target, mount, fd, output);

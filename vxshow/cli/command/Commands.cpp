@@ -41,6 +41,7 @@ void addCommands(CLI::App & app, CommandLine & chosen, int argc, char const * co
     addRouterMap(*router, chosen);
     addRouterDetail(*router, chosen);
     addRouterRoutes(*router, chosen);
+    addState(app, chosen);
     addCapture(app, chosen);
     auto * tables = addGroup(app, "tables", "The EVPN tables of the state, as shared files");
     addTablesPublish(*tables, chosen);

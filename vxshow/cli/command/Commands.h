@@ -23,6 +23,7 @@ void addRouterMap(CLI::App & router, CommandLine & chosen);
 void addRouterDetail(CLI::App & router, CommandLine & chosen);
 void addRouterRoutes(CLI::App & router, CommandLine & chosen);
 void addCapture(CLI::App & app, CommandLine & chosen);
+void addState(CLI::App & app, CommandLine & chosen);
 void addTablesPublish(CLI::App & tables, CommandLine & chosen);
 
 /// `of` is the value of the option --of if it was typed: that command's filters become options of

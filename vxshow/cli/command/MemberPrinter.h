@@ -20,7 +20,7 @@ public:
         printer_.addAttributesJson(1, info.getArg());
     }
 
-    void number(std::string_view key, Vex::U32 value) {
+    void number(std::string_view key, Vex::U64 value) {
         outfmt::Attr64Info info(printer_, key);
         info.setValue(value);
         printer_.addAttributesJson(1, info.getArg());

@@ -56,7 +56,7 @@ void ask(RunVtysh const & run, Questions const & questions, Collector & join) {
 Answer askOnce(RunVtysh const & run, VtepSource const & source, state::Selection const & selection,
                Deadline const & deadline) {
     Collector join(selection, deadline, source.maxFacts);
-    ask(run, firstQuestions(selection), join);
+    ask(run, firstQuestions(selection, source.role), join);
     auto const further = join.further();
     if (!further.empty()) {
         ask(run, further, join);

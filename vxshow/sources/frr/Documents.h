@@ -26,6 +26,7 @@ struct VtepSource {
     bool expectsEvpn = true;
     /// The most facts that the VTEP can come to.
     std::size_t maxFacts = defaultMaxFacts;
+    state::Role role = state::Role::switches;
 };
 
 /// The answer of zebra to a question.

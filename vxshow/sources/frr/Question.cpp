@@ -1,5 +1,7 @@
 #include "vxshow/sources/frr/Question.h"
 
+#include "vxshow/sources/Subjects.h"
+
 #include <algorithm>
 
 namespace vxshow::sources::frr {
@@ -94,7 +96,7 @@ bool asksForOneVni(state::Selection const & selection) {
     return !selection.routers && !selection.vni.isNone() && isAskable(selection.vni.vni());
 }
 
-std::vector<Question> firstQuestions(state::Selection const & selection) {
+std::vector<Question> firstQuestions(state::Selection const & selection, state::Role role) {
     std::vector<Question> questions;
     if (asksForOneVni(selection)) {
         // An unknown VNI has the same answer as one of a zebra whose EVPN is not active.
@@ -109,7 +111,8 @@ std::vector<Question> firstQuestions(state::Selection const & selection) {
     if (selection.routers) {
         questions.push_back({Kind::vrfs});
     }
-    if (selection.macTables && (selection.received || selection.advertised)) {
+    if (selection.macTables && showsLocal(selection, role)) {
+        // For the list of VTEPs that the others flood to.
         questions.push_back({Kind::deviceStates});
     }
     return questions;

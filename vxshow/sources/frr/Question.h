@@ -3,6 +3,7 @@
 #include "Nolt/EthAddr.h"
 #include "Vxlan/Vni.h"
 #include "vxshow/state/Selection.h"
+#include "vxshow/state/SourceNames.h"
 
 #include <string>
 #include <vector>
@@ -58,7 +59,9 @@ bool isVrfWord(std::string_view name) noexcept;
 /// Whether one VNI alone is asked for, not all of them.
 bool asksForOneVni(state::Selection const & selection);
 
-/// The first questions for what is selected. Further ones depend on the answers.
-std::vector<Question> firstQuestions(state::Selection const & selection);
+/// The first questions for what is selected of a source of that role. Further ones depend on the
+/// answers.
+std::vector<Question> firstQuestions(state::Selection const & selection,
+                                     state::Role role = state::Role::switches);
 
 } // namespace vxshow::sources::frr

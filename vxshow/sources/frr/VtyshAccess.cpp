@@ -7,7 +7,7 @@ namespace vxshow::sources::frr {
 
 Answer VtyshAccess::ask(Source const & source, state::Selection const & selection,
                         Deadline const & deadline) const {
-    return askVtysh(command_, {source.name, source.systemId, expectsEvpn_, source.maxFacts},
+    return askVtysh(command_, {source.name, source.systemId, expectsEvpn_, source.maxFacts, source.role},
                     selection, deadline, maxClientOutput);
 }
 

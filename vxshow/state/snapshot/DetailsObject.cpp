@@ -100,7 +100,7 @@ constexpr auto listMember(text::MemberName name, Object const & object,
             if (!(from.*list).empty()) {
                 values.list(written, [&] {
                     for (Entry const & entry : from.*list) {
-                        values.object("", [&] { writeMembers(object, values, entry); });
+                        values.objectElement([&] { writeMembers(object, values, entry); });
                     }
                 });
             }

@@ -123,7 +123,7 @@ constexpr auto originObject = text::strictObject(
         [](ValuesWriter & values, std::string_view name, Origin const & from) {
             values.list(name, [&] {
                 for (SourceOrigin const & source : from.sources) {
-                    values.object("", [&] { writeMembers(sourceObject, values, source); });
+                    values.objectElement([&] { writeMembers(sourceObject, values, source); });
                 }
             });
         }));

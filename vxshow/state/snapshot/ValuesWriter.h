@@ -139,6 +139,14 @@ public:
         });
     }
 
+    /// Writes an element of the open list: an object of the members that `fill()` writes.
+    template <class Fill>
+    void objectElement(Fill && fill) {
+        printer_.startListEntry();
+        fill();
+        printer_.endListEntry();
+    }
+
     /// Writes an element of the open list.
     void element(std::string_view text);
 

@@ -167,9 +167,23 @@ TEST(Tables, NothingButEvpnIsMounted) {
 
 TEST(Tables, AreAStateForEveryCommand) {
     Published const tables(smallTables());
-    EXPECT_EQ(tables.listing({"capture", "-"}), answer(smallTables(), {"capture", "-"}));
+    EXPECT_EQ(tables.listing({"mac", "received", "--json"}),
+              answer(smallTables(), {"mac", "received", "--json"}));
     EXPECT_EQ(tables.listing({"model", "--of", "mac received"}),
               answer(smallTables(), {"model", "--of", "mac received"}));
+}
+
+TEST(Tables, ACaptureSaysWhereItComesFrom) {
+    Published const tables(smallTables());
+    auto const captured = tables.listing({"capture", "-"});
+    auto const origin = captured.find(",\"origin\":{\"made\":\"");
+    ASSERT_NE(origin, std::string::npos);
+    EXPECT_EQ(captured.substr(0, origin) + "}\n", answer(smallTables(), {"capture", "-"}));
+    EXPECT_NE(captured.find("\"kind\":\"tables\",\"role\":\"evpn\"", origin), std::string::npos);
+    EXPECT_NE(captured.find("\"counts\":{\"vnis\":1,\"localMacs\":1,\"remoteMacs\":1,\"floods\":2}",
+                            origin),
+              std::string::npos)
+        << captured;
 }
 
 TEST(Tables, APublishedDirectoryIsPublishedAgain) {

@@ -29,15 +29,29 @@ state::Selection macs() {
 
 } // namespace
 
-TEST(Question, EverythingTakesFiveQuestions) {
-    EXPECT_EQ(commands({}), (Commands{"show evpn vni detail json", "show evpn mac vni all json",
-                                      "show evpn es detail json",
-                                      "show evpn arp-cache vni all json", "show vrf vni json"}));
+TEST(Question, EverythingTakesSixQuestions) {
+    EXPECT_EQ(commands({}),
+              (Commands{"show evpn vni detail json", "show evpn mac vni all json",
+                        "show evpn es detail json", "show evpn arp-cache vni all json",
+                        "show vrf vni json", "show interface vrf all brief json"}));
 }
 
-TEST(Question, AMacListingAsksOnlyForMacsAndSegments) {
-    EXPECT_EQ(commands(macs()), (Commands{"show evpn vni detail json", "show evpn mac vni all json",
-                                          "show evpn es detail json"}));
+TEST(Question, AMacListingAsksOnlyForMacsSegmentsAndDevices) {
+    EXPECT_EQ(commands(macs()),
+              (Commands{"show evpn vni detail json", "show evpn mac vni all json",
+                        "show evpn es detail json", "show interface vrf all brief json"}));
+}
+
+TEST(Question, WhatASwitchWasToldDoesNotDependOnItsDevices) {
+    auto selection = macs();
+    selection.received = false;
+    EXPECT_EQ(commands(selection),
+              (Commands{"show evpn vni detail json", "show evpn mac vni all json",
+                        "show evpn es detail json"}));
+    selection = macs();
+    selection.advertised = false;
+    EXPECT_EQ(firstQuestions(selection, state::Role::hsc).back().command(),
+              "show evpn es detail json");
 }
 
 TEST(Question, AnArpListingAsksForNoMacs) {
@@ -61,16 +75,18 @@ TEST(Question, OneVniIsAskedForByItself) {
     selection.vni = Vxlan::Vni(4098);
     EXPECT_EQ(commands(selection),
               (Commands{"show evpn json", "show evpn vni 4098 json", "show evpn mac vni 4098 json",
-                        "show evpn es detail json", "show evpn arp-cache vni 4098 json"}));
+                        "show evpn es detail json", "show evpn arp-cache vni 4098 json",
+                        "show interface vrf all brief json"}));
 }
 
 TEST(Question, OneMacAddressInOneVniIsAskedForByItself) {
     auto selection = macs();
     selection.vni = Vxlan::Vni(4098);
     selection.mac = Nolt::EthAddr::fromString("0240.9800.e501");
-    EXPECT_EQ(commands(selection), (Commands{"show evpn json", "show evpn vni 4098 json",
-                                             "show evpn mac vni 4098 mac 02:40:98:00:e5:01 json",
-                                             "show evpn es detail json"}));
+    EXPECT_EQ(commands(selection),
+              (Commands{"show evpn json", "show evpn vni 4098 json",
+                        "show evpn mac vni 4098 mac 02:40:98:00:e5:01 json",
+                        "show evpn es detail json", "show interface vrf all brief json"}));
 }
 
 TEST(Question, RoutersNeedEveryVni) {
@@ -83,7 +99,8 @@ TEST(Question, VniZeroIsNotAskedFor) {
     state::Selection selection;
     selection.routers = false;
     selection.vni = Vxlan::Vni(0);
-    EXPECT_EQ(commands(selection), (Commands{"show evpn vni detail json"}));
+    EXPECT_EQ(commands(selection),
+              (Commands{"show evpn vni detail json", "show interface vrf all brief json"}));
 }
 
 TEST(Question, AnAbbreviationOfAllIsNotAVrfWord) {

@@ -64,7 +64,7 @@ protected:
 
 TEST_F(VtyshTest, IsRunForItsAnswers) {
     EXPECT_EQ(linesOf(ask(echo).facts), "switch leaf1 id none\n");
-    EXPECT_EQ(received_, 33U + 34U + 32U + 40U + 25U);
+    EXPECT_EQ(received_, 33U + 34U + 32U + 40U + 25U + 41U);
 }
 
 TEST_F(VtyshTest, ARemoteShellPassesTheWordsOnUnchanged) {

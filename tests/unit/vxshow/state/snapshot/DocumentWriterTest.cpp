@@ -173,4 +173,19 @@ TEST(DocumentWriter, StopsOnInterrupt) {
     outfmt::clearInterrupt();
 }
 
+TEST(DocumentWriter, WritesTheOriginAndTheDetailsAsTheyAreRead) {
+    std::string const document =
+        R"({"format":"vxlan-controller-state","version":1,)"
+        R"("origin":{"made":"2026-11-23T02:10:11.125Z","version":"v","sources":[)"
+        R"({"name":"leaf1","kind":"frr","role":"evpn","read":"2026-11-23T02:10:11.000Z",)"
+        R"("failure":"f","remarks":"r","counts":{"vnis":2}},)"
+        R"({"name":"leaf2","kind":"ovsdb","role":"qvx"}]},)"
+        R"("details":{"leaf1":{"macs":[{"vni":10,"mac":"02:00:00:00:00:01","duplicate":true,)"
+        R"("sticky":true,"inactive":true,"segment":"03:00:00:00:00:00:00:00:00:01","age":0}],)"
+        R"("vniNames":[{"vni":10,"name":"ls\n10"}],)"
+        R"("l3Vnis":[{"vni":5000,"vrf":"blue"},{"vni":5001,"vrf":"red","up":true}]}}})"
+        "\n";
+    EXPECT_EQ(written(mounted(document)), document);
+}
+
 } // namespace vxshow::test
