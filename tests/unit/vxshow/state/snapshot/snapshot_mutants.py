@@ -44,6 +44,24 @@ EVERYTHING = {
             "routes": {"10.0.0.0/8": ["10.9.0.0", "2001:db8::2"], "::/0": []},
         }},
     },
+    "origin": {
+        "made": "2026-11-23T02:10:11.125Z",
+        "version": "1.0",
+        "sources": [
+            {"name": "leaf1", "kind": "frr", "role": "evpn", "read": "2026-11-23T02:10:11Z",
+             "failure": "f", "remarks": "r", "counts": {"vnis": 2, "leftOut": 1}},
+            {"name": "leaf2", "kind": "ovsdb", "role": "switch"},
+        ],
+    },
+    "details": {"leaf1": {
+        "macs": [
+            {"vni": 10, "mac": "02:00:00:00:00:01", "duplicate": True, "age": 3},
+            {"vni": 10, "mac": "02:00:00:00:00:02", "sticky": False, "inactive": True,
+             "segment": "03:00:00:00:00:00:00:00:00:01"},
+        ],
+        "vniNames": [{"vni": 10, "name": "ls10"}],
+        "l3Vnis": [{"vni": 5000, "vrf": "red", "up": True}, {"vni": 5001, "vrf": ""}],
+    }},
 }
 
 OTHER_NAMES = [

@@ -25,6 +25,8 @@ AGAIN = r" again, expected it once$"
 # What only the reader refuses, and how its error then ends.
 UNSAID = {
     "a VTEP of a switch that is not described": r'expected an address that stands in "vteps"$',
+    "a day that is not in the calendar":
+        r"expected a time in UTC such as 2026-11-23T02:10:11.125Z$",
     "bits beyond the length of a prefix": r", with no bits set beyond the prefix length$",
     "a name or value that stands there in two spellings": AGAIN,
     "a name that stands there twice": AGAIN,
