@@ -12,6 +12,7 @@
 #include "vxshow/terminal/Exit.h"
 #include "vxshow/terminal/InterruptSignal.h"
 #include "vxshow/terminal/OutOfMemory.h"
+#include "vxshow/terminal/PagerChoice.h"
 #include "vxshow/terminal/ProgressLine.h"
 #include "vxshow/terminal/Say.h"
 #include "vxshow/terminal/TerminalOutput.h"
@@ -64,15 +65,23 @@ void renderUnchanged(cli::CommandLine const & line, state::Mount const & mount) 
     }
 }
 
+/// The exit status once the listing is shown.
+terminal::ExitStatus statusOf(state::Reading const & state) {
+    return state.complete ? terminal::ExitStatus::success : terminal::ExitStatus::incomplete;
+}
+
 /// Writes the listing. On a terminal, control characters in it are replaced.
-void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & mount) {
+void renderToStandardOutput(cli::CommandLine const & line, state::Reading const & state) {
     // The library reports an interrupt through `stdout`, whose buffer is written after the listing.
     std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
     if (::isatty(STDOUT_FILENO) != 1) {
-        return renderUnchanged(line, mount);
+        return renderUnchanged(line, state.mount);
     }
-    terminal::TerminalOutput terminal(STDOUT_FILENO);
-    line.render(mount, terminal.descriptor(), line.output);
+    auto const whenClosed = statusOf(state);
+    terminal::TerminalOutput terminal(
+        STDOUT_FILENO, line.usesPager ? terminal::choosePager(STDOUT_FILENO) : std::nullopt,
+        [whenClosed] { terminal::exitNow(whenClosed); });
+    line.render(state.mount, terminal.descriptor(), line.output);
     terminal.finish();
     if (outfmt::interruptTaken() && terminal.endsWithinLine()) {
         endLine();
@@ -106,7 +115,7 @@ std::string renderFailure(cli::CommandLine const & line, std::exception const & 
     }
     terminal::endListingOnInterrupt();
     try {
-        renderToStandardOutput(line, state.mount);
+        renderToStandardOutput(line, state);
     } catch (std::exception const & error) {
         terminal::fail(terminal::ExitStatus::failed, renderFailure(line, error));
     }
@@ -114,8 +123,7 @@ std::string renderFailure(cli::CommandLine const & line, std::exception const & 
     if (outfmt::interruptTaken()) {
         terminal::exitNow(terminal::ExitStatus::interrupted);
     }
-    terminal::exitNow(state.complete ? terminal::ExitStatus::success
-                                     : terminal::ExitStatus::incomplete);
+    terminal::exitNow(statusOf(state));
 }
 
 /// What the command prints for this reading of the state. Raises `StateError`.

@@ -36,6 +36,10 @@ void addOutputOptions(CLI::App & app, CommandLine & chosen) {
               [&](Vex::U32 number) { chosen.output.revision = number; });
     app.add_flag("--dotted", chosen.output.vniDotted, "Show VNIs as three bytes, 0.16.2")
         ->disable_flag_override();
+    app.add_flag_callback(
+           "--no-pager", [&] { chosen.usesPager = false; },
+           "Do not show a listing that is longer than the terminal in PAGER, or less")
+        ->disable_flag_override();
     addNumber(app, "--trace", 0, 9, "Write trace records up to this level to standard error",
               [&](Vex::U32 number) { chosen.traceLevel = number; });
 }

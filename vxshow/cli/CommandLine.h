@@ -18,6 +18,8 @@ struct CommandLine {
     Output output;
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 
+    bool usesPager = true;              ///< on a terminal
+
     std::string command;          ///< its words, "mac received"
     bool readsState = true;       ///< whether the command needs the state
     bool draws = true;            ///< whether it lists the state, so that --watch can repeat it

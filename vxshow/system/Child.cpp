@@ -1,5 +1,6 @@
 #include "vxshow/system/Child.h"
 
+#include "vxshow/system/PointersTo.h"
 #include "vxshow/system/ProgramPath.h"
 #include "vxshow/system/Repeat.h"
 #include "vxshow/system/SystemError.h"
@@ -193,16 +194,6 @@ void keepExitStatuses() {
         action.sa_handler = SIG_DFL;
         ::sigaction(SIGCHLD, &action, nullptr);
     }
-}
-
-std::vector<char *> pointersTo(std::vector<std::string> & words) {
-    std::vector<char *> pointers;
-    pointers.reserve(words.size() + 1);
-    for (auto & word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
 }
 
 /// The file to execute for the name `program`.

@@ -1,6 +1,7 @@
 #include "vxshow/system/Children.h"
 
 #include "vxshow/system/ChildSlot.h"
+#include "vxshow/system/ForegroundProgram.h"
 
 #include <csignal>
 
@@ -19,6 +20,7 @@ extern "C" void killChildrenAndEnd(int signal) {
 
 void killAllChildren() noexcept {
     ChildSlot::killAll();
+    ForegroundProgram::endRunning();
 }
 
 void killChildrenOnTermination() {

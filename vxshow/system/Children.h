@@ -4,9 +4,10 @@
 /// from the terminal do not reach them.
 namespace vxshow::system {
 
-/// Sends SIGKILL to each running program and its process group. From the start of the call no
-/// program can be started: each `run` in progress, and each later one, returns `Interrupted`.
-/// Async-signal-safe and thread-safe; can be called repeatedly.
+/// Sends SIGKILL to each running program and its process group, and ends the program that has the
+/// terminal together with this process, if there is one (`ForegroundProgram`). From the start of
+/// the call no program can be started: each `run` in progress, and each later one, returns
+/// `Interrupted`. Async-signal-safe and thread-safe; can be called repeatedly.
 ///
 /// Not reached: processes that a program has started in another session, and processes of a user
 /// that this one has no permission to signal.

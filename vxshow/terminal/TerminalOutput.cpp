@@ -41,7 +41,9 @@ std::thread startWithoutSignals(Body && body) {
 
 } // namespace
 
-TerminalOutput::TerminalOutput(int terminal) : terminal_(terminal) {
+TerminalOutput::TerminalOutput(int terminal, std::optional<PagerChoice> pager,
+                               std::function<void()> closed)
+    : terminal_(terminal, std::move(pager), std::move(closed)) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
         throw std::system_error(errno, std::generic_category(),
@@ -84,10 +86,12 @@ void TerminalOutput::copyToTerminal() noexcept {
         auto const atEnd = size == 0;
         auto const shown = terminalText.take(text) + (atEnd && !text.empty() ? "?" : "");
         if (!error_) {
-            error_ = system::writeAll(terminal_, shown);
+            error_ = terminal_.write(shown);
         }
         last_ = shown.empty() ? last_ : shown.back();
         if (atEnd) {
+            auto const atLast = terminal_.finish();
+            error_ = error_ ? error_ : atLast;
             return;
         }
     }

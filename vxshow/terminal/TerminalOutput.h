@@ -1,7 +1,10 @@
 #pragma once
 
 #include "vxshow/system/OwnedDescriptor.h"
+#include "vxshow/terminal/PagedTerminal.h"
 
+#include <functional>
+#include <optional>
 #include <system_error>
 #include <thread>
 
@@ -13,8 +16,11 @@ namespace vxshow::terminal {
 /// little is still on the way when an interrupt ends the listing.
 class TerminalOutput {
 public:
-    /// Raises `std::system_error` if the system refuses a pipe or a thread.
-    explicit TerminalOutput(int terminal);
+    /// With a pager, a listing that is longer than the screen is shown in it; when it is closed
+    /// early, `closed` is called as `PagedTerminal` says. Raises `std::system_error` if the system
+    /// refuses a pipe or a thread.
+    explicit TerminalOutput(int terminal, std::optional<PagerChoice> pager = {},
+                            std::function<void()> closed = {});
 
     TerminalOutput(TerminalOutput const &) = delete;
     TerminalOutput & operator=(TerminalOutput const &) = delete;
@@ -25,8 +31,8 @@ public:
     /// The descriptor to write to.
     int descriptor() const noexcept { return writer_.number(); }
 
-    /// Waits until everything is written; nothing can be written afterwards. Raises
-    /// `std::system_error` if the terminal did not take all of it.
+    /// Waits until everything is written, and the pager is closed; nothing can be written
+    /// afterwards. Raises `std::system_error` if the terminal did not take all of it.
     void finish();
 
     /// Whether the last byte that went to the terminal was not a line end. Call it after `finish`.
@@ -35,7 +41,7 @@ public:
 private:
     void copyToTerminal() noexcept;
 
-    int terminal_;
+    PagedTerminal terminal_;
     char last_ = '\n';      ///< the last byte written
     std::error_code error_; ///< why the terminal took no more
     system::OwnedDescriptor reader_;

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vxshow::terminal {
+
+/// How a pager is started.
+struct PagerChoice {
+    std::string path; ///< of the program
+    std::vector<std::string> words;
+    std::vector<std::string> environment = {}; ///< additions to it, such as "LESS=FRX"
+
+    bool operator==(PagerChoice const &) const = default;
+};
+
+/// The pager that the environment names: `PAGER`, or `less -FRX` if it is not set. If `PAGER` is
+/// more than plain words, the shell runs it. `less` gets these options in `LESS`, too, if that is
+/// not set. Nullopt if `PAGER` is empty or "cat", the terminal is a simple one (`TERM` is "dumb" or
+/// not set), the program is not there, or this process is not in the foreground of the terminal
+/// that `descriptor` leads to: a pager could not read keys there.
+std::optional<PagerChoice> choosePager(int descriptor);
+
+} // namespace vxshow::terminal
