@@ -3,12 +3,14 @@
 #include "Vex/Errors.h"
 #include "outfmt/Interrupt.h"
 #include "vxshow/cli/CommandLine.h"
+#include "vxshow/cli/FrameHead.h"
 #include "vxshow/cli/MountState.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/system/Children.h"
 #include "vxshow/system/DescriptorIo.h"
 #include "vxshow/system/MemoryFile.h"
 #include "vxshow/system/StandardStreams.h"
+#include "vxshow/system/UtcTime.h"
 #include "vxshow/terminal/Exit.h"
 #include "vxshow/terminal/InterruptSignal.h"
 #include "vxshow/terminal/OutOfMemory.h"
@@ -22,6 +24,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <functional>
 #include <limits>
 #include <malloc.h>
 #include <string>
@@ -131,7 +134,14 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
     try {
         system::MemoryFile output;
         line.render(reading.mount, output.descriptor(), line.output);
-        return {output.bytes(), std::move(reading.remarks)};
+        terminal::View view{output.bytes(), std::move(reading.remarks), statusOf(reading)};
+        if (line.output.format != cli::Format::text) {
+            view.head = [time = system::UtcTime::now(),
+                         origin = std::move(reading.mount.origin)](std::string const & failure) {
+                return cli::frameHead(time, origin, failure);
+            };
+        }
+        return view;
     } catch (std::exception const & error) {
         throw state::StateError(renderFailure(line, error));
     }
@@ -142,12 +152,16 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
     try {
         auto const readState = cli::stateReader(line.state, state::Keep::lastGood);
         bool isFirst = true;
-        terminal::watch(line.command, std::chrono::seconds(*line.state.watchSeconds), [&] {
-            // Once a listing is on the screen there is no room for a line of progress.
-            return viewOf(line, std::exchange(isFirst, false)
-                                    ? terminal::readWithProgress(readState, line.selection)
-                                    : readState(line.selection, {}));
-        });
+        terminal::watch(line.command, std::chrono::seconds(*line.state.watchSeconds),
+                        [&](std::function<void()> const & meanwhile) {
+                            // Once a listing is on the screen there is no room for a line of
+                            // progress.
+                            auto const show = [&](state::Progress const &) { meanwhile(); };
+                            return viewOf(
+                                line, std::exchange(isFirst, false)
+                                          ? terminal::readWithProgress(readState, line.selection)
+                                          : readState(line.selection, show));
+                        });
     } catch (std::exception const & error) {
         terminal::fail(terminal::ExitStatus::failed, error.what());
     }

@@ -2,6 +2,7 @@
 
 #include "vxshow/system/ChildSlot.h"
 #include "vxshow/system/ForegroundProgram.h"
+#include "vxshow/system/RawTerminal.h"
 
 #include <csignal>
 
@@ -21,6 +22,7 @@ extern "C" void killChildrenAndEnd(int signal) {
 void killAllChildren() noexcept {
     ChildSlot::killAll();
     ForegroundProgram::endRunning();
+    RawTerminal::restore();
 }
 
 void killChildrenOnTermination() {

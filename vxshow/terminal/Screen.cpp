@@ -4,6 +4,7 @@
 #include "vxshow/terminal/TerminalText.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <sys/ioctl.h>
 
 namespace vxshow::terminal {
@@ -41,6 +42,33 @@ std::vector<std::string_view> linesOf(std::string_view text) {
     return lines;
 }
 
+/// Adds the lines of the remarks, at most `most` and at least one.
+void addRemarks(std::vector<std::string> const & remarks, std::size_t most,
+                std::vector<std::string> & lines) {
+    std::vector<std::string_view> all;
+    for (std::string const & remark : remarks) {
+        auto const some = linesOf(remark);
+        all.insert(all.end(), some.begin(), some.end());
+    }
+    most = std::max<std::size_t>(most, 1);
+    bool const fit = all.size() <= most;
+    lines.insert(lines.end(), all.begin(),
+                 fit ? all.end() : all.begin() + static_cast<std::ptrdiff_t>(most) - 1);
+    if (!fit) {
+        auto const left = all.size() - most + 1;
+        lines.push_back(std::to_string(left) + (most == 1 ? " remarks" : " remarks more"));
+    }
+}
+
+/// Which lines of the listing are shown.
+std::string place(std::size_t start, std::size_t count, std::size_t all) {
+    if (start == 0) {
+        return "... " + std::to_string(all - count) + " lines more";
+    }
+    return "lines " + std::to_string(start + 1) + " to " + std::to_string(start + count) + " of " +
+           std::to_string(all);
+}
+
 } // namespace
 
 ScreenSize screenSize(int descriptor) {
@@ -51,30 +79,37 @@ ScreenSize screenSize(int descriptor) {
     return {size.ws_row, size.ws_col};
 }
 
-std::string drawScreen(std::string const & title, std::vector<std::string> const & remarks,
-                       std::string_view text, ScreenSize size) {
-    std::vector<std::string_view> lines{title};
-    for (std::string const & remark : remarks) {
-        auto const remarkLines = linesOf(remark);
-        lines.insert(lines.end(), remarkLines.begin(), remarkLines.end());
-    }
+Drawing drawScreen(std::string const & title, std::vector<std::string> const & remarks,
+                   std::string_view text, ScreenSize size, std::size_t start) {
+    auto const room = std::max<std::size_t>(size.lines, 2) - 1;
+    std::vector<std::string> lines{title};
+    addRemarks(remarks, size.lines / 3, lines);
     lines.emplace_back();
     auto const shown = TerminalText::of(text);
     auto const body = linesOf(shown);
-    lines.insert(lines.end(), body.begin(), body.end());
-    auto const room = std::max<std::size_t>(size.lines, 2) - 1;
-    std::string more;
-    if (lines.size() > room) {
-        more = "... " + std::to_string(lines.size() - room + 1) + " lines more";
+    Drawing drawing;
+    if (lines.size() + body.size() <= room) {
+        drawing.page = std::max<std::size_t>(body.size(), 1);
+        lines.insert(lines.end(), body.begin(), body.end());
+    } else if (lines.size() + 1 >= room) {
+        auto const all = lines.size() + body.size();
         lines.resize(room - 1);
-        lines.emplace_back(more);
+        lines.push_back("... " + std::to_string(all - room + 1) + " lines more");
+    } else {
+        drawing.page = room - lines.size() - 1;
+        drawing.lastStart = body.size() - drawing.page;
+        start = std::min(start, drawing.lastStart);
+        auto const first = body.begin() + static_cast<std::ptrdiff_t>(start);
+        lines.insert(lines.end(), first, first + static_cast<std::ptrdiff_t>(drawing.page));
+        lines.push_back(place(start, drawing.page, body.size()));
     }
     CharacterWidth const width;
-    std::string out(cursorHome);
+    drawing.text = cursorHome;
     for (std::string_view const line : lines) {
-        appendLine(out, line, size.columns, width);
+        appendLine(drawing.text, line, size.columns, width);
     }
-    return out.append(eraseBelow);
+    drawing.text.append(eraseBelow);
+    return drawing;
 }
 
 } // namespace vxshow::terminal

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/system/FileBytes.h"
+#include "vxshow/terminal/Exit.h"
 
 #include <chrono>
 #include <functional>
@@ -14,21 +15,29 @@ struct View {
     system::FileBytes text;
     /// Remarks on the sources: printable ASCII; each can have several lines.
     std::vector<std::string> remarks = {};
+    /// The exit status if the user ends watching now.
+    ExitStatus status = ExitStatus::success;
+    /// What comes before the text in a pipe or a file; `failure` is why it could not be read again,
+    /// or empty. Null: nothing comes before it.
+    std::function<std::string(std::string const & failure)> head = {};
 };
 
+/// Reads the state and makes a view of it. `meanwhile` is to be called from time to time.
+using ReadView = std::function<View(std::function<void()> const & meanwhile)>;
+
 /// Shows what `read` returns, waits for `interval`, and starts over, until the process is
-/// interrupted. `title` says what is shown: "mac received".
+/// interrupted, or `q` is typed. `title` says what is shown: "mac received".
 ///
 /// On a terminal the screen is redrawn in place: a line with the title, the interval and the
 /// time of the reading, then the remarks, then as much of the text as fits, with the control
-/// characters in it replaced. Elsewhere each text follows the last, whole and byte for byte,
-/// and the remarks go to standard error.
+/// characters in it replaced. The arrow keys, PgUp, PgDn, Home and End show other parts of it.
+/// Elsewhere each text follows the last, whole and byte for byte, and the remarks go to standard
+/// error.
 ///
 /// When `read` throws, the message is shown as a remark, and the last good text stays with the
-/// time at which it was read. Only the first reading must succeed: if it throws, the message goes
-/// to standard error and the process ends with `ExitStatus::failed`. It also ends like that when
-/// standard output cannot be written.
+/// time at which it was read; without one, there is no text. The process ends with
+/// `ExitStatus::failed` when standard output cannot be written.
 [[noreturn]] void watch(std::string const & title, std::chrono::seconds interval,
-                        std::function<View()> const & read);
+                        ReadView const & read);
 
 } // namespace vxshow::terminal

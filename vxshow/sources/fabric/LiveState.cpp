@@ -96,7 +96,7 @@ void LiveState::finish(std::size_t index, state::Selection const & selection, Ou
         if (last.answer && !allOrNothing_) {
             outcome.answer = last.answer;
             outcome.read = last.read;
-            remark += "; shown as it was at " + last.time;
+            remark.insert(0, "STALE since " + last.time + ": ");
         }
         reading.remarks.push_back(remark);
     }

@@ -11,7 +11,8 @@ namespace {
 constexpr ScreenSize small{5, 6};
 
 /// What is drawn, with each control sequence as its letter in angle brackets.
-std::string seen(std::string text) {
+std::string seen(Drawing const & drawing) {
+    std::string text = drawing.text;
     for (std::string const sequence : {"\x1b[H", "\x1b[K", "\x1b[J"}) {
         for (auto at = text.find(sequence); at != std::string::npos; at = text.find(sequence)) {
             text.replace(at, sequence.size(), std::string("<") + sequence.back() + ">");
@@ -81,6 +82,35 @@ TEST(Screen, InvisibleCharactersBecomeQuestionMarks) {
 TEST(Screen, AnIncompleteCharacterBecomesAQuestionMark) {
     EXPECT_EQ(seen(drawScreen("t", {}, "a\xe2\x82 b\xff\n", {4, 20})),
               "<H><K>t\r\n<K>\r\n<K>a? b?\r\n<J>");
+}
+
+TEST(Screen, ShowsTheListingFromALineOn) {
+    auto const drawing = drawScreen("t", {}, "a\nb\nc\nd\ne\nf\n", {7, 20}, 2);
+    EXPECT_EQ(seen(drawing),
+              "<H><K>t\r\n<K>\r\n<K>c\r\n<K>d\r\n<K>e\r\n<K>lines 3 to 5 of 6\r\n<J>");
+    EXPECT_EQ(drawing.page, 3U);
+    EXPECT_EQ(drawing.lastStart, 3U);
+}
+
+TEST(Screen, EndsWithTheLastLineOfTheListing) {
+    EXPECT_EQ(seen(drawScreen("t", {}, "a\nb\nc\nd\ne\nf\n", {7, 20}, 100)),
+              "<H><K>t\r\n<K>\r\n<K>d\r\n<K>e\r\n<K>f\r\n<K>lines 4 to 6 of 6\r\n<J>");
+}
+
+TEST(Screen, AListingThatFitsHasOnePage) {
+    auto const drawing = drawScreen("t", {}, "a\nb\n", {5, 20}, 1);
+    EXPECT_EQ(seen(drawing), "<H><K>t\r\n<K>\r\n<K>a\r\n<K>b\r\n<J>");
+    EXPECT_EQ(drawing.lastStart, 0U);
+}
+
+TEST(Screen, RemarksTakeAtMostAThird) {
+    std::vector<std::string> const remarks{"one", "two", "three\nfour"};
+    EXPECT_EQ(seen(drawScreen("t", remarks, "a\n", {9, 20})),
+              "<H><K>t\r\n<K>one\r\n<K>two\r\n<K>2 remarks more\r\n<K>\r\n<K>a\r\n<J>");
+    EXPECT_EQ(seen(drawScreen("t", remarks, "a\n", {12, 20})),
+              "<H><K>t\r\n<K>one\r\n<K>two\r\n<K>three\r\n<K>four\r\n<K>\r\n<K>a\r\n<J>");
+    EXPECT_EQ(seen(drawScreen("t", remarks, "a\n", {5, 20})),
+              "<H><K>t\r\n<K>4 remarks\r\n<K>\r\n<K>a\r\n<J>");
 }
 
 } // namespace vxshow::test

@@ -101,8 +101,8 @@ TEST_F(LiveStateTest, ASourceThatFailsIsShownAsItLastAnswered) {
     auto const reading = state.read({});
     EXPECT_FALSE(reading.complete);
     ASSERT_EQ(reading.remarks.size(), 1U);
-    EXPECT_TRUE(reading.remarks[0].starts_with("leaf2: unreachable: leaf2; shown as it was at "))
-        << reading.remarks[0];
+    EXPECT_TRUE(reading.remarks[0].starts_with("STALE since ")) << reading.remarks[0];
+    EXPECT_TRUE(reading.remarks[0].ends_with(": leaf2: unreachable: leaf2")) << reading.remarks[0];
     EXPECT_TRUE(shows(reading, "leaf1"));
     EXPECT_TRUE(shows(reading, "leaf2"));
 }
