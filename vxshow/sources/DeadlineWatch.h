@@ -2,6 +2,7 @@
 
 #include "vxshow/sources/Deadline.h"
 
+#include <cstddef>
 #include <string_view>
 
 namespace vxshow::sources {
@@ -24,11 +25,25 @@ public:
         }
     }
 
+    /// As that many calls of `step`, for work that is done all at once.
+    void steps(std::size_t count) {
+        if (count >= left_) [[unlikely]] {
+            look();
+        } else {
+            left_ -= static_cast<unsigned>(count);
+        }
+    }
+
+    /// To be called before so many bytes are processed at once, and after that; 1 MiB counts as
+    /// many steps as there are between two looks at the clock. Throws `TimedOut`.
+    void bytes(std::size_t count) { steps(count / bytesOfStep); }
+
     /// To be called between steps that take long. Throws `TimedOut` if the deadline is over.
     void look();
 
 private:
     static constexpr unsigned stepsBetweenLooks = 4096;
+    static constexpr std::size_t bytesOfStep = 256;
 
     Deadline deadline_;
     std::string_view missed_;

@@ -1,6 +1,7 @@
 #include "vxshow/sources/Facts.h"
 
-#include <algorithm>
+#include "vxshow/sources/Sorting.h"
+
 #include <cstddef>
 #include <functional>
 #include <tuple>
@@ -10,13 +11,10 @@ namespace vxshow::sources {
 
 namespace {
 
-/// Many sources report their rows in order.
 template <class T, class Less, class Same>
-void sortUnique(std::vector<T> & all, Less less, Same same) {
-    if (!std::is_sorted(all.begin(), all.end(), less)) {
-        std::sort(all.begin(), all.end(), less);
-    }
-    all.erase(std::unique(all.begin(), all.end(), same), all.end());
+void sortUnique(std::vector<T> & all, Less less, Same same, DeadlineWatch & watch) {
+    sortList(all, less, watch);
+    removeRepetitions(all, same, watch);
 }
 
 /// The facts that one list has in all of the parts, in which it is settled.
@@ -24,27 +22,20 @@ template <class T, class Less, class Same>
 std::vector<T> mergedLists(std::vector<SideFacts const *> const & parts,
                            std::vector<T> SideFacts::*list, Less less, Same same,
                            DeadlineWatch & watch) {
-    std::vector<T> all;
-    std::vector<std::ptrdiff_t> ends{0};
+    std::size_t size = 0;
     for (SideFacts const * const part : parts) {
+        size += (part->*list).size();
+    }
+    std::vector<T> all;
+    all.reserve(size);
+    std::vector<std::size_t> ends{0};
+    for (SideFacts const * const part : parts) {
+        watch.steps((part->*list).size());
         all.insert(all.end(), (part->*list).begin(), (part->*list).end());
-        ends.push_back(static_cast<std::ptrdiff_t>(all.size()));
+        ends.push_back(all.size());
     }
-    // Merges neighbours, two by two, until one list is left.
-    while (ends.size() > 2) {
-        std::vector<std::ptrdiff_t> next{0};
-        for (std::size_t index = 2; index < ends.size(); index += 2) {
-            watch.look();
-            std::inplace_merge(all.begin() + ends[index - 2], all.begin() + ends[index - 1],
-                               all.begin() + ends[index], less);
-            next.push_back(ends[index]);
-        }
-        if (next.back() != ends.back()) {
-            next.push_back(ends.back());
-        }
-        ends = std::move(next);
-    }
-    all.erase(std::unique(all.begin(), all.end(), same), all.end());
+    mergeRuns(all, std::move(ends), less, watch);
+    removeRepetitions(all, same, watch);
     return all;
 }
 
@@ -76,8 +67,10 @@ struct SamePlace {
 
 /// Appends the VNIs of facts that are sorted.
 template <class Fact>
-void appendVnis(std::vector<Fact> const & facts, std::vector<Vxlan::Vni> & vnis) {
+void appendVnis(std::vector<Fact> const & facts, std::vector<Vxlan::Vni> & vnis,
+                DeadlineWatch & watch) {
     for (Fact const & fact : facts) {
+        watch.step();
         if (vnis.empty() || vnis.back() != fact.vni) {
             vnis.push_back(fact.vni);
         }
@@ -86,14 +79,14 @@ void appendVnis(std::vector<Fact> const & facts, std::vector<Vxlan::Vni> & vnis)
 
 } // namespace
 
-void SideFacts::settle() {
-    sortUnique(macs, PlaceLess(), SamePlace());
-    sortUnique(floods, std::less<>(), std::equal_to<>());
-    sortUnique(bindings, BindingLess(), std::equal_to<>());
-    appendVnis(macs, vnis);
-    appendVnis(floods, vnis);
-    appendVnis(bindings, vnis);
-    sortUnique(vnis, std::less<>(), std::equal_to<>());
+void SideFacts::settle(DeadlineWatch & watch) {
+    sortUnique(macs, PlaceLess(), SamePlace(), watch);
+    sortUnique(floods, std::less<>(), std::equal_to<>(), watch);
+    sortUnique(bindings, BindingLess(), std::equal_to<>(), watch);
+    appendVnis(macs, vnis, watch);
+    appendVnis(floods, vnis, watch);
+    appendVnis(bindings, vnis, watch);
+    sortUnique(vnis, std::less<>(), std::equal_to<>(), watch);
 }
 
 SideFacts merged(std::vector<SideFacts const *> const & parts, DeadlineWatch & watch) {
@@ -106,11 +99,16 @@ SideFacts merged(std::vector<SideFacts const *> const & parts, DeadlineWatch & w
     return all;
 }
 
-void Facts::settle() {
+void Facts::settle(DeadlineWatch & watch) {
     for (auto & [name, side] : local) {
-        side.settle();
+        watch.step();
+        side.settle(watch);
     }
-    remote.settle();
+    remote.settle(watch);
+    // Nothing is left to sort then when the details are settled, which does not look at the clock.
+    sortList(details.macs, std::less<>(), watch);
+    sortList(details.vniNames, std::less<>(), watch);
+    sortList(details.l3Vnis, std::less<>(), watch);
     details.settle();
 }
 

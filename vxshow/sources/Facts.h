@@ -67,8 +67,14 @@ struct SideFacts {
     /// Sorts each list, removes repetitions, and adds every VNI that a fact is about to `vnis`.
     /// Of places that differ only in their moves, the one with the most stays. The bindings of an
     /// address are in order of precedence: the higher preference first, then the more changes,
-    /// then the lower MAC address.
-    void settle();
+    /// then the lower MAC address. Throws `TimedOut` once the deadline of `watch` is over.
+    void settle(DeadlineWatch & watch);
+
+    /// The same without a deadline.
+    void settle() {
+        DeadlineWatch watch(Deadline::never());
+        settle(watch);
+    }
 
     bool operator==(SideFacts const &) const = default;
 };
@@ -115,8 +121,15 @@ struct Facts {
     std::map<std::string, RouterFacts> routers;  ///< by name
     state::SourceDetails details;                ///< if they are selected
 
-    /// Settles every side, and the details. To be called once, when all facts are there.
-    void settle();
+    /// Settles every side, and the details. To be called once, when all facts are there. Throws
+    /// `TimedOut` once the deadline of `watch` is over.
+    void settle(DeadlineWatch & watch);
+
+    /// The same without a deadline.
+    void settle() {
+        DeadlineWatch watch(Deadline::never());
+        settle(watch);
+    }
 
     bool operator==(Facts const &) const = default;
 };

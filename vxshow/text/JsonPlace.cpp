@@ -185,9 +185,13 @@ private:
 
 } // namespace
 
-Place placeOf(std::string_view document, std::size_t position, JsonRoot root) {
+Place placeOf(std::string_view document, std::size_t position, JsonRoot root,
+              EachToken const & eachToken) {
     Walk walk(document, root);
     while (walk.tokenEnd() <= position && walk.step()) {
+        if (eachToken) {
+            eachToken();
+        }
     }
     auto const before = document.substr(0, position);
     auto const lineBreak = before.rfind('\n');
@@ -196,9 +200,13 @@ Place placeOf(std::string_view document, std::size_t position, JsonRoot root) {
     return {line, position - lineStart + 1, walk.members()};
 }
 
-std::optional<SyntaxError> firstSyntaxError(std::string_view document, JsonRoot root) {
+std::optional<SyntaxError> firstSyntaxError(std::string_view document, JsonRoot root,
+                                            EachToken const & eachToken) {
     Walk walk(document, root);
     while (walk.step()) {
+        if (eachToken) {
+            eachToken();
+        }
     }
     return walk.error();
 }

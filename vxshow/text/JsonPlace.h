@@ -3,6 +3,7 @@
 #include "vxshow/text/JsonTokens.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,12 +28,18 @@ struct Place {
 /// What a document must be as a whole.
 enum class JsonRoot { object, array };
 
+/// Called at each token that is scanned. What it throws ends the scan: a caller with a deadline
+/// looks at the clock there.
+using EachToken = std::function<void()>;
+
 /// The place of the token at or around `position`. Up to there, the document must be JSON.
-Place placeOf(std::string_view document, std::size_t position, JsonRoot root = JsonRoot::object);
+Place placeOf(std::string_view document, std::size_t position, JsonRoot root = JsonRoot::object,
+              EachToken const & eachToken = {});
 
 /// The first place where `document` is not exactly one JSON value of the kind `root`, or is nested
 /// far deeper than anything that is read here; nullopt if there is none.
 std::optional<SyntaxError> firstSyntaxError(std::string_view document,
-                                            JsonRoot root = JsonRoot::object);
+                                            JsonRoot root = JsonRoot::object,
+                                            EachToken const & eachToken = {});
 
 } // namespace vxshow::text

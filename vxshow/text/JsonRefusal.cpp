@@ -16,15 +16,18 @@ std::string line(Place const & place, std::string const & found, std::string con
 
 } // namespace
 
-std::string refusalLine(Refusal const & refusal, std::string_view document, JsonRoot root) {
+std::string refusalLine(Refusal const & refusal, std::string_view document, JsonRoot root,
+                        EachToken const & eachToken) {
     auto const position = static_cast<std::size_t>(refusal.at - document.data());
     auto const found = shownToken(document, position).append(refusal.about);
-    return line(placeOf(document, position, root), found, refusal.expected);
+    return line(placeOf(document, position, root, eachToken), found, refusal.expected);
 }
 
-std::string refusalLine(MalformedJson const & malformed, std::string_view document, JsonRoot root) {
-    if (auto const error = firstSyntaxError(document, root)) {
-        return line(placeOf(document, error->position, root), error->found, error->expected);
+std::string refusalLine(MalformedJson const & malformed, std::string_view document, JsonRoot root,
+                        EachToken const & eachToken) {
+    if (auto const error = firstSyntaxError(document, root, eachToken)) {
+        return line(placeOf(document, error->position, root, eachToken), error->found,
+                    error->expected);
     }
     return std::string(" ").append(simdjson::error_message(malformed.error));
 }

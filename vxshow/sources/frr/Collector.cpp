@@ -43,10 +43,15 @@ void Collector::mac(MacRow const & row) {
 void Collector::forgetSegmentedMac(Vxlan::Vni vni, Nolt::EthAddr mac) {
     MacKey const key(vni, mac);
     segmented_.erase(std::remove_if(segmented_.begin(), segmented_.end(),
-                                    [&](Segmented const & one) { return one.key == key; }),
+                                    [&](Segmented const & one) {
+                                        step();
+                                        return one.key == key;
+                                    }),
                      segmented_.end());
-    std::erase_if(details_.macs,
-                  [&](state::MacDetails const & one) { return one.vni == vni && one.mac == mac; });
+    std::erase_if(details_.macs, [&](state::MacDetails const & one) {
+        step();
+        return one.vni == vni && one.mac == mac;
+    });
 }
 
 void Collector::forgetMacs() {
@@ -87,10 +92,12 @@ void Collector::requireEvpn() const {
     }
 }
 
-bool Collector::isOfVni(std::string const & vrf, std::string const & interface) const {
+bool Collector::isOfVni(std::string const & vrf, std::string const & interface) {
     auto const isIn = [&](auto const & vnis) {
-        return std::any_of(vnis.begin(), vnis.end(),
-                           [&](auto const & entry) { return isOf(entry.second, vrf, interface); });
+        return std::any_of(vnis.begin(), vnis.end(), [&](auto const & entry) {
+            step();
+            return isOf(entry.second, vrf, interface);
+        });
     };
     return isIn(l2Vnis_) || isIn(l3Vnis_);
 }
@@ -218,6 +225,7 @@ bool Collector::isDown(L2Vni const & vni) const {
 
 void Collector::addVnis(SideFacts & local) {
     for (auto const & [vni, known] : l2Vnis_) {
+        watch_.steps(1 + known.floods.size());
         budget_.spend(2 + (known.vtep.isZero() ? 0 : 1) + known.floods.size());
         local.vnis.push_back(vni);
         remote_.vnis.push_back(vni);
@@ -339,7 +347,7 @@ Answer Collector::finished(VtepSource const & source) {
     answer.facts.remote = std::move(remote_);
     answer.facts.routers = std::move(routers_);
     answer.facts.details = std::move(details_);
-    answer.facts.settle();
+    answer.facts.settle(watch_);
     answer.findings = std::move(findings_);
     answer.fits = fits_;
     return answer;

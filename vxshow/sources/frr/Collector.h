@@ -63,6 +63,9 @@ public:
     /// To be called for each entry that is read. Throws `TimedOut`.
     void step() { watch_.step(); }
 
+    /// To be called before so many bytes are read at once, and after that. Throws `TimedOut`.
+    void bytes(std::size_t count) { watch_.bytes(count); }
+
     void l2Vni(Vxlan::Vni vni, L2Vni known) { l2Vnis_[vni] = std::move(known); }
 
     void l3Vni(Vxlan::Vni vni, L3Vni known) { l3Vnis_[vni] = std::move(known); }
@@ -106,7 +109,7 @@ public:
     void vrf(std::string const & name, bool isDown);
 
     /// Whether the interface belongs to a VNI, so that its addresses are ports.
-    bool isOfVni(std::string const & vrf, std::string const & interface) const;
+    bool isOfVni(std::string const & vrf, std::string const & interface);
 
     void interface(std::string const & vrf, std::string const & name, Nolt::EthAddr mac,
                    std::vector<Nolt::IpGenAddrWithMask> const & addresses);

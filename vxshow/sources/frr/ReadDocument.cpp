@@ -58,7 +58,9 @@ text::JsonRoot rootOf(Kind kind) {
 }
 
 void read(Question const & question, system::PaddedText document, Collector & join) {
+    join.bytes(document.text().size());
     text::JsonReader json(document);
+    join.bytes(document.text().size());
     switch (question.kind) {
     case Kind::evpn:
         return;
@@ -113,18 +115,19 @@ void readDocument(Question const & question, system::PaddedText document, Collec
         return;
     }
     auto const root = rootOf(question.kind);
+    auto const step = [&] { join.step(); };
     try {
         read(question, document, join);
     } catch (text::Refusal const & refusal) {
         auto const what =
-            question.command() + ": " + text::refusalLine(refusal, document.text(), root);
+            question.command() + ": " + text::refusalLine(refusal, document.text(), root, step);
         if (*refusal.at != '{' && *refusal.at != '[' && isAtStart(refusal, document.text())) {
             throw AnswerError(what);
         }
         throw UnknownShape(what);
     } catch (text::MalformedJson const & malformed) {
         throw AnswerError(question.command() + ": " +
-                          text::refusalLine(malformed, document.text(), root));
+                          text::refusalLine(malformed, document.text(), root, step));
     }
 }
 

@@ -19,7 +19,9 @@ void readAnswers(system::FileBytes const & answer, Request const & request, Tabl
     auto const & tables = request.tables();
     std::size_t at = 0;
     auto const wanted = answersWanted(tables.size());
+    join.bytes(answer.text().size());
     text::JsonReader json(answer);
+    join.bytes(answer.text().size());
     auto const * const start = json.at();
     json.documentElements(wanted, [&](text::JsonValue & element) {
         if (at == tables.size()) {
@@ -39,6 +41,7 @@ void join(system::FileBytes const & answer, Request const & request, Join & join
     auto const about = [&] {
         return table ? "answer for " + std::string(nameOf(*table)) + ": " : "answer: ";
     };
+    auto const step = [&] { join.step(); };
     try {
         readAnswers(answer, request, table, join);
     } catch (SelectRefused const & refused) {
@@ -49,10 +52,10 @@ void join(system::FileBytes const & answer, Request const & request, Join & join
         throw AnswerError(line);
     } catch (text::Refusal const & refusal) {
         throw AnswerError(about() +
-                          text::refusalLine(refusal, answer.text(), text::JsonRoot::array));
+                          text::refusalLine(refusal, answer.text(), text::JsonRoot::array, step));
     } catch (text::MalformedJson const & malformed) {
         throw AnswerError("answer: " +
-                          text::refusalLine(malformed, answer.text(), text::JsonRoot::array));
+                          text::refusalLine(malformed, answer.text(), text::JsonRoot::array, step));
     }
 }
 

@@ -278,9 +278,10 @@ void Join::multicast(MacRow const & row) {
     }
 }
 
-std::set<Uuid> Join::logicalSwitchesOf(Vxlan::Vni vni) const {
+std::set<Uuid> Join::logicalSwitchesOf(Vxlan::Vni vni) {
     std::set<Uuid> rows;
     for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
+        step();
         if (!logicalSwitch.key || logicalSwitch.vni() == vni) {
             rows.insert(row);
         }
@@ -303,6 +304,7 @@ void Join::addBound(std::string const & name, LogicalSwitch const & logicalSwitc
 /// switch with a port in it.
 void Join::addVnis() {
     for (auto const & [row, logicalSwitch] : rows_.logicalSwitches()) {
+        step();
         if (auto const vni = logicalSwitch.vni()) {
             budget_.spend();
             facts_.remote.vnis.push_back(*vni);
@@ -313,6 +315,7 @@ void Join::addVnis() {
     for (auto const & [name, ports] : switchPorts_) {
         auto const bound = boundTo(ports);
         for (LogicalSwitch const * const one : bound) {
+            step();
             budget_.spend(one->routers.size() + (one->vni() ? 1 : 0));
         }
         allBound.emplace_back(&name, std::vector(bound.begin(), bound.end()));
@@ -327,6 +330,7 @@ void Join::addVnis() {
 std::set<Join::LogicalSwitch const *> Join::boundTo(std::set<Uuid> const & ports) {
     std::set<LogicalSwitch const *> bound;
     for (auto const & port : ports) {
+        step();
         for (LogicalSwitch const * const one : rows_.boundTo(port)) {
             step();
             bound.insert(one);
@@ -365,7 +369,7 @@ std::pair<Facts, Findings> Join::finished() {
     for (auto const & [flooding, list] : flooded_) {
         flood(flooding, list.ips);
     }
-    facts_.settle();
+    facts_.settle(watch_);
     findDisputes();
     return {std::move(facts_), std::move(findings_)};
 }

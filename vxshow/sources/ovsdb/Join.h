@@ -53,6 +53,9 @@ public:
     /// To be called for each row and each reference that is read. Throws `TimedOut`.
     void step() { watch_.step(); }
 
+    /// To be called before so many bytes are read at once, and after that. Throws `TimedOut`.
+    void bytes(std::size_t count) { watch_.bytes(count); }
+
     /// Each takes one row. Throws `Refusal`, and `TooManyFacts` before it adds the facts.
     void logicalSwitch(Reference const & row, std::string name, Key key) {
         rows_.addLogicalSwitch(row, std::move(name), key);
@@ -63,11 +66,11 @@ public:
     }
 
     void locatorSet(Reference const & row, References const & locators) {
-        rows_.addLocatorSet(row, locators);
+        rows_.addLocatorSet(row, locators, watch_);
     }
 
     void port(Reference const & row, References const & logicalSwitches) {
-        rows_.addPort(row, logicalSwitches);
+        rows_.addPort(row, logicalSwitches, watch_);
     }
 
     void physicalSwitch(std::string const & name, std::vector<std::string> const & ips,
@@ -80,7 +83,7 @@ public:
 
     /// The logical switches with the key `vni`, and those without any key: the entries of those
     /// have the VNI of their locator.
-    std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni) const;
+    std::set<Uuid> logicalSwitchesOf(Vxlan::Vni vni);
 
     /// The facts, settled, and the findings. To be called once, after the last row. Throws
     /// `TimedOut` and `TooManyFacts`.

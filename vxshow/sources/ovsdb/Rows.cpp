@@ -1,9 +1,9 @@
 #include "vxshow/sources/ovsdb/Rows.h"
 
+#include "vxshow/sources/Sorting.h"
 #include "vxshow/sources/ovsdb/Content.h"
 #include "vxshow/sources/ovsdb/Request.h"
 
-#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -29,9 +29,9 @@ auto & rowAt(Rows & rows, Reference const & to, Table table) {
 
 /// In order of memory addresses, which no result depends on.
 template <class Row>
-void sortUnique(std::vector<Row *> & rows) {
-    std::sort(rows.begin(), rows.end(), std::less<>());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+void sortUnique(std::vector<Row *> & rows, DeadlineWatch & watch) {
+    sortList(rows, std::less<>(), watch);
+    removeRepetitions(rows, std::equal_to<>(), watch);
 }
 
 } // namespace
@@ -52,21 +52,25 @@ void Rows::addLocator(Reference const & row, std::string_view ip, Key key) {
     insertNew(locators_, row, Locator{std::string(ip), vtepIp(ip), key});
 }
 
-void Rows::addLocatorSet(Reference const & row, References const & locators) {
+void Rows::addLocatorSet(Reference const & row, References const & locators,
+                         DeadlineWatch & watch) {
     std::vector<Locator *> members;
     for (auto const & member : locators) {
+        watch.step();
         members.push_back(&locator(member));
     }
-    sortUnique(members);
+    sortUnique(members, watch);
     insertNew(locatorSets_, row, LocatorSet{row.row, std::move(members)});
 }
 
-void Rows::addPort(Reference const & row, References const & logicalSwitches) {
+void Rows::addPort(Reference const & row, References const & logicalSwitches,
+                   DeadlineWatch & watch) {
     std::vector<LogicalSwitch *> bound;
     for (auto const & to : logicalSwitches) {
+        watch.step();
         bound.push_back(&logicalSwitch(to));
     }
-    sortUnique(bound);
+    sortUnique(bound, watch);
     insertNew(ports_, row, std::move(bound));
 }
 

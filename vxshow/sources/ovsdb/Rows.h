@@ -2,6 +2,7 @@
 
 #include "Nolt/IpAddr.h"
 #include "Vxlan/Vni.h"
+#include "vxshow/sources/DeadlineWatch.h"
 #include "vxshow/sources/Facts.h"
 #include "vxshow/sources/ovsdb/Values.h"
 
@@ -55,11 +56,12 @@ public:
     template <class Row>
     using ByIdentity = std::unordered_map<Uuid, Row, UuidHash>;
 
-    /// Each adds one row, which refers only to rows that have been added. Throws `Refusal`.
+    /// Each adds one row, which refers only to rows that have been added. Throws `Refusal`, and
+    /// `TimedOut` if there are many references.
     void addLogicalSwitch(Reference const & row, std::string name, Key key);
     void addLocator(Reference const & row, std::string_view ip, Key key);
-    void addLocatorSet(Reference const & row, References const & locators);
-    void addPort(Reference const & row, References const & logicalSwitches);
+    void addLocatorSet(Reference const & row, References const & locators, DeadlineWatch & watch);
+    void addPort(Reference const & row, References const & logicalSwitches, DeadlineWatch & watch);
 
     /// Each returns the row that a reference leads to. Throws `Refusal` if there is none.
     LogicalSwitch & logicalSwitch(Reference const & to);

@@ -1,7 +1,10 @@
 #include "vxshow/sources/Facts.h"
 
+#include "tests/unit/vxshow/sources/CountedClock.h"
+#include "vxshow/sources/Failure.h"
 #include "vxshow/sources/Findings.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace vxshow::test {
@@ -91,6 +94,88 @@ TEST(Facts, MergedSidesAreSettledTogether) {
     EXPECT_EQ(merged(pointers, watch), together);
     EXPECT_EQ(together.macs.size(), 4U);
     EXPECT_EQ(merged({}, watch), SideFacts());
+}
+
+namespace {
+
+constexpr unsigned manyFacts = 100'000;
+
+/// Facts with a list that `add(Facts &, number)` has filled in descending order.
+Facts unsettledFacts(std::function<void(Facts &, unsigned)> const & add) {
+    Facts facts;
+    for (unsigned number = manyFacts; number != 0; --number) {
+        add(facts, number);
+    }
+    return facts;
+}
+
+/// Whether settling ends at the deadline.
+bool settlesLate(std::function<void(Facts &, unsigned)> const & add) {
+    auto facts = unsettledFacts(add);
+    DeadlineWatch watch(CountedClock::overAfter(0));
+    try {
+        facts.settle(watch);
+        return true;
+    } catch (TimedOut const &) {
+        return false;
+    }
+}
+
+Nolt::EthAddr manyMacOf(unsigned number) {
+    return Nolt::EthAddr::ofValue(number);
+}
+
+} // namespace
+
+TEST(FactsDeadline, NoLongListIsSettledAfterIt) {
+    EXPECT_FALSE(settlesLate([](Facts & facts, unsigned number) {
+        facts.remote.macs.push_back({vni10, manyMacOf(number), vtep1});
+    }));
+    EXPECT_FALSE(settlesLate([](Facts & facts, unsigned number) {
+        facts.local["leaf1"].floods.push_back({vni10, manyMacOf(number), vtep1});
+    }));
+    EXPECT_FALSE(settlesLate([](Facts & facts, unsigned number) {
+        facts.remote.bindings.push_back({vni10, Nolt::IpGenAddr(Nolt::IpAddr(number)), mac1});
+    }));
+    EXPECT_FALSE(settlesLate(
+        [](Facts & facts, unsigned number) { facts.remote.vnis.emplace_back(number); }));
+    EXPECT_FALSE(settlesLate([](Facts & facts, unsigned number) {
+        facts.details.macs.push_back({vni10, manyMacOf(number)});
+    }));
+    EXPECT_FALSE(settlesLate([](Facts & facts, unsigned number) {
+        facts.details.vniNames.push_back({Vxlan::Vni(number), "red"});
+    }));
+    EXPECT_FALSE(settlesLate([](Facts & facts, unsigned number) {
+        facts.details.l3Vnis.push_back({Vxlan::Vni(number), "red"});
+    }));
+}
+
+TEST(FactsDeadline, ManyShortListsAreNotSettledAfterIt) {
+    EXPECT_FALSE(settlesLate([](Facts & facts, unsigned number) {
+        if (number <= 5000) {
+            facts.local[std::to_string(number)];
+        }
+    }));
+}
+
+TEST(FactsDeadline, LongListsAreNotMergedOnceItIsOver) {
+    SideFacts odd;
+    SideFacts even;
+    for (unsigned number = 0; number < manyFacts; number += 2) {
+        odd.macs.push_back({vni10, manyMacOf(number + 1), vtep1});
+        even.macs.push_back({vni10, manyMacOf(number), vtep1});
+    }
+    auto const together = [&](std::size_t looks) {
+        DeadlineWatch watch(CountedClock::overAfter(looks));
+        return merged({&odd, &even}, watch);
+    };
+    EXPECT_EQ(together(1000).macs.size(), manyFacts);
+    auto const all = CountedClock::looks();
+    // At least one for each 4,096 facts that are merged.
+    EXPECT_GE(all, manyFacts / 4096);
+    for (std::size_t looks = 0; looks < all; ++looks) {
+        EXPECT_THROW(together(looks), TimedOut) << looks;
+    }
 }
 
 } // namespace vxshow::test

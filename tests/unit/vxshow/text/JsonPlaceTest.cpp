@@ -92,4 +92,20 @@ TEST(JsonPlace, RefusesMoreThan64Levels) {
 
 } // namespace
 
+TEST(JsonPlace, ACallerIsAskedAtEachTokenAndCanEndTheSearch) {
+    std::string_view const document = R"({"a":[1,2,3],"b":})";
+    unsigned tokens = 0;
+    auto const threeAreEnough = [&] {
+        if (++tokens == 3) {
+            throw tokens;
+        }
+    };
+    EXPECT_THROW(firstSyntaxError(document, JsonRoot::object, threeAreEnough), unsigned);
+    EXPECT_EQ(tokens, 3U);
+    tokens = 0;
+    EXPECT_THROW(placeOf(document, document.size() - 1, JsonRoot::object, threeAreEnough),
+                 unsigned);
+    EXPECT_EQ(tokens, 3U);
+}
+
 } // namespace vxshow::test

@@ -145,4 +145,38 @@ TEST(FrrEffort, AConversationEndsAtTheDeadline) {
     }
 }
 
+// The parser indexes a whole document before it gives the first value.
+TEST(FrrEffort, ALongDocumentIsNotIndexedAfterTheDeadline) {
+    auto const vniWithText = [](std::size_t bytes) {
+        auto entry = l2Vni(10);
+        entry.insert(1, R"("unknown":")" + std::string(bytes, 'x') + R"(",)");
+        return std::vector<CannedAnswer>{{{Kind::vnis}, "[" + entry + "]"}};
+    };
+    EXPECT_EQ(timeOver(vniWithText(2 << 20)), noAnswer);
+    EXPECT_EQ(timeOver(vniWithText(1 << 10)), "accepted");
+}
+
+// That takes many times as long as reading the document.
+TEST(FrrEffort, ThePlaceOfAMistakeIsNotSearchedAfterTheDeadline) {
+    auto const broken = [](unsigned count) {
+        return std::vector<CannedAnswer>{
+            {{Kind::vnis}, "[" + listed(count, [](unsigned) { return "1"; }) + ",\""}};
+    };
+    EXPECT_EQ(timeOver(broken(5000)), noAnswer);
+    EXPECT_THROW(read(broken(50), passed()), AnswerError);
+}
+
+TEST(FrrEffort, ManyOddInterfacesAreNotLookedForInManyVnisAfterTheDeadline) {
+    auto const list = listed(100, [](unsigned number) { return l2Vni(number + 1); });
+    auto const interfaces = listed(100, [](unsigned number) {
+        return "\"port" + std::to_string(number) +
+               R"(":{"hardwareAddress":"odd","ipAddresses":[{"address":"10.0.0.1/24"}]})";
+    });
+    std::vector<CannedAnswer> const answers{
+        {{Kind::vnis}, "[" + list + "]"},
+        {{Kind::interfaces, {}, {}, "red"}, "{" + interfaces + "}"}};
+    EXPECT_EQ(timeOver(answers), noAnswer);
+    EXPECT_EQ(read(answers).findings.warning(), std::nullopt);
+}
+
 } // namespace vxshow::test

@@ -1,4 +1,5 @@
 #include "tests/unit/vxshow/sources/ovsdb/DatabaseAnswers.h"
+#include "vxshow/sources/AnswerError.h"
 #include "vxshow/sources/Failure.h"
 
 #include <array>
@@ -300,6 +301,34 @@ TEST(HardwareVtepEffort, ManyLogicalSwitchesAreNotSurveyedAfterTheDeadline) {
     auto const survey = system::FileBytes::copyOf(R"([{"rows":)" + list(rows) + "}]");
     EXPECT_EQ(logicalSwitchesOf(Vxlan::Vni(7), survey).size(), 1);
     EXPECT_THROW(logicalSwitchesOf(Vxlan::Vni(7), survey, databaseTimePassed()), TimedOut);
+}
+
+// The parser indexes a whole answer before it gives the first value.
+TEST(HardwareVtepEffort, ALongAnswerIsNotIndexedAfterTheDeadline) {
+    auto const blanks = [](std::size_t count) {
+        return system::FileBytes::copyOf("[" + std::string(count, ' ') + "]");
+    };
+    auto const read = [&](std::size_t count) {
+        readDatabase(blanks(count), Request::whole(), {"lab"}, {}, databaseTimePassed());
+    };
+    EXPECT_THROW(read(2 << 20), TimedOut);
+    EXPECT_THROW(read(1 << 10), AnswerError);
+}
+
+// That takes many times as long as reading the answer.
+TEST(HardwareVtepEffort, ThePlaceOfAMistakeIsNotSearchedAfterTheDeadline) {
+    auto const broken = [](unsigned count) {
+        std::string text = "[";
+        for (unsigned number = 0; number < count; ++number) {
+            text.append("1,");
+        }
+        return system::FileBytes::copyOf(text + "\"");
+    };
+    auto const read = [&](unsigned count) {
+        readDatabase(broken(count), Request::whole(), {"lab"}, {}, databaseTimePassed());
+    };
+    EXPECT_THROW(read(5000), TimedOut);
+    EXPECT_THROW(read(50), AnswerError);
 }
 
 } // namespace vxshow::test
