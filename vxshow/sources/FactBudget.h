@@ -1,11 +1,18 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 namespace vxshow::sources {
 
 /// How many facts a source can come to if its operator sets no limit.
 inline constexpr std::size_t defaultMaxFacts = 10'000'000;
+
+/// How many facts a router on a switch counts as: its name is kept for each switch, and can be of any
+/// length, so that 64 bytes of it count as one more.
+inline std::size_t factsOfRouter(std::string_view name) noexcept {
+    return 1 + name.size() / 64;
+}
 
 /// Counts the facts that an answer comes to, before they are made, and refuses more than allowed.
 ///
@@ -16,7 +23,7 @@ inline constexpr std::size_t defaultMaxFacts = 10'000'000;
 ///
 /// A fact is a MAC address behind a VTEP, a member of a flood list, the MAC address of an IP
 /// address, a VNI that a side knows, a port of a router, a nexthop of a route (or a route without
-/// one), or a router that runs on a switch. Repetitions count each time.
+/// one), or a router that runs on a switch (see `factsOfRouter`). Repetitions count each time.
 class FactBudget {
 public:
     /// Allows `most` facts, at least 1.

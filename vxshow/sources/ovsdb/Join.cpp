@@ -35,10 +35,11 @@ void Join::router(std::string const & name,
                   std::vector<std::pair<std::string, Reference>> const & ports,
                   std::vector<std::pair<std::string, std::string>> const & routes) {
     budget_.spend(ports.size() + routes.size());
-    LogicalRouter router(name, facts_.routers[name], findings_.leftOut);
+    auto & [own, facts] = *facts_.routers.try_emplace(name).first;
+    LogicalRouter router(own, facts, findings_.leftOut);
     for (auto const & [address, to] : ports) {
         auto & logicalSwitch = rows_.logicalSwitch(to);
-        logicalSwitch.routers.insert(name);
+        logicalSwitch.routers.insert(&own);
         router.port(address, logicalSwitch);
     }
     for (auto const & [prefix, nexthop] : routes) {
@@ -291,9 +292,9 @@ std::set<Uuid> Join::logicalSwitchesOf(Vxlan::Vni vni) {
 
 void Join::addBound(std::string const & name, LogicalSwitch const & logicalSwitch) {
     auto & routers = facts_.switches[name].routers;
-    for (auto const & router : logicalSwitch.routers) {
+    for (std::string const * const router : logicalSwitch.routers) {
         step();
-        routers.insert(router);
+        routers.insert(*router);
     }
     if (auto const vni = logicalSwitch.vni()) {
         facts_.local[name].vnis.push_back(*vni);
@@ -316,7 +317,11 @@ void Join::addVnis() {
         auto const bound = boundTo(ports);
         for (LogicalSwitch const * const one : bound) {
             step();
-            budget_.spend(one->routers.size() + (one->vni() ? 1 : 0));
+            for (std::string const * const router : one->routers) {
+                step();
+                budget_.spend(factsOfRouter(*router));
+            }
+            budget_.spend(one->vni() ? 1 : 0);
         }
         allBound.emplace_back(&name, std::vector(bound.begin(), bound.end()));
     }
@@ -333,7 +338,11 @@ std::set<Join::LogicalSwitch const *> Join::boundTo(std::set<Uuid> const & ports
         step();
         for (LogicalSwitch const * const one : rows_.boundTo(port)) {
             step();
-            bound.insert(one);
+            // One switch after the other can have the same ports, so what comes to no fact is not
+            // kept.
+            if (one->vni() || !one->routers.empty()) {
+                bound.insert(one);
+            }
         }
     }
     return bound;

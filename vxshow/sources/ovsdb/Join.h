@@ -191,7 +191,7 @@ private:
 
     void addVnis();
 
-    /// The logical switches that are bound to one of these ports.
+    /// The logical switches that are bound to one of these ports and come to facts.
     std::set<LogicalSwitch const *> boundTo(std::set<Uuid> const & ports);
 
     void findDisputes();

@@ -29,7 +29,7 @@ public:
     struct LogicalSwitch {
         std::string name;
         Key key;
-        std::set<std::string> routers = {};
+        std::set<std::string const *> routers = {}; ///< their names, which outlive the row
 
         /// The VNI of its own key.
         std::optional<Vxlan::Vni> vni() const;

@@ -114,6 +114,23 @@ TEST(HardwareVtepFactLimit, AVniAndARouterCountForEachSwitchThatHasThem) {
     EXPECT_EQ(factsOf(database), ofRed + 3 + 2 + 3);
 }
 
+TEST(HardwareVtepFactLimit, EachSwitchCountsALongRouterNameOnceMoreFor64Bytes) {
+    Database database;
+    addSharing(database);
+    addPort(database);
+    auto const named = [&](std::size_t bytes) {
+        auto with = database;
+        with[logicalRouter] = {R"({"name":")" + std::string(bytes, 'r') +
+                               R"(","static_routes":["map",[]],"switch_binding":["map",)"
+                               R"([["10.1.0.1/16",)" +
+                               row(1) + "]]]}"};
+        return factsOf(with);
+    };
+    EXPECT_EQ(named(63), ofRed + 3 + 1 + 3);
+    EXPECT_EQ(named(64), ofRed + 3 + 1 + 3 * 2);
+    EXPECT_EQ(named(640), ofRed + 3 + 1 + 3 * 11);
+}
+
 TEST(HardwareVtepFactLimit, TheAnswerIsTheSameAtTheLimit) {
     Database database;
     database.multicast(mcastMacsRemote, "unknown-dst", 1, 21);
