@@ -1,13 +1,18 @@
 #include "vxshow/sources/fabric/AskAll.h"
 
+#include "vxshow/sources/Access.h"
+#include "vxshow/sources/Failure.h"
 #include "vxshow/sources/frr/VtyshAccess.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <condition_variable>
 #include <csignal>
 #include <iostream>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -110,6 +115,66 @@ TEST(AskAll, SourcesThatAnswerDoNotWaitForThoseThatHang) {
         EXPECT_EQ(outcome.failure.find("time limit"), std::string::npos) << outcome.failure;
     }
     std::filesystem::remove_all(folder);
+}
+
+namespace {
+
+/// Does not answer until it is released, and counts how many are asked at the same time.
+class BlockingAccess final : public Access {
+public:
+    Answer ask(Source const & source, state::Selection const &, Deadline const &) const override {
+        std::unique_lock lock(mutex_);
+        most_ = std::max(most_, ++asked_);
+        released_.wait(lock, [&] { return isReleased_; });
+        --asked_;
+        throw Failure(source.name + " is released");
+    }
+
+    std::size_t most() const {
+        std::lock_guard const lock(mutex_);
+        return most_;
+    }
+
+    void release() {
+        std::lock_guard const lock(mutex_);
+        isReleased_ = true;
+        released_.notify_all();
+    }
+
+private:
+    mutable std::mutex mutex_;
+    mutable std::condition_variable released_;
+    mutable std::size_t asked_ = 0;
+    mutable std::size_t most_ = 0;
+    bool isReleased_ = false;
+};
+
+} // namespace
+
+// Each update of the progress is an opportunity to ask one more.
+TEST(AskAll, AtMost128SourcesThatHangAreReadAtTheSameTime) {
+    rlimit files{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &files), 0);
+    ASSERT_GE(files.rlim_cur, 1024U) << "with fewer descriptors fewer sources are read";
+    auto const access = std::make_shared<BlockingAccess>();
+    std::vector<Source> sources(160);
+    for (auto & source : sources) {
+        source.name = "leaf" + std::to_string(&source - sources.data());
+        source.access = access;
+        source.timeLimit = std::chrono::hours(1);
+    }
+    unsigned updates = 0;
+    unsigned updatesAtMost = 0;
+    auto const outcomes = askAll(sources, {}, [&](state::Progress const &) {
+        updatesAtMost += access->most() >= 128 ? 1 : 0;
+        if (updatesAtMost == 20 || ++updates == 1000) {
+            access->release();
+        }
+    });
+    EXPECT_EQ(access->most(), 128U);
+    for (std::size_t index = 0; index < sources.size(); ++index) {
+        EXPECT_EQ(outcomes[index].failure, sources[index].name + " is released");
+    }
 }
 
 TEST(AskAll, ProgressIsReported) {
