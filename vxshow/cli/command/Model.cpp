@@ -5,14 +5,12 @@
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/ObjectListing.h"
+#include "vxshow/text/Similar.h"
 
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <numeric>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace vxshow::cli::command {
 
@@ -23,40 +21,17 @@ std::string_view lastPart(std::string_view name) {
     return colons == std::string_view::npos ? name : name.substr(colons + 2);
 }
 
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return lower;
-}
-
-/// The edit distance (Levenshtein): how many letters must be changed, added or removed to turn one
-/// text into the other.
-std::size_t distance(std::string_view a, std::string_view b) {
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            std::size_t const change = diagonal + (a[i] == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({change, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.back();
-}
-
 /// A hint after an unknown name: the types that were probably meant if they are few, or how to list
 /// all of them.
 std::string hint(std::string_view typed) {
     constexpr std::size_t fewTypes = 4;
     constexpr std::size_t fewSlips = 2;
-    std::string const sought = lowerCase(lastPart(typed));
+    std::string const sought = text::lowerCase(lastPart(typed));
     std::string near;
     std::size_t found = 0;
     for (auto const * type : Vex::typeTable()) {
-        std::string const name = lowerCase(lastPart(type->name));
-        if (distance(sought, name) <= fewSlips ||
+        std::string const name = text::lowerCase(lastPart(type->name));
+        if (text::editDistance(sought, name) <= fewSlips ||
             (!sought.empty() && name.find(sought) != std::string::npos)) {
             near.append(near.empty() ? "" : ", ").append(lastPart(type->name));
             ++found;
