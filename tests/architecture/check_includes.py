@@ -18,7 +18,7 @@ VALUES = ["platform/Vex", "platform/Nolt", "platform/Vxlan", "platform/Bridging"
 PLATFORM = VALUES + ["platform/outfmt", "platform/Trace", "platform/Pelo", "platform/state"]
 LIBRARY = PLATFORM + ["VxlanController"]
 STATE = LIBRARY + ["vxshow/system", "vxshow/text", "vxshow/state", "vxshow/state/snapshot",
-                   "vxshow/state/tables"]
+                   "vxshow/state/tables", "vxshow/state/narrow"]
 SOURCES = STATE + ["vxshow/sources"]
 ALL_SOURCES = SOURCES + ["vxshow/sources/ovsdb", "vxshow/sources/frr", "vxshow/sources/fabric"]
 
@@ -41,6 +41,7 @@ ROOMS = {
     "vxshow/state": LIBRARY + ["vxshow/system", "vxshow/text"],
     "vxshow/state/snapshot": LIBRARY + ["vxshow/system", "vxshow/text", "vxshow/state"],
     "vxshow/state/tables": LIBRARY + ["vxshow/system", "vxshow/state"],
+    "vxshow/state/narrow": LIBRARY + ["vxshow/state"],
     "vxshow/sources": STATE,
     # One kind of source does not know the other.
     "vxshow/sources/ovsdb": SOURCES,
