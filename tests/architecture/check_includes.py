@@ -48,8 +48,9 @@ ROOMS = {
     "vxshow/sources/frr": SOURCES,
     "vxshow/sources/fabric": SOURCES + ["vxshow/sources/ovsdb", "vxshow/sources/frr"],
     "vxshow/terminal": STATE,
-    "vxshow/cli": ALL_SOURCES + ["vxshow/terminal"],
-    "vxshow/cli/command": ALL_SOURCES + ["vxshow/terminal", "vxshow/cli"],
+    "vxshow/cli/filter": VALUES + ["vxshow/state", "vxshow/state/narrow"],
+    "vxshow/cli": ALL_SOURCES + ["vxshow/terminal", "vxshow/cli/filter"],
+    "vxshow/cli/command": ALL_SOURCES + ["vxshow/terminal", "vxshow/cli/filter", "vxshow/cli"],
     "vxshow": ALL_SOURCES + ["vxshow/terminal", "vxshow/cli", "vxshow/cli/command"],
 }
 
