@@ -21,16 +21,19 @@
 #include "vxshow/terminal/Watch.h"
 #include "vxshow/terminal/WrittenBytes.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <functional>
+#include <iterator>
 #include <limits>
 #include <malloc.h>
 #include <string>
 #include <unistd.h>
 #include <utility>
 #include <variant>
+#include <vector>
 
 namespace vxshow {
 namespace {
@@ -68,23 +71,19 @@ void renderUnchanged(cli::CommandLine const & line, state::Mount const & mount) 
     }
 }
 
-/// The exit status once the listing is shown.
-terminal::ExitStatus statusOf(state::Reading const & state) {
-    return state.complete ? terminal::ExitStatus::success : terminal::ExitStatus::incomplete;
-}
-
-/// Writes the listing. On a terminal, control characters in it are replaced.
-void renderToStandardOutput(cli::CommandLine const & line, state::Reading const & state) {
+/// Writes the listing. On a terminal, control characters in it are replaced, and the process ends
+/// with `status` when the user closes a pager early.
+void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & mount,
+                            terminal::ExitStatus status) {
     // The library reports an interrupt through `stdout`, whose buffer is written after the listing.
     std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
     if (::isatty(STDOUT_FILENO) != 1) {
-        return renderUnchanged(line, state.mount);
+        return renderUnchanged(line, mount);
     }
-    auto const whenClosed = statusOf(state);
     terminal::TerminalOutput terminal(
         STDOUT_FILENO, line.usesPager ? terminal::choosePager(STDOUT_FILENO) : std::nullopt,
-        [whenClosed] { terminal::exitNow(whenClosed); });
-    line.render(state.mount, terminal.descriptor(), line.output);
+        [status] { terminal::exitNow(status); });
+    line.render(mount, terminal.descriptor(), line.output);
     terminal.finish();
     if (outfmt::interruptTaken() && terminal.endsWithinLine()) {
         endLine();
@@ -109,6 +108,20 @@ std::string renderFailure(cli::CommandLine const & line, std::exception const & 
     return line.command + ": " + Vex::printable(error.what());
 }
 
+/// Names in filters that the state does not have.
+std::vector<std::string> unknownNames(cli::CommandLine const & line, state::Reading const & state) {
+    return line.unknownNames ? line.unknownNames(state) : std::vector<std::string>();
+}
+
+/// The exit status of a listing that was printed. A source that failed can be the one that has the
+/// name.
+terminal::ExitStatus statusOf(state::Reading const & state, bool unknownName) {
+    if (!state.complete) {
+        return terminal::ExitStatus::incomplete;
+    }
+    return unknownName ? terminal::ExitStatus::unknownName : terminal::ExitStatus::success;
+}
+
 [[noreturn]] void showOnce(cli::CommandLine const & line) {
     state::Reading const state = line.readsState ? readState(line) : state::Reading();
     if (!state.complete && !line.takesIncomplete) {
@@ -116,9 +129,14 @@ std::string renderFailure(cli::CommandLine const & line, std::exception const & 
                        line.command + ": nothing is saved, since a source could not be read; "
                                       "--incomplete saves the others");
     }
+    auto const unknown = unknownNames(line, state);
+    for (std::string const & remark : unknown) {
+        terminal::say(remark);
+    }
+    auto const status = statusOf(state, !unknown.empty());
     terminal::endListingOnInterrupt();
     try {
-        renderToStandardOutput(line, state);
+        renderToStandardOutput(line, state.mount, status);
     } catch (std::exception const & error) {
         terminal::fail(terminal::ExitStatus::failed, renderFailure(line, error));
     }
@@ -126,7 +144,7 @@ std::string renderFailure(cli::CommandLine const & line, std::exception const & 
     if (outfmt::interruptTaken()) {
         terminal::exitNow(terminal::ExitStatus::interrupted);
     }
-    terminal::exitNow(statusOf(state));
+    terminal::exitNow(status);
 }
 
 /// What the command prints for this reading of the state. Raises `StateError`.
@@ -134,7 +152,10 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
     try {
         system::MemoryFile output;
         line.render(reading.mount, output.descriptor(), line.output);
-        terminal::View view{output.bytes(), std::move(reading.remarks), statusOf(reading)};
+        auto unknown = unknownNames(line, reading);
+        auto const status = statusOf(reading, !unknown.empty());
+        std::move(unknown.begin(), unknown.end(), std::back_inserter(reading.remarks));
+        terminal::View view{output.bytes(), std::move(reading.remarks), status};
         if (line.output.format != cli::Format::text) {
             view.head = [time = system::UtcTime::now(),
                          origin = std::move(reading.mount.origin)](std::string const & failure) {

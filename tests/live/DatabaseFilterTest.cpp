@@ -87,7 +87,7 @@ TEST_F(DatabaseFilter, EveryOtherFilterWorksAsOnTheSnapshot) {
         {"router", "map", "--router", "tenant1"},
         {"router", "map", "--vtep", "10.0.0.2"},
         {"router", "map", "--switch", "00:1c:73:00:00:02"},
-        {"router", "detail", "--router", "none"},
+        {"router", "detail", "--router", "tenant1"},
         {"router", "routes", "--prefix", "10.10.0.0/16"},
     };
     for (Words const & words : filtered) {

@@ -1,8 +1,10 @@
 """The options and filters with which compare.py lists its states."""
 
 import ipaddress
+import re
 
 import reference
+from forms import mac_string, read_vni, vni_string
 
 # By command: the options of each listing, then its filters.
 LISTINGS = {
@@ -192,10 +194,76 @@ def drawable(state, command):
     return {name: sorted(values - {""}) for name, values in found.items()}
 
 
+# Several values: ranges, subnets and patterns made of a value, so that they often match.
+
+
+def drawn_vnis(rng, text):
+    if rng.random() < 0.5:
+        return text
+    last = read_vni(text)
+    return f"{vni_string(max(0, last - rng.choice([0, 1, 9, 70000])), rng.random() < 0.5)}-{text}"
+
+
+def drawn_macs(rng, text):
+    digits = re.sub("[-:.]", "", text)
+    pairs = [digits[at : at + 2] for at in range(0, 12, 2)]
+    form = rng.randrange(5)
+    if form == 0:
+        return digits
+    count = rng.randint(1, 5)
+    if form == 1:
+        return rng.choice(":-").join(pairs[:count]) + rng.choice([":*", "*", "-*"])
+    if form == 2:
+        return "".join(pairs[:count]) + f"/{8 * count}"
+    if form == 3:
+        length = rng.randint(0, 48)
+        masked = int(digits, 16) >> (48 - length) << (48 - length)
+        return f"{mac_string(masked)}/{length}"
+    return text
+
+
+def drawn_ips(rng, text):
+    if rng.random() < 0.4:
+        return text
+    network = ipaddress.ip_network(text)
+    return str(network.supernet(new_prefix=rng.randint(0, network.max_prefixlen)))
+
+
+def drawn_names(rng, text):
+    if rng.random() < 0.4 and text:
+        first = rng.randrange(len(text))
+        last = rng.randint(first, len(text))
+        return text[:first] + rng.choice(["*", "?"]) + text[last:]
+    return text
+
+
+DRAWN_VALUES = {
+    "vni": drawn_vnis,
+    "mac": drawn_macs,
+    "ip": drawn_ips,
+    "vtep": drawn_ips,
+    "source": drawn_names,
+    "switch": drawn_names,
+    "router": drawn_names,
+    "prefix": lambda rng, text: text,
+}
+
+
+def drawn_texts(rng, name, values):
+    """The values of a filter: one plain value half of the time."""
+    if name == "dest" or rng.random() < 0.5:
+        return [rng.choice(values) for _ in range(rng.randint(1, 3) if name == "vtep" else 1)]
+    texts = [DRAWN_VALUES[name](rng, rng.choice(values)) for _ in range(rng.randint(1, 3))]
+    if name in ("source", "switch", "router") and rng.random() < 0.2:
+        texts.append("name:" + rng.choice(values))
+        return texts
+    return texts if rng.random() < 0.5 else [",".join(texts)]
+
+
 def drawn_listing(rng, command, values):
     filters = []
     for name in reference.COMMANDS[tuple(command.split())].filters:
         if rng.random() < 0.4:
-            for _ in range(rng.randint(1, 3) if name == "vtep" else 1):
-                filters += ["--" + name, rng.choice(values[name])]
+            for text in drawn_texts(rng, name, values[name]):
+                filters += ["--" + name, text]
     return rng.choice(DRAWN_OPTIONS), filters

@@ -13,7 +13,7 @@ class Filters:
     def __init__(self, vni=None, mac=0, vteps=()):
         self.vni = vni
         self.mac = mac
-        self.vteps = frozenset(vteps)
+        self.vteps = vteps
 
     def want_vni(self, vni):
         return self.vni is None or self.vni == vni

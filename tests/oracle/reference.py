@@ -21,7 +21,8 @@ import mac_received
 import router_detail
 import router_map
 import router_routes
-from forms import Failure, document, read_ip, read_ipv4, read_mac, read_prefix, read_vni
+import selecting
+from forms import Failure, document
 
 # The filters of a command; how it collects from (state, arguments); and how it prints what it
 # collected: text from (collected, dotted), JSON from (collected, dotted, revision).
@@ -72,20 +73,6 @@ COMMANDS = {
     ),
 }
 
-# How each filter is parsed, and the value that means it is absent.
-FILTERS = {
-    "vni": {"type": read_vni, "default": None},
-    "mac": {"type": read_mac, "default": 0},
-    "ip": {"type": read_ip, "default": None},
-    "source": {"default": ""},
-    "dest": {"default": ""},
-    "switch": {"default": ""},
-    "router": {"default": ""},
-    "prefix": {"type": read_prefix, "default": None},
-    "vtep": {"type": read_ipv4, "action": "append", "default": []},
-}
-
-
 def arguments(words):
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0], allow_abbrev=False)
     parser.add_argument("--state", default=os.environ.get("VXSHOW_STATE"))
@@ -96,17 +83,19 @@ def arguments(words):
     parser.add_argument("--dotted", action="store_true")
     parser.add_argument("subject", choices=["mac", "arp", "router"])
     parser.add_argument("listing", choices=["received", "advertised", "map", "detail", "routes"])
-    for name, how in FILTERS.items():
-        parser.add_argument("--" + name, **how)
+    for name in selecting.FILTERS:
+        parser.add_argument("--" + name, action="append", default=[])
+    parser.add_argument("--dest", default="")
     result = parser.parse_args(words)
     if result.state is None:
         parser.error("no snapshot: give --state or set VXSHOW_STATE")
     if (result.subject, result.listing) not in COMMANDS:
         parser.error(f"no command: {result.subject} {result.listing}")
-    for name, how in FILTERS.items():
+    for name in [*selecting.FILTERS, "dest"]:
         if name not in COMMANDS[result.subject, result.listing].filters:
-            if getattr(result, name) != how["default"]:
+            if getattr(result, name):
                 parser.error(f"no filter of {result.subject} {result.listing}: --{name}")
+    selecting.read_filters(result)
     return result
 
 
@@ -114,6 +103,7 @@ def collected(wanted):
     """What the arguments select from the snapshot that they name."""
     with open(0 if wanted.state == "-" else wanted.state, encoding="utf-8") as file:
         state = json.load(file)
+    state, wanted.unknown = selecting.select(state, wanted)
     return COMMANDS[wanted.subject, wanted.listing].collect(state, wanted)
 
 
@@ -126,16 +116,20 @@ def printed(collection, wanted):
 
 
 def listing(words):
-    """What `vxshow` prints for these arguments, as bytes. Raises `Failure`."""
+    """(what `vxshow` prints for these arguments, as bytes; the beginnings of its lines on standard
+    error). Raises `Failure` and `Refusal`."""
     wanted = arguments(words)
-    return printed(collected(wanted), wanted)
+    output = printed(collected(wanted), wanted)
+    return output, wanted.unknown
 
 
 def main():
     try:
-        sys.stdout.buffer.write(listing(sys.argv[1:]))
-    except Failure as failure:
+        output, unknown = listing(sys.argv[1:])
+    except (Failure, selecting.Refusal) as failure:
         sys.exit(f"reference: {failure}")
+    sys.stdout.buffer.write(output)
+    sys.exit(4 if unknown else 0)
 
 
 if __name__ == "__main__":

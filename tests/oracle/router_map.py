@@ -12,29 +12,24 @@ KIND = "Vxlan"
 ROW = b"%-46.46b %-15.15b %-17.17b\n"
 
 
-def selected(routers, switch_filter, vtep_filter):
-    """The identifiers of the known switches that the filters select."""
+def selected(routers, vtep_filter):
+    """The identifiers of the known switches that the filter selects."""
     known = routers.get("switches", {})
-    if switch_filter:
-        # The VTEP filter is ignored then.
-        wanted = [switch_filter]
-    elif vtep_filter:
-        vteps = {read_ip(ip): vtep for ip, vtep in routers.get("vteps", {}).items()}
-        wanted = [
-            switch_id
-            for filter_ip in vtep_filter
-            for switch_id in vteps.get((4, filter_ip), {}).get("switches", [])
-        ]
-    else:
-        wanted = known
-    return known.keys() & set(wanted)
+    if not vtep_filter:
+        return set(known)
+    wanted = set()
+    for text, vtep in routers.get("vteps", {}).items():
+        version, number = read_ip(text)
+        if version == 4 and number in vtep_filter:
+            wanted.update(vtep.get("switches", []))
+    return known.keys() & wanted
 
 
-def switch_map(routers, switch_filter, vtep_filter):
+def switch_map(routers, vtep_filter):
     """{switch identifier: VTEP}, without the switches that have no active VTEP."""
     active = {read_ip(ip) for ip, vtep in routers.get("vteps", {}).items() if vtep["active"]}
     result = {}
-    for switch_id in selected(routers, switch_filter, vtep_filter):
+    for switch_id in selected(routers, vtep_filter):
         vteps = map(read_ip, routers["switches"][switch_id].get("vteps", []))
         # If several are active, the first one; their order has no meaning.
         vtep = next((ip for ip in vteps if ip in active), None)
@@ -58,10 +53,10 @@ def router_names(published):
             yield path[len(PATH_PREFIX) :]
 
 
-def switches_by_router(routers, router_filter, switch_filter="", vtep_filter=()):
+def switches_by_router(routers, router_filter, vtep_filter=()):
     systems = {read_mac(text): paths for text, paths in routers.get("published", {}).items()}
     result = {}
-    for switch_id, vtep in switch_map(routers, switch_filter, vtep_filter).items():
+    for switch_id, vtep in switch_map(routers, vtep_filter).items():
         for name in router_names(systems.get(system_of(switch_id), {})):
             if router.wanted_name(router_filter, name):
                 result.setdefault(name, {})[switch_id] = vtep
@@ -70,7 +65,7 @@ def switches_by_router(routers, router_filter, switch_filter="", vtep_filter=())
 
 def collect(state, wanted):
     routers = state.get("routers", {})
-    return switches_by_router(routers, wanted.router, wanted.switch, wanted.vtep)
+    return switches_by_router(routers, wanted.router, wanted.vtep)
 
 
 def text(by_router, _dotted):

@@ -4,11 +4,13 @@
 #include "vxshow/cli/StateOptions.h"
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
+#include "vxshow/state/StateReader.h"
 
 #include <functional>
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace vxshow::cli {
 
@@ -26,6 +28,10 @@ struct CommandLine {
     bool takesIncomplete = true;  ///< whether it runs when a source could not be read
     bool toStandardOutput = true; ///< whether it prints what it shows, rather than writing files
     state::Selection selection;   ///< the part of the state that it uses
+
+    /// The names in its filters that the state does not have, one line of printable ASCII each.
+    /// Empty for a command without such filters.
+    std::function<std::vector<std::string>(state::Reading const &)> unknownNames;
 
     /// Builds the library's command from the state and the typed filters, and renders it to
     /// `fd`. Raises what the library raises.

@@ -1,88 +1,79 @@
 #include "vxshow/cli/FilterOptions.h"
 
-#include "Vex/Errors.h"
-#include "Vxlan/Vni.h"
+#include <CLI/Error.hpp>
+#include <CLI/Option.hpp>
+
+#include <functional>
 
 namespace vxshow::cli {
 
 namespace {
 
-/// Reads the value of an option; raises the command-line library's error with the type's message.
-template <class Value>
-Value readValue(std::string const & option, std::string const & text) {
-    try {
-        return Value::fromString(text);
-    } catch (Vex::Error const & error) {
-        throw CLI::ValidationError(option, error.what());
-    }
+/// Adds the option `name` whose texts `read` puts into `into`.
+template <class Filter>
+CLI::Option * addFilter(CLI::App & command, std::string const & name, Filter & into,
+                        Filter (*read)(filter::Texts const &), std::string const & help) {
+    return command.add_option_function<filter::Texts>(
+        name,
+        [name, read, &into](filter::Texts const & texts) {
+            try {
+                into = read(texts);
+            } catch (filter::ValueError const & error) {
+                throw CLI::ValidationError(name, error.what());
+            }
+        },
+        help);
 }
 
-/// For types that accept the empty text: that value means "no filter".
-void refuseEmpty(std::string const & option, std::string const & text, char const * expected) {
-    if (text.empty()) {
-        throw CLI::ValidationError(option, std::string("'': expected ") + expected);
-    }
+/// Lets the option take one text each time it is given.
+void onceEach(CLI::Option & option, std::string const & type) {
+    option.type_name(type)->expected(1)->take_all()->allow_extra_args(false);
 }
 
 } // namespace
 
-void addVniFilter(CLI::App & command, Vxlan::VniOrNone & vni) {
-    command
-        .add_option_function<std::string>(
-            "--vni",
-            [&vni](std::string const & text) { vni = readValue<Vxlan::Vni>("--vni", text); },
-            "Only this VNI: decimal, 4098, or dotted, 0.16.2")
-        ->type_name("VNI");
+void addVniFilter(CLI::App & command, filter::VniFilter & vnis) {
+    onceEach(*addFilter(command, "--vni", vnis, filter::readVnis,
+                        "Only these VNIs: decimal, 4098, or dotted, 0.16.2; or ranges, 20-30"),
+             "VNI");
 }
 
-void addMacFilter(CLI::App & command, Nolt::EthAddr & mac) {
-    command
-        .add_option_function<std::string>(
-            "--mac",
-            [&mac](std::string const & text) { mac = readValue<Nolt::EthAddr>("--mac", text); },
-            "Only this MAC address: 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c or 001c.730a.0b0c; "
-            "the all-zero address matches every address")
-        ->type_name("MAC");
+void addMacFilter(CLI::App & command, filter::MacFilter & macs) {
+    onceEach(*addFilter(command, "--mac", macs, filter::readMacs,
+                        "Only these MAC addresses: 00:1c:73:0a:0b:0c, 00-1c-73-0a-0b-0c, "
+                        "001c.730a.0b0c or 001c730a0b0c; or those with this prefix: 00:1c:73/24 "
+                        "or 00:1c:73:*; the all-zero address matches every address"),
+             "MAC");
 }
 
-void addIpFilter(CLI::App & command, Nolt::IpGenAddr & ip) {
-    command
-        .add_option_function<std::string>(
-            "--ip",
-            [&ip](std::string const & text) {
-                refuseEmpty("--ip", text,
-                            "an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");
-                ip = readValue<Nolt::IpGenAddr>("--ip", text);
-            },
-            "Only this IP address: IPv4, or IPv6 in any of its forms")
-        ->type_name("IP");
+void addIpFilter(CLI::App & command, filter::IpFilter & ips) {
+    onceEach(*addFilter(command, "--ip", ips, filter::readIps,
+                        "Only these IP addresses: IPv4, or IPv6 in any of its forms; or those of "
+                        "this subnet: 10.0.0.0/24, 2001:db8::/64"),
+             "IP");
 }
 
-void addPrefixFilter(CLI::App & command, Nolt::IpGenPrefix & prefix) {
-    command
-        .add_option_function<std::string>(
-            "--prefix",
-            [&prefix](std::string const & text) {
-                refuseEmpty("--prefix", text, "a prefix such as 10.1.0.0/16 or 2001:db8::/32");
-                prefix = readValue<Nolt::IpGenPrefix>("--prefix", text);
-            },
-            "Only routes that this prefix contains or that contain it, IPv4 or IPv6: "
-            "10.1.0.0/16, 2001:db8::/32")
-        ->type_name("PREFIX");
+void addPrefixFilter(CLI::App & command, filter::PrefixFilter & prefixes) {
+    onceEach(*addFilter(command, "--prefix", prefixes, filter::readPrefixes,
+                        "Only routes that one of these prefixes contains or that contain one of "
+                        "them, IPv4 or IPv6: 10.1.0.0/16, 2001:db8::/32"),
+             "PREFIX");
 }
 
-void addVtepFilter(CLI::App & command, VxlanController::Cli::VtepList & vteps,
-                   std::string const & help) {
-    command
-        .add_option_function<std::vector<std::string>>(
-            "--vtep",
-            [&vteps](std::vector<std::string> const & texts) {
-                for (std::string const & text : texts) {
-                    vteps.vtepIs(readValue<Nolt::IpAddr>("--vtep", text), true);
-                }
-            },
-            help)
-        ->type_name("IP");
+void addVtepFilter(CLI::App & command, filter::VtepFilter & vteps, std::string const & help) {
+    addFilter(command, "--vtep", vteps, filter::readVteps, help)->type_name("IP");
+}
+
+void addNameFilter(CLI::App & command, std::string const & name, filter::NameFilter & names,
+                   std::string const & type, std::string const & help) {
+    onceEach(*addFilter(command, name, names, filter::readNames, help), type);
+}
+
+void addSourceFilter(CLI::App & command, filter::SourceFilter & sources) {
+    onceEach(*addFilter(command, "--source", sources, filter::readSources,
+                        "Only these switches by name or pattern, leaf*; all: every switch; hsc, "
+                        "qvx, evpn: that source; name:all: the switch of that name"),
+             "NAME");
 }
 
 } // namespace vxshow::cli

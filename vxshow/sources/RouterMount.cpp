@@ -76,8 +76,12 @@ state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
     auto const dir = Vex::makePtr<VxlanController::SwitchInfoDir>();
     auto const published = Vex::makePtr<Statestore::PublishStatus>();
     auto const status = Vex::makePtr<Vex::Dir>();
+    std::multimap<std::string, std::string> names;
     for (NamedSwitch const & named : switches) {
         watch.step();
+        if (named.second.systemId) {
+            names.emplace(named.first, identifierOf(named));
+        }
         mountVteps(named, *dir, watch);
         mountPublished(named.second, *published, watch);
     }
@@ -85,7 +89,7 @@ state::Mount::Routers mountRouters(std::vector<NamedSwitch> const & switches,
         watch.step();
         status->entityIs(Vex::Name(name), routerStatus(name, router, watch));
     }
-    return {dir, published, status};
+    return {dir, published, status, std::move(names)};
 }
 
 } // namespace vxshow::sources

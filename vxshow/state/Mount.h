@@ -9,6 +9,9 @@
 
 #include <optional>
 
+#include <map>
+#include <string>
+
 namespace vxshow::state {
 
 /// The state that the commands show, in the form that the library takes.
@@ -46,6 +49,9 @@ struct Mount {
         Vex::Ptr<Statestore::PublishStatus> publishStatus;
         /// By logical router: each a `VxlanController::LRStatusV2` with the same name as its entry.
         Vex::Ptr<Vex::Dir> lRStatusDir;
+        /// The identifiers of switches by name, for those whose name and identifier a live source
+        /// reports. Only used to find a switch: no listing has these names, and no snapshot.
+        std::multimap<std::string, std::string> switchNames = {};
     };
 
     Received received;

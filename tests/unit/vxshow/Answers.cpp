@@ -15,9 +15,7 @@ Finished shown(std::string const & snapshot, std::vector<std::string> & argument
     return vxshow(arguments);
 }
 
-std::string onlyLine(Finished const & finished, int status) {
-    EXPECT_EQ(finished.status, status);
-    EXPECT_EQ(finished.out, "");
+std::string onlyErrorLine(Finished const & finished) {
     std::string const start = "vxshow: ";
     if (finished.err.substr(0, start.size()) != start || finished.err.back() != '\n') {
         ADD_FAILURE() << "no line of vxshow's: " << finished.err;
@@ -29,6 +27,12 @@ std::string onlyLine(Finished const & finished, int status) {
     return line;
 }
 
+std::string onlyLine(Finished const & finished, int status) {
+    EXPECT_EQ(finished.status, status);
+    EXPECT_EQ(finished.out, "");
+    return onlyErrorLine(finished);
+}
+
 } // namespace
 
 std::string answer(std::string const & snapshot, std::vector<std::string> arguments) {
@@ -36,6 +40,12 @@ std::string answer(std::string const & snapshot, std::vector<std::string> argume
     EXPECT_EQ(finished.status, 0) << testing::PrintToString(arguments);
     EXPECT_EQ(finished.err, "") << testing::PrintToString(arguments);
     return finished.out;
+}
+
+UnknownName answerOfUnknownName(std::string const & snapshot, std::vector<std::string> arguments) {
+    Finished const finished = shown(snapshot, arguments);
+    EXPECT_EQ(finished.status, 4) << testing::PrintToString(arguments);
+    return {finished.out, onlyErrorLine(finished)};
 }
 
 std::string failure(std::string const & snapshot, std::vector<std::string> arguments) {
@@ -60,6 +70,10 @@ std::string exampleFabric() {
 
 std::string Asked::listing(std::vector<std::string> const & filters) const {
     return answer(snapshot_, with(filters));
+}
+
+UnknownName Asked::unknownName(std::vector<std::string> const & filters) const {
+    return answerOfUnknownName(snapshot_, with(filters));
 }
 
 std::string Asked::refusedFilter(std::vector<std::string> const & filters) const {

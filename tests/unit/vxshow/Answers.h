@@ -11,6 +11,16 @@
 /// the output.
 std::string answer(std::string const & snapshot, std::vector<std::string> arguments);
 
+/// A listing, and the line about a name in its filters.
+struct UnknownName {
+    std::string out;
+    std::string line;
+};
+
+/// Expects `arguments` to list the state `snapshot` and to report, as `failure` does but with exit
+/// status 4, a name that the state does not have.
+UnknownName answerOfUnknownName(std::string const & snapshot, std::vector<std::string> arguments);
+
 /// Expects `arguments` to fail on the state `snapshot`: exit 1, one line of printable ASCII
 /// that starts with the program's name, no output. Returns the rest of the line.
 std::string failure(std::string const & snapshot, std::vector<std::string> arguments);
@@ -34,6 +44,9 @@ public:
 
     /// As `answer`, for the command with these filters.
     std::string listing(std::vector<std::string> const & filters) const;
+
+    /// As `answerOfUnknownName`, for the command with these filters.
+    UnknownName unknownName(std::vector<std::string> const & filters) const;
 
     /// As `refused`, for the command with these filters.
     std::string refusedFilter(std::vector<std::string> const & filters) const;

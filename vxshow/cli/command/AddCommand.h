@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// What all commands have in common.
 namespace vxshow::cli::command {
@@ -18,6 +19,7 @@ namespace vxshow::cli::command {
 ///
 ///     void addFilters(CLI::App & command);   // its options, which fill the filters
 ///     Selection selection() const;           // the part of the state that it uses
+///     std::vector<std::string> unknown(Reading const & state) const; // names it does not have
 ///     void render(Mount const & mount, int fd, Output const & output);
 ///     Vex::AnyValues collect(Mount const & mount, Output const & output);
 ///
@@ -34,6 +36,9 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
     command->callback([&chosen, typed, words = group.get_name() + ' ' + name] {
         chosen.command = words;
         chosen.selection = typed->selection();
+        chosen.unknownNames = [typed](state::Reading const & state) {
+            return typed->unknown(state);
+        };
         chosen.render = [typed](state::Mount const & mount, int fd, Output const & output) {
             typed->render(mount, fd, output);
         };
@@ -43,6 +48,7 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
 /// A command as `model --of` uses it, with the filters that were typed.
 struct Collection {
     std::function<state::Selection()> selection;
+    std::function<std::vector<std::string>(state::Reading const &)> unknownNames;
     /// The library's command after it has collected, and the tables that it does not hold itself.
     std::function<Vex::AnyValues(state::Mount const &, Output const &)> collect;
 };
@@ -53,6 +59,7 @@ Collection addCollection(CLI::App & options) {
     auto const typed = std::make_shared<Typed>();
     typed->addFilters(options);
     return {[typed] { return typed->selection(); },
+            [typed](state::Reading const & state) { return typed->unknown(state); },
             [typed](state::Mount const & mount, Output const & output) {
                 return typed->collect(mount, output);
             }};

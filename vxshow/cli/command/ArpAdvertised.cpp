@@ -13,36 +13,52 @@ namespace Cli = VxlanController::Cli;
 
 struct ArpAdvertised {
     ArpFilters typed;
+    Vex::Ptr<Vex::Dir> entries; ///< those that are listed
     Vex::Ptr<Cli::ArpAdvertised> command;
 
     void addFilters(CLI::App & options) { typed.addTo(options); }
 
     state::Selection selection() const {
-        return {.received = false, .routers = false, .macTables = false, .vni = typed.vni};
+        return {.received = false, .routers = false, .macTables = false, .vni = typed.vnis.one};
+    }
+
+    std::vector<std::string> unknown(state::Reading const & /* state */) const { return {}; }
+
+    Vex::Ptr<Vex::Dir> narrowed(Vex::Ptr<Vex::Dir> const & advertised) const {
+        auto const tables = typed.narrowing();
+        if (tables.keepsAll()) {
+            return advertised;
+        }
+        return state::narrow::narrowedEntries(
+            advertised,
+            [](std::string_view name) {
+                return vniOfEntryName(std::string(name), NoNumber::isAnError);
+            },
+            tables);
     }
 
     void build(state::Mount const & mount, Output const & output) {
-        command = Cli::arpAdvertisedFactory(mount.advertised.vnis, output.vniDotted, typed.vni,
-                                            typed.mac, typed.ip);
+        entries = narrowed(mount.advertised.vnis);
+        command = Cli::arpAdvertisedFactory(entries, output.vniDotted, typed.vnis.one,
+                                            typed.macs.one, typed.ips.one);
     }
 
     void render(state::Mount const & mount, int fd, Output const & output) {
         build(mount, output);
-        namingFaultyEntries(mount, [&] { renderOn(fd, output, *command); });
+        namingFaultyEntries([&] { renderOn(fd, output, *command); });
     }
 
     Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
         build(mount, output);
         auto const tables = Cli::vxlanFdbSetFactory();
-        namingFaultyEntries(mount, [&] { Cli::collectArp(*command, *tables); });
+        namingFaultyEntries([&] { Cli::collectArp(*command, *tables); });
         return {command, tables};
     }
 
     template <class Render>
-    void namingFaultyEntries(state::Mount const & mount, Render && render) {
-        auto const & vnis = mount.advertised.vnis;
-        renderNamingDisagreement(vnis, Cli::arpFilterOf(*command), [&] {
-            renderNamingInvalidEntry(vnis, NoNumber::isAnError, render);
+    void namingFaultyEntries(Render && render) {
+        renderNamingDisagreement(entries, Cli::arpFilterOf(*command), [&] {
+            renderNamingInvalidEntry(entries, NoNumber::isAnError, render);
         });
     }
 };

@@ -2,6 +2,7 @@
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
+#include "vxshow/cli/command/UnknownNames.h"
 
 namespace vxshow::cli::command {
 
@@ -11,25 +12,51 @@ namespace Cli = VxlanController::Cli;
 
 struct ArpReceived {
     ArpFilters typed;
-    std::string switchName;
+    filter::NameFilter switches;
     Vex::Ptr<Cli::ArpReceived> command;
 
     void addFilters(CLI::App & options) {
         typed.addTo(options);
-        options.add_option("--switch", switchName, "Only this switch by name")->type_name("NAME");
+        addNameFilter(options, "--switch", switches, "NAME",
+                      "Only these switches by name or pattern, leaf*");
     }
 
     state::Selection selection() const {
         return {.advertised = false,
                 .routers = false,
                 .macTables = false,
-                .vni = typed.vni,
-                .source = switchName};
+                .vni = typed.vnis.one,
+                .source = switches.one};
+    }
+
+    std::vector<std::string> unknown(state::Reading const & state) const {
+        if (switches.isNone()) {
+            return {};
+        }
+        auto const asked = switches.all();
+        return unknownNames({.option = "--switch",
+                             .kind = "switch",
+                             .asked = asked,
+                             .known = switchNames(state.mount)},
+                            state.complete);
+    }
+
+    Vex::Ptr<Vex::Dir> narrowed(Vex::Ptr<Vex::Dir> const & received) const {
+        auto const tables = typed.narrowing();
+        if (tables.keepsAll() && switches.many.empty()) {
+            return received;
+        }
+        state::narrow::KeepName keep;
+        if (!switches.many.empty()) {
+            keep = [&](std::string_view name) { return switches.many.contains(name); };
+        }
+        return state::narrow::narrowedSwitches(received, keep, tables);
     }
 
     void build(state::Mount const & mount, Output const & output) {
-        command = Cli::arpReceivedFactory(mount.received.switches, output.vniDotted, typed.vni,
-                                          typed.mac, typed.ip, switchName);
+        command =
+            Cli::arpReceivedFactory(narrowed(mount.received.switches), output.vniDotted,
+                                    typed.vnis.one, typed.macs.one, typed.ips.one, switches.one);
     }
 
     void render(state::Mount const & mount, int fd, Output const & output) {

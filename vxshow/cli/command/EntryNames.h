@@ -3,6 +3,7 @@
 #include "Vex/Dir.h"
 #include "Vex/Errors.h"
 #include "Vex/Reinstantiation.h"
+#include "Vxlan/Vni.h"
 
 #include <optional>
 #include <stdexcept>
@@ -17,6 +18,10 @@ namespace vxshow::cli::command {
 
 /// How a command treats a name that does not begin with a number.
 enum class NoNumber { isZero, isAnError };
+
+/// The VNI of the entry `name` as a command reads it: blanks and a sign can precede the number,
+/// anything can follow it. nullopt if the command refuses the name.
+std::optional<Vxlan::Vni> vniOfEntryName(std::string const & name, NoNumber noNumber);
 
 /// What is wrong with the first entry, in the order of the names, whose name the command refuses:
 /// "entry 'abc': found no number, expected a VNI in decimal". nullopt if it accepts all names.

@@ -1,6 +1,7 @@
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
+#include "vxshow/cli/command/UnknownNames.h"
 
 namespace vxshow::cli::command {
 
@@ -10,27 +11,58 @@ namespace Cli = VxlanController::Cli;
 
 struct MacReceived {
     MacFilters typed;
+    filter::SourceFilter source;
     Vex::Ptr<Cli::VcsVniReceived> command;
 
     void addFilters(CLI::App & options) {
-        typed.addTo(options, "--source",
-                    "Only this switch by name; all: every switch; hsc, qvx, evpn: that source");
+        typed.addTo(options);
+        addSourceFilter(options, source);
     }
 
     state::Selection selection() const {
         return {.advertised = false,
                 .routers = false,
                 .arpTables = false,
-                .vni = typed.vni,
-                .mac = typed.mac,
-                .source = typed.name};
+                .vni = typed.vnis.one,
+                .mac = typed.macs.one,
+                .source = source.one};
+    }
+
+    std::vector<std::string> unknown(state::Reading const & state) const {
+        auto const asked = source.askedSwitches();
+        if (asked.empty()) {
+            return {};
+        }
+        return unknownNames({.option = "--source",
+                             .kind = "source",
+                             .asked = asked,
+                             .known = switchNames(state.mount),
+                             .words = {"all", "hsc", "qvx", "evpn"}},
+                            state.complete);
+    }
+
+    state::Mount::Received narrowed(state::Mount::Received const & received) const {
+        auto const tables = typed.narrowing();
+        if (tables.keepsAll() && !source.isList) {
+            return received;
+        }
+        state::narrow::KeepName keepSwitch;
+        state::narrow::KeepName keepSource;
+        if (source.isList) {
+            keepSwitch = [&](std::string_view name) { return source.takesSwitch(name); };
+            keepSource = [&](std::string_view name) { return source.takesSource(name); };
+        }
+        return {.switches = state::narrow::narrowedSwitches(received.switches, keepSwitch, tables),
+                .sources = state::narrow::narrowedSources(received.sources, keepSource, tables),
+                .evpn = state::narrow::narrowedEvpn(received.evpn, keepSource, tables)};
     }
 
     void build(state::Mount const & mount, Output const & output) {
-        auto const & state = mount.received;
-        command =
-            Cli::vcsVniReceivedFactory(state.switches, state.sources, state.evpn, output.vniDotted,
-                                       typed.vni, typed.mac, typed.name, typed.vteps);
+        auto const state = narrowed(mount.received);
+        command = Cli::vcsVniReceivedFactory(
+            state.switches, state.sources, state.evpn, output.vniDotted, typed.vnis.one,
+            typed.macs.one, source.one,
+            vtepListOf(typed.vteps, state.switches, state.sources, state.evpn));
     }
 
     void render(state::Mount const & mount, int fd, Output const & output) {

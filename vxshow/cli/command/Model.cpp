@@ -140,6 +140,7 @@ void addObjects(CLI::App & model, CommandLine & chosen, std::string const & of) 
     model.callback([&chosen, collection, of] {
         chosen.command = "model --of '" + of + "'";
         chosen.selection = collection->selection();
+        chosen.unknownNames = collection->unknownNames;
         chosen.render = [collection](state::Mount const & mount, int fd, Output const & output) {
             listCollected(*collection, mount, fd, output);
         };

@@ -1,6 +1,8 @@
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
+#include "vxshow/cli/command/UnknownNames.h"
+#include "vxshow/state/narrow/NarrowRouters.h"
 
 namespace vxshow::cli::command {
 
@@ -9,17 +11,23 @@ namespace {
 namespace Cli = VxlanController::Cli;
 
 struct RouterDetail {
-    RouterFilter router;
+    filter::NameFilter routers;
     Vex::Ptr<Cli::VcsLR> command;
 
-    void addFilters(CLI::App & options) { router.addTo(options); }
+    void addFilters(CLI::App & options) { addRouterFilter(options, routers); }
 
     state::Selection selection() const { return selectsRouters(); }
 
+    std::vector<std::string> unknown(state::Reading const & state) const {
+        return unknownRouters(routers, state);
+    }
+
     void build(state::Mount const & mount, Output const & output) {
         auto const & state = mount.routers;
-        command = Cli::vcsLRFactory(state.publishStatus, state.switchInfoDir, state.lRStatusDir,
-                                    output.vniDotted, router.name);
+        command =
+            Cli::vcsLRFactory(state.publishStatus, state.switchInfoDir,
+                              state::narrow::narrowedRouterStatus(state.lRStatusDir, routers.many),
+                              output.vniDotted, routers.one);
     }
 
     void render(state::Mount const & mount, int fd, Output const & output) {

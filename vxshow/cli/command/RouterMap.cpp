@@ -1,6 +1,9 @@
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
+#include "vxshow/cli/command/SwitchesNamed.h"
+#include "vxshow/cli/command/UnknownNames.h"
+#include "vxshow/state/narrow/NarrowRouters.h"
 
 namespace vxshow::cli::command {
 
@@ -9,28 +12,52 @@ namespace {
 namespace Cli = VxlanController::Cli;
 
 struct RouterMap {
-    RouterFilter router;
-    std::string switchId;
-    Vex::Ptr<Cli::VtepList> vteps = Cli::vtepListFactory();
+    filter::NameFilter routers;
+    filter::NameFilter switches;
+    filter::VtepFilter vteps;
+    std::string identifier; ///< of the one switch that is listed; empty: of any
     Vex::Ptr<Cli::VcsLRMap> command;
 
     void addFilters(CLI::App & options) {
-        router.addTo(options);
-        options
-            .add_option("--switch", switchId,
-                        "Only the switch with this identifier, typed exactly as it is "
-                        "published: the same address in another form is another identifier")
-            ->type_name("ID");
-        addVtepFilter(options, *vteps,
-                      "Only the switches of these VTEPs, IPv4; ignored when --switch is given");
+        addRouterFilter(options, routers);
+        addNameFilter(options, "--switch", switches, "SWITCH",
+                      "Only these switches: by system identifier, a MAC address in any of its "
+                      "forms, by name where the state knows it, or by pattern, leaf*");
+        addVtepFilter(options, vteps,
+                      "Only the switches of these VTEPs, IPv4; or of those of this subnet: "
+                      "10.0.0.0/24");
     }
 
     state::Selection selection() const { return selectsRouters(); }
 
+    std::vector<std::string> unknown(state::Reading const & state) const {
+        auto lines = unknownRouters(routers, state);
+        auto const more = unknownSwitches(switches, state);
+        lines.insert(lines.end(), more.begin(), more.end());
+        return lines;
+    }
+
+    /// The switches to list; sets `identifier` instead if the library can select the one.
+    Vex::Ptr<VxlanController::SwitchInfoDir> narrowed(state::Mount::Routers const & state) {
+        identifier.clear();
+        if (switches.isNone()) {
+            return state.switchInfoDir;
+        }
+        auto const identifiers = switchesNamed(switches, state);
+        // Beside an identifier, the library would ignore the VTEPs.
+        if (identifiers.size() == 1 && vteps.isNone()) {
+            identifier = *identifiers.begin();
+            return state.switchInfoDir;
+        }
+        return state::narrow::narrowedSwitchInfo(state.switchInfoDir, identifiers);
+    }
+
     void build(state::Mount const & mount) {
         auto const & state = mount.routers;
-        command = Cli::vcsLRMapFactory(state.publishStatus, state.switchInfoDir, router.name,
-                                       switchId, vteps);
+        auto const switchInfo = narrowed(state);
+        command = Cli::vcsLRMapFactory(
+            state::narrow::narrowedPublished(state.publishStatus, routers.many), switchInfo,
+            routers.one, identifier, vtepListOf(vteps, switchInfo));
     }
 
     void render(state::Mount const & mount, int fd, Output const & output) {
@@ -40,7 +67,8 @@ struct RouterMap {
 
     Vex::AnyValues collect(state::Mount const & mount, Output const & /* output */) {
         build(mount);
-        command->buildLRMap(router.name, switchId, vteps);
+        command->buildLRMap(command->lRNameFilter(), command->switchFilter(),
+                            command->vtepFilter());
         return {command};
     }
 };

@@ -1,6 +1,8 @@
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
+#include "vxshow/cli/command/UnknownNames.h"
+#include "vxshow/state/narrow/NarrowRouters.h"
 
 namespace vxshow::cli::command {
 
@@ -9,19 +11,27 @@ namespace {
 namespace Cli = VxlanController::Cli;
 
 struct RouterRoutes {
-    RouterFilter router;
-    Nolt::IpGenPrefix prefix;
+    filter::NameFilter routers;
+    filter::PrefixFilter prefixes;
     Vex::Ptr<Cli::VcsLRRoute> command;
 
     void addFilters(CLI::App & options) {
-        router.addTo(options);
-        addPrefixFilter(options, prefix);
+        addRouterFilter(options, routers);
+        addPrefixFilter(options, prefixes);
     }
 
     state::Selection selection() const { return selectsRouters(); }
 
+    std::vector<std::string> unknown(state::Reading const & state) const {
+        return unknownRouters(routers, state);
+    }
+
     void build(state::Mount const & mount) {
-        command = Cli::vcsLRRouteFactory(mount.routers.lRStatusDir, router.name, prefix);
+        auto status = state::narrow::narrowedRouterStatus(mount.routers.lRStatusDir, routers.many);
+        if (!prefixes.many.empty()) {
+            status = state::narrow::narrowedRoutes(status, prefixes.many);
+        }
+        command = Cli::vcsLRRouteFactory(status, routers.one, prefixes.one);
     }
 
     void render(state::Mount const & mount, int fd, Output const & output) {

@@ -65,7 +65,6 @@ TEST(CommandLine, AcceptsEachFilterInEachForm) {
 TEST(CommandLine, AFilterThatMatchesNothingIsNotAnError) {
     for (auto const & filters : std::vector<std::vector<std::string>>{{"--vni", "4097"},
                                                                       {"--mac", "0200.0000.0002"},
-                                                                      {"--source", "leaf2"},
                                                                       {"--source", "hsc"},
                                                                       {"--vtep", "10.0.0.2"}}) {
         std::string const out = listing(received(filters));
@@ -148,10 +147,10 @@ TEST(CommandLine, UnknownWordsAndOptionsAreRefusedWithWhatIsAccepted) {
     refused({"--bogus", "mac", "received"});
     refused({"--json=7", "mac", "received"});
     refused({"--dotted=no", "mac", "received"});
-    EXPECT_EQ(refused({"mac", "received", "--vni", "1", "--vni", "2"}),
-              "--vni: given more than once");
-    EXPECT_EQ(refused({"router", "map", "--router", "a", "--router", "b"}),
-              "--router: given more than once");
+    EXPECT_EQ(refused({"mac", "advertised", "--dest", "hsc", "--dest", "evpn"}),
+              "--dest: given more than once");
+    EXPECT_EQ(refused({"mac", "received", "--revision", "1", "--revision", "2"}),
+              "--revision: given more than once");
     EXPECT_EQ(refused({"model", "--vni", "10"}),
               "'--vni': not expected here; see 'vxshow model --help'");
 }

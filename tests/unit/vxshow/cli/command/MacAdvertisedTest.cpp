@@ -86,10 +86,13 @@ TEST(MacAdvertised, AcceptsEachFilterInEachForm) {
     }
 }
 
-TEST(MacAdvertised, HasTwoDestinationsAndShowsTheSwitchesForAnyOther) {
+TEST(MacAdvertised, HasThreeDestinationsAndRefusesAnyOther) {
     std::string const everything = macAdvertised.listing({});
-    for (char const * dest : {"", "all", "qvx", "leaf1", "HSC", "Evpn"}) {
-        EXPECT_EQ(macAdvertised.listing({"--dest", dest}), everything) << dest;
+    EXPECT_EQ(macAdvertised.listing({"--dest", "switches"}), everything);
+    EXPECT_EQ(macAdvertised.listing({"--dest", ""}), everything);
+    for (std::string const dest : {"all", "qvx", "leaf1", "HSC", "Evpn", "hsc,evpn"}) {
+        EXPECT_EQ(macAdvertised.refusedFilter({"--dest", dest}),
+                  "--dest: '" + dest + "': expected switches, hsc or evpn");
     }
     EXPECT_EQ(macAdvertised.listing({"--dest", "hsc"}), macAdvertisedHead +
                                                             (toHsc + macAdvertisedTotal(1)) +

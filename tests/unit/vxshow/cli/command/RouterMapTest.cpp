@@ -1,6 +1,7 @@
 #include "tests/unit/vxshow/Answers.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -91,27 +92,87 @@ TEST(RouterMap, AcceptsEachFilter) {
     EXPECT_EQ(routerMap.listing({"--router", "", "--switch", ""}), routerMap.listing({}));
 }
 
-TEST(RouterMap, TheSwitchFilterIgnoresTheVtepsOfOtherSwitches) {
-    EXPECT_EQ(routerMap.listing({"--switch", "00:1c:73:00:00:02", "--vtep", "10.0.0.1"}),
+TEST(RouterMap, VtepsBesideASwitchNarrowFurther) {
+    std::string const nothing = routerMapHead + routerMapTotal(0);
+    EXPECT_EQ(routerMap.listing({"--switch", "00:1c:73:00:00:02", "--vtep", "10.0.0.1"}), nothing);
+    EXPECT_EQ(routerMap.listing({"--switch", "00:1c:73:00:00:02", "--vtep", "10.0.0.9"}),
               routerMap.listing({"--switch", "00:1c:73:00:00:02"}));
+    EXPECT_EQ(routerMap.listing(
+                  {"--switch", "00:1c:73:00:00:01,00:1c:73:00:00:02", "--vtep", "10.0.0.1"}),
+              routerMapHead + prodOn1 + routerMapTotal(1));
+}
+
+TEST(RouterMap, TheSwitchIsFoundByItsAddressInAnyForm) {
+    std::string const second = routerMapHead + dmzOn2 + prodOn2 + routerMapTotal(2);
+    for (char const * form : {"001c.7300.0002", "00-1c-73-00-00-02", "00:1C:73:00:00:02",
+                              "001c73000002", "001C73000002"}) {
+        EXPECT_EQ(routerMap.listing({"--switch", form}), second) << form;
+    }
+}
+
+TEST(RouterMap, TheExactIdentifierComesBeforeOtherFormsOfTheAddress) {
+    auto const state = snapshotWith("routers", R"({
+        "switches": { "00:1c:73:00:00:01": { "vteps": [ "10.0.0.1" ] },
+                      "001c.7300.0001": { "vteps": [ "10.0.0.2" ] } },
+        "vteps": { "10.0.0.1": { "active": true }, "10.0.0.2": { "active": true } },
+        "published": { "00:1c:73:00:00:01": {
+            "vxlancontroller/version2/logicalRouter/prod": "Vxlan" } } })");
+    std::string const exact =
+        R"({"logicalRouterMap":{"prod":{"switches":[{"switchId":"001c.7300.0001",)"
+        R"("vtepIp":"10.0.0.2"}]}}})"
+        "\n";
+    std::string const both =
+        R"({"logicalRouterMap":{"prod":{"switches":[{"switchId":"001c.7300.0001",)"
+        R"("vtepIp":"10.0.0.2"},{"switchId":"00:1c:73:00:00:01","vtepIp":"10.0.0.1"}]}}})"
+        "\n";
+    EXPECT_EQ(answer(state, {"--json", "router", "map", "--switch", "001c.7300.0001"}), exact);
+    EXPECT_EQ(answer(state, {"--json", "router", "map", "--switch", "001c73000001"}), both);
+}
+
+TEST(RouterMap, PatternsAndListsSelectRoutersAndSwitches) {
+    EXPECT_EQ(routerMap.listing({"--router", "p*"}), routerMap.listing({"--router", "prod"}));
+    EXPECT_EQ(routerMap.listing({"--router", "d?z,prod"}), routerMap.listing({}));
+    EXPECT_EQ(routerMap.listing({"--router", "dmz", "--router", "prod"}), routerMap.listing({}));
+    EXPECT_EQ(routerMap.listing({"--switch", "*:02"}),
+              routerMap.listing({"--switch", "00:1c:73:00:00:02"}));
+    EXPECT_EQ(routerMap.listing({"--switch", "00:1c:73:00:00:01,001c.7300.0002"}),
+              routerMap.listing({}));
+}
+
+TEST(RouterMap, ASubnetOfVtepsSelectsTheirSwitches) {
+    std::string const first = routerMapHead + prodOn1 + routerMapTotal(1);
+    EXPECT_EQ(routerMap.listing({"--vtep", "10.0.0.0/30"}), first);
+    EXPECT_EQ(routerMap.listing({"--vtep", "10.0.0.0/28"}), routerMap.listing({}));
+    EXPECT_EQ(routerMap.listing({"--vtep", "10.0.0.1/32"}), first);
+    EXPECT_EQ(routerMap.listing({"--vtep", "192.0.2.0/24"}), routerMapHead + routerMapTotal(0));
 }
 
 TEST(RouterMap, AFilterThatMatchesNothingIsNotAnError) {
     std::string const nothing = routerMapHead + routerMapTotal(0);
-    for (auto const & filters :
-         std::vector<std::vector<std::string>>{{"--router", "Prod"},
-                                               {"--router", "pro"},
-                                               {"--router", "other"},
-                                               {"--router", "old"},
-                                               {"--switch", "00:1c:73:00:00:03"},
-                                               {"--switch", "00:1c:73:00:00:08"},
-                                               {"--switch", "001c.7300.0002"},
-                                               {"--switch", "00:1C:73:00:00:01"},
-                                               {"--switch", "leaf1"},
-                                               {"--vtep", "10.0.0.2"}}) {
+    for (auto const & filters : std::vector<std::vector<std::string>>{
+             {"--router", "other"}, {"--switch", "00:1c:73:00:00:03"}, {"--vtep", "10.0.0.2"}}) {
         EXPECT_EQ(routerMap.listing(filters), nothing) << testing::PrintToString(filters);
     }
-    EXPECT_EQ(routerMap.listing({"--json", "--router", "Prod"}), "{\"logicalRouterMap\":{}}\n");
+}
+
+TEST(RouterMap, ANameThatTheStateDoesNotHaveIsReported) {
+    std::string const nothing = routerMapHead + routerMapTotal(0);
+    for (auto const & [option, name, hint] :
+         std::vector<std::tuple<std::string, std::string, std::string>>{
+             {"router", "Prod", "; did you mean prod?"},
+             {"router", "pro", "; did you mean prod?"},
+             {"router", "old", ""},
+             {"switch", "00:1c:73:00:00:08", ""},
+             {"switch", "leaf1", ""}}) {
+        auto const [out, line] = routerMap.unknownName({"--" + option, name});
+        EXPECT_EQ(out, nothing);
+        EXPECT_EQ(line, "--" + option + ": no " + option + " is named \"" + name + "\"" + hint);
+    }
+    auto const [out, line] = routerMap.unknownName({"--switch", "leaf*"});
+    EXPECT_EQ(out, nothing);
+    EXPECT_EQ(line, "--switch: no switch has a name like \"leaf*\"");
+    EXPECT_EQ(routerMap.unknownName({"--json", "--router", "Prod"}).out,
+              "{\"logicalRouterMap\":{}}\n");
 }
 
 TEST(RouterMap, AbsentStateIsAnEmptyTable) {
@@ -154,14 +215,20 @@ TEST(RouterMap, AStateWithAnUndescribedVtepIsRefused) {
 }
 
 TEST(RouterMap, RefusesInvalidValues) {
-    for (char const * ip : {"2001:db8::1", "10.0.0", "10.0.0.1/32", "leaf1", ""}) {
+    for (char const * ip : {"2001:db8::1", "10.0.0", "leaf1", ""}) {
         EXPECT_EQ(routerMap.refusedFilter({"--vtep", ip}),
                   "--vtep: '" + std::string(ip) + "': expected an IPv4 address such as 10.0.0.1");
     }
     EXPECT_EQ(routerMap.refusedFilter({"--vtep", "10.0.0.1", "2001:db8::1"}),
               "--vtep: '2001:db8::1': expected an IPv4 address such as 10.0.0.1");
+    EXPECT_EQ(routerMap.refusedFilter({"--vtep", "2001:db8::/32"}),
+              "--vtep: '2001:db8::/32': expected an IPv4 subnet such as 10.0.0.0/24");
+    EXPECT_EQ(routerMap.refusedFilter({"--vtep", "10.0.0.1/24"}),
+              "--vtep: '10.0.0.1/24': expected 10.0.0.0/24, with no bits set beyond the prefix "
+              "length");
     EXPECT_EQ(routerMap.refusedFilter({"--router"}), "--router: no value; expected NAME");
-    EXPECT_EQ(routerMap.refusedFilter({"--switch", "--json"}), "--switch: no value; expected ID");
+    EXPECT_EQ(routerMap.refusedFilter({"--switch", "--json"}),
+              "--switch: no value; expected SWITCH");
     EXPECT_EQ(routerMap.refusedFilter({"--vtep", "[10.0.0.1]"}),
               "--vtep: '[10.0.0.1]': expected IP");
     routerMap.knowsNone({"--vni", "--prefix", "--mac", "--source"});

@@ -105,14 +105,30 @@ TEST(RouterRoutes, ThePrefixFilterKeepsWhatOverlaps) {
 TEST(RouterRoutes, AFilterThatMatchesNothingIsNotAnError) {
     std::string const nothing = routerRoutesHead + routerRoutesTotal(0);
     for (auto const & filters :
-         std::vector<std::vector<std::string>>{{"--router", "Prod"},
-                                               {"--router", "empty"},
+         std::vector<std::vector<std::string>>{{"--router", "empty"},
                                                {"--prefix", "2001:db9::/32"},
                                                {"--router", "dmz", "--prefix", "10.0.0.0/8"}}) {
         EXPECT_EQ(routerRoutes.listing(filters), nothing) << testing::PrintToString(filters);
     }
     EXPECT_EQ(routerRoutes.listing({"--json", "--router", "empty"}), "{\"route\":{}}\n");
     EXPECT_EQ(routerRoutes.listing({"--router", ""}), routerRoutes.listing({}));
+}
+
+TEST(RouterRoutes, ARouterThatTheStateDoesNotHaveIsReported) {
+    auto const [out, line] = routerRoutes.unknownName({"--router", "Prod,dmz"});
+    EXPECT_EQ(out, routerRoutes.listing({"--router", "dmz"}));
+    EXPECT_EQ(line, "--router: no router is named \"Prod\"; did you mean prod?");
+}
+
+TEST(RouterRoutes, ListsSelectWhatAnyOfTheirValuesSelects) {
+    EXPECT_EQ(routerRoutes.listing({"--prefix", "0.0.0.0/0,::/0"}), routerRoutes.listing({}));
+    EXPECT_EQ(routerRoutes.listing({"--prefix", "0.0.0.0/0", "--prefix", "::/0"}),
+              routerRoutes.listing({}));
+    EXPECT_EQ(routerRoutes.listing({"--router", "*"}), routerRoutes.listing({}));
+    EXPECT_EQ(routerRoutes.listing({"--router", "dmz,dmz"}),
+              routerRoutes.listing({"--router", "dmz"}));
+    EXPECT_EQ(routerRoutes.listing({"--prefix", "10.0.0.0/8,10.0.0.0/8"}),
+              routerRoutes.listing({"--prefix", "10.0.0.0/8"}));
 }
 
 TEST(RouterRoutes, AbsentStateIsAnEmptyTable) {

@@ -1,0 +1,88 @@
+#include "tests/unit/vxshow/Process.h"
+
+#include <gtest/gtest.h>
+
+/// Names in filters, on live sources: FRR, whose vtysh is a script here.
+
+namespace {
+
+/// A fabric with the switches leaf1 and leaf2, on which the logical router red runs. `more` is
+/// added at the end.
+std::string fabricOfTwoSwitches(std::string const & more = "") {
+    std::string text;
+    for (std::string const number : {"1", "2"}) {
+        text += R"([[source]]
+kind = "frr"
+name = "leaf)" + number +
+                R"("
+system_id = "001c.7300.000)" +
+                number + R"("
+remote_shell = false
+command = ["sh", "-c", '''
+for word; do
+    case $word in show*) echo "host# $word";; esac
+    case $word in
+    "show evpn vni detail json") echo '[
+        {"vni":10,"type":"L2","vrf":"red","vtepIp":"10.0.0.)" +
+                number + R"("},
+        {"vni":9001,"type":"L3","tenantVrf":"red","localVtepIp":"10.0.0.)" +
+                number + R"(","routerMac":"02:00:00:00:00:01"}]';;
+    "show vrf vni json") echo '{"vrfs":[{"vrf":"red","state":"Up"}]}';;
+    "show interface vrf red json") echo '{"lo":{}}';;
+    esac
+done
+''', "vtysh"]
+)";
+    }
+    return text + more;
+}
+
+std::string const deadSource = R"([[source]]
+kind = "frr"
+name = "leaf3"
+command = ["false"]
+)";
+
+Finished listingOf(std::vector<std::string> arguments, std::string const & fabric) {
+    arguments.insert(arguments.begin(), {"--fabric", "-"});
+    return vxshow(arguments, {.input = fabric});
+}
+
+} // namespace
+
+TEST(LiveNames, ASwitchIsFoundByItsNameOrItsIdentifier) {
+    std::string const fabric = fabricOfTwoSwitches();
+    std::string const second =
+        R"({"logicalRouterMap":{"red":{"switches":[{"switchId":"00:1c:73:00:00:02",)"
+        R"("vtepIp":"10.0.0.2"}]}}})"
+        "\n";
+    for (char const * name : {"leaf2", "00:1c:73:00:00:02", "001c73000002", "name:leaf2", "*2"}) {
+        Finished const finished = listingOf({"--json", "router", "map", "--switch", name}, fabric);
+        EXPECT_EQ(finished.out, second) << name;
+        EXPECT_EQ(finished.err, "");
+        EXPECT_EQ(finished.status, 0);
+    }
+    EXPECT_EQ(listingOf({"--json", "router", "map", "--switch", "leaf1,leaf2"}, fabric).out,
+              listingOf({"--json", "router", "map"}, fabric).out);
+}
+
+TEST(LiveNames, ASwitchThatNoSourceHasIsReported) {
+    Finished const finished =
+        listingOf({"--json", "router", "map", "--switch", "leef2"}, fabricOfTwoSwitches());
+    EXPECT_EQ(finished.out, "{\"logicalRouterMap\":{}}\n");
+    EXPECT_EQ(finished.err,
+              "vxshow: --switch: no switch is named \"leef2\"; did you mean leaf2?\n");
+    EXPECT_EQ(finished.status, 4);
+}
+
+TEST(LiveNames, ASourceThatFailedCanBeTheOneThatWasNamed) {
+    Finished const finished = listingOf({"--json", "mac", "received", "--source", "leaf3"},
+                                        fabricOfTwoSwitches(deadSource));
+    EXPECT_EQ(finished.out, "{\"switches\":{},\"nonSwitchSources\":{}}\n");
+    EXPECT_NE(finished.err.find("vxshow: leaf3: "), std::string::npos) << finished.err;
+    EXPECT_NE(finished.err.find("\nvxshow: --source: no source of those that answered is named "
+                                "\"leaf3\"\n"),
+              std::string::npos)
+        << finished.err;
+    EXPECT_EQ(finished.status, 3);
+}
