@@ -133,7 +133,8 @@ def status(**tables):
 # Received MAC and ARP tables.
 
 
-@dimension(250, *MAC_RECEIVED, *ARP_RECEIVED, "mac received --source leaf1", "capture -")
+@dimension(250, *MAC_RECEIVED, *ARP_RECEIVED, "mac received --source leaf1", "mac received --source 'leaf*,hsc'", "arp received --switch 'l?*'",
+           "capture -")
 def switches(size):
     return received({f"leaf{i + 1}": {"10": small_tables()} for i in range(size)})
 
@@ -149,6 +150,9 @@ def vnis_of_a_switch(size):
     "--pretty mac received",
     "mac received --mac 02:00:00:00:00:00",
     "mac received --vtep 10.0.0.1",
+    "mac received --vni 1-16777215",
+    "mac received --mac 02:00:*",
+    "mac received --vtep 10.0.0.0/8",
     "capture -",
     "model --of 'mac received'",
     "--json model --of 'mac received'",
@@ -318,7 +322,8 @@ def uplink(ports=1, number=1):
     return {"mac": mac(number), "vtep": ipv4(1), "ports": listed}
 
 
-@dimension(100, *MAP, *DETAIL, *ROUTES, "router map --router r1", "--json model --of 'router map'")
+@dimension(100, *MAP, *DETAIL, *ROUTES, "router map --router r1", "router map --router 'r*'",
+           "router routes --router 'r*'", "router routes --prefix 10.0.0.0/8,::/0", "--json model --of 'router map'")
 def logical_routers(size):
     names = [f"r{i + 1}" for i in range(size)]
     tables = {
@@ -329,7 +334,8 @@ def logical_routers(size):
     return document(routers={**routers(names, 1), "status": {name: tables for name in names}})
 
 
-@dimension(250, *MAP, "router map --vtep 10.0.0.1", "capture -", "model --of 'router map'")
+@dimension(250, *MAP, "router map --vtep 10.0.0.1", "router map --vtep 10.0.0.0/8",
+           "router map --switch '*'", "capture -", "model --of 'router map'")
 def switches_of_a_router(size):
     return document(routers=routers(["r1"], size))
 

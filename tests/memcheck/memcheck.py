@@ -42,6 +42,11 @@ OF_THE_EXAMPLE = [
     ["mac", "received", "--source", "leaf1", "--vni", "10", "--vtep", "10.0.0.1"],
     ["arp", "received", "--ip", "2001:db8:10::11"],
     ["router", "routes", "--prefix", "10.20.0.0/16"],
+    ["mac", "received", "--source", "leaf*,evpn", "--vni", "10,20-30", "--mac", "00:00:5e:*"],
+    ["mac", "advertised", "--vni", "10,20-30", "--vtep", "10.0.0.0/24"],
+    ["arp", "received", "--ip", "2001:db8:10::/64,192.0.2.0/24", "--switch", "leaf?"],
+    ["router", "map", "--switch", "00005e0053e1,0000.5e00.53e2", "--vtep", "10.0.0.0/24"],
+    ["router", "routes", "--router", "p*,storage", "--prefix", "10.20.0.0/16,::/0"],
 ]
 
 BEGINNING = b'{"format":"vxlan-controller-state","version":1,'
