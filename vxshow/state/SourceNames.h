@@ -27,4 +27,17 @@ inline constexpr char const * hscName = "HSC";
 inline constexpr char const * qvxName = "QVX";
 inline constexpr char const * evpnName = "EVPN";
 
+/// The words with which a listing is limited to sources: "all" is every switch, the others are the
+/// sources that are not switches. A switch of such a name is asked for in another way.
+inline constexpr std::array<std::string_view, 4> sourceWords{"all", "hsc", "qvx", "evpn"};
+
+constexpr bool isSourceWord(std::string_view text) noexcept {
+    for (std::string_view const word : sourceWords) {
+        if (text == word) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace vxshow::state

@@ -2,6 +2,7 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 #include "vxshow/cli/command/UnknownNames.h"
+#include "vxshow/state/SourceNames.h"
 
 namespace vxshow::cli::command {
 
@@ -37,7 +38,7 @@ struct MacReceived {
                              .kind = "source",
                              .asked = asked,
                              .known = switchNames(state.mount),
-                             .words = {"all", "hsc", "qvx", "evpn"}},
+                             .words = {state::sourceWords.begin(), state::sourceWords.end()}},
                             state.complete);
     }
 

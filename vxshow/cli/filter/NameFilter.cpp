@@ -3,23 +3,14 @@
 #include "Vex/Errors.h"
 #include "vxshow/state/SourceNames.h"
 
-#include <algorithm>
-#include <array>
-
 namespace vxshow::cli::filter {
 
 namespace {
 
+using state::isSourceWord;
 using state::narrow::NamePatterns;
 
 constexpr std::string_view literally = "name:";
-
-/// The words that are no names of switches, to the library and in lists.
-constexpr std::array<std::string_view, 4> sourceWords{"all", "hsc", "qvx", "evpn"};
-
-bool isSourceWord(std::string_view text) {
-    return std::find(sourceWords.begin(), sourceWords.end(), text) != sourceWords.end();
-}
 
 /// Calls `name(text, isLiteral)` for each name, and `pattern(text)` for each pattern.
 template <class TakeName, class TakePattern>

@@ -21,6 +21,18 @@ std::string joinedLines(std::vector<std::string> const & lines) {
     return text;
 }
 
+/// The remark on a switch whose name `--source` takes for something else, if the selection shows
+/// what it would be asked for.
+std::optional<std::string> wordAsName(Source const & source, state::Selection const & selection) {
+    bool const isWord = source.role == Role::switches && state::isSourceWord(source.name);
+    if (!isWord || !selection.received || !selection.macTables) {
+        return std::nullopt;
+    }
+    return "--source " + source.name + " is " +
+           (source.name == "all" ? "every switch" : "another source") +
+           "; --source name:" + source.name + " is this one";
+}
+
 } // namespace
 
 LiveState::LiveState(Fabric fabric, bool allOrNothing, state::Keep keep)
@@ -104,6 +116,9 @@ void LiveState::finish(std::size_t index, state::Selection const & selection, Ou
     auto const warning = outcome.answer ? outcome.answer->findings.warning(shown) : std::nullopt;
     if (warning) {
         reading.remarks.push_back(name + ": " + *warning);
+    }
+    if (auto const word = wordAsName(sources_[index], selection)) {
+        reading.remarks.push_back(name + ": " + *word);
     }
 }
 

@@ -75,6 +75,25 @@ TEST(LiveNames, ASwitchThatNoSourceHasIsReported) {
     EXPECT_EQ(finished.status, 4);
 }
 
+/// Which of the sources is meant must be known before the one is taken for the other.
+TEST(LiveNames, ASwitchThatIsCalledAsAWordOfTheFilterIsRemarkedOn) {
+    for (std::string const word : {"all", "hsc", "qvx", "evpn"}) {
+        std::string fabric = fabricOfTwoSwitches();
+        fabric.replace(fabric.find("leaf1"), 5, word);
+        std::string const remark = "vxshow: " + word + ": --source " + word + " is " +
+                                   (word == "all" ? "every switch" : "another source") +
+                                   "; --source name:" + word + " is this one\n";
+        EXPECT_EQ(listingOf({"mac", "received"}, fabric).err, remark);
+        Finished const named =
+            listingOf({"--json", "mac", "received", "--source", "name:" + word}, fabric);
+        EXPECT_EQ(named.err, remark);
+        EXPECT_EQ(named.status, 0);
+        EXPECT_EQ(listingOf({"router", "map"}, fabric).err, "");
+        fabric.insert(fabric.find("system_id"), "role = 'evpn'\n");
+        EXPECT_EQ(listingOf({"mac", "received"}, fabric).err, "");
+    }
+}
+
 TEST(LiveNames, ASourceThatFailedCanBeTheOneThatWasNamed) {
     Finished const finished = listingOf({"--json", "mac", "received", "--source", "leaf3"},
                                         fabricOfTwoSwitches(deadSource));
