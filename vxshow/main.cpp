@@ -39,6 +39,10 @@ namespace vxshow {
 namespace {
 
 [[noreturn]] void print(cli::Help const & help) {
+    if (!help.isAsked) {
+        static_cast<void>(system::writeAll(STDERR_FILENO, help.text));
+        terminal::exitNow(terminal::ExitStatus::usage);
+    }
     if (system::writeAll(STDOUT_FILENO, help.text)) {
         terminal::fail(terminal::ExitStatus::failed, "standard output: cannot be written");
     }

@@ -2,23 +2,28 @@
 
 #include "Vex/Errors.h"
 #include "Vex/KeyedHash.h"
+#include "vxshow/cli/HelpText.h"
 #include "vxshow/cli/NumberOption.h"
 #include "vxshow/cli/Refusals.h"
 #include "vxshow/cli/Version.h"
+#include "vxshow/terminal/Screen.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <memory>
+#include <string_view>
+#include <unistd.h>
+#include <vector>
+
 namespace vxshow::cli {
 
 namespace {
 
-constexpr char const * footer =
-    "Options shared by all commands (--state, --fabric, --json and so on) can be given before\n"
-    "or after the command; vxshow --help lists them.\n\n"
+constexpr char const * examples =
     "Examples:\n"
-    "  vxshow --state fabric.json mac received --vni 10\n"
+    "  vxshow --state fabric.json mac received --vni 10,20-30\n"
     "  vxshow --json mac received --source leaf1 --state fabric.json\n"
     "  vxshow --state fabric.json arp advertised --ip 2001:db8::1\n"
     "  vxshow --state fabric.json router routes --prefix 10.20.0.0/16\n"
@@ -44,6 +49,35 @@ void addOutputOptions(CLI::App & app, CommandLine & chosen) {
               [&](Vex::U32 number) { chosen.traceLevel = number; });
 }
 
+/// The options that every command takes, in groups of the help.
+void addGlobalOptions(CLI::App & app, CommandLine & chosen) {
+    constexpr char const * outputGroup = "Output";
+    auto & defaults = *app.option_defaults();
+    std::string const otherGroup = defaults.get_group();
+    defaults.group("State");
+    addStateOptions(app, chosen.state);
+    defaults.group(outputGroup);
+    addOutputOptions(app, chosen);
+    defaults.group(otherGroup);
+    app.get_option("--watch")->group(outputGroup);
+    app.get_option("--trace")->group(otherGroup);
+}
+
+/// The answer to `vxshow help WORDS`.
+std::variant<CommandLine, Help, UsageError> describe(CLI::App const & app,
+                                                     std::vector<std::string_view> const & words) {
+    CLI::App const * command = &app;
+    for (std::string_view const word : words) {
+        CLI::App const * const below = commandNamed(*command, word);
+        if (!below) {
+            return UsageError{unknownWord(*command, word)};
+        }
+        command = below;
+    }
+    CLI::App const * const parent = command->get_parent();
+    return Help{command->help(parent ? commandWords(*parent) : "")};
+}
+
 /// The line that refuses a value of VEX_HASH_SEED, which the platform ignores.
 std::optional<std::string> refuseHashSeed() {
     char const * const text = Vex::hashSeedText();
@@ -60,12 +94,21 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
                                                             AddCommands const & addCommands) {
     CommandLine chosen;
     CLI::App app("Shows what a VXLAN fabric knows", "vxshow");
-    app.footer(footer);
-    app.set_version_flag("--version", version);
+    auto const formatter = std::make_shared<HelpFormatter>();
+    app.formatter(formatter);
+    app.footer(examples);
+    app.set_help_flag("-h,--help", "Describe the program, or the command before it");
+    app.set_version_flag("-V,--version", version, "Print the version");
     app.require_subcommand(1);
-    addStateOptions(app, chosen.state);
-    addOutputOptions(app, chosen);
+    addGlobalOptions(app, chosen);
     addCommands(app, chosen, argc, argv);
+    if (argc <= 1) {
+        return Help{shortUsage(app, terminal::screenSize(STDERR_FILENO).columns), false};
+    }
+    if (argv[1] == helpCommand) {
+        formatter->columnsAre(terminal::screenSize(STDOUT_FILENO).columns);
+        return describe(app, {argv + 2, argv + argc});
+    }
 
     if (auto line = missingValue(app, argc, argv)) {
         return UsageError{*std::move(line)};
@@ -73,6 +116,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     try {
         app.parse(argc, argv);
     } catch (CLI::CallForHelp const &) {
+        formatter->columnsAre(terminal::screenSize(STDOUT_FILENO).columns);
         return Help{app.help()};
     } catch (CLI::CallForVersion const &) {
         return Help{std::string(version) + "\n"};

@@ -41,6 +41,7 @@ struct CommandLine {
 /// The command line asks for help or the version instead of a command.
 struct Help {
     std::string text;
+    bool isAsked = true; ///< false: nothing was typed, which is a usage error
 };
 
 /// The command line is invalid; one line says what was typed and what is accepted.

@@ -13,7 +13,7 @@ namespace {
 template <class Filter>
 CLI::Option * addFilter(CLI::App & command, std::string const & name, Filter & into,
                         Filter (*read)(filter::Texts const &), std::string const & help) {
-    return command.add_option_function<filter::Texts>(
+    auto * const option = command.add_option_function<filter::Texts>(
         name,
         [name, read, &into](filter::Texts const & texts) {
             try {
@@ -23,6 +23,7 @@ CLI::Option * addFilter(CLI::App & command, std::string const & name, Filter & i
             }
         },
         help);
+    return option->group(filterGroup);
 }
 
 /// Lets the option take one text each time it is given.

@@ -13,6 +13,9 @@
 /// what it accepts.
 namespace vxshow::cli {
 
+/// The group of filters in the help of a command.
+inline constexpr char const * filterGroup = "Filters";
+
 void addVniFilter(CLI::App & command, filter::VniFilter & vnis);
 void addMacFilter(CLI::App & command, filter::MacFilter & macs);
 

@@ -1,6 +1,9 @@
 #include "vxshow/cli/Refusals.h"
 
 #include "Vex/Errors.h"
+#include "vxshow/cli/FilterOptions.h"
+#include "vxshow/cli/HelpText.h"
+#include "vxshow/text/Similar.h"
 
 #include <string_view>
 #include <vector>
@@ -22,19 +25,6 @@ CLI::Option const * findOption(CLI::App const & app, std::string const & name) {
     return nullptr;
 }
 
-/// The command `word` of `app`, or `app` itself if it has no such command.
-CLI::App const * commandBelow(CLI::App const & app, std::string_view word) {
-    auto const found =
-        app.get_subcommands([&](CLI::App const * below) { return below->get_name() == word; });
-    return found.empty() ? &app : found.front();
-}
-
-/// "vxshow mac received", or just the program if no command was typed.
-std::string commandWords(CLI::App const & app) {
-    return app.get_parent() ? commandWords(*app.get_parent()).append(" ").append(app.get_name())
-                            : app.get_name();
-}
-
 /// The last word of the command that was typed.
 CLI::App const & typedCommand(CLI::App const & app) {
     auto const typed = app.get_subcommands();
@@ -47,6 +37,64 @@ std::string wordsThatFollow(CLI::App const & command) {
         words += (words.empty() ? "" : " or ") + below->get_name();
     }
     return words;
+}
+
+std::string didYouMean(std::string_view typed, std::vector<std::string_view> const & candidates) {
+    auto const similar = text::mostSimilar(typed, candidates);
+    return similar ? "; did you mean " + std::string(*similar) + "?" : "";
+}
+
+/// The options of `command` and of those above it, which take theirs as well.
+std::vector<std::string> optionNames(CLI::App const & command) {
+    std::vector<std::string> names;
+    for (auto const * app = &command; app; app = app->get_parent()) {
+        for (auto const * option : app->get_options()) {
+            for (std::string const & name : option->get_lnames()) {
+                names.push_back("--" + name);
+            }
+        }
+    }
+    return names;
+}
+
+/// The line for an option that a command has, but that stands before its words; nullopt if no
+/// command has it. `typed` is the command that was typed.
+std::optional<std::string> misplacedFilter(CLI::App const & typed, std::string const & name) {
+    auto const line = [&](CLI::App const & command, CLI::Option const & option) {
+        auto const type = option.get_type_name();
+        return Vex::quoted(name) +
+               (option.get_group() == filterGroup ? ": a filter" : ": this option") +
+               " stands after its command: " + commandWords(command) + " " + name +
+               (type.empty() ? "" : " " + type);
+    };
+    auto const leaves = leafCommands(typed);
+    if (leaves.empty()) {
+        auto const * option = typed.get_option_no_throw(name);
+        return option ? std::optional(line(typed, *option)) : std::nullopt;
+    }
+    for (LeafCommand const & leaf : leaves) {
+        if (auto const * option = leaf.command->get_option_no_throw(name)) {
+            return line(*leaf.command, *option);
+        }
+    }
+    return std::nullopt;
+}
+
+CLI::App const & programOf(CLI::App const & command) {
+    return command.get_parent() ? programOf(*command.get_parent()) : command;
+}
+
+std::string unknownOption(CLI::App const & command, std::string const & typed) {
+    auto const name = typed.substr(0, typed.find('='));
+    if (auto const misplaced = misplacedFilter(command, name)) {
+        return *misplaced;
+    }
+    auto const names = optionNames(command);
+    // The option of another command is not misspelt.
+    bool const isKnown = findOption(programOf(command), name) != nullptr;
+    auto const meant = isKnown ? "" : didYouMean(name, {names.begin(), names.end()});
+    return Vex::quoted(typed) + ": not expected here" +
+           (meant.empty() ? "; see '" + commandWords(command) + " --help'" : meant);
 }
 
 } // namespace
@@ -62,7 +110,8 @@ std::optional<std::string> missingValue(CLI::App const & app, int argc, char con
                 return "--" + listed->get_lnames().front() + ": " + Vex::quoted(argument) +
                        ": expected " + listed->get_type_name();
             }
-            typed = commandBelow(*typed, argument);
+            auto const * const below = commandNamed(*typed, argument);
+            typed = below ? below : typed;
             continue;
         }
         std::size_t const sign = argument.find('=');
@@ -84,19 +133,41 @@ std::optional<std::string> missingValue(CLI::App const & app, int argc, char con
     return std::nullopt;
 }
 
+std::string unknownWord(CLI::App const & app, std::string_view word) {
+    auto const follow = wordsThatFollow(app);
+    if (follow.empty()) {
+        return Vex::quoted(word) + ": not expected after " + commandWords(app);
+    }
+    std::vector<std::string_view> candidates;
+    auto const leaves = leafCommands(app);
+    for (auto const * below : app.get_subcommands([](CLI::App const *) { return true; })) {
+        candidates.push_back(below->get_name());
+    }
+    for (LeafCommand const & leaf : leaves) {
+        candidates.push_back(leaf.words);
+    }
+    if (!app.get_parent()) {
+        candidates.push_back(helpCommand);
+    }
+    return Vex::quoted(word) + ": expected " + follow + " after " + commandWords(app) +
+           didYouMean(word, candidates);
+}
+
 std::string refusal(CLI::App const & app, CLI::ParseError const & error) {
     auto const & command = typedCommand(app);
     auto const follow = wordsThatFollow(command);
     auto const rest = app.remaining(true);
     bool const noCommand = dynamic_cast<CLI::RequiredError const *>(&error) != nullptr;
-    bool const unknownWord = dynamic_cast<CLI::ExtrasError const *>(&error) != nullptr;
-    if (!follow.empty() && (noCommand || unknownWord)) {
-        return (rest.empty() ? "no command" : std::string(Vex::quoted(rest.front()))) +
-               ": expected " + follow + " after " + commandWords(command);
+    bool const hasExtras = dynamic_cast<CLI::ExtrasError const *>(&error) != nullptr;
+    if (!follow.empty() && (noCommand || hasExtras)) {
+        if (!rest.empty()) {
+            return rest.front().starts_with("-") ? unknownOption(command, rest.front())
+                                                 : unknownWord(command, rest.front());
+        }
+        return "no command: expected " + follow + " after " + commandWords(command);
     }
-    if (unknownWord && !rest.empty()) {
-        return Vex::quoted(rest.front()) + ": not expected here; see '" + commandWords(command) +
-               " --help'";
+    if (hasExtras && !rest.empty()) {
+        return unknownOption(command, rest.front());
     }
     if (dynamic_cast<CLI::ArgumentMismatch const *>(&error) != nullptr) {
         // All that is useful in the message is the option's name, before the colon.

@@ -88,7 +88,8 @@ private:
                 [this](std::string const & word) { destination = checkedDestination(word); },
                 "hsc, evpn: what that destination is told; switches, as without it: what the "
                 "switches are told, which is the same for all of them")
-            ->type_name("NAME");
+            ->type_name("NAME")
+            ->group(filterGroup);
     }
 
     static std::string checkedDestination(std::string const & word) {

@@ -2,6 +2,7 @@
 #include "tests/unit/vxshow/Process.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <sys/resource.h>
 
