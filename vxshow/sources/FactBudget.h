@@ -8,8 +8,8 @@ namespace vxshow::sources {
 /// How many facts a source can come to if its operator sets no limit.
 inline constexpr std::size_t defaultMaxFacts = 10'000'000;
 
-/// How many facts a router on a switch counts as: its name is kept for each switch, and can be of any
-/// length, so that 64 bytes of it count as one more.
+/// How many facts a router on a switch counts as: its name is kept for each switch, and can be of
+/// any length, so that 64 bytes of it count as one more.
 inline std::size_t factsOfRouter(std::string_view name) noexcept {
     return 1 + name.size() / 64;
 }
