@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <chrono>
-#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
@@ -52,19 +51,24 @@ Answer askOnce(Client const & server, Question const & question, DatabaseSchema 
     return readDatabase(answer, request, question.source, question.vni, question.deadline);
 }
 
+/// The failure of a server with such a schema, which refuses even what every version should know.
+Failure noSuchSchema(RequestRefused const & refused, DatabaseSchema const & schema) {
+    return Failure(std::string("no such schema: ") + refused.what() +
+                   (schema.version.empty() ? "" : "; its version is " + schema.version));
+}
+
 /// The schema of a server that has refused a request. Throws `Failure` with the server's words if
-/// it is no older one.
+/// it is not an older one, and the reason if the server cannot be asked for it.
 DatabaseSchema olderSchema(Client const & server, RequestRefused const & refused,
                            Deadline const & deadline) {
     DatabaseSchema schema;
     try {
         schema = readSchema(server.schema(deadline));
-    } catch (std::runtime_error const &) {
-        // The server's own words stay.
+    } catch (AnswerError const &) {
+        // The server's words about the request say more.
     }
     if (schema.isWhole()) {
-        throw Failure(std::string("no such schema: ") + refused.what() +
-                      (schema.version.empty() ? "" : "; its version is " + schema.version));
+        throw noSuchSchema(refused, schema);
     }
     return schema;
 }
@@ -81,8 +85,7 @@ Answer askInItsSchema(Client const & server, Question const & question) {
             answer.findings.remarks = schema.remarks();
             return answer;
         } catch (RequestRefused const & again) {
-            throw Failure(std::string("no such schema: ") + again.what() + "; its version is " +
-                          schema.version);
+            throw noSuchSchema(again, schema);
         }
     }
 }
