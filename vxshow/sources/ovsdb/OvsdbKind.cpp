@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace vxshow::sources::ovsdb {
@@ -99,7 +100,10 @@ Kind kind() {
 }
 
 Source sourceAt(std::string const & remotes) {
-    return {.name = remotes,
+    auto name = remotes;
+    // Names have no control characters, in a snapshot too.
+    std::replace(name.begin(), name.end(), '\t', ' ');
+    return {.name = std::move(name),
             .access = std::make_shared<DatabaseAccess>(readRemotes(remotes)),
             .kind = std::string(kind().name)};
 }

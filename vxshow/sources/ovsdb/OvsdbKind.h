@@ -13,8 +13,8 @@ namespace vxshow::sources::ovsdb {
 /// such as `none`, that Open vSwitch takes for something other than a file.
 Kind kind();
 
-/// The source that `--ovsdb REMOTES` names: a switch, called as its remotes are written. Raises
-/// `RemoteError`.
+/// The source that `--ovsdb REMOTES` names: a switch, called as its remotes are written, with a
+/// blank for each tab. Raises `RemoteError`.
 Source sourceAt(std::string const & remotes);
 
 } // namespace vxshow::sources::ovsdb

@@ -154,4 +154,9 @@ TEST(OvsdbKind, TheShortFormNamesASwitchAfterItsRemotes) {
               (std::vector<std::string>{"tcp:db1:6641", "unix:/run/db.sock"}));
 }
 
+TEST(OvsdbKind, ATabBetweenRemotesIsABlankInTheName) {
+    EXPECT_EQ(sources::ovsdb::sourceAt("tcp:db1:6641,\ttcp:db2:6641").name,
+              "tcp:db1:6641, tcp:db2:6641");
+}
+
 } // namespace vxshow::test
