@@ -29,9 +29,12 @@ void addRow(TextTable & table, SourceOrigin const & source) {
         Vex::printable(source.name), Vex::printable(source.kind),
         std::string(state::roleWords[static_cast<std::size_t>(source.role)]),
         std::string(wordOf(source)), source.read ? source.read->stringValue() : "-"};
-    for (auto const count : {counts.switches, counts.vnis, counts.localMacs, counts.remoteMacs,
-                             counts.localBindings, counts.remoteBindings, counts.routers,
-                             counts.routes, counts.leftOut + counts.ipv6Vteps}) {
+    // Each of the two can be as large as its type.
+    auto const leftOut = Vex::U64{counts.leftOut} + counts.ipv6Vteps;
+    for (Vex::U64 const count : {Vex::U64{counts.switches}, Vex::U64{counts.vnis},
+                                 Vex::U64{counts.localMacs}, Vex::U64{counts.remoteMacs},
+                                 Vex::U64{counts.localBindings}, Vex::U64{counts.remoteBindings},
+                                 Vex::U64{counts.routers}, Vex::U64{counts.routes}, leftOut}) {
         cells.push_back(source.read ? std::to_string(count) : "-");
     }
     table.add(std::move(cells));

@@ -116,6 +116,16 @@ TEST(State, OfASnapshotMadeByHandIsUnknown) {
               "Routers: 0, with 0 ports and 0 routes; switches with VTEPs: 0\n");
 }
 
+TEST(State, CountsBothKindsOfWhatWasLeftOutHoweverManyThereAre) {
+    auto const text =
+        answer(R"({"format":"vxlan-controller-state","version":1,"origin":)"
+               R"({"made":"2026-11-23T02:10:11Z","version":"x","sources":[{"name":"a",)"
+               R"("kind":"frr","role":"switch","read":"2026-11-23T02:10:11Z",)"
+               R"("counts":{"leftOut":4294967295,"ipv6Vteps":1}}]}})",
+               {"state"});
+    EXPECT_NE(text.find(" 4294967296\n"), std::string::npos) << text;
+}
+
 TEST(State, HasNoFilters) {
     EXPECT_EQ(refused({"state", "--vni", "10"}),
               "'--vni': not expected here; see 'vxshow state --help'");
