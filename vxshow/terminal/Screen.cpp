@@ -1,7 +1,6 @@
 #include "vxshow/terminal/Screen.h"
 
 #include "vxshow/terminal/ShownCharacter.h"
-#include "vxshow/terminal/TerminalText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -80,12 +79,12 @@ ScreenSize screenSize(int descriptor) {
 }
 
 Drawing drawScreen(std::string const & title, std::vector<std::string> const & remarks,
-                   std::string_view text, ScreenSize size, std::size_t start) {
+                   std::string_view text, ScreenSize size, Tables tables, std::size_t start) {
     auto const room = std::max<std::size_t>(size.lines, 2) - 1;
     std::vector<std::string> lines{title};
     addRemarks(remarks, size.lines / 3, lines);
     lines.emplace_back();
-    auto const shown = TerminalText::of(text);
+    auto const shown = TerminalText::of(text, tables);
     auto const body = linesOf(shown);
     Drawing drawing;
     if (lines.size() + body.size() <= room) {

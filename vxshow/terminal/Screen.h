@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vxshow/terminal/TerminalText.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -31,6 +33,7 @@ struct Drawing {
 /// waits there, so that the next message has a line of its own. The text is shown as `TerminalText`
 /// says.
 Drawing drawScreen(std::string const & title, std::vector<std::string> const & remarks,
-                   std::string_view text, ScreenSize size, std::size_t start = 0);
+                   std::string_view text, ScreenSize size, Tables tables = Tables::aligned,
+                   std::size_t start = 0);
 
 } // namespace vxshow::terminal

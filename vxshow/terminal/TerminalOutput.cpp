@@ -2,7 +2,6 @@
 
 #include "vxshow/system/DescriptorIo.h"
 #include "vxshow/terminal/Say.h"
-#include "vxshow/terminal/TerminalText.h"
 
 #include <array>
 #include <cerrno>
@@ -42,8 +41,8 @@ std::thread startWithoutSignals(Body && body) {
 } // namespace
 
 TerminalOutput::TerminalOutput(int terminal, std::optional<PagerChoice> pager,
-                               std::function<void()> closed)
-    : terminal_(terminal, std::move(pager), std::move(closed)) {
+                               std::function<void()> closed, Tables tables)
+    : terminal_(terminal, std::move(pager), std::move(closed)), tables_(tables) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
         throw std::system_error(errno, std::generic_category(),
@@ -74,7 +73,7 @@ void TerminalOutput::finish() {
 // Goes on reading when the terminal takes no more, so that the writer of the listing never blocks.
 void TerminalOutput::copyToTerminal() noexcept {
     std::array<char, page> piece;
-    TerminalText terminalText;
+    TerminalText terminalText(tables_);
     std::string text;
     for (;;) {
         auto const [size, error] = system::readSome(reader_.number(), piece);

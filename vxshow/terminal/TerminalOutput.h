@@ -2,6 +2,7 @@
 
 #include "vxshow/system/OwnedDescriptor.h"
 #include "vxshow/terminal/PagedTerminal.h"
+#include "vxshow/terminal/TerminalText.h"
 
 #include <functional>
 #include <optional>
@@ -20,7 +21,7 @@ public:
     /// early, `closed` is called as `PagedTerminal` says. Raises `std::system_error` if the system
     /// refuses a pipe or a thread.
     explicit TerminalOutput(int terminal, std::optional<PagerChoice> pager = {},
-                            std::function<void()> closed = {});
+                            std::function<void()> closed = {}, Tables tables = Tables::aligned);
 
     TerminalOutput(TerminalOutput const &) = delete;
     TerminalOutput & operator=(TerminalOutput const &) = delete;
@@ -42,6 +43,7 @@ private:
     void copyToTerminal() noexcept;
 
     PagedTerminal terminal_;
+    Tables tables_;
     char last_ = '\n';      ///< the last byte written
     std::error_code error_; ///< why the terminal took no more
     system::OwnedDescriptor reader_;

@@ -66,9 +66,9 @@ std::string TerminalText::take(std::string & text) {
     return out;
 }
 
-std::string TerminalText::of(std::string_view text) {
+std::string TerminalText::of(std::string_view text, Tables tables) {
     std::string left(text);
-    auto const shown = TerminalText().take(left);
+    auto const shown = TerminalText(tables).take(left);
     return left.empty() ? shown : shown + "?";
 }
 
@@ -137,7 +137,7 @@ void TerminalText::trackTitles(char byte) {
 void TerminalText::endLine() {
     if (place_ == 0) {
         inTable_ = false;
-    } else if (onlyDashes_ && blanks_ < place_) {
+    } else if (tables_ == Tables::aligned && onlyDashes_ && blanks_ < place_) {
         inTable_ = true;
         cellEnds_.clear();
         for (std::size_t const title : titlesAbove_) {

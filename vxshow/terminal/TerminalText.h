@@ -23,6 +23,9 @@ private:
     locale_t utf8_; ///< null if the system has none: then every character takes one column
 };
 
+/// What becomes of the tables of a listing: the columns of the fixed text are padded by bytes.
+enum class Tables : bool { aligned, asTheyAre };
+
 /// Makes of a listing what a terminal shows, as it arrives: each character as `firstCharacter`
 /// says, except line feeds and tabs, which stay, and the columns of tables aligned.
 ///
@@ -34,15 +37,17 @@ private:
 ///
 /// A table is what follows a line of dashes, up to an empty line. The line above the dashes has its
 /// titles, with two blanks or more between them, and they say where cells end. Outside of tables,
-/// as in JSON, nothing is added.
+/// as in JSON, nothing is added; nor anywhere if tables are to stay as they are.
 class TerminalText {
 public:
+    explicit TerminalText(Tables tables = Tables::aligned) : tables_(tables) {}
+
     /// What is shown for the characters of `text`, which are removed from it. One that can continue
     /// in the next piece stays in `text`.
     std::string take(std::string & text);
 
     /// What is shown for all of `text`.
-    static std::string of(std::string_view text);
+    static std::string of(std::string_view text, Tables tables = Tables::aligned);
 
 private:
     void add(std::string_view bytes, bool isWhole, std::string_view shown, char next,
@@ -53,6 +58,7 @@ private:
     void endLine();
 
     CharacterWidth width_;
+    Tables tables_;
     bool inTable_ = false;
     std::vector<std::size_t> cellEnds_; ///< of the table: the place of the blank before each title
     std::vector<std::size_t> titlesAbove_; ///< in the line before: the places of its titles

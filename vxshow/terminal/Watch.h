@@ -2,6 +2,7 @@
 
 #include "vxshow/system/FileBytes.h"
 #include "vxshow/terminal/Exit.h"
+#include "vxshow/terminal/TerminalText.h"
 
 #include <chrono>
 #include <functional>
@@ -20,6 +21,7 @@ struct View {
     /// What comes before the text in a pipe or a file; `failure` is why it could not be read again,
     /// or empty. Null: nothing comes before it.
     std::function<std::string(std::string const & failure)> head = {};
+    Tables tables = Tables::aligned; ///< on a terminal
 };
 
 /// Reads the state and makes a view of it. `meanwhile` is to be called from time to time.

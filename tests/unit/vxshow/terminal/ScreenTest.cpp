@@ -85,7 +85,7 @@ TEST(Screen, AnIncompleteCharacterBecomesAQuestionMark) {
 }
 
 TEST(Screen, ShowsTheListingFromALineOn) {
-    auto const drawing = drawScreen("t", {}, "a\nb\nc\nd\ne\nf\n", {7, 20}, 2);
+    auto const drawing = drawScreen("t", {}, "a\nb\nc\nd\ne\nf\n", {7, 20}, Tables::aligned, 2);
     EXPECT_EQ(seen(drawing),
               "<H><K>t\r\n<K>\r\n<K>c\r\n<K>d\r\n<K>e\r\n<K>lines 3 to 5 of 6\r\n<J>");
     EXPECT_EQ(drawing.page, 3U);
@@ -93,12 +93,12 @@ TEST(Screen, ShowsTheListingFromALineOn) {
 }
 
 TEST(Screen, EndsWithTheLastLineOfTheListing) {
-    EXPECT_EQ(seen(drawScreen("t", {}, "a\nb\nc\nd\ne\nf\n", {7, 20}, 100)),
+    EXPECT_EQ(seen(drawScreen("t", {}, "a\nb\nc\nd\ne\nf\n", {7, 20}, Tables::aligned, 100)),
               "<H><K>t\r\n<K>\r\n<K>d\r\n<K>e\r\n<K>f\r\n<K>lines 4 to 6 of 6\r\n<J>");
 }
 
 TEST(Screen, AListingThatFitsHasOnePage) {
-    auto const drawing = drawScreen("t", {}, "a\nb\n", {5, 20}, 1);
+    auto const drawing = drawScreen("t", {}, "a\nb\n", {5, 20}, Tables::aligned, 1);
     EXPECT_EQ(seen(drawing), "<H><K>t\r\n<K>\r\n<K>a\r\n<K>b\r\n<J>");
     EXPECT_EQ(drawing.lastStart, 0U);
 }
