@@ -17,6 +17,7 @@
 #include "vxshow/terminal/PagerChoice.h"
 #include "vxshow/terminal/ProgressLine.h"
 #include "vxshow/terminal/Say.h"
+#include "vxshow/terminal/Screen.h"
 #include "vxshow/terminal/TerminalOutput.h"
 #include "vxshow/terminal/Watch.h"
 #include "vxshow/terminal/WrittenBytes.h"
@@ -64,6 +65,15 @@ void endLine() {
     static_cast<void>(system::writeAll(STDOUT_FILENO, "\n"));
 }
 
+/// The output options, with where the rows of the front end's own forms are shown.
+cli::Output outputOf(cli::CommandLine const & line) {
+    auto output = line.output;
+    if (::isatty(STDOUT_FILENO) == 1) {
+        output.surface = {true, terminal::screenSize(STDOUT_FILENO).columns};
+    }
+    return output;
+}
+
 /// Writes the listing to a file or a pipe. The library ends an interrupted text at a line end, but
 /// JSON anywhere; if the last byte of indented JSON was a line end, an empty line follows.
 void renderUnchanged(cli::CommandLine const & line, state::Mount const & mount) {
@@ -73,6 +83,11 @@ void renderUnchanged(cli::CommandLine const & line, state::Mount const & mount) 
     if (outfmt::interruptTaken() && !isText && line.toStandardOutput && written.any()) {
         endLine();
     }
+}
+
+/// The front end's own forms align their columns themselves.
+terminal::Tables tablesOf(cli::CommandLine const & line) {
+    return line.output.rows ? terminal::Tables::asTheyAre : terminal::Tables::aligned;
 }
 
 /// Writes the listing. On a terminal, control characters in it are replaced, and the process ends
@@ -86,8 +101,8 @@ void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & 
     }
     terminal::TerminalOutput terminal(
         STDOUT_FILENO, line.usesPager ? terminal::choosePager(STDOUT_FILENO) : std::nullopt,
-        [status] { terminal::exitNow(status); });
-    line.render(mount, terminal.descriptor(), line.output);
+        [status] { terminal::exitNow(status); }, tablesOf(line));
+    line.render(mount, terminal.descriptor(), outputOf(line));
     terminal.finish();
     if (outfmt::interruptTaken() && terminal.endsWithinLine()) {
         endLine();
@@ -151,16 +166,23 @@ terminal::ExitStatus statusOf(state::Reading const & state, bool unknownName) {
     terminal::exitNow(status);
 }
 
+/// Whether what is watched in a pipe has a line before each frame: JSON of either kind.
+bool hasFrames(cli::CommandLine const & line) {
+    return line.output.rows ? line.output.rows->form == listing::RowForm::jsonl
+                            : line.output.format != cli::Format::text;
+}
+
 /// What the command prints for this reading of the state. Raises `StateError`.
 terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
     try {
         system::MemoryFile output;
-        line.render(reading.mount, output.descriptor(), line.output);
+        line.render(reading.mount, output.descriptor(), outputOf(line));
         auto unknown = unknownNames(line, reading);
         auto const status = statusOf(reading, !unknown.empty());
         std::move(unknown.begin(), unknown.end(), std::back_inserter(reading.remarks));
         terminal::View view{output.bytes(), std::move(reading.remarks), status};
-        if (line.output.format != cli::Format::text) {
+        view.tables = tablesOf(line);
+        if (hasFrames(line)) {
             view.head = [time = system::UtcTime::now(),
                          origin = std::move(reading.mount.origin)](std::string const & failure) {
                 return cli::frameHead(time, origin, failure);

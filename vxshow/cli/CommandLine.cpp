@@ -3,6 +3,7 @@
 #include "Vex/Errors.h"
 #include "Vex/KeyedHash.h"
 #include "vxshow/cli/HelpText.h"
+#include "vxshow/cli/FormOptions.h"
 #include "vxshow/cli/NumberOption.h"
 #include "vxshow/cli/Refusals.h"
 #include "vxshow/cli/Version.h"
@@ -27,16 +28,11 @@ constexpr char const * examples =
     "  vxshow --json mac received --source leaf1 --state fabric.json\n"
     "  vxshow --state fabric.json arp advertised --ip 2001:db8::1\n"
     "  vxshow --state fabric.json router routes --prefix 10.20.0.0/16\n"
+    "  vxshow --state fabric.json -o wide mac received --sort -moveCount --top 10\n"
     "  vxshow --ovsdb tcp:192.0.2.7:6640 mac received --watch 5\n"
     "  vxshow --fabric fabric.toml capture saved.json\n";
 
 void addOutputOptions(CLI::App & app, CommandLine & chosen) {
-    auto * json = app.add_flag_callback(
-        "--json", [&] { chosen.output.format = Format::compactJson; }, "JSON on one line");
-    auto * pretty = app.add_flag_callback(
-        "--pretty", [&] { chosen.output.format = Format::indentedJson; }, "Indented JSON");
-    json->excludes(pretty)->disable_flag_override();
-    pretty->disable_flag_override();
     addNumber(app, "--revision", 0, 0xFFFFFFFF, "Revision of the JSON documents; 2 unless given",
               [&](Vex::U32 number) { chosen.output.revision = number; });
     app.add_flag("--dotted", chosen.output.vniDotted, "Show VNIs as three bytes, 0.16.2")
@@ -50,13 +46,14 @@ void addOutputOptions(CLI::App & app, CommandLine & chosen) {
 }
 
 /// The options that every command takes, in groups of the help.
-void addGlobalOptions(CLI::App & app, CommandLine & chosen) {
+void addGlobalOptions(CLI::App & app, CommandLine & chosen, FormOptions & form) {
     constexpr char const * outputGroup = "Output";
     auto & defaults = *app.option_defaults();
     std::string const otherGroup = defaults.get_group();
     defaults.group("State");
     addStateOptions(app, chosen.state);
     defaults.group(outputGroup);
+    addFormOptions(app, form);
     addOutputOptions(app, chosen);
     defaults.group(otherGroup);
     app.get_option("--watch")->group(outputGroup);
@@ -100,7 +97,8 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     app.set_help_flag("-h,--help", "Describe the program, or the command before it");
     app.set_version_flag("-V,--version", version, "Print the version");
     app.require_subcommand(1);
-    addGlobalOptions(app, chosen);
+    FormOptions form;
+    addGlobalOptions(app, chosen, form);
     addCommands(app, chosen, argc, argv);
     if (argc <= 1) {
         return Help{shortUsage(app, terminal::screenSize(STDERR_FILENO).columns), false};
@@ -122,6 +120,9 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
         return Help{std::string(version) + "\n"};
     } catch (CLI::ParseError const & error) {
         return UsageError{refusal(app, error)};
+    }
+    if (auto line = completeForm(form, chosen.command, chosen.tables, chosen.output)) {
+        return UsageError{*std::move(line)};
     }
     if (auto line = refuseHashSeed()) {
         return UsageError{*std::move(line)};

@@ -2,6 +2,7 @@
 
 #include "vxshow/cli/OutputOptions.h"
 #include "vxshow/cli/StateOptions.h"
+#include "vxshow/listing/TableColumns.h"
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
 #include "vxshow/state/StateReader.h"
@@ -28,13 +29,14 @@ struct CommandLine {
     bool takesIncomplete = true;  ///< whether it runs when a source could not be read
     bool toStandardOutput = true; ///< whether it prints what it shows, rather than writing files
     state::Selection selection;   ///< the part of the state that it uses
+    listing::Tables tables;       ///< what it lists; none if it has no rows
 
     /// The names in its filters that the state does not have, one line of printable ASCII each.
     /// Empty for a command without such filters.
     std::function<std::vector<std::string>(state::Reading const &)> unknownNames;
 
     /// Builds the library's command from the state and the typed filters, and renders it to
-    /// `fd`. Raises what the library raises.
+    /// `fd`, or writes its rows there. Raises what the library raises.
     std::function<void(state::Mount const &, int fd, Output const &)> render;
 };
 

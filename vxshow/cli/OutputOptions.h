@@ -1,6 +1,10 @@
 #pragma once
 
 #include "Vex/Types.h"
+#include "vxshow/listing/Plan.h"
+#include "vxshow/listing/Shown.h"
+
+#include <optional>
 
 namespace vxshow::cli {
 
@@ -12,6 +16,11 @@ struct Output {
     Format format = Format::text;
     Vex::U32 revision = 2; ///< of the JSON documents
     bool vniDotted = false;
+
+    /// The rows to show in a form of the front end; without, the library renders.
+    std::optional<listing::Plan> rows = {};
+    /// Where the rows are shown.
+    listing::Surface surface = {};
 };
 
 } // namespace vxshow::cli

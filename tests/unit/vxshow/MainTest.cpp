@@ -1,35 +1,14 @@
-#include "tests/unit/vxshow/Process.h"
+#include "tests/unit/vxshow/OnTerminal.h"
 
 #include <gtest/gtest.h>
-
-#include <array>
-#include <cstdlib>
-#include <fcntl.h>
-#include <poll.h>
-#include <unistd.h>
 
 namespace {
 
 /// What `vxshow` with these arguments shows on a terminal.
 std::string shownOnATerminal(std::vector<std::string> const & arguments) {
-    int const ours = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    EXPECT_EQ(grantpt(ours), 0);
-    EXPECT_EQ(unlockpt(ours), 0);
-    int const theirs = open(ptsname(ours), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    Process process(arguments, {.outFd = theirs});
-    EXPECT_EQ(process.finish().status, 0);
-    std::string text;
-    std::array<char, 4096> some;
-    for (pollfd fd{ours, POLLIN, 0}; poll(&fd, 1, 0) > 0;) {
-        auto const got = read(ours, some.data(), some.size());
-        if (got <= 0) {
-            break;
-        }
-        text.append(some.data(), static_cast<std::size_t>(got));
-    }
-    close(theirs);
-    close(ours);
-    return text;
+    Finished const finished = vxshowOnTerminal(arguments);
+    EXPECT_EQ(finished.status, 0);
+    return finished.out;
 }
 
 /// A state with one switch, whose name is `name` in JSON.

@@ -3,9 +3,12 @@
 #include "vxshow/cli/CommandLine.h"
 
 #include "Vex/TypeOperations.h"
+#include "outfmt/Interrupt.h"
+#include "vxshow/listing/WriteRows.h"
 
 #include <CLI/App.hpp>
 
+#include <cstdio>
 #include <functional>
 #include <memory>
 #include <string>
@@ -13,6 +16,25 @@
 
 /// What all commands have in common.
 namespace vxshow::cli::command {
+
+/// Renders the library's forms, or writes the rows of what the command collects. An interrupt ends
+/// either in the same way. `Typed` is as for `addCommand`.
+template <class Typed>
+void renderTyped(Typed & typed, state::Mount const & mount, int fd, Output const & output) {
+    if (!output.rows) {
+        return typed.render(mount, fd, output);
+    }
+    try {
+        typed.collect(mount, output);
+        auto surface = output.surface;
+        surface.dottedVni = output.vniDotted;
+        listing::writeRows(
+            fd, *output.rows, Typed::tables(), surface,
+            [&](std::size_t table, listing::RowSink & sink) { typed.walkTable(table, sink); });
+    } catch (outfmt::SigIntException const & interrupt) {
+        std::printf("exiting %s\n", interrupt.what());
+    }
+}
 
 /// Adds the command `name` to `group`. A `Typed` holds the typed filters and the library's command
 /// that is built from them:
@@ -22,6 +44,8 @@ namespace vxshow::cli::command {
 ///     std::vector<std::string> unknown(Reading const & state) const; // names it does not have
 ///     void render(Mount const & mount, int fd, Output const & output);
 ///     Vex::AnyValues collect(Mount const & mount, Output const & output);
+///     static listing::Tables tables();       // of the listing
+///     void walkTable(std::size_t table, RowSink & sink) const; // after `collect`
 ///
 /// It lives as long as the command line, so until the process ends, and so does what it holds:
 /// destroying millions of entries first would only keep the user waiting.
@@ -39,8 +63,9 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
         chosen.unknownNames = [typed](state::Reading const & state) {
             return typed->unknown(state);
         };
+        chosen.tables = Typed::tables();
         chosen.render = [typed](state::Mount const & mount, int fd, Output const & output) {
-            typed->render(mount, fd, output);
+            renderTyped(*typed, mount, fd, output);
         };
     });
 }

@@ -4,6 +4,7 @@
 #include "vxshow/cli/command/Disagreement.h"
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/Filters.h"
+#include "vxshow/listing/ArpRows.h"
 
 namespace vxshow::cli::command {
 
@@ -15,6 +16,7 @@ struct ArpAdvertised {
     ArpFilters typed;
     Vex::Ptr<Vex::Dir> entries; ///< those that are listed
     Vex::Ptr<Cli::ArpAdvertised> command;
+    Vex::Ptr<Cli::VxlanFdbSet> collected;
 
     void addFilters(CLI::App & options) { typed.addTo(options); }
 
@@ -50,9 +52,15 @@ struct ArpAdvertised {
 
     Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
         build(mount, output);
-        auto const tables = Cli::vxlanFdbSetFactory();
-        namingFaultyEntries([&] { Cli::collectArp(*command, *tables); });
-        return {command, tables};
+        collected = Cli::vxlanFdbSetFactory();
+        namingFaultyEntries([&] { Cli::collectArp(*command, *collected); });
+        return {command, collected};
+    }
+
+    static listing::Tables tables() { return listing::arpAdvertisedTables; }
+
+    void walkTable(std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*collected, table, sink);
     }
 
     template <class Render>

@@ -3,6 +3,7 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 #include "vxshow/cli/command/UnknownNames.h"
+#include "vxshow/listing/ArpRows.h"
 
 namespace vxshow::cli::command {
 
@@ -14,6 +15,7 @@ struct ArpReceived {
     ArpFilters typed;
     filter::NameFilter switches;
     Vex::Ptr<Cli::ArpReceived> command;
+    Vex::Ptr<Cli::VxlanVtepSet> collected;
 
     void addFilters(CLI::App & options) {
         typed.addTo(options);
@@ -66,9 +68,15 @@ struct ArpReceived {
 
     Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
         build(mount, output);
-        auto const tables = Cli::vxlanVtepSetFactory();
-        Cli::collectArp(*command, *tables);
-        return {command, tables};
+        collected = Cli::vxlanVtepSetFactory();
+        Cli::collectArp(*command, *collected);
+        return {command, collected};
+    }
+
+    static listing::Tables tables() { return listing::arpReceivedTables; }
+
+    void walkTable(std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*collected, table, sink);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/Filters.h"
+#include "vxshow/listing/MacRows.h"
 
 #include <CLI/Error.hpp>
 #include <CLI/Option.hpp>
@@ -78,6 +79,12 @@ struct MacAdvertised {
         renderNamingInvalidEntry(mount.advertised.vnis, NoNumber::isZero,
                                  [&] { command->initialize(); });
         return {command};
+    }
+
+    static listing::Tables tables() { return listing::macAdvertisedTables; }
+
+    void walkTable(std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*command, table, sink);
     }
 
 private:

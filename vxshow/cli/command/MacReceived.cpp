@@ -3,6 +3,7 @@
 #include "vxshow/cli/command/Filters.h"
 #include "vxshow/cli/command/UnknownNames.h"
 #include "vxshow/state/SourceNames.h"
+#include "vxshow/listing/MacRows.h"
 
 namespace vxshow::cli::command {
 
@@ -75,6 +76,12 @@ struct MacReceived {
         build(mount, output);
         command->initialize();
         return {command};
+    }
+
+    static listing::Tables tables() { return listing::macReceivedTables; }
+
+    void walkTable(std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*command, table, sink);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "vxshow/cli/command/Filters.h"
 #include "vxshow/cli/command/UnknownNames.h"
 #include "vxshow/state/narrow/NarrowRouters.h"
+#include "vxshow/listing/RouterRows.h"
 
 namespace vxshow::cli::command {
 
@@ -39,6 +40,12 @@ struct RouterDetail {
         build(mount, output);
         command->initialize();
         return {command};
+    }
+
+    static listing::Tables tables() { return listing::routerDetailTables; }
+
+    void walkTable(std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*command, table, sink);
     }
 };
 

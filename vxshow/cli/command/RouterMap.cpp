@@ -4,6 +4,7 @@
 #include "vxshow/cli/command/SwitchesNamed.h"
 #include "vxshow/cli/command/UnknownNames.h"
 #include "vxshow/state/narrow/NarrowRouters.h"
+#include "vxshow/listing/RouterRows.h"
 
 namespace vxshow::cli::command {
 
@@ -70,6 +71,12 @@ struct RouterMap {
         command->buildLRMap(command->lRNameFilter(), command->switchFilter(),
                             command->vtepFilter());
         return {command};
+    }
+
+    static listing::Tables tables() { return listing::routerMapTables; }
+
+    void walkTable(std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*command, table, sink);
     }
 };
 
