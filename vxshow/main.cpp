@@ -168,7 +168,7 @@ terminal::ExitStatus statusOf(state::Reading const & state, bool unknownName) {
 
 /// Whether what is watched in a pipe has a line before each frame: JSON of either kind.
 bool hasFrames(cli::CommandLine const & line) {
-    return line.output.rows ? line.output.rows->form == listing::RowForm::jsonl
+    return line.output.rows ? line.output.rows->form == listing::Form::jsonLines
                             : line.output.format != cli::Format::text;
 }
 

@@ -2,10 +2,12 @@
 """Compares vxshow with the independent implementation, byte for byte.
 
     compare.py --vxshow PROGRAM random [--first SEED] [--count N]
+    compare.py --vxshow PROGRAM rows [--first SEED] [--count N]
     compare.py --vxshow PROGRAM bench
 
 `random` generates small states that exercise everything, and lists each with a fixed set of
-filters and with as many drawn from the contents of the state. `bench` uses the large states of
+filters and with as many drawn from the contents of the state. `rows` lists the same states with the
+same filters in the forms that are made of rows, with options of these forms drawn at random. `bench` uses the large states of
 the benchmarks: 1,280,000 received MACs in 128,000 tables, 1,000,000 in one, 1,000,000
 advertised, 1,000,000 ARP entries in each direction, 1,000,000 routes of one router and of
 1,000, and 10,000 routers on 100 switches each.
@@ -27,7 +29,8 @@ MAKE_STATE = os.path.join(HERE, "..", "..", "bench", "make-state")
 
 sys.path.insert(0, HERE)
 import reference  # noqa: E402  (the implementation compared with, run within this process)
-from listings import LISTINGS, drawable, drawn_listing  # noqa: E402
+import rows  # noqa: E402
+from listings import LISTINGS, choice_options, drawable, drawn_choice, drawn_listing  # noqa: E402
 
 # The states of `bench`, and the commands that have something to list in each.
 BENCH = [
@@ -108,6 +111,40 @@ def compare_random(vxshow, commands, first, count):
     return compared > 0 and failed == 0
 
 
+def expected_rows(command, arguments, choice):
+    """(exit status, standard output)"""
+    wanted = reference.arguments(arguments)
+    try:
+        return 0, rows.listing(command, reference.collected(wanted), choice)
+    except reference.Failure:
+        return 1, b""
+
+
+def compare_rows(vxshow, commands, first, count):
+    compared = failed = 0
+    with tempfile.TemporaryDirectory() as folder:
+        path = os.path.join(folder, "state.json")
+        for seed in range(first, first + count):
+            make_state(path, ["random", "--seed", str(seed)])
+            with open(path, encoding="utf-8") as file:
+                state = json.load(file)
+            for command in commands:
+                values = drawable(state, command)
+                rng = random.Random(f"rows {seed} {command}")
+                drawn = [drawn_listing(rng, command, values) for _ in LISTINGS[command]]
+                for _, filters in LISTINGS[command] + drawn:
+                    choice = drawn_choice(rng, command)
+                    words = ["--state", path, *command.split(), *filters]
+                    dotted = ["--dotted"] if choice.dotted else []
+                    expectation = expected_rows(command, words + dotted, choice)
+                    compared += 1
+                    if differs(vxshow, words + choice_options(choice), *expectation):
+                        print(f"  seed {seed}", flush=True)
+                        failed += 1
+    print(f"{compared} listings of rows of {count} states compared, {failed} differ")
+    return compared > 0 and failed == 0
+
+
 def compare_both_forms(vxshow, state, command):
     """Collecting takes as long as printing, so both forms are printed from one collection."""
     text = ["--state", state, *command.split()]
@@ -140,13 +177,14 @@ def main():
     )
     parser.add_argument("--vxshow", required=True)
     parser.add_argument("--command", choices=list(LISTINGS))
-    parser.add_argument("what", choices=["random", "bench"])
+    parser.add_argument("what", choices=["random", "rows", "bench"])
     parser.add_argument("--first", type=int, default=1)
     parser.add_argument("--count", type=int, default=30)
     arguments = parser.parse_args()
     commands = [arguments.command] if arguments.command else list(LISTINGS)
-    if arguments.what == "random":
-        same = compare_random(arguments.vxshow, commands, arguments.first, arguments.count)
+    if arguments.what != "bench":
+        compare = compare_rows if arguments.what == "rows" else compare_random
+        same = compare(arguments.vxshow, commands, arguments.first, arguments.count)
     else:
         same = compare_bench(arguments.vxshow, commands)
     return 0 if same else 1

@@ -5,6 +5,7 @@ import re
 
 import reference
 from forms import mac_string, read_vni, vni_string
+import rows
 
 # By command: the options of each listing, then its filters.
 LISTINGS = {
@@ -267,3 +268,33 @@ def drawn_listing(rng, command, values):
             for text in drawn_texts(rng, name, values[name]):
                 filters += ["--" + name, text]
     return rng.choice(DRAWN_OPTIONS), filters
+
+
+def drawn_choice(rng, command):
+    """Options of the forms that are made of rows, which fit at least one table."""
+    tables = rows.COLUMNS[command]
+    table = rng.choice(list(tables))
+    keys = [key for key, _ in tables[table]]
+    columns = rng.sample(keys, rng.randint(1, len(keys))) if rng.random() < 0.3 else []
+    sort = [rng.choice(["", "-"]) + key for key in rng.sample(keys, rng.choice([0, 0, 1, 2]))]
+    return rows.Choice(
+        form=rng.choice(["wide", "csv", "jsonl"]),
+        table=table if rng.random() < 0.3 else "",
+        columns=columns,
+        sort=sort,
+        top=rng.randint(1, 20) if rng.random() < 0.2 else None,
+        count=rng.random() < 0.1,
+        header=rng.random() < 0.8,
+        dotted=rng.random() < 0.3,
+    )
+
+
+def choice_options(choice):
+    """The options that ask vxshow for this choice."""
+    options = ["-o", choice.form]
+    for name in "table", "columns", "sort", "top":
+        value = getattr(choice, name)
+        if value:
+            options += ["--" + name, ",".join(value) if isinstance(value, list) else str(value)]
+    flags = {"--count": choice.count, "--no-header": not choice.header, "--dotted": choice.dotted}
+    return options + [flag for flag, given in flags.items() if given]
