@@ -30,6 +30,7 @@
 #include <iterator>
 #include <limits>
 #include <malloc.h>
+#include <optional>
 #include <string>
 #include <unistd.h>
 #include <utility>
@@ -109,6 +110,23 @@ void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & 
     }
 }
 
+/// What the user of a terminal should know of the text that was rendered: nullopt if it shows every
+/// address as it is.
+std::optional<std::string> remarkOnCutAddresses(cli::CommandLine const & line,
+                                                state::Mount const & mount) {
+    bool const isText = line.output.format == cli::Format::text && !line.output.rows;
+    if (::isatty(STDOUT_FILENO) != 1 || !isText || !line.cutAddresses) {
+        return std::nullopt;
+    }
+    std::size_t const cut = line.cutAddresses(mount, line.output);
+    if (cut == 0) {
+        return std::nullopt;
+    }
+    return cut == 1
+               ? "1 address is cut in this table; -o wide shows it whole"
+               : std::to_string(cut) + " addresses are cut in this table; -o wide shows them whole";
+}
+
 /// Reads the state; remarks on its sources go to standard error.
 state::Reading readState(cli::CommandLine const & line) {
     try {
@@ -156,10 +174,16 @@ terminal::ExitStatus statusOf(state::Reading const & state, bool unknownName) {
     terminal::endListingOnInterrupt();
     try {
         renderToStandardOutput(line, state.mount, status);
+        terminal::exitOnInterrupt();
+        // After an interrupt nothing more is collected.
+        if (auto const remark = outfmt::interruptRequested()
+                                    ? std::nullopt
+                                    : remarkOnCutAddresses(line, state.mount)) {
+            terminal::say(*remark);
+        }
     } catch (std::exception const & error) {
         terminal::fail(terminal::ExitStatus::failed, renderFailure(line, error));
     }
-    terminal::exitOnInterrupt();
     if (outfmt::interruptTaken()) {
         terminal::exitNow(terminal::ExitStatus::interrupted);
     }
@@ -180,6 +204,9 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
         auto unknown = unknownNames(line, reading);
         auto const status = statusOf(reading, !unknown.empty());
         std::move(unknown.begin(), unknown.end(), std::back_inserter(reading.remarks));
+        if (auto const remark = remarkOnCutAddresses(line, reading.mount)) {
+            reading.remarks.push_back(*remark);
+        }
         terminal::View view{output.bytes(), std::move(reading.remarks), status};
         view.tables = tablesOf(line);
         if (hasFrames(line)) {

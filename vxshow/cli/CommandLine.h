@@ -7,6 +7,7 @@
 #include "vxshow/state/Selection.h"
 #include "vxshow/state/StateReader.h"
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -38,6 +39,10 @@ struct CommandLine {
     /// Builds the library's command from the state and the typed filters, and renders it to
     /// `fd`, or writes its rows there. Raises what the library raises.
     std::function<void(state::Mount const &, int fd, Output const &)> render;
+
+    /// How many addresses of the text that was rendered from this state are cut and read as another
+    /// one. Empty if the text cuts none.
+    std::function<std::size_t(state::Mount const &, Output const &)> cutAddresses;
 };
 
 /// The command line asks for help or the version instead of a command.

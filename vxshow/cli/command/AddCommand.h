@@ -46,6 +46,8 @@ void renderTyped(Typed & typed, state::Mount const & mount, int fd, Output const
 ///     Vex::AnyValues collect(Mount const & mount, Output const & output);
 ///     static listing::Tables tables();       // of the listing
 ///     void walkTable(std::size_t table, RowSink & sink) const; // after `collect`
+///     // After `render`, and only if the text cuts addresses: how many read as others.
+///     std::size_t cutAddresses(Mount const & mount, Output const & output);
 ///
 /// It lives as long as the command line, so until the process ends, and so does what it holds:
 /// destroying millions of entries first would only keep the user waiting.
@@ -67,6 +69,13 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
         chosen.render = [typed](state::Mount const & mount, int fd, Output const & output) {
             renderTyped(*typed, mount, fd, output);
         };
+        if constexpr (requires(state::Mount mount, Output output) {
+                          typed->cutAddresses(mount, output);
+                      }) {
+            chosen.cutAddresses = [typed](state::Mount const & mount, Output const & output) {
+                return typed->cutAddresses(mount, output);
+            };
+        }
     });
 }
 

@@ -5,6 +5,7 @@
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/Filters.h"
 #include "vxshow/listing/ArpRows.h"
+#include "vxshow/listing/CutAddresses.h"
 
 namespace vxshow::cli::command {
 
@@ -61,6 +62,12 @@ struct ArpAdvertised {
 
     void walkTable(std::size_t table, listing::RowSink & sink) const {
         listing::walk(*collected, table, sink);
+    }
+
+    std::size_t cutAddresses(state::Mount const & mount, Output const & output) {
+        // Rendering keeps no tables.
+        collect(mount, output);
+        return listing::cutAddresses(*collected);
     }
 
     template <class Render>

@@ -4,6 +4,7 @@
 #include "vxshow/cli/command/SwitchesNamed.h"
 #include "vxshow/cli/command/UnknownNames.h"
 #include "vxshow/state/narrow/NarrowRouters.h"
+#include "vxshow/listing/CutAddresses.h"
 #include "vxshow/listing/RouterRows.h"
 
 namespace vxshow::cli::command {
@@ -77,6 +78,10 @@ struct RouterMap {
 
     void walkTable(std::size_t table, listing::RowSink & sink) const {
         listing::walk(*command, table, sink);
+    }
+
+    std::size_t cutAddresses(state::Mount const & /* mount */, Output const & /* output */) {
+        return listing::cutAddresses(*command);
     }
 };
 

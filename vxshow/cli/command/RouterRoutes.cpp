@@ -3,6 +3,7 @@
 #include "vxshow/cli/command/Filters.h"
 #include "vxshow/cli/command/UnknownNames.h"
 #include "vxshow/state/narrow/NarrowRouters.h"
+#include "vxshow/listing/CutAddresses.h"
 #include "vxshow/listing/RouterRows.h"
 
 namespace vxshow::cli::command {
@@ -50,6 +51,10 @@ struct RouterRoutes {
 
     void walkTable(std::size_t table, listing::RowSink & sink) const {
         listing::walk(*command, table, sink);
+    }
+
+    std::size_t cutAddresses(state::Mount const & /* mount */, Output const & /* output */) {
+        return listing::cutAddresses(*command);
     }
 };
 
