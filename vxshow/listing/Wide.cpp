@@ -16,6 +16,12 @@ namespace {
 constexpr std::size_t gap = 2;    ///< blanks between two columns
 constexpr std::size_t indent = 4; ///< blanks before a line that continues a row
 
+/// Whether a name is shown as it is, with a column for each byte. Nearly all are.
+bool isPlain(std::string_view name) {
+    return !name.empty() &&
+           std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c < 0x7f; });
+}
+
 /// A name as it is shown, and how many columns of a terminal it takes.
 class ShownName {
 public:
@@ -73,7 +79,8 @@ public:
                                                .dottedVni = shown.surface.dottedVni} {}
 
 protected:
-    /// What is shown in the cell: a name is in `names_`, anything else is written to `value_`.
+    /// What is shown in the cell: a plain name is where it was, another one in `names_`, and
+    /// anything else is written to `value_`.
     struct Text {
         std::string_view bytes;
         std::size_t columns;
@@ -81,6 +88,9 @@ protected:
 
     Text textOf(Cell const & cell, std::size_t place) {
         if (auto const * name = std::get_if<std::string_view>(&cell)) {
+            if (isPlain(*name)) {
+                return {*name, name->size()};
+            }
             names_[place].take(*name, width_);
             return {names_[place].text(), names_[place].columns()};
         }
