@@ -23,6 +23,7 @@
 #include "vxshow/terminal/WrittenBytes.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -30,8 +31,8 @@
 #include <iterator>
 #include <limits>
 #include <malloc.h>
-#include <optional>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <utility>
 #include <variant>
@@ -110,22 +111,32 @@ void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & 
     }
 }
 
-/// What the user of a terminal should know of the text that was rendered: nullopt if it shows every
-/// address as it is.
-std::optional<std::string> remarkOnCutAddresses(cli::CommandLine const & line,
-                                                state::Mount const & mount) {
+/// How many addresses read as others in the text that was rendered for a terminal; 0 elsewhere.
+std::size_t cutAddresses(cli::CommandLine const & line) {
     bool const isText = line.output.format == cli::Format::text && !line.output.rows;
-    if (::isatty(STDOUT_FILENO) != 1 || !isText || !line.cutAddresses) {
-        return std::nullopt;
-    }
-    std::size_t const cut = line.cutAddresses(mount, line.output);
-    if (cut == 0) {
-        return std::nullopt;
-    }
-    return cut == 1
-               ? "1 address is cut in this table; -o wide shows it whole"
-               : std::to_string(cut) + " addresses are cut in this table; -o wide shows them whole";
+    bool const isTerminal = ::isatty(STDOUT_FILENO) == 1;
+    return isTerminal && isText && line.cutAddresses ? line.cutAddresses() : 0;
 }
+
+/// The remark on that many addresses. It needs no memory: the listing has been shown, so nothing
+/// must fail now.
+class CutRemark {
+public:
+    explicit CutRemark(std::size_t cut) {
+        length_ =
+            std::snprintf(text_.data(), text_.size(),
+                          cut == 1 ? "%zu address is cut in this table; -o wide shows it whole"
+                                   : "%zu addresses are cut in this table; -o wide shows them "
+                                     "whole",
+                          cut);
+    }
+
+    std::string_view text() const { return {text_.data(), static_cast<std::size_t>(length_)}; }
+
+private:
+    std::array<char, 96> text_;
+    int length_;
+};
 
 /// Reads the state; remarks on its sources go to standard error.
 state::Reading readState(cli::CommandLine const & line) {
@@ -174,18 +185,15 @@ terminal::ExitStatus statusOf(state::Reading const & state, bool unknownName) {
     terminal::endListingOnInterrupt();
     try {
         renderToStandardOutput(line, state.mount, status);
-        terminal::exitOnInterrupt();
-        // After an interrupt nothing more is collected.
-        if (auto const remark = outfmt::interruptRequested()
-                                    ? std::nullopt
-                                    : remarkOnCutAddresses(line, state.mount)) {
-            terminal::say(*remark);
-        }
     } catch (std::exception const & error) {
         terminal::fail(terminal::ExitStatus::failed, renderFailure(line, error));
     }
+    terminal::exitOnInterrupt();
     if (outfmt::interruptTaken()) {
         terminal::exitNow(terminal::ExitStatus::interrupted);
+    }
+    if (auto const cut = cutAddresses(line)) {
+        terminal::say(CutRemark(cut).text());
     }
     terminal::exitNow(status);
 }
@@ -204,8 +212,8 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
         auto unknown = unknownNames(line, reading);
         auto const status = statusOf(reading, !unknown.empty());
         std::move(unknown.begin(), unknown.end(), std::back_inserter(reading.remarks));
-        if (auto const remark = remarkOnCutAddresses(line, reading.mount)) {
-            reading.remarks.push_back(*remark);
+        if (auto const cut = cutAddresses(line)) {
+            reading.remarks.emplace_back(CutRemark(cut).text());
         }
         terminal::View view{output.bytes(), std::move(reading.remarks), status};
         view.tables = tablesOf(line);

@@ -22,7 +22,7 @@ struct CommandLine {
     Output output;
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 
-    bool usesPager = true;              ///< on a terminal
+    bool usesPager = true; ///< on a terminal
 
     std::string command;          ///< its words, "mac received"
     bool readsState = true;       ///< whether the command needs the state
@@ -40,9 +40,9 @@ struct CommandLine {
     /// `fd`, or writes its rows there. Raises what the library raises.
     std::function<void(state::Mount const &, int fd, Output const &)> render;
 
-    /// How many addresses of the text that was rendered from this state are cut and read as another
-    /// one. Empty if the text cuts none.
-    std::function<std::size_t(state::Mount const &, Output const &)> cutAddresses;
+    /// How many addresses of the text that was last rendered for a terminal are cut and read as
+    /// other ones. Allocates nothing. Empty if the text cuts none.
+    std::function<std::size_t()> cutAddresses;
 };
 
 /// The command line asks for help or the version instead of a command.

@@ -17,6 +17,17 @@
 /// What all commands have in common.
 namespace vxshow::cli::command {
 
+/// Calls `show`. An interrupt ends it as it ends the library's commands: a line on standard output
+/// says so.
+template <class Show>
+void endingOnInterrupt(Show && show) {
+    try {
+        show();
+    } catch (outfmt::SigIntException const & interrupt) {
+        std::printf("exiting %s\n", interrupt.what());
+    }
+}
+
 /// Renders the library's forms, or writes the rows of what the command collects. An interrupt ends
 /// either in the same way. `Typed` is as for `addCommand`.
 template <class Typed>
@@ -24,16 +35,14 @@ void renderTyped(Typed & typed, state::Mount const & mount, int fd, Output const
     if (!output.rows) {
         return typed.render(mount, fd, output);
     }
-    try {
+    endingOnInterrupt([&] {
         typed.collect(mount, output);
         auto surface = output.surface;
         surface.dottedVni = output.vniDotted;
         listing::writeRows(
             fd, *output.rows, Typed::tables(), surface,
             [&](std::size_t table, listing::RowSink & sink) { typed.walkTable(table, sink); });
-    } catch (outfmt::SigIntException const & interrupt) {
-        std::printf("exiting %s\n", interrupt.what());
-    }
+    });
 }
 
 /// Adds the command `name` to `group`. A `Typed` holds the typed filters and the library's command
@@ -46,8 +55,8 @@ void renderTyped(Typed & typed, state::Mount const & mount, int fd, Output const
 ///     Vex::AnyValues collect(Mount const & mount, Output const & output);
 ///     static listing::Tables tables();       // of the listing
 ///     void walkTable(std::size_t table, RowSink & sink) const; // after `collect`
-///     // After `render`, and only if the text cuts addresses: how many read as others.
-///     std::size_t cutAddresses(Mount const & mount, Output const & output);
+///     // Only if the text cuts addresses; after `render` of the text for a terminal.
+///     std::size_t cutAddresses() const;
 ///
 /// It lives as long as the command line, so until the process ends, and so does what it holds:
 /// destroying millions of entries first would only keep the user waiting.
@@ -69,12 +78,8 @@ void addCommand(CLI::App & group, std::string const & name, std::string const & 
         chosen.render = [typed](state::Mount const & mount, int fd, Output const & output) {
             renderTyped(*typed, mount, fd, output);
         };
-        if constexpr (requires(state::Mount mount, Output output) {
-                          typed->cutAddresses(mount, output);
-                      }) {
-            chosen.cutAddresses = [typed](state::Mount const & mount, Output const & output) {
-                return typed->cutAddresses(mount, output);
-            };
+        if constexpr (requires { typed->cutAddresses(); }) {
+            chosen.cutAddresses = [typed] { return typed->cutAddresses(); };
         }
     });
 }
@@ -97,6 +102,11 @@ Collection addCollection(CLI::App & options) {
             [typed](state::Mount const & mount, Output const & output) {
                 return typed->collect(mount, output);
             }};
+}
+
+/// Whether the text that is shown on a terminal is to be rendered.
+inline bool isTextOnTerminal(Output const & output) {
+    return output.surface.isTerminal && output.format == Format::text && !output.rows;
 }
 
 /// Renders the library's `command` in the format that the user asked for.

@@ -1,4 +1,5 @@
 #include "VxlanController/arp/Collect.h"
+#include "VxlanController/arp/SetOutput.h"
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
@@ -63,8 +64,21 @@ struct ArpReceived {
     }
 
     void render(state::Mount const & mount, int fd, Output const & output) {
+        if (isTextOnTerminal(output)) {
+            return renderKeepingTables(mount, fd, output);
+        }
         build(mount, output);
         renderOn(fd, output, *command);
+    }
+
+    /// The same text. The library's command would not keep the tables for `cutAddresses`.
+    void renderKeepingTables(state::Mount const & mount, int fd, Output const & output) {
+        endingOnInterrupt([&] {
+            collect(mount, output);
+            outfmt::Printer printer(fd, static_cast<unsigned>(Format::text), true, false, true, 0);
+            Cli::renderVxlanVtepSetText(printer, collected);
+            printer.flush();
+        });
     }
 
     Vex::AnyValues collect(state::Mount const & mount, Output const & output) {
@@ -80,11 +94,7 @@ struct ArpReceived {
         listing::walk(*collected, table, sink);
     }
 
-    std::size_t cutAddresses(state::Mount const & mount, Output const & output) {
-        // Rendering keeps no tables.
-        collect(mount, output);
-        return listing::cutAddresses(*collected);
-    }
+    std::size_t cutAddresses() const { return listing::cutAddresses(*collected); }
 };
 
 } // namespace

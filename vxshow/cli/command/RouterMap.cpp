@@ -80,9 +80,7 @@ struct RouterMap {
         listing::walk(*command, table, sink);
     }
 
-    std::size_t cutAddresses(state::Mount const & /* mount */, Output const & /* output */) {
-        return listing::cutAddresses(*command);
-    }
+    std::size_t cutAddresses() const { return listing::cutAddresses(*command); }
 };
 
 } // namespace
