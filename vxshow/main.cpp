@@ -67,10 +67,16 @@ void endLine() {
     static_cast<void>(system::writeAll(STDOUT_FILENO, "\n"));
 }
 
+/// Whether the listing goes to a terminal. Asked once, so that all that depends on it agrees.
+bool showsOnTerminal() {
+    static bool const shows = ::isatty(STDOUT_FILENO) == 1;
+    return shows;
+}
+
 /// The output options, with where the rows of the front end's own forms are shown.
 cli::Output outputOf(cli::CommandLine const & line) {
     auto output = line.output;
-    if (::isatty(STDOUT_FILENO) == 1) {
+    if (showsOnTerminal()) {
         output.surface = {true, terminal::screenSize(STDOUT_FILENO).columns};
     }
     return output;
@@ -98,7 +104,7 @@ void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & 
                             terminal::ExitStatus status) {
     // The library reports an interrupt through `stdout`, whose buffer is written after the listing.
     std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
-    if (::isatty(STDOUT_FILENO) != 1) {
+    if (!showsOnTerminal()) {
         return renderUnchanged(line, mount);
     }
     terminal::TerminalOutput terminal(
@@ -114,8 +120,7 @@ void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & 
 /// How many addresses read as others in the text that was rendered for a terminal; 0 elsewhere.
 std::size_t cutAddresses(cli::CommandLine const & line) {
     bool const isText = line.output.format == cli::Format::text && !line.output.rows;
-    bool const isTerminal = ::isatty(STDOUT_FILENO) == 1;
-    return isTerminal && isText && line.cutAddresses ? line.cutAddresses() : 0;
+    return showsOnTerminal() && isText && line.cutAddresses ? line.cutAddresses() : 0;
 }
 
 /// The remark on that many addresses. It needs no memory: the listing has been shown, so nothing

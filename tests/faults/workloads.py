@@ -45,6 +45,16 @@ def _listings():
             yield Workload(f"{command} {form}", (*STATE, form, *words))
 
 
+def _rows():
+    yield Workload("mac received -o wide", (*STATE, "mac", "received", "-o", "wide"))
+    yield Workload("arp received -o csv --sort", (*STATE, "arp", "received", "-o", "csv",
+                                                  "--sort", "-ipAddress,vni", "--top", "9"))
+    yield Workload("router detail -o jsonl", (*STATE, "router", "detail", "-o", "jsonl"))
+    yield Workload("router routes -o wide to a terminal",
+                   (*STATE, "router", "routes", "-o", "wide"), output="terminal")
+    yield Workload("schema", ("schema", "mac-received"))
+
+
 def _captures():
     old = (("saved.json", "old\n"),)
     capture = (*STATE, "capture", "out/saved.json")
@@ -98,7 +108,7 @@ def _others():
 
 def workloads():
     """All of them."""
-    return [*_listings(), *_captures(), *_tables(), *_models(), *_live(), *_others()]
+    return [*_listings(), *_rows(), *_captures(), *_tables(), *_models(), *_live(), *_others()]
 
 
 def _write(path, text, mode=0o644):

@@ -3,7 +3,7 @@
 
     memcheck.py --vxshow PROGRAM [--jobs N]
 
-All commands in both forms, `capture` and `model --of` on the example, and some commands on odd
+All commands in all forms, `capture` and `model --of` on the example, and some commands on odd
 and on broken documents. MemorySanitizer would be faster, but reports false errors unless the C++
 standard library was built with it as well, and Debian has none that was; AddressSanitizer does
 not notice that memory was never written.
@@ -36,6 +36,11 @@ COMMANDS = [
 
 OF_THE_EXAMPLE = [
     *([*form, *command.split()] for command in COMMANDS for form in ([], ["--json"])),
+    *(["-o", form, *command.split()] for command in COMMANDS for form in ("wide", "csv", "jsonl")),
+    ["-o", "wide", "mac", "received", "--sort", "-moveCount,macAddr", "--top", "3"],
+    ["-o", "csv", "mac", "received", "--sort", "vtepIp", "--columns", "vni,source"],
+    ["-o", "jsonl", "mac", "received", "--count"],
+    ["schema", "mac-received"],
     *([*form, "model", "--of", command] for command in COMMANDS for form in ([], ["--json"])),
     ["capture", "-"],
     ["--pretty", "capture", "-"],
@@ -92,7 +97,9 @@ def cases(folder):
     number = 0
     for documents, statuses, commands in (
         (broken_documents(), [1], [["mac", "received"]]),
-        (odd_documents(), [0], [*map(str.split, COMMANDS), ["capture", "-"]]),
+        (odd_documents(), [0], [*map(str.split, COMMANDS), ["capture", "-"],
+                                ["-o", "wide", "mac", "received"],
+                                ["-o", "jsonl", "arp", "received"]]),
     ):
         for name, content in documents:
             number += 1

@@ -78,7 +78,7 @@ struct ArpAdvertised {
         listing::walk(*collected, table, sink);
     }
 
-    std::size_t cutAddresses() const { return listing::cutAddresses(*collected); }
+    std::size_t cutAddresses() const { return collected ? listing::cutAddresses(*collected) : 0; }
 
     template <class Render>
     void namingFaultyEntries(Render && render) {

@@ -94,7 +94,7 @@ struct ArpReceived {
         listing::walk(*collected, table, sink);
     }
 
-    std::size_t cutAddresses() const { return listing::cutAddresses(*collected); }
+    std::size_t cutAddresses() const { return collected ? listing::cutAddresses(*collected) : 0; }
 };
 
 } // namespace
