@@ -112,12 +112,15 @@ def compare_random(vxshow, commands, first, count):
 
 
 def expected_rows(command, arguments, choice):
-    """(exit status, standard output)"""
-    wanted = reference.arguments(arguments)
+    """As `expected`, for a listing in a form that is made of rows."""
     try:
-        return 0, rows.listing(command, reference.collected(wanted), choice)
+        wanted = reference.arguments(arguments)
+        output = rows.listing(command, reference.collected(wanted), choice)
     except reference.Failure:
-        return 1, b""
+        return 1, b"", ["vxshow: "]
+    except reference.selecting.Refusal:
+        return 2, b"", ["vxshow: "]
+    return 4 if wanted.unknown else 0, output, wanted.unknown
 
 
 def compare_rows(vxshow, commands, first, count):

@@ -1,8 +1,8 @@
 #include "vxshow/cli/FrameHead.h"
 
 #include "outfmt/Printer.h"
+#include "vxshow/cli/MemberPrinter.h"
 #include "vxshow/cli/OutputOptions.h"
-#include "vxshow/cli/command/MemberPrinter.h"
 #include "vxshow/system/MemoryFile.h"
 
 namespace vxshow::cli {
@@ -11,7 +11,7 @@ namespace {
 
 void printNames(outfmt::Printer & printer, std::string_view key, state::Origin const & origin,
                 bool isShown) {
-    command::MemberPrinter members(printer);
+    MemberPrinter members(printer);
     printer.startList(key);
     for (state::SourceOrigin const & source : origin.sources) {
         if (!source.failure.empty() && source.read.has_value() == isShown) {
@@ -28,7 +28,7 @@ std::string frameHead(system::UtcTime time, std::optional<state::Origin> const &
     system::MemoryFile output;
     outfmt::Printer printer(output.descriptor(), static_cast<unsigned>(Format::compactJson), true,
                             false, true, 0);
-    command::MemberPrinter members(printer);
+    MemberPrinter members(printer);
     printer.start();
     printer.startDict("frame");
     members.text("time", time.stringValue());

@@ -2,8 +2,8 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 #include "vxshow/cli/command/UnknownNames.h"
-#include "vxshow/state/SourceNames.h"
 #include "vxshow/listing/MacRows.h"
+#include "vxshow/state/SourceNames.h"
 
 namespace vxshow::cli::command {
 

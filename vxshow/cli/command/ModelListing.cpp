@@ -1,6 +1,6 @@
 #include "vxshow/cli/command/ModelListing.h"
 
-#include "vxshow/cli/command/MemberPrinter.h"
+#include "vxshow/cli/MemberPrinter.h"
 #include "vxshow/cli/command/ModelAttributes.h"
 
 #include <algorithm>

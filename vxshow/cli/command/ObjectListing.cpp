@@ -1,7 +1,7 @@
 #include "vxshow/cli/command/ObjectListing.h"
 
 #include "Vex/Errors.h"
-#include "vxshow/cli/command/MemberPrinter.h"
+#include "vxshow/cli/MemberPrinter.h"
 #include "vxshow/cli/command/ModelAttributes.h"
 #include "vxshow/cli/command/ObjectWalk.h"
 

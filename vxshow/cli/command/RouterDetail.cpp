@@ -2,9 +2,9 @@
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/Filters.h"
 #include "vxshow/cli/command/UnknownNames.h"
-#include "vxshow/state/narrow/NarrowRouters.h"
 #include "vxshow/listing/CutAddresses.h"
 #include "vxshow/listing/RouterRows.h"
+#include "vxshow/state/narrow/NarrowRouters.h"
 
 namespace vxshow::cli::command {
 

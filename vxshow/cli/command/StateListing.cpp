@@ -1,7 +1,7 @@
 #include "vxshow/cli/command/StateListing.h"
 
 #include "Vex/Errors.h"
-#include "vxshow/cli/command/MemberPrinter.h"
+#include "vxshow/cli/MemberPrinter.h"
 #include "vxshow/cli/command/TextTable.h"
 #include "vxshow/state/StateCounts.h"
 #include "vxshow/state/snapshot/OriginObject.h"

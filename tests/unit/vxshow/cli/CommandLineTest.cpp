@@ -131,8 +131,9 @@ TEST(CommandLine, AnInvalidValueIsRefusedWithWhatIsAccepted) {
 }
 
 TEST(CommandLine, UnknownWordsAndOptionsAreRefusedWithWhatIsAccepted) {
-    EXPECT_EQ(refused({"--json"}), "no command: expected mac or arp or router or state or capture or "
-                           "tables or schema or model after vxshow");
+    EXPECT_EQ(refused({"--json"}),
+              "no command: expected mac or arp or router or state or capture or "
+              "tables or schema or model after vxshow");
     EXPECT_EQ(refused({"foo"}), "'foo': expected mac or arp or router or state or capture or "
                                 "tables or schema or model after vxshow");
     EXPECT_EQ(refused({"mac"}), "no command: expected received or advertised after vxshow mac");

@@ -6,7 +6,7 @@
 
 #include <string_view>
 
-namespace vxshow::cli::command {
+namespace vxshow::cli {
 
 /// Adds single members to the open dictionary of a JSON document, or elements to its open
 /// list when the key is empty. The key can be data.
@@ -36,4 +36,4 @@ private:
     outfmt::Printer & printer_;
 };
 
-} // namespace vxshow::cli::command
+} // namespace vxshow::cli
