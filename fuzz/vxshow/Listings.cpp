@@ -85,18 +85,28 @@ void listAll(state::Mount const & mount, unsigned format, Scratch & file) {
 void listSelected(std::string_view text, state::Mount const & mount, std::size_t which,
                   Scratch & file) {
     constexpr char const * mac = "00:00:5e:00:53:11";
-    static auto const lines = linesOf({{"mac", "received", "--vni", "10"},
-                                       {"mac", "received", "--mac", mac, "--source", "evpn"},
-                                       {"mac", "received", "--source", "leaf1", "--vni", "4098"},
-                                       {"mac", "received", "--source", "all", "--vtep", "10.0.0.1"},
-                                       {"mac", "advertised", "--vni", "10"},
-                                       {"mac", "advertised", "--mac", mac, "--dest", "hsc"},
-                                       {"arp", "received", "--vni", "10", "--switch", "leaf1"},
-                                       {"arp", "received", "--mac", mac},
-                                       {"arp", "advertised", "--vni", "10"},
-                                       {"arp", "advertised", "--ip", "2001:db8::1"},
-                                       {"router", "map", "--vtep", "10.0.0.1"},
-                                       {"router", "routes", "--prefix", "10.0.0.0/8"}});
+    static auto const lines =
+        linesOf({{"mac", "received", "--vni", "10"},
+                 {"mac", "received", "--mac", mac, "--source", "evpn"},
+                 {"mac", "received", "--source", "leaf1", "--vni", "4098"},
+                 {"mac", "received", "--source", "all", "--vtep", "10.0.0.1"},
+                 {"mac", "received", "--vni", "10,20-4098"},
+                 {"mac", "received", "--source", "leaf*,evpn", "--mac", "00:*"},
+                 {"mac", "received", "--vtep", "10.0.0.0/8"},
+                 {"mac", "advertised", "--vni", "10"},
+                 {"mac", "advertised", "--vni", "0-4098"},
+                 {"mac", "advertised", "--mac", mac, "--dest", "hsc"},
+                 {"arp", "received", "--vni", "10", "--switch", "leaf1"},
+                 {"arp", "received", "--mac", mac},
+                 {"arp", "advertised", "--vni", "10"},
+                 {"arp", "advertised", "--ip", "2001:db8::1"},
+                 {"arp", "advertised", "--vni", "10-20", "--ip", "::/0"},
+                 {"arp", "received", "--switch", "l?*", "--mac", "00:00/16"},
+                 {"router", "map", "--vtep", "10.0.0.1"},
+                 {"router", "map", "--router", "*", "--vtep", "10.0.0.0/8"},
+                 {"router", "map", "--switch", "*:*", "--vtep", "10.0.0.1"},
+                 {"router", "routes", "--prefix", "10.0.0.0/8"},
+                 {"router", "routes", "--prefix", "10.0.0.0/8,::/0"}});
     auto const & line = lines[which % lines.size()];
     auto const selected = mountOf(text, line.selection);
     check(selected.has_value(), "a snapshot is refused when only a part of it is selected");

@@ -1,6 +1,7 @@
 #include "tests/unit/vxshow/Answers.h"
 #include "tests/unit/vxshow/Process.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace {
@@ -68,6 +69,25 @@ TEST(UnknownNames, TheCollectedObjectsHaveTheSameStatus) {
     EXPECT_EQ(
         answerOfUnknownName(namedState, {"model", "--of", "mac received", "--source", "x"}).line,
         "--source: no source is named \"x\"");
+}
+
+TEST(UnknownNames, EachReadingOfAWatchHasTheLineAmongItsRemarks) {
+    TemporaryFile const state(namedState);
+    Process process(
+        {"--state", state.path(), "--watch", "1", "mac", "received", "--source", "LEAF3"});
+    std::string out;
+    // When the second listing begins, the remarks on the first have been written.
+    for (std::string const head = "Received Mac Address Table";
+         out.find(head) == out.rfind(head) && process.pid() > 0;) {
+        auto const more = process.readSome(1000);
+        ASSERT_NE(more, "") << out;
+        out += more;
+    }
+    process.signal(SIGINT);
+    Finished const finished = process.finish();
+    EXPECT_EQ(finished.err.substr(0, 66),
+              "vxshow: --source: no source is named \"LEAF3\"; did you mean leaf3?\n");
+    EXPECT_EQ(finished.status, 130);
 }
 
 TEST(UnknownNames, AStateThatCannotBeReadIsStatus1) {
