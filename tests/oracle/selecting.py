@@ -5,7 +5,6 @@ less of the snapshot, and the command then lists the rest without that filter.
 """
 
 import collections
-import copy
 import ipaddress
 import re
 
@@ -223,6 +222,8 @@ def entry_wanted(vnis, without_number):
 def narrowed_tables(state, wanted, without_number):
     """For the commands `mac` and `arp`."""
     vnis, macs, ips = wanted.vni.wanted, wanted.mac.wanted, wanted.ip.wanted
+    if not (vnis or macs or ips):
+        return
     received = state.get("received", {})
     advertised = state.get("advertised", {})
 
@@ -320,10 +321,9 @@ def unknown_lines(state, wanted):
 
 
 def select(state, wanted):
-    """(what is left of the state, lines about unknown names). Changes the filters of `wanted` to
-    what the command is left to apply."""
+    """(what is left of the state, lines about unknown names). Changes the state, and the filters of
+    `wanted` to what the command is left to apply."""
     lines = unknown_lines(state, wanted)
-    state = copy.deepcopy(state)
     if wanted.subject == "router":
         narrowed_routers(state.get("routers", {}), wanted)
         wanted.switch = ""
