@@ -60,19 +60,23 @@ void addGlobalOptions(CLI::App & app, CommandLine & chosen, FormOptions & form) 
     app.get_option("--trace")->group(otherGroup);
 }
 
-/// The answer to `vxshow help WORDS`.
+/// The answer to `vxshow help WORDS`. Options among the words change nothing.
 std::variant<CommandLine, Help, UsageError> describe(CLI::App const & app,
-                                                     std::vector<std::string_view> const & words) {
+                                                     std::vector<std::string> const & words) {
     CLI::App const * command = &app;
-    for (std::string_view const word : words) {
+    for (std::string const & word : words) {
+        if (word.starts_with("-")) {
+            continue;
+        }
         CLI::App const * const below = commandNamed(*command, word);
         if (!below) {
             return UsageError{unknownWord(*command, word)};
         }
         command = below;
     }
-    CLI::App const * const parent = command->get_parent();
-    return Help{command->help(parent ? commandWords(*parent) : "")};
+    auto const & described = isListed(*command) ? *command : app;
+    return Help{app.get_formatter()->make_help(&described, commandWords(described),
+                                               CLI::AppFormatMode::Normal)};
 }
 
 /// The line that refuses a value of VEX_HASH_SEED, which the platform ignores.
@@ -103,10 +107,9 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     if (argc <= 1) {
         return Help{shortUsage(app, terminal::screenSize(STDERR_FILENO).columns), false};
     }
-    if (argv[1] == helpCommand) {
-        formatter->columnsAre(terminal::screenSize(STDOUT_FILENO).columns);
-        return describe(app, {argv + 2, argv + argc});
-    }
+    // Without a group it is in no list of commands.
+    auto * const help = app.add_subcommand(helpCommand)->prefix_command()->group("");
+    help->set_help_flag();
 
     if (auto line = missingValue(app, argc, argv)) {
         return UsageError{*std::move(line)};
@@ -120,6 +123,10 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
         return Help{std::string(version) + "\n"};
     } catch (CLI::ParseError const & error) {
         return UsageError{refusal(app, error)};
+    }
+    if (help->parsed()) {
+        formatter->columnsAre(terminal::screenSize(STDOUT_FILENO).columns);
+        return describe(app, help->remaining());
     }
     if (auto line = completeForm(form, chosen.command, chosen.tables, chosen.output)) {
         return UsageError{*std::move(line)};

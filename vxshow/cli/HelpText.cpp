@@ -97,7 +97,8 @@ std::string usageLine(CLI::App const & app, std::string const & name) {
 
 void addLeafCommands(CLI::App const & app, std::string const & before,
                      std::vector<LeafCommand> & into) {
-    for (auto const * below : app.get_subcommands([](CLI::App const *) { return true; })) {
+    for (auto const * below :
+         app.get_subcommands([](CLI::App const * command) { return isListed(*command); })) {
         std::string const words = before + below->get_name();
         std::size_t const known = into.size();
         addLeafCommands(*below, words + " ", into);
@@ -134,6 +135,10 @@ std::string wrapped(std::string_view text, std::size_t indent, std::size_t colum
         }
     }
     return lines;
+}
+
+bool isListed(CLI::App const & command) {
+    return !command.get_group().empty();
 }
 
 std::vector<LeafCommand> leafCommands(CLI::App const & app) {

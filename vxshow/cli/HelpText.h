@@ -22,7 +22,10 @@ struct LeafCommand {
     CLI::App const * command;
 };
 
-/// The commands below `app`, in the order in which they were added.
+/// Whether the command is in lists of commands.
+bool isListed(CLI::App const & command);
+
+/// The listed commands below `app`, in the order in which they were added.
 std::vector<LeafCommand> leafCommands(CLI::App const & app);
 
 /// The command `word` of `app`, or null.

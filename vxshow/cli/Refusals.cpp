@@ -33,7 +33,8 @@ CLI::App const & typedCommand(CLI::App const & app) {
 
 std::string wordsThatFollow(CLI::App const & command) {
     std::string words;
-    for (auto const * below : command.get_subcommands([](CLI::App const *) { return true; })) {
+    for (auto const * below :
+         command.get_subcommands([](CLI::App const * one) { return isListed(*one); })) {
         words += (words.empty() ? "" : " or ") + below->get_name();
     }
     return words;
@@ -145,9 +146,6 @@ std::string unknownWord(CLI::App const & app, std::string_view word) {
     }
     for (LeafCommand const & leaf : leaves) {
         candidates.push_back(leaf.words);
-    }
-    if (!app.get_parent()) {
-        candidates.push_back(helpCommand);
     }
     return Vex::quoted(word) + ": expected " + follow + " after " + commandWords(app) +
            didYouMean(word, candidates);

@@ -13,8 +13,8 @@ namespace vxshow::cli {
 /// nullopt if every option has its value. The library would take the next option as the value.
 std::optional<std::string> missingValue(CLI::App const & app, int argc, char const * const * argv);
 
-/// The word that is not a command, but describes one.
-inline constexpr std::string_view helpCommand = "help";
+/// The command that describes another one; no list of commands has it.
+inline constexpr char const * helpCommand = "help";
 
 /// The error line for `word`, which is no command of `app`: what is expected, and what was probably
 /// meant.

@@ -70,6 +70,9 @@ TEST(Help, HelpIsACommandToo) {
     EXPECT_EQ(helpOf({"help", "mac"}), helpOf({"mac", "--help"}));
     EXPECT_EQ(helpOf({"help", "mac", "received"}), helpOf({"mac", "received", "-h"}));
     EXPECT_EQ(helpOf({"help", "capture"}), helpOf({"capture", "--help"}));
+    EXPECT_EQ(helpOf({"--json", "--state", "a", "help", "capture"}), helpOf({"help", "capture"}));
+    EXPECT_EQ(helpOf({"help", "--help"}), helpOf({"help"}));
+    EXPECT_EQ(helpOf({"help", "help"}), helpOf({"help"}));
 }
 
 TEST(Help, HelpOfAnUnknownCommandIsRefused) {
