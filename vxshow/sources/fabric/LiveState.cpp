@@ -1,6 +1,7 @@
 #include "vxshow/sources/fabric/LiveState.h"
 
 #include "Vex/Errors.h"
+#include "outfmt/Utf8.h"
 #include "vxshow/sources/Failure.h"
 #include "vxshow/sources/fabric/SourceCounts.h"
 #include "vxshow/system/TimeOfDay.h"
@@ -81,7 +82,8 @@ state::Origin LiveState::originOf(std::vector<Outcome> const & outcomes) const {
         auto const & source = sources_[index];
         auto const & outcome = outcomes[index];
         auto & one = origin.sources.emplace_back();
-        one.name = source.name;
+        // A name from the command line can be any bytes.
+        one.name = outfmt::isUtf8(source.name) ? source.name : Vex::printable(source.name);
         one.kind = source.kind;
         one.role = source.role;
         one.read = outcome.read;

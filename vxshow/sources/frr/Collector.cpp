@@ -346,6 +346,10 @@ Answer Collector::finished(VtepSource const & source) {
     answer.facts.local[source.name] = std::move(local_);
     answer.facts.remote = std::move(remote_);
     answer.facts.routers = std::move(routers_);
+    std::erase_if(details_.macs, [&](state::MacDetails const & one) {
+        step();
+        return !l2Vnis_.contains(one.vni);
+    });
     answer.facts.details = std::move(details_);
     answer.facts.settle(watch_);
     answer.findings = std::move(findings_);

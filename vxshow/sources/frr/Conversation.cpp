@@ -82,7 +82,8 @@ std::string versionOf(RunVtysh const & run) {
         if (banner.starts_with(name)) {
             auto const rest = banner.substr(name.size(), longestVersion);
             auto const * const end = std::find_if_not(rest.begin(), rest.end(), isVersionCharacter);
-            return "FRR " + std::string(rest.begin(), end);
+            return end == rest.begin() ? std::string(unknown)
+                                       : "FRR " + std::string(rest.begin(), end);
         }
     } catch (std::runtime_error const &) {
         // The answer that is not understood matters, not why the version is unknown.

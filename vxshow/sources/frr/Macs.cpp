@@ -68,8 +68,8 @@ void takeEntry(MacEntry const & entry, char const * start) {
         return;
     }
     auto const moves = entry.side.sequence(start);
-    entry.join.macDetails(entry.details);
     if (entry.side.side() == Side::local) {
+        entry.join.macDetails(entry.details);
         return entry.join.mac({entry.vni, entry.mac, Side::local, {}, moves, entry.segment});
     }
     if (!entry.vtep && entry.segment.empty()) {
@@ -77,6 +77,7 @@ void takeEntry(MacEntry const & entry, char const * start) {
     }
     auto const vtep = entry.vtep.value_or(VtepText{VtepText::Kind::none});
     if (vtep.kind == VtepText::Kind::ipv4 || vtep.kind == VtepText::Kind::none) {
+        entry.join.macDetails(entry.details);
         entry.join.mac({entry.vni, entry.mac, Side::remote, vtep.address, moves, entry.segment});
     }
 }

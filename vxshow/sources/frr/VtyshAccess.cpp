@@ -7,7 +7,8 @@ namespace vxshow::sources::frr {
 
 Answer VtyshAccess::ask(Source const & source, state::Selection const & selection,
                         Deadline const & deadline) const {
-    return askVtysh(command_, {source.name, source.systemId, expectsEvpn_, source.maxFacts, source.role},
+    return askVtysh(command_,
+                    {source.name, source.systemId, expectsEvpn_, source.maxFacts, source.role},
                     selection, deadline, maxClientOutput);
 }
 

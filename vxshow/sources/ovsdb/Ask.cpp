@@ -82,7 +82,9 @@ Answer askInItsSchema(Client const & server, Question const & question) {
         auto const schema = olderSchema(server, refused, question.deadline);
         try {
             auto answer = askOnce(server, question, schema);
-            answer.findings.remarks = schema.remarks();
+            auto const remarks = schema.remarks();
+            answer.findings.remarks.insert(answer.findings.remarks.end(), remarks.begin(),
+                                           remarks.end());
             return answer;
         } catch (RequestRefused const & again) {
             throw noSuchSchema(again, schema);

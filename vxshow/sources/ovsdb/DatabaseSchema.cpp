@@ -40,6 +40,10 @@ constexpr auto schemaObject = text::lenientObject(
         tablesObject.read(value, into);
     }));
 
+/// What has the VNI of its locator; routers have that of their logical switch.
+constexpr Subjects macsAndBindings =
+    macsOfBothSides | Subject::localBindings | Subject::remoteBindings;
+
 } // namespace
 
 std::vector<Remark> DatabaseSchema::remarks() const {
@@ -51,8 +55,8 @@ std::vector<Remark> DatabaseSchema::remarks() const {
     }
     if (!locatorKey) {
         remarks.push_back(
-            {Subjects::every(), lacks + "Physical_Locator.tunnel_key: entries of a logical switch "
-                                        "without a tunnel_key are left out"});
+            {macsAndBindings, lacks + "Physical_Locator.tunnel_key: entries of a logical switch "
+                                      "without a tunnel_key are left out"});
     }
     return remarks;
 }

@@ -168,4 +168,33 @@ TEST_F(LiveStateTest, TheTimeOfThatIsTheLongestOfTheSourcesShown) {
     EXPECT_TRUE(shows(state.read({}), "leaf2"));
 }
 
+TEST_F(LiveStateTest, TheOriginSaysWhatBecameOfEachSource) {
+    auto state = liveState(Keep::lastGood);
+    leaf1->macCount = 3;
+    leaf2->fails = true;
+    auto const origin = state.read({}).mount.origin;
+    ASSERT_TRUE(origin);
+    ASSERT_EQ(origin->sources.size(), 2U);
+    EXPECT_EQ(origin->sources[0].name, "leaf1");
+    EXPECT_EQ(origin->sources[0].failure, "");
+    EXPECT_EQ(origin->sources[0].counts.localMacs, 3U);
+    EXPECT_LE(*origin->sources[0].read, origin->made);
+    EXPECT_FALSE(origin->sources[1].read);
+    EXPECT_EQ(origin->sources[1].failure, "unreachable: leaf2");
+}
+
+TEST_F(LiveStateTest, TheOriginOfALastAnswerHasItsTime) {
+    auto state = liveState(Keep::lastGood);
+    auto const read = state.read({}).mount.origin->sources[1].read;
+    leaf2->fails = true;
+    auto const origin = state.read({}).mount.origin;
+    EXPECT_EQ(origin->sources[1].read, read);
+    EXPECT_EQ(origin->sources[1].failure, "unreachable: leaf2");
+}
+
+TEST_F(LiveStateTest, ANameThatIsNotUtf8IsEscapedInTheOrigin) {
+    LiveState state({{{.name = "a\xff", .access = leaf1}}}, false, Keep::nothing);
+    EXPECT_EQ(state.read({}).mount.origin->sources[0].name, "a\\xff");
+}
+
 } // namespace vxshow::test

@@ -55,6 +55,15 @@ TEST(FrrDetails, OfAPlainMacAddressThereAreNone) {
     EXPECT_EQ(detailsOf(R"(,"isDuplicate":false,"uptime":"a while","esi":"")"), "");
 }
 
+TEST(FrrDetails, OfWhatIsLeftOutThereAreNone) {
+    auto zebra = zebraWithMacs(R"("02:00:00:00:00:01":{"type":"remote","remoteVtep":"fd00::1",)"
+                               R"("localSequence":0,"remoteSequence":0,"isDuplicate":true})");
+    EXPECT_TRUE(zebra.ask(withDetails(false)).facts.details.macs.empty());
+    zebra["show evpn mac vni all json"] =
+        R"({"11":{"macs":{)" + entry(R"(,"isDuplicate":true)") + "}}}";
+    EXPECT_TRUE(zebra.ask(withDetails(false)).facts.details.macs.empty());
+}
+
 TEST(FrrDetails, AreKeptOnlyIfTheyAreSelected) {
     auto zebra = zebraWithMacs(entry(R"(,"isDuplicate":true)"));
     EXPECT_TRUE(zebra.ask().facts.details.isEmpty());

@@ -333,7 +333,8 @@ TEST(FrrVersion, AnUnknownShapeNamesTheVersion) {
 TEST(FrrVersion, AnUnknownVersionIsCalledUnknown) {
     FakeZebra zebra;
     zebra["show evpn vni detail json"] = R"([{"vni":10,"type":"L4"}])";
-    for (auto const * const banner : {"", "% Unknown command: show version\n", "FRRouting\n"}) {
+    for (auto const * const banner :
+         {"", "% Unknown command: show version\n", "FRRouting\n", "FRRouting (leaf1)\n"}) {
         zebra["show version"] = banner;
         EXPECT_EQ(failureOf(zebra),
                   "FRR of unknown version: show evpn vni detail json: 1:19: [0].type: "

@@ -5,7 +5,7 @@
 namespace vxshow::test {
 
 ScriptedServers::ScriptedServers() : pathBefore_(std::getenv("PATH")) {
-    // Its words are an option, "query", the remote and the transaction.
+    // Its words are an option, "query" or "get-schema", the remote and the transaction.
     folder_.put("ovsdb-client", "#!/bin/sh\nexec \"${3#unix:}\"\n", 0700);
     setenv("PATH", (folder_.path() + ":" + pathBefore_).c_str(), 1);
 }
