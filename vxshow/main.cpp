@@ -6,6 +6,7 @@
 #include "vxshow/cli/FrameHead.h"
 #include "vxshow/cli/MountState.h"
 #include "vxshow/cli/command/Commands.h"
+#include "vxshow/cli/completion/Complete.h"
 #include "vxshow/system/Children.h"
 #include "vxshow/system/DescriptorIo.h"
 #include "vxshow/system/MemoryFile.h"
@@ -287,6 +288,10 @@ int main(int argc, char ** argv) {
     if (!system::openClosedStandardStreams()) {
         terminal::fail(terminal::ExitStatus::failed,
                        "a standard stream is closed, and /dev/null cannot be opened");
+    }
+    if (cli::completion::isAsked(argc, argv)) {
+        static_cast<void>(system::writeAll(STDOUT_FILENO, cli::completion::answer(argc, argv)));
+        terminal::exitNow(terminal::ExitStatus::success);
     }
     auto const read = cli::readCommandLine(argc, argv, cli::command::addCommands);
     if (auto const * help = std::get_if<cli::Help>(&read)) {

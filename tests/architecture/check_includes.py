@@ -53,8 +53,9 @@ ROOMS = {
     "vxshow/cli": ALL_SOURCES + ["vxshow/terminal", "vxshow/listing", "vxshow/cli/filter"],
     "vxshow/cli/command": ALL_SOURCES + ["vxshow/terminal", "vxshow/listing", "vxshow/cli/filter",
                                          "vxshow/cli"],
+    "vxshow/cli/completion": ALL_SOURCES + ["vxshow/terminal", "vxshow/cli", "vxshow/cli/command"],
     "vxshow": ALL_SOURCES + ["vxshow/terminal", "vxshow/listing", "vxshow/cli",
-                             "vxshow/cli/command"],
+                             "vxshow/cli/command", "vxshow/cli/completion"],
 }
 
 TREES = ("platform", "VxlanController", "modelc", "vxshow")

@@ -2,6 +2,7 @@
 
 #include "Vex/Errors.h"
 #include "Vex/KeyedHash.h"
+#include "vxshow/cli/FixedValues.h"
 #include "vxshow/cli/HelpText.h"
 #include "vxshow/cli/FormOptions.h"
 #include "vxshow/cli/NumberOption.h"
@@ -57,7 +58,8 @@ void addGlobalOptions(CLI::App & app, CommandLine & chosen, FormOptions & form) 
     addOutputOptions(app, chosen);
     defaults.group(otherGroup);
     app.get_option("--watch")->group(outputGroup);
-    app.get_option("--trace")->group(otherGroup);
+    auto * const trace = app.get_option("--trace")->group(otherGroup);
+    declareValues(*trace, {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
 }
 
 /// The answer to `vxshow help WORDS`. Options among the words change nothing.
@@ -91,12 +93,10 @@ std::optional<std::string> refuseHashSeed() {
 
 } // namespace
 
-std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv,
-                                                            AddCommands const & addCommands) {
-    CommandLine chosen;
-    CLI::App app("Shows what a VXLAN fabric knows", "vxshow");
-    auto const formatter = std::make_shared<HelpFormatter>();
-    app.formatter(formatter);
+void describeCommandLine(CLI::App & app, CommandLine & chosen, int argc, char const * const * argv,
+                         AddCommands const & addCommands) {
+    app.description("Shows what a VXLAN fabric knows");
+    app.name("vxshow");
     app.footer(examples);
     app.set_help_flag("-h,--help", "Describe the program, or the command before it");
     app.set_version_flag("-V,--version", version, "Print the version");
@@ -104,6 +104,15 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
     FormOptions form;
     addGlobalOptions(app, chosen, form);
     addCommands(app, chosen, argc, argv);
+}
+
+std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv,
+                                                            AddCommands const & addCommands) {
+    CommandLine chosen;
+    CLI::App app;
+    auto const formatter = std::make_shared<HelpFormatter>();
+    app.formatter(formatter);
+    describeCommandLine(app, chosen, argc, argv, addCommands);
     if (argc <= 1) {
         return Help{shortUsage(app, terminal::screenSize(STDERR_FILENO).columns), false};
     }

@@ -60,6 +60,12 @@ struct UsageError {
 /// the `CommandLine`.
 using AddCommands = std::function<void(CLI::App &, CommandLine &, int, char const * const *)>;
 
+/// Gives `app` the program's options and commands, whose values go to `chosen`: all that parsing,
+/// help and completion know. `argc` and `argv` are those of `main`, and `addCommands` is
+/// `command::addCommands`. `chosen` must outlive the parsing.
+void describeCommandLine(CLI::App & app, CommandLine & chosen, int argc, char const * const * argv,
+                         AddCommands const & addCommands);
+
 /// Reads the arguments of `main`, and the environment variables that can replace an option.
 /// `addCommands` is `command::addCommands`: the commands are built on this file, which
 /// therefore does not know them.

@@ -1,5 +1,8 @@
 #include "vxshow/cli/FilterOptions.h"
 
+#include "vxshow/cli/FixedValues.h"
+#include "vxshow/state/SourceNames.h"
+
 #include <CLI/Error.hpp>
 #include <CLI/Option.hpp>
 
@@ -71,10 +74,12 @@ void addNameFilter(CLI::App & command, std::string const & name, filter::NameFil
 }
 
 void addSourceFilter(CLI::App & command, filter::SourceFilter & sources) {
-    onceEach(*addFilter(command, "--source", sources, filter::readSources,
-                        "Only these switches by name or pattern, leaf*; all: every switch; hsc, "
-                        "qvx, evpn: that source; name:all: the switch of that name"),
-             "NAME");
+    auto * const option =
+        addFilter(command, "--source", sources, filter::readSources,
+                  "Only these switches by name or pattern, leaf*; all: every switch; hsc, "
+                  "qvx, evpn: that source; name:all: the switch of that name");
+    onceEach(*option, "NAME");
+    declareValues(*option, {state::sourceWords.begin(), state::sourceWords.end()});
 }
 
 } // namespace vxshow::cli

@@ -46,6 +46,7 @@ void addCommands(CLI::App & app, CommandLine & chosen, int argc, char const * co
     auto * tables = addGroup(app, "tables", "The EVPN tables of the state, as shared files");
     addTablesPublish(*tables, chosen);
     addSchema(app, chosen);
+    addCompletion(app, chosen);
     addModel(app, chosen, modelOfCommand(argc, argv));
 }
 

@@ -27,6 +27,8 @@ void addState(CLI::App & app, CommandLine & chosen);
 void addTablesPublish(CLI::App & tables, CommandLine & chosen);
 void addSchema(CLI::App & app, CommandLine & chosen);
 
+void addCompletion(CLI::App & app, CommandLine & chosen);
+
 /// `of` is the value of the option --of if it was typed: that command's filters become options of
 /// `model`.
 void addModel(CLI::App & app, CommandLine & chosen, std::optional<std::string> const & of);

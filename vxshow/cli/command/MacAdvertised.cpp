@@ -1,4 +1,5 @@
 #include "Vex/Errors.h"
+#include "vxshow/cli/FixedValues.h"
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/EntryNames.h"
@@ -89,14 +90,12 @@ struct MacAdvertised {
 
 private:
     void addDestination(CLI::App & options) {
-        options
-            .add_option_function<std::string>(
-                "--dest",
-                [this](std::string const & word) { destination = checkedDestination(word); },
-                "hsc, evpn: what that destination is told; switches, as without it: what the "
-                "switches are told, which is the same for all of them")
-            ->type_name("NAME")
-            ->group(filterGroup);
+        auto * const option = options.add_option_function<std::string>(
+            "--dest", [this](std::string const & word) { destination = checkedDestination(word); },
+            "hsc, evpn: what that destination is told; switches, as without it: what the "
+            "switches are told, which is the same for all of them");
+        option->type_name("NAME")->group(filterGroup);
+        declareValues(*option, {destinations.begin(), destinations.end()});
     }
 
     static std::string checkedDestination(std::string const & word) {

@@ -2,6 +2,7 @@
 
 #include "Vex/Errors.h"
 #include "outfmt/Interrupt.h"
+#include "vxshow/cli/FixedValues.h"
 #include "vxshow/cli/command/Collections.h"
 #include "vxshow/cli/command/Commands.h"
 #include "vxshow/cli/command/ObjectListing.h"
@@ -11,6 +12,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vxshow::cli::command {
 
@@ -174,12 +176,19 @@ void addModel(CLI::App & app, CommandLine & chosen, std::optional<std::string> c
         app.add_subcommand("model", "The types of the model that commands collect the state into, "
                                     "or the objects that a command has collected");
     command->fallthrough();
-    command
-        ->add_option("--of", "The objects that this command collects, with all attributes: 'mac "
-                             "received'. Its filters follow; --of COMMAND --help lists them")
-        ->type_name("COMMAND")
-        ->expected(1)
-        ->check(refuseOtherCommands, "");
+    auto * const option =
+        command
+            ->add_option("--of",
+                         "The objects that this command collects, with all attributes: 'mac "
+                         "received'. Its filters follow; --of COMMAND --help lists them")
+            ->type_name("COMMAND")
+            ->expected(1)
+            ->check(refuseOtherCommands, "");
+    std::vector<std::string> words;
+    for (auto const & collecting : collectingCommands) {
+        words.emplace_back(collecting.words);
+    }
+    declareValues(*option, words);
     if (of) {
         addObjects(*command, chosen, *of);
     } else {

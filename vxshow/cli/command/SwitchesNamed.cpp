@@ -88,6 +88,10 @@ std::set<std::string> switchesNamed(filter::NameFilter const & switches,
     return identifiers;
 }
 
+std::set<std::string, std::less<>> switchIdentifiers(state::Mount::Routers const & state) {
+    return KnownSwitches(state).all();
+}
+
 std::vector<std::string> unknownSwitches(filter::NameFilter const & switches,
                                          state::Reading const & state) {
     if (switches.isNone()) {

@@ -4,6 +4,7 @@
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/StateReader.h"
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@ namespace vxshow::cli::command {
 /// pattern matches identifiers and names.
 std::set<std::string> switchesNamed(filter::NameFilter const & switches,
                                     state::Mount::Routers const & state);
+
+/// All identifiers of switches in `state`, and their names where it knows these.
+std::set<std::string, std::less<>> switchIdentifiers(state::Mount::Routers const & state);
 
 /// The lines about values that select no switch, as `unknownNames` gives them.
 std::vector<std::string> unknownSwitches(filter::NameFilter const & switches,

@@ -131,7 +131,7 @@ TEST(Help, AMisspeltCommandIsRefusedWithTheOneThatWasProbablyMeant) {
               "received?");
     std::string const commands =
         "': expected mac or arp or router or state or capture or tables or schema or "
-        "model after vxshow; did you mean ";
+        "completion or model after vxshow; did you mean ";
     EXPECT_EQ(refused({"ruoter", "map"}), "'ruoter" + commands + "router?");
     EXPECT_EQ(refused({"mac-received"}), "'mac-received" + commands + "mac received?");
     EXPECT_EQ(refused({"hlep"}), "'hlep" + commands + "help?");
