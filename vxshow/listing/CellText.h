@@ -1,6 +1,5 @@
 #pragma once
 
-#include "outfmt/OutputBuffer.h"
 #include "vxshow/listing/Cell.h"
 
 #include <charconv>
@@ -32,6 +31,11 @@ inline char * writeValue(Cell const & cell, char * out, CellStyle style) {
         char * operator()(std::string_view) const { return out; }
 
         char * operator()(Vex::U64 number) const {
+            // Most counts have one digit.
+            if (number < 10) {
+                *out = static_cast<char>('0' + number);
+                return out + 1;
+            }
             return std::to_chars(out, out + maxValueLength, number).ptr;
         }
 
@@ -55,11 +59,38 @@ inline char * writeValue(Cell const & cell, char * out, CellStyle style) {
     return std::visit(Writer{out, style}, cell);
 }
 
-/// Adds the text of such a cell to the buffer.
-inline void appendValue(outfmt::OutputBuffer & buffer, Cell const & cell, CellStyle style) {
-    char * const out = buffer.reserve(maxValueLength);
-    buffer.commit(static_cast<std::size_t>(writeValue(cell, out, style) - out));
-}
+/// The last cell of a column, if it is of a kind that is often the same in the next row, and what
+/// was written for it. A name is recognised by its place in memory: names of the model stay there.
+class LastCell {
+public:
+    /// Whether the cell is of such a kind.
+    static bool canRepeat(Cell const & cell) {
+        return std::holds_alternative<std::string_view>(cell) ||
+               std::holds_alternative<Vxlan::Vni>(cell);
+    }
+
+    /// Whether the cell, which can repeat, is the last one.
+    bool is(Cell const & cell) const {
+        if (auto const * name = std::get_if<std::string_view>(&cell)) {
+            auto const * last = std::get_if<std::string_view>(&cell_);
+            return last && last->data() == name->data() && last->size() == name->size();
+        }
+        auto const * last = std::get_if<Vxlan::Vni>(&cell_);
+        return last && *last == *std::get_if<Vxlan::Vni>(&cell);
+    }
+
+    /// Makes `cell` the last one; its text is to be replaced.
+    std::string & startText(Cell const & cell) {
+        cell_ = cell;
+        return text_;
+    }
+
+    std::string const & text() const { return text_; }
+
+private:
+    Cell cell_;
+    std::string text_;
+};
 
 /// Adds `byte` as an escape: a backslash, `x`, and two hexadecimal digits.
 void appendEscaped(std::string & text, char byte);

@@ -1,81 +1,44 @@
 #include "vxshow/listing/Csv.h"
 
-#include "outfmt/Interrupt.h"
+#include "vxshow/listing/DelimitedRows.h"
+
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace vxshow::listing {
 
 namespace {
 
-constexpr CellStyle csvStyle{};
-
-void appendQuoted(outfmt::OutputBuffer & buffer, std::string_view text) {
-    buffer.append('"');
-    for (char const c : text) {
-        if (c == '"') {
-            buffer.append('"');
-        }
-        buffer.append(c);
+void appendCsvName(std::string & text, std::string_view name) {
+    if (!name.empty() && name.find_first_of(",\"\r\n") == std::string_view::npos) {
+        text.append(name);
+        return;
     }
-    buffer.append('"');
+    text.push_back('"');
+    for (char const c : name) {
+        text.append(c == '"' ? 2 : 1, c);
+    }
+    text.push_back('"');
 }
-
-class CsvRows final : public RowSink {
-public:
-    CsvRows(outfmt::OutputBuffer & buffer, Shown const & shown)
-        : buffer_(buffer), columns_(shown.columns),
-          lineEnd_(shown.surface.isTerminal ? "\n" : "\r\n") {}
-
-    void header(Table const & table) {
-        bool isFirst = true;
-        for (std::size_t const column : columns_) {
-            separate(isFirst);
-            buffer_.append(table.columns[column].key);
-        }
-        buffer_.append(lineEnd_);
-    }
-
-    void row(Row cells) override {
-        outfmt::checkInterrupt();
-        bool isFirst = true;
-        for (std::size_t const column : columns_) {
-            separate(isFirst);
-            if (auto const * text = std::get_if<std::string_view>(&cells[column])) {
-                appendText(*text);
-            } else {
-                appendValue(buffer_, cells[column], csvStyle);
-            }
-        }
-        buffer_.append(lineEnd_);
-    }
-
-private:
-    void separate(bool & isFirst) {
-        if (!isFirst) {
-            buffer_.append(',');
-        }
-        isFirst = false;
-    }
-
-    void appendText(std::string_view text) {
-        if (text.empty() || text.find_first_of(",\"\r\n") != std::string_view::npos) {
-            appendQuoted(buffer_, text);
-        } else {
-            buffer_.append(text);
-        }
-    }
-
-    outfmt::OutputBuffer & buffer_;
-    std::span<std::size_t const> columns_;
-    std::string_view lineEnd_;
-};
 
 } // namespace
 
 void writeCsv(outfmt::OutputBuffer & buffer, Shown const & shown, Walk const & walk) {
-    CsvRows rows(buffer, shown);
-    if (shown.header) {
-        rows.header(shown.table);
+    std::string_view const lineEnd = shown.surface.isTerminal ? "\n" : "\r\n";
+    std::vector<Delimiters> delimiters;
+    std::string header;
+    for (std::size_t const column : shown.columns) {
+        std::string const before = delimiters.empty() ? "" : ",";
+        delimiters.push_back({before, "", before});
+        header.append(before).append(shown.table.columns[column].key);
     }
+    delimiters.back().after.append(lineEnd);
+    delimiters.back().unknown.append(lineEnd);
+    if (shown.header) {
+        buffer.append(header.append(lineEnd));
+    }
+    DelimitedRows rows(buffer, shown.columns, std::move(delimiters), appendCsvName);
     walk(rows);
 }
 

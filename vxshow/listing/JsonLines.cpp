@@ -1,17 +1,16 @@
 #include "vxshow/listing/JsonLines.h"
 
-#include "outfmt/Interrupt.h"
 #include "outfmt/Utf8.h"
+#include "vxshow/listing/DelimitedRows.h"
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vxshow::listing {
 
 namespace {
-
-constexpr CellStyle jsonStyle{};
 
 bool needsNoEscape(char c) {
     auto const byte = static_cast<unsigned char>(c);
@@ -32,86 +31,47 @@ void appendCharacter(std::string & text, std::string_view character) {
     text.append(character);
 }
 
-/// The text within its quotation marks.
-std::string jsonText(std::string_view text) {
-    std::string escaped;
-    while (!text.empty()) {
-        auto const sequence = outfmt::firstUtf8Sequence(text);
-        auto const bytes = text.substr(0, sequence.length);
+void appendJsonName(std::string & text, std::string_view name) {
+    if (std::all_of(name.begin(), name.end(), needsNoEscape)) {
+        text.append(name);
+        return;
+    }
+    while (!name.empty()) {
+        auto const sequence = outfmt::firstUtf8Sequence(name);
+        auto const bytes = name.substr(0, sequence.length);
         if (sequence.valid) {
-            appendCharacter(escaped, bytes);
+            appendCharacter(text, bytes);
         } else {
             for (char const byte : bytes) {
-                escaped.push_back('\\');
-                appendEscaped(escaped, byte);
+                text.push_back('\\');
+                appendEscaped(text, byte);
             }
         }
-        text.remove_prefix(sequence.length);
+        name.remove_prefix(sequence.length);
     }
-    return escaped;
 }
 
-class JsonRows final : public RowSink {
-public:
-    JsonRows(outfmt::OutputBuffer & buffer, Shown const & shown)
-        : buffer_(buffer), columns_(shown.columns) {
-        start_.append(R"({"table":")").append(shown.table.name).append("\"");
-        for (std::size_t const column : columns_) {
-            auto const & [key, header, type] = shown.table.columns[column];
-            bool const isText = type != Type::number && type != Type::vni;
-            members_.push_back({",\"" + std::string(key) + "\":", isText});
-        }
+/// What stands around the cells: the members' names, and quotation marks where the value is text.
+std::vector<Delimiters> membersOf(Shown const & shown) {
+    std::vector<Delimiters> members;
+    std::string start = R"({"table":")" + std::string(shown.table.name) + "\"";
+    for (std::size_t const column : shown.columns) {
+        auto const & [key, header, type] = shown.table.columns[column];
+        bool const isText = type != Type::number && type != Type::vni;
+        auto const member = std::exchange(start, "") + ",\"" + std::string(key) + "\":";
+        std::string const quote = isText ? "\"" : "";
+        members.push_back({member + quote, quote, member + "null"});
     }
-
-    void row(Row cells) override {
-        outfmt::checkInterrupt();
-        buffer_.append(start_);
-        for (std::size_t place = 0; place < columns_.size(); ++place) {
-            auto const & [key, isText] = members_[place];
-            buffer_.append(key);
-            append(cells[columns_[place]], isText);
-        }
-        buffer_.append("}\n");
-    }
-
-private:
-    struct Member {
-        std::string key; ///< with the comma before it and the colon after it
-        bool isText;     ///< whether its value is in quotation marks
-    };
-
-    void append(Cell const & cell, bool isText) {
-        if (!isKnown(cell)) {
-            buffer_.append("null");
-            return;
-        }
-        if (isText) {
-            buffer_.append('"');
-        }
-        if (auto const * text = std::get_if<std::string_view>(&cell)) {
-            if (std::all_of(text->begin(), text->end(), needsNoEscape)) {
-                buffer_.append(*text);
-            } else {
-                buffer_.append(jsonText(*text));
-            }
-        } else {
-            appendValue(buffer_, cell, jsonStyle);
-        }
-        if (isText) {
-            buffer_.append('"');
-        }
-    }
-
-    outfmt::OutputBuffer & buffer_;
-    std::span<std::size_t const> columns_;
-    std::string start_;
-    std::vector<Member> members_;
-};
+    members.back().after.append("}\n");
+    members.back().unknown.append("}\n");
+    return members;
+}
 
 } // namespace
 
 void writeJsonLines(outfmt::OutputBuffer & buffer, Shown const & shown, Walk const & walk) {
-    JsonRows rows(buffer, shown);
+    auto members = membersOf(shown);
+    DelimitedRows rows(buffer, shown.columns, std::move(members), appendJsonName);
     walk(rows);
 }
 

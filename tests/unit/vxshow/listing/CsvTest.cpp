@@ -48,6 +48,26 @@ TEST(Csv, ACountAbove2147483647IsUnsigned) {
     EXPECT_EQ(csv({host("a", 10, Vex::U64{4294967295})}), "a,10,02:00:00:00:00:01,4294967295,\r\n");
 }
 
+TEST(Csv, AnUnknownNameIsEmptyInAnyColumn) {
+    Host unknown = host("");
+    unknown[0] = listing::Unknown();
+    EXPECT_EQ(written(listing::writeCsv, {unknown, unknown}, {0, 1}, false), ",10\r\n,10\r\n");
+    EXPECT_EQ(written(listing::writeCsv, {unknown, unknown}, {1, 0}, false), "10,\r\n10,\r\n");
+}
+
+TEST(Csv, ANameThatRepeatsIsWrittenInEachRow) {
+    std::string const name = "a,b";
+    std::string const same = "a,b";
+    EXPECT_EQ(written(listing::writeCsv, {host(name), host(name, 11), host(same), host("c")},
+                      {0, 1}, false),
+              "\"a,b\",10\r\n\"a,b\",11\r\n\"a,b\",10\r\nc,10\r\n");
+}
+
+TEST(Csv, ALongNameIsWhole) {
+    std::string const name(70'000, 'x');
+    EXPECT_EQ(written(listing::writeCsv, {host(name)}, {0, 1}, false), name + ",10\r\n");
+}
+
 TEST(Csv, ColumnsComeInTheChosenOrder) {
     EXPECT_EQ(written(listing::writeCsv, {host("a", 20)}, {1, 0}), "vni,name\r\n20,a\r\n");
 }

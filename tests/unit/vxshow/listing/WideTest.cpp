@@ -38,6 +38,20 @@ TEST(Wide, AnUnknownValueIsADash) {
                                                                     "a         -  -\n");
 }
 
+TEST(Wide, AnUnknownNameBesideLongOnesIsPaddedAsTheyAre) {
+    std::string const name(300, 'x');
+    Host unknown = host("");
+    unknown[0] = listing::Unknown();
+    EXPECT_EQ(written(listing::writeWide, {host(name), unknown}, {0, 1}, false),
+              name + "  10\n-" + std::string(301, ' ') + "10\n");
+}
+
+TEST(Wide, ALongNameIsFollowedByItsRow) {
+    std::string const name(70'000, 'x');
+    EXPECT_EQ(written(listing::writeWide, {host(name)}, {1, 0, 1}, false),
+              "10  " + name + "  10\n");
+}
+
 TEST(Wide, ACountAbove2147483647IsUnsigned) {
     EXPECT_EQ(wide({host("a", 10, Vex::U64{4294967295})}, {3}), "     Moves\n4294967295\n");
 }
