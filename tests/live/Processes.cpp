@@ -3,7 +3,7 @@
 #include <charconv>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 std::vector<pid_t> processesWith(std::string const & one, std::string const & other) {
     std::vector<pid_t> found;
@@ -15,7 +15,10 @@ std::vector<pid_t> processesWith(std::string const & one, std::string const & ot
             continue;
         }
         std::ifstream file(entry.path() / "cmdline", std::ios::binary);
-        std::string const words{std::istreambuf_iterator<char>(file), {}};
+        // Of a process that ends now, nothing can be read, and this throws nothing.
+        std::ostringstream content;
+        content << file.rdbuf();
+        auto const words = content.str();
         if (words.find(one) != std::string::npos && words.find(other) != std::string::npos) {
             found.push_back(pid);
         }

@@ -3,8 +3,8 @@
 #include "Vex/Errors.h"
 #include "Vex/KeyedHash.h"
 #include "vxshow/cli/FixedValues.h"
-#include "vxshow/cli/HelpText.h"
 #include "vxshow/cli/FormOptions.h"
+#include "vxshow/cli/HelpText.h"
 #include "vxshow/cli/NumberOption.h"
 #include "vxshow/cli/Refusals.h"
 #include "vxshow/cli/Version.h"
@@ -47,14 +47,14 @@ void addOutputOptions(CLI::App & app, CommandLine & chosen) {
 }
 
 /// The options that every command takes, in groups of the help.
-void addGlobalOptions(CLI::App & app, CommandLine & chosen, FormOptions & form) {
+void addGlobalOptions(CLI::App & app, CommandLine & chosen) {
     constexpr char const * outputGroup = "Output";
     auto & defaults = *app.option_defaults();
     std::string const otherGroup = defaults.get_group();
     defaults.group("State");
     addStateOptions(app, chosen.state);
     defaults.group(outputGroup);
-    addFormOptions(app, form);
+    addFormOptions(app, chosen.form);
     addOutputOptions(app, chosen);
     defaults.group(otherGroup);
     app.get_option("--watch")->group(outputGroup);
@@ -101,8 +101,7 @@ void describeCommandLine(CLI::App & app, CommandLine & chosen, int argc, char co
     app.set_help_flag("-h,--help", "Describe the program, or the command before it");
     app.set_version_flag("-V,--version", version, "Print the version");
     app.require_subcommand(1);
-    FormOptions form;
-    addGlobalOptions(app, chosen, form);
+    addGlobalOptions(app, chosen);
     addCommands(app, chosen, argc, argv);
 }
 
@@ -137,7 +136,7 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
         formatter->columnsAre(terminal::screenSize(STDOUT_FILENO).columns);
         return describe(app, help->remaining());
     }
-    if (auto line = completeForm(form, chosen.command, chosen.tables, chosen.output)) {
+    if (auto line = completeForm(chosen.form, chosen.command, chosen.tables, chosen.output)) {
         return UsageError{*std::move(line)};
     }
     if (auto line = refuseHashSeed()) {

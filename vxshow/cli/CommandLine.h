@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxshow/cli/FormOptions.h"
 #include "vxshow/cli/OutputOptions.h"
 #include "vxshow/cli/StateOptions.h"
 #include "vxshow/listing/TableColumns.h"
@@ -19,6 +20,7 @@ namespace vxshow::cli {
 /// A checked command line: everything that was typed is now a value.
 struct CommandLine {
     StateOptions state;
+    FormOptions form; ///< as typed; what is shown of it is in `output`
     Output output;
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 

@@ -59,8 +59,7 @@ state::Origin originOfTables(std::string const & directory, state::Mount const &
         return static_cast<Vex::U32>(std::min(count, most));
     };
     for (auto const & part : state::countsOf(mount).tables) {
-        auto & macs =
-            part.side == "received" ? source.counts.remoteMacs : source.counts.localMacs;
+        auto & macs = part.side == "received" ? source.counts.remoteMacs : source.counts.localMacs;
         macs = entries(part.macs);
         source.counts.floods = entries(source.counts.floods + part.floods);
         source.counts.vnis = std::max(source.counts.vnis, entries(part.vnis));

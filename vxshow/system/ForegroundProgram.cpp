@@ -133,7 +133,7 @@ void ForegroundProgram::endRunning() noexcept {
         return;
     }
     askedToEnd = true;
-    constexpr int attempts = 20;
+    constexpr int attempts = 100;
     timespec const pause{0, 10'000'000};
     ::kill(program, SIGTERM);
     for (int attempt = 0; attempt < attempts; ++attempt) {

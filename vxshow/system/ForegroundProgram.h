@@ -35,7 +35,7 @@ public:
     /// Ends its input, and waits until the program has ended.
     void wait() noexcept;
 
-    /// Asks the program that is running to end, and kills it if it is still there after 200 ms.
+    /// Asks the program that is running to end, and kills it if it is still there after a second.
     /// Async-signal-safe.
     static void endRunning() noexcept;
 
