@@ -170,7 +170,7 @@ class ShellTest:
     def test_commands_and_options(self):
         self.assertEqual(self.completed("vxshow rou"), ["router"])
         self.assertEqual(self.completed("vxshow mac rec"), ["mac", "received"])
-        self.assertEqual(self.completed("vxshow mac received --so"), ["mac", "received", "--source"])
+        self.assertEqual(self.completed("vxshow mac received --sou"), ["mac", "received", "--source"])
         self.assertEqual(self.completed("vxshow --fab"), ["--fabric"])
         self.assertEqual(self.completed("vxshow help arp adv"), ["help", "arp", "advertised"])
 

@@ -12,7 +12,10 @@ _LINE = re.compile(rb"vxshow: [\x20-\x7e]*[\x21-\x7e]")
 _OUT_OF_MEMORY = re.compile(rb"vxshow: (out of memory|[^\n]+: (out of memory|"
                             rb"not enough memory for it|Cannot allocate memory|"
                             rb"cannot start a thread for the terminal: "
-                            rb"Resource temporarily unavailable))\n")
+                            rb"Resource temporarily unavailable))\n"
+                            # What a capture adds to the line of its source.
+                            rb"(vxshow: capture: nothing is saved, since a source could not be "
+                            rb"read; --incomplete saves the others\n)?")
 
 
 @dataclasses.dataclass(frozen=True)
