@@ -39,8 +39,8 @@ public:
     /// Async-signal-safe.
     static void endRunning() noexcept;
 
-    /// Whether `endRunning` was called, as this process is about to end: then a program that reads no
-    /// more was not closed by the user.
+    /// Whether `endRunning` was called, as this process is about to end: then a program that reads
+    /// no more was not closed by the user.
     static bool wasAskedToEnd() noexcept;
 
 private:

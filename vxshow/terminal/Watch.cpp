@@ -80,9 +80,8 @@ private:
 
     void draw() {
         auto const title = heading_ + (time_ ? ", at " + *time_ : ": nothing read yet");
-        auto drawing =
-            drawScreen(title, remarks(), view_.text.text(), screenSize(STDOUT_FILENO), view_.tables,
-                       start_);
+        auto drawing = drawScreen(title, remarks(), view_.text.text(), screenSize(STDOUT_FILENO),
+                                  view_.tables, start_);
         start_ = std::min(start_, drawing.lastStart);
         lastStart_ = drawing.lastStart;
         page_ = drawing.page;
