@@ -4,6 +4,7 @@
 #include "outfmt/AttrInfo.h"
 #include "outfmt/Printer.h"
 
+#include <cstdint>
 #include <string_view>
 
 namespace vxshow::cli {
@@ -20,9 +21,10 @@ public:
         printer_.addAttributesJson(1, info.getArg());
     }
 
+    /// `value` is at most that of a signed number of 64 bits.
     void number(std::string_view key, Vex::U64 value) {
         outfmt::Attr64Info info(printer_, key);
-        info.setValue(value);
+        info.setValue(static_cast<std::int64_t>(value));
         printer_.addAttributesJson(1, info.getArg());
     }
 

@@ -4,6 +4,7 @@
 #include "vxshow/cli/command/CompletionScripts.h"
 #include "vxshow/system/DescriptorIo.h"
 
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -32,6 +33,7 @@ void addCompletion(CLI::App & app, CommandLine & chosen) {
     auto * const option =
         command->add_option("SHELL", *shell, "bash, zsh or fish")->required()->type_name("");
     std::vector<std::string> shells;
+    shells.reserve(std::size(completionScripts));
     for (CompletionScript const & script : completionScripts) {
         shells.emplace_back(script.shell);
     }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -185,6 +186,7 @@ void addModel(CLI::App & app, CommandLine & chosen, std::optional<std::string> c
             ->expected(1)
             ->check(refuseOtherCommands, "");
     std::vector<std::string> words;
+    words.reserve(std::size(collectingCommands));
     for (auto const & collecting : collectingCommands) {
         words.emplace_back(collecting.words);
     }

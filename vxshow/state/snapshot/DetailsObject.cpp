@@ -128,8 +128,9 @@ Details readDetails(text::JsonValue & value) {
 }
 
 void writeDetails(ValuesWriter & values, Details const & details) {
-    for (auto const & [source, known] : details) {
-        values.object(writable(source), [&] { writeMembers(sourceDetailsObject, values, known); });
+    for (auto const & entry : details) {
+        values.object(writable(entry.first),
+                      [&] { writeMembers(sourceDetailsObject, values, entry.second); });
     }
 }
 
