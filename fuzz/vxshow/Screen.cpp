@@ -102,7 +102,13 @@ void screen(std::string_view bytes) {
     for (unsigned count = input.below(4); count > 0; --count) {
         remarks.emplace_back(input.upTo('\0'));
     }
-    checkScreen(drawScreen(title, remarks, input.rest(), size), size);
+    std::size_t const start = input.below(40);
+    auto const text = input.rest();
+    auto const drawing = drawScreen(title, remarks, text, size, Tables::aligned, start);
+    checkScreen(drawing.text, size);
+    auto const lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    check(drawing.page >= 1, "a page has no line");
+    check(drawing.lastStart <= lines, "the last page starts after the end");
     checkCharacters(bytes);
     // A thread takes longer than all else here.
     if (bytes.size() % 8 == 7) {

@@ -48,7 +48,7 @@ ROOMS = {
     "vxshow/sources/frr": SOURCES,
     "vxshow/sources/fabric": SOURCES + ["vxshow/sources/ovsdb", "vxshow/sources/frr"],
     "vxshow/terminal": STATE,
-    "vxshow/listing": LIBRARY + ["vxshow/system", "vxshow/text", "vxshow/terminal"],
+    "vxshow/listing": LIBRARY + ["vxshow/system", "vxshow/text", "vxshow/state", "vxshow/terminal"],
     "vxshow/cli/filter": VALUES + ["vxshow/state", "vxshow/state/narrow"],
     "vxshow/cli": ALL_SOURCES + ["vxshow/terminal", "vxshow/listing", "vxshow/cli/filter"],
     "vxshow/cli/command": ALL_SOURCES + ["vxshow/terminal", "vxshow/listing", "vxshow/cli/filter",

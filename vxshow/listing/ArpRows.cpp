@@ -29,6 +29,7 @@ struct ArpRow {
     std::array<Cell, 6> cells;
     RowSink & sink;
     std::size_t first;
+    state::Counters counters;
 
     void pass() const { sink.row(Row(cells).subspan(first)); }
 };
@@ -40,8 +41,8 @@ void walkTables(Cli::VxlanFdbSet::ArpTableCollection const & tables, ArpRow & ro
         for (Cli::VxlanArpEntry const & entry : table.arpEntry()) {
             row.cells[2] = knownOrNone(entry.ipAddress());
             row.cells[3] = entry.macAddress();
-            row.cells[4] = Vex::U64{entry.changes()};
-            row.cells[5] = Vex::U64{entry.preference()};
+            row.cells[4] = counted(entry.changes(), row.counters.changes);
+            row.cells[5] = counted(entry.preference(), row.counters.preference);
             row.pass();
         }
     }
@@ -52,16 +53,20 @@ void walkTables(Cli::VxlanFdbSet::ArpTableCollection const & tables, ArpRow & ro
 Tables const arpReceivedTables = receivedArpTables;
 Tables const arpAdvertisedTables = advertisedArpTables;
 
-void walk(Cli::VxlanVtepSet const & collected, std::size_t /* table */, RowSink & sink) {
-    ArpRow row{{}, sink, 0};
+void walk(Cli::VxlanVtepSet const & collected, state::KeptCounters const & counters,
+          std::size_t /* table */, RowSink & sink) {
+    ArpRow row{{}, sink, 0, {}};
     for (Cli::VxlanVtep const & vtep : collected.vtep()) {
-        row.cells[0] = std::string_view(vtep.switchId());
+        std::string_view const name = vtep.switchId();
+        row.cells[0] = name;
+        row.counters = counters.receivedFrom(name);
         walkTables(vtep.arpTable(), row);
     }
 }
 
-void walk(Cli::VxlanFdbSet const & collected, std::size_t /* table */, RowSink & sink) {
-    ArpRow row{{}, sink, 1};
+void walk(Cli::VxlanFdbSet const & collected, state::KeptCounters const & counters,
+          std::size_t /* table */, RowSink & sink) {
+    ArpRow row{{}, sink, 1, counters.advertised};
     walkTables(collected.arpTable(), row);
 }
 

@@ -3,6 +3,7 @@
 #include "VxlanController/VxlanControllerCliModel.h"
 #include "vxshow/listing/Cell.h"
 #include "vxshow/listing/TableColumns.h"
+#include "vxshow/state/Counters.h"
 
 #include <cstddef>
 
@@ -13,8 +14,11 @@ namespace vxshow::listing {
 extern Tables const arpReceivedTables;
 extern Tables const arpAdvertisedTables;
 
-/// Passes the rows of what was collected to `sink`. `table` is 0. Raises what the sink raises.
-void walk(VxlanController::Cli::VxlanVtepSet const & collected, std::size_t table, RowSink & sink);
-void walk(VxlanController::Cli::VxlanFdbSet const & collected, std::size_t table, RowSink & sink);
+/// Passes the rows of what was collected to `sink`. `table` is 0. A count of 0 is unknown where
+/// `counters` does not keep it. Raises what the sink raises.
+void walk(VxlanController::Cli::VxlanVtepSet const & collected,
+          state::KeptCounters const & counters, std::size_t table, RowSink & sink);
+void walk(VxlanController::Cli::VxlanFdbSet const & collected, state::KeptCounters const & counters,
+          std::size_t table, RowSink & sink);
 
 } // namespace vxshow::listing

@@ -41,6 +41,11 @@ inline Cell knownOrNone(std::string_view name) noexcept {
     return name.empty() ? Cell() : Cell(name);
 }
 
+/// The cell of a counter. Where it is not kept, 0 means that it is not known.
+inline Cell counted(Vex::U64 count, bool isKept) noexcept {
+    return count == 0 && !isKept ? Cell() : Cell(count);
+}
+
 /// Takes rows one by one. A row is valid only during the call.
 class RowSink {
 public:

@@ -35,6 +35,7 @@ struct MacRow {
     std::array<Cell, 5> cells;
     RowSink & sink;
     std::size_t first;
+    bool keepsMoves;
 
     void pass() const { sink.row(Row(cells).subspan(first)); }
 };
@@ -47,7 +48,7 @@ void walkUnicast(Cli::VniStatus const & status, MacRow & row) {
     for (Cli::MacVtep const & entry : status.macVtepTable()) {
         row.cells[MacRow::mac] = entry.macAddr();
         row.cells[MacRow::vtep] = entry.vtepIp();
-        row.cells[MacRow::last] = Vex::U64{entry.moveCount().value()};
+        row.cells[MacRow::last] = counted(entry.moveCount().value(), row.keepsMoves);
         row.pass();
     }
 }
@@ -91,13 +92,16 @@ void walkVnis(Cli::VniStatusList const & vnis, std::size_t table, Empty empty, M
     }
 }
 
-void walkSources(Vex::Ptr<Cli::SwitchDir const> const & sources, std::size_t table, MacRow & row) {
+void walkSources(Vex::Ptr<Cli::SwitchDir const> const & sources, std::size_t table,
+                 state::KeptCounters const & counters, MacRow & row) {
     if (!sources) {
         return;
     }
     for (Cli::Switch const & source : sources->switchList()) {
         if (auto const vnis = source.vniStatusList()) {
-            row.cells[MacRow::source] = std::string_view(source.switchId().stringValue());
+            std::string_view const name = source.switchId().stringValue();
+            row.cells[MacRow::source] = name;
+            row.keepsMoves = counters.receivedFrom(name).moves;
             walkVnis(*vnis, table, Empty::noRow, row);
         }
     }
@@ -108,14 +112,16 @@ void walkSources(Vex::Ptr<Cli::SwitchDir const> const & sources, std::size_t tab
 Tables const macReceivedTables = receivedTables;
 Tables const macAdvertisedTables = advertisedTables;
 
-void walk(Cli::VcsVniReceived const & command, std::size_t table, RowSink & sink) {
-    MacRow row{{}, sink, MacRow::source};
-    walkSources(command.switchDir(), table, row);
-    walkSources(command.nonSwitchSourceDir(), table, row);
+void walk(Cli::VcsVniReceived const & command, state::KeptCounters const & counters,
+          std::size_t table, RowSink & sink) {
+    MacRow row{{}, sink, MacRow::source, true};
+    walkSources(command.switchDir(), table, counters, row);
+    walkSources(command.nonSwitchSourceDir(), table, counters, row);
 }
 
-void walk(Cli::VcsVniAdvertised const & command, std::size_t table, RowSink & sink) {
-    MacRow row{{}, sink, MacRow::vni};
+void walk(Cli::VcsVniAdvertised const & command, state::KeptCounters const & counters,
+          std::size_t table, RowSink & sink) {
+    MacRow row{{}, sink, MacRow::vni, counters.advertised.moves};
     if (auto const vnis = command.vniDir()) {
         walkVnis(*vnis, table, Empty::oneRow, row);
     }

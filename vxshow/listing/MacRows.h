@@ -3,6 +3,7 @@
 #include "VxlanController/VxlanControllerCliModel.h"
 #include "vxshow/listing/Cell.h"
 #include "vxshow/listing/TableColumns.h"
+#include "vxshow/state/Counters.h"
 
 #include <cstddef>
 
@@ -18,11 +19,13 @@ extern Tables const macReceivedTables;
 extern Tables const macAdvertisedTables;
 
 /// Passes the rows of a table to `sink`. The command has collected. `table` is the table's place in
-/// `macReceivedTables`. Raises what the sink raises.
-void walk(VxlanController::Cli::VcsVniReceived const & command, std::size_t table, RowSink & sink);
+/// `macReceivedTables`. A count of 0 is unknown where `counters` does not keep it. Raises what the
+/// sink raises.
+void walk(VxlanController::Cli::VcsVniReceived const & command,
+          state::KeptCounters const & counters, std::size_t table, RowSink & sink);
 
 /// The same, by `macAdvertisedTables`.
-void walk(VxlanController::Cli::VcsVniAdvertised const & command, std::size_t table,
-          RowSink & sink);
+void walk(VxlanController::Cli::VcsVniAdvertised const & command,
+          state::KeptCounters const & counters, std::size_t table, RowSink & sink);
 
 } // namespace vxshow::listing

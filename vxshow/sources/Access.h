@@ -2,6 +2,7 @@
 
 #include "vxshow/sources/Answer.h"
 #include "vxshow/sources/Deadline.h"
+#include "vxshow/state/Counters.h"
 #include "vxshow/state/Selection.h"
 
 #include <cstddef>
@@ -24,6 +25,9 @@ public:
     /// Raises `Failure`. Several threads can call this at once.
     virtual Answer ask(Source const & source, state::Selection const & selection,
                        Deadline const & deadline) const = 0;
+
+    /// The counters that such a source keeps.
+    virtual state::Counters counters() const noexcept { return {}; }
 };
 
 } // namespace vxshow::sources

@@ -4,12 +4,12 @@
 #include "VxlanController/VxlanControllerCliModel.h"
 #include "state/PublishStatus.h"
 #include "state/SwitchInfoDir.h"
+#include "vxshow/state/Counters.h"
 #include "vxshow/state/Details.h"
 #include "vxshow/state/Origin.h"
 
-#include <optional>
-
 #include <map>
+#include <optional>
 #include <string>
 
 namespace vxshow::state {
@@ -50,7 +50,7 @@ struct Mount {
         /// By logical router: each a `VxlanController::LRStatusV2` with the same name as its entry.
         Vex::Ptr<Vex::Dir> lRStatusDir;
         /// The identifiers of switches by name, for those whose name and identifier a live source
-        /// reports. Only used to find a switch: no listing has these names, and no snapshot.
+        /// reports. Only used to find a switch: no listing has these names.
         std::multimap<std::string, std::string> switchNames = {};
     };
 
@@ -62,6 +62,7 @@ struct Mount {
     std::optional<Origin> origin = {};
     /// What no listing of the library shows.
     Details details = {};
+    KeptCounters counters = {};
 };
 
 } // namespace vxshow::state

@@ -27,6 +27,22 @@ inline constexpr char const * hscName = "HSC";
 inline constexpr char const * qvxName = "QVX";
 inline constexpr char const * evpnName = "EVPN";
 
+/// The name under which listings have what a source in `role` was told; empty for `switches`, each
+/// of which has a name of its own.
+constexpr char const * listedName(Role role) noexcept {
+    switch (role) {
+    case Role::hsc:
+        return hscName;
+    case Role::qvx:
+        return qvxName;
+    case Role::evpn:
+        return evpnName;
+    case Role::switches:
+        break;
+    }
+    return "";
+}
+
 /// The words with which a listing is limited to sources: "all" is every switch, the others are the
 /// sources that are not switches. A switch of such a name is asked for in another way.
 inline constexpr std::array<std::string_view, 4> sourceWords{"all", "hsc", "qvx", "evpn"};

@@ -28,10 +28,9 @@ struct Drawing {
 /// Draws `title`, the `remarks` and the lines of `text` from the line `start` on over the present
 /// screen, from its top. Lines are cut at the right edge. Remarks take at most a third of the
 /// screen; those that do not fit are counted. If not all lines of the text fit, the last line says
-/// which do
-/// ("... 4 lines more", "lines 5 to 9 of 20"). The screen's bottom line stays empty: the cursor
-/// waits there, so that the next message has a line of its own. The text is shown as `TerminalText`
-/// says.
+/// which do ("... 4 lines more", "lines 5 to 9 of 20"). The screen's bottom line stays empty: the
+/// cursor waits there, so that the next message has a line of its own. The text is shown as
+/// `TerminalText` says.
 Drawing drawScreen(std::string const & title, std::vector<std::string> const & remarks,
                    std::string_view text, ScreenSize size, Tables tables = Tables::aligned,
                    std::size_t start = 0);

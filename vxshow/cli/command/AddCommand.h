@@ -39,9 +39,10 @@ void renderTyped(Typed & typed, state::Mount const & mount, int fd, Output const
         typed.collect(mount, output);
         auto surface = output.surface;
         surface.dottedVni = output.vniDotted;
-        listing::writeRows(
-            fd, *output.rows, Typed::tables(), surface,
-            [&](std::size_t table, listing::RowSink & sink) { typed.walkTable(table, sink); });
+        listing::writeRows(fd, *output.rows, Typed::tables(), surface,
+                           [&](std::size_t table, listing::RowSink & sink) {
+                               typed.walkTable(mount, table, sink);
+                           });
     });
 }
 
@@ -54,7 +55,8 @@ void renderTyped(Typed & typed, state::Mount const & mount, int fd, Output const
 ///     void render(Mount const & mount, int fd, Output const & output);
 ///     Vex::AnyValues collect(Mount const & mount, Output const & output);
 ///     static listing::Tables tables();       // of the listing
-///     void walkTable(std::size_t table, RowSink & sink) const; // after `collect`
+///     // After `collect`.
+///     void walkTable(Mount const & mount, std::size_t table, RowSink & sink) const;
 ///     // Only if the text cuts addresses; after `render` of the text for a terminal.
 ///     std::size_t cutAddresses() const;
 ///

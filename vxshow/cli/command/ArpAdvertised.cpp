@@ -74,8 +74,8 @@ struct ArpAdvertised {
 
     static listing::Tables tables() { return listing::arpAdvertisedTables; }
 
-    void walkTable(std::size_t table, listing::RowSink & sink) const {
-        listing::walk(*collected, table, sink);
+    void walkTable(state::Mount const & mount, std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*collected, mount.counters, table, sink);
     }
 
     std::size_t cutAddresses() const { return collected ? listing::cutAddresses(*collected) : 0; }

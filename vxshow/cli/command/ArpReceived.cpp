@@ -90,8 +90,8 @@ struct ArpReceived {
 
     static listing::Tables tables() { return listing::arpReceivedTables; }
 
-    void walkTable(std::size_t table, listing::RowSink & sink) const {
-        listing::walk(*collected, table, sink);
+    void walkTable(state::Mount const & mount, std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*collected, mount.counters, table, sink);
     }
 
     std::size_t cutAddresses() const { return collected ? listing::cutAddresses(*collected) : 0; }

@@ -84,8 +84,8 @@ struct MacAdvertised {
 
     static listing::Tables tables() { return listing::macAdvertisedTables; }
 
-    void walkTable(std::size_t table, listing::RowSink & sink) const {
-        listing::walk(*command, table, sink);
+    void walkTable(state::Mount const & mount, std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*command, mount.counters, table, sink);
     }
 
 private:

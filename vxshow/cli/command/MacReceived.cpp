@@ -80,8 +80,8 @@ struct MacReceived {
 
     static listing::Tables tables() { return listing::macReceivedTables; }
 
-    void walkTable(std::size_t table, listing::RowSink & sink) const {
-        listing::walk(*command, table, sink);
+    void walkTable(state::Mount const & mount, std::size_t table, listing::RowSink & sink) const {
+        listing::walk(*command, mount.counters, table, sink);
     }
 };
 

@@ -45,7 +45,8 @@ struct RouterDetail {
 
     static listing::Tables tables() { return listing::routerDetailTables; }
 
-    void walkTable(std::size_t table, listing::RowSink & sink) const {
+    void walkTable(state::Mount const & /* mount */, std::size_t table,
+                   listing::RowSink & sink) const {
         listing::walk(*command, table, sink);
     }
 

@@ -76,7 +76,8 @@ struct RouterMap {
 
     static listing::Tables tables() { return listing::routerMapTables; }
 
-    void walkTable(std::size_t table, listing::RowSink & sink) const {
+    void walkTable(state::Mount const & /* mount */, std::size_t table,
+                   listing::RowSink & sink) const {
         listing::walk(*command, table, sink);
     }
 

@@ -49,7 +49,8 @@ struct RouterRoutes {
 
     static listing::Tables tables() { return listing::routerRoutesTables; }
 
-    void walkTable(std::size_t table, listing::RowSink & sink) const {
+    void walkTable(state::Mount const & /* mount */, std::size_t table,
+                   listing::RowSink & sink) const {
         listing::walk(*command, table, sink);
     }
 

@@ -163,6 +163,28 @@ state::Details detailsOf(std::vector<Source> const & sources,
     return details;
 }
 
+/// Received tables are those of a name, advertised ones are one for all.
+state::KeptCounters countersOf(std::vector<Source> const & sources,
+                               std::vector<Outcome> const & outcomes) {
+    state::KeptCounters kept;
+    for (std::size_t index = 0; index < sources.size(); ++index) {
+        auto const & source = sources[index];
+        auto const counters = source.access->counters();
+        if (!outcomes[index].answer || counters.areAllKept()) {
+            continue;
+        }
+        kept.advertised.limitTo(counters);
+        if (source.role != Role::switches) {
+            kept.received[listedName(source.role)].limitTo(counters);
+            continue;
+        }
+        for (auto const & [name, side] : outcomes[index].answer->facts.local) {
+            kept.received[name].limitTo(counters);
+        }
+    }
+    return kept;
+}
+
 } // namespace
 
 std::vector<Outcome> askAll(std::vector<Source> const & sources, state::Selection const & selection,
@@ -199,6 +221,7 @@ state::Mount mountSources(std::vector<Source> const & sources,
             }
         }
         auto mounted = mount.mount();
+        mounted.counters = countersOf(sources, outcomes);
         if (selection.details) {
             mounted.details = detailsOf(sources, outcomes);
         }

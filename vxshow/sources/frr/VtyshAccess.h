@@ -21,6 +21,8 @@ public:
     Answer ask(Source const & source, state::Selection const & selection,
                Deadline const & deadline) const override;
 
+    state::Counters counters() const noexcept override { return {.preference = false}; }
+
 private:
     VtyshCommand command_;
     bool expectsEvpn_;

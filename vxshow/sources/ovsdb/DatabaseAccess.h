@@ -26,6 +26,10 @@ public:
     Answer ask(Source const & source, state::Selection const & selection,
                Deadline const & deadline) const override;
 
+    state::Counters counters() const noexcept override {
+        return {.moves = false, .changes = false, .preference = false};
+    }
+
 private:
     DatabaseAddress address_;
     std::map<std::string, Nolt::EthAddr> systemIds_;

@@ -2,6 +2,7 @@
 
 #include "state/VniFdbStatusV2.h"
 #include "vxshow/state/SourceNames.h"
+#include "vxshow/state/snapshot/CountersObject.h"
 #include "vxshow/state/snapshot/DetailsObject.h"
 #include "vxshow/state/snapshot/Directory.h"
 #include "vxshow/state/snapshot/EvpnTables.h"
@@ -241,6 +242,16 @@ constexpr auto documentObject = text::strictObject(
         [](ValuesWriter & values, std::string_view name, Mount const & from) {
             if (!from.details.empty()) {
                 values.object(name, [&] { writeDetails(values, from.details); });
+            }
+        }),
+    optionalMember(
+        "uncounted",
+        [](text::JsonValue & value, Mount & into, Wanted &) {
+            into.counters = readUncounted(value);
+        },
+        [](ValuesWriter & values, std::string_view name, Mount const & from) {
+            if (!from.counters.areAllKept()) {
+                values.object(name, [&] { writeUncounted(values, from.counters); });
             }
         }));
 

@@ -6,6 +6,10 @@
 #include "vxshow/state/snapshot/SwitchesAndVteps.h"
 #include "vxshow/text/JsonAddresses.h"
 
+#include <map>
+#include <set>
+#include <string>
+
 namespace vxshow::state::snapshot {
 
 namespace {
@@ -54,6 +58,40 @@ void writePublished(ValuesWriter & values, std::string_view key,
                   [&] { forEachByKey(status.system(), &SystemPublishedMount::systemId, system); });
 }
 
+using SwitchNames = std::multimap<std::string, std::string>;
+
+SwitchNames readSwitchNames(text::JsonValue & value) {
+    SwitchNames names;
+    std::set<std::string> read;
+    value.members("an object whose members are names of switches",
+                  [&](text::JsonText const & key, text::JsonValue & identifiers) {
+                      std::string const name(key.text());
+                      text::onlyNew(read.insert(name).second, key);
+                      std::set<std::string> all;
+                      identifiers.elements("a list of identifiers", [&](text::JsonValue & one) {
+                          auto const text = one.text("the identifier of a switch");
+                          text::onlyNew(all.emplace(text.text()).second, text);
+                      });
+                      for (std::string const & identifier : all) {
+                          names.emplace(name, identifier);
+                      }
+                  });
+    return names;
+}
+
+void writeSwitchNames(ValuesWriter & values, std::string_view key, SwitchNames const & names) {
+    values.object(key, [&] {
+        for (auto at = names.begin(); at != names.end();) {
+            auto const last = names.upper_bound(at->first);
+            values.list(writable(at->first), [&] {
+                for (; at != last; ++at) {
+                    values.element(writable(at->second));
+                }
+            });
+        }
+    });
+}
+
 /// Switches and VTEPs describe each other, so they go into one directory at the end.
 constexpr auto routersObject =
     text::strictObject("an object of what is known of logical routers",
@@ -95,6 +133,16 @@ constexpr auto routersObject =
                            [](ValuesWriter & values, std::string_view name, Routers const & from) {
                                if (from.lRStatusDir) {
                                    writeRouterStatus(values, name, *from.lRStatusDir);
+                               }
+                           }),
+                       optionalMember(
+                           "switchNames",
+                           [](text::JsonValue & value, Routers & into, SwitchInfoReader &) {
+                               into.switchNames = readSwitchNames(value);
+                           },
+                           [](ValuesWriter & values, std::string_view name, Routers const & from) {
+                               if (!from.switchNames.empty()) {
+                                   writeSwitchNames(values, name, from.switchNames);
                                }
                            }));
 

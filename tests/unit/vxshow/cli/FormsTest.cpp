@@ -48,6 +48,48 @@ TEST(Forms, TheFloodTableIsChosenByItsName) {
               "4098,00:00:00:00:00:00,10.0.0.2,sendToAll\r\n");
 }
 
+/// Sources that do not count have 0 in the tables, which is not how often something happened.
+TEST(Forms, WhatASourceDoesNotCountIsUnknown) {
+    auto const hosts = [](std::string const & moves) {
+        return R"({"10":{"unicast":{"02:00:00:00:00:01":{"vtep":"10.0.0.1","moves":)" + moves +
+               R"(},"02:00:00:00:00:02":{"vtep":"10.0.0.1"}}}})";
+    };
+    auto const state =
+        R"({"format":"vxlan-controller-state","version":1,"received":{"switches":{"leaf1":)" +
+        hosts("3") + R"(,"leaf2":)" + hosts("0") + R"(}},"advertised":{"vnis":)" + hosts("4") +
+        R"(},"uncounted":{"received":{"leaf1":["moves"]},"advertised":["moves"]}})";
+    EXPECT_EQ(answer(state, {"mac", "received", "-o", "wide", "--table", "mac"}),
+              "Source  VNI  Mac Address     VTEP      Moves\n"
+              "leaf1   10   0200.0000.0001  10.0.0.1      3\n"
+              "leaf1   10   0200.0000.0002  10.0.0.1      -\n"
+              "leaf2   10   0200.0000.0001  10.0.0.1      0\n"
+              "leaf2   10   0200.0000.0002  10.0.0.1      0\n");
+    EXPECT_EQ(answer(state, {"mac", "advertised", "-o", "csv"}),
+              "vni,macAddr,vtepIp,moveCount\r\n"
+              "10,02:00:00:00:00:01,10.0.0.1,4\r\n"
+              "10,02:00:00:00:00:02,10.0.0.1,\r\n");
+    EXPECT_EQ(answer(state, {"mac", "received", "-o", "jsonl", "--source", "leaf1", "--sort",
+                             "-moves", "--columns", "macAddr,moveCount"}),
+              R"({"table":"mac","macAddr":"02:00:00:00:00:01","moveCount":3})"
+              "\n"
+              R"({"table":"mac","macAddr":"02:00:00:00:00:02","moveCount":null})"
+              "\n");
+}
+
+TEST(Forms, ChangesAndPreferenceThatAreNotCountedAreUnknown) {
+    auto const state = [](std::string const & entries) {
+        return R"({"format":"vxlan-controller-state","version":1,"received":{"switches":{"leaf1":)" +
+               entries + R"(}},"advertised":{"vnis":)" + entries +
+               R"(},"uncounted":{"received":{"leaf1":["changes"]},"advertised":["preference"]}})";
+    }(R"({"10":{"arp":{"192.0.2.1":{"mac":"02:00:00:00:00:01"}}}})");
+    EXPECT_EQ(answer(state, {"arp", "received", "-o", "jsonl"}),
+              R"({"table":"arp","switchId":"leaf1","vni":10,"ipAddress":"192.0.2.1",)"
+              R"("macAddress":"02:00:00:00:00:01","changes":null,"preference":0})"
+              "\n");
+    EXPECT_EQ(answer(state, {"arp", "advertised", "-o", "csv", "--no-header"}),
+              "10,192.0.2.1,02:00:00:00:00:01,0,\r\n");
+}
+
 TEST(Forms, AnEntryWithoutVtepsIsARowWithoutVtep) {
     auto const state =
         snapshotWith("advertised", R"({"vnis": {"10": {"flood": {"02:00:00:00:00:01": []}}}})");

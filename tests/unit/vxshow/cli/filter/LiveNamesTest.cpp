@@ -1,3 +1,4 @@
+#include "tests/unit/vxshow/Answers.h"
 #include "tests/unit/vxshow/Process.h"
 
 #include <gtest/gtest.h>
@@ -64,6 +65,15 @@ TEST(LiveNames, ASwitchIsFoundByItsNameOrItsIdentifier) {
     }
     EXPECT_EQ(listingOf({"--json", "router", "map", "--switch", "leaf1,leaf2"}, fabric).out,
               listingOf({"--json", "router", "map"}, fabric).out);
+}
+
+TEST(LiveNames, ACaptureKnowsTheNamesOfItsSwitches) {
+    Finished const capture = listingOf({"capture", "-"}, fabricOfTwoSwitches());
+    ASSERT_EQ(capture.status, 0) << capture.err;
+    EXPECT_EQ(answer(capture.out, {"--json", "router", "map", "--switch", "leaf2"}),
+              R"({"logicalRouterMap":{"red":{"switches":[{"switchId":"00:1c:73:00:00:02",)"
+              R"("vtepIp":"10.0.0.2"}]}}})"
+              "\n");
 }
 
 TEST(LiveNames, ASwitchThatNoSourceHasIsReported) {

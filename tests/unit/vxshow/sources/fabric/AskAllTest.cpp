@@ -241,4 +241,45 @@ TEST(AskAll, ASourceThatFailedIsNotMounted) {
     EXPECT_FALSE(mount.advertised.vnis);
 }
 
+namespace {
+
+/// Answers with one MAC address of a switch of its own, and keeps the counters it is given.
+class CountingAccess final : public Access {
+public:
+    explicit CountingAccess(state::Counters kept) : kept_(kept) {}
+
+    Answer ask(Source const & source, state::Selection const &, Deadline const &) const override {
+        Answer answer;
+        answer.facts.local[source.name].macs.push_back(
+            {Vxlan::Vni(10), Nolt::EthAddr::ofValue(0x020000000001ULL), Nolt::IpAddr(0x0A000001)});
+        answer.facts.settle();
+        return answer;
+    }
+
+    state::Counters counters() const noexcept override { return kept_; }
+
+private:
+    state::Counters kept_;
+};
+
+Source counting(std::string const & name, state::Counters kept, Role role = Role::switches) {
+    return {.name = name, .role = role, .access = std::make_shared<CountingAccess>(kept)};
+}
+
+} // namespace
+
+TEST(AskAll, CountersAreKeptWhereAllSourcesKeepThem) {
+    constexpr state::Counters noMoves{.moves = false};
+    constexpr state::Counters noChanges{.changes = false};
+    std::vector<Source> const sources{counting("leaf1", {}), counting("leaf2", noMoves),
+                                      counting("hsc1", noMoves, Role::hsc),
+                                      counting("hsc2", noChanges, Role::hsc)};
+    auto const kept = mountSources(sources, askAll(sources, {}), {}).counters;
+    EXPECT_EQ(kept.receivedFrom("leaf1"), state::Counters());
+    EXPECT_EQ(kept.receivedFrom("leaf2"), noMoves);
+    constexpr state::Counters neither{.moves = false, .changes = false};
+    EXPECT_EQ(kept.receivedFrom(state::hscName), neither);
+    EXPECT_EQ(kept.advertised, neither);
+}
+
 } // namespace vxshow::test

@@ -151,7 +151,7 @@ TEST(Document, RefusesABadHeader) {
          {R"({"version":4294967297})", "1:12: version: found 4294967297, expected 1"},
          {R"({"router":{}})",
           R"(1:2: found "router", expected "format", "version", "received", "advertised", )"
-          R"("routers", "origin" or "details")"},
+          R"("routers", "origin", "details" or "uncounted")"},
          {R"({"advertised":{},"advertised":{}})",
           R"(1:18: found "advertised" again, expected it once)"},
          {R"({"received":{},"received":{}})", R"(1:16: found "received" again, expected it once)"},

@@ -173,9 +173,10 @@ TEST(DocumentWriter, StopsOnInterrupt) {
     outfmt::clearInterrupt();
 }
 
-TEST(DocumentWriter, WritesTheOriginAndTheDetailsAsTheyAreRead) {
+TEST(DocumentWriter, WritesWhatIsBesideTheTablesAsItIsRead) {
     std::string const document =
         R"({"format":"vxlan-controller-state","version":1,)"
+        R"("routers":{"switches":{},"vteps":{},"switchNames":{"leaf1":["00:1c:73:00:00:01","x"]}},)"
         R"("origin":{"made":"2026-11-23T02:10:11.125Z","version":"v","sources":[)"
         R"({"name":"leaf1","kind":"frr","role":"evpn","read":"2026-11-23T02:10:11.000Z",)"
         R"("failure":"f","remarks":"r","counts":{"vnis":2}},)"
@@ -183,7 +184,9 @@ TEST(DocumentWriter, WritesTheOriginAndTheDetailsAsTheyAreRead) {
         R"("details":{"leaf1":{"macs":[{"vni":10,"mac":"02:00:00:00:00:01","duplicate":true,)"
         R"("sticky":true,"inactive":true,"segment":"03:00:00:00:00:00:00:00:00:01","age":0}],)"
         R"("vniNames":[{"vni":10,"name":"ls\n10"}],)"
-        R"("l3Vnis":[{"vni":5000,"vrf":"blue"},{"vni":5001,"vrf":"red","up":true}]}}})"
+        R"("l3Vnis":[{"vni":5000,"vrf":"blue"},{"vni":5001,"vrf":"red","up":true}]}},)"
+        R"("uncounted":{"received":{"HSC":["moves","changes","preference"],"leaf1":["preference"]},)"
+        R"("advertised":["changes"]}})"
         "\n";
     EXPECT_EQ(written(mounted(document)), document);
 }

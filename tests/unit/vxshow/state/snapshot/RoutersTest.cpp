@@ -87,11 +87,17 @@ TEST(Routers, RefusesInvalidRouterState) {
         {{"[]", ": found an array, expected an object of what is known of logical routers"},
          {"null", ": found null, expected an object of what is known of logical routers"},
          {R"({"routes":{}})",
-          R"(: found "routes", expected "switches", "vteps", "published" or "status")"},
+          R"(: found "routes", expected "switches", "vteps", "published", "status" or "switchNames")"},
          {R"({"vteps":{},"switches":{},"vteps":{}})", R"(: found "vteps" again, expected it once)"},
          {R"({"switches":{},"switches":{}})", R"(: found "switches" again, expected it once)"},
          {R"({"published":{},"published":{}})", R"(: found "published" again, expected it once)"},
-         {R"({"status":{},"status":{}})", R"(: found "status" again, expected it once)"}});
+         {R"({"status":{},"status":{}})", R"(: found "status" again, expected it once)"},
+         {R"({"switchNames":[]})",
+          ".switchNames: found an array, expected an object whose members are names of switches"},
+         {R"({"switchNames":{"a":[],"a":[]}})",
+          R"(.switchNames: found "a" again, expected it once)"},
+         {R"({"switchNames":{"a":["x","x"]}})",
+          R"(.switchNames.a[1]: found "x" again, expected it once)"}});
 }
 
 TEST(Routers, RefusesBadPublishedPaths) {

@@ -242,7 +242,7 @@ TEST(Snapshot, ShowsOnlyTheStartOfALongText) {
     EXPECT_EQ(refusal("{\"" + longText + "\":1}"),
               "1:2: found \"" + std::string(60, 'x') +
                   "...\", expected \"format\", \"version\", \"received\", \"advertised\", "
-                  "\"routers\", \"origin\" or \"details\"");
+                  "\"routers\", \"origin\", \"details\" or \"uncounted\"");
     EXPECT_EQ(tablesRefusal("{\"arp\":{\"" + longText + "\":{}}}"),
               ".arp: found \"" + std::string(60, 'x') +
                   "...\", expected an IPv4 or IPv6 address such as 10.0.0.1 or 2001:db8::1");

@@ -43,6 +43,7 @@ EVERYTHING = {
             }},
             "routes": {"10.0.0.0/8": ["10.9.0.0", "2001:db8::2"], "::/0": []},
         }},
+        "switchNames": {"leaf1": ["00:1c:73:00:00:01", "x"], "leaf2": []},
     },
     "origin": {
         "made": "2026-11-23T02:10:11.125Z",
@@ -62,6 +63,10 @@ EVERYTHING = {
         "vniNames": [{"vni": 10, "name": "ls10"}],
         "l3Vnis": [{"vni": 5000, "vrf": "red", "up": True}, {"vni": 5001, "vrf": ""}],
     }},
+    "uncounted": {
+        "received": {"leaf1": ["preference"], "HSC": ["moves", "changes", "preference"]},
+        "advertised": ["moves"],
+    },
 }
 
 OTHER_NAMES = [
