@@ -32,6 +32,7 @@
 #include <iterator>
 #include <limits>
 #include <malloc.h>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -99,6 +100,20 @@ terminal::Tables tablesOf(cli::CommandLine const & line) {
     return line.output.rows ? terminal::Tables::asTheyAre : terminal::Tables::aligned;
 }
 
+/// Which lines of the listing have colour on a terminal. A listing in a pipe or a file has none:
+/// programs read it.
+std::optional<terminal::Coloring> coloringOf(cli::CommandLine const & line) {
+    if (!showsOnTerminal() || !terminal::hasColor(line.color, STDOUT_FILENO)) {
+        return std::nullopt;
+    }
+    if (line.output.rows) {
+        return line.output.rows->form == listing::Form::wide ? terminal::Coloring::rows
+                                                             : terminal::Coloring::none;
+    }
+    bool const isFixed = line.output.format == cli::Format::text && !line.tables.empty();
+    return isFixed ? terminal::Coloring::fixedText : terminal::Coloring::none;
+}
+
 /// Writes the listing. On a terminal, control characters in it are replaced, and the process ends
 /// with `status` when the user closes a pager early.
 void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & mount,
@@ -108,9 +123,11 @@ void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & 
     if (!showsOnTerminal()) {
         return renderUnchanged(line, mount);
     }
+    auto pager = line.usesPager ? terminal::choosePager(STDOUT_FILENO) : std::nullopt;
+    auto const coloring = !pager || pager->showsColor ? coloringOf(line) : std::nullopt;
     terminal::TerminalOutput terminal(
-        STDOUT_FILENO, line.usesPager ? terminal::choosePager(STDOUT_FILENO) : std::nullopt,
-        [status] { terminal::exitNow(status); }, tablesOf(line));
+        STDOUT_FILENO, std::move(pager), [status] { terminal::exitNow(status); }, tablesOf(line),
+        coloring.value_or(terminal::Coloring::none));
     line.render(mount, terminal.descriptor(), outputOf(line));
     terminal.finish();
     if (outfmt::interruptTaken() && terminal.endsWithinLine()) {
@@ -223,6 +240,7 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
         }
         terminal::View view{output.bytes(), std::move(reading.remarks), status};
         view.tables = tablesOf(line);
+        view.coloring = coloringOf(line);
         if (hasFrames(line)) {
             view.head = [time = system::UtcTime::now(),
                          origin = std::move(reading.mount.origin)](std::string const & failure) {
@@ -261,6 +279,7 @@ terminal::View viewOf(cli::CommandLine const & line, state::Reading reading) {
     std::signal(SIGXFSZ, SIG_IGN);
     system::killChildrenOnTermination();
     terminal::exitOnInterrupt();
+    terminal::colorMessages(line.color);
     if (line.traceLevel) {
         Trace::setSink(Trace::descriptorSink(STDERR_FILENO));
         Trace::enableAllUpTo(*line.traceLevel);

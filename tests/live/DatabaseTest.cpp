@@ -160,7 +160,7 @@ TEST_F(Database, ATcpPortShowsTheSame) {
 TEST_F(Database, TheEnvironmentCanNameTheFabric) {
     Process::Setting setting;
     setting.inChild = [] { setenv("VXSHOW_FABRIC", fabric.c_str(), 1); };
-    auto const finished = vxshow({"mac", "advertised"}, setting);
+    auto const finished = runVxshow({"mac", "advertised"}, setting);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.err, "");
     EXPECT_EQ(finished.out, listing({"mac", "advertised"}));

@@ -144,7 +144,7 @@ TEST_F(Evpn, TheOptionForTheDaemonOfThisMachineRunsVtysh) {
         unsetenv("VXSHOW_FABRIC");
         setenv("PATH", (programs.path() + ":" + getenv("PATH")).c_str(), 1);
     };
-    auto const finished = vxshow({"--frr", "mac", "advertised"}, setting);
+    auto const finished = runVxshow({"--frr", "mac", "advertised"}, setting);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.err, "");
     EXPECT_EQ(finished.out, of(words, "", {"mac", "advertised"}));

@@ -89,7 +89,7 @@ std::vector<Words> const & listings() {
 }
 
 Finished ask(Words const & words) {
-    return vxshow(words, withoutFabric());
+    return runVxshow(words, withoutFabric());
 }
 
 std::string shown(Words const & words) {

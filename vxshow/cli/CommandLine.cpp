@@ -2,6 +2,7 @@
 
 #include "Vex/Errors.h"
 #include "Vex/KeyedHash.h"
+#include "vxshow/cli/ColorOption.h"
 #include "vxshow/cli/FixedValues.h"
 #include "vxshow/cli/FormOptions.h"
 #include "vxshow/cli/HelpText.h"
@@ -42,8 +43,13 @@ void addOutputOptions(CLI::App & app, CommandLine & chosen) {
            "--no-pager", [&] { chosen.usesPager = false; },
            "Do not show a listing that is longer than the terminal in PAGER, or less")
         ->disable_flag_override();
-    addNumber(app, "--trace", 0, 9, "Write trace records up to this level to standard error",
-              [&](Vex::U32 number) { chosen.traceLevel = number; });
+    addColorOption(app, chosen.color);
+    addNumber(
+        app, "--trace", 0, 9,
+        "Write trace records up to this level to standard error: 1, parts of the state that "
+        "are missing; 8, functions of the library that are entered, too",
+        [&](Vex::U32 number) { chosen.traceLevel = number; },
+        ": 1 traces what is missing, 8 functions, too");
 }
 
 /// The options that every command takes, in groups of the help.
@@ -59,7 +65,7 @@ void addGlobalOptions(CLI::App & app, CommandLine & chosen) {
     defaults.group(otherGroup);
     app.get_option("--watch")->group(outputGroup);
     auto * const trace = app.get_option("--trace")->group(otherGroup);
-    declareValues(*trace, {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
+    declareValues(*trace, {"1", "8"});
 }
 
 /// The answer to `vxshow help WORDS`. Options among the words change nothing.

@@ -7,6 +7,7 @@
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
 #include "vxshow/state/StateReader.h"
+#include "vxshow/terminal/Color.h"
 
 #include <cstddef>
 #include <functional>
@@ -25,6 +26,7 @@ struct CommandLine {
     std::optional<unsigned> traceLevel; ///< records up to this level go to standard error
 
     bool usesPager = true; ///< on a terminal
+    terminal::ColorChoice color = terminal::ColorChoice::automatic;
 
     std::string command;          ///< its words, "mac received"
     bool readsState = true;       ///< whether the command needs the state

@@ -90,17 +90,22 @@ std::vector<sources::Source> namedSources(StateOptions const & options) {
     }
     for (sources::Source & source : named) {
         source.maxFacts = options.maxFacts;
+        source.timeLimit = options.timeLimit.value_or(source.timeLimit);
+        source.timeLimitSetBy = timeLimitOption;
     }
     return named;
 }
 
 sources::fabric::Fabric fabricOf(StateOptions const & options) {
     if (options.fabricPath.empty()) {
-        return {namedSources(options), options.timeLimit};
+        return {namedSources(options)};
     }
     try {
         auto fabric = sources::fabric::readFabricFile(options.fabricPath, options.maxFacts);
-        fabric.timeLimit = options.timeLimit ? options.timeLimit : fabric.timeLimit;
+        if (options.timeLimit) {
+            fabric.timeLimit = options.timeLimit;
+            fabric.timeLimitSetBy = timeLimitOption;
+        }
         return fabric;
     } catch (sources::fabric::FabricFileError const & error) {
         throw state::StateError(error.what());

@@ -8,7 +8,8 @@
 namespace vxshow::cli {
 
 void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 high,
-               std::string const & help, std::function<void(Vex::U32)> const & store) {
+               std::string const & help, std::function<void(Vex::U32)> const & store,
+               std::string const & meaning) {
     app.add_option_function<std::string>(
            name,
            [=](std::string const & text) {
@@ -19,7 +20,7 @@ void addNumber(CLI::App & app, std::string const & name, Vex::U32 low, Vex::U32 
                    number > high) {
                    throw CLI::ValidationError(
                        name, "'" + text + "': expected a whole number from " + std::to_string(low) +
-                                 " to " + std::to_string(high));
+                                 " to " + std::to_string(high) + meaning);
                }
                store(number);
            },

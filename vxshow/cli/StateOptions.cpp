@@ -86,9 +86,10 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
               "The most facts, such as MAC addresses, that a live source can come to, unless the "
               "fabric file says otherwise; default 10000000",
               [&](Vex::U32 facts) { options.maxFacts = facts; });
-    addSeconds(app, "--time-limit",
+    addSeconds(app, timeLimitOption,
                "The most time for reading all live sources, 0.001 to 3600 seconds; those that have "
-               "not answered by then have failed",
+               "not answered by then have failed. 5 for each source unless it is given, or the "
+               "fabric file says otherwise",
                [&](std::chrono::milliseconds time) { options.timeLimit = time; });
     app.add_flag("--all-or-nothing", options.allOrNothing,
                  "Show nothing when a live source cannot be read")

@@ -13,6 +13,8 @@
 
 namespace vxshow::cli {
 
+inline constexpr char const * timeLimitOption = "--time-limit";
+
 /// Where the state comes from, as typed or as set in the environment: a snapshot, a fabric file, a
 /// directory of tables, or any number of databases, with or without FRR.
 struct StateOptions {

@@ -14,6 +14,9 @@ namespace vxshow::sources {
 
 class Access;
 
+/// What sets the time limits of a fabric file, for messages.
+inline constexpr std::string_view fabricTimeLimit = "time_limit in the fabric file";
+
 using state::Role;
 
 /// One source of a fabric, as its operator describes it.
@@ -28,6 +31,7 @@ struct Source {
     std::optional<Nolt::EthAddr> systemId = {};
     /// The most time that reading all of it can take.
     std::chrono::milliseconds timeLimit{5000};
+    std::string_view timeLimitSetBy = fabricTimeLimit; ///< the option or the key: a constant
     /// The most facts that it can come to, at least 1 (see `FactBudget`).
     std::size_t maxFacts = defaultMaxFacts;
 };

@@ -11,9 +11,14 @@ PagedTerminal::PagedTerminal(int terminal, std::optional<PagerChoice> pager,
     : terminal_(terminal), choice_(std::move(pager)), closed_(std::move(closed)),
       size_(screenSize(terminal)) {}
 
-/// Counts the lines of the screen that `text` adds, with a column for each character.
+/// Counts the lines of the screen that `text` adds, with a column for each character, and none for
+/// colour.
 void PagedTerminal::count(std::string_view text) {
     for (char const c : text) {
+        if (inColor_ || c == '\x1b') {
+            inColor_ = c != 'm';
+            continue;
+        }
         if (c == '\n' || column_ == size_.columns) {
             ++lines_;
             column_ = 0;

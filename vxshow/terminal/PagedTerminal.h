@@ -21,8 +21,8 @@ public:
     /// else ends the listing early: nobody would see the rest.
     PagedTerminal(int terminal, std::optional<PagerChoice> pager, std::function<void()> closed);
 
-    /// Shows `text`, which is printable. To be called on a thread that blocks SIGPIPE. Returns why
-    /// it cannot be written.
+    /// Shows `text`, which is printable but for colours. To be called on a thread that blocks
+    /// SIGPIPE. Returns why it cannot be written.
     std::error_code write(std::string_view text);
 
     /// Shows what is held, and waits until the pager is closed. Returns why it cannot be written.
@@ -40,6 +40,7 @@ private:
     std::string held_;
     std::size_t lines_ = 0;  ///< of the screen that the held text takes, but for its last one
     std::size_t column_ = 0; ///< where the held text ends
+    bool inColor_ = false;   ///< whether it ends within the control sequence of a colour
     std::optional<system::ForegroundProgram> pager_;
 };
 

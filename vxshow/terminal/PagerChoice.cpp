@@ -35,13 +35,22 @@ std::vector<std::string> plainWords(std::string_view text) {
     return words;
 }
 
+/// Whether these options of less, in `LESS` or on its command line, have -R or -r among them.
+bool letsColorThrough(std::string_view options) {
+    return options.find_first_of("Rr") != std::string_view::npos;
+}
+
 std::optional<PagerChoice> started(std::vector<std::string> words) {
     auto const program = words.empty() ? system::ProgramPath() : system::findProgram(words.front());
     if (program.path.empty()) {
         return std::nullopt;
     }
     PagerChoice choice{program.path, std::move(words)};
-    if (!std::getenv("LESS")) {
+    if (char const * const options = std::getenv("LESS")) {
+        choice.showsColor =
+            letsColorThrough(options) || choice.words.front() != "less" ||
+            std::any_of(choice.words.begin() + 1, choice.words.end(), letsColorThrough);
+    } else {
         choice.environment.push_back(std::string("LESS=") + lessOptions);
     }
     return choice;

@@ -11,6 +11,7 @@ struct PagerChoice {
     std::string path; ///< of the program
     std::vector<std::string> words;
     std::vector<std::string> environment = {}; ///< additions to it, such as "LESS=FRX"
+    bool showsColor = true; ///< false: less, with options in LESS that let no colour through
 
     bool operator==(PagerChoice const &) const = default;
 };

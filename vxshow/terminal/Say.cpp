@@ -13,28 +13,47 @@ namespace {
 
 constexpr std::string_view name = "vxshow: ";
 
+ColorChoice choice = ColorChoice::automatic;
+
 /// Writes the line at once, so that lines of several processes do not mix.
-void sayLine(std::string_view line) {
+void sayLine(std::string_view line, Kind kind) {
+    bool const isColored = hasColor(choice, STDERR_FILENO);
+    auto const begin = isColored ? colorOf(kind) : std::string_view();
+    auto const end = isColored ? endOfColor : std::string_view();
     // A short line needs no memory, which can have run out.
     std::array<char, 256> room;
-    if (name.size() + line.size() + 1 <= room.size()) {
-        auto * end = std::copy(name.begin(), name.end(), room.begin());
-        end = std::copy(line.begin(), line.end(), end);
-        *end++ = '\n';
+    std::array<std::string_view, 5> const parts{begin, name, line, end, "\n"};
+    std::size_t size = 0;
+    for (auto const part : parts) {
+        size += part.size();
+    }
+    if (size <= room.size()) {
+        auto * at = room.begin();
+        for (auto const part : parts) {
+            at = std::copy(part.begin(), part.end(), at);
+        }
         // If even that fails, there is nowhere to report it.
-        static_cast<void>(system::writeAll(
-            STDERR_FILENO, {room.data(), static_cast<std::size_t>(end - room.begin())}));
+        static_cast<void>(system::writeAll(STDERR_FILENO, {room.data(), size}));
         return;
     }
-    static_cast<void>(system::writeAll(STDERR_FILENO, std::string(name).append(line).append("\n")));
+    std::string whole;
+    whole.reserve(size);
+    for (auto const part : parts) {
+        whole.append(part);
+    }
+    static_cast<void>(system::writeAll(STDERR_FILENO, whole));
 }
 
 } // namespace
 
-void say(std::string_view text) {
+void colorMessages(ColorChoice chosen) noexcept {
+    choice = chosen;
+}
+
+void say(std::string_view text, Kind kind) {
     for (;;) {
         auto const end = text.find('\n');
-        sayLine(text.substr(0, end));
+        sayLine(text.substr(0, end), kind);
         if (end == std::string_view::npos) {
             return;
         }
@@ -43,7 +62,7 @@ void say(std::string_view text) {
 }
 
 void fail(ExitStatus status, std::string_view text) {
-    say(text);
+    say(text, Kind::error);
     exitNow(status);
 }
 

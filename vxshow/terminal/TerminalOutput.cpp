@@ -41,8 +41,8 @@ std::thread startWithoutSignals(Body && body) {
 } // namespace
 
 TerminalOutput::TerminalOutput(int terminal, std::optional<PagerChoice> pager,
-                               std::function<void()> closed, Tables tables)
-    : terminal_(terminal, std::move(pager), std::move(closed)), tables_(tables) {
+                               std::function<void()> closed, Tables tables, Coloring coloring)
+    : terminal_(terminal, std::move(pager), std::move(closed)), tables_(tables), colors_(coloring) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
         throw std::system_error(errno, std::generic_category(),
@@ -85,7 +85,7 @@ void TerminalOutput::copyToTerminal() noexcept {
         auto const atEnd = size == 0;
         auto const shown = terminalText.take(text) + (atEnd && !text.empty() ? "?" : "");
         if (!error_) {
-            error_ = terminal_.write(shown);
+            error_ = terminal_.write(colors_.take(shown) + (atEnd ? colors_.finish() : ""));
         }
         last_ = shown.empty() ? last_ : shown.back();
         if (atEnd) {

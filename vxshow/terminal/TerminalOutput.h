@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vxshow/system/OwnedDescriptor.h"
+#include "vxshow/terminal/LineColors.h"
 #include "vxshow/terminal/PagedTerminal.h"
 #include "vxshow/terminal/TerminalText.h"
 
@@ -18,10 +19,11 @@ namespace vxshow::terminal {
 class TerminalOutput {
 public:
     /// With a pager, a listing that is longer than the screen is shown in it; when it is closed
-    /// early, `closed` is called as `PagedTerminal` says. Raises `std::system_error` if the system
-    /// refuses a pipe or a thread.
+    /// early, `closed` is called as `PagedTerminal` says. `coloring` says which lines have colour.
+    /// Raises `std::system_error` if the system refuses a pipe or a thread.
     explicit TerminalOutput(int terminal, std::optional<PagerChoice> pager = {},
-                            std::function<void()> closed = {}, Tables tables = Tables::aligned);
+                            std::function<void()> closed = {}, Tables tables = Tables::aligned,
+                            Coloring coloring = Coloring::none);
 
     TerminalOutput(TerminalOutput const &) = delete;
     TerminalOutput & operator=(TerminalOutput const &) = delete;
@@ -44,6 +46,7 @@ private:
 
     PagedTerminal terminal_;
     Tables tables_;
+    LineColors colors_;
     char last_ = '\n';      ///< the last byte written
     std::error_code error_; ///< why the terminal took no more
     system::OwnedDescriptor reader_;

@@ -62,7 +62,7 @@ private:
         if (failure_.empty()) {
             return view_.remarks;
         }
-        return {time_ ? "STALE since " + *time_ + ": " + failure_ : failure_};
+        return {time_ ? std::string(staleWords) + *time_ + ": " + failure_ : failure_};
     }
 
     void show() {
@@ -81,7 +81,7 @@ private:
     void draw() {
         auto const title = heading_ + (time_ ? ", at " + *time_ : ": nothing read yet");
         auto drawing = drawScreen(title, remarks(), view_.text.text(), screenSize(STDOUT_FILENO),
-                                  view_.tables, start_);
+                                  view_.tables, start_, view_.coloring);
         start_ = std::min(start_, drawing.lastStart);
         lastStart_ = drawing.lastStart;
         page_ = drawing.page;

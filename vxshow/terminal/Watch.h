@@ -2,10 +2,12 @@
 
 #include "vxshow/system/FileBytes.h"
 #include "vxshow/terminal/Exit.h"
+#include "vxshow/terminal/LineColors.h"
 #include "vxshow/terminal/TerminalText.h"
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +23,8 @@ struct View {
     /// What comes before the text in a pipe or a file; `failure` is why it could not be read again,
     /// or empty. Null: nothing comes before it.
     std::function<std::string(std::string const & failure)> head = {};
-    Tables tables = Tables::aligned; ///< on a terminal
+    Tables tables = Tables::aligned;       ///< on a terminal
+    std::optional<Coloring> coloring = {}; ///< on a terminal; nullopt: it has no colour at all
 };
 
 /// Reads the state and makes a view of it. `meanwhile` is to be called from time to time.

@@ -12,7 +12,7 @@ namespace {
 Finished shown(std::string const & snapshot, std::vector<std::string> & arguments) {
     TemporaryFile const state(snapshot);
     arguments.insert(arguments.begin(), {"--state", state.path()});
-    return vxshow(arguments);
+    return runVxshow(arguments);
 }
 
 std::string onlyErrorLine(Finished const & finished) {
@@ -53,7 +53,7 @@ std::string failure(std::string const & snapshot, std::vector<std::string> argum
 }
 
 std::string refused(std::vector<std::string> const & arguments) {
-    return onlyLine(vxshow(arguments, {.stateFile = "/nonexistent"}), 2);
+    return onlyLine(runVxshow(arguments, {.stateFile = "/nonexistent"}), 2);
 }
 
 std::string snapshotWith(std::string const & name, std::string const & state) {

@@ -16,7 +16,7 @@ using Arguments = std::vector<std::string>;
 std::vector<std::string> const seeds{"", "1", "2", "18446744073709551615"};
 
 Finished withSeed(std::string const & seed, Arguments const & arguments) {
-    return vxshow(arguments, {.inChild = [&] { setenv("VEX_HASH_SEED", seed.c_str(), 1); }});
+    return runVxshow(arguments, {.inChild = [&] { setenv("VEX_HASH_SEED", seed.c_str(), 1); }});
 }
 
 /// What every seed prints, which must be the same.

@@ -22,7 +22,7 @@ std::string stateOfSwitch(std::string const & name) {
 TEST(Main, ControlCharactersInASwitchNameAreReplacedOnATerminal) {
     TemporaryFile const state(stateOfSwitch(R"(leaf\u001b[2J)"));
     std::vector<std::string> const arguments{"--state", state.path(), "mac", "received"};
-    EXPECT_NE(vxshow(arguments).out.find("leaf\x1b[2J"), std::string::npos);
+    EXPECT_NE(runVxshow(arguments).out.find("leaf\x1b[2J"), std::string::npos);
     auto const shown = shownOnATerminal(arguments);
     EXPECT_NE(shown.find("leaf?[2J"), std::string::npos) << shown;
     EXPECT_EQ(shown.find('\x1b'), std::string::npos);
@@ -31,7 +31,7 @@ TEST(Main, ControlCharactersInASwitchNameAreReplacedOnATerminal) {
 TEST(Main, InvisibleCharactersInASwitchNameAreReplacedOnlyOnATerminal) {
     TemporaryFile const state(stateOfSwitch(R"(leaf\u202e1\u200b)"));
     std::vector<std::string> const arguments{"--state", state.path(), "mac", "received"};
-    EXPECT_NE(vxshow(arguments).out.find("leaf\u202e1\u200b"), std::string::npos);
+    EXPECT_NE(runVxshow(arguments).out.find("leaf\u202e1\u200b"), std::string::npos);
     auto const shown = shownOnATerminal(arguments);
     EXPECT_NE(shown.find("leaf?1?"), std::string::npos) << shown;
 }

@@ -46,6 +46,7 @@ void closeFd(int & fd) {
     std::signal(SIGINT, SIG_DFL);
     unsetenv("VXSHOW_STATE");
     unsetenv("VXSHOW_FABRIC");
+    setenv("NO_COLOR", "1", 1);
     if (!setting.stateFile.empty()) {
         setenv("VXSHOW_STATE", setting.stateFile.c_str(), 1);
     }
@@ -176,7 +177,7 @@ Finished Process::finish() {
     return finished;
 }
 
-Finished vxshow(std::vector<std::string> const & arguments, Process::Setting const & setting) {
+Finished runVxshow(std::vector<std::string> const & arguments, Process::Setting const & setting) {
     return Process(arguments, setting).finish();
 }
 

@@ -64,7 +64,8 @@ private:
 };
 
 /// Runs `vxshow` from start to end.
-Finished vxshow(std::vector<std::string> const & arguments, Process::Setting const & setting = {});
+Finished runVxshow(std::vector<std::string> const & arguments,
+                   Process::Setting const & setting = {});
 
 /// A file that lives as long as the object.
 class TemporaryFile {

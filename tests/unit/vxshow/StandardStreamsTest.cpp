@@ -23,14 +23,14 @@ Process::Setting closing(std::vector<int> const & descriptors) {
 
 TEST(StandardStreams, AClosedStandardOutputIsOneLineAndStatus1) {
     TemporaryFile const state(exampleFabric());
-    auto const finished = vxshow(listingOf(state), closing({STDOUT_FILENO}));
+    auto const finished = runVxshow(listingOf(state), closing({STDOUT_FILENO}));
     EXPECT_EQ(finished.status, 1);
     EXPECT_NE(finished.err.find("Bad file descriptor"), std::string::npos) << finished.err;
     EXPECT_EQ(finished.err.find('\n'), finished.err.size() - 1) << finished.err;
 }
 
 TEST(StandardStreams, HelpToAClosedStandardOutputIsOneLineAndStatus1) {
-    auto const finished = vxshow({"--help"}, closing({STDOUT_FILENO}));
+    auto const finished = runVxshow({"--help"}, closing({STDOUT_FILENO}));
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.err, "vxshow: standard output: cannot be written\n");
 }
@@ -40,7 +40,7 @@ TEST(StandardStreams, AClosedStandardErrorDoesNotChangeTheListing) {
     TemporaryFile const state(exampleFabric());
     auto arguments = listingOf(state);
     arguments.insert(arguments.end(), {"--trace", "9"});
-    auto const finished = vxshow(arguments, closing({STDERR_FILENO}));
+    auto const finished = runVxshow(arguments, closing({STDERR_FILENO}));
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.out, expected);
 }
@@ -48,14 +48,14 @@ TEST(StandardStreams, AClosedStandardErrorDoesNotChangeTheListing) {
 TEST(StandardStreams, AClosedStandardInputDoesNotChangeTheListing) {
     auto const expected = answer(exampleFabric(), {"mac", "received"});
     TemporaryFile const state(exampleFabric());
-    auto const finished = vxshow(listingOf(state), closing({STDIN_FILENO}));
+    auto const finished = runVxshow(listingOf(state), closing({STDIN_FILENO}));
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.out, expected);
     EXPECT_EQ(finished.err, "");
 }
 
 TEST(StandardStreams, AStateFromAClosedStandardInputIsOneLineAndStatus1) {
-    auto const finished = vxshow({"--state", "-", "mac", "received"}, closing({STDIN_FILENO}));
+    auto const finished = runVxshow({"--state", "-", "mac", "received"}, closing({STDIN_FILENO}));
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.err, "vxshow: standard input: Bad file descriptor\n");
 }
@@ -63,7 +63,7 @@ TEST(StandardStreams, AStateFromAClosedStandardInputIsOneLineAndStatus1) {
 TEST(StandardStreams, AllClosedIsStatus1) {
     TemporaryFile const state(exampleFabric());
     auto const finished =
-        vxshow(listingOf(state), closing({STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}));
+        runVxshow(listingOf(state), closing({STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}));
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.signal, 0);
 }

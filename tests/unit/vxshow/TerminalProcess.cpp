@@ -20,10 +20,11 @@ constexpr int step = 100;
 
 [[noreturn]] void execute(std::vector<std::string> const & arguments,
                           TerminalProcess::Setting const & setting) {
-    for (char const * const name : {"VXSHOW_STATE", "VXSHOW_FABRIC", "PAGER", "LESS", "NO_COLOR"}) {
+    for (char const * const name : {"VXSHOW_STATE", "VXSHOW_FABRIC", "PAGER", "LESS"}) {
         unsetenv(name);
     }
     setenv("TERM", "xterm", 1);
+    setenv("NO_COLOR", "1", 1);
     setenv("LC_ALL", "C.UTF-8", 1);
     for (auto const & [name, value] : setting.environment) {
         if (value.empty()) {

@@ -12,8 +12,8 @@ public:
     struct Setting {
         unsigned short lines = 24;
         unsigned short columns = 80;
-        /// Variables of its environment; those with an empty value are not set. `TERM` is "xterm"
-        /// and `PAGER` is not set unless they are here.
+        /// Variables of its environment; those with an empty value are not set. `TERM` is
+        /// "xterm", `NO_COLOR` is set and `PAGER` is not unless they are here.
         std::vector<std::pair<std::string, std::string>> environment = {};
     };
 

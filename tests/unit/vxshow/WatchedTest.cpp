@@ -74,6 +74,18 @@ TEST(Watched, QEndsIt) {
     EXPECT_EQ(terminal.finish(), 0);
 }
 
+TEST(Watched, TheTitleTheHeadersAndTheRemarksHaveColour) {
+    WatchedFabric const fabric;
+    TerminalProcess terminal(fabric.watching({"mac", "received"}),
+                             {.columns = 120, .environment = {{"NO_COLOR", ""}}});
+    terminal.waitFor("\x1b[K\x1b[1mvxshow mac received, every 1 s");
+    terminal.waitFor("\x1b[K\x1b[1m         Received Mac Address Table\x1b[m");
+    fabric.setUp(false);
+    terminal.waitFor("\x1b[K\x1b[31mSTALE since ");
+    terminal.type("q");
+    EXPECT_EQ(terminal.finish(), 3);
+}
+
 TEST(Watched, CtrlCEndsIt) {
     WatchedFabric const fabric;
     TerminalProcess terminal(fabric.watching({"mac", "received"}), {});

@@ -48,6 +48,14 @@ private:
     bool before_;
 };
 
+/// A failure, with what allows more time if it is that of a time limit.
+std::string withRemedy(std::string failure, Deadline const & deadline) {
+    if (failure.starts_with("time limit: ") && !deadline.setBy.empty()) {
+        failure.append("; ").append(deadline.setBy).append(" allows more");
+    }
+    return failure;
+}
+
 /// Hands out the sources to the threads that ask them.
 class SourceQueue {
 public:
@@ -89,17 +97,19 @@ private:
 
     Outcome outcomeOf(Source const & source) const {
         if (deadline_.isOver()) {
-            return {nullptr,
-                    "time limit: not asked within " + system::secondsText(deadline_.limit) + " s"};
+            return {nullptr, withRemedy("time limit: not asked within " +
+                                            system::secondsText(deadline_.limit) + " s",
+                                        deadline_)};
         }
+        auto const deadline = deadline_.within(source.timeLimit, source.timeLimitSetBy);
         try {
-            auto answer = std::make_shared<Answer>(
-                source.access->ask(source, selection_, deadline_.within(source.timeLimit)));
+            auto answer =
+                std::make_shared<Answer>(source.access->ask(source, selection_, deadline));
             return {std::move(answer), {}, system::UtcTime::now()};
         } catch (std::bad_alloc const &) {
             return {nullptr, "out of memory"};
         } catch (std::exception const & error) {
-            return {nullptr, Vex::printable(error.what())};
+            return {nullptr, withRemedy(Vex::printable(error.what()), deadline)};
         }
     }
 

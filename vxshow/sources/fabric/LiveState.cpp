@@ -38,12 +38,14 @@ std::optional<std::string> wordAsName(Source const & source, state::Selection co
 
 LiveState::LiveState(Fabric fabric, bool allOrNothing, state::Keep keep)
     : sources_(std::move(fabric.sources)), timeLimit_(fabric.timeLimit),
-      allOrNothing_(allOrNothing), keep_(keep), lastGood_(sources_.size()) {}
+      timeLimitSetBy_(fabric.timeLimitSetBy), allOrNothing_(allOrNothing), keep_(keep),
+      lastGood_(sources_.size()) {}
 
 state::Reading LiveState::read(state::Selection const & selection,
                                state::WatchProgress const & watch) {
-    auto outcomes = askAll(sources_, selection, watch,
-                           timeLimit_ ? Deadline::in(*timeLimit_) : Deadline::never());
+    auto outcomes =
+        askAll(sources_, selection, watch,
+               timeLimit_ ? Deadline::in(*timeLimit_, timeLimitSetBy_) : Deadline::never());
     state::Reading reading;
     for (std::size_t index = 0; index < sources_.size(); ++index) {
         finish(index, selection, outcomes[index], reading);
@@ -53,13 +55,13 @@ state::Reading LiveState::read(state::Selection const & selection,
     if (nothing || (allOrNothing_ && !reading.complete)) {
         throw state::StateError(joinedLines(reading.remarks));
     }
+    auto const deadline = mountDeadline(outcomes);
     try {
-        reading.mount = mountSources(sources_, outcomes, selection, mountDeadline(outcomes));
+        reading.mount = mountSources(sources_, outcomes, selection, deadline);
         reading.mount.origin = originOf(outcomes);
     } catch (TimedOut const & late) {
-        throw state::StateError(std::string(late.what()) +
-                                "; time_limit in the fabric file allows more, and --vni asks for "
-                                "less");
+        throw state::StateError(std::string(late.what()) + "; " + std::string(deadline.setBy) +
+                                " allows more, and --vni asks for less");
     }
     return reading;
 }
@@ -68,12 +70,14 @@ state::Reading LiveState::read(state::Selection const & selection,
 /// each source itself does not count: an answer kept from before can be of one that timed out.
 Deadline LiveState::mountDeadline(std::vector<Outcome> const & outcomes) const {
     std::chrono::milliseconds longest{1};
+    std::string_view setBy = fabricTimeLimit;
     for (std::size_t index = 0; index < sources_.size(); ++index) {
-        if (outcomes[index].answer) {
-            longest = std::max(longest, sources_[index].timeLimit);
+        if (outcomes[index].answer && sources_[index].timeLimit > longest) {
+            longest = sources_[index].timeLimit;
+            setBy = sources_[index].timeLimitSetBy;
         }
     }
-    return Deadline::in(longest);
+    return Deadline::in(longest, setBy);
 }
 
 state::Origin LiveState::originOf(std::vector<Outcome> const & outcomes) const {

@@ -44,6 +44,7 @@ private:
 
     std::vector<Source> sources_;
     std::optional<std::chrono::milliseconds> timeLimit_; ///< of the whole reading
+    std::string_view timeLimitSetBy_;
     bool allOrNothing_;
     state::Keep keep_;
     std::vector<LastGood> lastGood_; ///< by position

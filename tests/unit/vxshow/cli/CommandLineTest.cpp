@@ -99,10 +99,12 @@ TEST(CommandLine, DottedShowsVnisAsThreeBytes) {
 
 TEST(CommandLine, TheStateCanComeFromTheEnvironmentOrStandardInput) {
     TemporaryFile const state(smallSnapshot());
-    EXPECT_TRUE(shows(vxshow({"mac", "received"}, {.stateFile = state.path()}).out));
-    EXPECT_TRUE(shows(vxshow({"--state", "-", "mac", "received"}, {.input = smallSnapshot()}).out));
-    EXPECT_TRUE(shows(
-        vxshow({"--state", state.path(), "mac", "received"}, {.stateFile = "/nonexistent"}).out));
+    EXPECT_TRUE(shows(runVxshow({"mac", "received"}, {.stateFile = state.path()}).out));
+    EXPECT_TRUE(
+        shows(runVxshow({"--state", "-", "mac", "received"}, {.input = smallSnapshot()}).out));
+    EXPECT_TRUE(
+        shows(runVxshow({"--state", state.path(), "mac", "received"}, {.stateFile = "/nonexistent"})
+                  .out));
 }
 
 TEST(CommandLine, AnInvalidValueIsRefusedWithWhatIsAccepted) {
@@ -127,7 +129,8 @@ TEST(CommandLine, AnInvalidValueIsRefusedWithWhatIsAccepted) {
     EXPECT_EQ(refused(received({"--mac", ""})).substr(0, 10), "--mac: '':");
     EXPECT_EQ(refused({"--revision", "", "mac", "received"}).substr(0, 15), "--revision: '':");
     EXPECT_EQ(refused({"--trace", "10", "mac", "received"}),
-              "--trace: '10': expected a whole number from 0 to 9");
+              "--trace: '10': expected a whole number from 0 to 9: 1 traces what is missing, 8 "
+              "functions, too");
 }
 
 TEST(CommandLine, UnknownWordsAndOptionsAreRefusedWithWhatIsAccepted) {
@@ -186,7 +189,7 @@ TEST(CommandLine, ARefusalIsOnePrintableLineWhateverWasTyped) {
 }
 
 TEST(CommandLine, WithoutAStateTheWaysToGiveOneAreListed) {
-    Finished const finished = vxshow({"mac", "received"});
+    Finished const finished = runVxshow({"mac", "received"});
     EXPECT_EQ(finished.status, 2);
     EXPECT_EQ(finished.err,
               "vxshow: no state to show: give --state FILE, --fabric FILE, --ovsdb REMOTE, "
@@ -206,7 +209,7 @@ TEST(CommandLine, AnEmptyStatePathIsRefusedEvenIfTheEnvironmentHasOne) {
     TemporaryFile const state(smallSnapshot());
     for (std::string const option : {"--state", "--fabric"}) {
         Finished const finished =
-            vxshow({option, "", "mac", "received"}, {.stateFile = state.path()});
+            runVxshow({option, "", "mac", "received"}, {.stateFile = state.path()});
         EXPECT_EQ(finished.status, 2);
         EXPECT_EQ(finished.err, "vxshow: " + option + ": '': expected the name of a file\n");
     }
@@ -214,8 +217,8 @@ TEST(CommandLine, AnEmptyStatePathIsRefusedEvenIfTheEnvironmentHasOne) {
 
 TEST(CommandLine, TheEnvironmentCanNameOneStateOnly) {
     Finished const finished =
-        vxshow({"mac", "received"},
-               {.stateFile = "a", .inChild = [] { setenv("VXSHOW_FABRIC", "b", 1); }});
+        runVxshow({"mac", "received"},
+                  {.stateFile = "a", .inChild = [] { setenv("VXSHOW_FABRIC", "b", 1); }});
     EXPECT_EQ(finished.status, 2);
     EXPECT_EQ(finished.err, "vxshow: VXSHOW_STATE and VXSHOW_FABRIC: both are set; expected one "
                             "of them, or an option that says where the state is\n");
@@ -224,7 +227,7 @@ TEST(CommandLine, TheEnvironmentCanNameOneStateOnly) {
 TEST(CommandLine, ASeedThatIsNoNumberIsRefused) {
     auto const refusal = [](char const * seed, std::vector<std::string> const & arguments) {
         Finished const finished =
-            vxshow(arguments, {.inChild = [=] { setenv("VEX_HASH_SEED", seed, 1); }});
+            runVxshow(arguments, {.inChild = [=] { setenv("VEX_HASH_SEED", seed, 1); }});
         EXPECT_EQ(finished.status, 2);
         EXPECT_EQ(finished.out, "");
         return finished.err;
@@ -266,16 +269,16 @@ TEST(CommandLine, HelpGoesToStandardOutputAndIsNotAnError) {
                                    {"-h"},
                                    {"mac", "--help"},
                                    {"mac", "received", "--help"}}) {
-        Finished const finished = vxshow(arguments);
+        Finished const finished = runVxshow(arguments);
         EXPECT_EQ(finished.status, 0);
         EXPECT_EQ(finished.err, "");
         EXPECT_NE(finished.out.find("Usage: vxshow"), std::string::npos) << finished.out;
     }
-    EXPECT_NE(vxshow({"mac", "received", "--help"}).out.find("--vtep IP"), std::string::npos);
+    EXPECT_NE(runVxshow({"mac", "received", "--help"}).out.find("--vtep IP"), std::string::npos);
 }
 
 TEST(CommandLine, VersionIsTheOneOfTheBuild) {
-    Finished const finished = vxshow({"--version"});
+    Finished const finished = runVxshow({"--version"});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.out, "vxshow " VXSHOW_VERSION "\n");
     EXPECT_EQ(finished.err, "");

@@ -230,7 +230,7 @@ TEST(Forms, AFullDiskIsOneLineAndStatus1) {
     TemporaryFile const state(smallSnapshot());
     for (auto const & form : rowForms) {
         int const full = open("/dev/full", O_WRONLY | O_CLOEXEC);
-        Finished const finished = vxshow(formOf(state, form), {.outFd = full});
+        Finished const finished = runVxshow(formOf(state, form), {.outFd = full});
         close(full);
         EXPECT_EQ(finished.status, 1);
         EXPECT_NE(finished.err.find("vxshow: mac received: "), std::string::npos) << finished.err;
@@ -271,7 +271,7 @@ TEST(Forms, WatchShowsEachForm) {
     TemporaryFile const state(smallSnapshot());
     for (auto const & form : rowForms) {
         auto arguments = formOf(state, form);
-        auto const once = vxshow(arguments).out;
+        auto const once = runVxshow(arguments).out;
         arguments.insert(arguments.end(), {"--watch", "1"});
         Process process(arguments);
         std::string out;

@@ -42,7 +42,7 @@ std::vector<std::string> linesOnATerminal(std::vector<std::string> const & argum
 }
 
 std::string helpOf(std::vector<std::string> const & arguments) {
-    Finished const finished = vxshow(arguments);
+    Finished const finished = runVxshow(arguments);
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.err, "");
     return finished.out;
@@ -51,7 +51,7 @@ std::string helpOf(std::vector<std::string> const & arguments) {
 } // namespace
 
 TEST(Help, TheBareProgramShowsItsCommandsAsAUsageError) {
-    Finished const finished = vxshow({});
+    Finished const finished = runVxshow({});
     EXPECT_EQ(finished.status, 2);
     EXPECT_EQ(finished.out, "");
     std::string const start = "Usage: vxshow [OPTIONS] COMMAND [FILTERS]\n\n";

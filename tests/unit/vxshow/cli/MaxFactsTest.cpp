@@ -30,7 +30,7 @@ done
 Finished listingOf8Facts(std::vector<std::string> arguments, std::string const & lines = "",
                          std::string const & file = "") {
     arguments.insert(arguments.end(), {"--fabric", "-", "mac", "received"});
-    return vxshow(arguments, {.input = fabricOf8Facts(lines, file)});
+    return runVxshow(arguments, {.input = fabricOf8Facts(lines, file)});
 }
 
 std::string tooLarge(std::string const & most) {

@@ -53,7 +53,7 @@ TEST(MaxSize, ASnapshotOfThatLengthIsRead) {
 TEST(MaxSize, ALongerSnapshotIsRefused) {
     auto const size = smallSnapshot().size();
     TemporaryFile const state(smallSnapshot());
-    auto const finished = vxshow(
+    auto const finished = runVxshow(
         {"--state", state.path(), "--max-size", std::to_string(size - 1), "mac", "received"});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.out, "");
@@ -61,8 +61,8 @@ TEST(MaxSize, ALongerSnapshotIsRefused) {
 }
 
 TEST(MaxSize, ALongerStandardInputIsRefused) {
-    auto const finished = vxshow({"--state", "-", "--max-size", "1K", "mac", "received"},
-                                 {.input = largeSnapshot(1000)});
+    auto const finished = runVxshow({"--state", "-", "--max-size", "1K", "mac", "received"},
+                                    {.input = largeSnapshot(1000)});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.err, "vxshow: standard input" + tooLong("more than 1024", 1024));
 }
@@ -102,7 +102,7 @@ TEST(MaxSize, ADeviceWithoutAnEndIsRefusedUnread) {
 
 TEST(MaxSize, StandardInputCanBeNamedAsADevice) {
     auto const finished =
-        vxshow({"--state", "/dev/stdin", "mac", "received"}, {.input = smallSnapshot()});
+        runVxshow({"--state", "/dev/stdin", "mac", "received"}, {.input = smallSnapshot()});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.out, answer(smallSnapshot(), {"mac", "received"}));
 }
@@ -115,7 +115,7 @@ TEST(MaxSize, ALimitOnFileSizesDoesNotApplyToAState) {
     for (auto const & snapshot : {smallSnapshot(), exampleFabric()}) {
         TemporaryFile const state(snapshot);
         auto const shown =
-            vxshow({"--state", state.path(), "mac", "received"}, {.inChild = limited});
+            runVxshow({"--state", state.path(), "mac", "received"}, {.inChild = limited});
         EXPECT_EQ(shown.status, 0);
         EXPECT_EQ(shown.err, "");
         EXPECT_EQ(shown.out, answer(snapshot, {"mac", "received"}));

@@ -53,7 +53,7 @@ int signalWhileReading(int signal) {
 } // namespace
 
 TEST(Exit, AnUnreadableStateIsOneLineAndStatus1) {
-    Finished const finished = vxshow({"--state", "/nonexistent/state.json", "mac", "received"});
+    Finished const finished = runVxshow({"--state", "/nonexistent/state.json", "mac", "received"});
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.out, "");
     EXPECT_EQ(finished.err, "vxshow: /nonexistent/state.json: No such file or directory\n");
@@ -62,7 +62,7 @@ TEST(Exit, AnUnreadableStateIsOneLineAndStatus1) {
 TEST(Exit, ABrokenStateIsOneLineAndPrintsNothing) {
     std::string const whole = smallSnapshot();
     TemporaryFile const state(whole.substr(0, whole.size() - 1));
-    Finished const finished = vxshow(listingOf(state));
+    Finished const finished = runVxshow(listingOf(state));
     EXPECT_EQ(finished.status, 1);
     EXPECT_EQ(finished.out, "");
     EXPECT_EQ(finished.err.substr(0, 8 + state.path().size()), "vxshow: " + state.path());
@@ -72,7 +72,7 @@ TEST(Exit, ABrokenStateIsOneLineAndPrintsNothing) {
 TEST(Exit, AFullDiskIsOneLineAndStatus1) {
     TemporaryFile const state(smallSnapshot());
     int const full = open("/dev/full", O_WRONLY | O_CLOEXEC);
-    Finished const finished = vxshow(listingOf(state), {.outFd = full});
+    Finished const finished = runVxshow(listingOf(state), {.outFd = full});
     close(full);
     EXPECT_EQ(finished.status, 1);
     EXPECT_NE(finished.err.find("vxshow: mac received: "), std::string::npos) << finished.err;
@@ -82,7 +82,7 @@ TEST(Exit, AFullDiskIsOneLineAndStatus1) {
 
 TEST(Exit, AClosedStandardOutputIsOneLineAndStatus1) {
     TemporaryFile const state(smallSnapshot());
-    Finished const finished = vxshow(listingOf(state), {.closeOutput = true});
+    Finished const finished = runVxshow(listingOf(state), {.closeOutput = true});
     EXPECT_EQ(finished.status, 1);
     EXPECT_NE(finished.err.find("Bad file descriptor"), std::string::npos) << finished.err;
 }
@@ -95,7 +95,7 @@ TEST(Exit, AnOutputBeyondTheFileSizeLimitIsOneLineAndStatus1) {
         rlimit const limit{100'000, 100'000};
         setrlimit(RLIMIT_FSIZE, &limit);
     };
-    Finished const finished = vxshow(listingOf(state), {.outFd = file, .inChild = limited});
+    Finished const finished = runVxshow(listingOf(state), {.outFd = file, .inChild = limited});
     close(file);
     EXPECT_EQ(finished.status, 1);
     EXPECT_NE(finished.err.find("File too large"), std::string::npos) << finished.err;
@@ -254,10 +254,10 @@ TEST(Exit, AnInterruptEndsTheProgramEvenIfNothingIsRead) {
 
 TEST(Exit, TraceRecordsGoToStandardError) {
     TemporaryFile const state(smallSnapshot());
-    Finished const quiet = vxshow(listingOf(state));
+    Finished const quiet = runVxshow(listingOf(state));
     auto arguments = listingOf(state);
     arguments.insert(arguments.end(), {"--source", "hsc", "--trace", "8"});
-    Finished const finished = vxshow(arguments);
+    Finished const finished = runVxshow(arguments);
     EXPECT_EQ(finished.status, 0);
     EXPECT_NE(finished.err.find("void VxlanController::Cli::VcsVniReceived::initialize()\n"),
               std::string::npos)

@@ -83,8 +83,8 @@ void obeyPermissions() {
 TEST(CaptureFile, AFileIsCreatedSilentlyWithTheUmasksPermissions) {
     Folder const folder;
     TemporaryFile const state(smallSnapshot());
-    auto const finished = vxshow({"--state", state.path(), "capture", folder.file("new.json")},
-                                 {.inChild = [] { umask(027); }});
+    auto const finished = runVxshow({"--state", state.path(), "capture", folder.file("new.json")},
+                                    {.inChild = [] { umask(027); }});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.out + finished.err, "");
     EXPECT_EQ(contentOf(folder.file("new.json")), captured(smallSnapshot()));
@@ -106,27 +106,27 @@ TEST(CaptureFile, AFileIsReplacedAndKeepsItsPermissions) {
 TEST(CaptureFile, TheSnapshotThatIsReadCanBeReplaced) {
     TemporaryFile const state(exampleFabric());
     auto const expected = captured(exampleFabric());
-    EXPECT_EQ(vxshow({"--state", state.path(), "capture", state.path()}).status, 0);
+    EXPECT_EQ(runVxshow({"--state", state.path(), "capture", state.path()}).status, 0);
     EXPECT_EQ(contentOf(state.path()), expected);
 }
 
 TEST(CaptureFile, AFullDeviceIsOneLineAndStaysADevice) {
     TemporaryFile const state(smallSnapshot());
-    expectOneLine(vxshow({"--state", state.path(), "capture", "/dev/full"}),
+    expectOneLine(runVxshow({"--state", state.path(), "capture", "/dev/full"}),
                   "/dev/full: No space left on device");
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
 TEST(CaptureFile, AMissingFolderIsOneLine) {
     TemporaryFile const state(smallSnapshot());
-    expectOneLine(vxshow({"--state", state.path(), "capture", "/nonexistent/x.json"}),
+    expectOneLine(runVxshow({"--state", state.path(), "capture", "/nonexistent/x.json"}),
                   "/nonexistent/x.json: No such file or directory");
 }
 
 TEST(CaptureFile, AFolderIsRefused) {
     Folder const folder;
     TemporaryFile const state(smallSnapshot());
-    expectOneLine(vxshow({"--state", state.path(), "capture", folder.path()}),
+    expectOneLine(runVxshow({"--state", state.path(), "capture", folder.path()}),
                   folder.path() + ": Is a directory");
     EXPECT_EQ(folder.names(), Names{});
 }
@@ -140,7 +140,7 @@ TEST(CaptureFile, AFailedWriteKeepsTheOldFile) {
         rlimit const limit{100'000, 100'000};
         setrlimit(RLIMIT_FSIZE, &limit);
     };
-    expectOneLine(vxshow({"--state", state.path(), "capture", path}, {.inChild = limited}),
+    expectOneLine(runVxshow({"--state", state.path(), "capture", path}, {.inChild = limited}),
                   path + ": File too large");
     EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(folder.names(), Names{"old.json"});
@@ -152,8 +152,9 @@ TEST(CaptureFile, AReadOnlyFolderKeepsTheOldFile) {
     write(path, "old");
     chmod(folder.path().c_str(), 0555);
     TemporaryFile const state(smallSnapshot());
-    expectOneLine(vxshow({"--state", state.path(), "capture", path}, {.inChild = obeyPermissions}),
-                  path + ": Permission denied");
+    expectOneLine(
+        runVxshow({"--state", state.path(), "capture", path}, {.inChild = obeyPermissions}),
+        path + ": Permission denied");
     chmod(folder.path().c_str(), 0755);
     EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(folder.names(), Names{"old.json"});
@@ -165,8 +166,9 @@ TEST(CaptureFile, AReadOnlyFileIsKept) {
     write(path, "old");
     chmod(path.c_str(), 0444);
     TemporaryFile const state(smallSnapshot());
-    expectOneLine(vxshow({"--state", state.path(), "capture", path}, {.inChild = obeyPermissions}),
-                  path + ": Permission denied");
+    expectOneLine(
+        runVxshow({"--state", state.path(), "capture", path}, {.inChild = obeyPermissions}),
+        path + ": Permission denied");
     EXPECT_EQ(contentOf(path), "old");
 }
 
@@ -196,12 +198,13 @@ TEST_F(CaptureFileOfAnotherUser, ANewFileKeepsTheOwnerAndTheGroupOfTheOldOne) {
 TEST_F(CaptureFileOfAnotherUser, AFileWhoseOwnerCannotBeKeptIsReplacedOnlyByForce) {
     TemporaryFile const state(smallSnapshot());
     Process::Setting const withoutChown{.inChild = [] { prctl(PR_CAPBSET_DROP, CAP_CHOWN); }};
-    expectOneLine(vxshow({"--state", state.path(), "capture", path}, withoutChown),
+    expectOneLine(runVxshow({"--state", state.path(), "capture", path}, withoutChown),
                   path + ": the owner and the group of the file, 12345 and 12346, cannot be kept; "
                          "--force replaces it");
     EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(folder.names(), Names{"old.json"});
-    auto const forced = vxshow({"--state", state.path(), "capture", "--force", path}, withoutChown);
+    auto const forced =
+        runVxshow({"--state", state.path(), "capture", "--force", path}, withoutChown);
     EXPECT_EQ(forced.status, 0);
     EXPECT_EQ(forced.err, "");
     EXPECT_EQ(contentOf(path), captured(smallSnapshot()));
@@ -215,11 +218,11 @@ TEST(CaptureFile, AFileWithSeveralNamesIsReplacedOnlyByForce) {
     write(path, "old");
     std::filesystem::create_hard_link(path, other);
     TemporaryFile const state(smallSnapshot());
-    expectOneLine(vxshow({"--state", state.path(), "capture", path}),
+    expectOneLine(runVxshow({"--state", state.path(), "capture", path}),
                   path + ": the file has 2 names (hard links), and only this one would get the new "
                          "content; --force replaces it");
     EXPECT_EQ(contentOf(path), "old");
-    EXPECT_EQ(vxshow({"--state", state.path(), "capture", path, "--force"}).status, 0);
+    EXPECT_EQ(runVxshow({"--state", state.path(), "capture", path, "--force"}).status, 0);
     EXPECT_EQ(contentOf(path), captured(smallSnapshot()));
     EXPECT_EQ(contentOf(other), "old");
 }

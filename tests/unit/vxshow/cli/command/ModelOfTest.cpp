@@ -224,7 +224,7 @@ TEST(ModelOf, AnEntryThatIsNoVniIsNamedAsByTheCommand) {
 }
 
 TEST(ModelOf, HelpListsTheFiltersOfTheCommand) {
-    Finished const help = vxshow({"model", "--of", "router routes", "--help"});
+    Finished const help = runVxshow({"model", "--of", "router routes", "--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.out.find("--prefix PREFIX"), std::string::npos) << help.out;
     EXPECT_EQ(help.out.find("--vni VNI"), std::string::npos) << help.out;

@@ -8,7 +8,7 @@ namespace {
 /// What `vxshow model` prints with these arguments, without any state.
 std::string model(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "model");
-    Finished const finished = vxshow(arguments);
+    Finished const finished = runVxshow(arguments);
     EXPECT_EQ(finished.status, 0) << testing::PrintToString(arguments);
     EXPECT_EQ(finished.err, "");
     return finished.out;
@@ -179,7 +179,7 @@ TEST(Model, PrettyJsonIsIndented) {
 
 TEST(Model, NeedsNoStateAndReadsNone) {
     EXPECT_EQ(model({"--state", "/nonexistent", "MacVtep"}), macVtep);
-    EXPECT_EQ(vxshow({"model", "MacVtep"}, {.stateFile = "/nonexistent"}).out, macVtep);
+    EXPECT_EQ(runVxshow({"model", "MacVtep"}, {.stateFile = "/nonexistent"}).out, macVtep);
 }
 
 TEST(Model, RefusesAnUnknownTypeAndNamesSimilarOnes) {

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 TEST(Schema, IsPrintedWithoutAState) {
-    Finished const finished = vxshow({"schema", "mac-received"});
+    Finished const finished = runVxshow({"schema", "mac-received"});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.err, "");
     EXPECT_EQ(finished.out.substr(0, 64),
@@ -16,7 +16,7 @@ TEST(Schema, IsPrintedWithoutAState) {
 }
 
 TEST(Schema, WithoutANameTheNamesAreListed) {
-    auto const out = vxshow({"schema"}).out;
+    auto const out = runVxshow({"schema"}).out;
     EXPECT_EQ(out.substr(0, 35), "arp-advertised\narp-advertised.row\na");
     // Seven documents, two of which have a revision of their own, and seven kinds of rows.
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 16);

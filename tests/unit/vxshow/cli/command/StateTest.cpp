@@ -39,7 +39,7 @@ std::string steady(std::string const & text) {
 Finished live(std::vector<std::string> const & arguments, std::string const & fabric) {
     std::vector<std::string> all{"--fabric", "-"};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    return vxshow(all, {.input = fabric});
+    return runVxshow(all, {.input = fabric});
 }
 
 std::string bothSources() {
@@ -83,7 +83,7 @@ TEST(State, OfLiveSourcesSaysWhatBecameOfEach) {
 }
 
 TEST(State, OfASnapshotIsThatOfTheSourcesItWasMadeOf) {
-    auto const finished = vxshow({"--state", "-", "state"}, {.input = capturedIncomplete()});
+    auto const finished = runVxshow({"--state", "-", "state"}, {.input = capturedIncomplete()});
     EXPECT_EQ(finished.status, 3);
     EXPECT_EQ(steady(finished.out), listed);
     EXPECT_EQ(steady(finished.err), "vxshow: leaf2: broken answer: no route to host, when the "
@@ -92,7 +92,7 @@ TEST(State, OfASnapshotIsThatOfTheSourcesItWasMadeOf) {
 
 TEST(State, AsJsonHasTheOriginAsSnapshotsHaveIt) {
     auto const finished =
-        vxshow({"--state", "-", "state", "--json"}, {.input = capturedIncomplete()});
+        runVxshow({"--state", "-", "state", "--json"}, {.input = capturedIncomplete()});
     EXPECT_EQ(
         steady(finished.out),
         R"({"origin":{"made":"2026-11-23T02:10:11.125Z","version":"vxshow 1.0.0","sources":[)"
@@ -144,9 +144,9 @@ TEST(Capture, OfAnIncompleteStateIsRefused) {
 
 TEST(Capture, OfAnIncompleteSnapshotIsRefusedToo) {
     auto const snapshot = capturedIncomplete();
-    EXPECT_EQ(vxshow({"--state", "-", "capture", "-"}, {.input = snapshot}).status, 1);
+    EXPECT_EQ(runVxshow({"--state", "-", "capture", "-"}, {.input = snapshot}).status, 1);
     auto const again =
-        vxshow({"--state", "-", "capture", "--incomplete", "-"}, {.input = snapshot});
+        runVxshow({"--state", "-", "capture", "--incomplete", "-"}, {.input = snapshot});
     EXPECT_EQ(again.status, 3);
     EXPECT_EQ(again.out, snapshot);
 }

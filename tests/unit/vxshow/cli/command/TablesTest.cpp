@@ -60,7 +60,7 @@ public:
 private:
     Finished run(Words arguments) const {
         arguments.insert(arguments.begin(), {"--tables", directory()});
-        return vxshow(arguments, {.stateFile = "/nonexistent"});
+        return runVxshow(arguments, {.stateFile = "/nonexistent"});
     }
 
     Folder folder_;
@@ -191,7 +191,7 @@ TEST(Tables, APublishedDirectoryIsPublishedAgain) {
     Folder const folder;
     EXPECT_EQ(tables.listing({"tables", "publish", folder.path()}), "");
     Finished const again =
-        vxshow({"--tables", folder.path(), "mac", "received", "--source", "evpn"});
+        runVxshow({"--tables", folder.path(), "mac", "received", "--source", "evpn"});
     EXPECT_EQ(again.out, answer(exampleFabric(), {"mac", "received", "--source", "evpn"}));
 }
 
@@ -276,17 +276,17 @@ TEST(Tables, ADirectoryInPlaceOfAFileIsRefused) {
 
 TEST(Tables, ADirectoryWithoutTablesIsRefused) {
     Folder const folder;
-    Finished const empty = vxshow({"--tables", folder.path(), "mac", "received"});
+    Finished const empty = runVxshow({"--tables", folder.path(), "mac", "received"});
     EXPECT_EQ(empty.status, 1);
     EXPECT_EQ(empty.out, "");
     EXPECT_EQ(empty.err, "vxshow: " + folder.path() +
                              ": holds no shared table; expected received-hosts, received-flood, "
                              "advertised-hosts or advertised-flood\n");
-    Finished const missing = vxshow({"--tables", folder.file("none"), "mac", "received"});
+    Finished const missing = runVxshow({"--tables", folder.file("none"), "mac", "received"});
     EXPECT_EQ(missing.status, 1);
     EXPECT_EQ(missing.err, "vxshow: " + folder.file("none") + ": No such file or directory\n");
     replaceBy(folder.file("file"), "x");
-    Finished const file = vxshow({"--tables", folder.file("file"), "mac", "received"});
+    Finished const file = runVxshow({"--tables", folder.file("file"), "mac", "received"});
     EXPECT_EQ(file.status, 1);
     EXPECT_EQ(file.err, "vxshow: " + folder.file("file") + "/received-hosts: Not a directory\n");
 }

@@ -66,13 +66,13 @@ TEST(Complete, TheWordsOfCommands) {
 
 TEST(Complete, TheHiddenCommandIsInNoList) {
     EXPECT_FALSE(contains(completed({""}), "complete"));
-    EXPECT_EQ(vxshow({"--help"}).out.find("  complete "), std::string::npos);
+    EXPECT_EQ(runVxshow({"--help"}).out.find("  complete "), std::string::npos);
 }
 
 TEST(Complete, EveryOptionOfHelpOnce) {
     auto const offered = completed({"mac", "received", "--"});
     for (Words const & command : {Words{"mac", "received", "--help"}, Words{"--help"}}) {
-        std::istringstream help(vxshow(command).out);
+        std::istringstream help(runVxshow(command).out);
         for (std::string line; std::getline(help, line);) {
             auto const start = line.find("--");
             if (start == std::string::npos || start > 5 || line[0] != ' ') {
@@ -108,7 +108,8 @@ TEST(Complete, ValuesOfFixedSets) {
     EXPECT_EQ(completed({"mac", "advertised", "--dest=h"}), words({"--dest=hsc"}));
     EXPECT_EQ(completed({"completion", ""}), words({"bash", "zsh", "fish"}));
     EXPECT_EQ(completed({"model", "--of", "mac"}), words({"mac received", "mac advertised"}));
-    EXPECT_EQ(completed({"--trace", "9"}), words({"9"}));
+    EXPECT_EQ(completed({"--trace", ""}), words({"1", "8"}));
+    EXPECT_EQ(completed({"--color", "a"}), words({"auto", "always"}));
     EXPECT_EQ(completed({"--watch", ""}), words({}));
 }
 
@@ -240,8 +241,8 @@ TEST(Complete, ALongSnapshotIsNotRead) {
 TEST(Complete, WordsForBashAreQuotedAndReplaceTheLastPart) {
     TemporaryFile const state(stateOfSwitches({"$(touch x)", "rack 1"}));
     auto const bash = [&](std::string const & end) {
-        return vxshow({"complete", "bash", " \t\n\"'><=;|&(:",
-                       "vxshow --state " + state.path() + " mac received " + end})
+        return runVxshow({"complete", "bash", " \t\n\"'><=;|&(:",
+                          "vxshow --state " + state.path() + " mac received " + end})
             .out;
     };
     EXPECT_EQ(bash("--source=ra"), "words\nrack\\ 1\n");
@@ -253,11 +254,11 @@ TEST(Complete, ArgumentsThatNoScriptGivesAreAnsweredWithNothing) {
     for (Words const & arguments :
          {Words{"complete", "bash"}, Words{"complete", "bash", "", ""}, Words{"complete", "zsh"},
           Words{"complete", "zsh", "--"}, Words{"complete", "fish", "x", "y"}}) {
-        Finished const finished = vxshow(arguments);
+        Finished const finished = runVxshow(arguments);
         EXPECT_EQ(finished.out + finished.err, "");
         EXPECT_EQ(finished.status, 0);
     }
-    EXPECT_EQ(vxshow({"complete", "csh", "--", ""}).status, 2);
+    EXPECT_EQ(runVxshow({"complete", "csh", "--", ""}).status, 2);
 }
 
 TEST(Complete, AFullDiskIsSilent) {
@@ -269,7 +270,7 @@ TEST(Complete, AFullDiskIsSilent) {
 
 TEST(Completion, AScriptForEachShell) {
     for (char const * const shell : {"bash", "zsh", "fish"}) {
-        Finished const finished = vxshow({"completion", shell});
+        Finished const finished = runVxshow({"completion", shell});
         EXPECT_EQ(finished.status, 0);
         EXPECT_NE(finished.out.find(std::string("complete ") + shell), std::string::npos);
     }

@@ -46,7 +46,7 @@ command = ["false"]
 
 Finished listingOf(std::vector<std::string> arguments, std::string const & fabric) {
     arguments.insert(arguments.begin(), {"--fabric", "-"});
-    return vxshow(arguments, {.input = fabric});
+    return runVxshow(arguments, {.input = fabric});
 }
 
 } // namespace

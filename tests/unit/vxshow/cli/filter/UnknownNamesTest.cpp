@@ -38,8 +38,8 @@ TEST(UnknownNames, APatternThatMatchesNothingIsReported) {
 
 TEST(UnknownNames, EachNameHasALine) {
     TemporaryFile const state(namedState);
-    Finished const finished =
-        vxshow({"--state", state.path(), "mac", "received", "--source", "spine1,spine2", "--json"});
+    Finished const finished = runVxshow(
+        {"--state", state.path(), "mac", "received", "--source", "spine1,spine2", "--json"});
     EXPECT_EQ(finished.status, 4);
     EXPECT_EQ(finished.out, "{\"switches\":{},\"nonSwitchSources\":{}}\n");
     EXPECT_EQ(finished.err, "vxshow: --source: no source is named \"spine1\"\n"
@@ -92,6 +92,6 @@ TEST(UnknownNames, EachReadingOfAWatchHasTheLineAmongItsRemarks) {
 
 TEST(UnknownNames, AStateThatCannotBeReadIsStatus1) {
     Finished const finished =
-        vxshow({"--state", "/nonexistent", "mac", "received", "--source", "x"});
+        runVxshow({"--state", "/nonexistent", "mac", "received", "--source", "x"});
     EXPECT_EQ(finished.status, 1);
 }

@@ -94,7 +94,8 @@ TEST(AskAll, EachSourceHasItsOwnTimeLimit) {
     auto slow = scripted("slow", "exec sleep 60");
     slow.timeLimit = std::chrono::milliseconds(200);
     auto const outcomes = askAll({slow, failing(1)}, {});
-    EXPECT_EQ(outcomes[0].failure, "time limit: no answer within 0.2 s");
+    EXPECT_EQ(outcomes[0].failure,
+              "time limit: no answer within 0.2 s; time_limit in the fabric file allows more");
     EXPECT_NE(outcomes[1].failure.find("failed as number 1"), std::string::npos);
 }
 

@@ -1,0 +1,33 @@
+#include "vxshow/cli/ColorOption.h"
+
+#include "Vex/Errors.h"
+#include "vxshow/cli/FixedValues.h"
+
+#include <CLI/Error.hpp>
+#include <CLI/Option.hpp>
+
+#include <algorithm>
+#include <string>
+
+namespace vxshow::cli {
+
+void addColorOption(CLI::App & app, terminal::ColorChoice & choice) {
+    using terminal::colorWords;
+    auto * const option =
+        app.add_option_function<std::string>(
+               "--color",
+               [&choice](std::string const & typed) {
+                   auto const found = std::find(colorWords.begin(), colorWords.end(), typed);
+                   if (found == colorWords.end()) {
+                       throw CLI::ValidationError(
+                           "--color", Vex::quoted(typed) + ": expected auto, always or never");
+                   }
+                   choice = static_cast<terminal::ColorChoice>(found - colorWords.begin());
+               },
+               "Colour headers, totals and messages: auto, on terminals that show it, unless "
+               "NO_COLOR is set; always; or never. A listing in a file or a pipe has none")
+            ->type_name("WHEN");
+    declareValues(*option, {colorWords.begin(), colorWords.end()});
+}
+
+} // namespace vxshow::cli
