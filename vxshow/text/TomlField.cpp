@@ -33,16 +33,22 @@ struct Shown {
     std::string operator()(TomlValue::Table const &) const { return "a table"; }
 };
 
+std::string nameOf(TomlPlace place, std::string const & key) {
+    auto const name = std::to_string(place.line) + ":" + std::to_string(place.column);
+    return key.empty() ? name : name + ": " + key;
+}
+
 [[noreturn]] void refuseAt(TomlPlace place, std::string const & key, std::string_view found,
                            std::string_view expected) {
-    std::string line = std::to_string(place.line) + ":" + std::to_string(place.column) + ": ";
-    if (!key.empty()) {
-        line.append(key).append(": ");
-    }
-    throw TomlRefusal(line.append("found ").append(found).append(", expected ").append(expected));
+    throw TomlRefusal(
+        nameOf(place, key).append(": found ").append(found).append(", expected ").append(expected));
 }
 
 } // namespace
+
+std::string TomlField::where() const {
+    return nameOf(value_->place, key_);
+}
 
 void TomlField::refuse(std::string_view expected) const {
     refuse(std::visit(Shown(), value_->content), expected);

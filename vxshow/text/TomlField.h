@@ -19,6 +19,9 @@ public:
     /// The root of a document.
     explicit TomlField(TomlValue const & root) : value_(&root) {}
 
+    /// `LINE:COLUMN: KEY`; without the key at the root.
+    std::string where() const;
+
     /// Raises a `TomlRefusal` that names the value as what was found.
     [[noreturn]] void refuse(std::string_view expected) const;
 

@@ -3,6 +3,7 @@
 #include "Vex/Errors.h"
 #include "vxshow/sources/SystemId.h"
 #include "vxshow/sources/fabric/SourceTable.h"
+#include "vxshow/state/SourceNames.h"
 #include "vxshow/system/FileBytes.h"
 
 #include <map>
@@ -61,8 +62,15 @@ private:
     std::map<Nolt::EthAddr, std::string> owners_;
 };
 
+/// The remark on a switch whose name `--source` takes for something else.
+std::string wordAsName(std::string const & name) {
+    return "--source " + name + " is " + (name == "all" ? "every switch" : "another source") +
+           "; --source name:" + name + " is this one";
+}
+
+/// `file` is its name in messages.
 Fabric readDocument(text::TomlValue const & document, std::string const & folder,
-                    std::size_t maxFacts) {
+                    std::string const & file, std::size_t maxFacts) {
     text::TomlField const root(document);
     auto const list = sourcesOf(root);
     maxFacts = readMaxFacts(root).value_or(maxFacts);
@@ -83,10 +91,15 @@ Fabric readDocument(text::TomlValue const & document, std::string const & folder
     SystemIds systemIds;
     for (text::TomlField const & element : elements) {
         sources.push_back(readSourceTable(element, folder, maxFacts));
-        if (!names.insert(sources.back().name).second) {
+        auto & source = sources.back();
+        if (!names.insert(source.name).second) {
             element.required("name").refuse("a name that no source before it has");
         }
-        systemIds.add(element, sources.back().name);
+        if (source.role == Role::switches && state::isSourceWord(source.name)) {
+            fabric.remarks.push_back(file + ":" + element.required("name").where() + ": " +
+                                     wordAsName(source.name));
+        }
+        systemIds.add(element, source.name);
     }
     return fabric;
 }
@@ -99,7 +112,7 @@ Fabric readFabricFile(std::string const & path, std::size_t maxFacts) {
     try {
         auto const bytes =
             standardInput ? system::FileBytes::read(STDIN_FILENO) : system::FileBytes::open(path);
-        return readDocument(text::readToml(bytes.text()), folderOf(path), maxFacts);
+        return readDocument(text::readToml(bytes.text()), folderOf(path), name, maxFacts);
     } catch (text::TomlRefusal const & refusal) {
         throw FabricFileError(name + ":" + refusal.what());
     } catch (std::system_error const & error) {

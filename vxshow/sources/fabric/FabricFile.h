@@ -20,7 +20,8 @@ public:
 /// Reads the sources of a fabric from the file `path`, or from standard input if that is "-":
 /// TOML with one table `[[source]]` for each, 1 to 4096 of them. Returns them in the order of the
 /// file. Where the file does not limit the facts of a source, it can come to `maxFacts`.
-/// docs/fabric.md describes the keys.
+/// docs/fabric.md describes the keys. A switch that `--source` takes for another source has a
+/// remark.
 ///
 /// Reading is strict, as for a snapshot and for the same reason: a listing that silently lacks
 /// what was misspelt is worse than none. Only the file itself is opened. Relative file names in it

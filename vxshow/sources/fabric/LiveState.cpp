@@ -22,24 +22,12 @@ std::string joinedLines(std::vector<std::string> const & lines) {
     return text;
 }
 
-/// The remark on a switch whose name `--source` takes for something else, if the selection shows
-/// what it would be asked for.
-std::optional<std::string> wordAsName(Source const & source, state::Selection const & selection) {
-    bool const isWord = source.role == Role::switches && state::isSourceWord(source.name);
-    if (!isWord || !selection.received || !selection.macTables) {
-        return std::nullopt;
-    }
-    return "--source " + source.name + " is " +
-           (source.name == "all" ? "every switch" : "another source") +
-           "; --source name:" + source.name + " is this one";
-}
-
 } // namespace
 
 LiveState::LiveState(Fabric fabric, bool allOrNothing, state::Keep keep)
     : sources_(std::move(fabric.sources)), timeLimit_(fabric.timeLimit),
-      timeLimitSetBy_(fabric.timeLimitSetBy), allOrNothing_(allOrNothing), keep_(keep),
-      lastGood_(sources_.size()) {}
+      timeLimitSetBy_(fabric.timeLimitSetBy), remarks_(std::move(fabric.remarks)),
+      allOrNothing_(allOrNothing), keep_(keep), lastGood_(sources_.size()) {}
 
 state::Reading LiveState::read(state::Selection const & selection,
                                state::WatchProgress const & watch) {
@@ -47,6 +35,7 @@ state::Reading LiveState::read(state::Selection const & selection,
         askAll(sources_, selection, watch,
                timeLimit_ ? Deadline::in(*timeLimit_, timeLimitSetBy_) : Deadline::never());
     state::Reading reading;
+    reading.remarks = std::exchange(remarks_, {});
     for (std::size_t index = 0; index < sources_.size(); ++index) {
         finish(index, selection, outcomes[index], reading);
     }
@@ -122,9 +111,6 @@ void LiveState::finish(std::size_t index, state::Selection const & selection, Ou
     auto const warning = outcome.answer ? outcome.answer->findings.warning(shown) : std::nullopt;
     if (warning) {
         reading.remarks.push_back(name + ": " + *warning);
-    }
-    if (auto const word = wordAsName(sources_[index], selection)) {
-        reading.remarks.push_back(name + ": " + *word);
     }
 }
 

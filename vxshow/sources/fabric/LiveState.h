@@ -21,11 +21,12 @@ public:
     /// time.
     LiveState(Fabric fabric, bool allOrNothing, state::Keep keep);
 
-    /// Reads all sources. `watch` is called as by `askAll`. Each source that failed, and each
-    /// that has something to warn of, has a remark. Raises `StateError`, with these remarks, if
-    /// there is nothing to show, and with the reason if the answers are not put together within the
-    /// longest time limit of the sources shown. A source that has not answered within the time
-    /// limit of the fabric has failed. The origin has no version yet.
+    /// Reads all sources. `watch` is called as by `askAll`. The remarks of the fabric are among
+    /// those of the first reading. Each source that failed, and each that has something to warn of,
+    /// has a remark. Raises `StateError`, with these remarks, if there is nothing to show, and with
+    /// the reason if the answers are not put together within the longest time limit of the sources
+    /// shown. A source that has not answered within the time limit of the fabric has failed. The
+    /// origin has no version yet.
     state::Reading read(state::Selection const & selection,
                         state::WatchProgress const & watch = {});
 
@@ -45,6 +46,7 @@ private:
     std::vector<Source> sources_;
     std::optional<std::chrono::milliseconds> timeLimit_; ///< of the whole reading
     std::string_view timeLimitSetBy_;
+    std::vector<std::string> remarks_; ///< of the fabric; empty after the first reading
     bool allOrNothing_;
     state::Keep keep_;
     std::vector<LastGood> lastGood_; ///< by position

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <csignal>
+
 /// Names in filters, on live sources: FRR, whose vtysh is a script here.
 
 namespace {
@@ -85,23 +88,45 @@ TEST(LiveNames, ASwitchThatNoSourceHasIsReported) {
     EXPECT_EQ(finished.status, 4);
 }
 
-/// Which of the sources is meant must be known before the one is taken for the other.
+/// Which of the sources is meant must be known before the one is taken for the other. Another word
+/// in the file, or another role, is no reason.
 TEST(LiveNames, ASwitchThatIsCalledAsAWordOfTheFilterIsRemarkedOn) {
     for (std::string const word : {"all", "hsc", "qvx", "evpn"}) {
         std::string fabric = fabricOfTwoSwitches();
         fabric.replace(fabric.find("leaf1"), 5, word);
-        std::string const remark = "vxshow: " + word + ": --source " + word + " is " +
-                                   (word == "all" ? "every switch" : "another source") +
+        std::string const remark = "vxshow: standard input:3:8: source[0].name: --source " + word +
+                                   " is " + (word == "all" ? "every switch" : "another source") +
                                    "; --source name:" + word + " is this one\n";
         EXPECT_EQ(listingOf({"mac", "received"}, fabric).err, remark);
         Finished const named =
             listingOf({"--json", "mac", "received", "--source", "name:" + word}, fabric);
         EXPECT_EQ(named.err, remark);
         EXPECT_EQ(named.status, 0);
-        EXPECT_EQ(listingOf({"router", "map"}, fabric).err, "");
+        EXPECT_EQ(listingOf({"router", "map"}, fabric).err, remark);
         fabric.insert(fabric.find("system_id"), "role = 'evpn'\n");
         EXPECT_EQ(listingOf({"mac", "received"}, fabric).err, "");
     }
+}
+
+TEST(LiveNames, TheRemarkOnSuchASwitchIsMadeOncePerFile) {
+    std::string fabric = fabricOfTwoSwitches();
+    fabric.replace(fabric.find("leaf2"), 5, "evpn");
+    TemporaryFile const file(fabric);
+    Process process({"--fabric", file.path(), "--watch", "1", "--json", "mac", "received"});
+    // Each frame has its time in a line before it.
+    std::string frames;
+    auto const count = [&] { return std::count(frames.begin(), frames.end(), '\n'); };
+    for (int tries = 0; tries < 100 && count() < 6; ++tries) {
+        frames += process.readSome(65536);
+    }
+    EXPECT_GE(count(), 6);
+    process.signal(SIGINT);
+    auto const line =
+        1 + std::count(fabric.begin(),
+                       fabric.begin() + static_cast<std::ptrdiff_t>(fabric.find("evpn\"")), '\n');
+    EXPECT_EQ(process.finish().err, "vxshow: " + file.path() + ":" + std::to_string(line) +
+                                        ":8: source[1].name: --source evpn is another source; "
+                                        "--source name:evpn is this one\n");
 }
 
 TEST(LiveNames, ASourceThatFailedCanBeTheOneThatWasNamed) {
