@@ -97,6 +97,14 @@ TomlValue::Table const & TomlField::table(std::string_view expected) const {
     return as<TomlValue::Table>(expected);
 }
 
+std::string const * TomlField::findText() const noexcept {
+    return std::get_if<std::string>(&value_->content);
+}
+
+bool TomlField::isTable() const noexcept {
+    return std::holds_alternative<TomlValue::Table>(value_->content);
+}
+
 std::optional<TomlField> TomlField::find(std::string_view name) const {
     if (auto const * const members = std::get_if<TomlValue::Table>(&value_->content)) {
         for (TomlMember const & member : *members) {

@@ -37,6 +37,11 @@ public:
     std::vector<TomlField> elements(std::string_view expected) const;
     TomlValue::Table const & table(std::string_view expected) const;
 
+    /// The text that the value is; null if it is of another type.
+    std::string const * findText() const noexcept;
+
+    bool isTable() const noexcept;
+
     /// The member `name` of this table; nullopt if there is none, or if this is not a table.
     std::optional<TomlField> find(std::string_view name) const;
 
