@@ -83,9 +83,11 @@ function(vxlan_test name)
 endfunction()
 
 # vxlan_program_test(NAME SCRIPT ARGUMENT...) runs a Python script with `--vxshow` and the path of the
-# program: that of this build tree, or VXSHOW_PROGRAM of the environment.
+# program: that of this build tree, or VXSHOW_PROGRAM of the environment. No configuration file of the
+# user or the system is read.
 function(vxlan_program_test name script)
     add_test(NAME ${name}
-             COMMAND bash -c "exec \"$1\" \"$2\" --vxshow \"\${VXSHOW_PROGRAM:-$0}\" \"\${@:3}\""
+             COMMAND env XDG_CONFIG_HOME=/nonexistent XDG_CACHE_HOME=/nonexistent VXSHOW_SYSTEM_CONFIG=
+                     bash -c "exec \"$1\" \"$2\" --vxshow \"\${VXSHOW_PROGRAM:-$0}\" \"\${@:3}\""
                      $<TARGET_FILE:vxshow> ${PYTHON3} ${script} ${ARGN})
 endfunction()

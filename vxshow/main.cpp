@@ -123,7 +123,8 @@ void renderToStandardOutput(cli::CommandLine const & line, state::Mount const & 
     if (!showsOnTerminal()) {
         return renderUnchanged(line, mount);
     }
-    auto pager = line.usesPager ? terminal::choosePager(STDOUT_FILENO) : std::nullopt;
+    auto pager =
+        line.usesPager ? terminal::choosePager(STDOUT_FILENO, line.settings->pager) : std::nullopt;
     auto const coloring = !pager || pager->showsColor ? coloringOf(line) : std::nullopt;
     terminal::TerminalOutput terminal(
         STDOUT_FILENO, std::move(pager), [status] { terminal::exitNow(status); }, tablesOf(line),
@@ -318,6 +319,9 @@ int main(int argc, char ** argv) {
     }
     if (auto const * error = std::get_if<cli::UsageError>(&read)) {
         terminal::fail(terminal::ExitStatus::usage, error->line);
+    }
+    if (auto const * error = std::get_if<cli::InvalidConfig>(&read)) {
+        terminal::fail(terminal::ExitStatus::failed, error->line);
     }
     show(std::get<cli::CommandLine>(read));
 }

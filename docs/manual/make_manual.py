@@ -18,6 +18,7 @@ PAGE_FILTER = pathlib.Path(__file__).parent / "page.lua"
 # Pages that describe no command: name, section, page of docs/, what it is.
 OTHERS = [
     ("vxshow-fabric", 5, "fabric.md", "the file that names the live sources of a fabric"),
+    ("vxshow-config", 5, "config.md", "default settings and fabrics by name"),
     ("vxshow-snapshot", 5, "snapshot.md", "a saved state of a VXLAN fabric"),
     ("vxshow-terminal", 7, "terminal.md", "pager, colour and watching"),
     ("vxshow-filters", 7, "filters.md", "the values of filters"),

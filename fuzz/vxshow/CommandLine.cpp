@@ -37,10 +37,17 @@ void checkOutcome(UsageError const & error) {
     checkLine(error.line);
 }
 
+void checkOutcome(InvalidConfig const & error) {
+    checkLine(error.line);
+}
+
 } // namespace
 
 void commandLine(std::string_view bytes) {
-    static bool const cleared = ::unsetenv("VXSHOW_STATE") == 0 && ::unsetenv("VXSHOW_FABRIC") == 0;
+    static bool const cleared = ::unsetenv("VXSHOW_STATE") == 0 &&
+                                ::unsetenv("VXSHOW_FABRIC") == 0 &&
+                                ::setenv("XDG_CONFIG_HOME", "/nonexistent", 1) == 0 &&
+                                ::setenv("VXSHOW_SYSTEM_CONFIG", "", 1) == 0;
     check(cleared, "the environment cannot be changed");
     std::vector<std::string> words{"vxshow"};
     std::string text(bytes);

@@ -11,6 +11,7 @@
 #include "vxshow/state/snapshot/ValuesWriter.h"
 #include "vxshow/text/JsonRefusal.h"
 
+#include <cstdlib>
 #include <exception>
 #include <utility>
 #include <vector>
@@ -28,6 +29,9 @@ using Arguments = std::vector<char const *>;
 
 /// A command line of the program, as it is read from words.
 cli::CommandLine lineOf(Arguments words) {
+    static bool const isAlone = ::setenv("XDG_CONFIG_HOME", "/nonexistent", 1) == 0 &&
+                                ::setenv("VXSHOW_SYSTEM_CONFIG", "", 1) == 0;
+    check(isAlone, "the environment cannot be changed");
     words.insert(words.begin(), {"vxshow", "--state", "x"});
     words.push_back(nullptr);
     auto read = cli::readCommandLine(static_cast<int>(words.size()) - 1, words.data(),

@@ -36,6 +36,9 @@ def run(command, root, program, below):
     """The output of the example; `below` is what the page shows."""
     limit = TIME_LIMIT_OF_ANYTHING if below == ANYTHING else TIME_LIMIT
     environment = {k: v for k, v in os.environ.items() if not k.startswith("VXSHOW_")}
+    # No page depends on the settings of the user who runs it.
+    environment |= {"XDG_CONFIG_HOME": "/nonexistent", "XDG_CACHE_HOME": "/nonexistent",
+                    "VXSHOW_SYSTEM_CONFIG": ""}
     environment["PATH"] = f"{program.parent}:{environment['PATH']}"
     with subprocess.Popen(
         ["bash", "-c", command],

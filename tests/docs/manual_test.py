@@ -46,7 +46,8 @@ class Manual(unittest.TestCase):
         names = {page.name for page in self.pages}
         wanted = {f"vxshow-{words.replace(' ', '-')}.1" for words in self.commands()}
         self.assertIn("vxshow-mac-received.1", wanted)
-        self.assertEqual(names, wanted | {"vxshow.1", "vxshow-fabric.5", "vxshow-snapshot.5", "vxshow-terminal.7",
+        self.assertEqual(names, wanted | {"vxshow.1", "vxshow-config.5", "vxshow-fabric.5",
+                                          "vxshow-snapshot.5", "vxshow-terminal.7",
                                           "vxshow-filters.7"})
 
     @unittest.skipUnless(shutil.which("mandoc"), "mandoc is not installed")

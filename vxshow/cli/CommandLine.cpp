@@ -9,6 +9,7 @@
 #include "vxshow/cli/NumberOption.h"
 #include "vxshow/cli/Refusals.h"
 #include "vxshow/cli/Version.h"
+#include "vxshow/config/ReadSettings.h"
 #include "vxshow/terminal/Screen.h"
 
 #include <CLI/App.hpp>
@@ -32,7 +33,8 @@ constexpr char const * examples =
     "  vxshow --state fabric.json router routes --prefix 10.20.0.0/16\n"
     "  vxshow --state fabric.json -o wide mac received --sort -moveCount --top 10\n"
     "  vxshow --ovsdb tcp:192.0.2.7:6640 mac received --watch 5\n"
-    "  vxshow --fabric fabric.toml capture saved.json\n";
+    "  vxshow --fabric fabric.toml capture saved.json\n"
+    "  vxshow -F dc1 mac received\n";
 
 void addOutputOptions(CLI::App & app, CommandLine & chosen) {
     addNumber(app, "--revision", 0, 0xFFFFFFFF, "Revision of the JSON documents; 2 unless given",
@@ -69,8 +71,8 @@ void addGlobalOptions(CLI::App & app, CommandLine & chosen) {
 }
 
 /// The answer to `vxshow help WORDS`. Options among the words change nothing.
-std::variant<CommandLine, Help, UsageError> describe(CLI::App const & app,
-                                                     std::vector<std::string> const & words) {
+std::variant<CommandLine, Help, UsageError, InvalidConfig>
+describe(CLI::App const & app, std::vector<std::string> const & words) {
     CLI::App const * command = &app;
     for (std::string const & word : words) {
         if (word.starts_with("-")) {
@@ -111,8 +113,8 @@ void describeCommandLine(CLI::App & app, CommandLine & chosen, int argc, char co
     addCommands(app, chosen, argc, argv);
 }
 
-std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv,
-                                                            AddCommands const & addCommands) {
+std::variant<CommandLine, Help, UsageError, InvalidConfig>
+readCommandLine(int argc, char const * const * argv, AddCommands const & addCommands) {
     CommandLine chosen;
     CLI::App app;
     auto const formatter = std::make_shared<HelpFormatter>();
@@ -142,13 +144,22 @@ std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const
         formatter->columnsAre(terminal::screenSize(STDOUT_FILENO).columns);
         return describe(app, help->remaining());
     }
+    try {
+        if (chosen.usesSettings) {
+            *chosen.settings = config::readSettings();
+        }
+    } catch (config::ConfigError const & error) {
+        return InvalidConfig{error.what()};
+    }
+    chosen.form.preferred = chosen.settings->form.value_or("");
     if (auto line = completeForm(chosen.form, chosen.command, chosen.tables, chosen.output)) {
         return UsageError{*std::move(line)};
     }
     if (auto line = refuseHashSeed()) {
         return UsageError{*std::move(line)};
     }
-    if (auto line = chosen.readsState ? completeStateOptions(chosen.state) : std::nullopt) {
+    if (auto line = chosen.readsState ? completeStateOptions(chosen.state, *chosen.settings)
+                                      : std::nullopt) {
         return UsageError{*std::move(line)};
     }
     if (chosen.state.watchSeconds && chosen.state.snapshotPath == "-") {

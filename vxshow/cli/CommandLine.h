@@ -3,6 +3,7 @@
 #include "vxshow/cli/FormOptions.h"
 #include "vxshow/cli/OutputOptions.h"
 #include "vxshow/cli/StateOptions.h"
+#include "vxshow/config/Settings.h"
 #include "vxshow/listing/TableColumns.h"
 #include "vxshow/state/Mount.h"
 #include "vxshow/state/Selection.h"
@@ -11,6 +12,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <variant>
@@ -27,6 +29,11 @@ struct CommandLine {
 
     bool usesPager = true; ///< on a terminal
     terminal::ColorChoice color = terminal::ColorChoice::automatic;
+
+    /// What the configuration files set, once the command line is read. Options and variables,
+    /// which count for more, are elsewhere.
+    std::shared_ptr<config::Settings> settings = std::make_shared<config::Settings>();
+    bool usesSettings = true; ///< whether the command needs the configuration files
 
     std::string command;          ///< its words, "mac received"
     bool readsState = true;       ///< whether the command needs the state
@@ -60,6 +67,11 @@ struct UsageError {
     std::string line;
 };
 
+/// A configuration file cannot be read; one line says why.
+struct InvalidConfig {
+    std::string line;
+};
+
 /// Adds the commands to the program, given the arguments of `main`. The one that is typed fills in
 /// the `CommandLine`.
 using AddCommands = std::function<void(CLI::App &, CommandLine &, int, char const * const *)>;
@@ -70,10 +82,11 @@ using AddCommands = std::function<void(CLI::App &, CommandLine &, int, char cons
 void describeCommandLine(CLI::App & app, CommandLine & chosen, int argc, char const * const * argv,
                          AddCommands const & addCommands);
 
-/// Reads the arguments of `main`, and the environment variables that can replace an option.
+/// Reads the arguments of `main`, the environment variables that can replace an option, and the
+/// configuration files, unless only help or the version is asked for.
 /// `addCommands` is `command::addCommands`: the commands are built on this file, which
 /// therefore does not know them.
-std::variant<CommandLine, Help, UsageError> readCommandLine(int argc, char const * const * argv,
-                                                            AddCommands const & addCommands);
+std::variant<CommandLine, Help, UsageError, InvalidConfig>
+readCommandLine(int argc, char const * const * argv, AddCommands const & addCommands);
 
 } // namespace vxshow::cli

@@ -1,7 +1,9 @@
 #include "vxshow/cli/FormOptions.h"
 
 #include "Vex/Errors.h"
+#include "vxshow/cli/FixedValues.h"
 #include "vxshow/cli/NumberOption.h"
+#include "vxshow/config/Settings.h"
 
 #include <CLI/Error.hpp>
 #include <CLI/Option.hpp>
@@ -99,6 +101,7 @@ void addFormOptions(CLI::App & app, FormOptions & options) {
                    "Form of the output: text (the default), json, pretty, wide, csv or jsonl")
         ->type_name("FORM")
         ->check(checkForm, "");
+    declareValues(*app.get_option("-o"), {config::formWords.begin(), config::formWords.end()});
     auto * json = app.add_flag("--json", options.json, "JSON on one line: -o json");
     auto * pretty = app.add_flag("--pretty", options.pretty, "Indented JSON: -o pretty");
     json->excludes(pretty)->disable_flag_override();
@@ -125,7 +128,9 @@ void addFormOptions(CLI::App & app, FormOptions & options) {
 
 std::optional<std::string> completeForm(FormOptions const & options, std::string const & command,
                                         listing::Tables tables, Output & output) {
-    auto const form = formOf(options);
+    auto const typed = formOf(options);
+    bool const isPreferred = typed.empty() && !(tables.empty() && rowForm(options.preferred));
+    auto const form = isPreferred ? options.preferred : typed;
     if (!options.form.empty() && options.form != form) {
         return "-o " + options.form + " and --" + form + ": expected one of them";
     }

@@ -105,7 +105,7 @@ std::optional<std::string> missingValue(CLI::App const & app, int argc, char con
     CLI::Option const * listed = nullptr; // the last option, if it takes several values
     for (int i = 1; i < argc; ++i) {
         std::string_view const argument = argv[i];
-        if (!argument.starts_with("--") && argument != "-o") {
+        if (!argument.starts_with("--") && argument != "-o" && argument != "-F") {
             // The library would split a list in brackets by its own rules.
             if (listed && argument.starts_with("[")) {
                 return "--" + listed->get_lnames().front() + ": " + Vex::quoted(argument) +

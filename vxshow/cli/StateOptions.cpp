@@ -3,6 +3,7 @@
 #include "vxshow/cli/NumberOption.h"
 #include "vxshow/cli/SecondsOption.h"
 #include "vxshow/cli/SizeOption.h"
+#include "vxshow/config/ReadSettings.h"
 #include "vxshow/sources/ovsdb/Remote.h"
 
 #include <CLI/Option.hpp>
@@ -23,18 +24,34 @@ std::string checkPath(std::string const & text) {
     return text.empty() ? "'': expected the name of a file" : "";
 }
 
+std::string checkFabricName(std::string const & text) {
+    return text.empty() ? "'': expected the name of a fabric" : "";
+}
+
 std::string checkDirectory(std::string const & text) {
     return text.empty() ? "'': expected the name of a directory" : "";
 }
 
+/// The first option that says where the state is, other than --tables and -F; null if none does.
+char const * stateOption(StateOptions const & options) {
+    return !options.snapshotPath.empty() ? "--state"
+           : !options.fabricPath.empty() ? "--fabric"
+           : !options.databases.empty()  ? "--ovsdb"
+           : options.frr                 ? "--frr"
+                                         : nullptr;
+}
+
 /// The line that refuses another source of state beside --tables.
 std::optional<std::string> refuseBesideTables(StateOptions const & options) {
-    char const * const other = !options.snapshotPath.empty() ? "--state"
-                               : !options.fabricPath.empty() ? "--fabric"
-                               : !options.databases.empty()  ? "--ovsdb"
-                               : options.frr                 ? "--frr"
-                                                             : nullptr;
+    char const * const other = stateOption(options);
     return other ? std::optional(std::string(other) + " and --tables: expected one of them")
+                 : std::nullopt;
+}
+
+/// The line that refuses another source of state beside -F.
+std::optional<std::string> refuseBesideName(StateOptions const & options) {
+    char const * const other = options.tablesPath.empty() ? stateOption(options) : "--tables";
+    return other ? std::optional(std::string(other) + " and -F: expected one of them")
                  : std::nullopt;
 }
 
@@ -69,6 +86,11 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
                    "Fabric file: the live sources to read; - is standard input (or VXSHOW_FABRIC)")
         ->type_name("FILE")
         ->check(checkPath, "");
+    app.add_option(
+           "-F,--fabric-name", options.fabricName,
+           "Fabric of the configuration files to read, by name; 'vxshow fabrics' lists them")
+        ->type_name("NAME")
+        ->check(checkFabricName, "");
     app.add_option("--ovsdb", options.databases,
                    "Live hardware_vtep database to read: unix:FILE or tcp:HOST:PORT, with commas "
                    "between the servers of a cluster; can be given several times")
@@ -99,7 +121,19 @@ void addStateOptions(CLI::App & app, StateOptions & options) {
               [&](Vex::U32 seconds) { options.watchSeconds = seconds; });
 }
 
-std::optional<std::string> completeStateOptions(StateOptions & options) {
+std::optional<std::string> completeStateOptions(StateOptions & options,
+                                                config::Settings const & settings) {
+    if (!options.fabricName.empty()) {
+        if (auto line = refuseBesideName(options)) {
+            return line;
+        }
+        auto const * const fabric = config::fabricNamed(settings, options.fabricName);
+        if (!fabric) {
+            return "-F: " + config::unknownFabric(settings, options.fabricName);
+        }
+        options.fabricPath = fabric->file;
+        return std::nullopt;
+    }
     if (!options.tablesPath.empty()) {
         return refuseBesideTables(options);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxshow/config/Settings.h"
 #include "vxshow/sources/FactBudget.h"
 #include "vxshow/system/FileBytes.h"
 
@@ -15,11 +16,15 @@ namespace vxshow::cli {
 
 inline constexpr char const * timeLimitOption = "--time-limit";
 
+/// The long name of the option -F.
+inline constexpr char const * fabricNameOption = "fabric-name";
+
 /// Where the state comes from, as typed or as set in the environment: a snapshot, a fabric file, a
 /// directory of tables, or any number of databases, with or without FRR.
 struct StateOptions {
     std::string snapshotPath;           ///< "-" for standard input
     std::string fabricPath;             ///< "-" for standard input
+    std::string fabricName;             ///< of a configured fabric
     std::string tablesPath;             ///< the directory of EVPN tables in files
     std::vector<std::string> databases; ///< the remotes of each database, as typed
     bool frr = false;                   ///< whether to read this machine's FRR
@@ -37,9 +42,11 @@ struct StateOptions {
 /// Adds the options. `options` must outlive the parsing.
 void addStateOptions(CLI::App & app, StateOptions & options);
 
-/// Completes the options from the environment: VXSHOW_STATE and VXSHOW_FABRIC replace --state and
+/// Completes the options: `fabricName` becomes the path of the fabric file, and VXSHOW_STATE and
+/// VXSHOW_FABRIC replace --state and
 /// --fabric if no option says where the state is. Returns an error line if there is then no state,
 /// or more than one.
-std::optional<std::string> completeStateOptions(StateOptions & options);
+std::optional<std::string> completeStateOptions(StateOptions & options,
+                                                config::Settings const & settings);
 
 } // namespace vxshow::cli

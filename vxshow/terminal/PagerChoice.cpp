@@ -58,20 +58,22 @@ std::optional<PagerChoice> started(std::vector<std::string> words) {
 
 } // namespace
 
-std::optional<PagerChoice> choosePager(int descriptor) {
+std::optional<PagerChoice> choosePager(int descriptor,
+                                       std::optional<std::string> const & configured) {
     char const * const terminal = std::getenv("TERM");
     if (!terminal || std::string_view(terminal) == "dumb" ||
         ::tcgetpgrp(descriptor) != ::getpgrp()) {
         return std::nullopt;
     }
-    char const * const typed = std::getenv("PAGER");
+    char const * const variable = std::getenv("PAGER");
+    auto const typed = variable ? std::optional<std::string>(variable) : configured;
     if (!typed) {
         return started({"less", std::string("-") + lessOptions});
     }
-    if (std::string_view(typed) == "cat") {
+    if (*typed == "cat") {
         return std::nullopt;
     }
-    return isPlain(typed) ? started(plainWords(typed)) : started({"/bin/sh", "-c", typed});
+    return isPlain(*typed) ? started(plainWords(*typed)) : started({"/bin/sh", "-c", *typed});
 }
 
 } // namespace vxshow::terminal

@@ -23,6 +23,9 @@ constexpr int step = 100;
     for (char const * const name : {"VXSHOW_STATE", "VXSHOW_FABRIC", "PAGER", "LESS"}) {
         unsetenv(name);
     }
+    setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
+    setenv("XDG_CACHE_HOME", "/nonexistent", 1);
+    setenv("VXSHOW_SYSTEM_CONFIG", "", 1);
     setenv("TERM", "xterm", 1);
     setenv("NO_COLOR", "1", 1);
     setenv("LC_ALL", "C.UTF-8", 1);

@@ -45,6 +45,7 @@ void addCommands(CLI::App & app, CommandLine & chosen, int argc, char const * co
     addCapture(app, chosen);
     auto * tables = addGroup(app, "tables", "The EVPN tables of the state, as shared files");
     addTablesPublish(*tables, chosen);
+    addFabrics(app, chosen);
     addSchema(app, chosen);
     addCompletion(app, chosen);
     addModel(app, chosen, modelOfCommand(argc, argv));

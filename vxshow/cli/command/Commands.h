@@ -25,6 +25,7 @@ void addRouterRoutes(CLI::App & router, CommandLine & chosen);
 void addCapture(CLI::App & app, CommandLine & chosen);
 void addState(CLI::App & app, CommandLine & chosen);
 void addTablesPublish(CLI::App & tables, CommandLine & chosen);
+void addFabrics(CLI::App & app, CommandLine & chosen);
 void addSchema(CLI::App & app, CommandLine & chosen);
 
 void addCompletion(CLI::App & app, CommandLine & chosen);

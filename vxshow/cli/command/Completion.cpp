@@ -42,6 +42,7 @@ void addCompletion(CLI::App & app, CommandLine & chosen) {
         auto const & script = scriptFor(*shell);
         chosen.command = "completion";
         chosen.readsState = false;
+        chosen.usesSettings = false;
         chosen.draws = false;
         chosen.render = [&script](state::Mount const &, int fd, Output const &) {
             if (auto const error = system::writeAll(fd, script.text)) {

@@ -113,6 +113,10 @@ void addValuesOf(CLI::Option & option, std::string const & before, std::string_v
         return into.expect(type == "FILE" ? Expected::files : Expected::directories);
     }
     auto const words = declaredValues(option);
+    if (option.check_lname(fabricNameOption)) {
+        return into.addValues(namesOf(std::string("--") + fabricNameOption, typed.stateOptions()),
+                              before);
+    }
     if (option.get_group() != filterGroup) {
         return into.addValues(words, before);
     }

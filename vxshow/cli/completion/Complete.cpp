@@ -6,6 +6,7 @@
 #include "vxshow/cli/completion/ProcessorTimeLimit.h"
 #include "vxshow/cli/completion/ShellLine.h"
 #include "vxshow/cli/completion/StateNames.h"
+#include "vxshow/config/ReadSettings.h"
 
 #include <exception>
 #include <string_view>
@@ -23,6 +24,16 @@ std::string headLine(Expected expected) {
                                                : "words\n";
 }
 
+std::vector<std::string> fabricNames(config::Settings const & settings) {
+    std::vector<std::string> names;
+    for (config::NamedFabric const & fabric : settings.fabrics) {
+        if (!fabric.isHidden) {
+            names.push_back(fabric.name);
+        }
+    }
+    return names;
+}
+
 /// Completes the last of `words`.
 Completion completionOf(std::vector<std::string> const & words) {
     // The filters of a command can depend on the words before it.
@@ -34,7 +45,12 @@ Completion completionOf(std::vector<std::string> const & words) {
     CLI::App app;
     describeCommandLine(app, chosen, static_cast<int>(arguments.size()) - 1, arguments.data(),
                         command::addCommands);
-    return complete(app, words, namesInState);
+    return complete(app, words, [&](std::string const & option, StateOptions const & options) {
+        auto const settings = config::readSettings();
+        return option == std::string("--") + fabricNameOption
+                   ? fabricNames(settings)
+                   : namesInState(option, options, settings);
+    });
 }
 
 std::string answerBash(std::string_view breaks, std::string_view line) {

@@ -147,8 +147,9 @@ std::vector<std::string> switchesInFabric(std::string const & option, std::strin
 
 } // namespace
 
-std::vector<std::string> namesInState(std::string const & option, StateOptions options) {
-    if (completeStateOptions(options)) {
+std::vector<std::string> namesInState(std::string const & option, StateOptions options,
+                                      config::Settings const & settings) {
+    if (completeStateOptions(options, settings)) {
         return {};
     }
     try {

@@ -18,6 +18,7 @@ inline constexpr std::size_t longestFabricFile = std::size_t{1} << 20;
 /// switches and routers by name; of a fabric file, those of its switches. Only regular files are
 /// opened, and no source is asked. Where names cannot be known quickly, or the file is invalid,
 /// there are none. In order, each once.
-std::vector<std::string> namesInState(std::string const & option, StateOptions options);
+std::vector<std::string> namesInState(std::string const & option, StateOptions options,
+                                      config::Settings const & settings);
 
 } // namespace vxshow::cli::completion

@@ -105,6 +105,8 @@ StateOptions TypedWords::stateOptions() const {
     };
     options.snapshotPath = path("--state");
     options.fabricPath = path("--fabric");
+    auto const & names = valuesOf("--fabric-name");
+    options.fabricName = names.empty() ? "" : names.back();
     options.tablesPath = path("--tables");
     options.databases = valuesOf("--ovsdb");
     options.frr = given_.count(app_->get_option("--frr")) > 0;

@@ -136,9 +136,9 @@ TEST(CommandLine, AnInvalidValueIsRefusedWithWhatIsAccepted) {
 TEST(CommandLine, UnknownWordsAndOptionsAreRefusedWithWhatIsAccepted) {
     EXPECT_EQ(refused({"--json"}),
               "no command: expected mac or arp or router or state or capture or "
-              "tables or schema or completion or model after vxshow");
+              "tables or fabrics or schema or completion or model after vxshow");
     EXPECT_EQ(refused({"foo"}), "'foo': expected mac or arp or router or state or capture or "
-                                "tables or schema or completion or model after vxshow");
+                                "tables or fabrics or schema or completion or model after vxshow");
     EXPECT_EQ(refused({"mac"}), "no command: expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"mac", "sent"}), "'sent': expected received or advertised after vxshow mac");
     EXPECT_EQ(refused({"router", "received"}),

@@ -130,7 +130,7 @@ TEST(Help, AMisspeltCommandIsRefusedWithTheOneThatWasProbablyMeant) {
               "'recieved': expected received or advertised after vxshow mac; did you mean "
               "received?");
     std::string const commands =
-        "': expected mac or arp or router or state or capture or tables or schema or "
+        "': expected mac or arp or router or state or capture or tables or fabrics or schema or "
         "completion or model after vxshow; did you mean ";
     EXPECT_EQ(refused({"ruoter", "map"}), "'ruoter" + commands + "router?");
     EXPECT_EQ(refused({"mac-received"}), "'mac-received" + commands + "mac received?");
