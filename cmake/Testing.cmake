@@ -87,7 +87,7 @@ endfunction()
 # user or the system is read.
 function(vxlan_program_test name script)
     add_test(NAME ${name}
-             COMMAND env XDG_CONFIG_HOME=/nonexistent XDG_CACHE_HOME=/nonexistent VXSHOW_SYSTEM_CONFIG=
+             COMMAND env XDG_CONFIG_HOME=/nonexistent XDG_CACHE_HOME=/dev/null VXSHOW_SYSTEM_CONFIG=
                      bash -c "exec \"$1\" \"$2\" --vxshow \"\${VXSHOW_PROGRAM:-$0}\" \"\${@:3}\""
                      $<TARGET_FILE:vxshow> ${PYTHON3} ${script} ${ARGN})
 endfunction()

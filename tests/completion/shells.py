@@ -90,6 +90,7 @@ class Terminal:
             "LC_ALL": "C.UTF-8",
             "TERM": "screen",
             "HISTFILE": "",
+            "VXSHOW_SYSTEM_CONFIG": "",
         }
         for name, value in os.environ.items():
             if name.startswith(("ASAN_", "UBSAN_", "LSAN_")):

@@ -37,7 +37,7 @@ def run(command, root, program, below):
     limit = TIME_LIMIT_OF_ANYTHING if below == ANYTHING else TIME_LIMIT
     environment = {k: v for k, v in os.environ.items() if not k.startswith("VXSHOW_")}
     # No page depends on the settings of the user who runs it.
-    environment |= {"XDG_CONFIG_HOME": "/nonexistent", "XDG_CACHE_HOME": "/nonexistent",
+    environment |= {"XDG_CONFIG_HOME": "/nonexistent", "XDG_CACHE_HOME": "/dev/null",
                     "VXSHOW_SYSTEM_CONFIG": ""}
     environment["PATH"] = f"{program.parent}:{environment['PATH']}"
     with subprocess.Popen(

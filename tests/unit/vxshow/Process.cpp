@@ -49,7 +49,7 @@ void closeFd(int & fd) {
     setenv("NO_COLOR", "1", 1);
     // No test depends on the settings of the user who runs it.
     setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
-    setenv("XDG_CACHE_HOME", "/nonexistent", 1);
+    setenv("XDG_CACHE_HOME", "/dev/null", 1);
     setenv("VXSHOW_SYSTEM_CONFIG", "", 1);
     if (!setting.stateFile.empty()) {
         setenv("VXSHOW_STATE", setting.stateFile.c_str(), 1);

@@ -24,7 +24,7 @@ constexpr int step = 100;
         unsetenv(name);
     }
     setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
-    setenv("XDG_CACHE_HOME", "/nonexistent", 1);
+    setenv("XDG_CACHE_HOME", "/dev/null", 1);
     setenv("VXSHOW_SYSTEM_CONFIG", "", 1);
     setenv("TERM", "xterm", 1);
     setenv("NO_COLOR", "1", 1);

@@ -4,10 +4,12 @@
 #include "vxshow/cli/command/EntryNames.h"
 #include "vxshow/cli/command/SwitchesNamed.h"
 #include "vxshow/cli/command/UnknownNames.h"
+#include "vxshow/cli/completion/LiveNames.h"
 #include "vxshow/sources/fabric/FabricFile.h"
 #include "vxshow/state/SourceNames.h"
 #include "vxshow/state/snapshot/Snapshot.h"
 
+#include <algorithm>
 #include <exception>
 #include <set>
 #include <string_view>
@@ -145,7 +147,25 @@ std::vector<std::string> switchesInFabric(std::string const & option, std::strin
     return sorted(names);
 }
 
+/// Adds the names of switches. Other names, such as VNIs, keep their own order.
+void addTo(std::vector<std::string> & names, std::vector<std::string> const & switches) {
+    if (switches.empty()) {
+        return;
+    }
+    names.insert(names.end(), switches.begin(), switches.end());
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+}
+
 } // namespace
+
+NamesByOption namesIn(state::Mount const & mount) {
+    NamesByOption names;
+    for (char const * const option : {"--source", "--vni", "--router", "--switch"}) {
+        names[option] = namesInMount(option, mount);
+    }
+    return names;
+}
 
 std::vector<std::string> namesInState(std::string const & option, StateOptions options,
                                       config::Settings const & settings) {
@@ -159,7 +179,12 @@ std::vector<std::string> namesInState(std::string const & option, StateOptions o
                                                                       longestSnapshot));
         }
         if (isSmallFile(options.fabricPath, longestFabricFile)) {
-            return switchesInFabric(option, options.fabricPath);
+            auto names = liveNames(option, options);
+            addTo(names, switchesInFabric(option, options.fabricPath));
+            return names;
+        }
+        if (!options.databases.empty() || options.frr) {
+            return liveNames(option, options);
         }
     } catch (std::exception const &) {
         return {}; // the command itself will report what is wrong
