@@ -151,6 +151,9 @@ readCommandLine(int argc, char const * const * argv, AddCommands const & addComm
     } catch (config::ConfigError const & error) {
         return InvalidConfig{error.what()};
     }
+    if (chosen.settings->color && app.get_option("--color")->count() == 0) {
+        chosen.color = configuredColor(*chosen.settings->color);
+    }
     chosen.form.preferred = chosen.settings->form.value_or("");
     if (auto line = completeForm(chosen.form, chosen.command, chosen.tables, chosen.output)) {
         return UsageError{*std::move(line)};

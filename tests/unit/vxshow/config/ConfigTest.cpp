@@ -329,3 +329,20 @@ TEST_F(Config, ThePagerOfTheFileIsStartedUnlessAVariableOrOptionSaysOtherwise) {
     user("pager = false\n");
     EXPECT_NE(shown({}, "").find("leaf1 "), std::string::npos);
 }
+
+TEST_F(Config, TheColorOfTheFileCountsLessThanAVariableOrAnOption) {
+    auto const isColored = [&](Words const & more, char const * noColor) {
+        Words words{"--state", "/nonexistent", "state"};
+        words.insert(words.end(), more.begin(), more.end());
+        auto const finished = run(words, [&] { ::setenv("NO_COLOR", noColor, 1); });
+        return finished.err.find('\x1b') != std::string::npos;
+    };
+    EXPECT_FALSE(isColored({}, ""));
+    system("color = \"always\"\n");
+    EXPECT_TRUE(isColored({}, ""));
+    EXPECT_FALSE(isColored({}, "1"));
+    EXPECT_FALSE(isColored({"--color", "never"}, ""));
+    user("color = \"never\"\n");
+    EXPECT_FALSE(isColored({}, ""));
+    EXPECT_TRUE(isColored({"--color", "always"}, ""));
+}

@@ -274,3 +274,20 @@ TEST_F(LiveCompletion, WithoutAFolderForTheNamesNoSourceIsAsked) {
     EXPECT_EQ(finished.out, "words\n");
     EXPECT_EQ(count(), 0);
 }
+
+TEST_F(LiveCompletion, AFabricOfTheConfigurationIsRead) {
+    std::filesystem::create_directories(file("config/vxshow"));
+    std::ofstream(file("config/vxshow/config.toml")) << "[fabrics]\ndc1 = \"" << fabric() << "\"\n";
+    auto const tabOfName = [&] {
+        return runVxshow({"complete", "zsh", "--", "-F", "dc1", "mac", "received", "--vni", ""},
+                         {.inChild =
+                              [&] {
+                                  ::setenv("XDG_CACHE_HOME", cache().c_str(), 1);
+                                  ::setenv("XDG_CONFIG_HOME", file("config").c_str(), 1);
+                              }})
+            .out;
+    };
+    tabOfName();
+    waitForReading();
+    EXPECT_EQ(tabOfName(), "words\n10\t\n");
+}
