@@ -48,9 +48,9 @@ private:
     bool before_;
 };
 
-/// A failure, with what allows more time if it is that of a time limit.
+/// A failure, with what allows more time if a time limit is its reason, or one of its reasons.
 std::string withRemedy(std::string failure, Deadline const & deadline) {
-    if (failure.starts_with("time limit: ") && !deadline.setBy.empty()) {
+    if (failure.find("time limit: ") != std::string::npos && !deadline.setBy.empty()) {
         failure.append("; ").append(deadline.setBy).append(" allows more");
     }
     return failure;
