@@ -105,7 +105,7 @@ bool isName(std::string_view name) {
 }
 
 /// The names in the text of a file; nullopt if it is invalid, or that of another state.
-std::optional<NamesByOption> namesIn(std::string_view text, std::string_view digest) {
+std::optional<NamesByOption> readNames(std::string_view text, std::string_view digest) {
     std::string const head = std::string(firstLine).append(digest).append("\n");
     if (!text.starts_with(head) || !text.ends_with(lastLine)) {
         return std::nullopt;
@@ -143,7 +143,7 @@ std::optional<NamesCache::Kept> NamesCache::read() const {
     }
     try {
         auto const bytes = system::FileBytes::read(file.number(), mostBytes);
-        auto names = namesIn(bytes.text(), digest_);
+        auto names = readNames(bytes.text(), digest_);
         return names ? std::optional(Kept{*std::move(names), *age < freshTime}) : std::nullopt;
     } catch (std::exception const &) {
         return std::nullopt;
